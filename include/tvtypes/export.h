@@ -1,0 +1,6 @@
+/// \file
+/// The visibility of what libtv_types.so offers.
+#pragma once
+
+/// Marks an exported class, function or datum. All else in the library is hidden.
+#define TVTYPES_API __attribute__((visibility("default")))

@@ -1,0 +1,109 @@
+/// \file
+/// The record of a numeric type, its checks and its names.
+///
+/// A real-world value V is held as a stored integer Q:
+/// V = SlopeAdjustmentFactor * 2^FixedExponent * Q + Bias.
+/// The product SlopeAdjustmentFactor * 2^FixedExponent is the total slope.
+///
+/// Nothing here refuses: a failed check is a false result, and every record, valid or not, has a
+/// name. All functions are pure but for the displays, which write to standard output.
+#pragma once
+
+#include <tvtypes/export.h>
+
+#include <cstdint>
+#include <string>
+
+/// The kinds of numeric type.
+enum fxpModeDataType : std::int32_t {
+    FXP_DT_FIXPT = 0,         ///< true fixed point
+    FXP_DT_SCALED_DOUBLE = 1, ///< a double that carries the scaling of a fixed-point type
+    FXP_DT_DOUBLE = 2,        ///< 64-bit floating point
+    FXP_DT_SINGLE = 3,        ///< 32-bit floating point
+    FXP_DT_BOOLEAN = 4        ///< boolean
+};
+
+/// All that is known about a numeric type. A plain record: copied by value, compared by field.
+struct TVTYPES_API fxpDataTypeProp {
+    fxpModeDataType DataTypeMode;
+    std::uint32_t Signedness;         ///< 1 signed, 0 unsigned, any other value left open
+    std::int32_t WordLength;          ///< bits
+    std::int32_t FixedExponent;       ///< the negated fraction length
+    double SlopeAdjustmentFactor;     ///< in [1, 2) if valid; 1.0 outside fixed point
+    double Bias;
+    std::int32_t DataTypeOverrideState; ///< 1: data type override is off for this type
+
+    /// Whether a value may be a word length: greater than 0, or not 0.
+    static bool preValidateWordLength(int wordLength);
+    static bool preValidateWordLength(unsigned int wordLength);
+
+    /// Whether a value may be a slope adjustment factor: finite and in [1, 2).
+    static bool preValidateSlopeAdjustmentFactor(double factor);
+
+    /// Whether a value may be a total slope: finite and greater than 0.
+    static bool preValidateTotalSlope(double slope);
+
+    /// Whether a value may be a bias: finite.
+    static bool preValidateBias(double bias);
+
+    /// Whether the values together form a valid record. For the two fixed-point modes the word
+    /// length, the factor and the bias must pass, and nothing else is looked at; for the others
+    /// there is one valid record each, of word length 64, 32 or 8, no scaling and no bias.
+    static bool preValidateCombo(fxpModeDataType mode, unsigned int signedness, int wordLength,
+                                 double slopeAdjustmentFactor, int fixedExponent, double bias);
+    static bool preValidateCombo(fxpModeDataType mode, unsigned int signedness,
+                                 unsigned int wordLength, double slopeAdjustmentFactor,
+                                 int fixedExponent, double bias);
+
+    /// Whether this record is valid: preValidateCombo of its own fields.
+    bool validateFxpDTProp() const;
+};
+
+static_assert(sizeof(fxpDataTypeProp) == 40, "records lie in memory that clients share");
+
+/// The enumerator's name of the record's mode, or "UNKNOWN". A constant text.
+TVTYPES_API const char* fxpDtpGetClassName(const fxpDataTypeProp* record);
+
+/// Gives `condition` back; if it is false, first writes "Data Type Assertion" and the record.
+TVTYPES_API bool fxpDtpPreAssert(bool condition, const fxpDataTypeProp* record);
+
+/// Writes the record to standard output, a field a line or all in one.
+TVTYPES_API void displayFxpDTP(const fxpDataTypeProp* record);
+TVTYPES_API void displayFxpDTPFlat(const fxpDataTypeProp* record);
+
+/// The order of records: by mode, then, for the two fixed-point modes, by exponent, factor, bias,
+/// word length and signedness (both unsigned), and last by override state. A NaN in factor or
+/// bias is equivalent to all that it meets there.
+struct TVTYPES_API fxpDataTypeSortCompare {
+    bool operator()(const fxpDataTypeProp& a, const fxpDataTypeProp& b) const;
+};
+
+/// \name Identifier strings
+/// The one canonical name of a record, which the data type table recognises as a fixed-point name:
+/// sfix16_En4, ufix8_E3, flts32_S1p5, or the name of a built-in type. The parts below are its
+/// components; each begins with an underscore and a letter, or is empty where it says nothing.
+/// @{
+
+/// The whole name. A record that is not valid gets one too.
+TVTYPES_API std::string fxpDataTypeToIdentifierString_NoCache(const fxpDataTypeProp* record);
+
+/// The name built from stem, word length and scaling, also where a built-in type has another.
+TVTYPES_API std::string fxpDataTypeToIdentifierStringTrueFixPt(const fxpDataTypeProp* record);
+
+TVTYPES_API std::string getStringForFixedExponentComponent(const fxpDataTypeProp* record);
+TVTYPES_API std::string getStringForSlopeComponent(const fxpDataTypeProp* record);
+TVTYPES_API std::string getStringForSlopeAdjustmentComponent(const fxpDataTypeProp* record);
+TVTYPES_API std::string getStringForBiasComponent(const fxpDataTypeProp* record);
+
+/// An underscore, the letter, and the number rewritten for use in an identifier.
+TVTYPES_API std::string getPartOfDataTypeStr(double value, char letter);
+
+/// The decimal text of a number rewritten for use in an identifier: "p" for the point, "n" for a
+/// minus, no plus, "e" for the exponent, no zero before or behind the point.
+TVTYPES_API std::string numStrToIdentifierStr(std::string text);
+
+/// Replaces every occurrence of `from`, also those that come about by replacing. `to` must not
+/// contain `from`; an empty `from` occurs nowhere.
+TVTYPES_API void strrep(std::string& text, const std::string& from, const std::string& to);
+
+/// @}

@@ -1,0 +1,106 @@
+/// \file
+/// Struct (bus) types and their elements.
+#pragma once
+
+#include <tvtypes/datatype.h>
+#include <tvtypes/export.h>
+
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// A checksum of four words.
+struct tvChecksumValue {
+    std::uint32_t words[4];
+};
+
+/// One element of a struct. The fields are public; the setters are plain stores.
+class TVTYPES_API StructElement {
+  public:
+    StructElement() = default;
+    ~StructElement();
+    StructElement(const StructElement&) = delete;
+    StructElement& operator=(const StructElement&) = delete;
+
+    /// Null counts as "".
+    void setName(const char* newName);
+    void setDataTypeId(int id) { dataTypeId = id; }
+    void setUnitId(int id) { unitId = id; }
+    void setNumDimensions(int count) { numDimensions = count; }
+    /// Takes over an array made with utCalloc or utMalloc. One held before is not released.
+    void setDimensions(int* sizes) { dimensions = sizes; }
+    void setOffset(int bytes) { offset = bytes; }
+    void setVarDimsOffset(int value) { varDimsOffset = value; }
+    void setSignalType(int value) { signalType = value; }
+    void setSamplingMode(int value) { samplingMode = value; }
+    void setDimensionsMode(int value) { dimensionsMode = value; }
+    void setMin(double value) { min = value; }
+    void setMax(double value) { max = value; }
+    double getMin() const { return min; }
+    double getMax() const { return max; }
+    /// Whether a limit is specified: anything but the infinity of its side, a NaN included.
+    bool getMinSpec() const;
+    bool getMaxSpec() const;
+
+    std::string name;
+    int dataTypeId = INVALID_DATA_TYPE_ID; ///< -1 is "auto"
+    int unitId = -1;
+    int numDimensions = 0;     ///< length of `dimensions`
+    int* dimensions = nullptr; ///< owned, released with utFree
+    int offset = -1;           ///< bytes from the start of the struct
+    int varDimsOffset = -1;    ///< offset of the variable-dimensions data
+    int signalType = -1;       ///< 1 is complex
+    int samplingMode = -1;     ///< 1 is frame based
+    int dimensionsMode = -1;   ///< 1 is variable
+    double min = -std::numeric_limits<double>::infinity();
+    double max = std::numeric_limits<double>::infinity();
+};
+
+/// A type whose values are sequences of named elements. It remembers what its maker lays out:
+/// elements, offsets and counts are filled in by the client.
+class TVTYPES_API StructDataType : public TVTypeSys::DataType {
+  public:
+    StructDataType(int id, const std::string& name, DataTypeSource source);
+    ~StructDataType() override;
+
+    /// The type ids of the elements, in order, duplicates and -1 kept.
+    std::vector<int> dependsOn() const override;
+
+    virtual int getNumElements() const;
+    /// Makes `count` elements with nothing set in place of those before. Meant to be called once.
+    virtual void setNumElements(int count);
+
+    /// \name How many nodes the other numberings have, as the client lays them out
+    /// @{
+    virtual int getNumFlatElements() const;
+    virtual void setNumFlatElements(int count);
+    virtual int getNumRawElements() const;
+    virtual void setNumRawElements(int count);
+    virtual int getNumDFSElements() const;
+    virtual void setNumDFSElements(int count);
+    /// @}
+
+    virtual const std::vector<StructElement*>& getElements() const;
+
+    virtual const tvChecksumValue& getDtChecksumValue() const;
+    virtual void setDtChecksumValue(const tvChecksumValue& value);
+
+    /// False; for a derived class to answer.
+    virtual bool isBusType() const;
+
+    /// Whether padding is written into generated code; false until it is set.
+    bool emitPaddingInCode() const { return emitPadding_ == 1; }
+    void emitPaddingInCode(bool emit) { emitPadding_ = emit ? 1 : 0; }
+
+  private:
+    int numFlatElements_ = 0;
+    int numRawElements_ = 0;
+    int numDFSElements_ = 0;
+    std::vector<StructElement*> elements_;
+    // Keeps every element that was handed out, also those that setNumElements has replaced.
+    std::vector<std::unique_ptr<StructElement>> ownedElements_;
+    tvChecksumValue checksum_ = {{0, 0, 0, 0}};
+    int emitPadding_ = -1;
+};

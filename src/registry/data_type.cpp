@@ -1,0 +1,162 @@
+// The record of a data type: life, plain properties and classification.
+#include "registry/builtin_templates.h"
+#include "services/memory.h"
+#include "services/refuse.h"
+
+#include <tvtypes/datatype.h>
+
+#include <cstring>
+#include <ostream>
+#include <string_view>
+
+namespace TVTypeSys {
+
+void DataType::ReleaseMemory::operator()(void* memory) const noexcept { releaseMemory(memory); }
+
+void DataType::ReleaseValue::operator()(const oxArray_tag* value) const noexcept {
+    releaseValue(value);
+}
+
+DataType::DataType(int id, const std::string& name, DataTypeSource source)
+    : id_(id), name_(name), source_(source), storageId_(id) {}
+
+DataType::~DataType() {
+    properties_.reset();
+    ground_.reset();
+    interface_.reset();
+}
+
+int DataType::getId() const { return id_; }
+
+const char* DataType::getName() const { return name_.c_str(); }
+
+DataTypeSource DataType::getDataTypeSource() const { return source_; }
+
+int DataType::getSize() const { return size_; }
+
+void DataType::setAliasedToLocked(bool locked) { aliasedToLocked_ = locked; }
+
+bool DataType::getAliasedToLocked() const { return aliasedToLocked_; }
+
+void DataType::setIsAliasToLocked(bool locked) { aliasedToLocked_ = locked; }
+
+bool DataType::getIsAliasToLocked() const { return aliasedToLocked_; }
+
+int DataType::getIdAliasedTo() const { return INVALID_DATA_TYPE_ID; }
+
+int DataType::getIdAliasedThruTo() const { return getId(); }
+
+void DataType::updateAliasedToType(DataType* /*type*/) {}
+
+void DataType::updateAliasedThruToType(DataType* /*type*/) {}
+
+int DataType::getTargetSize() const { return targetSize_; }
+
+void DataType::setTargetSize(int targetSize) { targetSize_ = targetSize; }
+
+int DataType::getStorageId() const { return storageId_; }
+
+void DataType::setStorageId(int storageId) { storageId_ = storageId; }
+
+int DataType::getIdAliasedToForTesting() const { return idAliasedToForTesting_; }
+
+void DataType::setIdAliasedToForTesting(int id) { idAliasedToForTesting_ = id; }
+
+const void* DataType::getGround() const { return ground_.get(); }
+
+bool DataType::getDefaultGround() const { return defaultGround_; }
+
+void DataType::setDefaultGround(bool isDefault) { defaultGround_ = isDefault; }
+
+const void* DataType::getProperties() const { return properties_.get(); }
+
+int DataType::getPropertiesSize() const { return propertiesSize_; }
+
+CG::Type* DataType::getCGType() const { return cgType_; }
+
+void DataType::setCGType(CG::Type* type) { cgType_ = type; }
+
+const unsigned int* DataType::getChecksumElements() const { return checksumElements_; }
+
+void DataType::setChecksumElements(const unsigned int* words) {
+    std::memmove(checksumElements_, words, sizeof checksumElements_);
+}
+
+const oxArray_tag* DataType::getInterface() const { return interface_.get(); }
+
+void DataType::setInterface(const oxArray_tag* value) {
+    // Shared before the old value is given up: it may be the same one, held by nobody else.
+    interface_.reset(share(value));
+}
+
+bool DataType::getIsType(DataTypeQualifier qualifier) const { return qualifier_ == qualifier; }
+
+DataTypeQualifier DataType::getType() const { return qualifier_; }
+
+void DataType::setType(DataTypeQualifier qualifier) { qualifier_ = qualifier; }
+
+bool DataType::isAtomic() const { return isAtomic_; }
+
+void DataType::setIsAtomic(bool isAtomic) { isAtomic_ = isAtomic; }
+
+bool DataType::groundHasNonZeroStoredValue() const { return groundHasNonZeroStoredValue_; }
+
+void DataType::setGroundHasNonZeroStoredValue(bool hasNonZero) {
+    groundHasNonZeroStoredValue_ = hasNonZero;
+}
+
+std::vector<int> DataType::dependsOn() const { return {}; }
+
+bool DataType::getVisitFlag() const { return visitFlag_; }
+
+void DataType::setVisitFlag(bool visited) const { visitFlag_ = visited; }
+
+bool DataType::isIntDataType() const { return isDataTypeIntDT(getId()); }
+
+bool DataType::isUnsignedIntDataType() const { return isDataTypeUnsignedIntDT(getId()); }
+
+bool DataType::isSignedIntDataType() const { return isDataTypeSignedIntDT(getId()); }
+
+bool DataType::isSignedDataType() const { return isDataTypeSignedDT(getId()); }
+
+bool DataType::isSignedFixptDT() const { return isDataTypeSignedFixptDT(getName(), getId()); }
+
+bool DataType::isDataTypeFloatDT(int id) { return id == DOUBLE_ID || id == SINGLE_ID; }
+
+bool DataType::isDataTypeIntDT(int id) {
+    return isDataTypeSignedIntDT(id) || isDataTypeUnsignedIntDT(id);
+}
+
+bool DataType::isDataTypeUnsignedIntDT(int id) {
+    return id == UINT8_ID || id == UINT16_ID || id == UINT32_ID;
+}
+
+bool DataType::isDataTypeSignedIntDT(int id) {
+    return id == INT8_ID || id == INT16_ID || id == INT32_ID;
+}
+
+bool DataType::isDataTypeBoolDT(int id) { return id == BOOLEAN_ID; }
+
+bool DataType::isDataTypeSignedDT(int id) {
+    if (id == BOOLEAN_ID) {
+        return builtInRows[BOOLEAN_ID].properties.Signedness == 1;
+    }
+    return isDataTypeFloatDT(id) || isDataTypeSignedIntDT(id);
+}
+
+bool DataType::isDataTypeSignedFixptDT(const char* name, int id) {
+    if (id == BOOLEAN_ID) {
+        return builtInRows[BOOLEAN_ID].properties.Signedness == 1;
+    }
+    const std::string_view text = name == nullptr ? std::string_view() : name;
+    return text.substr(0, 4) != "ufix" && !isDataTypeUnsignedIntDT(id);
+}
+
+BuiltInDataType::BuiltInDataType(int id, const std::string& name, DataTypeSource source)
+    : DataType(id, name, source) {
+    qualifier_ = DataTypeQualifierBuiltIn;
+}
+
+BuiltInDataType::~BuiltInDataType() = default;
+
+} // namespace TVTypeSys

@@ -1,0 +1,26 @@
+/// \file
+/// Refusals as diagnostics, for callers that do not work with exceptions.
+#pragma once
+
+#include <fnd/except.h>
+
+class tvsvDiagnosticImpl;
+
+namespace TVTypeSys {
+
+/// The diagnostic of a refusal, with the block that asked added if its path is known. The caller
+/// owns it.
+tvsvDiagnosticImpl* diagnosticOf(const fnd::except::IException& refusal, const char* blockPath);
+
+/// Runs `operation` and gives null, or the diagnostic of its refusal. Other exceptions pass.
+template <class Operation>
+tvsvDiagnosticImpl* guarded(const char* blockPath, const Operation& operation) {
+    try {
+        operation();
+        return nullptr;
+    } catch (const fnd::except::IException& refusal) {
+        return diagnosticOf(refusal, blockPath);
+    }
+}
+
+} // namespace TVTypeSys

@@ -1,0 +1,11 @@
+#include "services/memory.h"
+
+#include <tvtypes/structdatatype.h>
+
+StructElement::~StructElement() { TVTypeSys::releaseMemory(dimensions); }
+
+void StructElement::setName(const char* newName) { name = newName == nullptr ? "" : newName; }
+
+bool StructElement::getMinSpec() const { return min != -std::numeric_limits<double>::infinity(); }
+
+bool StructElement::getMaxSpec() const { return max != std::numeric_limits<double>::infinity(); }
