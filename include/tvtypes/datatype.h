@@ -44,12 +44,12 @@ inline constexpr int AUTO_DATA_TYPE_ID = -1;
 
 /// What kind of type a record is.
 enum DataTypeQualifier : std::int32_t {
-    DataTypeQualifierBuiltIn = 0,     ///< built-in, "auto" included
-    DataTypeQualifierPredefined = 1,  ///< predefined
-    DataTypeQualifierFixpt = 2,       ///< fixed point or scaled double, known by its name
-    DataTypeQualifierEnum = 3,        ///< enumerated
-    DataTypeQualifierStruct = 4,      ///< struct (bus)
-    DataTypeQualifierUnspecified = 5  ///< all else; also every alias
+    DataTypeQualifierBuiltIn = 0,    ///< built-in, "auto" included
+    DataTypeQualifierPredefined = 1, ///< predefined
+    DataTypeQualifierFixpt = 2,      ///< fixed point or scaled double, known by its name
+    DataTypeQualifierEnum = 3,       ///< enumerated
+    DataTypeQualifierStruct = 4,     ///< struct (bus)
+    DataTypeQualifierUnspecified = 5 ///< all else; also every alias
 };
 
 /// \name The functions of a type

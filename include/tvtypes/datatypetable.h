@@ -128,8 +128,8 @@ class TVTYPES_API DataTypeTable {
                                                 int* outId);
 
     /// Installs the client's hook; an empty pointer removes it.
-    void setClientDataTypeCheckCallback(
-        const boost::shared_ptr<ClientDataTypeCheckCallback>& callback);
+    void
+    setClientDataTypeCheckCallback(const boost::shared_ptr<ClientDataTypeCheckCallback>& callback);
 
     /// Puts `newType`, which stands in the table, in the place of `oldType`, with its id and
     /// storage id; aliases of the old type become aliases of the new one. Destroys `oldType`.
@@ -150,7 +150,8 @@ class TVTYPES_API DataTypeTable {
     void addDataType(DataType* dataType);
 
     /// Takes a record out and destroys it. Later records keep their ids and lose their places, so
-    /// this is for the last record. A pointer that is not in the table is ignored.
+    /// this is for the last record, and for one that no alias stands for. A pointer that is not in
+    /// the table is ignored.
     void removeDataType(DataType* dataType);
 
     /// \name Lookup
@@ -253,8 +254,7 @@ class TVTYPES_API DataTypeTable {
     int adopt(std::unique_ptr<DataType> newRecord, int existingId, const char* blockPath);
     std::size_t positionOf(const DataType* dataType) const;
     void removeAt(std::size_t position);
-    std::unique_ptr<DataType> exchangeAt(std::size_t position,
-                                         std::unique_ptr<DataType> newRecord);
+    std::unique_ptr<DataType> exchangeAt(std::size_t position, std::unique_ptr<DataType> newRecord);
     bool isNumeric(int id, bool booleanCounts) const;
 
     boost::shared_ptr<ClientDataTypeCheckCallback> clientCheckCallback_;

@@ -26,10 +26,10 @@ enum fxpModeDataType : std::int32_t {
 /// All that is known about a numeric type. A plain record: copied by value, compared by field.
 struct TVTYPES_API fxpDataTypeProp {
     fxpModeDataType DataTypeMode;
-    std::uint32_t Signedness;         ///< 1 signed, 0 unsigned, any other value left open
-    std::int32_t WordLength;          ///< bits
-    std::int32_t FixedExponent;       ///< the negated fraction length
-    double SlopeAdjustmentFactor;     ///< in [1, 2) if valid; 1.0 outside fixed point
+    std::uint32_t Signedness;     ///< 1 signed, 0 unsigned, any other value left open
+    std::int32_t WordLength;      ///< bits
+    std::int32_t FixedExponent;   ///< the negated fraction length
+    double SlopeAdjustmentFactor; ///< in [1, 2) if valid; 1.0 outside fixed point
     double Bias;
     std::int32_t DataTypeOverrideState; ///< 1: data type override is off for this type
 

@@ -13,10 +13,10 @@ constexpr bool isLetter(char c) {
 constexpr bool isLetterOrDigit(char c) { return isLetter(c) || (c >= '0' && c <= '9'); }
 
 constexpr std::array<std::string_view, 32> reservedWords{
-    "auto",     "break",  "case",     "char",   "const",   "continue", "default",  "do",
-    "double",   "else",   "enum",     "extern", "float",   "for",      "goto",     "if",
-    "int",      "long",   "register", "return", "short",   "signed",   "sizeof",   "static",
-    "struct",   "switch", "typedef",  "union",  "unsigned", "void",    "volatile", "while"};
+    "auto",   "break",  "case",     "char",   "const",    "continue", "default",  "do",
+    "double", "else",   "enum",     "extern", "float",    "for",      "goto",     "if",
+    "int",    "long",   "register", "return", "short",    "signed",   "sizeof",   "static",
+    "struct", "switch", "typedef",  "union",  "unsigned", "void",     "volatile", "while"};
 
 } // namespace
 

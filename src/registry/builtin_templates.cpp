@@ -44,8 +44,7 @@ BuiltInDataType BuiltInDataTypes[10] = {
 BuiltInDataType PreDefinedDataTypes[5] = {emptyTemplate(), emptyTemplate(), emptyTemplate(),
                                           emptyTemplate(), emptyTemplate()};
 
-AutoDataType::AutoDataType()
-    : BuiltInDataType(AUTO_DATA_TYPE_ID, "auto", DataTypeSourceBuiltIn) {
+AutoDataType::AutoDataType() : BuiltInDataType(AUTO_DATA_TYPE_ID, "auto", DataTypeSourceBuiltIn) {
     size_ = 8;
     idAliasedToForTesting_ = AUTO_DATA_TYPE_ID;
     // "auto" converts and compares like double.

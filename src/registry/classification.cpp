@@ -41,7 +41,8 @@ bool DataTypeTable::isInstrinsicFixptName(const char* name, int* wordLength) {
     if (rest.empty() || rest.front() < '0' || rest.front() > '9') {
         return false;
     }
-    if (rest.find("sfcn") != std::string_view::npos || rest.find("_OBS") != std::string_view::npos) {
+    if (rest.find("sfcn") != std::string_view::npos ||
+        rest.find("_OBS") != std::string_view::npos) {
         return false;
     }
     if (wordLength != nullptr) {

@@ -14,9 +14,7 @@
 
 namespace TVTypeSys {
 
-bool DataTypeTable::isAValidDataType(const char* name) {
-    return isIdentifier(name);
-}
+bool DataTypeTable::isAValidDataType(const char* name) { return isIdentifier(name); }
 
 void DataTypeTable::validateDataTypeName(const char* name) {
     if (!isAValidDataType(name)) {
@@ -149,8 +147,7 @@ void DataTypeTable::registerInternalExtraDataType(DataType* dataType, int id) {
 tvsvDiagnosticImpl* DataTypeTable::RegisterDataType(DataTypeTable* table, const char* blockPath,
                                                     const char* name, DataTypeSource source,
                                                     int* outId) {
-    return guarded(blockPath,
-                   [&] { *outId = table->registerDataType(name, source, blockPath); });
+    return guarded(blockPath, [&] { *outId = table->registerDataType(name, source, blockPath); });
 }
 
 void DataTypeTable::replaceDataType(DataType* oldType, DataType* newType) {

@@ -16,6 +16,8 @@ const oxArray_tag* share(const oxArray_tag* value) {
 }
 
 // The host takes a changeable value because its count changes; its contents do not.
-void releaseValue(const oxArray_tag* value) noexcept { oxDestroyArray(const_cast<oxArray_tag*>(value)); }
+void releaseValue(const oxArray_tag* value) noexcept {
+    oxDestroyArray(const_cast<oxArray_tag*>(value));
+}
 
 } // namespace TVTypeSys

@@ -1,0 +1,65 @@
+#include "support/refusal.h"
+
+#include <ox/array.h>
+#include <tvtypes_res/messages.h>
+
+#include <limits>
+#include <vector>
+
+namespace general = TorvaneTypes::general;
+
+TEST(Diagnostics, JoinInOrderAndAreConsumed) {
+    tvsvDiagnosticImpl* all = nullptr;
+    for (int id : {-2, -3}) {
+        auto* one = tvsvCreateDiagnosticFromMessageID(general::InvalidDataTypeId(id));
+        tvsvConcatenateDiagnostics(all, one, true);
+        EXPECT_EQ(nullptr, one);
+    }
+    ASSERT_EQ(2U, all->size());
+    EXPECT_EQ("InvalidDataTypeId(-3)", summaryOf(*all, 1));
+
+    try {
+        tvsvThrowIExceptionFromDiagnostic(all, nullptr);
+        FAIL();
+    } catch (const fnd::except::IUserException& refusal) {
+        EXPECT_EQ(nullptr, all);
+        const tvsvDiagnosticImpl& carried = refusal.diagnostic();
+        EXPECT_EQ(carried.text(0) + "\n" + carried.text(1), refusal.what());
+        tvsvDiagnosticImpl* copy = tvsvCreateDiagnosticFromIException(refusal, true);
+        EXPECT_EQ(2U, copy->size());
+        tvsvDiscardDiagnostic(copy);
+        EXPECT_EQ(nullptr, copy);
+    }
+}
+
+TEST(Diagnostics, WarningsGoToTheHandlerInPlace) {
+    std::vector<std::string> heard;
+    const auto before = tvsvSetWarningHandler(
+        [&](const tvsvDiagnosticImpl& warning) { heard.push_back(summaryOf(warning)); });
+    auto* warning = tvsvCreateDiagnosticFromMessageID(TorvaneTypes::Unit::LossOfPrecision("ft"));
+    tvsvReportAsWarning(warning);
+    EXPECT_EQ(nullptr, warning);
+    EXPECT_EQ(std::vector<std::string>{"LossOfPrecision(ft)"}, heard);
+
+    tvsvSetWarningHandler(before);
+    warning = tvsvCreateDiagnosticFromMessageID(TorvaneTypes::Unit::LossOfPrecision("in"));
+    testing::internal::CaptureStderr();
+    tvsvReportAsWarning(warning);
+    const std::string written = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(0U, written.find("warning: The scale factor of the unit \"in\"")) << written;
+    EXPECT_EQ(1U, heard.size());
+}
+
+TEST(HostValue, LivesUntilItsLastReference) {
+    oxArray_tag* value = oxCreateDoubleScalar(2.5);
+    EXPECT_TRUE(oxIsTemporary(value));
+    EXPECT_EQ(value, oxShareArray(value));
+    EXPECT_EQ(2, oxGetReferenceCount(value));
+    EXPECT_FALSE(oxIsTemporary(value));
+    oxDestroyArray(value);
+    EXPECT_EQ(1, oxGetReferenceCount(value));
+    EXPECT_EQ(2.5, oxGetScalar(value));
+    EXPECT_EQ("", oxcore::get_string(value));
+    oxDestroyArray(value);
+    oxDestroyArray(nullptr);
+}

@@ -1,0 +1,215 @@
+#include "support/refusal.h"
+
+#include <ox/array.h>
+#include <tvtypes/datatypetable.h>
+
+#include <cstring>
+#include <functional>
+#include <vector>
+
+using namespace TVTypeSys;
+
+namespace {
+
+constexpr auto clientSource = static_cast<DataTypeSource>(2);
+
+DataType plainType() { return DataType(20, "T", clientSource); }
+
+int convertA(_tvDataTypeAccess_tag*, const char*, int, int, int, const void*, const void*, void*) {
+    return 1;
+}
+int convertB(_tvDataTypeAccess_tag*, const char*, int, int, int, const void*, const void*, void*) {
+    return 0;
+}
+int testA(_tvDataTypeAccess_tag*, const char*, int, int, const void*, const void*, void*) {
+    return 1;
+}
+int testB(_tvDataTypeAccess_tag*, const char*, int, int, const void*, const void*, void*) {
+    return 0;
+}
+int compareA(_tvDataTypeAccess_tag*, const char*, int, int, const void*, const void*, const void*,
+             void*) {
+    return 1;
+}
+int compareB(_tvDataTypeAccess_tag*, const char*, int, int, const void*, const void*, const void*,
+             void*) {
+    return 0;
+}
+
+} // namespace
+
+TEST(DataType, StartsUndefined) {
+    const DataType type = plainType();
+    EXPECT_EQ(-1, type.getSize());
+    EXPECT_EQ(20, type.getStorageId());
+    EXPECT_EQ(-10, type.getIdAliasedTo());
+    EXPECT_EQ(20, type.getIdAliasedThruTo());
+    EXPECT_EQ(DataTypeQualifierUnspecified, type.getType());
+    EXPECT_EQ(nullptr, type.getGround());
+    EXPECT_TRUE(type.groundHasNonZeroStoredValue());
+    EXPECT_FALSE(type.getAliasedToLocked() || type.getDefaultGround() || type.isAtomic());
+}
+
+TEST(DataType, TakesItsSizeOnce) {
+    DataType type = plainType();
+    EXPECT_REFUSED("InvalidDataTypeSize(T, -1)", type.setSize(-1));
+    EXPECT_FALSE(type.getAliasedToLocked());
+    EXPECT_ACCEPTED(type.setSize(4));
+    EXPECT_TRUE(type.getIsAliasToLocked() && type.getDefaultGround());
+    EXPECT_EQ(0, std::memcmp(type.getGround(), "\0\0\0\0\0\0\0\0", 8));
+    EXPECT_REFUSED("CannotModifyDataTypeSize(T, 4)", type.setSize(5));
+    EXPECT_REFUSED("CannotModifyDataTypeSize(T, 4)", type.setSize(-1));
+
+    DataType empty = plainType();
+    EXPECT_ACCEPTED(empty.setSize(0));
+    EXPECT_REFUSED("CannotModifyDataTypeSize(T, 0)", empty.setSize(4));
+    EXPECT_ACCEPTED(empty.setGround("")); // no bytes
+
+    DataType boolean(8, "boolean", DataTypeSourceBuiltIn);
+    boolean.setSize(1);
+    boolean.setGround("a");
+    EXPECT_REFUSED("InvalidDataTypeSize(boolean, -2)", boolean.setSize(-2));
+    EXPECT_ACCEPTED(boolean.setSize(2));
+    EXPECT_EQ(0, std::memcmp(boolean.getGround(), "\0\0\0\0", 4));
+    EXPECT_TRUE(boolean.getDefaultGround());
+}
+
+TEST(DataType, TakesItsGroundOnceForEachSettingOfTheSize) {
+    DataType type = plainType();
+    EXPECT_REFUSED("CannotSetGroundRepBeforeSettingSize(T)", type.setGround("abcd"));
+    type.setSize(4);
+    EXPECT_ACCEPTED(type.setGround("abcd"));
+    EXPECT_EQ(0, std::memcmp(type.getGround(), "abcdabcd", 8));
+    EXPECT_FALSE(type.getDefaultGround());
+    EXPECT_ACCEPTED(type.setGround("abcd"));
+    EXPECT_REFUSED("CannotModifyDataTypeGroundRepresentation(T)", type.setGround("abce"));
+    type.setSize(4);
+    EXPECT_EQ(0, std::memcmp(type.getGround(), "abcdabcd", 8)) << "opened, not cleared";
+    EXPECT_ACCEPTED(type.setGround("wxyz"));
+    EXPECT_EQ(0, std::memcmp(type.getGround(), "wxyzwxyz", 8));
+}
+
+TEST(DataType, TakesItsPropertiesOnce) {
+    DataType type = plainType();
+    EXPECT_REFUSED("CannotSetPropertiesBeforeSettingSize(T)", type.setProperties("abcd"));
+    EXPECT_REFUSED("InvalidDataTypePropertiesSize(T, -8)", type.setPropertiesSize(-8));
+    EXPECT_ACCEPTED(type.setPropertiesSize(0));
+    EXPECT_TRUE(type.getAliasedToLocked());
+    EXPECT_ACCEPTED(type.setProperties(nullptr));
+    EXPECT_ACCEPTED(type.setPropertiesSize(4));
+    EXPECT_EQ(nullptr, type.getProperties());
+    EXPECT_REFUSED("CannotModifyDataTypePropertiesSize(T, 4, -8)", type.setPropertiesSize(-8));
+    EXPECT_ACCEPTED(type.setPropertiesSize(4));
+    const char bytes[] = "abcd";
+    EXPECT_ACCEPTED(type.setProperties(bytes));
+    EXPECT_NE(static_cast<const void*>(bytes), type.getProperties());
+    EXPECT_EQ(0, std::memcmp(type.getProperties(), bytes, 4));
+    EXPECT_ACCEPTED(type.setProperties("abcd"));
+    EXPECT_REFUSED("CannotModifyDataTypeProperties(T)", type.setProperties("abce"));
+}
+
+TEST(DataType, TakesEachFunctionOnce) {
+    struct Function {
+        const char* conflict;
+        std::function<void(DataType&, int which)> set; // 0 is null
+    };
+    const Function functions[] = {
+        {"InconsistentDataTypeConvertBetweenFcn(T)",
+         [](DataType& t, int w) {
+             t.setConvertBetweenFcn(w == 0 ? nullptr : w == 1 ? convertA : convertB);
+         }},
+        {"InconsistentDataTypeIsPositiveFcn(T)",
+         [](DataType& t, int w) {
+             t.setIsPositiveFcn(w == 0 ? nullptr : w == 1 ? testA : testB);
+         }},
+        {"InconsistentDataTypeIsNegativeFcn(T)",
+         [](DataType& t, int w) {
+             t.setIsNegativeFcn(w == 0 ? nullptr : w == 1 ? testA : testB);
+         }},
+        {"InconsistentDataTypeGreaterThanFcn(T)",
+         [](DataType& t, int w) {
+             t.setGreaterThanFcn(w == 0 ? nullptr : w == 1 ? compareA : compareB);
+         }},
+        {"InconsistentDataTypeGreaterEqualFcn(T)",
+         [](DataType& t, int w) {
+             t.setGreaterEqualFcn(w == 0 ? nullptr : w == 1 ? compareA : compareB);
+         }},
+    };
+    for (const Function& function : functions) {
+        DataType type = plainType();
+        EXPECT_ACCEPTED(function.set(type, 0));
+        EXPECT_TRUE(type.getAliasedToLocked()) << "null locks too";
+        EXPECT_ACCEPTED(function.set(type, 1));
+        EXPECT_ACCEPTED(function.set(type, 1));
+        EXPECT_REFUSED(function.conflict, function.set(type, 2));
+        EXPECT_REFUSED(function.conflict, function.set(type, 0));
+    }
+
+    DataType type = plainType();
+    const HostToTargetFcn toTarget = [](ExternalSim_tag*, char*, const void*, int, int) {};
+    const TargetToHostFcn toHost = [](ExternalSim_tag*, void*, const char*, int, int) {};
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_ACCEPTED(type.setHostToTargetFcn(toTarget));
+        EXPECT_ACCEPTED(type.setTargetToHostFcn(toHost));
+    }
+    EXPECT_REFUSED("InConsistentTargetToHostFcn()", type.setHostToTargetFcn(nullptr));
+    EXPECT_REFUSED("InConsistentTargetToHostFcn()", type.setTargetToHostFcn(nullptr));
+    EXPECT_FALSE(type.getAliasedToLocked());
+}
+
+TEST(DataType, SharesItsInterfaceValue) {
+    oxArray_tag* value = oxCreateString("enumeration");
+    {
+        DataType type = plainType();
+        type.setInterface(value);
+        EXPECT_EQ(value, type.getInterface());
+        EXPECT_EQ(2, oxGetReferenceCount(value));
+        oxDestroyArray(value); // the type holds the last reference
+        type.setInterface(value);
+        EXPECT_EQ(1, oxGetReferenceCount(value));
+        oxShareArray(value);
+    }
+    EXPECT_EQ(1, oxGetReferenceCount(value));
+    oxDestroyArray(value);
+}
+
+TEST(DataType, AutoTakesNoDefinition) {
+    AutoDataType type;
+    EXPECT_STREQ("auto", type.getName());
+    EXPECT_ACCEPTED(type.setSize(-4));
+    EXPECT_ACCEPTED(type.setGround("abcdefgh"));
+    EXPECT_ACCEPTED(type.setPropertiesSize(-1));
+    EXPECT_ACCEPTED(type.setIsPositiveFcn(testA));
+    type.setStorageId(3);
+    type.setDefaultGround(true);
+    EXPECT_EQ(8, type.getSize());
+    EXPECT_EQ(-1, type.getStorageId());
+    EXPECT_EQ(-1, type.getIdAliasedToForTesting());
+    EXPECT_FALSE(type.getDefaultGround());
+}
+
+TEST(DataType, IsClassifiedById) {
+    struct {
+        int id;
+        const char* classes; // float, int, unsigned int, signed int, bool, signed
+    } const cases[] = {{-1, "......"}, {0, "f....s"}, {1, "f....s"}, {2, ".i.n.s"},
+                       {3, ".iu..."},  {4, ".i.n.s"}, {5, ".iu..."}, {6, ".i.n.s"},
+                       {7, ".iu..."},  {8, "....b."}, {9, "......"}, {-10, "......"}};
+    for (const auto& c : cases) {
+        const std::string classes = {DataType::isDataTypeFloatDT(c.id) ? 'f' : '.',
+                                     DataType::isDataTypeIntDT(c.id) ? 'i' : '.',
+                                     DataType::isDataTypeUnsignedIntDT(c.id) ? 'u' : '.',
+                                     DataType::isDataTypeSignedIntDT(c.id) ? 'n' : '.',
+                                     DataType::isDataTypeBoolDT(c.id) ? 'b' : '.',
+                                     DataType::isDataTypeSignedDT(c.id) ? 's' : '.'};
+        EXPECT_EQ(c.classes, classes) << c.id;
+        EXPECT_EQ(DataType::isDataTypeSignedIntDT(c.id),
+                  DataType(c.id, "T", clientSource).isSignedIntDataType());
+    }
+    EXPECT_FALSE(DataType::isDataTypeSignedFixptDT("ufix8", 20));
+    EXPECT_TRUE(DataType::isDataTypeSignedFixptDT("sfix8", 20));
+    EXPECT_TRUE(DataType::isDataTypeSignedFixptDT("fltu8", 20));
+    EXPECT_TRUE(DataType::isDataTypeSignedFixptDT(nullptr, 0));
+    EXPECT_FALSE(DataType::isDataTypeSignedFixptDT("uint8", 3));
+    EXPECT_FALSE(DataType::isDataTypeSignedFixptDT("boolean", 8));
+}

@@ -1,0 +1,137 @@
+// Lookups by name against what they mean: a scan of the records from position 0.
+#include <tvtypes/datatypetable.h>
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+using namespace TVTypeSys;
+
+namespace {
+
+constexpr auto clientSource = static_cast<DataTypeSource>(2);
+
+int scan(const DataTypeTable& table, const std::string& name) {
+    for (int i = 0; i < table.getNumDataTypes(); ++i) {
+        const DataType& type = *table.getDataTypeAt(static_cast<std::size_t>(i));
+        if ((type.getName() == nullptr ? "" : type.getName()) == name) {
+            return type.getId();
+        }
+    }
+    return INVALID_DATA_TYPE_ID;
+}
+
+// A record whose name is another text than its own, and may change.
+class Renamed : public DataType {
+  public:
+    Renamed(int id, std::string shown)
+        : DataType(id, "hidden", clientSource), shown_(std::move(shown)) {}
+    const char* getName() const override { return shown_.empty() ? nullptr : shown_.c_str(); }
+    void rename(std::string shown) { shown_ = std::move(shown); }
+
+  private:
+    std::string shown_;
+};
+
+// Whether another type points at this one.
+bool isAliased(const DataTypeTable& table, int id) {
+    for (int other = -1; other + 1 < table.getNumDataTypes(); ++other) {
+        const DataType& type = *table.getDataTypeAt(static_cast<std::size_t>(other + 1));
+        if (other != id && (type.getIdAliasedTo() == id || type.getIdAliasedThruTo() == id)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+class AnyTable : public DataTypeTable {
+  public:
+    bool shortCircuitRegistration(DataTypeSource source) const override {
+        return source != static_cast<DataTypeSource>(3);
+    }
+};
+
+} // namespace
+
+TEST(NameLookup, IsTheScanAfterEveryChangeOfTheTable) {
+    std::mt19937 random(3);
+    const auto pick = [&random](int count) {
+        return std::uniform_int_distribution<int>(0, count - 1)(random);
+    };
+    const std::string names[] = {"A", "B", "C", "D", "E", "F", "", "double", "hidden"};
+    for (int script = 0; script < 300; ++script) {
+        AnyTable table;
+        for (int step = 0; step < 40; ++step) {
+            const std::string& name = names[pick(std::size(names))];
+            const char* text = name.c_str();
+            const int last = table.getNumDataTypes() - 2;
+            // 3 replaces, 4 is unchecked. The built-in types stay.
+            const auto source = static_cast<DataTypeSource>(name == "double" ? 4 : 2 + pick(3));
+            try {
+                switch (pick(8)) {
+                case 0:
+                    table.registerDataType(text, source, nullptr);
+                    break;
+                case 1:
+                    table.registerAliasDataType(text, source, pick(last + 2) - 1, nullptr);
+                    break;
+                case 2:
+                    table.addDataType(new DataType(last + 1, name, clientSource));
+                    break;
+                case 3:
+                    table.addDataType(new Renamed(last + 1, name));
+                    break;
+                case 4:
+                    for (int id = 14; id <= last; ++id) {
+                        auto* type = dynamic_cast<Renamed*>(
+                            table.getDataTypeAt(static_cast<std::size_t>(id + 1)));
+                        if (type != nullptr && pick(3) == 0) {
+                            type->rename(name);
+                        }
+                    }
+                    break;
+                case 5:
+                    if (last > 13 && !isAliased(table, last)) {
+                        table.removeDataType(
+                            table.getDataTypeAt(static_cast<std::size_t>(last + 1)));
+                    }
+                    break;
+                case 6:
+                    if (last > 13) {
+                        table.setDataTypeIdAliasedTo(14 + pick(last - 13), pick(last + 2) - 1);
+                    }
+                    break;
+                default:
+                    if (pick(10) == 0) {
+                        table.resetToBuiltin();
+                    }
+                }
+            } catch (const std::exception&) {
+                // Refused: nothing may have changed.
+            }
+            for (const std::string& wanted : names) {
+                ASSERT_EQ(scan(table, wanted), table.getDataTypeId(wanted.c_str()))
+                    << "script " << script << ", step " << step << ", name '" << wanted << "'";
+            }
+        }
+    }
+}
+
+TEST(NameLookup, TakesNullForTheEmptyName) {
+    DataTypeTable table;
+    EXPECT_EQ(-10, table.getDataTypeId(nullptr));
+    table.addDataType(new Renamed(14, ""));
+    EXPECT_EQ(14, table.getDataTypeId(nullptr));
+}
+
+TEST(NameLookup, SurvivesTheRemovalOfARecordInTheMiddle) {
+    DataTypeTable table;
+    for (const char* name : {"A", "B", "C"}) {
+        table.registerDataType(name, clientSource, nullptr);
+    }
+    table.removeDataType(table.getDataTypeAt(15));
+    EXPECT_EQ(-10, table.getDataTypeId("A"));
+    EXPECT_EQ(16, table.getDataTypeId("C")) << "the id that its record has";
+    EXPECT_EQ(17, table.getNumDataTypes());
+}

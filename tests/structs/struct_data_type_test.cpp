@@ -1,0 +1,42 @@
+#include <tvtypes/datatypetable.h>
+#include <tvtypes/structdatatype.h>
+
+#include <fndut/alloc.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+TEST(StructDataType, IsRegisteredAndFilled) {
+    TVTypeSys::DataTypeTable table;
+    const int id = table.registerStructDataType("Wheel", static_cast<DataTypeSource>(2), nullptr);
+    auto* type =
+        dynamic_cast<StructDataType*>(table.getDataTypeAt(static_cast<std::size_t>(id) + 1));
+    ASSERT_NE(nullptr, type);
+    EXPECT_EQ(TVTypeSys::DataTypeQualifierStruct, type->getType());
+    EXPECT_EQ(id, type->getStorageId());
+    EXPECT_FALSE(type->isBusType());
+
+    type->setNumElements(3);
+    const int ids[] = {0, -1, 0};
+    for (int i = 0; i < 3; ++i) {
+        StructElement& element = *type->getElements()[static_cast<std::size_t>(i)];
+        EXPECT_EQ(INVALID_DATA_TYPE_ID, element.dataTypeId);
+        element.setDataTypeId(ids[i]);
+        element.setDimensions(static_cast<int*>(utCalloc(2, sizeof(int))));
+    }
+    EXPECT_EQ((std::vector<int>{0, -1, 0}), type->dependsOn());
+    type->setNumElements(-1);
+    EXPECT_EQ(0, type->getNumElements());
+}
+
+TEST(StructElement, TellsWhetherItsLimitsAreSpecified) {
+    StructElement element;
+    EXPECT_FALSE(element.getMinSpec() || element.getMaxSpec());
+    element.setMin(std::numeric_limits<double>::quiet_NaN());
+    element.setMax(-std::numeric_limits<double>::infinity());
+    EXPECT_TRUE(element.getMinSpec() && element.getMaxSpec());
+    element.setName(nullptr);
+    EXPECT_EQ("", element.name);
+}
