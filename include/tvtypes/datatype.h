@@ -86,6 +86,7 @@ class TVTYPES_API DataType {
   public:
     /// A type with nothing set: size -1, storage id equal to its id, qualifier unspecified.
     DataType(int id, const std::string& name, DataTypeSource source);
+    DataType(int id, std::string&& name, DataTypeSource source);
     virtual ~DataType();
     DataType(const DataType&) = delete;
     DataType& operator=(const DataType&) = delete;
@@ -232,6 +233,7 @@ class TVTYPES_API DataType {
     static bool isDataTypeSignedFixptDT(const char* name, int id);
 
   private:
+    friend class AliasDataType;
     friend class AutoDataType;
     friend class BuiltInDataType;
     friend class DataTypeTable;
@@ -268,6 +270,8 @@ class TVTYPES_API DataType {
     mutable bool visitFlag_ = false;
     DataTypeQualifier qualifier_ = DataTypeQualifierUnspecified;
     bool aliasedToLocked_ = false;
+    // Whether an alias has ever pointed at this record: if not, none needs to be told of its end.
+    mutable bool isAliasTarget_ = false;
     TargetToHostFcn targetToHostFcn_ = nullptr;
     HostToTargetFcn hostToTargetFcn_ = nullptr;
     int targetSize_ = 0;
@@ -369,6 +373,8 @@ class TVTYPES_API AliasDataType : public DataType {
     virtual void setIdAliasedThruTo(int id);
 
   private:
+    void markTargets() const;
+
     const DataType* aliasedToType_;
     const DataType* aliasedThruToType_;
 };

@@ -251,15 +251,19 @@ class TVTYPES_API DataTypeTable {
     void initialize();
     DataType* record(int id) const;
     bool isNewName(const char* name, DataTypeSource source, int& existingId) const;
+    void append(std::unique_ptr<DataType> newRecord);
     int adopt(std::unique_ptr<DataType> newRecord, int existingId, const char* blockPath);
     std::size_t positionOf(const DataType* dataType) const;
     void removeAt(std::size_t position);
-    std::unique_ptr<DataType> exchangeAt(std::size_t position, std::unique_ptr<DataType> newRecord);
+    void replaceAt(std::size_t oldPosition, std::size_t newPosition);
+    bool mayBeAliased(const DataType& dataType) const;
     bool isNumeric(int id, bool booleanCounts) const;
 
     boost::shared_ptr<ClientDataTypeCheckCallback> clientCheckCallback_;
     std::vector<std::unique_ptr<DataType>> dataTypes_;
     std::unique_ptr<NameIndex> nameIndex_;
+    // Whether there are records of a client's own class, which may be aliases of any kind.
+    bool hasClientRecords_ = false;
     mutable int anonymousTypeCount_ = 0;
     mutable char anonymousTypeName_[16] = {};
     std::unique_ptr<_tvDataTypeAccess_tag, ReleaseMemory> dataTypeAccess_;

@@ -10,7 +10,15 @@ constexpr bool isLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
 }
 
-constexpr bool isLetterOrDigit(char c) { return isLetter(c) || (c >= '0' && c <= '9'); }
+// Looked up for every character of every name that is registered.
+constexpr std::array<bool, 256> isLetterOrDigit = [] {
+    std::array<bool, 256> table{};
+    for (std::size_t code = 0; code < 128; ++code) {
+        const char c = static_cast<char>(code);
+        table[code] = isLetter(c) || (c >= '0' && c <= '9');
+    }
+    return table;
+}();
 
 constexpr std::array<std::string_view, 32> reservedWords{
     "auto",   "break",  "case",     "char",   "const",    "continue", "default",  "do",
@@ -25,7 +33,11 @@ bool tvIsValidANSICIdentifier(const char* text, bool acceptReservedWords) {
         return false;
     }
     const std::string_view name = text;
-    return std::all_of(name.begin(), name.end(), isLetterOrDigit) &&
-           (acceptReservedWords ||
-            std::find(reservedWords.begin(), reservedWords.end(), name) == reservedWords.end());
+    for (const char c : name) {
+        if (!isLetterOrDigit[static_cast<unsigned char>(c)]) {
+            return false;
+        }
+    }
+    return acceptReservedWords ||
+           std::find(reservedWords.begin(), reservedWords.end(), name) == reservedWords.end();
 }

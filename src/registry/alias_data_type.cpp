@@ -7,7 +7,9 @@ namespace TVTypeSys {
 
 AliasDataType::AliasDataType(int id, const std::string& name, DataTypeSource source,
                              const DataType* aliasedTo, const DataType* aliasedThruTo)
-    : DataType(id, name, source), aliasedToType_(aliasedTo), aliasedThruToType_(aliasedThruTo) {}
+    : DataType(id, name, source), aliasedToType_(aliasedTo), aliasedThruToType_(aliasedThruTo) {
+    markTargets();
+}
 
 AliasDataType::AliasDataType(DataType* plainType, const DataType* aliasedTo,
                              const DataType* aliasedThruTo)
@@ -22,8 +24,22 @@ int AliasDataType::getIdAliasedTo() const { return aliasedToType_->getId(); }
 int AliasDataType::getIdAliasedThruTo() const { return aliasedThruToType_->getId(); }
 bool AliasDataType::getIsAliasToLocked() const { return true; }
 std::vector<int> AliasDataType::dependsOn() const { return {getIdAliasedTo()}; }
-void AliasDataType::updateAliasedToType(DataType* type) { aliasedToType_ = type; }
-void AliasDataType::updateAliasedThruToType(DataType* type) { aliasedThruToType_ = type; }
+void AliasDataType::updateAliasedToType(DataType* type) {
+    aliasedToType_ = type;
+    markTargets();
+}
+void AliasDataType::updateAliasedThruToType(DataType* type) {
+    aliasedThruToType_ = type;
+    markTargets();
+}
+
+void AliasDataType::markTargets() const {
+    for (const DataType* target : {aliasedToType_, aliasedThruToType_}) {
+        if (target != nullptr) {
+            target->isAliasTarget_ = true;
+        }
+    }
+}
 
 // Answered by the type at the end of the chain.
 

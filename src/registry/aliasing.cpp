@@ -1,4 +1,5 @@
 // Types that stand for other types.
+#include "registry/name_index.h"
 #include "services/refuse.h"
 
 #include <tvtypes/datatypetable.h>
@@ -46,15 +47,21 @@ void DataTypeTable::setDataTypeIdAliasedTo(int id, int idAliasedTo) {
     if (plainType->getAliasedToLocked()) {
         refuse(general::CannotSetAliasForDefinedType(name));
     }
-    if (idAliasedTo == id || alreadyAliasedToDirectlyOrIndirectly(idAliasedTo, id)) {
+    if (idAliasedTo == id ||
+        (mayBeAliased(*plainType) && alreadyAliasedToDirectlyOrIndirectly(idAliasedTo, id))) {
         refuse(general::DataTypeAliasLoop(name, textOf(target->getName())));
     }
     DataType* const end = record(target->getIdAliasedThruTo());
     auto alias = std::make_unique<AliasDataType>(plainType, target, end);
     DataType* const newType = alias.get();
+    const auto position = static_cast<std::size_t>(id + 1);
+    nameIndex_->leave(position);
     // Kept until nothing points at it any more.
-    const std::unique_ptr<DataType> old =
-        exchangeAt(static_cast<std::size_t>(id + 1), std::move(alias));
+    const std::unique_ptr<DataType> old = std::exchange(dataTypes_[position], std::move(alias));
+    nameIndex_->enter(position);
+    if (!mayBeAliased(*old)) {
+        return;
+    }
     for (const std::unique_ptr<DataType>& dataType : dataTypes_) {
         if (dataType->getIdAliasedTo() != dataType->getId() && dataType->getIdAliasedTo() == id) {
             dataType->updateAliasedToType(newType);

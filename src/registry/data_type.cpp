@@ -8,6 +8,7 @@
 #include <cstring>
 #include <ostream>
 #include <string_view>
+#include <utility>
 
 namespace TVTypeSys {
 
@@ -18,7 +19,10 @@ void DataType::ReleaseValue::operator()(const oxArray_tag* value) const noexcept
 }
 
 DataType::DataType(int id, const std::string& name, DataTypeSource source)
-    : id_(id), name_(name), source_(source), storageId_(id) {}
+    : DataType(id, std::string(name), source) {}
+
+DataType::DataType(int id, std::string&& name, DataTypeSource source)
+    : id_(id), name_(std::move(name)), source_(source), storageId_(id) {}
 
 DataType::~DataType() {
     properties_.reset();

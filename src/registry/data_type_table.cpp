@@ -5,8 +5,10 @@
 #include "services/refuse.h"
 
 #include <tvtypes/datatypetable.h>
+#include <tvtypes/structdatatype.h>
 
 #include <algorithm>
+#include <typeinfo>
 #include <utility>
 
 namespace TVTypeSys {
@@ -80,10 +82,19 @@ void DataTypeTable::setAtomicWordLengths(const std::vector<int>& wordLengths) {
     atomicWordLengths_ = wordLengths;
 }
 
+void DataTypeTable::append(std::unique_ptr<DataType> newRecord) {
+    dataTypes_.push_back(std::move(newRecord));
+    nameIndex_->addLast();
+}
+
 void DataTypeTable::addDataType(DataType* dataType) {
     std::unique_ptr<DataType> owned(dataType);
-    dataTypes_.push_back(std::move(owned));
-    nameIndex_->addLast();
+    const std::type_info& type = typeid(*dataType);
+    hasClientRecords_ =
+        hasClientRecords_ || (type != typeid(DataType) && type != typeid(BuiltInDataType) &&
+                              type != typeid(AutoDataType) && type != typeid(AliasDataType) &&
+                              type != typeid(StructDataType));
+    append(std::move(owned));
 }
 
 void DataTypeTable::removeDataType(DataType* dataType) {
@@ -117,13 +128,9 @@ void DataTypeTable::removeAt(std::size_t position) {
     }
 }
 
-/// Puts a record in the place of another, and gives that one.
-std::unique_ptr<DataType> DataTypeTable::exchangeAt(std::size_t position,
-                                                    std::unique_ptr<DataType> newRecord) {
-    nameIndex_->leave(position);
-    std::unique_ptr<DataType> old = std::exchange(dataTypes_[position], std::move(newRecord));
-    nameIndex_->enter(position);
-    return old;
+/// Whether a record may have aliases that must be told when it is replaced.
+bool DataTypeTable::mayBeAliased(const DataType& dataType) const {
+    return hasClientRecords_ || dataType.isAliasTarget_;
 }
 
 int DataTypeTable::getParameterUnderflowDiagnostic() const { return 1; }

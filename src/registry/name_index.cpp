@@ -9,13 +9,18 @@ std::string_view NameIndex::nameOf(const DataType& record) {
     return name == nullptr ? std::string_view() : name;
 }
 
+NameIndex::Key NameIndex::keyOf(std::string_view name) {
+    return {name.data(), static_cast<std::uint32_t>(name.size()),
+            static_cast<std::uint32_t>(std::hash<std::string_view>()(name))};
+}
+
 bool NameIndex::answersOwnName(const DataType& record) {
     return record.getName() == record.name_.c_str();
 }
 
 std::optional<std::size_t> NameIndex::find(std::string_view name) const {
     std::optional<std::size_t> first;
-    if (const auto found = firstPositions_.find(name); found != firstPositions_.end()) {
+    if (const auto found = firstPositions_.find(keyOf(name)); found != firstPositions_.end()) {
         first = found->second;
     }
     for (const std::uint32_t position : asked_) {
@@ -38,13 +43,13 @@ void NameIndex::enter(std::size_t position) {
         asked_.insert(std::upper_bound(asked_.begin(), asked_.end(), place), place);
         return;
     }
-    const auto [entry, isNew] = firstPositions_.try_emplace(nameOf(record), place);
+    const auto [entry, isNew] = firstPositions_.try_emplace(keyOf(nameOf(record)), place);
     if (!isNew) {
-        hasDuplicates_ = true;
+        ++duplicates_;
         if (place < entry->second) {
             // The key must be the name of the record that the entry stands for.
             firstPositions_.erase(entry);
-            firstPositions_.emplace(nameOf(record), place);
+            firstPositions_.emplace(keyOf(nameOf(record)), place);
         }
     }
 }
@@ -58,16 +63,19 @@ void NameIndex::leave(std::size_t position) {
         return;
     }
     const std::string_view name = record.name_.c_str();
-    const auto entry = firstPositions_.find(name);
-    if (entry == firstPositions_.end() || entry->second != place) {
-        return; // an earlier record has the name
+    const auto entry = firstPositions_.find(keyOf(name));
+    if (entry->second != place) {
+        --duplicates_; // an earlier record has the name
+        return;
     }
     firstPositions_.erase(entry);
-    if (hasDuplicates_) {
+    if (duplicates_ > 0) {
         for (std::size_t later = position + 1; later < records_.size(); ++later) {
-            if (answersOwnName(*records_[later]) && nameOf(*records_[later]) == name) {
-                firstPositions_.emplace(nameOf(*records_[later]),
+            const bool isAsked = std::binary_search(asked_.begin(), asked_.end(), later);
+            if (!isAsked && nameOf(*records_[later]) == name) {
+                firstPositions_.emplace(keyOf(nameOf(*records_[later])),
                                         static_cast<std::uint32_t>(later));
+                --duplicates_;
                 break;
             }
         }
@@ -77,7 +85,7 @@ void NameIndex::leave(std::size_t position) {
 void NameIndex::rebuild() {
     firstPositions_.clear();
     asked_.clear();
-    hasDuplicates_ = false;
+    duplicates_ = 0;
     for (std::size_t position = 0; position < records_.size(); ++position) {
         enter(position);
     }

@@ -41,23 +41,29 @@ class NameIndex {
     void rebuild();
 
   private:
-    struct Hash {
-        using is_avalanching = void;
-        std::size_t operator()(std::string_view name) const noexcept {
-            return std::hash<std::string_view>()(name);
-        }
+    /// A name inside a record, with its hash: growing the index must not read every name again.
+    struct Key {
+        const char* text;
+        std::uint32_t length;
+        std::uint32_t hash;
+
+        std::string_view name() const { return {text, length}; }
+        bool operator==(const Key& other) const { return name() == other.name(); }
+    };
+    struct HashOfKey {
+        std::size_t operator()(const Key& key) const noexcept { return key.hash; }
     };
 
+    static Key keyOf(std::string_view name);
     static std::string_view nameOf(const DataType& record);
     static bool answersOwnName(const DataType& record);
 
     const Records& records_;
-    // The keys are the names inside the records.
-    boost::unordered_flat_map<std::string_view, std::uint32_t, Hash> firstPositions_;
+    boost::unordered_flat_map<Key, std::uint32_t, HashOfKey> firstPositions_;
     // Positions of the records that are asked each time, in ascending order.
     std::vector<std::uint32_t> asked_;
-    // Whether some indexed name stands at more than one position.
-    bool hasDuplicates_ = false;
+    // How many indexed records have a name that an earlier one has.
+    std::size_t duplicates_ = 0;
 };
 
 } // namespace TVTypeSys

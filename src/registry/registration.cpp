@@ -50,7 +50,7 @@ bool DataTypeTable::isNewName(const char* name, DataTypeSource source, int& exis
 int DataTypeTable::adopt(std::unique_ptr<DataType> newRecord, int existingId,
                          const char* blockPath) {
     DataType* const added = newRecord.get();
-    addDataType(newRecord.release());
+    append(std::move(newRecord));
     if (clientCheckCallback_) {
         try {
             clientCheckCallback_->checkRegisteredType(added, blockPath);
@@ -60,7 +60,7 @@ int DataTypeTable::adopt(std::unique_ptr<DataType> newRecord, int existingId,
         }
     }
     if (existingId != INVALID_DATA_TYPE_ID) {
-        replaceDataType(record(existingId), added);
+        replaceAt(static_cast<std::size_t>(existingId + 1), positionOf(added));
     }
     return added->getId();
 }
@@ -80,7 +80,7 @@ int DataTypeTable::registerDataType(const char* name, DataTypeSource source,
     } else if (count < initialCount) {
         dataType = std::make_unique<BuiltInDataType>(newId, name, source);
     } else {
-        dataType = std::make_unique<DataType>(newId, name, source);
+        dataType = std::make_unique<DataType>(newId, std::string(name), source);
     }
 
     int wordLength = 0;
@@ -153,19 +153,25 @@ tvsvDiagnosticImpl* DataTypeTable::RegisterDataType(DataTypeTable* table, const 
 void DataTypeTable::replaceDataType(DataType* oldType, DataType* newType) {
     const std::size_t oldPosition = positionOf(oldType);
     const std::size_t newPosition = positionOf(newType);
-    if (oldType == newType || oldPosition == dataTypes_.size() ||
-        newPosition == dataTypes_.size()) {
-        return;
+    if (oldType != newType && oldPosition < dataTypes_.size() && newPosition < dataTypes_.size()) {
+        replaceAt(oldPosition, newPosition);
     }
-    for (const std::unique_ptr<DataType>& dataType : dataTypes_) {
-        if (dataType->getIdAliasedTo() == INVALID_DATA_TYPE_ID) {
-            continue;
-        }
-        if (dataType->getIdAliasedTo() == oldType->getId()) {
-            dataType->updateAliasedToType(newType);
-        }
-        if (dataType->getIdAliasedThruTo() == oldType->getId()) {
-            dataType->updateAliasedThruToType(newType);
+}
+
+void DataTypeTable::replaceAt(std::size_t oldPosition, std::size_t newPosition) {
+    DataType* const oldType = dataTypes_[oldPosition].get();
+    DataType* const newType = dataTypes_[newPosition].get();
+    if (mayBeAliased(*oldType)) {
+        for (const std::unique_ptr<DataType>& dataType : dataTypes_) {
+            if (dataType->getIdAliasedTo() == INVALID_DATA_TYPE_ID) {
+                continue;
+            }
+            if (dataType->getIdAliasedTo() == oldType->getId()) {
+                dataType->updateAliasedToType(newType);
+            }
+            if (dataType->getIdAliasedThruTo() == oldType->getId()) {
+                dataType->updateAliasedThruToType(newType);
+            }
         }
     }
     newType->id_ = oldType->getId();

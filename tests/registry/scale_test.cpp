@@ -1,0 +1,55 @@
+// What must not grow with the square of the table: these take milliseconds, or minutes.
+#include <tvtypes/datatypetable.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+using namespace TVTypeSys;
+
+namespace {
+
+constexpr int count = 100'000;
+constexpr auto clientSource = static_cast<DataTypeSource>(2);
+
+class ReplacingTable : public DataTypeTable {
+  public:
+    bool shortCircuitRegistration(DataTypeSource) const override { return false; }
+};
+
+std::string name(int i) { return "type_" + std::to_string(i); }
+
+} // namespace
+
+TEST(Scale, PlainTypesBecomeAliases) {
+    DataTypeTable table;
+    for (int i = 0; i < count; ++i) {
+        table.registerDataType(name(i).c_str(), clientSource, nullptr);
+    }
+    for (int i = 0; i < count; ++i) {
+        table.setDataTypeIdAliasedTo(14 + i, i % 9);
+    }
+    EXPECT_EQ(4, table.getDataTypeAliasedThruTo(14 + 4)->getId());
+    EXPECT_EQ(14 + count - 1, table.getDataTypeId(name(count - 1).c_str()));
+}
+
+TEST(Scale, TypesAreReplaced) {
+    ReplacingTable table;
+    for (int round = 0; round < 2; ++round) {
+        for (int i = 0; i < count; ++i) {
+            ASSERT_EQ(14 + i, table.registerDataType(name(i).c_str(), clientSource, nullptr));
+        }
+    }
+    EXPECT_EQ(15 + count, table.getNumDataTypes());
+}
+
+TEST(Scale, AliasChainsAreLong) {
+    DataTypeTable table;
+    int id = 0;
+    for (int i = 0; i < count; ++i) {
+        id = table.registerAliasDataType(name(i).c_str(), clientSource, id, nullptr);
+    }
+    EXPECT_EQ(8, table.getDataTypeAt(static_cast<std::size_t>(id + 1))->getSize());
+    EXPECT_EQ(0, table.getDataTypeIdCommonAncestor(id, 0));
+    EXPECT_EQ(id - 2, table.getDataTypeIdCommonAncestor(id, id - 2));
+}
