@@ -37,9 +37,9 @@ std::size_t heapInUse() {
 }
 
 void perName(benchmark::State& state) {
-    state.counters["per_name"] = benchmark::Counter(
-        static_cast<double>(state.iterations() * state.range(0)),
-        benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["per_name"] =
+        benchmark::Counter(static_cast<double>(state.iterations() * state.range(0)),
+                           benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
 void Register(benchmark::State& state) {

@@ -147,7 +147,7 @@ class TVTYPES_API DataType {
     /// The byte pattern that stands for zero: 2 * getSize() bytes, the value twice. Owned by the
     /// record; null before the size is set.
     virtual const void* getGround() const;
-    /// Copies getSize() bytes. Refused with CannotSetDataTypeGroundOfAlias,
+    /// Copies getSize() bytes; null stands for zeros. Refused with CannotSetDataTypeGroundOfAlias,
     /// CannotSetGroundRepBeforeSettingSize or, where another value was written since the size was
     /// last set, CannotModifyDataTypeGroundRepresentation (all: name).
     virtual void setGround(const void* value);
@@ -158,9 +158,9 @@ class TVTYPES_API DataType {
     /// The type's properties: getPropertiesSize() bytes, owned by the record, or null. For
     /// built-in and fixed-point types a fxpDataTypeProp.
     virtual const void* getProperties() const;
-    /// Copies getPropertiesSize() bytes. Refused with CannotSetDataTypePropertiesOfAlias,
-    /// CannotSetPropertiesBeforeSettingSize or, where others are set,
-    /// CannotModifyDataTypeProperties (all: name), then MemoryAllocErr.
+    /// Copies getPropertiesSize() bytes; null stands for zeros. Refused with
+    /// CannotSetDataTypePropertiesOfAlias, CannotSetPropertiesBeforeSettingSize or, where others
+    /// are set, CannotModifyDataTypeProperties (all: name), then MemoryAllocErr.
     virtual void setProperties(const void* value);
     /// Bytes of the properties; 0 if not set yet.
     virtual int getPropertiesSize() const;

@@ -54,7 +54,7 @@ void DataTypeTable::setDataTypeIdAliasedTo(int id, int idAliasedTo) {
     DataType* const end = record(target->getIdAliasedThruTo());
     auto alias = std::make_unique<AliasDataType>(plainType, target, end);
     DataType* const newType = alias.get();
-    const auto position = static_cast<std::size_t>(id + 1);
+    const auto position = static_cast<std::size_t>(id) + 1;
     nameIndex_->leave(position);
     // Kept until nothing points at it any more.
     const std::unique_ptr<DataType> old = std::exchange(dataTypes_[position], std::move(alias));

@@ -5,6 +5,7 @@
 
 #include <tvtypes/datatype.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace TVTypeSys {
@@ -12,6 +13,24 @@ namespace TVTypeSys {
 namespace {
 
 std::size_t sizeOf(int bytes) { return static_cast<std::size_t>(bytes); }
+
+/// Copies a value given by a client, where null stands for zeros.
+void copyValue(void* destination, const void* value, int size) {
+    if (value != nullptr && size > 0) {
+        std::memcpy(destination, value, sizeOf(size));
+    } else if (size > 0) {
+        std::memset(destination, 0, sizeOf(size));
+    }
+}
+
+/// Whether a value given by a client is the one that is held.
+bool isSameValue(const void* value, const void* held, int size) {
+    if (value != nullptr && size > 0) {
+        return std::memcmp(value, held, sizeOf(size)) == 0;
+    }
+    const auto* bytes = static_cast<const unsigned char*>(held);
+    return std::all_of(bytes, bytes + std::max(size, 0), [](unsigned char b) { return b == 0; });
+}
 
 } // namespace
 
@@ -51,14 +70,12 @@ void DataType::setGround(const void* value) {
         refuse(general::MemoryAllocErr());
     }
     if (getDefaultGround()) {
-        if (size > 0) {
-            auto* bytes = static_cast<unsigned char*>(ground_.get());
-            std::memcpy(bytes, value, sizeOf(size));
-            std::memcpy(bytes + size, value, sizeOf(size));
-        }
+        auto* bytes = static_cast<unsigned char*>(ground_.get());
+        copyValue(bytes, value, size);
+        copyValue(bytes + size, value, size);
         setDefaultGround(false);
         setAliasedToLocked(true);
-    } else if (size > 0 && std::memcmp(value, ground_.get(), sizeOf(size)) != 0) {
+    } else if (!isSameValue(value, ground_.get(), size)) {
         refuse(general::CannotModifyDataTypeGroundRepresentation(textOf(getName())));
     }
 }
@@ -90,7 +107,7 @@ void DataType::setProperties(const void* value) {
         refuse(general::CannotSetPropertiesBeforeSettingSize(textOf(getName())));
     }
     if (const void* held = getProperties()) {
-        if (size > 0 && std::memcmp(value, held, sizeOf(size)) != 0) {
+        if (!isSameValue(value, held, size)) {
             refuse(general::CannotModifyDataTypeProperties(textOf(getName())));
         }
         return;
@@ -99,9 +116,7 @@ void DataType::setProperties(const void* value) {
     if (properties_ == nullptr && size != 0) {
         refuse(general::MemoryAllocErr());
     }
-    if (size > 0) {
-        std::memcpy(properties_.get(), value, sizeOf(size));
-    }
+    copyValue(properties_.get(), value, size);
     setAliasedToLocked(true);
 }
 

@@ -38,12 +38,13 @@ DataTypeTable::~DataTypeTable() {
 
 void DataTypeTable::initialize() {
     initializeBuiltInDataTypes();
-    registerDataType("auto", DataTypeSourceBuiltIn, nullptr);
+    // No derived table is there yet to answer.
+    DataTypeTable::registerDataType("auto", DataTypeSourceBuiltIn, nullptr);
     for (const BuiltInRow& row : builtInRows) {
-        registerDataType(row.name, DataTypeSourceBuiltIn, nullptr);
+        DataTypeTable::registerDataType(row.name, DataTypeSourceBuiltIn, nullptr);
     }
     for (const PredefinedRow& row : predefinedRows) {
-        registerDataType(row.name, DataTypeSourcePredefined, nullptr);
+        DataTypeTable::registerDataType(row.name, DataTypeSourcePredefined, nullptr);
     }
     const double doubleZero = 0.0;
     const float singleZero = 0.0F;

@@ -14,7 +14,8 @@ int DAGetNumTVDataTypes() { return TVTypeSys::builtInCount + TVTypeSys::predefin
 namespace TVTypeSys {
 
 DataType* DataTypeTable::record(int id) const {
-    return dataTypes_[static_cast<std::size_t>(id + 1)].get();
+    // Widened before the sum: -1, "auto", wraps around to position 0.
+    return dataTypes_[static_cast<std::size_t>(id) + 1].get();
 }
 
 int DataTypeTable::getDataTypeId(const char* name) const {

@@ -60,7 +60,7 @@ int DataTypeTable::adopt(std::unique_ptr<DataType> newRecord, int existingId,
         }
     }
     if (existingId != INVALID_DATA_TYPE_ID) {
-        replaceAt(static_cast<std::size_t>(existingId + 1), positionOf(added));
+        replaceAt(static_cast<std::size_t>(existingId) + 1, positionOf(added));
     }
     return added->getId();
 }

@@ -106,6 +106,7 @@ TEST(DataType, TakesItsPropertiesOnce) {
     EXPECT_EQ(0, std::memcmp(type.getProperties(), bytes, 4));
     EXPECT_ACCEPTED(type.setProperties("abcd"));
     EXPECT_REFUSED("CannotModifyDataTypeProperties(T)", type.setProperties("abce"));
+    EXPECT_REFUSED("CannotModifyDataTypeProperties(T)", type.setProperties(nullptr));
 }
 
 TEST(DataType, TakesEachFunctionOnce) {
