@@ -1,0 +1,59 @@
+#include "support.h"
+
+#include "commands.h"
+
+#include <tvtypes/functions.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <sstream>
+
+namespace tvtool {
+
+namespace {
+
+using testing::HasSubstr;
+
+TEST(CommandLine, HelpsThoseWhoAsk) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{}, {"--help"}, {"inspect", "--help"}}) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_THAT(outcome.out, HasSubstr("inspect"));
+        EXPECT_EQ(outcome.err, "");
+    }
+    EXPECT_THAT(run({"--version"}).out, HasSubstr(libtv_types_version));
+}
+
+TEST(CommandLine, WrongCallsAreRefusedInOneLine) {
+    const std::string good = TVTYPES_EXAMPLES "/motor_drive.xml";
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"inspect"},
+                                                      {"inspect", good, good},
+                                                      {"inspect", "--jsn", good},
+                                                      {"inspekt"},
+                                                      {"inspect", ""},
+                                                      {"inspect", "/no/such/file"},
+                                                      {"inspect", "/"},
+                                                      {"a\x1b[31m\nb"}}) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_TRUE(outcome.err.starts_with("tvtypes: ")) << outcome.err;
+        EXPECT_EQ(outcome.err.find_first_of("\n\x1b"), outcome.err.size() - 1) << outcome.err;
+    }
+}
+
+TEST(CommandLine, OutputThatCannotBeWrittenIsAnError) {
+    const std::array<const char*, 3> argv{"tvtypes", "inspect",
+                                          TVTYPES_EXAMPLES "/motor_drive.xml"};
+    std::ostream nowhere(nullptr);
+    std::ostringstream err;
+    EXPECT_EQ(runTool(static_cast<int>(argv.size()), argv.data(), nowhere, err), ExitUnusable);
+    EXPECT_THAT(err.str(), HasSubstr("cannot be written"));
+}
+
+} // namespace
+
+} // namespace tvtool

@@ -1,0 +1,138 @@
+#include "support.h"
+
+#include "model/names.h"
+#include "model/types.h"
+
+#include <tvtypes/fixedpoint.h>
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace tvtool {
+
+namespace {
+
+using TVTypeSys::DataTypeTable;
+
+const TVTypeSys::DataType& recordOf(const DataTypeTable& table, int id) {
+    return *table.getDataTypeAt(static_cast<std::size_t>(id + 1));
+}
+
+TEST(Types, BaseTypesBecomeTypesOfTheTable) {
+    struct Row {
+        const char* element;
+        const char* name;
+        int size;
+    };
+    const Row rows[] = {{"Float64", "double", 8}, {"Float32", "single", 4}, {"Int8", "int8", 1},
+                        {"UInt8", "uint8", 1},    {"Int16", "int16", 2},    {"UInt16", "uint16", 2},
+                        {"Int32", "int32", 4},    {"UInt32", "uint32", 4},  {"Int64", "sfix64", 8},
+                        {"UInt64", "ufix64", 8},  {"Boolean", "boolean", 1}};
+    for (const Row& row : rows) {
+        // Plain, and through a type definition.
+        const auto read = readText(
+            description3(fmt::format("<{}Type name=\"T\"/>", row.element),
+                         fmt::format("<{0} name=\"a\" valueReference=\"1\"/>"
+                                     "<{0} name=\"b\" valueReference=\"2\" declaredType=\"T\"/>",
+                                     row.element)));
+        model::Types types(*read->description, read->remarks);
+        const int plain = types.idOf(read->description->variables.at(0));
+        const int declared = types.idOf(read->description->variables.at(1));
+        const DataTypeTable& table = types.table();
+        EXPECT_STREQ(recordOf(table, plain).getName(), row.name);
+        EXPECT_STREQ(recordOf(table, declared).getName(), "T");
+        EXPECT_EQ(table.getDataTypeIdAliasedTo(declared), plain);
+        EXPECT_EQ(recordOf(table, declared).getSize(), row.size);
+        EXPECT_TRUE(table.IsDataTypeNumericOrBoolean(declared));
+        EXPECT_TRUE(read->remarks.problems().empty());
+    }
+}
+
+TEST(Types, WideIntegersAreFixedPointWithoutAFraction) {
+    const auto read = readText(description3("<Int64Type name=\"S\"/><UInt64Type name=\"U\"/>", ""));
+    const model::Types types(*read->description, read->remarks);
+    for (const auto& [name, signedness] : {std::pair("S", 1U), std::pair("U", 0U)}) {
+        const int id = types.table().getDataTypeId(name);
+        ASSERT_TRUE(types.table().IsFixptDTNotScaledDouble(id));
+        const auto* const properties =
+            static_cast<const fxpDataTypeProp*>(types.table().getDataTypeProperties(nullptr, id));
+        ASSERT_NE(properties, nullptr);
+        EXPECT_TRUE(properties->validateFxpDTProp());
+        EXPECT_EQ(properties->Signedness, signedness);
+        EXPECT_EQ(properties->WordLength, 64);
+        // The name that the library itself gives to such a record.
+        EXPECT_EQ(fxpDataTypeToIdentifierString_NoCache(properties),
+                  recordOf(types.table(), types.table().getDataTypeIdAliasedTo(id)).getName());
+    }
+}
+
+TEST(Types, EnumerationsAreStoredInInt32) {
+    const auto read = readText(description3(
+        "<EnumerationType name=\"E\"><Item name=\"on\" value=\"1\"/></EnumerationType>",
+        "<Enumeration name=\"a\" valueReference=\"1\" declaredType=\"E\"/>"
+        "<Enumeration name=\"b\" valueReference=\"2\"/>"));
+    model::Types types(*read->description, read->remarks);
+    const int id = types.idOf(read->description->variables.at(0));
+    EXPECT_TRUE(types.table().isEnumType(id));
+    EXPECT_EQ(recordOf(types.table(), id).getSize(), 4);
+    EXPECT_STREQ(recordOf(types.table(), recordOf(types.table(), id).getStorageId()).getName(),
+                 "int32");
+    const int undeclared = types.idOf(read->description->variables.at(1));
+    EXPECT_STREQ(recordOf(types.table(), undeclared).getName(), "int32");
+}
+
+TEST(Types, TextsAndClocksStayOutside) {
+    const auto read = readText(description3("<StringType name=\"S\"/><ClockType name=\"C\"/>",
+                                            "<String name=\"a\" valueReference=\"1\"/>"
+                                            "<Clock name=\"b\" valueReference=\"2\"/>"
+                                            "<Binary name=\"c\" valueReference=\"3\"/>"
+                                            "<String name=\"d\" valueReference=\"4\""
+                                            " declaredType=\"S\"/>"));
+    model::Types types(*read->description, read->remarks);
+    EXPECT_EQ(types.table().getNumDataTypes(), DataTypeTable().getNumDataTypes());
+    for (const fmi::Variable& variable : read->description->variables) {
+        EXPECT_EQ(types.idOf(variable), INVALID_DATA_TYPE_ID) << variable.name;
+    }
+}
+
+TEST(Names, AreAlwaysTakenByTheTable) {
+    DataTypeTable table;
+    const std::vector<std::string> originals{
+        "",      " ",      "a b",       "int8",         "fcn_call",  "single",    "flts32_En3",
+        "ufix8", "ufix 8", "while",     "\xE6\xB0\xB4", "_",         "a.b",       "a_b",
+        "a\nb",  "9",      "sfix8sfcn", "sfix8_OBS",    "boolean.x", "boolean_x", "pointer"};
+    model::Names names(table,
+                       std::unordered_set<std::string_view>(originals.begin(), originals.end()));
+    std::set<std::string> made;
+    for (const std::string& original : originals) {
+        const std::string name = names.nameFor(original);
+        EXPECT_TRUE(made.insert(name).second) << original << " gives " << name;
+        EXPECT_TRUE(original != "a_b" || name == original);
+        int id = INVALID_DATA_TYPE_ID;
+        ASSERT_NO_THROW(id = table.registerAliasDataType(
+                            name.c_str(), static_cast<DataTypeSource>(2), 0, nullptr));
+        EXPECT_EQ(table.getDataTypeIdAliasedTo(id), 0) << name;
+        EXPECT_FALSE(DataTypeTable::isInstrinsicFixptName(name.c_str(), nullptr)) << name;
+    }
+}
+
+TEST(Names, ThatAllCollideTakeNoQuadraticTime) {
+    std::string definitions;
+    for (int i = 0; i < 20000; ++i) {
+        // Distinct ideographs, each of which becomes one underscore.
+        const char text[] = {static_cast<char>(0xE4 + i / 4096),
+                             static_cast<char>(0x80 + i / 64 % 64),
+                             static_cast<char>(0x80 + i % 64), '\0'};
+        definitions += fmt::format("<Float64Type name=\"{}\"/>", text);
+    }
+    const auto read = readText(description3(definitions, ""));
+    const model::Types types(*read->description, read->remarks);
+    EXPECT_TRUE(read->remarks.problems().empty());
+    EXPECT_NE(types.table().getDataTypeId("__20000"), INVALID_DATA_TYPE_ID);
+}
+
+} // namespace
+
+} // namespace tvtool

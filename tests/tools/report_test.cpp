@@ -1,0 +1,122 @@
+#include "support.h"
+
+#include "report/json.h"
+#include "report/safe_text.h"
+#include "report/text.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace tvtool {
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+report::Findings sampleFindings() {
+    report::Findings findings;
+    findings.file = "m.xml";
+    findings.fmiVersion = "3.0";
+    findings.modelName = "M";
+    findings.variables = 12;
+    findings.types = {
+        {0, "double", report::Kind::BuiltIn, 8, "double", "", 7, ""},
+        {14, "a_long_name", report::Kind::Alias, 8, "double", "double", 4, "\xE6\xB0\xB4.\xC3\xA4"},
+        {1500, "E", report::Kind::Enumerated, 4, "int32", "", 1, "x\x1b[31m"}};
+    findings.outside = {{"String", 2, 1}};
+    findings.remarks.problem({"Float64", 7}, "first");
+    findings.remarks.note({"archive", 0}, "second");
+    findings.remarks.note({"Int8", 9}, "third");
+    findings.remarks.note({"Int8", 11}, "third");
+    findings.remarks.sort();
+    return findings;
+}
+
+std::string textOf(const report::Findings& findings, bool colour) {
+    std::ostringstream stream;
+    report::printText(findings, colour, stream);
+    return stream.str();
+}
+
+TEST(TextReport, ColumnsAreAligned) {
+    EXPECT_EQ(textOf(sampleFindings(), false),
+              "m.xml: FMI 3.0, model \"M\": 12 variables, 3 types, 1 problem, 2 notes\n"
+              "\n"
+              "  id  name         kind        size  storage  alias of  variables  original name\n"
+              "   0  double       built-in       8  double   -                 7  -\n"
+              "  14  a_long_name  alias          8  double   double            4  \xE6\xB0\xB4."
+              "\xC3\xA4\n"
+              "1500  E            enumerated     4  int32    -                 1  x\\u001b[31m\n"
+              "\n"
+              "Outside the table: String 2 variables and 1 type\n"
+              "\n"
+              "Problems\n"
+              "m.xml:7: Float64: first\n"
+              "\n"
+              "Notes\n"
+              "m.xml: archive: second\n"
+              "m.xml:9: Int8: third (2 times)\n");
+}
+
+TEST(TextReport, WidthIsThatOnTheScreen) {
+    report::Findings findings = sampleFindings();
+    findings.types[0].aliasOf = "\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4";
+    // Five wide characters take ten columns.
+    EXPECT_THAT(textOf(findings, false), HasSubstr("  double              4  "));
+    EXPECT_THAT(textOf(findings, false),
+                HasSubstr("  " + findings.types[0].aliasOf + "          7  -"));
+}
+
+TEST(TextReport, ColourIsOnlyGivenWhereItIsAskedFor) {
+    EXPECT_THAT(textOf(sampleFindings(), true), HasSubstr("\x1b["));
+    EXPECT_THAT(textOf(sampleFindings(), false), Not(HasSubstr("\x1b")));
+}
+
+TEST(JsonReport, HasAllThatTheTextHas) {
+    std::ostringstream stream;
+    report::printJson(sampleFindings(), stream);
+    const boost::json::value expected = boost::json::parse(R"({
+        "file": "m.xml", "fmiVersion": "3.0", "modelName": "M", "variables": 12,
+        "types": [
+            {"id": 0, "name": "double", "kind": "built-in", "size": 8, "storage": "double",
+             "aliasOf": null, "variables": 7, "originalName": null},
+            {"id": 14, "name": "a_long_name", "kind": "alias", "size": 8, "storage": "double",
+             "aliasOf": "double", "variables": 4, "originalName": "\u6c34.\u00e4"},
+            {"id": 1500, "name": "E", "kind": "enumerated", "size": 4, "storage": "int32",
+             "aliasOf": null, "variables": 1, "originalName": "x\u001b[31m"}],
+        "outside": [{"baseType": "String", "variables": 2, "types": 1}],
+        "problems": [{"element": "Float64", "line": 7, "sentence": "first", "count": 1}],
+        "notes": [{"element": "archive", "line": null, "sentence": "second", "count": 1},
+                  {"element": "Int8", "line": 9, "sentence": "third", "count": 2}]})");
+    EXPECT_EQ(boost::json::parse(stream.str()), expected) << stream.str();
+}
+
+TEST(SafeText, LeavesTheTerminalAlone) {
+    const std::pair<std::string, std::string> rows[] = {
+        {"plain", "plain"},
+        {"\xC3\xA4 \xE6\xB0\xB4 \xF0\x9F\x98\x80", "\xC3\xA4 \xE6\xB0\xB4 \xF0\x9F\x98\x80"},
+        {std::string("\0\t\n\r\x1b\x7f", 6), "\\u0000\\u0009\\u000a\\u000d\\u001b\\u007f"},
+        {"\xC2\x9B", "\\u009b"},                       // one character that begins a command
+        {"\xE2\x80\xAE", "\\u202e"},                   // turns the direction of text round
+        {"\xF3\xA0\x80\x81", "\\udb40\\udc01"},        // invisible, beyond 16 bits
+        {"a\xFFz\xC3", "a\xEF\xBF\xBDz\xEF\xBF\xBD"}}; // no UTF-8
+    for (const auto& [text, safe] : rows) {
+        EXPECT_EQ(report::safeText(text), safe);
+    }
+}
+
+TEST(JsonReport, KeepsWhatItEscapes) {
+    report::Findings findings = sampleFindings();
+    findings.modelName = "\xC2\x9B\xF3\xA0\x80\x81\"\\\n";
+    std::ostringstream stream;
+    report::printJson(findings, stream);
+    EXPECT_EQ(boost::json::parse(stream.str()).at("modelName").as_string(), findings.modelName);
+    EXPECT_THAT(stream.str(), Not(HasSubstr("\xC2\x9B")));
+}
+
+} // namespace
+
+} // namespace tvtool

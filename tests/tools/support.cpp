@@ -1,0 +1,104 @@
+#include "support.h"
+
+#include "commands.h"
+#include "fmi/checks.h"
+#include "fmi/reader.h"
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+#include <zip.h>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+
+#include <unistd.h>
+
+namespace tvtool {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string> Outcome::lines() const {
+    std::vector<std::string> all;
+    std::istringstream stream(out);
+    for (std::string line; std::getline(stream, line);) {
+        all.push_back(line);
+    }
+    return all;
+}
+
+Outcome run(std::vector<std::string> arguments) {
+    std::vector<const char*> argv{"tvtypes"};
+    for (const std::string& argument : arguments) {
+        argv.push_back(argument.c_str());
+    }
+    std::ostringstream out;
+    std::ostringstream err;
+    const int status = runTool(static_cast<int>(argv.size()), argv.data(), out, err);
+    return {status, out.str(), err.str()};
+}
+
+TemporaryFolder::TemporaryFolder() {
+    std::string pattern = (fs::temp_directory_path() / "tvtypes_test_XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) {
+        throw std::runtime_error("no temporary folder");
+    }
+    path_ = pattern;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
+
+std::string TemporaryFolder::write(const std::string& name, std::string_view content) const {
+    const fs::path path = path_ / name;
+    std::ofstream(path, std::ios::binary) << content;
+    return path.string();
+}
+
+std::string TemporaryFolder::writeArchive(
+    const std::string& name,
+    std::initializer_list<std::pair<std::string, std::string>> entries) const {
+    const std::string path = (path_ / name).string();
+    int code = 0;
+    zip_t* const archive = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &code);
+    EXPECT_NE(archive, nullptr);
+    for (const auto& [entry, content] : entries) {
+        zip_source_t* const source = zip_source_buffer(archive, content.data(), content.size(), 0);
+        EXPECT_GE(zip_file_add(archive, entry.c_str(), source, ZIP_FL_ENC_UTF_8), 0);
+    }
+    // The contents are read here and live until the end of the call.
+    EXPECT_EQ(zip_close(archive), 0);
+    return path;
+}
+
+std::string readFile(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream content;
+    content << file.rdbuf();
+    return content.str();
+}
+
+std::size_t TextSource::read(std::span<char> buffer) {
+    const std::size_t count = text_.copy(buffer.data(), std::min(step_, buffer.size()), position_);
+    position_ += count;
+    return count;
+}
+
+std::string description3(const std::string& types, const std::string& variables) {
+    return fmt::format("<fmiModelDescription fmiVersion=\"3.0\" modelName=\"M\">"
+                       "<TypeDefinitions>{}</TypeDefinitions>"
+                       "<ModelVariables>{}</ModelVariables></fmiModelDescription>",
+                       types, variables);
+}
+
+std::unique_ptr<ReadDescription> readText(const std::string& text, std::size_t step) {
+    auto read = std::make_unique<ReadDescription>();
+    TextSource source(text, step);
+    read->description = fmi::readDescription(source, read->remarks);
+    fmi::checkDescription(*read->description, read->remarks);
+    return read;
+}
+
+} // namespace tvtool

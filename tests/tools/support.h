@@ -1,0 +1,76 @@
+/// \file
+/// What the tests of the tool share.
+#pragma once
+
+#include "fmi/remarks.h"
+#include "fmi/source.h"
+
+#include <boost/json.hpp>
+
+#include <filesystem>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace tvtool {
+
+struct Outcome {
+    int status = 0;
+    std::string out;
+    std::string err;
+
+    std::vector<std::string> lines() const;
+    boost::json::object json() const { return boost::json::parse(out).as_object(); }
+};
+
+/// Runs the tool with these arguments behind its name.
+Outcome run(std::vector<std::string> arguments);
+
+/// A folder that is gone when the test ends.
+class TemporaryFolder {
+  public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    /// Writes a file and gives its path.
+    std::string write(const std::string& name, std::string_view content) const;
+    /// The same for an archive with these entries: name and content.
+    std::string
+    writeArchive(const std::string& name,
+                 std::initializer_list<std::pair<std::string, std::string>> entries) const;
+
+  private:
+    std::filesystem::path path_;
+};
+
+std::string readFile(const std::string& path);
+
+/// A text as a source that gives a few bytes at a time.
+class TextSource : public fmi::Source {
+  public:
+    explicit TextSource(std::string text, std::size_t step = 4096)
+        : text_(std::move(text)), step_(step) {}
+    std::size_t read(std::span<char> buffer) override;
+
+  private:
+    std::string text_;
+    std::size_t step_;
+    std::size_t position_ = 0;
+};
+
+/// A description in FMI 3 with these type definitions and variables.
+std::string description3(const std::string& types, const std::string& variables);
+
+/// A description that was read and checked, with all that was said about it.
+struct ReadDescription {
+    fmi::Remarks remarks;
+    std::unique_ptr<fmi::Description> description;
+};
+std::unique_ptr<ReadDescription> readText(const std::string& text, std::size_t step = 4096);
+
+} // namespace tvtool

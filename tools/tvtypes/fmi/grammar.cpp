@@ -1,0 +1,191 @@
+#include "fmi/grammar.h"
+
+#include <algorithm>
+#include <iterator>
+#include <unordered_map>
+
+namespace tvtool::fmi {
+
+namespace {
+
+constexpr Set both = fmi2 | fmi3;
+
+// Attributes come in groups: an element takes the attributes of all its groups.
+constexpr Set root = 1U << 0;
+constexpr Set named = 1U << 1;
+constexpr Set quantity = 1U << 2;
+constexpr Set range = 1U << 3;
+constexpr Set real = 1U << 4;
+constexpr Set variable = 1U << 5;
+constexpr Set declared = 1U << 6;
+constexpr Set start = 1U << 7;
+constexpr Set initial = 1U << 8;
+constexpr Set derivative = 1U << 9;
+constexpr Set binary = 1U << 10;
+constexpr Set clock = 1U << 11;
+constexpr Set item = 1U << 12;
+constexpr Set extent = 1U << 13;
+constexpr Set alias = 1U << 14;
+constexpr Set typed = 1U << 15;
+constexpr Set any = 1U << 16; // whatever it is, nobody looks
+
+constexpr Set integerType = quantity | range;
+constexpr Set realType = integerType | real;
+constexpr Set variable3 = named | variable | declared | typed;
+constexpr Set integer3 = variable3 | initial | start | integerType;
+constexpr Set real3 = variable3 | initial | start | realType | derivative;
+
+constexpr BaseType none = BaseType::None;
+
+// clang-format off
+constexpr ElementRule elements[] = {
+    {Node::Document, "fmiModelDescription", Node::Root, both, root, none},
+
+    {Node::Root, "ModelVariables",     Node::ModelVariables,  both, 0,   none},
+    {Node::Root, "TypeDefinitions",    Node::TypeDefinitions, both, 0,   none},
+    {Node::Root, "UnitDefinitions",    Node::Skipped,         both, any, none},
+    {Node::Root, "ModelStructure",     Node::Skipped,         both, any, none},
+    {Node::Root, "ModelExchange",      Node::Skipped,         both, any, none},
+    {Node::Root, "CoSimulation",       Node::Skipped,         both, any, none},
+    {Node::Root, "ScheduledExecution", Node::Skipped,         both, any, none},
+    {Node::Root, "LogCategories",      Node::Skipped,         both, any, none},
+    {Node::Root, "DefaultExperiment",  Node::Skipped,         both, any, none},
+    {Node::Root, "Terminals",          Node::Skipped,         both, any, none},
+    {Node::Root, "GraphicalRepresentation", Node::Skipped,    both, any, none},
+
+    {Node::TypeDefinitions, "SimpleType", Node::SimpleType, fmi2, named, none},
+    {Node::SimpleType, "Real",        Node::SimpleTypeBase, fmi2, realType,    BaseType::Float64},
+    {Node::SimpleType, "Integer",     Node::SimpleTypeBase, fmi2, integerType, BaseType::Int32},
+    {Node::SimpleType, "Boolean",     Node::SimpleTypeBase, fmi2, 0,           BaseType::Boolean},
+    {Node::SimpleType, "String",      Node::SimpleTypeBase, fmi2, 0,           BaseType::String},
+    {Node::SimpleType, "Enumeration", Node::SimpleTypeBase, fmi2, quantity,    BaseType::Enumeration},
+    {Node::SimpleTypeBase, "Item", Node::Item, fmi2, named | item, none},
+
+    {Node::TypeDefinitions, "Float64Type",     Node::NamedType, fmi3, named | realType,    BaseType::Float64},
+    {Node::TypeDefinitions, "Float32Type",     Node::NamedType, fmi3, named | realType,    BaseType::Float32},
+    {Node::TypeDefinitions, "Int8Type",        Node::NamedType, fmi3, named | integerType, BaseType::Int8},
+    {Node::TypeDefinitions, "UInt8Type",       Node::NamedType, fmi3, named | integerType, BaseType::UInt8},
+    {Node::TypeDefinitions, "Int16Type",       Node::NamedType, fmi3, named | integerType, BaseType::Int16},
+    {Node::TypeDefinitions, "UInt16Type",      Node::NamedType, fmi3, named | integerType, BaseType::UInt16},
+    {Node::TypeDefinitions, "Int32Type",       Node::NamedType, fmi3, named | integerType, BaseType::Int32},
+    {Node::TypeDefinitions, "UInt32Type",      Node::NamedType, fmi3, named | integerType, BaseType::UInt32},
+    {Node::TypeDefinitions, "Int64Type",       Node::NamedType, fmi3, named | integerType, BaseType::Int64},
+    {Node::TypeDefinitions, "UInt64Type",      Node::NamedType, fmi3, named | integerType, BaseType::UInt64},
+    {Node::TypeDefinitions, "BooleanType",     Node::NamedType, fmi3, named,               BaseType::Boolean},
+    {Node::TypeDefinitions, "StringType",      Node::NamedType, fmi3, named,               BaseType::String},
+    {Node::TypeDefinitions, "BinaryType",      Node::NamedType, fmi3, named | binary,      BaseType::Binary},
+    {Node::TypeDefinitions, "ClockType",       Node::NamedType, fmi3, named | clock,       BaseType::Clock},
+    {Node::TypeDefinitions, "EnumerationType", Node::NamedType, fmi3, named | quantity,    BaseType::Enumeration},
+    {Node::NamedType, "Item", Node::Item, fmi3, named | item, none},
+
+    {Node::ModelVariables, "ScalarVariable", Node::ScalarVariable, fmi2, named | variable | initial, none},
+    {Node::ScalarVariable, "Real",        Node::ScalarVariableBase, fmi2, declared | start | realType | derivative, BaseType::Float64},
+    {Node::ScalarVariable, "Integer",     Node::ScalarVariableBase, fmi2, declared | start | integerType, BaseType::Int32},
+    {Node::ScalarVariable, "Boolean",     Node::ScalarVariableBase, fmi2, declared | start,               BaseType::Boolean},
+    {Node::ScalarVariable, "String",      Node::ScalarVariableBase, fmi2, declared | start,               BaseType::String},
+    {Node::ScalarVariable, "Enumeration", Node::ScalarVariableBase, fmi2, declared | start | integerType, BaseType::Enumeration},
+
+    {Node::ModelVariables, "Float64",     Node::TypedVariable, fmi3, real3,    BaseType::Float64},
+    {Node::ModelVariables, "Float32",     Node::TypedVariable, fmi3, real3,    BaseType::Float32},
+    {Node::ModelVariables, "Int8",        Node::TypedVariable, fmi3, integer3, BaseType::Int8},
+    {Node::ModelVariables, "UInt8",       Node::TypedVariable, fmi3, integer3, BaseType::UInt8},
+    {Node::ModelVariables, "Int16",       Node::TypedVariable, fmi3, integer3, BaseType::Int16},
+    {Node::ModelVariables, "UInt16",      Node::TypedVariable, fmi3, integer3, BaseType::UInt16},
+    {Node::ModelVariables, "Int32",       Node::TypedVariable, fmi3, integer3, BaseType::Int32},
+    {Node::ModelVariables, "UInt32",      Node::TypedVariable, fmi3, integer3, BaseType::UInt32},
+    {Node::ModelVariables, "Int64",       Node::TypedVariable, fmi3, integer3, BaseType::Int64},
+    {Node::ModelVariables, "UInt64",      Node::TypedVariable, fmi3, integer3, BaseType::UInt64},
+    {Node::ModelVariables, "Boolean",     Node::TypedVariable, fmi3, variable3 | initial | start,  BaseType::Boolean},
+    {Node::ModelVariables, "String",      Node::TypedVariable, fmi3, variable3 | initial | start,  BaseType::String},
+    {Node::ModelVariables, "Binary",      Node::TypedVariable, fmi3, variable3 | initial | start | binary, BaseType::Binary},
+    {Node::ModelVariables, "Clock",       Node::TypedVariable, fmi3, variable3 | clock,            BaseType::Clock},
+    {Node::ModelVariables, "Enumeration", Node::TypedVariable, fmi3, integer3, BaseType::Enumeration},
+    {Node::TypedVariable, "Dimension", Node::Dimension, fmi3, extent, none},
+    {Node::TypedVariable, "Alias",     Node::Alias,     fmi3, named | alias, none},
+    {Node::TypedVariable, "Start",     Node::Skipped,   fmi3, any, none}};
+
+constexpr AttributeRule attributes[] = {
+    {"fmiVersion",               Attribute::FmiVersion,     root},
+    {"modelName",                Attribute::ModelName,      root},
+    {"guid",                     Attribute::Known,          root},
+    {"instantiationToken",       Attribute::Known,          root},
+    {"author",                   Attribute::Known,          root},
+    {"version",                  Attribute::Known,          root},
+    {"copyright",                Attribute::Known,          root},
+    {"license",                  Attribute::Known,          root},
+    {"generationTool",           Attribute::Known,          root},
+    {"generationDateAndTime",    Attribute::Known,          root},
+    {"variableNamingConvention", Attribute::Known,          root},
+    {"numberOfEventIndicators",  Attribute::Known,          root},
+    {"description",              Attribute::Known,          root | named},
+    {"name",                     Attribute::Name,           named},
+    {"value",                    Attribute::Value,          item},
+    {"quantity",                 Attribute::Known,          quantity},
+    {"min",                      Attribute::Min,            range},
+    {"max",                      Attribute::Max,            range},
+    {"nominal",                  Attribute::Nominal,        real},
+    {"unit",                     Attribute::Known,          real},
+    {"displayUnit",              Attribute::Known,          real | alias},
+    {"relativeQuantity",         Attribute::Known,          real},
+    {"unbounded",                Attribute::Known,          real},
+    {"valueReference",           Attribute::ValueReference, variable | extent},
+    {"causality",                Attribute::Known,          variable},
+    {"variability",              Attribute::Known,          variable},
+    {"canHandleMultipleSetPerTimeInstant", Attribute::Known, variable},
+    {"declaredType",             Attribute::DeclaredType,   declared},
+    {"start",                    Attribute::Start,          start | extent},
+    {"initial",                  Attribute::Known,          initial},
+    {"derivative",               Attribute::Known,          derivative},
+    {"reinit",                   Attribute::Known,          derivative},
+    {"intermediateUpdate",       Attribute::Known,          typed},
+    {"previous",                 Attribute::Known,          typed},
+    {"clocks",                   Attribute::Known,          typed},
+    {"mimeType",                 Attribute::Known,          binary},
+    {"maxSize",                  Attribute::Known,          binary},
+    {"canBeDeactivated",         Attribute::Known,          clock},
+    {"priority",                 Attribute::Known,          clock},
+    {"intervalVariability",      Attribute::Known,          clock},
+    {"intervalDecimal",          Attribute::Known,          clock},
+    {"shiftDecimal",             Attribute::Known,          clock},
+    {"supportsFraction",         Attribute::Known,          clock},
+    {"resolution",               Attribute::Known,          clock},
+    {"intervalCounter",          Attribute::Known,          clock},
+    {"shiftCounter",             Attribute::Known,          clock}};
+// clang-format on
+
+// Annotations may stand below every element.
+constexpr ElementRule annotations[] = {
+    {Node::Document, "Annotations", Node::Skipped, both, any, none},
+    {Node::Document, "VendorAnnotations", Node::Skipped, both, any, none}};
+
+} // namespace
+
+const ElementRule* findElement(Node parent, std::string_view name, Set version) {
+    const auto rule = std::ranges::find_if(elements, [&](const ElementRule& candidate) {
+        return candidate.parent == parent && (candidate.versions & version) != 0 &&
+               candidate.name == name;
+    });
+    if (rule != std::end(elements)) {
+        return rule;
+    }
+    const auto annotation = std::ranges::find(annotations, name, &ElementRule::name);
+    return annotation != std::end(annotations) && parent != Node::Document ? annotation : nullptr;
+}
+
+const AttributeRule* findAttribute(std::string_view name, Set groups) {
+    static const auto byName = [] {
+        std::unordered_map<std::string_view, const AttributeRule*> index;
+        for (const AttributeRule& rule : attributes) {
+            index.emplace(rule.name, &rule);
+        }
+        return index;
+    }();
+    const auto rule = byName.find(name);
+    return rule != byName.end() && (rule->second->groups & groups) != 0 ? rule->second : nullptr;
+}
+
+bool isForeign(std::string_view name) {
+    return name == "xmlns" || name.find(':') != std::string_view::npos;
+}
+
+} // namespace tvtool::fmi

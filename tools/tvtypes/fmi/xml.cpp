@@ -1,0 +1,114 @@
+#include "fmi/xml.h"
+
+#include <expat.h>
+
+#include <exception>
+#include <memory>
+#include <new>
+#include <string>
+
+namespace tvtool::fmi {
+
+namespace {
+
+constexpr int chunkSize = 64 * 1024;
+
+struct FreeParser {
+    void operator()(XML_Parser parser) const noexcept { XML_ParserFree(parser); }
+};
+using Parser = std::unique_ptr<XML_ParserStruct, FreeParser>;
+
+std::uint64_t lineOf(XML_Parser parser) {
+    return XML_GetCurrentLineNumber(parser);
+}
+std::uint64_t columnOf(XML_Parser parser) {
+    return XML_GetCurrentColumnNumber(parser) + 1;
+}
+
+struct Run {
+    XML_Parser parser;
+    XmlHandler& handler;
+    std::exception_ptr failure;
+
+    /// An exception must not pass through the parser, which is C: it waits here until the parser
+    /// has returned.
+    template <class Call>
+    void guarded(Call call) noexcept {
+        try {
+            if (!failure) {
+                call();
+            }
+        } catch (const ReadError& error) {
+            failure =
+                std::make_exception_ptr(ReadError(error.what(), lineOf(parser), columnOf(parser)));
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        if (failure) {
+            XML_StopParser(parser, XML_FALSE);
+        }
+    }
+};
+
+void onStart(void* userData, const XML_Char* name, const XML_Char** attributes) {
+    Run& run = *static_cast<Run*>(userData);
+    run.guarded([&] { run.handler.startElement(name, attributes, lineOf(run.parser)); });
+}
+
+void onEnd(void* userData, const XML_Char* /*name*/) {
+    Run& run = *static_cast<Run*>(userData);
+    run.guarded([&] { run.handler.endElement(); });
+}
+
+std::string sentenceFor(XML_Error code) {
+    switch (code) {
+    case XML_ERROR_NO_ELEMENTS:
+    case XML_ERROR_UNCLOSED_TOKEN:
+    case XML_ERROR_UNCLOSED_CDATA_SECTION:
+    case XML_ERROR_PARTIAL_CHAR:
+        return "the XML text ends too early";
+    case XML_ERROR_INVALID_TOKEN:
+        return "not well-formed XML, or not in the encoding that it names";
+    case XML_ERROR_UNKNOWN_ENCODING:
+        return "the encoding that the XML declaration names is not known";
+    case XML_ERROR_INCORRECT_ENCODING:
+        return "the encoding that the XML declaration names is not that of the text";
+    case XML_ERROR_AMPLIFICATION_LIMIT_BREACH:
+        return "the XML entities expand to far more text than the file holds";
+    default:
+        return std::string("not XML: ") + XML_ErrorString(code);
+    }
+}
+
+} // namespace
+
+void parseXml(Source& source, XmlHandler& handler) {
+    const Parser parser(XML_ParserCreate(nullptr));
+    if (!parser) {
+        throw std::bad_alloc();
+    }
+    Run run{parser.get(), handler, nullptr};
+    XML_SetUserData(parser.get(), &run);
+    XML_SetElementHandler(parser.get(), onStart, onEnd);
+
+    bool isLast = false;
+    while (!isLast) {
+        void* const buffer = XML_GetBuffer(parser.get(), chunkSize);
+        if (buffer == nullptr) {
+            throw std::bad_alloc();
+        }
+        const std::size_t count = source.read({static_cast<char*>(buffer), chunkSize});
+        isLast = count == 0;
+        const XML_Status status =
+            XML_ParseBuffer(parser.get(), static_cast<int>(count), isLast ? XML_TRUE : XML_FALSE);
+        if (run.failure) {
+            std::rethrow_exception(run.failure);
+        }
+        if (status != XML_STATUS_OK) {
+            throw ReadError(sentenceFor(XML_GetErrorCode(parser.get())), lineOf(parser.get()),
+                            columnOf(parser.get()));
+        }
+    }
+}
+
+} // namespace tvtool::fmi

@@ -1,0 +1,63 @@
+// tvtypes inspect: which data types a model has.
+#include "commands.h"
+#include "model/inspection.h"
+#include "report/json.h"
+#include "report/safe_text.h"
+#include "report/text.h"
+
+#include "fmi/source.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <ostream>
+#include <string>
+
+namespace tvtool {
+
+namespace {
+
+struct Options {
+    std::string file;
+    bool json = false;
+};
+
+std::string placeOf(const fmi::ReadError& error) {
+    return error.line == 0 ? "" : fmt::format(":{}:{}", error.line, error.column);
+}
+
+void inspect(const Options& options, Console& console) {
+    try {
+        const report::Findings findings = model::inspectFile(options.file);
+        if (options.json) {
+            report::printJson(findings, console.out);
+        } else {
+            report::printText(findings, console.colour, console.out);
+        }
+        console.status = findings.remarks.problems().empty() ? ExitClean : ExitProblems;
+    } catch (const fmi::ReadError& error) {
+        console.err << fmt::format("tvtypes: {}{}: {}\n", report::safeText(options.file),
+                                   placeOf(error), report::safeText(error.what()));
+        console.status = ExitUnusable;
+    }
+}
+
+} // namespace
+
+void addInspect(CLI::App& app, Console& console) {
+    const auto options = std::make_shared<Options>();
+    CLI::App& command =
+        *app.add_subcommand("inspect", "Show which data types a model has, and what is wrong "
+                                       "with its description");
+    command
+        .add_option("FILE", options->file,
+                    "A modelDescription.xml in FMI 2 or 3, or a .fmu archive that holds one")
+        ->type_name("")
+        ->required();
+    command.add_flag("--json", options->json, "Print one JSON object");
+    command.footer("Exit status: 0 no problems, 1 problems in the model, 2 the file cannot be "
+                   "read or the call is wrong.");
+    command.callback([options, &console] { inspect(*options, console); });
+}
+
+} // namespace tvtool

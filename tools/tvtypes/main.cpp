@@ -1,0 +1,11 @@
+#include "commands.h"
+
+#include <cstdlib>
+#include <iostream>
+
+#include <unistd.h>
+
+int main(int argc, char** argv) {
+    const bool colour = std::getenv("NO_COLOR") == nullptr && isatty(STDOUT_FILENO) == 1;
+    return tvtool::runTool(argc, argv, std::cout, std::cerr, colour);
+}

@@ -1,0 +1,47 @@
+/// \file
+/// The types of one model in a data type table.
+#pragma once
+
+#include "fmi/description.h"
+#include "fmi/remarks.h"
+#include "model/names.h"
+
+#include <tvtypes/datatypetable.h>
+
+#include <string_view>
+#include <vector>
+
+namespace tvtool::model {
+
+/// Brings a model's types into a table of its own. A refusal of the table becomes a problem of the
+/// element that asked for it, and the type is then INVALID_DATA_TYPE_ID.
+class Types {
+  public:
+    Types(const fmi::Description& description, fmi::Remarks& remarks);
+
+    /// The type of a variable: its declared type, else its base type. INVALID_DATA_TYPE_ID if it
+    /// lies outside the table or has none.
+    int idOf(const fmi::Variable& variable);
+
+    /// The name that the description gives to a type, where the table has another; else empty.
+    std::string_view originalNameOf(int id) const;
+
+    const TVTypeSys::DataTypeTable& table() const { return table_; }
+
+  private:
+    int define(const fmi::TypeDefinition& type);
+    int registerEnumeration(const std::string& name);
+    int idOfBase(fmi::BaseType base, const fmi::Place& place);
+    int registerFixedPoint(fmi::BaseType base);
+
+    fmi::Remarks& remarks_;
+    TVTypeSys::DataTypeTable table_;
+    Names names_;
+    std::vector<int> definitionIds_;              ///< by index of the type definition
+    std::vector<std::string_view> originalNames_; ///< by position in the table
+};
+
+/// Whether values of a base type have no type in the table.
+bool isOutside(fmi::BaseType base);
+
+} // namespace tvtool::model

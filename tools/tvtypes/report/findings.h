@@ -1,0 +1,48 @@
+/// \file
+/// What an inspection found: the one record from which every form of the report is printed.
+///
+/// Texts are as the description has them; whoever prints them makes them safe to show.
+#pragma once
+
+#include "fmi/remarks.h"
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace tvtool::report {
+
+enum class Kind { BuiltIn, Alias, Enumerated, FixedPoint };
+const char* nameOf(Kind kind);
+
+/// One type that the model declares or uses.
+struct TypeRow {
+    int id = 0;
+    std::string name;
+    Kind kind = Kind::BuiltIn;
+    int size = 0;        ///< bytes of a value
+    std::string storage; ///< the built-in type that holds its values; empty if there is none
+    std::string aliasOf; ///< empty for a type that is no alias
+    std::size_t variables = 0;
+    std::string originalName; ///< in the description, where it is another; else empty
+};
+
+/// How much of one base type lies outside the table.
+struct OutsideRow {
+    std::string baseType;
+    std::size_t variables = 0;
+    std::size_t types = 0;
+};
+
+struct Findings {
+    std::string file;
+    std::string fmiVersion;
+    std::string modelName;
+    std::size_t variables = 0;
+    std::vector<TypeRow> types; ///< in the order of their ids
+    std::vector<OutsideRow> outside;
+    fmi::Remarks remarks;
+};
+
+} // namespace tvtool::report

@@ -1,0 +1,68 @@
+#include "report/json.h"
+
+#include "report/safe_text.h"
+
+#include <boost/json.hpp>
+
+namespace tvtool::report {
+
+namespace {
+
+namespace json = boost::json;
+
+json::value textOrNull(const std::string& text) {
+    return text.empty() ? json::value(nullptr) : json::value(text);
+}
+
+json::array typesOf(const Findings& findings) {
+    json::array types;
+    for (const TypeRow& type : findings.types) {
+        types.push_back(json::object{{"id", type.id},
+                                     {"name", type.name},
+                                     {"kind", nameOf(type.kind)},
+                                     {"size", type.size},
+                                     {"storage", textOrNull(type.storage)},
+                                     {"aliasOf", textOrNull(type.aliasOf)},
+                                     {"variables", type.variables},
+                                     {"originalName", textOrNull(type.originalName)}});
+    }
+    return types;
+}
+
+json::array outsideOf(const Findings& findings) {
+    json::array rows;
+    for (const OutsideRow& row : findings.outside) {
+        rows.push_back(json::object{
+            {"baseType", row.baseType}, {"variables", row.variables}, {"types", row.types}});
+    }
+    return rows;
+}
+
+json::array remarksOf(const std::vector<fmi::Remark>& remarks) {
+    json::array rows;
+    for (const fmi::Remark& remark : remarks) {
+        rows.push_back(json::object{
+            {"element", remark.element},
+            {"line", remark.line == 0 ? json::value(nullptr) : json::value(remark.line)},
+            {"sentence", remark.sentence},
+            {"count", remark.count}});
+    }
+    return rows;
+}
+
+} // namespace
+
+void printJson(const Findings& findings, std::ostream& os) {
+    const json::object report{{"file", findings.file},
+                              {"fmiVersion", findings.fmiVersion},
+                              {"modelName", findings.modelName},
+                              {"variables", findings.variables},
+                              {"types", typesOf(findings)},
+                              {"outside", outsideOf(findings)},
+                              {"problems", remarksOf(findings.remarks.problems())},
+                              {"notes", remarksOf(findings.remarks.notes())}};
+    // JSON lets most control characters stand; a terminal would obey them.
+    os << safeText(json::serialize(report)) << '\n';
+}
+
+} // namespace tvtool::report

@@ -1,0 +1,27 @@
+/// \file
+/// The report for programs: one JSON object on one line, its member names stable.
+///
+/// | Member       | Value                                                                       |
+/// |--------------|-----------------------------------------------------------------------------|
+/// | `file`       | text, as given in the call                                                  |
+/// | `fmiVersion` | text                                                                        |
+/// | `modelName`  | text                                                                        |
+/// | `variables`  | number of variables                                                         |
+/// | `types`      | array of types in the order of their ids: `id`, `name`, `kind` (`built-in`, |
+/// |              | `alias`, `enumerated`, `fixed-point`), `size` in bytes, `storage` and       |
+/// |              | `aliasOf` (names, or null), `variables` (how many use it), `originalName`   |
+/// |              | (text, or null where it is the name)                                        |
+/// | `outside`    | array of what lies outside the table: `baseType`, `variables`, `types`      |
+/// | `problems`   | array of remarks: `element`, `line` (or null), `sentence`, `count`          |
+/// | `notes`      | the same                                                                    |
+#pragma once
+
+#include "report/findings.h"
+
+#include <ostream>
+
+namespace tvtool::report {
+
+void printJson(const Findings& findings, std::ostream& os);
+
+} // namespace tvtool::report

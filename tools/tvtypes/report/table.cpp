@@ -1,0 +1,54 @@
+#include "report/table.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace tvtool::report {
+
+namespace {
+
+/// The columns that a text takes on a screen. Its bytes are never fewer, so what padding to that
+/// many columns adds is the difference.
+std::size_t displayWidth(const std::string& text) {
+    return 2 * text.size() - fmt::formatted_size("{:<{}}", text, text.size());
+}
+
+} // namespace
+
+void Table::addColumn(std::string heading, Align align) {
+    widths_.push_back(displayWidth(heading));
+    headings_.push_back(std::move(heading));
+    aligns_.push_back(align);
+}
+
+void Table::addRow(std::vector<std::string> cells) {
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        if (cells[i].empty()) {
+            cells[i].assign(1, '-');
+        }
+        widths_[i] = std::max(widths_[i], displayWidth(cells[i]));
+    }
+    rows_.push_back(std::move(cells));
+}
+
+std::string Table::line(const std::vector<std::string>& cells) const {
+    std::string text;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        text += aligns_[i] == Align::Left ? fmt::format("{:<{}}", cells[i], widths_[i])
+                                          : fmt::format("{:>{}}", cells[i], widths_[i]);
+        text.append(2, ' ');
+    }
+    text.erase(text.find_last_not_of(' ') + 1);
+    return text;
+}
+
+void Table::print(std::ostream& os, fmt::text_style headingStyle) const {
+    os << fmt::format(headingStyle, "{}", line(headings_)) << '\n';
+    for (const std::vector<std::string>& row : rows_) {
+        os << line(row) << '\n';
+    }
+}
+
+} // namespace tvtool::report

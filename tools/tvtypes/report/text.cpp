@@ -1,0 +1,110 @@
+#include "report/text.h"
+
+#include "report/safe_text.h"
+#include "report/table.h"
+
+#include <fmt/color.h>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+namespace tvtool::report {
+
+namespace {
+
+std::string counted(std::size_t count, std::string_view one, std::string_view many) {
+    return count == 0 ? fmt::format("no {}", many)
+                      : fmt::format("{} {}", count, count == 1 ? one : many);
+}
+
+void printSummary(const Findings& findings, std::ostream& os) {
+    os << fmt::format("{}: FMI {}, model \"{}\": {}, {}, {}, {}\n", safeText(findings.file),
+                      safeText(findings.fmiVersion), safeText(findings.modelName),
+                      counted(findings.variables, "variable", "variables"),
+                      counted(findings.types.size(), "type", "types"),
+                      counted(findings.remarks.problems().size(), "problem", "problems"),
+                      counted(findings.remarks.notes().size(), "note", "notes"));
+}
+
+void printTypes(const Findings& findings, fmt::text_style headingStyle, std::ostream& os) {
+    if (findings.types.empty()) {
+        return;
+    }
+    const bool hasOriginals = std::ranges::any_of(
+        findings.types, [](const TypeRow& type) { return !type.originalName.empty(); });
+    Table table;
+    table.addColumn("id", Align::Right);
+    table.addColumn("name", Align::Left);
+    table.addColumn("kind", Align::Left);
+    table.addColumn("size", Align::Right);
+    table.addColumn("storage", Align::Left);
+    table.addColumn("alias of", Align::Left);
+    table.addColumn("variables", Align::Right);
+    if (hasOriginals) {
+        table.addColumn("original name", Align::Left);
+    }
+    for (const TypeRow& type : findings.types) {
+        std::vector<std::string> cells{
+            std::to_string(type.id),       type.name,    nameOf(type.kind),
+            std::to_string(type.size),     type.storage, type.aliasOf,
+            std::to_string(type.variables)};
+        if (hasOriginals) {
+            cells.push_back(safeText(type.originalName));
+        }
+        table.addRow(std::move(cells));
+    }
+    os << '\n';
+    table.print(os, headingStyle);
+}
+
+void printOutside(const std::vector<OutsideRow>& rows, std::ostream& os) {
+    if (rows.empty()) {
+        return;
+    }
+    std::vector<std::string> parts;
+    for (const OutsideRow& row : rows) {
+        std::string part = row.baseType + ' ' + counted(row.variables, "variable", "variables");
+        if (row.types > 0) {
+            part += " and " + counted(row.types, "type", "types");
+        }
+        parts.push_back(std::move(part));
+    }
+    os << fmt::format("\nOutside the table: {}\n", fmt::join(parts, ", "));
+}
+
+void printRemarks(const Findings& findings, std::string_view heading,
+                  const std::vector<fmi::Remark>& remarks, fmt::text_style style,
+                  std::ostream& os) {
+    if (remarks.empty()) {
+        return;
+    }
+    os << '\n' << fmt::format(style, "{}", heading) << '\n';
+    const std::string file = safeText(findings.file);
+    for (const fmi::Remark& remark : remarks) {
+        const std::string line = remark.line == 0 ? "" : fmt::format(":{}", remark.line);
+        const std::string count = remark.count == 1 ? "" : fmt::format(" ({} times)", remark.count);
+        os << fmt::format("{}{}: {}: {}{}\n", file, line, safeText(remark.element),
+                          safeText(remark.sentence), count);
+    }
+}
+
+} // namespace
+
+void printText(const Findings& findings, bool colour, std::ostream& os) {
+    const auto styled = [colour](fmt::text_style style) {
+        return colour ? style : fmt::text_style();
+    };
+    const fmt::text_style bold = styled(fmt::emphasis::bold);
+    printSummary(findings, os);
+    printTypes(findings, bold, os);
+    printOutside(findings.outside, os);
+    printRemarks(findings, "Problems", findings.remarks.problems(),
+                 bold | styled(fmt::fg(fmt::terminal_color::red)), os);
+    printRemarks(findings, "Notes", findings.remarks.notes(),
+                 bold | styled(fmt::fg(fmt::terminal_color::yellow)), os);
+}
+
+} // namespace tvtool::report
