@@ -37,7 +37,7 @@ struct ArchiveTest : testing::Test {
 };
 
 TEST_F(ArchiveTest, DescriptionAtTheRootIsRead) {
-    const Outcome outcome = inspect({{"binaries/linux64/m.so", "x"}, {name, good}});
+    const Outcome outcome = inspect({{"a/modelDescription.xml", "x"}, {name, good}});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.out, HasSubstr("1 variable, 1 type, no problems, no notes"));
 }
@@ -54,11 +54,6 @@ TEST_F(ArchiveTest, DescriptionInASingleFolderIsReadWithANote) {
         inspect({{"__MACOSX/modelDescription.xml", "junk"}, {"model/modelDescription.xml", good}});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.out, HasSubstr("read from \"model/modelDescription.xml\""));
-}
-
-TEST_F(ArchiveTest, RootWinsOverFolders) {
-    const Outcome outcome = inspect({{"a/modelDescription.xml", "junk"}, {name, good}});
-    EXPECT_EQ(outcome.status, 0) << outcome.err;
 }
 
 TEST_F(ArchiveTest, WithoutADescriptionIsUnreadable) {

@@ -68,35 +68,6 @@ TEST(Types, WideIntegersAreFixedPointWithoutAFraction) {
     }
 }
 
-TEST(Types, EnumerationsAreStoredInInt32) {
-    const auto read = readText(description3(
-        "<EnumerationType name=\"E\"><Item name=\"on\" value=\"1\"/></EnumerationType>",
-        "<Enumeration name=\"a\" valueReference=\"1\" declaredType=\"E\"/>"
-        "<Enumeration name=\"b\" valueReference=\"2\"/>"));
-    model::Types types(*read->description, read->remarks);
-    const int id = types.idOf(read->description->variables.at(0));
-    EXPECT_TRUE(types.table().isEnumType(id));
-    EXPECT_EQ(recordOf(types.table(), id).getSize(), 4);
-    EXPECT_STREQ(recordOf(types.table(), recordOf(types.table(), id).getStorageId()).getName(),
-                 "int32");
-    const int undeclared = types.idOf(read->description->variables.at(1));
-    EXPECT_STREQ(recordOf(types.table(), undeclared).getName(), "int32");
-}
-
-TEST(Types, TextsAndClocksStayOutside) {
-    const auto read = readText(description3("<StringType name=\"S\"/><ClockType name=\"C\"/>",
-                                            "<String name=\"a\" valueReference=\"1\"/>"
-                                            "<Clock name=\"b\" valueReference=\"2\"/>"
-                                            "<Binary name=\"c\" valueReference=\"3\"/>"
-                                            "<String name=\"d\" valueReference=\"4\""
-                                            " declaredType=\"S\"/>"));
-    model::Types types(*read->description, read->remarks);
-    EXPECT_EQ(types.table().getNumDataTypes(), DataTypeTable().getNumDataTypes());
-    for (const fmi::Variable& variable : read->description->variables) {
-        EXPECT_EQ(types.idOf(variable), INVALID_DATA_TYPE_ID) << variable.name;
-    }
-}
-
 TEST(Names, AreAlwaysTakenByTheTable) {
     DataTypeTable table;
     const std::vector<std::string> originals{

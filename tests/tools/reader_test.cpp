@@ -66,12 +66,6 @@ TEST(Encodings, SayTheSameWithoutANote) {
     }
 }
 
-TEST(Encodings, BecomeUtf8) {
-    const auto read = readText("<?xml version='1.0' encoding='ISO-8859-1'?>" +
-                               description3("<Float64Type name=\"W\xE4rme\"/>", ""));
-    EXPECT_EQ(read->description->types.at(0).name, "W\xC3\xA4rme");
-}
-
 TEST(Reader, DoesNotDependOnHowTheTextArrives) {
     const std::string text = readFile(TVTYPES_EXAMPLES "/vehicle_suspension.xml");
     const auto whole = readText(text, text.size());
@@ -109,16 +103,6 @@ TEST(Reader, DeepNestingIsSkipped) {
     ASSERT_EQ(read->description->variables.size(), 1U);
     EXPECT_EQ(read->description->variables[0].name, "last");
     EXPECT_EQ(read->remarks.notes().size(), 1U);
-}
-
-TEST(Reader, DefinitionsMayFollowTheirUse) {
-    const auto read = readText(
-        "<fmiModelDescription fmiVersion='2.0' modelName=''><ModelVariables>"
-        "<ScalarVariable name='a' valueReference='1'><Real declaredType='T'/></ScalarVariable>"
-        "</ModelVariables><TypeDefinitions><SimpleType name='T'><Real/></SimpleType>"
-        "</TypeDefinitions></fmiModelDescription>");
-    EXPECT_TRUE(read->remarks.problems().empty());
-    EXPECT_EQ(read->description->variables.at(0).type, 0U);
 }
 
 } // namespace

@@ -105,7 +105,7 @@ void resolveDeclaredTypes(Description& description, Remarks& remarks) {
     }
     const auto baseName = [&](BaseType base) { return nameOf(base, description.majorVersion); };
     for (Variable& variable : description.variables) {
-        if (variable.declaredType.empty()) {
+        if (!variable.declaredType) {
             if (variable.base == BaseType::Enumeration) {
                 remarks.problem(variable.place, fmt::format("enumeration variable {} has no "
                                                             "declaredType",
@@ -113,11 +113,11 @@ void resolveDeclaredTypes(Description& description, Remarks& remarks) {
             }
             continue;
         }
-        const auto found = indexOfName.find(variable.declaredType);
+        const auto found = indexOfName.find(*variable.declaredType);
         if (found == indexOfName.end()) {
             remarks.problem(variable.place,
                             fmt::format("variable {} declares type {}, which is not defined",
-                                        quoted(variable.name), quoted(variable.declaredType)));
+                                        quoted(variable.name), quoted(*variable.declaredType)));
             continue;
         }
         const BaseType base = description.types[found->second].base;
@@ -125,7 +125,7 @@ void resolveDeclaredTypes(Description& description, Remarks& remarks) {
             remarks.problem(variable.place,
                             fmt::format("variable {} is {} and declares type {}, which is {}",
                                         quoted(variable.name), baseName(variable.base),
-                                        quoted(variable.declaredType), baseName(base)));
+                                        quoted(*variable.declaredType), baseName(base)));
             continue;
         }
         variable.type = found->second;

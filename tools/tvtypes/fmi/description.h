@@ -63,8 +63,8 @@ struct TypeDefinition {
 inline constexpr std::uint32_t noIndex = UINT32_MAX;
 
 struct Variable {
-    std::string_view name;         ///< empty if it is missing
-    std::string_view declaredType; ///< empty if there is none
+    std::string_view name; ///< empty if it is missing
+    std::optional<std::string_view> declaredType;
     Place place;
     std::uint32_t valueReference = 0;
     std::uint32_t type = noIndex; ///< the declared type in Description::types, if it agrees

@@ -27,12 +27,12 @@ report::Kind kindOf(const DataTypeTable& table, int id) {
 }
 
 std::string nameOf(const DataTypeTable& table, int id) {
-    return table.getDataTypeAt(static_cast<std::size_t>(id + 1))->getName();
+    return table.getDataTypeAt(positionOf(id))->getName();
 }
 
 report::TypeRow rowOf(const Types& types, int id, std::size_t variables) {
     const DataTypeTable& table = types.table();
-    const DataType& type = *table.getDataTypeAt(static_cast<std::size_t>(id + 1));
+    const DataType& type = *table.getDataTypeAt(positionOf(id));
     report::TypeRow row;
     row.id = id;
     row.name = type.getName();
@@ -59,7 +59,7 @@ std::vector<report::TypeRow> typeRows(const Types& types,
     for (int id = 0; id < table.getNumDataTypes() - 1; ++id) {
         const bool isOfModel =
             !DataTypeTable::checkForBuiltInDataType(id) && !DataTypeTable::isPredefinedDataType(id);
-        if (isOfModel || usesByPosition[static_cast<std::size_t>(id + 1)] > 0) {
+        if (isOfModel || usesByPosition[positionOf(id)] > 0) {
             ids.insert(id);
         }
         if (const int target = table.getDataTypeIdAliasedTo(id); target != INVALID_DATA_TYPE_ID) {
@@ -67,8 +67,9 @@ std::vector<report::TypeRow> typeRows(const Types& types,
         }
     }
     std::vector<report::TypeRow> rows;
+    rows.reserve(ids.size());
     for (const int id : ids) {
-        rows.push_back(rowOf(types, id, usesByPosition[static_cast<std::size_t>(id + 1)]));
+        rows.push_back(rowOf(types, id, usesByPosition[positionOf(id)]));
     }
     return rows;
 }
@@ -102,7 +103,7 @@ std::vector<std::size_t> countUses(const fmi::Description& description, Types& t
         const int id = types.idOf(variable);
         uses.resize(static_cast<std::size_t>(types.table().getNumDataTypes()));
         if (id != INVALID_DATA_TYPE_ID) {
-            ++uses[static_cast<std::size_t>(id + 1)];
+            ++uses[positionOf(id)];
         }
     }
     uses.resize(static_cast<std::size_t>(types.table().getNumDataTypes()));

@@ -5,6 +5,7 @@
 #include <fnd/except.h>
 
 #include <array>
+#include <cstdint>
 #include <string>
 
 namespace tvtool::model {
@@ -49,6 +50,10 @@ int idUnlessRefused(const fmi::Place& place, fmi::Remarks& remarks, Work work) {
 
 } // namespace
 
+std::size_t positionOf(int id) {
+    return static_cast<std::size_t>(std::int64_t{id} + 1);
+}
+
 bool isOutside(BaseType base) {
     return base != BaseType::None && tableNameOf(base) == nullptr;
 }
@@ -78,14 +83,14 @@ int Types::define(const fmi::TypeDefinition& type) {
     });
     if (id != INVALID_DATA_TYPE_ID && name != type.name) {
         originalNames_.resize(static_cast<std::size_t>(table_.getNumDataTypes()));
-        originalNames_[static_cast<std::size_t>(id + 1)] = type.name;
+        originalNames_[positionOf(id)] = type.name;
     }
     return id;
 }
 
 int Types::registerEnumeration(const std::string& name) {
     const int id = table_.registerDataType(name.c_str(), modelSource, nullptr);
-    DataType& type = *table_.getDataTypeAt(static_cast<std::size_t>(id + 1));
+    DataType& type = *table_.getDataTypeAt(positionOf(id));
     type.setSize(enumeratedSize);
     table_.setDataTypeStorageId(id,
                                 TVTypeSys::DataTypeTable::getBuiltInDataType(enumeratedStorage));
@@ -110,7 +115,7 @@ int Types::registerFixedPoint(BaseType base) {
     const fxpDataTypeProp properties{
         FXP_DT_FIXPT, base == BaseType::Int64 ? 1U : 0U, 64, 0, 1.0, 0.0, 0};
     const int id = table_.registerDataType(tableNameOf(base), modelSource, nullptr);
-    DataType& type = *table_.getDataTypeAt(static_cast<std::size_t>(id + 1));
+    DataType& type = *table_.getDataTypeAt(positionOf(id));
     type.setSize(8);
     type.setPropertiesSize(sizeof properties);
     type.setProperties(&properties);
@@ -123,7 +128,7 @@ int Types::idOf(const fmi::Variable& variable) {
 }
 
 std::string_view Types::originalNameOf(int id) const {
-    const auto position = static_cast<std::size_t>(id + 1);
+    const std::size_t position = positionOf(id);
     return position < originalNames_.size() ? originalNames_[position] : std::string_view();
 }
 

@@ -8,6 +8,7 @@
 
 #include <tvtypes/datatypetable.h>
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -40,6 +41,9 @@ class Types {
     std::vector<int> definitionIds_;              ///< by index of the type definition
     std::vector<std::string_view> originalNames_; ///< by position in the table
 };
+
+/// Where the type with this id stands in the table.
+std::size_t positionOf(int id);
 
 /// Whether values of a base type have no type in the table.
 bool isOutside(fmi::BaseType base);
