@@ -1,6 +1,6 @@
 #include "support.h"
 
-#include "commands.h"
+#include "tool.h"
 #include "fmi/checks.h"
 #include "fmi/reader.h"
 

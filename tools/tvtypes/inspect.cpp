@@ -7,6 +7,7 @@
 
 #include "fmi/source.h"
 
+#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <memory>

@@ -1,4 +1,4 @@
-#include "commands.h"
+#include "tool.h"
 
 #include <cstdlib>
 #include <iostream>

@@ -1,8 +1,11 @@
+#include "tool.h"
+
 #include "commands.h"
 #include "report/safe_text.h"
 
 #include <tvtypes/functions.h>
 
+#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <exception>
