@@ -2,12 +2,12 @@
 
 #include "fmi/checks.h"
 #include "fmi/reader.h"
-#include "fmi/source.h"
 #include "model/types.h"
 
 #include <array>
 #include <memory>
 #include <set>
+#include <utility>
 
 namespace tvtool::model {
 
@@ -112,12 +112,11 @@ std::vector<std::size_t> countUses(const fmi::Description& description, Types& t
 
 } // namespace
 
-report::Findings inspectFile(const std::string& path) {
+report::Findings inspectSource(fmi::Source& source, fmi::Remarks remarks) {
     report::Findings findings;
-    findings.file = path;
-    const std::unique_ptr<fmi::Source> source = fmi::openSource(path, findings.remarks);
+    findings.remarks = std::move(remarks);
     const std::unique_ptr<fmi::Description> description =
-        fmi::readDescription(*source, findings.remarks);
+        fmi::readDescription(source, findings.remarks);
     fmi::checkDescription(*description, findings.remarks);
 
     Types types(*description, findings.remarks);
@@ -128,6 +127,14 @@ report::Findings inspectFile(const std::string& path) {
     findings.types = typeRows(types, uses);
     findings.outside = outsideRows(*description);
     findings.remarks.sort();
+    return findings;
+}
+
+report::Findings inspectFile(const std::string& path) {
+    fmi::Remarks remarks;
+    const std::unique_ptr<fmi::Source> source = fmi::openSource(path, remarks);
+    report::Findings findings = inspectSource(*source, std::move(remarks));
+    findings.file = path;
     return findings;
 }
 

@@ -50,13 +50,9 @@ int idUnlessRefused(const fmi::Place& place, fmi::Remarks& remarks, Work work) {
 
 } // namespace
 
-std::size_t positionOf(int id) {
-    return static_cast<std::size_t>(std::int64_t{id} + 1);
-}
+std::size_t positionOf(int id) { return static_cast<std::size_t>(std::int64_t{id} + 1); }
 
-bool isOutside(BaseType base) {
-    return base != BaseType::None && tableNameOf(base) == nullptr;
-}
+bool isOutside(BaseType base) { return base != BaseType::None && tableNameOf(base) == nullptr; }
 
 Types::Types(const fmi::Description& description, fmi::Remarks& remarks)
     : remarks_(remarks), names_(table_, declaredNames(description)) {

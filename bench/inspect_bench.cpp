@@ -1,0 +1,67 @@
+// The inspection of one model description, beside what the naming alone costs in a plain
+// std::unordered_map: each name of a type and of a variable entered, each declared type looked up.
+#include "fmi/reader.h"
+#include "fmi/source.h"
+#include "model/inspection.h"
+
+#include <benchmark/benchmark.h>
+
+#include <iostream>
+#include <string>
+#include <unordered_map>
+
+namespace {
+
+std::string file;
+
+void Inspect(benchmark::State& state) {
+    std::size_t variables = 0;
+    for (auto _ : state) {
+        const tvtool::report::Findings findings = tvtool::model::inspectFile(file);
+        variables = findings.variables;
+        benchmark::DoNotOptimize(findings.types.data());
+    }
+    state.counters["variables"] = static_cast<double>(variables);
+}
+
+void ReadOnly(benchmark::State& state) {
+    for (auto _ : state) {
+        tvtool::fmi::Remarks remarks;
+        const auto source = tvtool::fmi::openSource(file, remarks);
+        benchmark::DoNotOptimize(tvtool::fmi::readDescription(*source, remarks));
+    }
+}
+
+void NamingInMap(benchmark::State& state) {
+    tvtool::fmi::Remarks remarks;
+    const auto source = tvtool::fmi::openSource(file, remarks);
+    const auto description = tvtool::fmi::readDescription(*source, remarks);
+    for (auto _ : state) {
+        std::unordered_map<std::string, int> types;
+        std::unordered_map<std::string, int> variables;
+        for (const auto& type : description->types) {
+            types.try_emplace(std::string(type.name), static_cast<int>(types.size()));
+        }
+        for (const auto& variable : description->variables) {
+            variables.try_emplace(std::string(variable.name), static_cast<int>(variables.size()));
+            benchmark::DoNotOptimize(types.find(std::string(variable.declaredType.value_or(""))));
+        }
+    }
+}
+
+} // namespace
+
+BENCHMARK(ReadOnly);
+BENCHMARK(Inspect);
+BENCHMARK(NamingInMap);
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (argc != 2) {
+        std::cerr << "usage: bench_inspect FILE [--benchmark_...]\n";
+        return 2;
+    }
+    file = argv[1];
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,40 @@
+// The inspection of any bytes: a report or a ReadError, nothing else.
+#include "model/inspection.h"
+#include "report/json.h"
+#include "report/text.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <sstream>
+
+namespace {
+
+class MemorySource : public tvtool::fmi::Source {
+  public:
+    explicit MemorySource(std::span<const char> bytes) : rest_(bytes) {}
+
+    std::size_t read(std::span<char> buffer) override {
+        const std::size_t count = std::min(buffer.size(), rest_.size());
+        std::copy_n(rest_.begin(), count, buffer.begin());
+        rest_ = rest_.subspan(count);
+        return count;
+    }
+
+  private:
+    std::span<const char> rest_;
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    MemorySource source({reinterpret_cast<const char*>(data), size});
+    try {
+        const tvtool::report::Findings findings = tvtool::model::inspectSource(source, {});
+        std::ostringstream os;
+        tvtool::report::printText(findings, true, os);
+        tvtool::report::printJson(findings, os);
+    } catch (const tvtool::fmi::ReadError&) {
+        // No description: the reader has said so.
+    }
+    return 0;
+}
