@@ -1,9 +1,7 @@
 #include "support/refusal.h"
 
-#include <ox/array.h>
 #include <tvtypes_res/messages.h>
 
-#include <limits>
 #include <vector>
 
 namespace general = TorvaneTypes::general;
@@ -48,18 +46,4 @@ TEST(Diagnostics, WarningsGoToTheHandlerInPlace) {
     const std::string written = testing::internal::GetCapturedStderr();
     EXPECT_EQ(0U, written.find("warning: The scale factor of the unit \"in\"")) << written;
     EXPECT_EQ(1U, heard.size());
-}
-
-TEST(HostValue, LivesUntilItsLastReference) {
-    oxArray_tag* value = oxCreateDoubleScalar(2.5);
-    EXPECT_TRUE(oxIsTemporary(value));
-    EXPECT_EQ(value, oxShareArray(value));
-    EXPECT_EQ(2, oxGetReferenceCount(value));
-    EXPECT_FALSE(oxIsTemporary(value));
-    oxDestroyArray(value);
-    EXPECT_EQ(1, oxGetReferenceCount(value));
-    EXPECT_EQ(2.5, oxGetScalar(value));
-    EXPECT_EQ("", oxcore::get_string(value));
-    oxDestroyArray(value);
-    oxDestroyArray(nullptr);
 }

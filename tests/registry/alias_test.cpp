@@ -1,28 +1,12 @@
-#include "support/refusal.h"
+#include "table_fixture.h"
 
 #include <ox/array.h>
-#include <tvtypes/datatypetable.h>
 
 #include <functional>
 
 using namespace TVTypeSys;
 
-namespace {
-
-constexpr auto clientSource = static_cast<DataTypeSource>(2);
-
-class Alias : public testing::Test {
-  protected:
-    DataType& at(int id) { return *table.getDataTypeAt(static_cast<std::size_t>(id + 1)); }
-    int plain(const char* name) { return table.registerDataType(name, clientSource, nullptr); }
-    int alias(const char* name, int id) {
-        return table.registerAliasDataType(name, clientSource, id, nullptr);
-    }
-
-    DataTypeTable table;
-};
-
-} // namespace
+using Alias = TableTest;
 
 TEST_F(Alias, AnswersForTheEndOfItsChain) {
     const int a = alias("A", 2);

@@ -1,27 +1,10 @@
-#include "support/refusal.h"
-
-#include <tvtypes/datatypetable.h>
+#include "table_fixture.h"
 
 #include <limits>
 
 using namespace TVTypeSys;
 
-namespace {
-
-constexpr auto clientSource = static_cast<DataTypeSource>(2);
-
-class Classification : public testing::Test {
-  protected:
-    DataType& at(int id) { return *table.getDataTypeAt(static_cast<std::size_t>(id + 1)); }
-    int plain(const char* name) { return table.registerDataType(name, clientSource, nullptr); }
-    int alias(const char* name, int id) {
-        return table.registerAliasDataType(name, clientSource, id, nullptr);
-    }
-
-    DataTypeTable table;
-};
-
-} // namespace
+using Classification = TableTest;
 
 TEST_F(Classification, StorageIsSetOnce) {
     const int t = plain("T");

@@ -1,7 +1,5 @@
 // What must not grow with the square of the table: these take milliseconds, or minutes.
-#include <tvtypes/datatypetable.h>
-
-#include <gtest/gtest.h>
+#include "table_fixture.h"
 
 #include <string>
 
@@ -10,12 +8,6 @@ using namespace TVTypeSys;
 namespace {
 
 constexpr int count = 100'000;
-constexpr auto clientSource = static_cast<DataTypeSource>(2);
-
-class ReplacingTable : public DataTypeTable {
-  public:
-    bool shortCircuitRegistration(DataTypeSource) const override { return false; }
-};
 
 std::string name(int i) { return "type_" + std::to_string(i); }
 

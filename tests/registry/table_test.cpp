@@ -1,13 +1,11 @@
-#include "support/refusal.h"
+#include "table_fixture.h"
 
-#include <tvtypes/datatypetable.h>
 #include <tvtypes/fixedpoint.h>
 #include <tvtypes/functions.h>
 #include <tvtypes/structdatatype.h>
 
 #include <boost/make_shared.hpp>
 
-#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <sstream>
@@ -17,18 +15,6 @@
 using namespace TVTypeSys;
 
 namespace {
-
-constexpr auto clientSource = static_cast<DataTypeSource>(2);
-constexpr auto otherSource = static_cast<DataTypeSource>(3);
-
-DataType& at(DataTypeTable& table, int id) {
-    return *table.getDataTypeAt(static_cast<std::size_t>(id + 1));
-}
-
-class ReplacingTable : public DataTypeTable {
-  public:
-    bool shortCircuitRegistration(DataTypeSource) const override { return false; }
-};
 
 class Hook : public ClientDataTypeCheckCallback {
   public:
@@ -241,15 +227,4 @@ TEST(DataTypeTable, IsPrinted) {
     const std::string end = "DataType : 'sfix16_En3'\nID : 14\nSize : -1\nStorage ID : 14\n"
                             "DataTypeQualifier : 2\n\n\n";
     EXPECT_EQ(text.size() - end.size(), text.rfind(end));
-}
-
-TEST(Functions, TellVersionAndBuildDate) {
-    int numbers[3] = {};
-    char rest = 0;
-    EXPECT_EQ(3, std::sscanf(libtv_types_version, "%d.%d.%d%c", &numbers[0], &numbers[1],
-                             &numbers[2], &rest));
-    char month[4] = {};
-    EXPECT_EQ(3, std::sscanf(libtv_types_build_date, "%3[A-Za-z] %d %4d%c", month, &numbers[0],
-                             &numbers[1], &rest));
-    EXPECT_NE(nullptr, std::strstr("JanFebMarAprMayJunJulAugSepOctNovDec", month));
 }

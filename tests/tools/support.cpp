@@ -1,8 +1,8 @@
 #include "support.h"
 
-#include "tool.h"
 #include "fmi/checks.h"
 #include "fmi/reader.h"
+#include "tool.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>

@@ -9,9 +9,7 @@ namespace {
 
 constexpr std::size_t longestQuotation = 120;
 
-bool isContinuationByte(char c) {
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-}
+bool isContinuationByte(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
 } // namespace
 

@@ -20,9 +20,7 @@ struct CloseFile {
 };
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
-std::string reasonOf(int errorNumber) {
-    return std::generic_category().message(errorNumber);
-}
+std::string reasonOf(int errorNumber) { return std::generic_category().message(errorNumber); }
 
 std::size_t readSome(std::FILE* file, std::span<char> buffer) {
     const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), file);

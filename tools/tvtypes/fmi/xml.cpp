@@ -18,12 +18,8 @@ struct FreeParser {
 };
 using Parser = std::unique_ptr<XML_ParserStruct, FreeParser>;
 
-std::uint64_t lineOf(XML_Parser parser) {
-    return XML_GetCurrentLineNumber(parser);
-}
-std::uint64_t columnOf(XML_Parser parser) {
-    return XML_GetCurrentColumnNumber(parser) + 1;
-}
+std::uint64_t lineOf(XML_Parser parser) { return XML_GetCurrentLineNumber(parser); }
+std::uint64_t columnOf(XML_Parser parser) { return XML_GetCurrentColumnNumber(parser) + 1; }
 
 struct Run {
     XML_Parser parser;
