@@ -146,7 +146,7 @@ class TVTYPES_API DataTypeTable {
 
     /// Appends a record that the caller has made with the id getNumDataTypes() - 1. The table
     /// takes it over. A record that answers getName with another text than its own name is found
-    /// by whatever it answers at the time of a lookup.
+    /// by whatever it answers at the time of a lookup; for that, each lookup asks all such records.
     void addDataType(DataType* dataType);
 
     /// Takes a record out and destroys it. Later records keep their ids and lose their places, so
