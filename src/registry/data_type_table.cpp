@@ -85,7 +85,12 @@ void DataTypeTable::setAtomicWordLengths(const std::vector<int>& wordLengths) {
 
 void DataTypeTable::append(std::unique_ptr<DataType> newRecord) {
     dataTypes_.push_back(std::move(newRecord));
-    nameIndex_->addLast();
+    try {
+        nameIndex_->addLast();
+    } catch (...) {
+        dataTypes_.pop_back(); // out of memory: a record that no lookup finds must not stay
+        throw;
+    }
 }
 
 void DataTypeTable::addDataType(DataType* dataType) {
