@@ -23,6 +23,23 @@ enum fxpModeDataType : std::int32_t {
     FXP_DT_BOOLEAN = 4        ///< boolean
 };
 
+/// What becomes of a value outside the destination's range.
+enum fxpModeOverflow_tag : std::int32_t {
+    FXP_OVERFLOW_WRAP = 0,    ///< taken modulo the destination's range
+    FXP_OVERFLOW_SATURATE = 1 ///< the nearer bound
+};
+
+/// How a floating-point value becomes an integer.
+enum fxpModeRounding_tag : std::int32_t {
+    FXP_ROUND_ZERO = 0,       ///< toward zero
+    FXP_ROUND_NEAR = 1,       ///< to nearest, ties toward positive infinity
+    FXP_ROUND_CEIL = 2,       ///< toward positive infinity
+    FXP_ROUND_FLOOR = 3,      ///< toward negative infinity
+    FXP_ROUND_ZERO_ALIAS = 4, ///< as FXP_ROUND_ZERO
+    FXP_ROUND_ROUND = 5,      ///< to nearest, ties away from zero
+    FXP_ROUND_CONVERGENT = 6  ///< to nearest, ties to even
+};
+
 /// All that is known about a numeric type. A plain record: copied by value, compared by field.
 struct TVTYPES_API fxpDataTypeProp {
     fxpModeDataType DataTypeMode;

@@ -1,8 +1,23 @@
 /// \file
-/// Exported plain functions and texts that belong to no class.
+/// Exported plain functions and texts that belong to no class: values of the built-in types are
+/// converted and compared, and go to the host and come back.
+///
+/// Built-in types are addressed by their ids, 0 to 8 in the order double, single, int8, uint8,
+/// int16, uint16, int32, uint32, boolean; ids of aliases are to be resolved first. Vectors may lie
+/// at any address. Complex vectors are interleaved, real then imaginary.
 #pragma once
 
 #include <tvtypes/export.h>
+#include <tvtypes/fixedpoint.h>
+
+struct _tvDataTypeAccess_tag;
+struct oxArray_tag;
+class tvsvDiagnosticImpl;
+enum oxClassID : int;
+
+namespace TVTypeSys {
+class DataTypeTable;
+}
 
 /// The library's version, as numbers with points between them.
 extern TVTYPES_API const char libtv_types_version[];
@@ -12,3 +27,63 @@ extern TVTYPES_API const char libtv_types_build_date[];
 
 /// How many types every table holds beside "auto": the nine built-in and the five predefined, 14.
 TVTYPES_API int DAGetNumTVDataTypes();
+
+/// \name Conversion between the built-in types
+/// Nothing here fails, allocates or keeps state: every input has a defined output, on every
+/// processor the same. Threads may convert at once into buffers that do not overlap.
+///
+/// - An integer that the destination cannot hold is taken modulo its range, or becomes the nearer
+///   bound. A floating-point value is rounded first; NaN becomes 0, an infinity 0 or the bound.
+/// - What is not asked for is ignored: rounding of an integer, saturation where nothing overflows.
+/// - To `boolean`: 1 if the value is not zero (NaN is not), else 0.
+/// - double to single is the IEEE conversion and has no saturating form.
+///
+/// Ids and modes are not tested: ids must be from 0 to 8 and the modes enumerators.
+/// @{
+
+/// Converts `dstCount` elements. A `srcCount` of 0 or 1 says that the source is a scalar which
+/// feeds all of them (to `boolean` only 1 says so); otherwise the source holds `dstCount` elements.
+/// Real to complex gives imaginary parts of zero, complex to real drops them; a `boolean`
+/// destination is one byte an element, complex or not.
+///
+/// The result is false if `checkLoss` holds and something was lost: an element converted back
+/// differs from its source, the source is NaN, or an imaginary part that was dropped is not zero.
+/// The destination is written in full either way. The ids and modes are not read: they were
+/// settled when the function was selected.
+using tvBuiltinDtypeConvFcn = bool (*)(const void* src, void* dst, unsigned long srcCount,
+                                       unsigned long dstCount, bool srcIsComplex, bool dstIsComplex,
+                                       bool checkLoss, int srcId, int dstId,
+                                       fxpModeOverflow_tag overflow, fxpModeRounding_tag rounding);
+
+/// The conversion function of a pair in the given modes. Never null.
+TVTYPES_API tvBuiltinDtypeConvFcn utGetTvBuiltinDtypeConvFcn(int srcId, int dstId,
+                                                             fxpModeOverflow_tag overflow,
+                                                             fxpModeRounding_tag rounding);
+
+/// Selects the conversion function and calls it; the result is the function's.
+TVTYPES_API bool tvConvertBuiltInDTypeVectWithCheck(const void* src, unsigned long srcCount,
+                                                    int srcId, bool srcIsComplex, void* dst,
+                                                    unsigned long dstCount, int dstId,
+                                                    bool dstIsComplex, fxpModeOverflow_tag overflow,
+                                                    fxpModeRounding_tag rounding, bool checkLoss);
+
+/// The conversion function that built-in types carry: `count` real elements, rounded toward zero
+/// and saturated. The ids may be those of aliases. Always 1: a loss is not reported. `context` and
+/// `extra` are not read.
+TVTYPES_API int ConvertBetweenBuiltinFcn(_tvDataTypeAccess_tag* access, const char* context,
+                                         int dstId, int srcId, int count, const void* src,
+                                         const void* extra, void* dst);
+
+namespace utdtypeconv {
+
+/// The nearest integral value, ties to even, for `T` double and float. Zero takes the sign of `x`;
+/// NaN and the infinities come back as they are.
+template <class T>
+TVTYPES_API T ScalarConvergentPreInt(T x);
+
+extern template TVTYPES_API double ScalarConvergentPreInt<double>(double x);
+extern template TVTYPES_API float ScalarConvergentPreInt<float>(float x);
+
+} // namespace utdtypeconv
+
+/// @}
