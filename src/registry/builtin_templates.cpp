@@ -8,18 +8,17 @@
 namespace TVTypeSys {
 
 // clang-format off
-// The functions are null until there are conversions and comparators to name here.
 constinit const BuiltInRow builtInRows[builtInCount] = {
     // name     size atomic  mode            signed bits exp. factor bias override   functions
-    {"double",  8,   false, {FXP_DT_DOUBLE,  1,     64,  0,   1.0,   0.0, 0},        {}},
-    {"single",  4,   false, {FXP_DT_SINGLE,  1,     32,  0,   1.0,   0.0, 0},        {}},
-    {"int8",    1,   true,  {FXP_DT_FIXPT,   1,     8,   0,   1.0,   0.0, 0},        {}},
-    {"uint8",   1,   true,  {FXP_DT_FIXPT,   0,     8,   0,   1.0,   0.0, 0},        {}},
-    {"int16",   2,   false, {FXP_DT_FIXPT,   1,     16,  0,   1.0,   0.0, 0},        {}},
-    {"uint16",  2,   false, {FXP_DT_FIXPT,   0,     16,  0,   1.0,   0.0, 0},        {}},
-    {"int32",   4,   false, {FXP_DT_FIXPT,   1,     32,  0,   1.0,   0.0, 0},        {}},
-    {"uint32",  4,   false, {FXP_DT_FIXPT,   0,     32,  0,   1.0,   0.0, 0},        {}},
-    {"boolean", 1,   true,  {FXP_DT_BOOLEAN, 0,     8,   0,   1.0,   0.0, 0},        {}}};
+    {"double",  8,   false, {FXP_DT_DOUBLE,  1,     64,  0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
+    {"single",  4,   false, {FXP_DT_SINGLE,  1,     32,  0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
+    {"int8",    1,   true,  {FXP_DT_FIXPT,   1,     8,   0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
+    {"uint8",   1,   true,  {FXP_DT_FIXPT,   0,     8,   0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
+    {"int16",   2,   false, {FXP_DT_FIXPT,   1,     16,  0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
+    {"uint16",  2,   false, {FXP_DT_FIXPT,   0,     16,  0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
+    {"int32",   4,   false, {FXP_DT_FIXPT,   1,     32,  0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
+    {"uint32",  4,   false, {FXP_DT_FIXPT,   0,     32,  0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
+    {"boolean", 1,   true,  {FXP_DT_BOOLEAN, 0,     8,   0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}}};
 
 constinit const PredefinedRow predefinedRows[predefinedCount] = {
     {"fcn_call",          0},

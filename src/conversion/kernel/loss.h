@@ -1,0 +1,108 @@
+/// \file
+/// What a conversion can lose. A value is kept if it comes back the same from the destination.
+///
+/// Wrapping, saturating and every rounding leave alone exactly the values that the destination
+/// holds. So whether a value is kept is a question to the value alone, the same in all modes; and
+/// what is kept needs only a plain cast, whatever the mode.
+#pragma once
+
+#include "conversion/kernel/blocks.h"
+
+namespace {
+
+/// Nothing can be lost.
+struct NoDiff {};
+
+/// The values that the integer types I and D both hold: 2^n of them in a row. So their distances
+/// from the lowest, joined by "or", tell of all at once whether they are in the row.
+template <class I, class D>
+struct Common {
+    static constexpr bool toSigned = isSigned<I> && isSigned<D>;
+    static constexpr uint64_T greatestOfI = static_cast<uint64_T>(BoundOf<I>::ub);
+    static constexpr uint64_T greatestOfD = static_cast<uint64_T>(BoundOf<D>::ub);
+
+    static constexpr Unsigned<I> lowest =
+        toSigned ? static_cast<Unsigned<I>>(BoundOf<D>::lb) : Unsigned<I>(0);
+    static constexpr uint64_T greatestDistance = toSigned                    ? 2 * greatestOfD + 1
+                                                 : greatestOfI < greatestOfD ? greatestOfI
+                                                                             : greatestOfD;
+
+    static Unsigned<I> distance(I x) {
+        return static_cast<Unsigned<I>>(static_cast<Unsigned<I>>(x) - lowest);
+    }
+};
+
+/// The integers whose digits a single always has.
+template <class I>
+struct Common<I, real32_T> {
+    static constexpr Unsigned<I> lowest = isSigned<I> ? Unsigned<I>(-0x1000000) : Unsigned<I>(0);
+    static constexpr uint64_T greatestDistance = isSigned<I> ? 0x1FFFFFF : 0xFFFFFF;
+
+    static Unsigned<I> distance(I x) { return static_cast<Unsigned<I>>(x) - lowest; }
+};
+
+/// Holds every value against its own conversion.
+template <class S, class D>
+struct CastDiff {
+    /// Casts a block and tells whether all of it was kept; NaN never is. If not, what was written
+    /// is not the result yet.
+    static bool cast(const Stored<S>* src, Stored<D>* dst, int count) {
+        if constexpr (!isFloat<S> && !isFloat<D>) {
+            return castIntegers(src, dst, count);
+        } else if constexpr (!isFloat<S>) {
+            return castIntegers(src, dst, count) ||
+                   castAndCompare<Cast_Conv<S, D>>(src, dst, count);
+        } else if constexpr (isFloat<D>) {
+            return castAndCompare<Cast_Conv<S, D>>(src, dst, count);
+        } else if (allSmall(src, count)) {
+            return castSmall(src, dst, count);
+        } else {
+            // Beyond that, only the widest integers hold anything.
+            return sizeof(D) == 4 && castAndCompare<WrappingConv<S, D, Zero>>(src, dst, count);
+        }
+    }
+
+  private:
+    TVTYPES_LOOP static bool castIntegers(const Stored<S>* src, Stored<D>* dst, int count) {
+        Unsigned<S> distances = 0;
+        TVTYPES_INDEPENDENT
+        for (int i = 0; i < count; ++i) {
+            const S x = src[i].value;
+            dst[i].value = static_cast<D>(x);
+            distances = static_cast<Unsigned<S>>(distances | Common<S, D>::distance(x));
+        }
+        return distances <= Common<S, D>::greatestDistance;
+    }
+
+    TVTYPES_LOOP static bool castSmall(const Stored<S>* src, Stored<D>* dst, int count) {
+        uint32_T distances = 0;
+        Unsigned<S> remainders = 0;
+        TVTYPES_INDEPENDENT
+        for (int i = 0; i < count; ++i) {
+            const S x = src[i].value;
+            const int32_T whole = static_cast<int32_T>(x);
+            dst[i].value = static_cast<D>(whole);
+            distances |= Common<int32_T, D>::distance(whole);
+            remainders |= bitsOf(static_cast<S>(whole) - x);
+        }
+        // A remainder of zero may have either sign.
+        return distances <= Common<int32_T, D>::greatestDistance && remainders + remainders == 0;
+    }
+
+    // double holds the values of both sides.
+    template <class Policy>
+    TVTYPES_LOOP static bool castAndCompare(const Stored<S>* src, Stored<D>* dst, int count) {
+        uint64_T lost = 0;
+        TVTYPES_INDEPENDENT
+        for (int i = 0; i < count; ++i) {
+            const S x = src[i].value;
+            D y;
+            Policy::conv(&x, &y);
+            dst[i].value = y;
+            lost |= static_cast<real_T>(y) != static_cast<real_T>(x) ? 1U : 0U;
+        }
+        return lost == 0;
+    }
+};
+
+} // namespace

@@ -1,0 +1,219 @@
+// Each conversion function of each instruction set that this machine has, held against the
+// reference.
+#include "reference.h"
+
+#include "conversion/instruction_set.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <ostream>
+#include <string>
+#include <vector>
+
+using reference::Conversion;
+using TVTypeSys::conversion::Kernel;
+
+namespace reference {
+
+void PrintTo(const Conversion& c, std::ostream* os) {
+    *os << "from " << c.srcId << " to " << c.dstId << ", overflow " << c.overflow << ", rounding "
+        << c.rounding;
+}
+
+} // namespace reference
+
+namespace {
+
+struct Level {
+    const char* name;
+    const Kernel* kernel;
+};
+
+void PrintTo(const Level& level, std::ostream* os) { *os << level.name; }
+
+std::vector<Level> levelsOfThisMachine() {
+    using namespace TVTypeSys::conversion;
+#if defined(__x86_64__)
+    const Level all[] = {
+        {"V1", &kernelX86V1}, {"V2", &kernelX86V2}, {"V3", &kernelX86V3}, {"V4", &kernelX86V4}};
+#else
+    const Level all[] = {{"Plain", &kernelPlain}};
+#endif
+    std::vector<Level> levels;
+    for (const Level& level : all) {
+        levels.push_back(level);
+        if (level.kernel == &bestKernel()) {
+            break;
+        }
+    }
+    return levels;
+}
+
+// A vector at any address, between bytes that nobody may touch.
+class Vector {
+  public:
+    Vector(std::size_t count, int id, std::size_t offset)
+        : id_(id),
+          offset_(fence + offset),
+          size_(count * reference::sizeOf(id)),
+          bytes_(offset_ + size_ + fence, fenceByte) {}
+
+    std::byte* data() { return bytes_.data() + offset_; }
+    double operator[](std::size_t position) { return reference::load(data(), position, id_); }
+    void set(std::size_t position, double value) { reference::store(value, data(), position, id_); }
+
+    // Whether an element is the value; a zero of an integer has no sign.
+    bool holds(double value, std::size_t position) {
+        const double element = (*this)[position];
+        if (std::isnan(value)) {
+            return std::isnan(element);
+        }
+        return element == value &&
+               (!reference::isFloat(id_) || std::signbit(element) == std::signbit(value));
+    }
+
+    bool isFenceIntact() const {
+        const auto isFence = [](std::byte b) { return b == fenceByte; };
+        const auto first = bytes_.begin() + static_cast<std::ptrdiff_t>(offset_);
+        return std::all_of(bytes_.begin(), first, isFence) &&
+               std::all_of(first + static_cast<std::ptrdiff_t>(size_), bytes_.end(), isFence);
+    }
+
+  private:
+    static constexpr std::size_t fence = 64;
+    static constexpr std::byte fenceByte{0xA5};
+    int id_;
+    std::size_t offset_;
+    std::size_t size_;
+    std::vector<std::byte> bytes_;
+};
+
+struct Shape {
+    std::size_t srcCount;
+    std::size_t dstCount;
+    bool srcIsComplex = false;
+    bool dstIsComplex = false;
+};
+
+class EachLevel : public testing::TestWithParam<Level> {
+  protected:
+    bool run(const Conversion& c, Vector& src, Vector& dst, Shape shape, bool checkLoss) const {
+        const int slot = 2 * c.rounding + c.overflow;
+        return GetParam().kernel->rows[c.srcId][c.dstId][slot](
+            src.data(), dst.data(), shape.srcCount, shape.dstCount, shape.srcIsComplex,
+            shape.dstIsComplex, checkLoss, c.srcId, c.dstId, fxpModeOverflow_tag(c.overflow),
+            fxpModeRounding_tag(c.rounding));
+    }
+
+    void expectConverted(const Conversion& c, const std::vector<double>& values) const {
+        const std::size_t count = values.size();
+        Vector src(count, c.srcId, 0);
+        Vector dst(count, c.dstId, 0);
+        for (std::size_t i = 0; i < count; ++i) {
+            src.set(i, values[i]);
+        }
+        run(c, src, dst, {count, count}, false);
+        for (std::size_t i = 0; i < count; ++i) {
+            const double expected = reference::convert(values[i], c);
+            ASSERT_TRUE(dst.holds(expected, i))
+                << testing::PrintToString(c) << ": " << std::hexfloat << values[i] << " became "
+                << dst[i] << " instead of " << expected;
+        }
+    }
+};
+
+TEST_P(EachLevel, ConvertsEveryValue) {
+    for (const Conversion& c : reference::allConversions()) {
+        const std::vector<double>& values = reference::interestingValues(c.srcId);
+        expectConverted(c, values);
+        // Small values by themselves take a shorter way.
+        std::vector<double> small;
+        std::copy_if(values.begin(), values.end(), std::back_inserter(small),
+                     [](double x) { return std::abs(x) < 0x1p29; });
+        expectConverted(c, small);
+    }
+}
+
+// One value among others that are kept: a loss is found wherever it stands.
+TEST_P(EachLevel, FindsEveryLoss) {
+    constexpr std::size_t count = 600;
+    for (const Conversion& c : reference::allConversions()) {
+        const std::vector<double>& values = reference::interestingValues(c.srcId);
+        Vector src(count, c.srcId, 0);
+        Vector dst(count, c.dstId, 0);
+        for (std::size_t i = 0; i < count; ++i) {
+            src.set(i, 1);
+        }
+        for (std::size_t v = 0; v < values.size(); v += 1 + values.size() / 500) {
+            const std::size_t position = v * 7 % count;
+            src.set(position, values[v]);
+            ASSERT_EQ(reference::keeps(values[v], c), run(c, src, dst, {count, count}, true))
+                << testing::PrintToString(c) << ": " << std::hexfloat << values[v];
+            ASSERT_TRUE(dst.holds(reference::convert(values[v], c), position));
+            ASSERT_TRUE(run(c, src, dst, {count, count}, false));
+            src.set(position, 1);
+        }
+    }
+}
+
+// Real and complex, scalar and vector, at awkward lengths and addresses.
+TEST_P(EachLevel, SpreadsScalarsAndComplexValues) {
+    for (const Conversion& c : reference::allConversions()) {
+        const std::vector<double>& values = reference::interestingValues(c.srcId);
+        // To boolean, a source count of 0 means no scalar, and the destination is never complex.
+        const bool toBoolean = c.dstId == 8 && c.srcId != 8;
+        std::size_t next = 0;
+        int variant = 0;
+        for (std::size_t count : {0U, 1U, 2U, 3U, 5U, 17U, 33U, 67U, 129U, 511U, 513U, 1030U}) {
+            for (std::size_t srcCount :
+                 {std::size_t(0), std::size_t(1), std::max<std::size_t>(count, 2)}) {
+                for (bool srcIsComplex : {false, true}) {
+                    for (bool dstIsComplex : {false, true}) {
+                        ++variant;
+                        const bool isScalar = toBoolean ? srcCount == 1 : srcCount <= 1;
+                        const std::size_t srcParts = srcIsComplex ? 2 : 1;
+                        const std::size_t dstParts = dstIsComplex && !toBoolean ? 2 : 1;
+                        const std::size_t held = std::max<std::size_t>(count, 2) * srcParts;
+                        Vector src(held, c.srcId, static_cast<std::size_t>(variant % 5));
+                        Vector dst(count * dstParts, c.dstId,
+                                   static_cast<std::size_t>(variant % 3));
+                        for (std::size_t i = 0; i < held; ++i) {
+                            src.set(i, variant % 2 == 0 ? 1.0 : values[next++ * 7 % values.size()]);
+                        }
+                        bool kept = true;
+                        std::vector<double> expected;
+                        for (std::size_t i = 0; i < count; ++i) {
+                            const std::size_t k = isScalar ? 0 : i * srcParts;
+                            const double imaginary = srcIsComplex ? src[k + 1] : 0;
+                            expected.push_back(reference::convert(src[k], c));
+                            kept = kept && reference::keeps(src[k], c);
+                            if (dstParts == 2) {
+                                expected.push_back(reference::convert(imaginary, c));
+                                kept = kept && reference::keeps(imaginary, c);
+                            } else {
+                                kept = kept && (!reference::canLose(c) || imaginary == 0);
+                            }
+                            if (toBoolean && imaginary != 0) {
+                                expected.back() = 1;
+                            }
+                        }
+                        const Shape shape = {srcCount, count, srcIsComplex, dstIsComplex};
+                        ASSERT_EQ(kept, run(c, src, dst, shape, true)) << testing::PrintToString(c);
+                        for (std::size_t i = 0; i < expected.size(); ++i) {
+                            ASSERT_TRUE(dst.holds(expected[i], i)) << testing::PrintToString(c);
+                        }
+                        ASSERT_TRUE(src.isFenceIntact() && dst.isFenceIntact());
+                    }
+                }
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(InstructionSets, EachLevel, testing::ValuesIn(levelsOfThisMachine()),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+} // namespace
