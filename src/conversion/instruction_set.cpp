@@ -1,38 +1,59 @@
 #include "conversion/instruction_set.h"
 
-#if defined(__x86_64__) && __has_include(<sys/platform/x86.h>)
-#include <sys/platform/x86.h>
-#define TVTYPES_HAS_CPU_FEATURES
+#if defined(__x86_64__)
+#include <cpuid.h>
 #endif
 
 namespace TVTypeSys::conversion {
 
-#if defined(TVTYPES_HAS_CPU_FEATURES)
+#if defined(__x86_64__)
 
-// What each level adds to the one below it. A feature is active if the system saves its registers.
 namespace {
 
+// Bits of ecx by which cpuid tells of what the compilers' own query has no name for.
+constexpr unsigned int basicLeaf = 1;
+constexpr unsigned int cmpxchg16b = 1U << 13;
+constexpr unsigned int movbe = 1U << 22;
+constexpr unsigned int f16c = 1U << 29;
+constexpr unsigned int extendedLeaf = 0x80000001;
+constexpr unsigned int lahf = 1U << 0;
+constexpr unsigned int lzcnt = 1U << 5;
+
+bool reports(unsigned int leaf, unsigned int bits) {
+    unsigned int eax = 0;
+    unsigned int ebx = 0;
+    unsigned int ecx = 0;
+    unsigned int edx = 0;
+    return __get_cpuid(leaf, &eax, &ebx, &ecx, &edx) != 0 && (ecx & bits) == bits;
+}
+
+// What each level adds to the one below it. Of the vector extensions, the compilers' query also
+// tells whether the operating system saves their registers.
+
 bool hasLevel2() {
-    return CPU_FEATURE_ACTIVE(CMPXCHG16B) && CPU_FEATURE_ACTIVE(LAHF64_SAHF64) &&
-           CPU_FEATURE_ACTIVE(POPCNT) && CPU_FEATURE_ACTIVE(SSE3) && CPU_FEATURE_ACTIVE(SSSE3) &&
-           CPU_FEATURE_ACTIVE(SSE4_1) && CPU_FEATURE_ACTIVE(SSE4_2);
+    return __builtin_cpu_supports("popcnt") && __builtin_cpu_supports("sse3") &&
+           __builtin_cpu_supports("ssse3") && __builtin_cpu_supports("sse4.1") &&
+           __builtin_cpu_supports("sse4.2") && reports(basicLeaf, cmpxchg16b) &&
+           reports(extendedLeaf, lahf);
 }
 
 bool hasLevel3() {
-    return CPU_FEATURE_ACTIVE(AVX) && CPU_FEATURE_ACTIVE(AVX2) && CPU_FEATURE_ACTIVE(BMI1) &&
-           CPU_FEATURE_ACTIVE(BMI2) && CPU_FEATURE_ACTIVE(F16C) && CPU_FEATURE_ACTIVE(FMA) &&
-           CPU_FEATURE_ACTIVE(LZCNT) && CPU_FEATURE_ACTIVE(MOVBE);
+    return __builtin_cpu_supports("avx") && __builtin_cpu_supports("avx2") &&
+           __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2") &&
+           __builtin_cpu_supports("fma") && reports(basicLeaf, movbe | f16c) &&
+           reports(extendedLeaf, lzcnt);
 }
 
 bool hasLevel4() {
-    return CPU_FEATURE_ACTIVE(AVX512F) && CPU_FEATURE_ACTIVE(AVX512BW) &&
-           CPU_FEATURE_ACTIVE(AVX512CD) && CPU_FEATURE_ACTIVE(AVX512DQ) &&
-           CPU_FEATURE_ACTIVE(AVX512VL);
+    return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
+           __builtin_cpu_supports("avx512cd") && __builtin_cpu_supports("avx512dq") &&
+           __builtin_cpu_supports("avx512vl");
 }
 
 } // namespace
 
 const Kernel& bestKernel() {
+    __builtin_cpu_init();
     if (!hasLevel2()) {
         return kernelX86V1;
     }
@@ -41,10 +62,6 @@ const Kernel& bestKernel() {
     }
     return hasLevel4() ? kernelX86V4 : kernelX86V3;
 }
-
-#elif defined(__x86_64__)
-
-const Kernel& bestKernel() { return kernelX86V1; }
 
 #else
 

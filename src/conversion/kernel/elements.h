@@ -79,9 +79,9 @@ using Unsigned = typename UnsignedOf<T>::Type;
 /// A loop that is one function wherever it is called from.
 #define TVTYPES_LOOP __attribute__((noinline))
 
-/// Before a loop over two buffers: they do not overlap.
+/// Before a loop over two buffers: they do not overlap. Others than g++ find out at run time.
 #if defined(__clang__)
-#define TVTYPES_INDEPENDENT _Pragma("clang loop vectorize(assume_safety)")
+#define TVTYPES_INDEPENDENT
 #else
 #define TVTYPES_INDEPENDENT _Pragma("GCC ivdep")
 #endif
