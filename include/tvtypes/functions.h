@@ -86,6 +86,18 @@ extern template TVTYPES_API float ScalarConvergentPreInt<float>(float x);
 
 } // namespace utdtypeconv
 
+namespace TVTypeSys::DataTypeConvOverflowUtilities {
+
+/// Whether any of `count` floating-point elements, rounded in this mode, falls out of the range of
+/// the integer type `Dst`; both parts of complex elements count. An infinity does, NaN does not.
+/// False for a mode that is none. For `Dst` the six integer types of up to 32 bits, and `Src` float
+/// and double.
+template <class Dst, class Src>
+TVTYPES_API bool CheckFloatVectForConvOverflow(const Src* data, int count, bool isComplex,
+                                               fxpModeRounding_tag rounding);
+
+} // namespace TVTypeSys::DataTypeConvOverflowUtilities
+
 /// @}
 
 /// \name Comparison of values of the built-in types
