@@ -9,6 +9,7 @@
 #include <fndut/alloc.h>
 #include <ox/array.h>
 #include <tv_services/diagnostics.h>
+#include <tv_services/feval.h>
 #include <tv_services/number_text.h>
 #include <tv_utility/identifier.h>
 #include <tvtypes_res/catalogue.h>

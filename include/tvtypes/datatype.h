@@ -21,6 +21,7 @@
 struct _tvDataTypeAccess_tag;
 struct ExternalSim_tag;
 struct oxArray_tag;
+enum fxpModeRounding_tag : std::int32_t;
 
 namespace CG {
 class Type;
@@ -231,6 +232,18 @@ class TVTYPES_API DataType {
     /// Whether a type counts as signed in the fixed-point world: all but `boolean`, the unsigned
     /// built-in integers, and names that begin with "ufix". A null name counts as "".
     static bool isDataTypeSignedFixptDT(const char* name, int id);
+
+    /// Whether a conversion between built-in types would overflow: whether any of `count` elements,
+    /// rounded in this mode, falls out of the range of the type `dstId`. Both parts of complex
+    /// elements count. `data` may lie at any address.
+    ///
+    /// To single only a finite double that would become infinite overflows, whatever the mode. An
+    /// infinity overflows every integer type, NaN none. Nothing overflows `double` and `boolean`,
+    /// nothing comes from `boolean`, and for an id that is not built-in and a mode that is none the
+    /// answer is false.
+    static bool CheckForOverflowDuringDataTypeConversion(const void* data, int count, int srcId,
+                                                         bool isComplex, int dstId,
+                                                         fxpModeRounding_tag rounding);
 
   private:
     friend class AliasDataType;

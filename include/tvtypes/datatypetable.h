@@ -17,8 +17,10 @@
 #include <cstddef>
 #include <iosfwd>
 #include <memory>
+#include <string>
 #include <vector>
 
+class StructDataType;
 class tvsvDiagnosticImpl;
 struct fxpDataTypeProp;
 
@@ -243,6 +245,64 @@ class TVTYPES_API DataTypeTable {
     bool isEnumType(int id) const;
     /// @}
 
+    /// \name Values
+    /// Each calls, once for the whole array of `count` elements, a function of the type, which
+    /// sees the ids of the types that answer for those given. `extra` is handed to it unread.
+    ///
+    /// The result is the function's status, which is not 0. Refused with
+    /// DataType...FcnDoesNotExist (name) if the type has no function for it, as predefined types
+    /// have none, and with DataType...FcnUnknownError (name) if its status is 0. Then what is
+    /// written is not defined.
+    /// @{
+
+    /// Converts by the ConvertBetween function of the source's or of the destination's type.
+    int convertToUsingSrcId(int dstId, int srcId, int count, const void* src, const void* extra,
+                            void* dst) const;
+    int convertToUsingDstId(int dstId, int srcId, int count, const void* src, const void* extra,
+                            void* dst) const;
+    /// Test by the IsPositive, IsNegative, GreaterThan and GreaterEqual functions. `result`
+    /// receives a byte an element: 1 where the test holds, else 0.
+    int isPositive(int id, int count, const void* values, const void* extra, void* result) const;
+    int isNegative(int id, int count, const void* values, const void* extra, void* result) const;
+    int greaterThan(int id, int count, const void* lhs, const void* rhs, const void* extra,
+                    void* result) const;
+    int greaterEqual(int id, int count, const void* lhs, const void* rhs, const void* extra,
+                     void* result) const;
+
+    /// The same, with false instead of a refusal and true else. Other exceptions that a function
+    /// throws pass through.
+    bool convertToUsingSrcIdWithStatus(int dstId, int srcId, int count, const void* src,
+                                       const void* extra, void* dst) const;
+    bool isPositiveWithStatus(int id, int count, const void* values, const void* extra,
+                              void* result) const;
+    /// @}
+
+    /// Whether an array holds anything but zero; false for a `count` below 1. For `double` and
+    /// `single` NaN is not zero and both zeros are. For any other type, their aliases included, the
+    /// bytes of each element are held against the ground value. Complex elements are two parts,
+    /// side by side. `data` may lie at any address.
+    bool checkIfNonZeroArray(const void* data, int count, int id, bool isComplex) const;
+
+    /// How a type is written in a parameter: fixdt('sfix16_En3'), "Enum: E", "Bus: B", else the
+    /// name alone, as for every alias.
+    std::string getDTACompliantString(int id) const;
+
+    /// The id of the built-in type as which values are logged: for an enumerated type its storage,
+    /// for "auto" and built-in types their own, for all else that of `double`. Refused with
+    /// InvalidDataTypeId (id).
+    int getDataTypeLoggingId(int id) const;
+
+    /// \name What lies in a struct type
+    /// The summary flags of the type, which are all false until
+    /// StructDataType::createCacheForFrequentlyAccessedProperties has computed them. The id must
+    /// be that of a StructDataType itself, and not of an alias; it is not tested.
+    /// @{
+    bool doesBusDTHaveComplexData(int id) const;
+    bool doesBusDTHaveFrameBasedElements(int id) const;
+    bool doesBusDTHaveVarDims(int id) const;
+    bool doesBusDTHaveAoB(int id) const;
+    /// @}
+
   private:
     struct ReleaseMemory {
         void operator()(void* memory) const noexcept;
@@ -258,6 +318,9 @@ class TVTYPES_API DataTypeTable {
     void replaceAt(std::size_t oldPosition, std::size_t newPosition);
     bool mayBeAliased(const DataType& dataType) const;
     bool isNumeric(int id, bool booleanCounts) const;
+    int convert(const DataType& type, int dstId, int srcId, int count, const void* src,
+                const void* extra, void* dst) const;
+    const StructDataType& structRecord(int id) const;
 
     boost::shared_ptr<ClientDataTypeCheckCallback> clientCheckCallback_;
     std::vector<std::unique_ptr<DataType>> dataTypes_;

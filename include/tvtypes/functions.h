@@ -86,4 +86,98 @@ extern template TVTYPES_API float ScalarConvergentPreInt<float>(float x);
 
 } // namespace utdtypeconv
 
+namespace TVTypeSys::DataTypeConvOverflowUtilities {
+
+/// Whether any of `count` floating-point elements, rounded in this mode, falls out of the range of
+/// the integer type `Dst`; both parts of complex elements count. An infinity does, NaN does not.
+/// False for a mode that is none. For `Dst` the six integer types of up to 32 bits, and `Src` float
+/// and double.
+template <class Dst, class Src>
+TVTYPES_API bool CheckFloatVectForConvOverflow(const Src* data, int count, bool isComplex,
+                                               fxpModeRounding_tag rounding);
+
+} // namespace TVTypeSys::DataTypeConvOverflowUtilities
+
+/// @}
+
+/// \name Comparison of values of the built-in types
+/// The functions that built-in types carry, one of each kind for every element type:
+///
+/// | Suffix      | Element             | Suffix      | Element               |
+/// |-------------|---------------------|-------------|-----------------------|
+/// | `real_T`    | double              | `int16_T`   | 16-bit integer        |
+/// | `real32_T`  | single              | `uint16_T`  | 16-bit unsigned       |
+/// | `int8_T`    | 8-bit integer       | `int32_T`   | 32-bit integer        |
+/// | `uint8_T`   | 8-bit unsigned      | `uint32_T`  | 32-bit unsigned       |
+/// | `boolean_T` | a byte, as unsigned |             |                       |
+///
+/// `utIsPositive_*` tests for x > 0, `utIsNegative_*` for x < 0, `utGreaterThan_*` for lhs > rhs
+/// and `utGreaterEqual_*` for lhs >= rhs. No test holds for NaN, and -0.0 is not negative. Complex
+/// vectors are vectors of twice as many parts. `result` receives a byte an element, 1 or 0; with a
+/// `count` below 1 nothing is written. Always 1. The other arguments are not read, nor are the
+/// values by `utIsNegative_*` of an unsigned type.
+/// @{
+
+#define TVTYPES_DECLARE_COMPARATORS(suffix)                                                        \
+    TVTYPES_API int utIsPositive_##suffix(_tvDataTypeAccess_tag* access, const char* context,      \
+                                          int dataTypeId, int count, const void* values,           \
+                                          const void* extra, void* result);                        \
+    TVTYPES_API int utIsNegative_##suffix(_tvDataTypeAccess_tag* access, const char* context,      \
+                                          int dataTypeId, int count, const void* values,           \
+                                          const void* extra, void* result);                        \
+    TVTYPES_API int utGreaterThan_##suffix(_tvDataTypeAccess_tag* access, const char* context,     \
+                                           int dataTypeId, int count, const void* lhs,             \
+                                           const void* rhs, const void* extra, void* result);      \
+    TVTYPES_API int utGreaterEqual_##suffix(_tvDataTypeAccess_tag* access, const char* context,    \
+                                            int dataTypeId, int count, const void* lhs,            \
+                                            const void* rhs, const void* extra, void* result);
+
+extern "C" {
+TVTYPES_DECLARE_COMPARATORS(real_T)
+TVTYPES_DECLARE_COMPARATORS(real32_T)
+TVTYPES_DECLARE_COMPARATORS(int8_T)
+TVTYPES_DECLARE_COMPARATORS(uint8_T)
+TVTYPES_DECLARE_COMPARATORS(int16_T)
+TVTYPES_DECLARE_COMPARATORS(uint16_T)
+TVTYPES_DECLARE_COMPARATORS(int32_T)
+TVTYPES_DECLARE_COMPARATORS(uint32_T)
+TVTYPES_DECLARE_COMPARATORS(boolean_T)
+}
+
+#undef TVTYPES_DECLARE_COMPARATORS
+
+/// @}
+
+/// \name The host's classes, memory and enumerations
+/// @{
+
+/// The host's class for a built-in type, and for the predefined type "integer", which is int32;
+/// 0 for every other id. `boolean` is the host's uint8 if `booleanAsUint8` holds, else its boolean.
+TVTYPES_API oxClassID utGetoxClassIdFromDTypeId(int dataTypeId, bool booleanAsUint8);
+
+/// The built-in type that a class of the host stands for; -10 if there is none.
+TVTYPES_API int utGetDTypeIdFromOxClassId(oxClassID classId);
+
+/// Zeroed memory of the host, released by the host, for `count` values of a type of the table;
+/// complex values take two parts each. Null if `count` is below 1 or the type has no size. The id
+/// is not tested. Refused with TorvaneTypes::general::MemoryAllocErr if there is no such memory,
+/// and if there are 2^31 parts or more.
+TVTYPES_API void* oxDTypeCalloc(const TVTypeSys::DataTypeTable* table, int count, int dataTypeId,
+                                bool isComplex);
+
+/// Makes an object of an enumeration by calling its class, a function of the host, with an integer
+/// value, which stays the caller's. Null on success, with the new object behind `object`, owned by
+/// the caller; else the diagnostic of the call, owned by the caller.
+TVTYPES_API tvsvDiagnosticImpl* tvGetEnumObjectFromIntValue(const oxArray_tag* value,
+                                                            oxArray_tag** object,
+                                                            const char* enumClassName);
+
+namespace TVTypeConv {
+
+/// Puts the object that the enumeration's class makes of `array` in the place of `array`, which it
+/// gives up. Refused with the diagnostic of the call; then `array` is as it was.
+TVTYPES_API void tvConvertMatrixToEnumObjects(oxArray_tag*& array, const char* enumClassName);
+
+} // namespace TVTypeConv
+
 /// @}

@@ -11,6 +11,10 @@
 #include <string>
 #include <vector>
 
+namespace TVTypeSys {
+class DataTypeTable;
+}
+
 /// A checksum of four words.
 struct tvChecksumValue {
     std::uint32_t words[4];
@@ -94,6 +98,29 @@ class TVTYPES_API StructDataType : public TVTypeSys::DataType {
     bool emitPaddingInCode() const { return emitPadding_ == 1; }
     void emitPaddingInCode(bool emit) { emitPadding_ = emit ? 1 : 0; }
 
+    /// What lies in a struct, at any depth.
+    struct SummaryFlags {
+        bool hasFrameBasedElements = false;
+        bool hasVarDims = false;     ///< an element of variable dimensions
+        bool hasAOB = false;         ///< an array of structs
+        bool hasComplexData = false; ///< a complex element that is no struct itself
+    };
+
+    /// \name The summary flags, all false until they have been computed
+    /// @{
+    bool hasFrameBasedElements() const { return summaryFlags_.hasFrameBasedElements; }
+    bool hasVarDims() const { return summaryFlags_.hasVarDims; }
+    bool hasAOB() const { return summaryFlags_.hasAOB; }
+    bool hasComplexData() const { return summaryFlags_.hasComplexData; }
+    /// @}
+
+    /// Compute the summary flags of this type and of all struct types within it, once: elements
+    /// that change afterwards change nothing. The elements' types stand in `table`; struct types
+    /// must not contain themselves. Refused with TorvaneTypes::general::InvalidDataTypeId (id) for
+    /// an element whose type is not there.
+    void createCacheForFrequentlyAccessedProperties(const TVTypeSys::DataTypeTable* table);
+    SummaryFlags cacheForFrequentlyAccessedProperties(const TVTypeSys::DataTypeTable* table);
+
   private:
     int numFlatElements_ = 0;
     int numRawElements_ = 0;
@@ -103,4 +130,6 @@ class TVTYPES_API StructDataType : public TVTypeSys::DataType {
     std::vector<std::unique_ptr<StructElement>> ownedElements_;
     tvChecksumValue checksum_ = {{0, 0, 0, 0}};
     int emitPadding_ = -1;
+    bool propertiesCached_ = false;
+    SummaryFlags summaryFlags_;
 };

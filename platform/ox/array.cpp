@@ -1,20 +1,54 @@
 #include <ox/array.h>
 
+#include <algorithm>
 #include <limits>
 #include <memory>
 #include <utility>
 #include <variant>
 
+namespace {
+
+/// An array of records. Its fields lie record by record, in the order of the names.
+struct Records {
+    std::size_t count;
+    std::vector<std::string> fieldNames;
+    std::vector<std::unique_ptr<oxArray_tag, TOxArrayDeleter>> fields;
+};
+
+using Content = std::variant<double, std::string, Records>;
+
+} // namespace
+
 struct oxArray_tag {
-    std::variant<double, std::string> content;
+    Content content;
     mutable int references = 1;
     mutable bool temporary = true;
 };
 
 namespace {
 
-oxArray_tag* make(std::variant<double, std::string> content) {
+oxArray_tag* make(Content content) {
     return std::make_unique<oxArray_tag>(oxArray_tag{std::move(content)}).release();
+}
+
+/// What a value holds if it is of this kind, else null.
+template <class Kind, class Value>
+auto* contentOf(Value* value) {
+    return value == nullptr ? nullptr : std::get_if<Kind>(&value->content);
+}
+
+std::size_t fieldIndexOf(const oxArray_tag* value, const char* fieldName) {
+    const std::vector<std::string>& names = oxGetFieldNames(value);
+    const auto found = std::find(names.begin(), names.end(), fieldName == nullptr ? "" : fieldName);
+    return static_cast<std::size_t>(found - names.begin());
+}
+
+/// The place of a field; null if there is no such record or field.
+template <class Kind>
+auto* fieldAt(Kind* records, std::size_t index, std::size_t fieldIndex) {
+    const bool exists =
+        records != nullptr && index < records->count && fieldIndex < records->fieldNames.size();
+    return exists ? &records->fields[index * records->fieldNames.size() + fieldIndex] : nullptr;
 }
 
 } // namespace
@@ -25,15 +59,63 @@ oxArray_tag* oxCreateString(const char* text) {
     return make(std::string(text == nullptr ? "" : text));
 }
 
-bool oxIsDouble(const oxArray_tag* value) { return std::holds_alternative<double>(value->content); }
-
-bool oxIsString(const oxArray_tag* value) {
-    return std::holds_alternative<std::string>(value->content);
+oxArray_tag* oxCreateRecords(std::size_t count, const std::vector<std::string>& fieldNames) {
+    Records records{count, fieldNames, {}};
+    if (!fieldNames.empty()) {
+        if (count > records.fields.max_size() / fieldNames.size()) {
+            return nullptr;
+        }
+        records.fields.resize(count * fieldNames.size());
+    }
+    return make(std::move(records));
 }
 
+bool oxIsDouble(const oxArray_tag* value) { return contentOf<double>(value) != nullptr; }
+
+bool oxIsString(const oxArray_tag* value) { return contentOf<std::string>(value) != nullptr; }
+
+bool oxIsRecords(const oxArray_tag* value) { return contentOf<Records>(value) != nullptr; }
+
 double oxGetScalar(const oxArray_tag* value) {
-    const double* number = std::get_if<double>(&value->content);
+    const double* number = contentOf<double>(value);
     return number != nullptr ? *number : std::numeric_limits<double>::quiet_NaN();
+}
+
+std::size_t oxGetNumberOfElements(const oxArray_tag* value) {
+    const Records* records = contentOf<Records>(value);
+    const std::size_t otherwise = value == nullptr ? 0 : 1;
+    return records != nullptr ? records->count : otherwise;
+}
+
+const std::vector<std::string>& oxGetFieldNames(const oxArray_tag* value) {
+    static const std::vector<std::string> none;
+    const Records* records = contentOf<Records>(value);
+    return records != nullptr ? records->fieldNames : none;
+}
+
+const oxArray_tag* oxGetField(const oxArray_tag* value, std::size_t index, const char* fieldName) {
+    return oxGetFieldAt(value, index, fieldIndexOf(value, fieldName));
+}
+
+const oxArray_tag* oxGetFieldAt(const oxArray_tag* value, std::size_t index,
+                                std::size_t fieldIndex) {
+    const auto* field = fieldAt(contentOf<Records>(value), index, fieldIndex);
+    return field == nullptr ? nullptr : field->get();
+}
+
+bool oxSetField(oxArray_tag* value, std::size_t index, const char* fieldName,
+                oxArray_tag* fieldValue) {
+    return oxSetFieldAt(value, index, fieldIndexOf(value, fieldName), fieldValue);
+}
+
+bool oxSetFieldAt(oxArray_tag* value, std::size_t index, std::size_t fieldIndex,
+                  oxArray_tag* fieldValue) {
+    auto* field = fieldAt(contentOf<Records>(value), index, fieldIndex);
+    if (field == nullptr) {
+        return false;
+    }
+    field->reset(fieldValue);
+    return true;
 }
 
 const oxArray_tag* oxShareArray(const oxArray_tag* value) {
@@ -55,7 +137,7 @@ bool oxIsTemporary(const oxArray_tag* value) { return value->temporary; }
 namespace oxcore {
 
 std::string get_string(const oxArray_tag* value) {
-    const std::string* text = std::get_if<std::string>(&value->content);
+    const std::string* text = contentOf<std::string>(value);
     return text != nullptr ? *text : std::string();
 }
 

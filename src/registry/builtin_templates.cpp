@@ -8,17 +8,22 @@
 namespace TVTypeSys {
 
 // clang-format off
+#define FUNCTIONS(suffix) {ConvertBetweenBuiltinFcn, utIsPositive_##suffix, utIsNegative_##suffix, \
+                           utGreaterThan_##suffix, utGreaterEqual_##suffix}
+
 constinit const BuiltInRow builtInRows[builtInCount] = {
-    // name     size atomic  mode            signed bits exp. factor bias override   functions
-    {"double",  8,   false, {FXP_DT_DOUBLE,  1,     64,  0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
-    {"single",  4,   false, {FXP_DT_SINGLE,  1,     32,  0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
-    {"int8",    1,   true,  {FXP_DT_FIXPT,   1,     8,   0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
-    {"uint8",   1,   true,  {FXP_DT_FIXPT,   0,     8,   0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
-    {"int16",   2,   false, {FXP_DT_FIXPT,   1,     16,  0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
-    {"uint16",  2,   false, {FXP_DT_FIXPT,   0,     16,  0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
-    {"int32",   4,   false, {FXP_DT_FIXPT,   1,     32,  0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
-    {"uint32",  4,   false, {FXP_DT_FIXPT,   0,     32,  0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}},
-    {"boolean", 1,   true,  {FXP_DT_BOOLEAN, 0,     8,   0,   1.0,   0.0, 0},        {ConvertBetweenBuiltinFcn}}};
+    // name     size atomic  mode            signed bits exp. factor bias override  functions
+    {"double",  8,   false, {FXP_DT_DOUBLE,  1,     64,  0,   1.0,   0.0, 0}, FUNCTIONS(real_T)},
+    {"single",  4,   false, {FXP_DT_SINGLE,  1,     32,  0,   1.0,   0.0, 0}, FUNCTIONS(real32_T)},
+    {"int8",    1,   true,  {FXP_DT_FIXPT,   1,     8,   0,   1.0,   0.0, 0}, FUNCTIONS(int8_T)},
+    {"uint8",   1,   true,  {FXP_DT_FIXPT,   0,     8,   0,   1.0,   0.0, 0}, FUNCTIONS(uint8_T)},
+    {"int16",   2,   false, {FXP_DT_FIXPT,   1,     16,  0,   1.0,   0.0, 0}, FUNCTIONS(int16_T)},
+    {"uint16",  2,   false, {FXP_DT_FIXPT,   0,     16,  0,   1.0,   0.0, 0}, FUNCTIONS(uint16_T)},
+    {"int32",   4,   false, {FXP_DT_FIXPT,   1,     32,  0,   1.0,   0.0, 0}, FUNCTIONS(int32_T)},
+    {"uint32",  4,   false, {FXP_DT_FIXPT,   0,     32,  0,   1.0,   0.0, 0}, FUNCTIONS(uint32_T)},
+    {"boolean", 1,   true,  {FXP_DT_BOOLEAN, 0,     8,   0,   1.0,   0.0, 0}, FUNCTIONS(boolean_T)}};
+
+#undef FUNCTIONS
 
 constinit const PredefinedRow predefinedRows[predefinedCount] = {
     {"fcn_call",          0},

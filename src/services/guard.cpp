@@ -17,4 +17,6 @@ tvsvDiagnosticImpl* diagnosticOf(const fnd::except::IException& refusal, const c
     return diagnostic;
 }
 
+void discard(tvsvDiagnosticImpl* diagnostic) { tvsvDiscardDiagnostic(diagnostic); }
+
 } // namespace TVTypeSys

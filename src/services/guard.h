@@ -23,4 +23,17 @@ tvsvDiagnosticImpl* guarded(const char* blockPath, const Operation& operation) {
     }
 }
 
+/// Destroys a diagnostic that nobody wants.
+void discard(tvsvDiagnosticImpl* diagnostic);
+
+/// Runs `operation` and tells whether it was done and not refused. Other exceptions pass.
+template <class Operation>
+bool succeeds(const Operation& operation) {
+    if (tvsvDiagnosticImpl* diagnostic = guarded(nullptr, operation)) {
+        discard(diagnostic);
+        return false;
+    }
+    return true;
+}
+
 } // namespace TVTypeSys

@@ -5,8 +5,13 @@
 namespace TVTypeSys {
 
 void refuse(const msgcore::BaseMsgID& message) {
-    tvsvDiagnosticImpl* diagnostic = tvsvCreateDiagnosticFromMessageID(message);
+    refuse(tvsvCreateDiagnosticFromMessageID(message));
+}
+
+void refuse(tvsvDiagnosticImpl* diagnostic) {
     tvsvThrowIExceptionFromDiagnostic(diagnostic, nullptr);
 }
+
+void refuseForLackOfMemory() { refuse(tvsvCreateMemoryAllocationDiagnostic()); }
 
 } // namespace TVTypeSys

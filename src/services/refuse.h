@@ -6,12 +6,20 @@
 
 #include <string>
 
+class tvsvDiagnosticImpl;
+
 namespace TVTypeSys {
 
 namespace general = TorvaneTypes::general;
 
 /// Throws the message as a diagnostic: `refuse(general::InvalidDataTypeId(id))`.
 [[noreturn]] void refuse(const msgcore::BaseMsgID& message);
+
+/// Throws a diagnostic that another operation gave, and takes it over.
+[[noreturn]] void refuse(tvsvDiagnosticImpl* diagnostic);
+
+/// Throws the diagnostic which says that memory ran out.
+[[noreturn]] void refuseForLackOfMemory();
 
 /// A text argument of a message; null counts as "".
 inline std::string textOf(const char* text) { return text == nullptr ? std::string() : text; }

@@ -56,6 +56,10 @@
     ROW(general, DataTypeGreaterThanFcnUnknownError,         void(Text)) \
     ROW(general, DataTypeGreaterEqualFcnDoesNotExist,        void(Text)) \
     ROW(general, DataTypeGreaterEqualFcnUnknownError,        void(Text)) \
+    /* Functions of the host. Text: the function's name, then the reason. */ \
+    ROW(general, HostFunctionDoesNotExist,                   void(Text)) \
+    ROW(general, HostFunctionFailed,                         void(Text, Text)) \
+    ROW(general, HostFunctionWithoutResult,                  void(Text, Number)) \
     /* Units. Text: expressions, names and symbols; of the database its path, then what lies in it. */ \
     ROW(Unit, ParsingError,                                  void(Text)) \
     ROW(Unit, InvalidUnitExpression,                         void(Text)) \

@@ -1,0 +1,185 @@
+// What can be done with values of a type: the functions that its record holds are called here.
+#include "registry/builtin_templates.h"
+#include "services/guard.h"
+#include "services/refuse.h"
+
+#include <tvtypes/datatypetable.h>
+#include <tvtypes/structdatatype.h>
+
+#include <cstring>
+
+namespace TVTypeSys {
+
+namespace {
+
+/// Calls a function of a type. Refused in the type's name if there is none, and if it fails.
+template <class DoesNotExist, class Failed, class Function, class... Arguments>
+int call(const DataType& type, Function function, Arguments... arguments) {
+    if (function == nullptr) {
+        refuse(DoesNotExist(textOf(type.getName())));
+    }
+    const int status = function(arguments...);
+    if (status == 0) {
+        refuse(Failed(textOf(type.getName())));
+    }
+    return status;
+}
+
+/// Whether a floating-point array holds anything but zeros of either sign; NaN is none.
+template <class Float>
+bool anyNonZero(const unsigned char* data, std::size_t parts) {
+    for (std::size_t i = 0; i < parts; ++i) {
+        Float x;
+        std::memcpy(&x, data + i * sizeof x, sizeof x);
+        if (!(x == Float{0})) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool anyOtherThan(const void* ground, std::size_t size, const unsigned char* data,
+                  std::size_t parts) {
+    for (std::size_t i = 0; i < parts; ++i) {
+        if (std::memcmp(data + i * size, ground, size) != 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+int DataTypeTable::convertToUsingSrcId(int dstId, int srcId, int count, const void* src,
+                                       const void* extra, void* dst) const {
+    return convert(*record(srcId), dstId, srcId, count, src, extra, dst);
+}
+
+int DataTypeTable::convertToUsingDstId(int dstId, int srcId, int count, const void* src,
+                                       const void* extra, void* dst) const {
+    return convert(*record(dstId), dstId, srcId, count, src, extra, dst);
+}
+
+/// Converts with the function of one of the two types.
+int DataTypeTable::convert(const DataType& type, int dstId, int srcId, int count, const void* src,
+                           const void* extra, void* dst) const {
+    return call<general::DataTypeConvertBetweenFcnDoesNotExist,
+                general::DataTypeConvertBetweenFcnUnknownError>(
+        type, type.getConvertBetweenFcn(), dataTypeAccess_.get(), nullptr,
+        record(dstId)->getIdAliasedThruTo(), record(srcId)->getIdAliasedThruTo(), count, src, extra,
+        dst);
+}
+
+bool DataTypeTable::convertToUsingSrcIdWithStatus(int dstId, int srcId, int count, const void* src,
+                                                  const void* extra, void* dst) const {
+    return succeeds([&] { convertToUsingSrcId(dstId, srcId, count, src, extra, dst); });
+}
+
+int DataTypeTable::isPositive(int id, int count, const void* values, const void* extra,
+                              void* result) const {
+    const DataType& type = *record(id);
+    return call<general::DataTypeIsPositiveFcnDoesNotExist,
+                general::DataTypeIsPositiveFcnUnknownError>(
+        type, type.getIsPositiveFcn(), dataTypeAccess_.get(), nullptr, type.getIdAliasedThruTo(),
+        count, values, extra, result);
+}
+
+bool DataTypeTable::isPositiveWithStatus(int id, int count, const void* values, const void* extra,
+                                         void* result) const {
+    return succeeds([&] { isPositive(id, count, values, extra, result); });
+}
+
+int DataTypeTable::isNegative(int id, int count, const void* values, const void* extra,
+                              void* result) const {
+    const DataType& type = *record(id);
+    return call<general::DataTypeIsNegativeFcnDoesNotExist,
+                general::DataTypeIsNegativeFcnUnknownError>(
+        type, type.getIsNegativeFcn(), dataTypeAccess_.get(), nullptr, type.getIdAliasedThruTo(),
+        count, values, extra, result);
+}
+
+int DataTypeTable::greaterThan(int id, int count, const void* lhs, const void* rhs,
+                               const void* extra, void* result) const {
+    const DataType& type = *record(id);
+    return call<general::DataTypeGreaterThanFcnDoesNotExist,
+                general::DataTypeGreaterThanFcnUnknownError>(
+        type, type.getGreaterThanFcn(), dataTypeAccess_.get(), nullptr, type.getIdAliasedThruTo(),
+        count, lhs, rhs, extra, result);
+}
+
+int DataTypeTable::greaterEqual(int id, int count, const void* lhs, const void* rhs,
+                                const void* extra, void* result) const {
+    const DataType& type = *record(id);
+    return call<general::DataTypeGreaterEqualFcnDoesNotExist,
+                general::DataTypeGreaterEqualFcnUnknownError>(
+        type, type.getGreaterEqualFcn(), dataTypeAccess_.get(), nullptr, type.getIdAliasedThruTo(),
+        count, lhs, rhs, extra, result);
+}
+
+bool DataTypeTable::checkIfNonZeroArray(const void* data, int count, int id, bool isComplex) const {
+    if (count < 1) {
+        return false;
+    }
+    const auto* bytes = static_cast<const unsigned char*>(data);
+    const std::size_t parts = (isComplex ? 2 : 1) * static_cast<std::size_t>(count);
+    if (id == DOUBLE_ID) {
+        return anyNonZero<double>(bytes, parts);
+    }
+    if (id == SINGLE_ID) {
+        return anyNonZero<float>(bytes, parts);
+    }
+    const DataType& type = *record(id);
+    const int size = type.getSize();
+    if (size < 1) {
+        return false;
+    }
+    const void* ground = type.getGround();
+    if (ground == nullptr) {
+        // The size was set when there was no memory for the ground value.
+        refuse(general::MemoryAllocErr());
+    }
+    return anyOtherThan(ground, static_cast<std::size_t>(size), bytes, parts);
+}
+
+std::string DataTypeTable::getDTACompliantString(int id) const {
+    const DataType& type = *record(id);
+    const std::string name = textOf(type.getName());
+    switch (type.getType()) {
+    case DataTypeQualifierFixpt:
+        return "fixdt('" + name + "')";
+    case DataTypeQualifierEnum:
+        return "Enum: " + name;
+    case DataTypeQualifierStruct:
+        return "Bus: " + name;
+    default:
+        return name;
+    }
+}
+
+int DataTypeTable::getDataTypeLoggingId(int id) const {
+    if (checkForBuiltInDataType(id)) {
+        return id;
+    }
+    if (!getDataTypeAliasedThruTo(id)->getIsType(DataTypeQualifierEnum)) {
+        return DOUBLE_ID;
+    }
+    return record(id)->getStorageId();
+}
+
+const StructDataType& DataTypeTable::structRecord(int id) const {
+    return static_cast<const StructDataType&>(*record(id));
+}
+
+bool DataTypeTable::doesBusDTHaveComplexData(int id) const {
+    return structRecord(id).hasComplexData();
+}
+
+bool DataTypeTable::doesBusDTHaveFrameBasedElements(int id) const {
+    return structRecord(id).hasFrameBasedElements();
+}
+
+bool DataTypeTable::doesBusDTHaveVarDims(int id) const { return structRecord(id).hasVarDims(); }
+
+bool DataTypeTable::doesBusDTHaveAoB(int id) const { return structRecord(id).hasAOB(); }
+
+} // namespace TVTypeSys

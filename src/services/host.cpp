@@ -1,0 +1,18 @@
+#include "services/host.h"
+
+#include <tv_services/feval.h>
+
+namespace TVTypeSys {
+
+void* allocateHostZeroed(std::size_t count, std::size_t elementSize) {
+    return oxCallocEx(count, elementSize);
+}
+
+tvsvDiagnosticImpl* callHostFunction(const char* name, const oxArray_tag* input,
+                                     oxArray_tag** output) {
+    // The host takes changeable values for all its functions; it leaves inputs as they are.
+    oxArray_tag* inputs[] = {const_cast<oxArray_tag*>(input)};
+    return tvsvFEVAL_NoThrow(1, output, 1, inputs, name, true, nullptr);
+}
+
+} // namespace TVTypeSys

@@ -1,0 +1,58 @@
+#include "unaligned.h"
+
+#include <tvtypes/datatypetable.h>
+#include <tvtypes/functions.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+
+using namespace TVTypeSys;
+
+template <class Value, std::size_t typeId>
+struct BuiltIn {
+    using Element = Value;
+    static constexpr std::size_t id = typeId;
+};
+
+template <class Type>
+class ComparatorTest : public testing::Test {};
+using BuiltIns =
+    testing::Types<BuiltIn<double, 0>, BuiltIn<float, 1>, BuiltIn<std::int8_t, 2>,
+                   BuiltIn<std::uint8_t, 3>, BuiltIn<std::int16_t, 4>, BuiltIn<std::uint16_t, 5>,
+                   BuiltIn<std::int32_t, 6>, BuiltIn<std::uint32_t, 7>, BuiltIn<std::uint8_t, 8>>;
+TYPED_TEST_SUITE(ComparatorTest, BuiltIns);
+
+TYPED_TEST(ComparatorTest, ComparesByValue) {
+    using Element = typename TypeParam::Element;
+    using Limits = std::numeric_limits<Element>;
+    const DataTypeTable table;
+    const DataType& type = *table.getDataTypeAt(TypeParam::id + 1);
+    // What integers do not have, is 0 among them.
+    std::vector<Element> values{0, 2, Limits::infinity(), Limits::quiet_NaN(),
+                                Limits::denorm_min()};
+    for (std::size_t i = values.size(); i-- > 0;) {
+        values.push_back(static_cast<Element>(-values[i]));
+    }
+    values.insert(values.end(), {Limits::lowest(), Limits::max()});
+    for (const Element a : values) {
+        for (const Element b : values) {
+            const auto lhs = behindOneByte<Element>({a, b, a});
+            const auto rhs = behindOneByte<Element>({b, a, a});
+            // Of two elements, and then of none.
+            unsigned char out[] = {9, 9, 9};
+            const auto expect = [&](bool first, bool second, const auto& test, auto... extra) {
+                for (const int count : {2, 0, -1}) {
+                    EXPECT_EQ(1, test(nullptr, nullptr, 0, count, lhs.data() + 1, extra..., out));
+                    const unsigned char expected[] = {first, second, 9};
+                    EXPECT_EQ(0, std::memcmp(expected, out, 3));
+                }
+            };
+            expect(a > 0, b > 0, type.getIsPositiveFcn(), nullptr);
+            expect(a < 0, b < 0, type.getIsNegativeFcn(), nullptr);
+            expect(a > b, b > a, type.getGreaterThanFcn(), rhs.data() + 1, nullptr);
+            expect(a >= b, b >= a, type.getGreaterEqualFcn(), rhs.data() + 1, nullptr);
+        }
+    }
+}

@@ -1,0 +1,61 @@
+#include "support/refusal.h"
+
+#include <ox/array.h>
+#include <tv_services/feval.h>
+#include <tvtypes_res/messages.h>
+
+#include <new>
+#include <stdexcept>
+
+// F gives its input back and a number more, and then ends in one way or another. Where it fails,
+// the outputs are to be as before, and nothing is to be kept.
+TEST(HostFunctions, GiveTheirOutputsAwayOrADiagnostic) {
+    using Ending = tvsvDiagnosticImpl*;
+    oxArray_tag* input = oxCreateDoubleScalar(4);
+    oxArray_tag* outputs[] = {nullptr, nullptr};
+    const auto call = [&] {
+        auto* refusal = tvsvFEVAL_NoThrow(2, outputs, 1, &input, "F", true, nullptr);
+        const std::string summary = refusal == nullptr ? "done" : summaryOf(*refusal);
+        tvsvDiscardDiagnostic(refusal);
+        return summary;
+    };
+    const auto callEnding = [&](Ending (*end)(oxArray_tag**)) {
+        tvsvRegisterHostFunction("F", [=](int, oxArray_tag** made, int, oxArray_tag** given) {
+            made[0] = const_cast<oxArray_tag*>(oxShareArray(given[0]));
+            made[1] = oxCreateDoubleScalar(oxGetScalar(given[0]) + 1);
+            return end(made);
+        });
+        const std::string result = call();
+        tvsvRegisterHostFunction("F", nullptr);
+        return result;
+    };
+    const auto refuses = [](oxArray_tag**) -> Ending {
+        return tvsvCreateDiagnosticFromMessageID(TorvaneTypes::general::InvalidDataTypeId(-2));
+    };
+    const auto throws = [](oxArray_tag**) -> Ending {
+        tvsvDiagnosticImpl* refusal = tvsvCreateMemoryAllocationDiagnostic();
+        tvsvThrowIExceptionFromDiagnostic(refusal, nullptr);
+    };
+    const auto forgets = [](oxArray_tag** made) -> Ending {
+        oxDestroyArray(std::exchange(made[1], nullptr));
+        return nullptr;
+    };
+    EXPECT_EQ("HostFunctionDoesNotExist(F)", call());
+    EXPECT_EQ("InvalidDataTypeId(-2)", callEnding(refuses));
+    EXPECT_EQ("MemoryAllocErr()", callEnding(throws));
+    EXPECT_EQ("MemoryAllocErr()", callEnding([](auto) -> Ending { throw std::bad_alloc(); }));
+    EXPECT_EQ("HostFunctionFailed(F, odd)",
+              callEnding([](auto) -> Ending { throw std::runtime_error("odd"); }));
+    EXPECT_EQ("HostFunctionFailed(F, an exception of an unknown kind)",
+              callEnding([](auto) -> Ending { throw 7; }));
+    EXPECT_EQ("HostFunctionWithoutResult(F, 2)", callEnding(forgets));
+    EXPECT_TRUE(outputs[0] == nullptr && outputs[1] == nullptr);
+    EXPECT_EQ(1, oxGetReferenceCount(input)) << "an output was not given up";
+
+    EXPECT_EQ("done", callEnding([](auto) -> Ending { return nullptr; }));
+    EXPECT_EQ(input, outputs[0]);
+    EXPECT_EQ(5.0, oxGetScalar(outputs[1]));
+    for (oxArray_tag* value : {input, outputs[0], outputs[1]}) {
+        oxDestroyArray(value);
+    }
+}

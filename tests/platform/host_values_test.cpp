@@ -1,0 +1,41 @@
+#include <ox/array.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+
+TEST(HostRecords, HoldAValueAFieldAndGiveItUp) {
+    oxArray_tag* outer = oxCreateRecords(1, {"Inner"});
+    oxArray_tag* inner = oxCreateRecords(2, {"Name", "Factor"});
+    oxArray_tag* text = oxCreateString("foot");
+    EXPECT_TRUE(oxSetField(outer, 0, "Inner", inner));
+    EXPECT_TRUE(oxSetField(inner, 1, "Name", const_cast<oxArray_tag*>(oxShareArray(text))));
+    EXPECT_TRUE(oxSetFieldAt(inner, 0, 1, oxCreateDoubleScalar(1)));
+    EXPECT_TRUE(oxSetField(inner, 0, "Factor", oxCreateDoubleScalar(0.3048)));
+
+    EXPECT_EQ(2U, oxGetNumberOfElements(inner));
+    EXPECT_EQ((std::vector<std::string>{"Name", "Factor"}), oxGetFieldNames(inner));
+    EXPECT_EQ(text, oxGetFieldAt(inner, 1, 0));
+    EXPECT_EQ(0.3048, oxGetScalar(oxGetField(inner, 0, "Factor")));
+    EXPECT_EQ(nullptr, oxGetField(inner, 0, "Name"));
+    EXPECT_EQ(nullptr, oxGetField(inner, SIZE_MAX, "Name"));
+    EXPECT_FALSE(oxSetField(inner, 2, "Name", text));
+    EXPECT_FALSE(oxSetFieldAt(inner, 0, 2, text));
+    EXPECT_FALSE(oxSetField(inner, 0, nullptr, text));
+
+    EXPECT_EQ(2, oxGetReferenceCount(text));
+    oxDestroyArray(outer);
+    EXPECT_EQ(1, oxGetReferenceCount(text));
+    oxDestroyArray(text);
+    EXPECT_EQ(nullptr, oxCreateRecords(SIZE_MAX / 2 + 1, {"A", "B"})) << "the product wraps to 0";
+    EXPECT_EQ(nullptr, oxCallocEx(SIZE_MAX / 2 + 2, 2)) << "the product wraps to 2";
+}
+
+TEST(HostValues, AreReadAsNothingWhereThereIsNone) {
+    EXPECT_FALSE(oxIsDouble(nullptr) || oxIsString(nullptr) || oxIsRecords(nullptr));
+    EXPECT_EQ("", oxcore::get_string(nullptr));
+    EXPECT_TRUE(std::isnan(oxGetScalar(nullptr)));
+    EXPECT_EQ(0U, oxGetNumberOfElements(nullptr));
+    EXPECT_EQ(nullptr, oxGetField(nullptr, 0, "Name"));
+}
