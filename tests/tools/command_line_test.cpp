@@ -49,8 +49,10 @@ TEST(CommandLine, OutputThatCannotBeWrittenIsAnError) {
     const std::array<const char*, 3> argv{"tvtypes", "inspect",
                                           TVTYPES_EXAMPLES "/motor_drive.xml"};
     std::ostream nowhere(nullptr);
+    std::istringstream in;
     std::ostringstream err;
-    EXPECT_EQ(runTool(static_cast<int>(argv.size()), argv.data(), nowhere, err), ExitUnusable);
+    EXPECT_EQ(runTool(static_cast<int>(argv.size()), argv.data(), {in, nowhere, err}),
+              ExitUnusable);
     EXPECT_THAT(err.str(), HasSubstr("cannot be written"));
 }
 

@@ -27,14 +27,15 @@ std::vector<std::string> Outcome::lines() const {
     return all;
 }
 
-Outcome run(std::vector<std::string> arguments) {
+Outcome run(std::vector<std::string> arguments, const std::string& input) {
     std::vector<const char*> argv{"tvtypes"};
     for (const std::string& argument : arguments) {
         argv.push_back(argument.c_str());
     }
+    std::istringstream in(input);
     std::ostringstream out;
     std::ostringstream err;
-    const int status = runTool(static_cast<int>(argv.size()), argv.data(), out, err);
+    const int status = runTool(static_cast<int>(argv.size()), argv.data(), {in, out, err});
     return {status, out.str(), err.str()};
 }
 

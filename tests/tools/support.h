@@ -26,8 +26,8 @@ struct Outcome {
     boost::json::object json() const { return boost::json::parse(out).as_object(); }
 };
 
-/// Runs the tool with these arguments behind its name.
-Outcome run(std::vector<std::string> arguments);
+/// Runs the tool with these arguments behind its name, and this on its standard input.
+Outcome run(std::vector<std::string> arguments, const std::string& input = {});
 
 /// A folder that is gone when the test ends.
 class TemporaryFolder {

@@ -4,19 +4,14 @@
 
 #include "tool.h"
 
-#include <iosfwd>
-
 namespace CLI {
 class App;
 }
 
 namespace tvtool {
 
-/// Where a command writes, and how it went.
-struct Console {
-    std::ostream& out;
-    std::ostream& err;
-    bool colour = false; ///< whether `out` may be given colour
+/// Where a command reads and writes, and how it went.
+struct Console : Streams {
     int status = ExitClean;
 };
 

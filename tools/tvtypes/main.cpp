@@ -7,5 +7,6 @@
 
 int main(int argc, char** argv) {
     const bool colour = std::getenv("NO_COLOR") == nullptr && isatty(STDOUT_FILENO) == 1;
-    return tvtool::runTool(argc, argv, std::cout, std::cerr, colour);
+    const bool errIsTerminal = isatty(STDERR_FILENO) == 1;
+    return tvtool::runTool(argc, argv, {std::cin, std::cout, std::cerr, colour, errIsTerminal});
 }

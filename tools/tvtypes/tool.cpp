@@ -8,16 +8,35 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include <cstdlib>
 #include <exception>
 #include <ostream>
+#include <string>
+#include <vector>
 
 namespace tvtool {
 
 namespace {
 
+bool isNegativeNumber(const char* argument) {
+    char* stop = nullptr;
+    std::strtod(argument, &stop);
+    return *argument == '-' && stop != argument && *stop == '\0';
+}
+
+/// The arguments, the last one first, as the parser wants them. It would take -inf for options; a
+/// blank before it makes it a value.
+std::vector<std::string> argumentsOf(int argc, const char* const* argv) {
+    std::vector<std::string> arguments;
+    for (int i = argc - 1; i > 0; --i) {
+        arguments.push_back((isNegativeNumber(argv[i]) ? " " : "") + std::string(argv[i]));
+    }
+    return arguments;
+}
+
 void parseAndRun(CLI::App& app, int argc, const char* const* argv, Console& console) {
     try {
-        app.parse(argc, argv);
+        app.parse(argumentsOf(argc, argv));
         if (app.get_subcommands().empty()) {
             console.out << app.help();
         }
@@ -32,8 +51,8 @@ void parseAndRun(CLI::App& app, int argc, const char* const* argv, Console& cons
 
 } // namespace
 
-int runTool(int argc, const char* const* argv, std::ostream& out, std::ostream& err, bool colour) {
-    Console console{out, err, colour, ExitClean};
+int runTool(int argc, const char* const* argv, const Streams& streams) {
+    Console console{streams};
     try {
         CLI::App app("Looks into the data types of block-diagram models.", "tvtypes");
         app.set_version_flag("--version", fmt::format("tvtypes {} ({})", libtv_types_version,
@@ -41,12 +60,12 @@ int runTool(int argc, const char* const* argv, std::ostream& out, std::ostream& 
         app.require_subcommand(0, 1);
         addInspect(app, console);
         parseAndRun(app, argc, argv, console);
-        if (!out.flush()) {
-            err << "tvtypes: the output cannot be written\n";
+        if (!console.out.flush()) {
+            console.err << "tvtypes: the output cannot be written\n";
             console.status = ExitUnusable;
         }
     } catch (const std::exception& error) {
-        err << fmt::format("tvtypes: {}\n", report::safeText(error.what()));
+        console.err << fmt::format("tvtypes: {}\n", report::safeText(error.what()));
         console.status = ExitUnusable;
     }
     return console.status;

@@ -13,9 +13,15 @@ enum ExitStatus : int {
     ExitUnusable = 2  ///< the file cannot be read, or the call is wrong
 };
 
-/// Does what the command line asks for and gives the exit status. `colour` says whether `out` may
-/// be given colour.
-int runTool(int argc, const char* const* argv, std::ostream& out, std::ostream& err,
-            bool colour = false);
+struct Streams {
+    std::istream& in;
+    std::ostream& out;
+    std::ostream& err;
+    bool colour = false;        ///< whether `out` may be given colour
+    bool errIsTerminal = false; ///< whether what stands in `err` can be written over
+};
+
+/// Does what the command line asks for and gives the exit status.
+int runTool(int argc, const char* const* argv, const Streams& streams);
 
 } // namespace tvtool
