@@ -1,0 +1,75 @@
+#include "convert/names.h"
+
+#include "convert/error.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace tvtool::convert {
+
+namespace {
+
+struct TypeRow {
+    const char* name;
+    std::size_t size;
+};
+
+constexpr std::array<TypeRow, 9> types{{{"double", 8},
+                                        {"single", 4},
+                                        {"int8", 1},
+                                        {"uint8", 1},
+                                        {"int16", 2},
+                                        {"uint16", 2},
+                                        {"int32", 4},
+                                        {"uint32", 4},
+                                        {"boolean", 1}}};
+
+/// The row of a name, of rows that have one.
+template <class Rows>
+auto findNamed(const Rows& rows, std::string_view option, std::string_view name) {
+    const auto row = std::ranges::find(rows, name, [](const auto& each) { return each.name; });
+    if (row == rows.end()) {
+        std::string allowed;
+        for (const auto& each : rows) {
+            allowed += (allowed.empty() ? "" : ", ") + std::string(each.name);
+        }
+        throw Error(fmt::format("{} cannot be \"{}\", it is one of {}", option, name, allowed));
+    }
+    return row;
+}
+
+} // namespace
+
+const std::array<Named<fxpModeRounding_tag>, 6> roundings{{{"zero", FXP_ROUND_ZERO},
+                                                           {"near", FXP_ROUND_NEAR},
+                                                           {"ceil", FXP_ROUND_CEIL},
+                                                           {"floor", FXP_ROUND_FLOOR},
+                                                           {"round", FXP_ROUND_ROUND},
+                                                           {"convergent", FXP_ROUND_CONVERGENT}}};
+
+const std::array<Named<fxpModeOverflow_tag>, 2> overflows{
+    {{"wrap", FXP_OVERFLOW_WRAP}, {"saturate", FXP_OVERFLOW_SATURATE}}};
+
+const char* nameOf(Type type) { return types[static_cast<std::size_t>(type)].name; }
+
+std::size_t sizeOf(Type type) { return types[static_cast<std::size_t>(type)].size; }
+
+std::string nameOf(Element element) {
+    return std::string(element.isComplex ? "complex " : "") + nameOf(element.type);
+}
+
+Type typeNamed(std::string_view option, std::string_view name) {
+    return static_cast<Type>(findNamed(types, option, name) - types.begin());
+}
+
+fxpModeRounding_tag roundingNamed(std::string_view option, std::string_view name) {
+    return findNamed(roundings, option, name)->value;
+}
+
+fxpModeOverflow_tag overflowNamed(std::string_view option, std::string_view name) {
+    return findNamed(overflows, option, name)->value;
+}
+
+} // namespace tvtool::convert

@@ -1,0 +1,286 @@
+#include "convert/npy.h"
+
+#include "convert/error.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+#include <optional>
+#include <string_view>
+#include <system_error>
+
+namespace tvtool::convert {
+
+namespace {
+
+constexpr std::string_view magic = "\x93NUMPY";
+constexpr std::size_t maxLength = std::size_t{64} << 10;
+constexpr std::size_t maxDimensions = 64;
+constexpr std::size_t alignment = 64;
+
+struct Code {
+    std::string_view code;
+    Element element;
+};
+
+/// What stands behind the byte order in a description of elements.
+constexpr std::array<Code, 11> codes{{{"f8", {Type::Double}},
+                                      {"f4", {Type::Single}},
+                                      {"i1", {Type::Int8}},
+                                      {"u1", {Type::UInt8}},
+                                      {"i2", {Type::Int16}},
+                                      {"u2", {Type::UInt16}},
+                                      {"i4", {Type::Int32}},
+                                      {"u4", {Type::UInt32}},
+                                      {"b1", {Type::Boolean}},
+                                      {"c16", {Type::Double, true}},
+                                      {"c8", {Type::Single, true}}}};
+
+/// The text of a header: a dictionary in the syntax of Python with three members.
+class Parser {
+  public:
+    explicit Parser(std::string_view text) : rest_(text), size_(text.size()) {}
+
+    NpyHeader parse() {
+        expect('{');
+        while (!take('}')) {
+            parseMember();
+            if (!take(',')) {
+                expect('}');
+                break;
+            }
+        }
+        skipBlanks();
+        if (!rest_.empty()) {
+            fail("something behind the end");
+        }
+        if (!description_ || !fortranOrder_ || !sizes_) {
+            fail("\"descr\", \"fortran_order\" or \"shape\" missing");
+        }
+        return header();
+    }
+
+  private:
+    [[noreturn]] void fail(std::string_view what) const {
+        throw Error(fmt::format("malformed header: {} at its character {}", what,
+                                size_ - rest_.size() + 1));
+    }
+
+    void skipBlanks() {
+        rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\r\n"), rest_.size()));
+    }
+
+    bool take(char wanted) {
+        skipBlanks();
+        const bool found = rest_.starts_with(wanted);
+        rest_.remove_prefix(found ? 1 : 0);
+        return found;
+    }
+
+    void expect(char wanted) {
+        if (!take(wanted)) {
+            fail(fmt::format("no \"{}\"", wanted));
+        }
+    }
+
+    bool takeWord(std::string_view wanted) {
+        skipBlanks();
+        const bool found = rest_.starts_with(wanted);
+        rest_.remove_prefix(found ? wanted.size() : 0);
+        return found;
+    }
+
+    std::string_view parseText() {
+        skipBlanks();
+        const char quote = rest_.empty() ? '\0' : rest_.front();
+        const std::size_t end = rest_.find(quote, 1);
+        if ((quote != '\'' && quote != '"') || end == std::string_view::npos) {
+            fail("no text in quotes");
+        }
+        const std::string_view text = rest_.substr(1, end - 1);
+        rest_.remove_prefix(end + 1);
+        return text;
+    }
+
+    template <class Value>
+    void assign(std::optional<Value>& member, Value value) {
+        if (member) {
+            fail("a member for the second time");
+        }
+        member = std::move(value);
+    }
+
+    void parseMember() {
+        const std::string_view key = parseText();
+        expect(':');
+        if (key == "descr") {
+            if (take('[')) {
+                throw Error("holds records; only plain numbers are converted");
+            }
+            assign(description_, parseText());
+        } else if (key == "fortran_order") {
+            assign(fortranOrder_, parseBool());
+        } else if (key == "shape") {
+            assign(sizes_, parseSizes());
+        } else {
+            fail("a member that has no meaning");
+        }
+    }
+
+    bool parseBool() {
+        const bool isTrue = takeWord("True");
+        if (!isTrue && !takeWord("False")) {
+            fail("neither True nor False");
+        }
+        return isTrue;
+    }
+
+    std::uint64_t parseSize() {
+        skipBlanks();
+        if (rest_.starts_with('-')) {
+            fail("a negative size");
+        }
+        std::uint64_t size = 0;
+        const auto [stop, error] = std::from_chars(rest_.data(), rest_.data() + rest_.size(), size);
+        if (error != std::errc()) {
+            fail(error == std::errc::result_out_of_range ? "a size that is too large"
+                                                         : "no number");
+        }
+        rest_.remove_prefix(static_cast<std::size_t>(stop - rest_.data()));
+        return size;
+    }
+
+    /// As in (3, 4), (3,) or (). A number in parentheses without a comma would be no tuple.
+    std::vector<std::uint64_t> parseSizes() {
+        std::vector<std::uint64_t> sizes;
+        expect('(');
+        while (!take(')')) {
+            if (sizes.size() == maxDimensions) {
+                fail(fmt::format("more than {} dimensions", maxDimensions));
+            }
+            sizes.push_back(parseSize());
+            if (!take(',')) {
+                if (sizes.size() == 1) {
+                    fail("no \",\"");
+                }
+                expect(')');
+                break;
+            }
+        }
+        return sizes;
+    }
+
+    NpyHeader header() const {
+        NpyHeader header;
+        const char order = description_->empty() ? '\0' : description_->front();
+        const std::string_view code = description_->substr(description_->empty() ? 0 : 1);
+        const auto* const known = std::ranges::find(codes, code, &Code::code);
+        const bool hasOrder = order == '<' || order == '>';
+        if (known == codes.end() || !(hasOrder || (order == '|' && sizeOf(known->element) == 1))) {
+            throw Error(fmt::format("holds elements of type \"{}\"; converted are f8, f4, i1, u1, "
+                                    "i2, u2, i4, u4, b1, c8 and c16 with their byte order before "
+                                    "them",
+                                    *description_));
+        }
+        header.element = known->element;
+        header.bigEndian = order == '>';
+        header.shape = {*sizes_, *fortranOrder_};
+        header.count = countOf(header);
+        return header;
+    }
+
+    static std::uint64_t countOf(const NpyHeader& header) {
+        const std::vector<std::uint64_t>& sizes = header.shape.sizes;
+        if (std::ranges::find(sizes, 0U) != sizes.end()) {
+            return 0;
+        }
+        std::uint64_t most = std::numeric_limits<std::uint64_t>::max() / sizeOf(header.element);
+        std::uint64_t count = 1;
+        for (const std::uint64_t size : sizes) {
+            if (size > most) {
+                throw Error("malformed header: its shape has more elements than any file");
+            }
+            most /= size;
+            count *= size;
+        }
+        return count;
+    }
+
+    std::string_view rest_;
+    std::size_t size_;
+    std::optional<std::string_view> description_;
+    std::optional<bool> fortranOrder_;
+    std::optional<std::vector<std::uint64_t>> sizes_;
+};
+
+void readExactly(std::istream& is, char* bytes, std::size_t count) {
+    is.read(bytes, static_cast<std::streamsize>(count));
+    if (is.bad()) {
+        throw Error("cannot be read");
+    }
+    if (static_cast<std::size_t>(is.gcount()) != count) {
+        throw Error("ends within the header");
+    }
+}
+
+std::size_t readLength(std::istream& is, std::size_t bytes) {
+    std::array<char, 4> field{};
+    readExactly(is, field.data(), bytes);
+    std::size_t length = 0;
+    for (std::size_t i = bytes; i > 0; --i) {
+        length = length << 8U | static_cast<unsigned char>(field[i - 1]);
+    }
+    return length;
+}
+
+} // namespace
+
+NpyHeader readNpyHeader(std::istream& is) {
+    std::array<char, magic.size() + 2> head{};
+    readExactly(is, head.data(), head.size());
+    if (!std::string_view(head.data(), head.size()).starts_with(magic)) {
+        throw Error("is no .npy file: it does not begin like one");
+    }
+    const int major = static_cast<unsigned char>(head[magic.size()]);
+    const int minor = static_cast<unsigned char>(head[magic.size() + 1]);
+    if (major < 1 || major > 3 || minor != 0) {
+        throw Error(fmt::format("is in version {}.{} of the format; read are 1.0, 2.0 and 3.0",
+                                major, minor));
+    }
+    const std::size_t length = readLength(is, major == 1 ? 2 : 4);
+    if (length > maxLength) {
+        throw Error(fmt::format("has a header of {} bytes; the longest that is read has {}", length,
+                                maxLength));
+    }
+    std::string text(length, '\0');
+    readExactly(is, text.data(), length);
+    return Parser(text).parse();
+}
+
+std::string npyHeader(Element element, const Shape& shape) {
+    const auto* const code = std::ranges::find(codes, element, &Code::element);
+    std::string sizes = fmt::format("{}", fmt::join(shape.sizes, ", "));
+    const std::size_t width = std::numeric_limits<std::uint64_t>::digits10 + 1;
+    const std::size_t growth = shape.sizes.size() == 1 ? width - sizes.size() : 0;
+    if (shape.sizes.size() == 1) {
+        sizes += ',';
+    }
+    std::string text = fmt::format("{{'descr': '{}{}', 'fortran_order': {}, 'shape': ({}), }}",
+                                   sizeOf(element) == 1 ? '|' : '<', code->code,
+                                   shape.fortranOrder ? "True" : "False", sizes);
+    text.append(growth, ' ');
+    const std::size_t before = magic.size() + 4;
+    const std::size_t unpadded = before + text.size() + 1;
+    text.append((alignment - unpadded % alignment) % alignment, ' ');
+    text += '\n';
+
+    std::string header(magic);
+    header += {'\x01', '\x00', static_cast<char>(text.size() & 0xFFU),
+               static_cast<char>(text.size() >> 8U)};
+    return header + text;
+}
+
+} // namespace tvtool::convert

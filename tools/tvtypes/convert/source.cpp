@@ -1,0 +1,188 @@
+#include "convert/source.h"
+
+#include "convert/error.h"
+#include "convert/values.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <bit>
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <iomanip>
+#include <system_error>
+#include <utility>
+
+namespace tvtool::convert {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Longer than the longest double that is written in full.
+constexpr int maxWord = 4096;
+
+class TextSource : public Source {
+  public:
+    TextSource(std::istream& is, Type type) : is_(is), type_(type) {}
+
+    Element element() const override { return {type_}; }
+
+    std::size_t read(std::byte* elements, std::size_t most) override {
+        std::size_t count = 0;
+        for (; count < most && is_ >> std::setw(maxWord) >> word_; ++count) {
+            readWord(elements + count * sizeOf(type_));
+            ++index_;
+        }
+        if (is_.bad()) {
+            throw Error("the values cannot be read");
+        }
+        return count;
+    }
+
+  private:
+    void readWord(std::byte* element) const {
+        try {
+            if (word_.size() + 1 >= maxWord) {
+                throw Error("is too long");
+            }
+            readValue(word_, type_, element);
+        } catch (const Error& error) {
+            constexpr std::size_t shown = 40;
+            throw Error(fmt::format("the value at index {}, \"{}{}\", {} (read as {}; the first "
+                                    "index is 0)",
+                                    index_, word_.substr(0, shown),
+                                    word_.size() > shown ? "..." : "", error.what(),
+                                    nameOf(type_)));
+        }
+    }
+
+    std::istream& is_;
+    Type type_;
+    std::uint64_t index_ = 0;
+    std::string word_;
+};
+
+void reverseParts(std::byte* parts, std::size_t size, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        std::reverse(parts + i * size, parts + (i + 1) * size);
+    }
+}
+
+class FileSource : public Source {
+  public:
+    FileSource(const std::string& path, Format format, std::optional<Type> type)
+        : path_(path), file_(path, std::ios::binary) {
+        std::error_code ignored;
+        if (fs::is_directory(path, ignored)) {
+            fail("is a directory");
+        }
+        if (!file_) {
+            fail("cannot be opened: " + std::generic_category().message(errno));
+        }
+        if (format == Format::Npy) {
+            beginNpy(type);
+        } else {
+            beginRaw(type);
+        }
+        if (fs::is_regular_file(path, ignored)) {
+            checkLength(fs::file_size(path));
+        }
+    }
+
+    Element element() const override { return element_; }
+    std::optional<std::uint64_t> count() const override { return count_; }
+    std::optional<Shape> shape() const override { return shape_; }
+
+    std::size_t read(std::byte* elements, std::size_t most) override {
+        const std::size_t size = sizeOf(element_);
+        if (count_) {
+            most = static_cast<std::size_t>(std::min<std::uint64_t>(most, *count_ - done_));
+        }
+        file_.read(reinterpret_cast<char*>(elements), static_cast<std::streamsize>(most * size));
+        const auto bytes = static_cast<std::size_t>(file_.gcount());
+        if (file_.bad()) {
+            fail("cannot be read");
+        }
+        if (bytes % size != 0 || (count_ && bytes != most * size)) {
+            fail("ends within its elements");
+        }
+        static_assert(std::endian::native == std::endian::little,
+                      "elements lie in memory as they come from files");
+        if (bigEndian_) {
+            const std::size_t part = sizeOf(element_.type);
+            reverseParts(elements, part, bytes / part);
+        }
+        done_ += bytes / size;
+        if (count_ == done_ && file_.peek() != std::ifstream::traits_type::eof()) {
+            fail("goes on behind its last element");
+        }
+        return bytes / size;
+    }
+
+  private:
+    [[noreturn]] void fail(const std::string& what) const { throw Error(path_ + ": " + what); }
+
+    void beginRaw(std::optional<Type> type) {
+        if (!type) {
+            fail("--from has to say which type a raw file holds");
+        }
+        element_ = {*type};
+    }
+
+    void beginNpy(std::optional<Type> type) {
+        NpyHeader header;
+        try {
+            header = readNpyHeader(file_);
+        } catch (const Error& error) {
+            fail(error.what());
+        }
+        element_ = header.element;
+        if (type && *type != element_.type) {
+            fail(fmt::format("holds {}, but --from says {}", nameOf(element_), nameOf(*type)));
+        }
+        bigEndian_ = header.bigEndian;
+        count_ = header.count;
+        shape_ = std::move(header.shape);
+    }
+
+    /// Before anything is converted, where the length can be told.
+    void checkLength(std::uint64_t length) {
+        const std::size_t size = sizeOf(element_);
+        const std::uint64_t bytes = length - static_cast<std::uint64_t>(file_.tellg());
+        if (count_ && *count_ * size != bytes) {
+            fail(fmt::format("its shape needs {} bytes of elements, there are {}", *count_ * size,
+                             bytes));
+        }
+        if (bytes % size != 0) {
+            fail(fmt::format("its size, {} bytes, is no multiple of the {} of a {}", bytes, size,
+                             nameOf(element_)));
+        }
+        count_ = bytes / size;
+    }
+
+    std::string path_;
+    std::ifstream file_;
+    Element element_;
+    bool bigEndian_ = false;
+    std::optional<std::uint64_t> count_;
+    std::optional<Shape> shape_;
+    std::uint64_t done_ = 0;
+};
+
+} // namespace
+
+Format formatOf(const std::string& path) {
+    return path.ends_with(".npy") ? Format::Npy : Format::Raw;
+}
+
+std::unique_ptr<Source> readText(std::istream& is, Type type) {
+    return std::make_unique<TextSource>(is, type);
+}
+
+std::unique_ptr<Source> openFile(const std::string& path, Format format, std::optional<Type> type) {
+    return std::make_unique<FileSource>(path, format, type);
+}
+
+} // namespace tvtool::convert
