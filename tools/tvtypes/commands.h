@@ -16,6 +16,7 @@ struct Console : Streams {
 };
 
 /// A command does its work when the command line that names it has been read.
+void addConvert(CLI::App& app, Console& console);
 void addInspect(CLI::App& app, Console& console);
 
 } // namespace tvtool

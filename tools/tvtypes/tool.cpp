@@ -54,10 +54,11 @@ void parseAndRun(CLI::App& app, int argc, const char* const* argv, Console& cons
 int runTool(int argc, const char* const* argv, const Streams& streams) {
     Console console{streams};
     try {
-        CLI::App app("Looks into the data types of block-diagram models.", "tvtypes");
+        CLI::App app("Works with the data types of block-diagram models.", "tvtypes");
         app.set_version_flag("--version", fmt::format("tvtypes {} ({})", libtv_types_version,
                                                       libtv_types_build_date));
         app.require_subcommand(0, 1);
+        addConvert(app, console);
         addInspect(app, console);
         parseAndRun(app, argc, argv, console);
         if (!console.out.flush()) {

@@ -9,7 +9,7 @@ namespace tvtool {
 /// What the tool's exit status says.
 enum ExitStatus : int {
     ExitClean = 0,    ///< nothing is wrong
-    ExitProblems = 1, ///< the model has problems
+    ExitProblems = 1, ///< the model has problems, or values lost what they were not to lose
     ExitUnusable = 2  ///< the file cannot be read, or the call is wrong
 };
 

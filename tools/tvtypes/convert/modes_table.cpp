@@ -1,0 +1,84 @@
+#include "convert/modes_table.h"
+
+#include "convert/conversion.h"
+#include "convert/values.h"
+#include "report/table.h"
+
+#include <tvtypes/functions.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tvtool::convert {
+
+namespace {
+
+/// The modes that a pair of types can tell apart.
+struct Choice {
+    std::span<const Named<fxpModeRounding_tag>> roundings;
+    std::span<const Named<fxpModeOverflow_tag>> overflows;
+};
+
+Choice choiceOf(Type source, Type destination) {
+    const auto functionOf = [&](fxpModeOverflow_tag overflow, fxpModeRounding_tag rounding) {
+        return utGetTvBuiltinDtypeConvFcn(static_cast<int>(source), static_cast<int>(destination),
+                                          overflow, rounding);
+    };
+    const auto first = functionOf(FXP_OVERFLOW_WRAP, FXP_ROUND_ZERO);
+    const bool rounds = functionOf(FXP_OVERFLOW_WRAP, FXP_ROUND_CEIL) != first;
+    const bool saturates = functionOf(FXP_OVERFLOW_SATURATE, FXP_ROUND_ZERO) != first;
+    return {std::span(roundings).first(rounds ? roundings.size() : 1),
+            std::span(overflows).first(saturates ? overflows.size() : 1)};
+}
+
+std::string resultOf(Element source, const std::byte* value, Type destination, Modes modes) {
+    Conversion conversion(source, destination, modes);
+    std::array<std::byte, 16> result{};
+    conversion.convert(value, result.data(), 1);
+    std::string text;
+    appendElement(text, conversion.destination(), result.data());
+    const Losses& losses = conversion.losses();
+    return text + (losses.overflowed.count > 0 ? '!' : losses.lost.count > 0 ? '~' : ' ');
+}
+
+} // namespace
+
+void printModes(Source& source, Type destination, bool colour, std::ostream& os) {
+    const Element element = source.element();
+    const Choice choice = choiceOf(element.type, destination);
+    const bool rounds = choice.roundings.size() > 1;
+    const bool saturates = choice.overflows.size() > 1;
+
+    report::Table table;
+    table.addColumn(nameOf(element), report::Align::Right);
+    table.addColumn("overflow", report::Align::Left);
+    for (const auto& rounding : choice.roundings) {
+        table.addColumn(fmt::format("{} ", rounds ? rounding.name : "any rounding"),
+                        report::Align::Right);
+    }
+    std::array<std::byte, 16> value{};
+    while (source.read(value.data(), 1) == 1) {
+        std::string text;
+        appendElement(text, element, value.data());
+        for (const auto& overflow : choice.overflows) {
+            std::vector<std::string> cells{text, saturates ? overflow.name : "any"};
+            for (const auto& rounding : choice.roundings) {
+                cells.push_back(
+                    resultOf(element, value.data(), destination, {overflow.value, rounding.value}));
+            }
+            table.addRow(std::move(cells));
+        }
+    }
+    os << fmt::format("From {} to {}, under each mode of overflow and of rounding\n\n",
+                      nameOf(element), nameOf(destination));
+    table.print(os, colour ? fmt::text_style(fmt::emphasis::bold) : fmt::text_style());
+    os << "\n! overflowed   ~ lost something without overflowing\n";
+}
+
+} // namespace tvtool::convert
