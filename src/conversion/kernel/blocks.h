@@ -13,19 +13,7 @@ using Count = unsigned long;
 /// processor's first cache in between.
 inline constexpr int blockLength = 512;
 
-/// Whether all magnitudes are below smallLimit.
-template <class S>
-TVTYPES_LOOP bool allSmall(const Stored<S>* src, int count) {
-    constexpr Unsigned<S> sign = Unsigned<S>(1) << (8 * sizeof(S) - 1);
-    const Unsigned<S> limit = bitsOf(S(smallLimit));
-    // The sum reaches the sign bit where a magnitude's bits reach those of the limit.
-    Unsigned<S> sums = 0;
-    for (int i = 0; i < count; ++i) {
-        sums |= (bitsOf(src[i].value) & ~sign) + (sign - limit);
-    }
-    return (sums & sign) == 0;
-}
-
+/// Converts as Policy says.
 template <class Policy, class S, class D>
 TVTYPES_LOOP void convertElements(const Stored<S>* src, Stored<D>* dst, Count count) {
     TVTYPES_INDEPENDENT
@@ -37,15 +25,18 @@ TVTYPES_LOOP void convertElements(const Stored<S>* src, Stored<D>* dst, Count co
     }
 }
 
+/// The same by way of integers, in fewer steps. If not all values have one, the result is false,
+/// and what was written is not the result.
 template <class Policy, class S, class D>
-TVTYPES_LOOP void convertSmallElements(const Stored<S>* src, Stored<D>* dst, int count) {
+TVTYPES_LOOP bool convertByIntegers(const Stored<S>* src, Stored<D>* dst, int count) {
+    int32_T least = 0;
     TVTYPES_INDEPENDENT
     for (int i = 0; i < count; ++i) {
-        const S in = src[i].value;
-        D out;
-        Policy::convSmall(&in, &out);
-        dst[i].value = out;
+        const int32_T integer = Policy::integer(src[i].value);
+        least = integer < least ? integer : least;
+        dst[i].value = Policy::narrowed(integer);
     }
+    return least != noInteger;
 }
 
 } // namespace

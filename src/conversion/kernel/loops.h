@@ -12,12 +12,17 @@ namespace {
 template <class Policy, class S, class D>
 TVTYPES_LOOP void convert(const Stored<S>* src, Stored<D>* dst, Count count) {
     if constexpr (isFloat<S> && !isFloat<D>) {
+        // Where a block has values without an integer, the next ones are likely to have some too.
+        constexpr int blocksBeforeTryingAgain = 8;
+        int withoutIntegers = 0;
         while (count > 0) {
             const int length = count < blockLength ? static_cast<int>(count) : blockLength;
-            if (allSmall(src, length)) {
-                convertSmallElements<Policy>(src, dst, length);
-            } else {
+            if (withoutIntegers == 0 && !convertByIntegers<Policy>(src, dst, length)) {
+                withoutIntegers = blocksBeforeTryingAgain;
+            }
+            if (withoutIntegers > 0) {
                 convertElements<Policy>(src, dst, static_cast<Count>(length));
+                --withoutIntegers;
             }
             src += length;
             dst += length;
@@ -229,12 +234,20 @@ class tvConvBuiltinDType2BoolTpl {
         }
     }
     TVTYPES_LOOP static bool partsKept(const Stored<S>* src, int count) {
-        unsigned int lost = 0;
-        for (int i = 0; i < count; ++i) {
-            const S x = src[i].value;
-            lost |= (x != S(0) ? 1U : 0U) & (x != S(1) ? 1U : 0U);
+        if constexpr (isFloat<S>) {
+            unsigned int lost = 0;
+            for (int i = 0; i < count; ++i) {
+                const S x = src[i].value;
+                lost |= (x != S(0) ? 1U : 0U) & (x != S(1) ? 1U : 0U);
+            }
+            return lost == 0;
+        } else {
+            Unsigned<S> all = 0;
+            for (int i = 0; i < count; ++i) {
+                all = static_cast<Unsigned<S>>(all | static_cast<Unsigned<S>>(src[i].value));
+            }
+            return all <= 1;
         }
-        return lost == 0;
     }
     // The first part must be what it became: 1 if either part is not zero, else 0.
     TVTYPES_LOOP static bool pairsKept(const Stored<S>* src, int count) {

@@ -54,11 +54,13 @@ struct CastDiff {
                    castAndCompare<Cast_Conv<S, D>>(src, dst, count);
         } else if constexpr (isFloat<D>) {
             return castAndCompare<Cast_Conv<S, D>>(src, dst, count);
-        } else if (allSmall(src, count)) {
-            return castSmall(src, dst, count);
         } else {
-            // Beyond that, only the widest integers hold anything.
-            return sizeof(D) == 4 && castAndCompare<WrappingConv<S, D, Zero>>(src, dst, count);
+            bool allFit = true;
+            const bool kept = castByIntegers(src, dst, count, allFit);
+            // Where an int32_T is too short, only the types of its width hold anything.
+            return allFit || sizeof(D) < 4
+                       ? kept
+                       : castAndCompare<WrappingConv<S, D, Zero>>(src, dst, count);
         }
     }
 
@@ -74,17 +76,21 @@ struct CastDiff {
         return distances <= Common<S, D>::greatestDistance;
     }
 
-    TVTYPES_LOOP static bool castSmall(const Stored<S>* src, Stored<D>* dst, int count) {
+    TVTYPES_LOOP static bool castByIntegers(const Stored<S>* src, Stored<D>* dst, int count,
+                                            bool& allFit) {
+        int32_T least = 0;
         uint32_T distances = 0;
         Unsigned<S> remainders = 0;
         TVTYPES_INDEPENDENT
         for (int i = 0; i < count; ++i) {
             const S x = src[i].value;
-            const int32_T whole = static_cast<int32_T>(x);
-            dst[i].value = static_cast<D>(whole);
-            distances |= Common<int32_T, D>::distance(whole);
-            remainders |= bitsOf(static_cast<S>(whole) - x);
+            const int32_T integer = integerOf(x);
+            least = integer < least ? integer : least;
+            dst[i].value = static_cast<D>(integer);
+            distances |= Common<int32_T, D>::distance(integer);
+            remainders |= bitsOf(static_cast<S>(integer) - x);
         }
+        allFit = least != noInteger;
         // A remainder of zero may have either sign.
         return distances <= Common<int32_T, D>::greatestDistance && remainders + remainders == 0;
     }

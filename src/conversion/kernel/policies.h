@@ -1,7 +1,7 @@
 /// \file
 /// What becomes of one value on its way from one type to another. Each policy has conv, for every
-/// value; those that round have convSmall too, for magnitudes below smallLimit. Both are without
-/// branches, so that a loop over them becomes vector code.
+/// value. Those that round do the same in two steps, too: integer(x), and narrowed(integer) where
+/// that is not noInteger. All are without branches, so that a loop over them becomes vector code.
 #pragma once
 
 #include "conversion/kernel/bounds.h"
@@ -41,14 +41,14 @@ struct Cast_Conv {
             *out = static_cast<D>(*in);
         }
     }
-    static int32_T small(S x) requires isFloat<S> { return Zero::small(x); }
+    static int32_T integer(S x) requires isFloat<S> { return Zero::integer(x); }
 };
 
 /// Rounds a value whose rounded form is in range.
 template <class S, class D, class Sense>
 struct RoundingConv {
     static void conv(const S* in, D* out) { *out = fromInRange<D>(Sense::whole(*in)); }
-    static int32_T small(S x) { return Sense::small(x); }
+    static int32_T integer(S x) { return Sense::integer(x); }
 };
 // clang-format off
 template <class S, class D> using Near_Conv       = RoundingConv<S, D, Near>;
@@ -72,7 +72,8 @@ struct WrappingConv {
         const S wrapped = finite < S(twoTo31) ? finite : S(-twoTo31);
         *out = static_cast<D>(static_cast<int32_T>(wrapped));
     }
-    static void convSmall(const S* in, D* out) { *out = static_cast<D>(Sense::small(*in)); }
+    static int32_T integer(S x) { return Sense::integer(x); }
+    static D narrowed(int32_T integer) { return static_cast<D>(integer); }
 };
 
 // Two's complement makes one policy of a signed destination and an unsigned one.
@@ -117,13 +118,11 @@ struct Sat_Conv {
             }
             *out = inner;
         } else {
-            *out = clamped(*in);
+            *out = narrowed(*in);
         }
     }
-    static void convSmall(const S* in, D* out) { *out = clamped(Inner::small(*in)); }
-
-  private:
-    static D clamped(int32_T x) {
+    static int32_T integer(S x) { return Inner::integer(x); }
+    static D narrowed(int32_T x) {
         constexpr int32_T lowest = Bound::lb;
         constexpr int32_T greatest =
             sizeof(D) < 4 ? static_cast<int32_T>(Bound::ub) : Int32Bound::ub;
