@@ -50,17 +50,13 @@ struct CastDiff {
         if constexpr (!isFloat<S> && !isFloat<D>) {
             return castIntegers(src, dst, count);
         } else if constexpr (!isFloat<S>) {
-            return castIntegers(src, dst, count) ||
-                   castAndCompare<Cast_Conv<S, D>>(src, dst, count);
+            return castIntegers(src, dst, count) || castAndCompare(src, dst, count);
         } else if constexpr (isFloat<D>) {
-            return castAndCompare<Cast_Conv<S, D>>(src, dst, count);
+            return castAndCompare(src, dst, count);
+        } else if constexpr (sizeof(D) == 4 && !isSigned<D>) {
+            return castByIntegers(src, dst, count) || castShifted(src, dst, count);
         } else {
-            bool allFit = true;
-            const bool kept = castByIntegers(src, dst, count, allFit);
-            // Where an int32_T is too short, only the types of its width hold anything.
-            return allFit || sizeof(D) < 4
-                       ? kept
-                       : castAndCompare<WrappingConv<S, D, Zero>>(src, dst, count);
+            return castByIntegers(src, dst, count);
         }
     }
 
@@ -76,34 +72,47 @@ struct CastDiff {
         return distances <= Common<S, D>::greatestDistance;
     }
 
-    TVTYPES_LOOP static bool castByIntegers(const Stored<S>* src, Stored<D>* dst, int count,
-                                            bool& allFit) {
-        int32_T least = 0;
+    // What has no integer differs from it, or is out of the range of a shorter D.
+    TVTYPES_LOOP static bool castByIntegers(const Stored<S>* src, Stored<D>* dst, int count) {
         uint32_T distances = 0;
         Unsigned<S> remainders = 0;
         TVTYPES_INDEPENDENT
         for (int i = 0; i < count; ++i) {
             const S x = src[i].value;
             const int32_T integer = integerOf(x);
-            least = integer < least ? integer : least;
             dst[i].value = static_cast<D>(integer);
             distances |= Common<int32_T, D>::distance(integer);
             remainders |= bitsOf(static_cast<S>(integer) - x);
         }
-        allFit = least != noInteger;
-        // A remainder of zero may have either sign.
-        return distances <= Common<int32_T, D>::greatestDistance && remainders + remainders == 0;
+        return distances <= Common<int32_T, D>::greatestDistance && isZero(remainders);
+    }
+
+    // All of uint32_T, which int32_T holds when it is moved down by half its range.
+    TVTYPES_LOOP static bool castShifted(const Stored<S>* src, Stored<D>* dst, int count) {
+        uint64_T remainders = 0;
+        TVTYPES_INDEPENDENT
+        for (int i = 0; i < count; ++i) {
+            const real_T x = src[i].value;
+            const int32_T integer = integerOf(x - twoTo31);
+            dst[i].value = static_cast<D>(static_cast<uint32_T>(integer) ^ 0x80000000U);
+            remainders |= bitsOf((static_cast<real_T>(integer) + twoTo31) - x);
+        }
+        return isZero(remainders);
+    }
+
+    // A remainder of zero may have either sign.
+    template <class Bits>
+    static bool isZero(Bits bits) {
+        return static_cast<Bits>(bits + bits) == 0;
     }
 
     // double holds the values of both sides.
-    template <class Policy>
     TVTYPES_LOOP static bool castAndCompare(const Stored<S>* src, Stored<D>* dst, int count) {
         uint64_T lost = 0;
         TVTYPES_INDEPENDENT
         for (int i = 0; i < count; ++i) {
             const S x = src[i].value;
-            D y;
-            Policy::conv(&x, &y);
+            const D y = static_cast<D>(x);
             dst[i].value = y;
             lost |= static_cast<real_T>(y) != static_cast<real_T>(x) ? 1U : 0U;
         }

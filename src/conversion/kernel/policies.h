@@ -12,16 +12,18 @@ namespace {
 inline constexpr double twoTo31 = 0x1p31;
 inline constexpr double twoTo32 = 0x1p32;
 
-/// The integer D of a value within its range; what is behind the point is dropped.
+/// The integer D of a whole value within its range.
 template <class D, class S>
-inline D fromInRange(S x) {
-    if constexpr (sizeof(D) == 4 && !isSigned<D>) {
-        // In two halves, since vectors convert to signed integers only.
-        const bool upper = x >= S(twoTo31);
-        const S rest = x - (upper ? S(twoTo31) : S(0));
-        return static_cast<uint32_T>(static_cast<int32_T>(rest)) + (upper ? 0x80000000U : 0U);
+inline D fromWhole(S whole) {
+    if constexpr (sizeof(D) < 4 || isSigned<D>) {
+        return static_cast<D>(integerOf(whole));
+    } else if constexpr (sizeof(S) == 8) {
+        // Vectors convert to signed integers only.
+        return static_cast<uint32_T>(integerOf(whole - twoTo31)) ^ 0x80000000U;
     } else {
-        return static_cast<D>(static_cast<int32_T>(x));
+        const bool isUpper = whole >= S(twoTo31);
+        const S rest = whole - (isUpper ? S(twoTo31) : S(0));
+        return static_cast<uint32_T>(integerOf(rest)) + (isUpper ? 0x80000000U : 0U);
     }
 }
 
@@ -36,7 +38,7 @@ template <class S, class D>
 struct Cast_Conv {
     static void conv(const S* in, D* out) {
         if constexpr (isFloat<S> && !isFloat<D>) {
-            *out = fromInRange<D>(*in);
+            *out = fromWhole<D>(Zero::whole(*in));
         } else {
             *out = static_cast<D>(*in);
         }
@@ -47,7 +49,7 @@ struct Cast_Conv {
 /// Rounds a value whose rounded form is in range.
 template <class S, class D, class Sense>
 struct RoundingConv {
-    static void conv(const S* in, D* out) { *out = fromInRange<D>(Sense::whole(*in)); }
+    static void conv(const S* in, D* out) { *out = fromWhole<D>(Sense::whole(*in)); }
     static int32_T integer(S x) { return Sense::integer(x); }
 };
 // clang-format off
@@ -67,10 +69,10 @@ struct WrappingConv {
         const S rounded = Sense::whole(*in);
         const S times = tiesToEven(rounded * S(1 / twoTo32));
         const S rest = rounded - times * S(twoTo32);
-        // From -2^31 to 2^31, or NaN. The upper end is the same as the lower one.
+        // From -2^31 to 2^31, or NaN. The upper end has no integer, and is the same as the lower
+        // one.
         const S finite = rest == rest ? rest : S(0);
-        const S wrapped = finite < S(twoTo31) ? finite : S(-twoTo31);
-        *out = static_cast<D>(static_cast<int32_T>(wrapped));
+        *out = static_cast<D>(integerOf(finite));
     }
     static int32_T integer(S x) { return Sense::integer(x); }
     static D narrowed(int32_T integer) { return static_cast<D>(integer); }
@@ -107,7 +109,8 @@ struct Sat_Conv {
         if constexpr (isFloat<S>) {
             constexpr S lowest = static_cast<S>(Bound::lb);
             constexpr S greatest = greatestWithin<S, D>;
-            const S number = *in == *in ? *in : S(0);
+            // Where the lowest value is 0, the comparison with it turns NaN into 0.
+            const S number = !isSigned<D> || *in == *in ? *in : S(0);
             const S raised = number > lowest ? number : lowest;
             const S within = raised < greatest ? raised : greatest;
             D inner;
