@@ -1,5 +1,6 @@
 #include "reference.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -15,55 +16,46 @@ constexpr int doubleId = 0;
 constexpr int singleId = 1;
 constexpr int booleanId = 8;
 
-struct Range {
+struct Type {
+    std::size_t size;
     double lowest;
     double greatest;
-    double count() const { return greatest - lowest + 1; }
+    double (*load)(const std::byte*);
+    void (*store)(double, std::byte*);
 };
 
-Range rangeOf(int id) {
-    switch (id) {
-    case 2:
-        return {-128, 127};
-    case 3:
-        return {0, 255};
-    case 4:
-        return {-32768, 32767};
-    case 5:
-        return {0, 65535};
-    case 6:
-        return {-2147483648.0, 2147483647};
-    case 7:
-        return {0, 4294967295};
-    case booleanId:
-        return {0, 255};
-    default:
-        return {-std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
-    }
+template <class T>
+constexpr Type typeOf() {
+    using Limits = std::numeric_limits<T>;
+    return {sizeof(T),
+            static_cast<double>(Limits::is_integer ? Limits::min() : -Limits::infinity()),
+            static_cast<double>(Limits::is_integer ? Limits::max() : Limits::infinity()),
+            [](const std::byte* at) {
+                T value;
+                std::memcpy(&value, at, sizeof value);
+                return static_cast<double>(value);
+            },
+            [](double value, std::byte* at) {
+                const T stored = static_cast<T>(value);
+                std::memcpy(at, &stored, sizeof stored);
+            }};
 }
 
-template <class T>
-double loadAs(const std::byte* at) {
-    T value;
-    std::memcpy(&value, at, sizeof value);
-    return static_cast<double>(value);
-}
-
-template <class T>
-void storeAs(double value, std::byte* at) {
-    const T stored = static_cast<T>(value);
-    std::memcpy(at, &stored, sizeof stored);
-}
+// By id; a boolean is a byte.
+const Type types[typeCount] = {
+    typeOf<double>(),       typeOf<float>(),         typeOf<std::int8_t>(),
+    typeOf<std::uint8_t>(), typeOf<std::int16_t>(),  typeOf<std::uint16_t>(),
+    typeOf<std::int32_t>(), typeOf<std::uint32_t>(), typeOf<std::uint8_t>()};
 
 bool hasRounding(int srcId, int dstId) {
     return isFloat(srcId) && !isFloat(dstId) && dstId != booleanId;
 }
 
+bool isOutside(double x, int id) { return x < types[id].lowest || x > types[id].greatest; }
+
 bool hasOverflow(int srcId, int dstId) {
-    const Range from = rangeOf(srcId);
-    const Range to = rangeOf(dstId);
     return !isFloat(dstId) && srcId != booleanId && dstId != booleanId &&
-           (from.lowest < to.lowest || from.greatest > to.greatest);
+           (isOutside(types[srcId].lowest, dstId) || isOutside(types[srcId].greatest, dstId));
 }
 
 double rounded(double x, int rounding) {
@@ -83,17 +75,16 @@ double rounded(double x, int rounding) {
     }
 }
 
-double wrapped(double x, Range range) {
-    const double rest = std::fmod(x, range.count());
-    return rest < range.lowest     ? rest + range.count()
-           : rest > range.greatest ? rest - range.count()
-                                   : rest;
+double wrapped(double x, const Type& type) {
+    const double count = type.greatest - type.lowest + 1;
+    const double rest = std::fmod(x, count);
+    return rest < type.lowest ? rest + count : rest > type.greatest ? rest - count : rest;
 }
 
 std::vector<double> makeValues(int id) {
     std::vector<double> values;
-    const Range own = rangeOf(id);
-    if (sizeOf(id) < 4) {
+    const Type& own = types[id];
+    if (own.size < 4) {
         for (double x = own.lowest; x <= own.greatest; ++x) {
             values.push_back(x);
         }
@@ -104,7 +95,7 @@ std::vector<double> makeValues(int id) {
         if (isFloat(id)) {
             values.push_back(held);
             values.push_back(-held);
-        } else if (held == std::trunc(held) && held >= own.lowest && held <= own.greatest) {
+        } else if (held == std::trunc(held) && !isOutside(held, id)) {
             values.push_back(held);
         }
     };
@@ -155,55 +146,16 @@ std::vector<double> makeValues(int id) {
 
 } // namespace
 
-std::size_t sizeOf(int id) {
-    constexpr std::size_t sizes[typeCount] = {8, 4, 1, 1, 2, 2, 4, 4, 1};
-    return sizes[id];
-}
+std::size_t sizeOf(int id) { return types[id].size; }
 
 bool isFloat(int id) { return id <= singleId; }
 
 double load(const std::byte* vector, std::size_t position, int id) {
-    const std::byte* at = vector + position * sizeOf(id);
-    switch (id) {
-    case doubleId:
-        return loadAs<double>(at);
-    case singleId:
-        return loadAs<float>(at);
-    case 2:
-        return loadAs<std::int8_t>(at);
-    case 4:
-        return loadAs<std::int16_t>(at);
-    case 5:
-        return loadAs<std::uint16_t>(at);
-    case 6:
-        return loadAs<std::int32_t>(at);
-    case 7:
-        return loadAs<std::uint32_t>(at);
-    default:
-        return loadAs<std::uint8_t>(at);
-    }
+    return types[id].load(vector + position * sizeOf(id));
 }
 
 void store(double value, std::byte* vector, std::size_t position, int id) {
-    std::byte* at = vector + position * sizeOf(id);
-    switch (id) {
-    case doubleId:
-        return storeAs<double>(value, at);
-    case singleId:
-        return storeAs<float>(value, at);
-    case 2:
-        return storeAs<std::int8_t>(value, at);
-    case 4:
-        return storeAs<std::int16_t>(value, at);
-    case 5:
-        return storeAs<std::uint16_t>(value, at);
-    case 6:
-        return storeAs<std::int32_t>(value, at);
-    case 7:
-        return storeAs<std::uint32_t>(value, at);
-    default:
-        return storeAs<std::uint8_t>(value, at);
-    }
+    types[id].store(value, vector + position * sizeOf(id));
 }
 
 std::vector<Conversion> allConversions() {
@@ -237,15 +189,19 @@ double convert(double x, const Conversion& c) {
     if (isFloat(c.dstId)) {
         return c.dstId == singleId ? static_cast<double>(static_cast<float>(x)) : x;
     }
-    const Range range = rangeOf(c.dstId);
+    const Type& type = types[c.dstId];
     if (std::isnan(x) || (std::isinf(x) && c.overflow == 0)) {
         return 0;
     }
     const double whole = rounded(x, c.rounding);
-    if (c.overflow == 0) {
-        return wrapped(whole, range);
+    return c.overflow == 0 ? wrapped(whole, type) : std::clamp(whole, type.lowest, type.greatest);
+}
+
+bool overflows(double x, const Conversion& c) {
+    if (c.dstId == singleId) {
+        return !std::isinf(x) && std::isinf(static_cast<float>(x));
     }
-    return whole < range.lowest ? range.lowest : whole > range.greatest ? range.greatest : whole;
+    return hasOverflow(c.srcId, c.dstId) && isOutside(rounded(x, c.rounding), c.dstId);
 }
 
 bool keeps(double x, const Conversion& c) { return !canLose(c) || convert(x, c) == x; }

@@ -26,10 +26,12 @@ struct Conversion {
 // Every pair in every mode that makes a difference to it.
 std::vector<Conversion> allConversions();
 
-// Whether the pair loses some values at all, what becomes of a value, and whether it is kept.
+// Whether the pair loses some values at all, what becomes of a value, whether it is kept, and
+// whether it, rounded, falls out of the range.
 bool canLose(const Conversion& c);
 double convert(double x, const Conversion& c);
 bool keeps(double x, const Conversion& c);
+bool overflows(double x, const Conversion& c);
 
 // All values of the types of 8 and 16 bits. Of the others those at and around the bounds of all
 // types, ties, values of every magnitude, and what is no number.

@@ -43,14 +43,14 @@ struct Cast_Conv {
             *out = static_cast<D>(*in);
         }
     }
-    static int32_T integer(S x) requires isFloat<S> { return Zero::integer(x); }
+    static int32_T integer(S x) requires isFloat<S> { return roundedInteger<Zero>(x); }
 };
 
 /// Rounds a value whose rounded form is in range.
 template <class S, class D, class Sense>
 struct RoundingConv {
     static void conv(const S* in, D* out) { *out = fromWhole<D>(Sense::whole(*in)); }
-    static int32_T integer(S x) { return Sense::integer(x); }
+    static int32_T integer(S x) { return roundedInteger<Sense>(x); }
 };
 // clang-format off
 template <class S, class D> using Near_Conv       = RoundingConv<S, D, Near>;
@@ -74,7 +74,7 @@ struct WrappingConv {
         const S finite = rest == rest ? rest : S(0);
         *out = static_cast<D>(integerOf(finite));
     }
-    static int32_T integer(S x) { return Sense::integer(x); }
+    static int32_T integer(S x) { return roundedInteger<Sense>(x); }
     static D narrowed(int32_T integer) { return static_cast<D>(integer); }
 };
 

@@ -1,11 +1,6 @@
 /// \file
-/// The senses of rounding. Each gives the rounded value in two forms:
-///
-/// - whole(x): still a floating-point value, for every x; NaN and infinities stay what they are.
-/// - integer(x): as an int32_T, in fewer steps; noInteger where x is not a number or not above the
-///   lowest int32_T, or its rounded form is not below 2^31.
-///
-/// There are no branches here, so that a loop over them becomes vector code.
+/// The senses of rounding. whole(x) is the rounded value, still of its type; NaN and infinities stay
+/// what they are. There are no branches here, so that a loop over them becomes vector code.
 #pragma once
 
 #include "conversion/kernel/elements.h"
@@ -30,7 +25,7 @@ inline real_T   almostHalf(real_T x)            { return __builtin_copysign(0x1.
 inline real32_T almostHalf(real32_T x)          { return __builtin_copysignf(0x1.fffffep-2F, x); }
 // clang-format on
 
-/// The integer of a whole value, or noInteger.
+/// The integer of a whole value, one of the two beside any other, or noInteger.
 template <class S>
 int32_T integerOf(S x) {
 #if defined(__x86_64__) && !defined(__clang__)
@@ -52,10 +47,6 @@ struct Zero {
     static S whole(S x) {
         return truncated(x);
     }
-    template <class S>
-    static int32_T integer(S x) {
-        return integerOf(truncated(x));
-    }
 };
 
 struct Floor {
@@ -63,20 +54,12 @@ struct Floor {
     static S whole(S x) {
         return floorOf(x);
     }
-    template <class S>
-    static int32_T integer(S x) {
-        return integerOf(floorOf(x));
-    }
 };
 
 struct Ceil {
     template <class S>
     static S whole(S x) {
         return ceilOf(x);
-    }
-    template <class S>
-    static int32_T integer(S x) {
-        return integerOf(ceilOf(x));
     }
 };
 
@@ -87,17 +70,6 @@ struct Near {
         const S below = floorOf(x);
         return below + (x - below >= S(0.5) ? S(1) : S(0));
     }
-    // A double's sum is exact below 2^31, but for the value next to one half, which it carries
-    // to 1.
-    template <class S>
-    static int32_T integer(S x) {
-        if constexpr (sizeof(S) == 8) {
-            const S carried = x == almostHalf(S(1)) ? S(1) : S(0);
-            return integerOf(floorOf(x + S(0.5)) - carried);
-        } else {
-            return integerOf(whole(x));
-        }
-    }
 };
 
 /// To nearest, ties away from zero.
@@ -105,10 +77,6 @@ struct Round {
     template <class S>
     static S whole(S x) {
         return truncated(x + almostHalf(x));
-    }
-    template <class S>
-    static int32_T integer(S x) {
-        return integerOf(whole(x));
     }
 };
 
@@ -118,10 +86,18 @@ struct Convergent {
     static S whole(S x) {
         return tiesToEven(x);
     }
-    template <class S>
-    static int32_T integer(S x) {
-        return integerOf(tiesToEven(x));
-    }
 };
+
+/// The rounded value as an integer, or noInteger.
+template <class Sense, class S>
+int32_T roundedInteger(S x) {
+    if constexpr (isSame<Sense, Near> && sizeof(S) == 8) {
+        // Below 2^31 the sum is exact, but for the value next to one half, which it carries to 1.
+        const S carried = x == almostHalf(S(1)) ? S(1) : S(0);
+        return integerOf(floorOf(x + S(0.5)) - carried);
+    } else {
+        return integerOf(Sense::whole(x));
+    }
+}
 
 } // namespace
