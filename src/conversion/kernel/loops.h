@@ -8,6 +8,12 @@
 
 namespace {
 
+/// Whether a policy leaves all bits as they are.
+template <class Policy, class S, class D>
+inline constexpr bool isCopy = isSame<Policy, NoConv<S, D>> ||
+                               (isSame<Policy, Cast_Conv<S, D>> && !isFloat<S> && !isFloat<D> &&
+                                sizeof(S) == sizeof(D));
+
 /// Converts as Policy says.
 template <class Policy, class S, class D>
 TVTYPES_LOOP void convert(const Stored<S>* src, Stored<D>* dst, Count count) {
@@ -28,6 +34,8 @@ TVTYPES_LOOP void convert(const Stored<S>* src, Stored<D>* dst, Count count) {
             dst += length;
             count -= static_cast<Count>(length);
         }
+    } else if constexpr (isCopy<Policy, S, D>) {
+        __builtin_memmove(dst, src, count * sizeof(D));
     } else {
         convertElements<Policy>(src, dst, count);
     }
