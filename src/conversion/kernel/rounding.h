@@ -1,6 +1,6 @@
 /// \file
-/// The senses of rounding. whole(x) is the rounded value, still of its type; NaN and infinities stay
-/// what they are. There are no branches here, so that a loop over them becomes vector code.
+/// The senses of rounding. whole(x) is the rounded value, still of its type; NaN and infinities
+/// stay what they are. There are no branches here, so that a loop over them becomes vector code.
 #pragma once
 
 #include "conversion/kernel/elements.h"
