@@ -57,8 +57,7 @@ TVTYPES_LOOP bool convertAndCheck(const Stored<S>* src, Stored<D>* dst, Count co
     return true;
 }
 
-/// Element by element, dst becomes the real parts of a complex source, or complex with imaginary
-/// parts of zero.
+/// The real parts of a complex source.
 template <class T>
 TVTYPES_LOOP void takeRealParts(const Stored<T>* src, Stored<T>* dst, Count count) {
     TVTYPES_INDEPENDENT
@@ -66,6 +65,8 @@ TVTYPES_LOOP void takeRealParts(const Stored<T>* src, Stored<T>* dst, Count coun
         dst[i].value = src[2 * i].value;
     }
 }
+
+/// A real source with imaginary parts of zero.
 template <class T>
 TVTYPES_LOOP void addImaginaryParts(const Stored<T>* src, Stored<T>* dst, Count count) {
     TVTYPES_INDEPENDENT
@@ -165,11 +166,11 @@ class tvConvBuiltinDTypeTpl {
     }
 
     static bool toReal(const Stored<S>* src, Stored<D>* dst, Count count, bool checkLoss) {
-        bool kept = true;
         if constexpr (isSame<Conv, NoConv<S, D>>) {
             takeRealParts(src, dst, count);
             return true;
         }
+        bool kept = true;
         Stored<S> block[blockLength];
         while (count > 0) {
             const Count length = count < blockLength ? count : blockLength;
