@@ -14,6 +14,7 @@ struct _tvDataTypeAccess_tag;
 struct oxArray_tag;
 class tvsvDiagnosticImpl;
 enum oxClassID : int;
+struct tvChecksumValue;
 
 namespace TVTypeSys {
 class DataTypeTable;
@@ -27,6 +28,23 @@ extern TVTYPES_API const char libtv_types_build_date[];
 
 /// How many types every table holds beside "auto": the nine built-in and the five predefined, 14.
 TVTYPES_API int DAGetNumTVDataTypes();
+
+/// \name Struct types by id; an alias stands for the type at the end of its chain
+/// Refused with TorvaneTypes::general::InvalidDataTypeId (id) for an id that the table does not
+/// have, and by the two of the checksum for one that is no struct.
+/// @{
+
+/// Whether the type is a struct that says of itself to be a bus: StructDataType::isBusType. False
+/// for -1, "auto".
+TVTYPES_API bool DtGetDataTypeIsBus(const TVTypeSys::DataTypeTable* table, int id);
+
+/// The checksum of a struct type, as it has been set.
+TVTYPES_API const tvChecksumValue&
+DtGetStructDataTypeChecksum(const TVTypeSys::DataTypeTable* table, int id);
+TVTYPES_API void DtSetStructDataTypeChecksum(TVTypeSys::DataTypeTable* table, int id,
+                                             const tvChecksumValue& value);
+
+/// @}
 
 /// \name Conversion between the built-in types
 /// Nothing here fails, allocates or keeps state: every input has a defined output, on every

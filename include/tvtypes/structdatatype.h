@@ -115,9 +115,9 @@ class TVTYPES_API StructDataType : public TVTypeSys::DataType {
     /// @}
 
     /// Compute the summary flags of this type and of all struct types within it, once: elements
-    /// that change afterwards change nothing. The elements' types stand in `table`; struct types
-    /// must not contain themselves. Refused with TorvaneTypes::general::InvalidDataTypeId (id) for
-    /// an element whose type is not there.
+    /// that change afterwards change nothing. The elements' types stand in `table`. A type that
+    /// contains itself is looked at once. Refused with TorvaneTypes::general::InvalidDataTypeId
+    /// (id) for an element whose type is not there.
     void createCacheForFrequentlyAccessedProperties(const TVTypeSys::DataTypeTable* table);
     SummaryFlags cacheForFrequentlyAccessedProperties(const TVTypeSys::DataTypeTable* table);
 

@@ -1,15 +1,36 @@
 // What a struct type contains somewhere, found once and remembered.
-#include <tvtypes/datatypetable.h>
+#include "structs/elements.h"
+
 #include <tvtypes/structdatatype.h>
 
-#include <algorithm>
+#include <unordered_set>
+#include <vector>
 
 namespace {
 
-bool isArray(const StructElement& element) {
-    return element.dimensions != nullptr &&
-           std::any_of(element.dimensions, element.dimensions + std::max(element.numDimensions, 0),
-                       [](int size) { return size != 1; });
+using Flags = StructDataType::SummaryFlags;
+
+/// A type whose flags are being computed, as far as its elements have been looked at.
+struct Visit {
+    StructDataType* type;
+    std::size_t next = 0;
+    Flags found;
+};
+
+/// What one element adds; `nested` is the type of an element that is a struct, else null.
+void add(const StructElement& element, const StructDataType* nested, Flags& found) {
+    const bool isVariable = element.dimensionsMode == 1;
+    found.hasFrameBasedElements |= element.samplingMode == 1;
+    found.hasVarDims |= isVariable;
+    if (nested == nullptr) {
+        found.hasComplexData |= element.signalType == 1;
+        return;
+    }
+    // The signal type of an element that is a struct itself says nothing.
+    found.hasFrameBasedElements |= nested->hasFrameBasedElements();
+    found.hasVarDims |= nested->hasVarDims();
+    found.hasAOB |= nested->hasAOB() || isVariable || !TVTypeSys::isScalar(element);
+    found.hasComplexData |= nested->hasComplexData();
 }
 
 } // namespace
@@ -21,34 +42,28 @@ void StructDataType::createCacheForFrequentlyAccessedProperties(
 
 StructDataType::SummaryFlags
 StructDataType::cacheForFrequentlyAccessedProperties(const TVTypeSys::DataTypeTable* table) {
-    if (propertiesCached_) {
-        return summaryFlags_;
+    std::unordered_set<const StructDataType*> begun{this};
+    std::vector<Visit> path;
+    if (!propertiesCached_) {
+        path.push_back({this, 0, {}});
     }
-    SummaryFlags found;
-    for (const StructElement* element : elements_) {
-        const bool isVariable = element->dimensionsMode == 1;
-        SummaryFlags here;
-        here.hasFrameBasedElements = element->samplingMode == 1;
-        here.hasVarDims = isVariable;
-        here.hasComplexData = element->signalType == 1;
-        TVTypeSys::DataType* type = element->dataTypeId == AUTO_DATA_TYPE_ID
-                                        ? nullptr
-                                        : table->getDataTypeAliasedThruTo(element->dataTypeId);
-        if (type != nullptr && type->getIsType(TVTypeSys::DataTypeQualifierStruct)) {
-            const SummaryFlags nested =
-                static_cast<StructDataType*>(type)->cacheForFrequentlyAccessedProperties(table);
-            here.hasFrameBasedElements |= nested.hasFrameBasedElements;
-            here.hasVarDims |= nested.hasVarDims;
-            here.hasAOB = isArray(*element) || isVariable || nested.hasAOB;
-            // The signal type of an element that is a struct itself says nothing.
-            here.hasComplexData = nested.hasComplexData;
+    while (!path.empty()) {
+        Visit& visit = path.back();
+        StructDataType& type = *visit.type;
+        if (visit.next == type.elements_.size()) {
+            type.summaryFlags_ = visit.found;
+            type.propertiesCached_ = true;
+            path.pop_back();
+            continue;
         }
-        found.hasFrameBasedElements |= here.hasFrameBasedElements;
-        found.hasVarDims |= here.hasVarDims;
-        found.hasAOB |= here.hasAOB;
-        found.hasComplexData |= here.hasComplexData;
+        const StructElement& element = *type.elements_[visit.next];
+        StructDataType* const nested = TVTypeSys::structAt(*table, element.dataTypeId);
+        if (nested != nullptr && !nested->propertiesCached_ && begun.insert(nested).second) {
+            path.push_back({nested, 0, {}});
+            continue;
+        }
+        add(element, nested, visit.found);
+        ++visit.next;
     }
-    summaryFlags_ = found;
-    propertiesCached_ = true;
     return summaryFlags_;
 }

@@ -1,4 +1,7 @@
+#include "support/refusal.h"
+
 #include <tvtypes/datatypetable.h>
+#include <tvtypes/functions.h>
 #include <tvtypes/structdatatype.h>
 
 #include <fndut/alloc.h>
@@ -29,6 +32,16 @@ TEST(StructDataType, IsRegisteredAndFilled) {
     EXPECT_EQ((std::vector<int>{0, -1, 0}), type->dependsOn());
     type->setNumElements(-1);
     EXPECT_EQ(0, type->getNumElements());
+}
+
+TEST(StructDataType, KeepsAChecksumThatAnAliasReaches) {
+    TVTypeSys::DataTypeTable table;
+    const int id = table.registerStructDataType("Wheel", DataTypeSourceUnchecked, nullptr);
+    const int alias = table.registerAliasDataType("Tyre", DataTypeSourceUnchecked, id, nullptr);
+    EXPECT_EQ(0U, DtGetStructDataTypeChecksum(&table, id).words[3]);
+    DtSetStructDataTypeChecksum(&table, alias, {{1, 2, 3, 4}});
+    EXPECT_EQ(4U, DtGetStructDataTypeChecksum(&table, id).words[3]);
+    EXPECT_REFUSED("InvalidDataTypeId(0)", DtGetStructDataTypeChecksum(&table, 0));
 }
 
 TEST(StructElement, TellsWhetherItsLimitsAreSpecified) {

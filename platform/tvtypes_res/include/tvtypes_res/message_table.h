@@ -56,6 +56,8 @@
     ROW(general, DataTypeGreaterThanFcnUnknownError,         void(Text)) \
     ROW(general, DataTypeGreaterEqualFcnDoesNotExist,        void(Text)) \
     ROW(general, DataTypeGreaterEqualFcnUnknownError,        void(Text)) \
+    /* Views of a struct type. Text: its name. */ \
+    ROW(general, InvalidStructIndex,                         void(Text, Number)) \
     /* Functions of the host. Text: the function's name, then the reason. */ \
     ROW(general, HostFunctionDoesNotExist,                   void(Text)) \
     ROW(general, HostFunctionFailed,                         void(Text, Text)) \
