@@ -1,6 +1,7 @@
 // Compiled as C++17, to show that a client can.
 #include <tvtypes/datatype.h>
 #include <tvtypes/datatypetable.h>
+#include <tvtypes/elementaccess.h>
 #include <tvtypes/fixedpoint.h>
 #include <tvtypes/functions.h>
 #include <tvtypes/structdatatype.h>

@@ -1,5 +1,6 @@
 /// \file
-/// Struct (bus) types and their elements.
+/// Struct (bus) types and their elements. What lies inside is read through the views of
+/// elementaccess.h.
 #pragma once
 
 #include <tvtypes/datatype.h>
@@ -13,7 +14,8 @@
 
 namespace TVTypeSys {
 class DataTypeTable;
-}
+struct ViewMemory;
+} // namespace TVTypeSys
 
 /// A checksum of four words.
 struct tvChecksumValue {
@@ -62,8 +64,26 @@ class TVTYPES_API StructElement {
     double max = std::numeric_limits<double>::infinity();
 };
 
+/// What the views remember of one node of the depth-first numbering.
+struct TVTYPES_API DFSElementCache {
+    DFSElementCache() = default;
+    ~DFSElementCache();
+    DFSElementCache(const DFSElementCache&) = delete;
+    DFSElementCache& operator=(const DFSElementCache&) = delete;
+
+    StructElement* element = nullptr; ///< null until it has been asked for
+    bool ownsElement = false;         ///< made for this node; its dimensions are only borrowed
+    int offset = -1;                  ///< -1 until it has been asked for
+    int varDimsOffset = -1;           ///< the same
+};
+
 /// A type whose values are sequences of named elements. It remembers what its maker lays out:
-/// elements, offsets and counts are filled in by the client.
+/// elements, offsets and counts are filled in by the client, and then read through views.
+///
+/// What the views have read they remember here, each node once, so reading writes to the type.
+/// An element or offset that changes afterwards may leave old answers; where the nodes lie is
+/// found anew after a call of setNumElements or of a setter of the three counts. A struct type
+/// within this one must not be replaced in its table while this one is read.
 class TVTYPES_API StructDataType : public TVTypeSys::DataType {
   public:
     StructDataType(int id, const std::string& name, DataTypeSource source);
@@ -77,6 +97,13 @@ class TVTYPES_API StructDataType : public TVTypeSys::DataType {
     virtual void setNumElements(int count);
 
     /// \name How many nodes the other numberings have, as the client lays them out
+    /// The views trust these counts.
+    ///
+    /// - Depth-first: the struct itself, 1, and for each element: 1 if it is no struct, the count
+    ///   of its type if it is a single one, 1 more than the counts of all for an array of structs.
+    /// - Flat: the depth-first nodes that are no structs.
+    /// - Raw: for each element its width, times the count of its type if that is a struct, times 2
+    ///   if it is no struct and complex.
     /// @{
     virtual int getNumFlatElements() const;
     virtual void setNumFlatElements(int count);
@@ -88,11 +115,23 @@ class TVTYPES_API StructDataType : public TVTypeSys::DataType {
 
     virtual const std::vector<StructElement*>& getElements() const;
 
+    /// The depth-first index of a flat one, by the table that a flat view or the client has set;
+    /// an index past the table means a further instance of the struct. Refused with
+    /// TorvaneTypes::general::InvalidStructIndex (name, index) if no instance has it.
+    virtual int getDFSIdxFromFlatIdx(int flatIdx) const;
+    /// Sets the depth-first indices of one instance's flat ones.
+    virtual void setDFSIdxFromFlatIdx(const std::vector<int>& table);
+
     virtual const tvChecksumValue& getDtChecksumValue() const;
     virtual void setDtChecksumValue(const tvChecksumValue& value);
 
     /// False; for a derived class to answer.
     virtual bool isBusType() const;
+
+    bool isFlatElementCacheEmpty() const { return dfsIdxFromFlatIdx_.empty(); }
+
+    /// What is remembered of a node, made if there is nothing yet. Good for the life of the type.
+    DFSElementCache* getCachedElement(int dfsIdx);
 
     /// Whether padding is written into generated code; false until it is set.
     bool emitPaddingInCode() const { return emitPadding_ == 1; }
@@ -122,9 +161,13 @@ class TVTYPES_API StructDataType : public TVTypeSys::DataType {
     SummaryFlags cacheForFrequentlyAccessedProperties(const TVTypeSys::DataTypeTable* table);
 
   private:
+    friend struct TVTypeSys::ViewMemory;
+    void forgetPositions();
+
     int numFlatElements_ = 0;
     int numRawElements_ = 0;
     int numDFSElements_ = 0;
+    std::vector<int> dfsIdxFromFlatIdx_;
     std::vector<StructElement*> elements_;
     // Keeps every element that was handed out, also those that setNumElements has replaced.
     std::vector<std::unique_ptr<StructElement>> ownedElements_;
@@ -132,4 +175,5 @@ class TVTYPES_API StructDataType : public TVTypeSys::DataType {
     int emitPadding_ = -1;
     bool propertiesCached_ = false;
     SummaryFlags summaryFlags_;
+    std::unique_ptr<TVTypeSys::ViewMemory> viewMemory_; ///< null until a view has read
 };

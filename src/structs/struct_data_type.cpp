@@ -1,3 +1,6 @@
+#include "structs/elements.h"
+#include "structs/view_memory.h"
+
 #include <tvtypes/structdatatype.h>
 
 StructDataType::StructDataType(int id, const std::string& name, DataTypeSource source)
@@ -19,6 +22,7 @@ std::vector<int> StructDataType::dependsOn() const {
 int StructDataType::getNumElements() const { return static_cast<int>(elements_.size()); }
 
 void StructDataType::setNumElements(int count) {
+    forgetPositions();
     elements_.clear();
     for (int i = 0; i < count; ++i) {
         ownedElements_.push_back(std::make_unique<StructElement>());
@@ -29,14 +33,54 @@ void StructDataType::setNumElements(int count) {
 const std::vector<StructElement*>& StructDataType::getElements() const { return elements_; }
 
 int StructDataType::getNumFlatElements() const { return numFlatElements_; }
-void StructDataType::setNumFlatElements(int count) { numFlatElements_ = count; }
+void StructDataType::setNumFlatElements(int count) {
+    forgetPositions();
+    numFlatElements_ = count;
+}
+
 int StructDataType::getNumRawElements() const { return numRawElements_; }
-void StructDataType::setNumRawElements(int count) { numRawElements_ = count; }
+void StructDataType::setNumRawElements(int count) {
+    forgetPositions();
+    numRawElements_ = count;
+}
+
 int StructDataType::getNumDFSElements() const { return numDFSElements_; }
-void StructDataType::setNumDFSElements(int count) { numDFSElements_ = count; }
+void StructDataType::setNumDFSElements(int count) {
+    forgetPositions();
+    numDFSElements_ = count;
+}
+
+int StructDataType::getDFSIdxFromFlatIdx(int flatIdx) const {
+    const std::size_t tableSize = dfsIdxFromFlatIdx_.size();
+    if (flatIdx >= 0 && static_cast<std::size_t>(flatIdx) < tableSize) {
+        return dfsIdxFromFlatIdx_[static_cast<std::size_t>(flatIdx)];
+    }
+    if (flatIdx < 0 || numFlatElements_ < 1 ||
+        static_cast<std::size_t>(flatIdx % numFlatElements_) >= tableSize) {
+        TVTypeSys::refuseIndex(*this, flatIdx);
+    }
+    const long long nodesAhead =
+        static_cast<long long>(flatIdx / numFlatElements_) * numDFSElements_;
+    return TVTypeSys::wrapped(
+        nodesAhead + dfsIdxFromFlatIdx_[static_cast<std::size_t>(flatIdx % numFlatElements_)]);
+}
+
+void StructDataType::setDFSIdxFromFlatIdx(const std::vector<int>& table) {
+    dfsIdxFromFlatIdx_ = table;
+}
 
 const tvChecksumValue& StructDataType::getDtChecksumValue() const { return checksum_; }
 
 void StructDataType::setDtChecksumValue(const tvChecksumValue& value) { checksum_ = value; }
 
 bool StructDataType::isBusType() const { return false; }
+
+DFSElementCache* StructDataType::getCachedElement(int dfsIdx) {
+    return &TVTypeSys::ViewMemory::of(*this).nodes[dfsIdx];
+}
+
+void StructDataType::forgetPositions() {
+    if (viewMemory_ != nullptr) {
+        viewMemory_->forgetPositions();
+    }
+}

@@ -34,6 +34,21 @@ TEST(StructDataType, IsRegisteredAndFilled) {
     EXPECT_EQ(0, type->getNumElements());
 }
 
+TEST(StructDataType, FindsTheNodesOfLeavesInFurtherInstances) {
+    StructDataType type(20, "Pair", static_cast<DataTypeSource>(2));
+    EXPECT_REFUSED("InvalidStructIndex(Pair, 0)", type.getDFSIdxFromFlatIdx(0));
+    type.setNumFlatElements(2);
+    type.setNumDFSElements(4);
+    type.setDFSIdxFromFlatIdx({1, 3});
+    const int nodes[] = {1, 3, 5, 7, 9};
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ(nodes[i], type.getDFSIdxFromFlatIdx(i));
+    }
+    EXPECT_REFUSED("InvalidStructIndex(Pair, -1)", type.getDFSIdxFromFlatIdx(-1));
+    type.setNumFlatElements(3);
+    EXPECT_REFUSED("InvalidStructIndex(Pair, 2)", type.getDFSIdxFromFlatIdx(2));
+}
+
 TEST(StructDataType, KeepsAChecksumThatAnAliasReaches) {
     TVTypeSys::DataTypeTable table;
     const int id = table.registerStructDataType("Wheel", DataTypeSourceUnchecked, nullptr);

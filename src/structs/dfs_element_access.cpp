@@ -1,0 +1,264 @@
+#include "structs/elements.h"
+#include "structs/walk.h"
+
+#include <tvtypes/datatypetable.h>
+#include <tvtypes/elementaccess.h>
+
+#include <memory>
+
+namespace TVTypeSys {
+
+namespace {
+
+// Of a node that is a struct. Clients get a pointer through which they could write.
+int singleDimension[] = {1};
+
+/// A further instance of the whole struct, and an index within it.
+struct Instance {
+    int number;
+    int index;
+};
+
+Instance instanceOf(const StructDataType& type, int dfsIdx) {
+    const int count = type.getNumDFSElements();
+    if (dfsIdx == 0 || (dfsIdx > 0 && dfsIdx < count)) {
+        return {0, dfsIdx};
+    }
+    if (dfsIdx < 0 || count < 1) {
+        refuseIndex(type, dfsIdx);
+    }
+    return {dfsIdx / count, dfsIdx % count};
+}
+
+Place placeOf(const DataTypeTable& table, const Outermost& outermost, int dfsIdx) {
+    return locate(table, outermost, &ViewMemory::depthFirst, dfsIdx);
+}
+
+void keepMade(std::unique_ptr<StructElement> element, DFSElementCache& node) {
+    element->setNumDimensions(1);
+    element->setDimensions(singleDimension);
+    element->setSignalType(0);
+    element->setSamplingMode(0);
+    element->setDimensionsMode(0);
+    node.element = element.release();
+    node.ownsElement = true;
+}
+
+/// Of a struct that is the outermost one of a view.
+StructElement& rootElement(const Outermost& outermost) {
+    DFSElementCache& node = *outermost.type.getCachedElement(0);
+    if (node.element == nullptr) {
+        auto element = std::make_unique<StructElement>();
+        element->setDataTypeId(outermost.typeId);
+        element->setUnitId(0);
+        keepMade(std::move(element), node);
+    }
+    return *node.element;
+}
+
+/// Of a struct inside another: the root element of its type, under the name that it has there. It
+/// belongs to the struct that it is an element of, where every view finds the same one.
+StructElement& nestedElement(const DataTypeTable& table, const Outermost& outermost,
+                             const Place& place) {
+    const Nesting& nesting = *place.within;
+    const Nesting& parent = *nesting.parent;
+    StructDataType& parentType =
+        parent.parent == nullptr ? outermost.type : structOf(table, parent.typeId);
+    DFSElementCache& node = *parentType.getCachedElement(nesting.start - parent.start);
+    if (node.element == nullptr) {
+        const StructElement& root = rootElement({*place.type, nesting.typeId});
+        auto element = std::make_unique<StructElement>();
+        element->setName(elementAt(parentType, nesting.element).name.c_str());
+        element->setDataTypeId(root.dataTypeId);
+        element->setUnitId(root.unitId);
+        element->setMin(root.min);
+        element->setMax(root.max);
+        keepMade(std::move(element), node);
+    }
+    return *node.element;
+}
+
+StructElement& elementOf(const DataTypeTable& table, const Outermost& outermost, int dfsIdx) {
+    const Instance instance = instanceOf(outermost.type, dfsIdx);
+    DFSElementCache& node = *outermost.type.getCachedElement(dfsIdx);
+    if (node.element != nullptr) {
+        return *node.element;
+    }
+    StructElement* element = nullptr;
+    if (instance.number > 0) {
+        element = &elementOf(table, outermost, instance.index);
+    } else if (dfsIdx == 0) {
+        element = &rootElement(outermost);
+    } else {
+        const Place place = placeOf(table, outermost, dfsIdx);
+        element = place.element < 0 ? &nestedElement(table, outermost, place)
+                                    : &elementAt(*place.type, place.element);
+    }
+    node.element = element;
+    return *element;
+}
+
+int offsetOfNode(const DataTypeTable& table, const Outermost& outermost, const OffsetKind& kind,
+                 int dfsIdx) {
+    const Instance instance = instanceOf(outermost.type, dfsIdx);
+    DFSElementCache& node = *outermost.type.getCachedElement(dfsIdx);
+    if (node.*kind.ofNode != -1) {
+        return node.*kind.ofNode;
+    }
+    long long offset = bytesAhead(table, kind, outermost.typeId, instance.number);
+    if (instance.number > 0) {
+        offset += offsetOfNode(table, outermost, kind, instance.index);
+    } else {
+        const Place place = placeOf(table, outermost, dfsIdx);
+        offset += offsetOf(table, outermost.type, kind, *place.within);
+        if (place.element >= 0) {
+            offset += elementAt(*place.type, place.element).*kind.ofElement;
+        }
+    }
+    node.*kind.ofNode = wrapped(offset);
+    return node.*kind.ofNode;
+}
+
+/// One level down, as computeDataTypeIdAndIndex tells it.
+struct LevelStep {
+    int immediateIdx;
+    int copyIdx;
+    int dataTypeId;
+    int subIdx;
+};
+
+LevelStep stepInto(const DataTypeTable& table, const Outermost& outermost, int dfsIdx) {
+    const Instance instance = instanceOf(outermost.type, dfsIdx);
+    if (dfsIdx == 0) {
+        return {-1, 0, outermost.typeId, -1};
+    }
+    if (instance.number > 0) {
+        return {-1, instance.number, outermost.typeId, dfsIdx - instance.index};
+    }
+    const Step step =
+        ViewMemory::of(outermost.type).depthFirst.starts.stepTo(table, outermost.type, dfsIdx);
+    if (step.copy) {
+        return {step.element, *step.copy, step.typeId, step.start};
+    }
+    const bool isHeader = structAt(table, step.typeId) != nullptr;
+    return {step.element, isHeader ? -1 : 0, step.typeId, isHeader ? -1 : step.start};
+}
+
+} // namespace
+
+DFSElementAccess::DFSElementAccess(const DataTypeTable* table, int dataTypeId)
+    : StructElementAccess(table, dataTypeId) {}
+
+StructElement* DFSElementAccess::getStructElement(int dfsIdx) {
+    return &elementOf(table(), {structOf(table(), dataTypeId()), dataTypeId()}, dfsIdx);
+}
+
+int DFSElementAccess::getNumElements() {
+    return structOf(table(), dataTypeId()).getNumDFSElements();
+}
+
+const char* DFSElementAccess::getName(int index) { return getStructElement(index)->name.c_str(); }
+int DFSElementAccess::getDataTypeId(int index) { return getStructElement(index)->dataTypeId; }
+int DFSElementAccess::getUnitId(int index) { return getStructElement(index)->unitId; }
+int DFSElementAccess::getNumDimensions(int index) { return getStructElement(index)->numDimensions; }
+int* DFSElementAccess::getDimensions(int index) { return getStructElement(index)->dimensions; }
+int DFSElementAccess::getWidth(int index) { return widthOf(*getStructElement(index)); }
+int DFSElementAccess::getSignalType(int index) { return getStructElement(index)->signalType; }
+int DFSElementAccess::getSamplingMode(int index) { return getStructElement(index)->samplingMode; }
+int DFSElementAccess::getDimensionsMode(int index) {
+    return getStructElement(index)->dimensionsMode;
+}
+double DFSElementAccess::getMin(int index) { return getStructElement(index)->min; }
+double DFSElementAccess::getMax(int index) { return getStructElement(index)->max; }
+bool DFSElementAccess::isIdxValid(int /*index*/) { return true; }
+
+int DFSElementAccess::getOffset(int index) {
+    return offsetOfNode(table(), {structOf(table(), dataTypeId()), dataTypeId()}, byteOffset,
+                        index);
+}
+
+int DFSElementAccess::getVarDimsOffset(int index) {
+    return offsetOfNode(table(), {structOf(table(), dataTypeId()), dataTypeId()}, varDimsOffset,
+                        index);
+}
+
+void DFSElementAccess::computeDataTypeIdAndIndex(int dfsIdx, int* immediateIdx, int* copyIdx,
+                                                 int* dataTypeId, int* subIdx) {
+    const int ownId = this->dataTypeId();
+    const LevelStep step = stepInto(table(), {structOf(table(), ownId), ownId}, dfsIdx);
+    *immediateIdx = step.immediateIdx;
+    *copyIdx = step.copyIdx;
+    *dataTypeId = step.dataTypeId;
+    *subIdx = step.subIdx;
+}
+
+void DFSElementAccess::getImmediateParentDTypeIdAndOffset(int dfsIdx, int& parentDataTypeId,
+                                                          int& elementIdx) {
+    const Outermost outermost{structOf(table(), dataTypeId()), dataTypeId()};
+    const Place place = placeOf(table(), outermost, instanceOf(outermost.type, dfsIdx).index);
+    const Nesting* const parent = place.element < 0 ? place.within->parent : place.within;
+    if (parent == nullptr) {
+        parentDataTypeId = INVALID_DATA_TYPE_ID;
+        elementIdx = -1;
+        return;
+    }
+    parentDataTypeId = parent->parent == nullptr ? dataTypeId() : parent->typeId;
+    elementIdx = place.element < 0 ? place.within->element : place.element;
+}
+
+void DFSElementAccess::getFullPath(int dfsIdx, bool includeRoot,
+                                   std::vector<std::pair<std::string, int>>& path) {
+    std::vector<std::pair<std::string, int>> found;
+    if (includeRoot && dfsIdx < getNumElements()) {
+        found.emplace_back("", 0);
+    }
+    int typeId = dataTypeId();
+    int index = dfsIdx;
+    while (true) {
+        const Outermost level{structOf(table(), typeId), typeId};
+        const LevelStep step = stepInto(table(), level, index);
+        const bool isStruct = structAt(table(), step.dataTypeId) != nullptr;
+        std::string name;
+        int copy = isStruct ? step.copyIdx : -1;
+        if (step.immediateIdx >= 0) {
+            const StructElement& element = elementAt(level.type, step.immediateIdx);
+            name = element.name;
+            copy = widthOf(element) == 1 ? -1 : copy;
+        }
+        // The struct itself is named by its element, one level up.
+        const bool isBottom = step.subIdx < 0;
+        if (!isBottom || !name.empty()) {
+            found.emplace_back(std::move(name), copy);
+        }
+        if (isBottom || !isStruct) {
+            break;
+        }
+        typeId = step.dataTypeId;
+        index -= step.subIdx;
+    }
+    path.insert(path.end(), found.begin(), found.end());
+}
+
+int DFSElementAccess::getRawElementIdx(int dfsIdx) {
+    if (dfsIdx < 1) {
+        return 0;
+    }
+    const Outermost outermost{structOf(table(), dataTypeId()), dataTypeId()};
+    const Instance instance = instanceOf(outermost.type, dfsIdx);
+    std::vector<unsigned>& ahead = ViewMemory::of(outermost.type).scalarsAhead;
+    // All of one instance lies ahead of a further one.
+    const int needed = instance.number > 0 ? outermost.type.getNumDFSElements() : instance.index;
+    for (auto node = static_cast<int>(ahead.size()) - 1; node < needed; ++node) {
+        const Place place = placeOf(table(), outermost, node);
+        const bool isLeaf = place.element >= 0 && structAt(table(), place.typeId) == nullptr;
+        const int scalars = isLeaf ? complexWidthOf(elementAt(*place.type, place.element)) : 0;
+        ahead.push_back(ahead.back() + static_cast<unsigned>(scalars));
+    }
+    const unsigned ofInstances =
+        static_cast<unsigned>(instance.number) * ahead[static_cast<std::size_t>(needed)];
+    return static_cast<int>(instance.number > 0
+                                ? ofInstances + ahead[static_cast<std::size_t>(instance.index)]
+                                : ahead[static_cast<std::size_t>(needed)]);
+}
+
+} // namespace TVTypeSys

@@ -1,0 +1,75 @@
+#include "structs/numbering.h"
+
+#include "structs/elements.h"
+
+#include <algorithm>
+
+namespace TVTypeSys {
+
+namespace {
+
+constexpr std::int64_t beyondAnyIndex = std::int64_t{1} << 40;
+
+ElementSpan depthFirstSpan(const DataTypeTable& table, const StructElement& element) {
+    const StructDataType* const type = structAt(table, element.dataTypeId);
+    if (type == nullptr) {
+        return {1, 0, 0};
+    }
+    const int width = widthOf(element);
+    return {width == 1 ? 0 : 1, std::max(width, 0), std::max(type->getNumDFSElements(), 0)};
+}
+
+ElementSpan rawSpan(const DataTypeTable& table, const StructElement& element) {
+    const StructDataType* const type = structAt(table, element.dataTypeId);
+    if (type == nullptr) {
+        return {std::max(complexWidthOf(element), 0), 0, 0};
+    }
+    return {0, std::max(widthOf(element), 0), std::max(type->getNumRawElements(), 0)};
+}
+
+} // namespace
+
+constinit const Numbering depthFirstNumbering{1, depthFirstSpan};
+constinit const Numbering rawNumbering{0, rawSpan};
+
+Step ElementStarts::stepTo(const DataTypeTable& table, const StructDataType& type, int index) {
+    const std::size_t count = type.getElements().size();
+    while (starts_.back() <= index && starts_.size() <= count) {
+        addNext(table, type);
+    }
+    const auto end = std::ranges::upper_bound(starts_, index);
+    if (end == starts_.begin() || end == starts_.end()) {
+        refuseIndex(type, index);
+    }
+    const auto element = static_cast<int>(end - starts_.begin()) - 1;
+    const StructElement& found = elementAt(type, element);
+    const ElementSpan span = numbering_.spanOf(table, found);
+    const auto start = static_cast<int>(*(end - 1));
+    const std::int64_t behindOwn = index - start - span.own;
+    if (behindOwn < 0 || span.copySize == 0) {
+        return {element, std::nullopt, found.dataTypeId, start, 0};
+    }
+    const std::int64_t copy = behindOwn / span.copySize;
+    return {element, static_cast<int>(copy), found.dataTypeId,
+            static_cast<int>(start + span.own + copy * span.copySize), span.copySize};
+}
+
+std::int64_t ElementStarts::startOf(const DataTypeTable& table, const StructDataType& type,
+                                    int element) {
+    if (element < 0 || static_cast<std::size_t>(element) > type.getElements().size()) {
+        refuseIndex(type, element);
+    }
+    while (starts_.size() <= static_cast<std::size_t>(element)) {
+        addNext(table, type);
+    }
+    return starts_[static_cast<std::size_t>(element)];
+}
+
+void ElementStarts::addNext(const DataTypeTable& table, const StructDataType& type) {
+    const StructElement& element = *type.getElements()[starts_.size() - 1];
+    const ElementSpan span = numbering_.spanOf(table, element);
+    const std::int64_t size = span.own + span.copies * span.copySize;
+    starts_.push_back(std::min(starts_.back() + size, beyondAnyIndex));
+}
+
+} // namespace TVTypeSys

@@ -1,0 +1,210 @@
+// The views of random struct types beside the tree of what lies inside, made node by node; and of
+// struct types so deep or wide that a walk with recursion or from the start would not end.
+#include "structs/struct_fixture.h"
+
+#include <tvtypes/elementaccess.h>
+
+#include <algorithm>
+#include <numeric>
+#include <random>
+
+namespace TVTypeSys {
+namespace {
+
+using Path = std::vector<std::pair<std::string, int>>;
+
+struct Node {
+    const StructElement* element; // null for a struct or a copy of one
+    std::string name;
+    int typeId, parentId, position;
+    int offset, varDimsOffset;
+    Path path;
+    int scalarsAhead;
+    bool isLeaf;
+};
+
+struct Scalar {
+    int typeId, unitId, offset;
+};
+
+class RandomViewsTest : public StructTest {
+  protected:
+    int among(int first, int last) { return std::uniform_int_distribution(first, last)(random); }
+
+    // Up to six struct types, of each other and of types with sizes.
+    int addStructs() {
+        const int aliasOfInt8 =
+            table.registerAliasDataType("Alias", DataTypeSourceUnchecked, 2, nullptr);
+        std::vector<int> structs;
+        for (int i = among(0, 5); i >= 0; --i) {
+            StructDataType& type = addStruct("S" + std::to_string(i), among(0, 4));
+            for (int k = 0; k < type.getNumElements(); ++k) {
+                const bool isStruct = !structs.empty() && among(0, 1) == 1;
+                const int plain[] = {0, 1, 5, 8, -1, aliasOfInt8};
+                std::vector<int> dimensions(static_cast<std::size_t>(among(0, 2)));
+                std::ranges::generate(dimensions, [this] { return among(1, among(1, 3)); });
+                StructElement& element =
+                    fill(type, k, "e" + std::to_string(k),
+                         isStruct ? structs[static_cast<std::size_t>(
+                                        among(0, static_cast<int>(structs.size()) - 1))]
+                                  : plain[among(0, 5)],
+                         dimensions, among(0, 1) == 1);
+                element.setOffset(among(-1, 99));
+                element.setVarDimsOffset(among(-1, 99));
+                element.setUnitId(among(0, 9));
+            }
+            type.setSize(among(0, 99));
+            count(type);
+            structs.push_back(type.getId());
+        }
+        return structs.back();
+    }
+
+    int sizeAt(int typeId) {
+        return table.getDataTypeAt(static_cast<std::size_t>(typeId + 1))->getSize();
+    }
+
+    // Adds the nodes of a struct, of which `self` is the first, and its scalars.
+    void grow(Node self) {
+        const StructDataType& type = structAt(self.typeId);
+        self.scalarsAhead = static_cast<int>(scalars.size());
+        nodes.push_back(self);
+        for (int i = 0; i < type.getNumElements(); ++i) {
+            const StructElement& element = *type.getElements()[static_cast<std::size_t>(i)];
+            const int width =
+                widthOf({element.dimensions, element.dimensions + element.numDimensions});
+            Node node{&element,
+                      element.name,
+                      element.dataTypeId,
+                      self.typeId,
+                      i,
+                      self.offset + element.offset,
+                      self.varDimsOffset + element.varDimsOffset,
+                      self.path,
+                      static_cast<int>(scalars.size()),
+                      false};
+            node.path.emplace_back(element.name, -1);
+            if (node.typeId >= 0 &&
+                table.getDataTypeAliasedThruTo(node.typeId)->getIsType(DataTypeQualifierStruct)) {
+                if (width > 1) {
+                    nodes.push_back(node);
+                }
+                node.element = nullptr;
+                for (int copy = 0; copy < width; ++copy) {
+                    node.path.back().second = width > 1 ? copy : -1;
+                    grow(node);
+                    node.offset += sizeAt(node.typeId);
+                }
+                continue;
+            }
+            node.isLeaf = true;
+            nodes.push_back(node);
+            for (int k = 0; k < width * (element.signalType == 1 ? 2 : 1); ++k) {
+                scalars.push_back(
+                    {node.typeId, element.unitId, node.offset + k * sizeAt(node.typeId)});
+            }
+        }
+    }
+
+    std::mt19937 random{20};
+    std::vector<Node> nodes;
+    std::vector<Scalar> scalars;
+};
+
+} // namespace
+
+TEST_F(RandomViewsTest, AgreeWithTheTreeOfNodes) {
+    for (int round = 0; round < 300; ++round) {
+        table.resetToBuiltin();
+        nodes.clear();
+        scalars.clear();
+        const int id = addStructs();
+        grow({nullptr, "", id, INVALID_DATA_TYPE_ID, -1, 0, 0, {{"", 0}}, 0, false});
+        DFSElementAccess view(&table, id);
+        FlatElementAccess flat(&table, id);
+        RawElementAccess raw(&table, id);
+        const int count = static_cast<int>(nodes.size());
+        ASSERT_EQ(count, view.getNumElements());
+        ASSERT_EQ(scalars.size(), static_cast<std::size_t>(raw.getNumElements()));
+
+        // Two instances of the struct, in no order.
+        std::vector<int> indices(2 * nodes.size());
+        std::iota(indices.begin(), indices.end(), 0);
+        std::ranges::shuffle(indices, random);
+        for (const int i : indices) {
+            const int instance = i / count;
+            const Node& node = nodes[static_cast<std::size_t>(i % count)];
+            ASSERT_EQ(node.name, view.getName(i)) << "node " << i << " in round " << round;
+            ASSERT_EQ(node.typeId, view.getDataTypeId(i));
+            ASSERT_EQ(node.element == nullptr ? 0 : node.element->signalType,
+                      view.getSignalType(i));
+            if (node.element != nullptr) {
+                ASSERT_EQ(node.element, view.getStructElement(i));
+            }
+            ASSERT_EQ(node.offset + instance * sizeAt(id), view.getOffset(i));
+            ASSERT_EQ(node.varDimsOffset, view.getVarDimsOffset(i));
+            ASSERT_EQ(node.scalarsAhead + instance * static_cast<int>(scalars.size()),
+                      view.getRawElementIdx(i));
+            int parentId = 0, position = 0;
+            view.getImmediateParentDTypeIdAndOffset(i, parentId, position);
+            ASSERT_EQ(std::pair(node.parentId, node.position), std::pair(parentId, position));
+            Path path;
+            view.getFullPath(i, true, path);
+            Path expected = node.path;
+            expected[0].second = instance;
+            ASSERT_EQ(expected, path);
+        }
+        int leaf = 0;
+        for (int i = 0; i < count; ++i) {
+            if (nodes[static_cast<std::size_t>(i)].isLeaf) {
+                ASSERT_EQ(i, flat.getDFSIdx(leaf));
+                ASSERT_EQ(i + 2 * count, flat.getDFSIdx(leaf + 2 * flat.getNumElements()));
+                ++leaf;
+            }
+        }
+        ASSERT_EQ(leaf, flat.getNumElements());
+        std::vector<int> rawIndices(scalars.size());
+        std::iota(rawIndices.begin(), rawIndices.end(), 0);
+        std::ranges::shuffle(rawIndices, random);
+        for (const int i : rawIndices) {
+            const Scalar& scalar = scalars[static_cast<std::size_t>(i)];
+            ASSERT_EQ(scalar.typeId, raw.getDataTypeId(i));
+            ASSERT_EQ(scalar.unitId, raw.getUnitId(i));
+            ASSERT_EQ(scalar.offset, raw.getOffset(i));
+        }
+    }
+}
+
+TEST_F(RandomViewsTest, ReachTheBottomOfDeepStructsAndTheEndOfWideOnes) {
+    const int depth = 20000;
+    int inner = 0;
+    for (int i = 0; i < depth; ++i) {
+        StructDataType& type = addStruct("Deep" + std::to_string(i), 2);
+        fill(type, 0, "leaf", 0).setOffset(0);
+        fill(type, 1, "inner", inner, {1}).setOffset(8);
+        count(type);
+        inner = type.getId();
+    }
+    const int bytes = 8 * (depth + 1);
+    structAt(inner).setSize(bytes);
+    StructDataType& outer = addStruct("Outer", 1);
+    fill(outer, 0, "copies", inner, {2}).setOffset(0);
+    count(outer);
+    DFSElementAccess nodes(&table, outer.getId());
+    RawElementAccess scalars(&table, outer.getId());
+    FlatElementAccess leaves(&table, outer.getId());
+    const int last = nodes.getNumElements() - 1;
+    for (int i = last; i > 0; --i) {
+        nodes.getOffset(i);
+    }
+    EXPECT_EQ(2 * bytes - 8, nodes.getOffset(last));
+    EXPECT_EQ(2 * bytes - 8, scalars.getOffset(scalars.getNumElements() - 1));
+    EXPECT_EQ(last, leaves.getDFSIdx(leaves.getNumElements() - 1));
+    Path path;
+    nodes.getFullPath(last, false, path);
+    EXPECT_EQ(static_cast<std::size_t>(depth) + 1, path.size());
+    outer.createCacheForFrequentlyAccessedProperties(&table);
+    EXPECT_TRUE(outer.hasAOB());
+}
+
+} // namespace TVTypeSys

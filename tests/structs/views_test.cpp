@@ -1,0 +1,195 @@
+// The views of a struct type: a worked example, and what is odd or refused.
+#include "structs/struct_fixture.h"
+
+#include <tvtypes/elementaccess.h>
+#include <tvtypes/functions.h>
+
+#include <array>
+#include <iterator>
+
+namespace TVTypeSys {
+namespace {
+
+using Path = std::vector<std::pair<std::string, int>>;
+
+// T has a (double) and b (two complex int16); S has x (uint8), y (T), z (two T) and w (single).
+class ViewsTest : public StructTest {
+  protected:
+    ViewsTest() {
+        fill(t, 0, "a", 0).setOffset(0);
+        fill(t, 1, "b", 4, {2}, true).setOffset(8);
+        t.setSize(16);
+        count(t);
+        fill(s, 0, "x", 3).setOffset(0);
+        fill(s, 1, "y", t.getId(), {1, 1}).setOffset(8);
+        fill(s, 2, "z", t.getId(), {2}).setOffset(24);
+        fill(s, 3, "w", 1).setOffset(56);
+        s.setSize(64);
+        count(s);
+    }
+
+    StructDataType& t = addStruct("T", 2);
+    StructDataType& s = addStruct("S", 4);
+    DFSElementAccess nodes{&table, s.getId()};
+    FlatElementAccess leaves{&table, s.getId()};
+    RawElementAccess scalars{&table, s.getId()};
+    ImmediateElementAccess elements{&table, s.getId()};
+};
+
+} // namespace
+
+TEST_F(ViewsTest, NumberWhatLiesInside) {
+    ASSERT_EQ((std::array{13, 8, 17}), (std::array{nodes.getNumElements(), leaves.getNumElements(),
+                                                   scalars.getNumElements()}));
+    const struct {
+        const char* name;
+        std::array<int, 4> place; // element, copy, where the copy begins; bytes
+        int leaf, scalar;
+        const char* parent;
+        int position;
+    } rows[] = {
+        {"", {-1, 0, -1, 0}, -1, -1, nullptr, -1}, {"x", {0, 0, 1, 0}, 0, 0, "S", 0},
+        {"y", {1, 0, 2, 8}, -1, -1, "S", 1},       {"a", {1, 0, 2, 8}, 1, 1, "T", 0},
+        {"b", {1, 0, 2, 16}, 2, 2, "T", 1},        {"z", {2, -1, -1, 24}, -1, -1, "S", 2},
+        {"z", {2, 0, 6, 24}, -1, -1, "S", 2},      {"a", {2, 0, 6, 24}, 3, 6, "T", 0},
+        {"b", {2, 0, 6, 32}, 4, 7, "T", 1},        {"z", {2, 1, 9, 40}, -1, -1, "S", 2},
+        {"a", {2, 1, 9, 40}, 5, 11, "T", 0},       {"b", {2, 1, 9, 48}, 6, 12, "T", 1},
+        {"w", {3, 0, 12, 56}, 7, 16, "S", 3},      {"", {-1, 1, 13, 64}, -1, -1, nullptr, -1},
+        {"x", {-1, 1, 13, 64}, 8, 17, "S", 0},
+    };
+    for (int i = 0; i < static_cast<int>(std::size(rows)); ++i) {
+        SCOPED_TRACE(i);
+        const auto& row = rows[i];
+        std::array<int, 4> place{};
+        int typeId = 0, parent = 0, position = 0;
+        nodes.computeDataTypeIdAndIndex(i, &place[0], &place[1], &typeId, &place[2]);
+        place[3] = nodes.getOffset(i);
+        EXPECT_EQ(row.place, place);
+        EXPECT_STREQ(row.name, nodes.getName(i));
+        nodes.getImmediateParentDTypeIdAndOffset(i, parent, position);
+        EXPECT_EQ(row.parent == nullptr ? INVALID_DATA_TYPE_ID : table.getDataTypeId(row.parent),
+                  parent);
+        EXPECT_EQ(row.position, position);
+        if (row.leaf >= 0) {
+            EXPECT_EQ(i, leaves.getDFSIdx(row.leaf));
+            EXPECT_EQ(row.place[3], leaves.getOffset(row.leaf));
+            EXPECT_EQ(row.scalar, nodes.getRawElementIdx(i));
+        }
+    }
+    EXPECT_EQ(16, elements.getRawElementIdx(3));
+    EXPECT_EQ(22, scalars.getOffset(5)) << "the imaginary part of the second value of y.b";
+    EXPECT_EQ((std::array{7, 0, 0, 4}),
+              (std::array{elements.getPadding(0), elements.getPadding(1), elements.getPadding(2),
+                          elements.getPadding(3)}));
+    Path path;
+    nodes.getFullPath(10, true, path);
+    leaves.getFullPath(8 + 5, false, path);
+    EXPECT_EQ((Path{{"", 0}, {"z", 1}, {"a", -1}, {"", 1}, {"z", 1}, {"a", -1}}), path);
+}
+
+TEST_F(ViewsTest, RememberWhatTheyHaveRead) {
+    DFSElementCache* const node = s.getCachedElement(10);
+    EXPECT_EQ(nullptr, node->element);
+    StructElement& a = *t.getElements()[0];
+    EXPECT_EQ(&a, nodes.getStructElement(10));
+    for (int i = 0; i < 1000; ++i) {
+        nodes.getOffset(i);
+    }
+    EXPECT_EQ(node, s.getCachedElement(10));
+    EXPECT_EQ((std::pair{&a, 40}), (std::pair{node->element, node->offset}));
+    a.setOffset(4);
+    EXPECT_EQ(40, nodes.getOffset(10));
+
+    EXPECT_EQ(-1, nodes.getVarDimsOffset(12));
+    s.getElements()[3]->setVarDimsOffset(5);
+    EXPECT_EQ(5, nodes.getVarDimsOffset(12)) << "-1 reads as not known yet";
+
+    // Names, types and dimensions of a struct within are those of its type, under its own name.
+    StructElement* const y = nodes.getStructElement(2);
+    EXPECT_TRUE(s.getCachedElement(2)->ownsElement);
+    EXPECT_EQ(DFSElementAccess(&table, t.getId()).getDimensions(0), y->dimensions);
+    EXPECT_EQ((std::pair{1, t.getId()}), (std::pair{nodes.getWidth(2), y->dataTypeId}));
+
+    // One more element and other counts: the nodes lie elsewhere.
+    s.setNumElements(1);
+    fill(s, 0, "only", t.getId());
+    count(s);
+    EXPECT_STREQ("b", nodes.getName(3 + 4)) << "read before, of what is now a second instance";
+    EXPECT_EQ((std::array{1, 5, 0}),
+              (std::array{nodes.getRawElementIdx(3), elements.getRawElementIdx(1),
+                          scalars.getDataTypeId(0)}));
+}
+
+TEST_F(ViewsTest, RefuseWhatHasNoIndex) {
+    EXPECT_TRUE(nodes.isIdxValid(-1) && leaves.isIdxValid(-1) && elements.isIdxValid(3));
+    EXPECT_FALSE(elements.isIdxValid(-1) || elements.isIdxValid(4) || scalars.isIdxValid(17));
+    EXPECT_REFUSED("InvalidStructIndex(S, -1)", nodes.getName(-1));
+    EXPECT_REFUSED("InvalidStructIndex(S, -1)", leaves.getOffset(-1));
+    EXPECT_REFUSED("InvalidStructIndex(S, 17)", scalars.getOffset(17));
+    EXPECT_REFUSED("InvalidStructIndex(S, 4)", elements.getName(4));
+    EXPECT_REFUSED("InvalidDataTypeId(0)", DFSElementAccess(&table, 0).getNumElements());
+
+    // Counts that nobody has set, elements that nobody has filled in, a struct in itself.
+    StructDataType& empty = addStruct("Empty", 1);
+    DFSElementAccess unset(&table, empty.getId());
+    EXPECT_EQ(0, unset.getOffset(0));
+    EXPECT_REFUSED("InvalidStructIndex(Empty, 1)", unset.getOffset(1));
+    empty.setNumDFSElements(9);
+    EXPECT_REFUSED("InvalidDataTypeId(-10)", unset.getOffset(1));
+    fill(empty, 0, "self", empty.getId());
+    empty.setNumRawElements(5);
+    EXPECT_EQ(-8, unset.getOffset(8));
+    EXPECT_REFUSED("InvalidStructIndex(Empty, 3)",
+                   RawElementAccess(&table, empty.getId()).getOffset(3));
+}
+
+namespace {
+
+class Bus : public StructDataType {
+  public:
+    using StructDataType::StructDataType;
+    bool isBusType() const override { return true; }
+};
+
+} // namespace
+
+TEST_F(ViewsTest, TellWhatBusesContain) {
+    const auto addBus = [this](const char* name, int elementCount) -> StructDataType& {
+        const int id = table.getNumDataTypes() - 1;
+        table.addDataType(new Bus(id, name, DataTypeSourceUnchecked));
+        structAt(id).setNumElements(elementCount);
+        return structAt(id);
+    };
+    StructDataType& inner = addBus("Inner", 2);
+    StructElement& variable = fill(inner, 0, "variable", 0);
+    fill(inner, 1, "again", inner.getId());
+    StructDataType& outer = addBus("Outer", 3);
+    fill(outer, 0, "noBus", s.getId(), {2}).setDimensionsMode(1);
+    StructElement& bus = fill(outer, 1, "bus", inner.getId(), {1, 1});
+    StructElement& last = fill(outer, 2, "last", 0);
+    last.setSamplingMode(1);
+
+    const auto found = [&] {
+        bool aob = false, varDims = false, frames = false;
+        ImmediateElementAccess(&table, outer.getId())
+            .containsAoBOrVarDimsOrFrames(&aob, &varDims, &frames);
+        return std::array{aob, varDims, frames};
+    };
+    EXPECT_EQ((std::array{false, true, true}), found());
+    bus.dimensions[1] = 2;
+    EXPECT_EQ((std::array{true, true, false}), found()) << "looks no further";
+    outer.getElements()[0]->setDimensionsMode(0);
+    EXPECT_EQ((std::array{true, false, true}), found());
+    bus.dimensions[1] = 1;
+    bus.setDimensionsMode(1);
+    EXPECT_EQ((std::array{true, true, false}), found());
+    bus.setDimensionsMode(0);
+    variable.setDimensionsMode(1);
+    last.setSamplingMode(0);
+    EXPECT_EQ((std::array{false, true, false}), found());
+
+    EXPECT_TRUE(DtGetDataTypeIsBus(&table, outer.getId()));
+    EXPECT_FALSE(DtGetDataTypeIsBus(&table, s.getId()) || DtGetDataTypeIsBus(&table, -1));
+}
+
+} // namespace TVTypeSys
