@@ -77,6 +77,10 @@ TEST_F(ViewsTest, NumberWhatLiesInside) {
         }
     }
     EXPECT_EQ(16, elements.getRawElementIdx(3));
+    int element = 1, typeId = 0, base = 101;
+    scalars.computeDataTypeIdAndIndex(112, element, typeId, base);
+    EXPECT_EQ((std::array{2, t.getId(), 106}), (std::array{element, typeId, base})) << "from y on";
+    EXPECT_EQ(0, ImmediateElementAccess(&table, t.getId()).getPadding(1));
     EXPECT_EQ(22, scalars.getOffset(5)) << "the imaginary part of the second value of y.b";
     EXPECT_EQ((std::array{7, 0, 0, 4}),
               (std::array{elements.getPadding(0), elements.getPadding(1), elements.getPadding(2),
@@ -108,7 +112,8 @@ TEST_F(ViewsTest, RememberWhatTheyHaveRead) {
     StructElement* const y = nodes.getStructElement(2);
     EXPECT_TRUE(s.getCachedElement(2)->ownsElement);
     EXPECT_EQ(DFSElementAccess(&table, t.getId()).getDimensions(0), y->dimensions);
-    EXPECT_EQ((std::pair{1, t.getId()}), (std::pair{nodes.getWidth(2), y->dataTypeId}));
+    EXPECT_EQ((std::array{1, t.getId(), 0}),
+              (std::array{nodes.getWidth(2), y->dataTypeId, y->unitId}));
 
     // One more element and other counts: the nodes lie elsewhere.
     s.setNumElements(1);
