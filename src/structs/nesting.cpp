@@ -6,12 +6,19 @@
 
 namespace TVTypeSys {
 
-Nesting& Nestings::innermost(int index) const {
-    return *std::prev(fromIndex_.upper_bound(index))->second;
+Nestings::Nestings() {
+    outermost_.end = std::numeric_limits<int>::max();
+    outermost_.offset = 0;
+    outermost_.varDimsOffset = 0;
+}
+
+Nesting& Nestings::innermost(int index) {
+    const auto behind = fromIndex_.upper_bound(index);
+    return behind == fromIndex_.begin() ? outermost_ : *std::prev(behind)->second;
 }
 
 Nesting& Nestings::add(const Nesting& found) {
-    Nesting& nesting = nestings_.emplace_back(found);
+    Nesting& nesting = found_.emplace_front(found);
     // Counts that do not fit together must not let it stick out.
     nesting.end = std::min(nesting.end, nesting.parent->end);
     fromIndex_.try_emplace(nesting.end, nesting.parent);
@@ -20,12 +27,8 @@ Nesting& Nestings::add(const Nesting& found) {
 }
 
 void Nestings::forget() {
-    nestings_.clear();
-    Nesting& outermost = nestings_.emplace_back();
-    outermost.end = std::numeric_limits<int>::max();
-    outermost.offset = 0;
-    outermost.varDimsOffset = 0;
-    fromIndex_ = {{0, &outermost}};
+    fromIndex_.clear();
+    found_.clear();
 }
 
 } // namespace TVTypeSys

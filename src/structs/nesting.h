@@ -3,7 +3,7 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
+#include <forward_list>
 #include <map>
 
 namespace TVTypeSys {
@@ -28,10 +28,12 @@ struct Nesting {
 /// gives the innermost nesting by one search, however deep it is.
 class Nestings {
   public:
-    Nestings() { forget(); }
+    Nestings();
+    Nestings(const Nestings&) = delete;
+    Nestings& operator=(const Nestings&) = delete;
 
     /// The innermost nesting found so far that holds an index from 0 up.
-    Nesting& innermost(int index) const;
+    Nesting& innermost(int index);
 
     /// Adds what has been found directly within `parent`.
     Nesting& add(const Nesting& found);
@@ -39,8 +41,9 @@ class Nestings {
     void forget();
 
   private:
-    std::deque<Nesting> nestings_; // the outermost first
-    std::map<std::int64_t, Nesting*> fromIndex_;
+    Nesting outermost_;
+    std::forward_list<Nesting> found_;
+    std::map<std::int64_t, Nesting*> fromIndex_; // nothing stands for the outermost
 };
 
 } // namespace TVTypeSys
