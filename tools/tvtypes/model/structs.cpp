@@ -1,11 +1,14 @@
 #include "model/structs.h"
 
+#include "model/path.h"
+
 #include <fnd/except.h>
 #include <fndut/alloc.h>
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cctype>
 #include <new>
 #include <string>
 
@@ -15,23 +18,18 @@ namespace {
 
 using fmi::noIndex;
 
-/// A path that is longer shows only its end. There may be as many paths as a name has parts.
-constexpr std::size_t longestPath = 64;
+bool isSign(char c) { return c != '_' && std::ispunct(static_cast<unsigned char>(c)) != 0; }
 
-bool isContinuationByte(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
-
-/// A path without the signs that no identifier has: wheel[1].hub gives wheel_1_hub.
+/// A path with its signs made underscores, several in a row one: wheel[1].hub gives wheel_1_hub.
 std::string joined(std::string_view path) {
     std::string name;
     bool isGap = false;
     for (const char c : path) {
-        if (std::string_view(".,[]'").find(c) != std::string_view::npos) {
+        if (isSign(c)) {
             isGap = !name.empty();
             continue;
         }
-        if (isGap) {
-            name += '_';
-        }
+        name += isGap ? "_" : "";
         name += c;
         isGap = false;
     }
@@ -129,35 +127,14 @@ const Structs::Type* Structs::at(std::string_view name) const {
 }
 
 std::string Structs::pathOf(std::uint32_t instance) const {
-    std::vector<std::string_view> parts;
-    std::size_t length = 0;
-    bool isWhole = false;
-    while (!isWhole && length <= longestPath) {
+    PathEnd path;
+    for (bool hasRoom = true; hasRoom && instance != 0;) {
         const fmi::Instance& at = tree_.instances[instance];
         const fmi::Member& member = tree_.members[at.member];
-        parts.push_back(shapes_.isArray[at.member] ? member.name : at.text);
-        length += parts.back().size() + (parts.size() == 1 ? 0 : 1);
+        hasRoom = path.prepend(shapes_.isArray[at.member] ? member.name : at.text);
         instance = member.owner;
-        isWhole = instance == 0;
     }
-    if (length > longestPath && parts.size() > 1) {
-        parts.pop_back();
-        isWhole = false;
-    }
-    std::string path = isWhole ? "" : "...";
-    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
-        path += *part;
-        path += part + 1 == parts.rend() ? "" : ".";
-    }
-    if (parts.size() == 1 && path.size() > longestPath) {
-        std::size_t end = longestPath;
-        while (end > 0 && isContinuationByte(path[end])) {
-            --end;
-        }
-        path.resize(end);
-        path += "...";
-    }
-    return path;
+    return path.text();
 }
 
 } // namespace tvtool::model

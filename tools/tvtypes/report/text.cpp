@@ -15,11 +15,6 @@ namespace tvtool::report {
 
 namespace {
 
-std::string counted(std::size_t count, std::string_view one, std::string_view many) {
-    return count == 0 ? fmt::format("no {}", many)
-                      : fmt::format("{} {}", count, count == 1 ? one : many);
-}
-
 void printSummary(const Findings& findings, std::ostream& os) {
     os << fmt::format("{}: FMI {}, model \"{}\": {}, {}, {}, {}\n", safeText(findings.file),
                       safeText(findings.fmiVersion), safeText(findings.modelName),
@@ -103,6 +98,11 @@ void printRemarks(const Findings& findings, std::string_view heading,
 }
 
 } // namespace
+
+std::string counted(std::size_t count, std::string_view one, std::string_view many) {
+    return count == 0 ? fmt::format("no {}", many)
+                      : fmt::format("{} {}", count, count == 1 ? one : many);
+}
 
 void printText(const Findings& findings, bool colour, std::ostream& os) {
     const auto styled = [colour](fmt::text_style style) {
