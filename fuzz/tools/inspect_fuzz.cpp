@@ -1,6 +1,9 @@
-// The inspection of any bytes: a report or a ReadError, nothing else.
+// The inspection of any bytes, and the layout of its structs: reports or a ReadError, nothing else.
 #include "model/inspection.h"
+#include "model/memory_map.h"
 #include "report/json.h"
+#include "report/layout_svg.h"
+#include "report/layout_text.h"
 #include "report/text.h"
 
 #include <algorithm>
@@ -33,6 +36,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         std::ostringstream os;
         tvtool::report::printText(findings, true, os);
         tvtool::report::printJson(findings, os);
+        MemorySource again({reinterpret_cast<const char*>(data), size});
+        const tvtool::model::Model model(again, {});
+        const tvtool::report::LayoutFindings layout = tvtool::model::mapStructs(model, "");
+        tvtool::report::printLayout(layout, true, os);
+        tvtool::report::drawLayout(layout, os);
     } catch (const tvtool::fmi::ReadError&) {
         // No description: the reader has said so.
     }

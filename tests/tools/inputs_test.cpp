@@ -117,7 +117,7 @@ TEST_P(Examples, AreClean) {
 
 INSTANTIATE_TEST_SUITE_P(Tool, Examples,
                          testing::Values("vehicle_suspension.xml", "motor_drive.xml",
-                                         "thermal_plant.xml"));
+                                         "thermal_plant.xml", "vehicle.xml"));
 
 } // namespace
 

@@ -25,7 +25,8 @@ report::Findings sampleFindings() {
     findings.types = {
         {0, "double", report::Kind::BuiltIn, 8, "double", "", 7, ""},
         {14, "a_long_name", report::Kind::Alias, 8, "double", "double", 4, "\xE6\xB0\xB4.\xC3\xA4"},
-        {1500, "E", report::Kind::Enumerated, 4, "int32", "", 1, "x\x1b[31m"}};
+        {1500, "E", report::Kind::Enumerated, 4, "int32", "", 1, "x\x1b[31m"},
+        {1501, "S", report::Kind::Struct, 24, "", "", 3, "", 2, 5}};
     findings.outside = {{"String", 2, 1}};
     findings.remarks.problem({"Float64", 7}, "first");
     findings.remarks.note({"archive", 0}, "second");
@@ -43,13 +44,18 @@ std::string textOf(const report::Findings& findings, bool colour) {
 
 TEST(TextReport, ColumnsAreAligned) {
     EXPECT_EQ(textOf(sampleFindings(), false),
-              "m.xml: FMI 3.0, model \"M\": 12 variables, 3 types, 1 problem, 2 notes\n"
+              "m.xml: FMI 3.0, model \"M\": 12 variables, 4 types, 1 problem, 2 notes\n"
               "\n"
-              "  id  name         kind        size  storage  alias of  variables  original name\n"
-              "   0  double       built-in       8  double   -                 7  -\n"
-              "  14  a_long_name  alias          8  double   double            4  \xE6\xB0\xB4."
-              "\xC3\xA4\n"
-              "1500  E            enumerated     4  int32    -                 1  x\\u001b[31m\n"
+              "  id  name         kind        size  storage  alias of  variables  elements  leaves"
+              "  original name\n"
+              "   0  double       built-in       8  double   -                 7         -       -"
+              "  -\n"
+              "  14  a_long_name  alias          8  double   double            4         -       -"
+              "  \xE6\xB0\xB4.\xC3\xA4\n"
+              "1500  E            enumerated     4  int32    -                 1         -       -"
+              "  x\\u001b[31m\n"
+              "1501  S            struct        24  -        -                 3         2       5"
+              "  -\n"
               "\n"
               "Outside the table: String 2 variables and 1 type\n"
               "\n"
@@ -67,7 +73,7 @@ TEST(TextReport, WidthIsThatOnTheScreen) {
     // Five wide characters take ten columns.
     EXPECT_THAT(textOf(findings, false), HasSubstr("  double              4  "));
     EXPECT_THAT(textOf(findings, false),
-                HasSubstr("  " + findings.types[0].aliasOf + "          7  -"));
+                HasSubstr("  " + findings.types[0].aliasOf + "          7  "));
 }
 
 TEST(TextReport, ColourIsOnlyGivenWhereItIsAskedFor) {
@@ -82,11 +88,16 @@ TEST(JsonReport, HasAllThatTheTextHas) {
         "file": "m.xml", "fmiVersion": "3.0", "modelName": "M", "variables": 12,
         "types": [
             {"id": 0, "name": "double", "kind": "built-in", "size": 8, "storage": "double",
-             "aliasOf": null, "variables": 7, "originalName": null},
+             "aliasOf": null, "variables": 7, "originalName": null, "elements": null,
+             "leaves": null},
             {"id": 14, "name": "a_long_name", "kind": "alias", "size": 8, "storage": "double",
-             "aliasOf": "double", "variables": 4, "originalName": "\u6c34.\u00e4"},
+             "aliasOf": "double", "variables": 4, "originalName": "\u6c34.\u00e4",
+             "elements": null, "leaves": null},
             {"id": 1500, "name": "E", "kind": "enumerated", "size": 4, "storage": "int32",
-             "aliasOf": null, "variables": 1, "originalName": "x\u001b[31m"}],
+             "aliasOf": null, "variables": 1, "originalName": "x\u001b[31m", "elements": null,
+             "leaves": null},
+            {"id": 1501, "name": "S", "kind": "struct", "size": 24, "storage": null,
+             "aliasOf": null, "variables": 3, "originalName": null, "elements": 2, "leaves": 5}],
         "outside": [{"baseType": "String", "variables": 2, "types": 1}],
         "problems": [{"element": "Float64", "line": 7, "sentence": "first", "count": 1}],
         "notes": [{"element": "archive", "line": null, "sentence": "second", "count": 1},

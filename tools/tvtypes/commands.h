@@ -2,7 +2,10 @@
 /// The commands of the tool. Each stands in a file of its own and adds itself to the command line.
 #pragma once
 
+#include "fmi/source.h"
 #include "tool.h"
+
+#include <string>
 
 namespace CLI {
 class App;
@@ -18,5 +21,9 @@ struct Console : Streams {
 /// A command does its work when the command line that names it has been read.
 void addConvert(CLI::App& app, Console& console);
 void addInspect(CLI::App& app, Console& console);
+void addLayout(CLI::App& app, Console& console);
+
+/// Says, with the place, why a description cannot be read.
+void reportUnreadable(const std::string& file, const fmi::ReadError& error, Console& console);
 
 } // namespace tvtool

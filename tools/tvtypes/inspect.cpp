@@ -2,13 +2,9 @@
 #include "commands.h"
 #include "model/inspection.h"
 #include "report/json.h"
-#include "report/safe_text.h"
 #include "report/text.h"
 
-#include "fmi/source.h"
-
 #include <CLI/CLI.hpp>
-#include <fmt/format.h>
 
 #include <memory>
 #include <ostream>
@@ -23,10 +19,6 @@ struct Options {
     bool json = false;
 };
 
-std::string placeOf(const fmi::ReadError& error) {
-    return error.line == 0 ? "" : fmt::format(":{}:{}", error.line, error.column);
-}
-
 void inspect(const Options& options, Console& console) {
     try {
         const report::Findings findings = model::inspectFile(options.file);
@@ -37,9 +29,7 @@ void inspect(const Options& options, Console& console) {
         }
         console.status = findings.remarks.problems().empty() ? ExitClean : ExitProblems;
     } catch (const fmi::ReadError& error) {
-        console.err << fmt::format("tvtypes: {}{}: {}\n", report::safeText(options.file),
-                                   placeOf(error), report::safeText(error.what()));
-        console.status = ExitUnusable;
+        reportUnreadable(options.file, error, console);
     }
 }
 

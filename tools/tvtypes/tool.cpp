@@ -60,6 +60,7 @@ int runTool(int argc, const char* const* argv, const Streams& streams) {
         app.require_subcommand(0, 1);
         addConvert(app, console);
         addInspect(app, console);
+        addLayout(app, console);
         parseAndRun(app, argc, argv, console);
         if (!console.out.flush()) {
             console.err << "tvtypes: the output cannot be written\n";

@@ -9,6 +9,7 @@
 #include <memory_resource>
 #include <optional>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -62,14 +63,23 @@ struct TypeDefinition {
 /// Stands for "none" where a record refers to another by its index.
 inline constexpr std::uint32_t noIndex = UINT32_MAX;
 
+/// One dimension of an array variable.
+struct Dimension {
+    std::uint64_t number = 0; ///< its size, or the value reference of the variable that says it
+    bool isReference = false;
+};
+
 struct Variable {
     std::string_view name; ///< empty if it is missing
     std::optional<std::string_view> declaredType;
     Place place;
     std::uint32_t valueReference = 0;
-    std::uint32_t type = noIndex; ///< the declared type in Description::types, if it agrees
+    std::uint32_t type = noIndex;     ///< the declared type in Description::types, if it agrees
+    std::uint32_t firstDimension = 0; ///< in Description::dimensions
+    std::uint32_t dimensionCount = 0;
     BaseType base = BaseType::None;
     bool hasValueReference = false;
+    bool hasBadDimension = false; ///< one that could not be read is not among its dimensions
 };
 
 /// A further name of a variable.
@@ -96,9 +106,13 @@ struct Description {
     Texts texts;
     std::string_view fmiVersion;
     std::string_view modelName;
-    int majorVersion = 0; ///< 2 or 3
+    int majorVersion = 0;            ///< 2 or 3
+    bool hasStructuredNames = false; ///< whether names tell which variables belong together
     std::vector<TypeDefinition> types;
     std::vector<Variable> variables;
+    std::vector<Dimension> dimensions;
+    /// The values of what can be a dimension's size, by value reference.
+    std::unordered_map<std::uint32_t, std::uint64_t> sizes;
     std::vector<Alias> aliases;
 };
 

@@ -49,9 +49,12 @@ const ElementRule* findElement(Node parent, std::string_view name, Set version);
 enum class Attribute : std::uint8_t {
     FmiVersion,
     ModelName,
+    NamingConvention,
     Name,
     ValueReference,
     DeclaredType,
+    Causality,
+    Variability,
     Start,
     Min,
     Max,

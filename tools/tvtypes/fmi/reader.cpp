@@ -43,6 +43,7 @@ class Reader : public XmlHandler {
     void readItem();
     void startVariable(BaseType base);
     void readVariableBase(BaseType base);
+    void noteSize(const Variable& variable);
     void readDimension();
     void readAlias();
     void endSimpleType();
@@ -180,6 +181,14 @@ void Reader::readRoot() {
     } else {
         remarks_.problem(place_, "modelName is missing");
     }
+    if (const char* const convention = get(Attribute::NamingConvention)) {
+        description_.hasStructuredNames = std::string_view(convention) == "structured";
+        if (!description_.hasStructuredNames && std::string_view(convention) != "flat") {
+            remarks_.problem(place_, fmt::format("variableNamingConvention {} is neither flat nor "
+                                                 "structured, and is read as flat",
+                                                 quoted(convention)));
+        }
+    }
 }
 
 /// The name of the element at hand; empty, with the problem said, if it has none.
@@ -312,6 +321,24 @@ void Reader::readVariableBase(BaseType base) {
         variable.declaredType = description_.texts.intern(declaredType);
     }
     checkAllValues(base);
+    noteSize(variable);
+}
+
+/// Other variables may have as many elements as a structural parameter or a constant says.
+void Reader::noteSize(const Variable& variable) {
+    const auto is = [this](Attribute attribute, std::string_view value) {
+        const char* const text = get(attribute);
+        return text != nullptr && text == value;
+    };
+    const char* const start = get(Attribute::Start);
+    if (variable.base != BaseType::UInt64 || !variable.hasValueReference || start == nullptr ||
+        (!is(Attribute::Causality, "structuralParameter") &&
+         !is(Attribute::Variability, "constant"))) {
+        return;
+    }
+    if (const std::optional<std::uint64_t> size = parseUInt64(start)) {
+        description_.sizes.emplace(variable.valueReference, *size);
+    }
 }
 
 void Reader::endScalarVariable() {
@@ -325,16 +352,28 @@ void Reader::endScalarVariable() {
 void Reader::readDimension() {
     const char* const start = get(Attribute::Start);
     const char* const reference = get(Attribute::ValueReference);
+    const std::optional<std::uint64_t> size = start == nullptr ? std::nullopt : parseUInt64(start);
+    const std::optional<std::uint32_t> target =
+        reference == nullptr ? std::nullopt : parseUInt32(reference);
     if ((start == nullptr) == (reference == nullptr)) {
         remarks_.problem(place_, "a dimension has either start or valueReference");
     }
-    if (start != nullptr && !parseUInt64(start)) {
+    if (start != nullptr && !size) {
         remarks_.problem(place_, fmt::format("start {} is no UInt64 value", quoted(start)));
     }
-    if (reference != nullptr && !parseUInt32(reference)) {
+    if (reference != nullptr && !target) {
         remarks_.problem(place_, fmt::format("valueReference {} is no unsigned 32-bit number",
                                              quoted(reference)));
     }
+    Variable& variable = description_.variables.back();
+    if (size.has_value() == target.has_value()) {
+        variable.hasBadDimension = true;
+        return;
+    }
+    if (variable.dimensionCount++ == 0) {
+        variable.firstDimension = static_cast<std::uint32_t>(description_.dimensions.size());
+    }
+    description_.dimensions.push_back(size ? Dimension{*size, false} : Dimension{*target, true});
 }
 
 void Reader::readAlias() {

@@ -1,8 +1,8 @@
 #include "model/inspection.h"
 
-#include "fmi/checks.h"
-#include "fmi/reader.h"
-#include "model/types.h"
+#include "model/model.h"
+
+#include <tvtypes/structdatatype.h>
 
 #include <array>
 #include <memory>
@@ -22,6 +22,9 @@ report::Kind kindOf(const DataTypeTable& table, int id) {
     }
     if (table.getDataTypeIdAliasedTo(id) != INVALID_DATA_TYPE_ID) {
         return report::Kind::Alias;
+    }
+    if (table.getDataTypeAt(positionOf(id))->getIsType(TVTypeSys::DataTypeQualifierStruct)) {
+        return report::Kind::Struct;
     }
     return table.isEnumType(id) ? report::Kind::Enumerated : report::Kind::FixedPoint;
 }
@@ -44,6 +47,11 @@ report::TypeRow rowOf(const Types& types, int id, std::size_t variables) {
     }
     if (type.getIdAliasedTo() != INVALID_DATA_TYPE_ID) {
         row.aliasOf = nameOf(table, type.getIdAliasedTo());
+    }
+    if (row.kind == report::Kind::Struct) {
+        const auto& structType = static_cast<const StructDataType&>(type);
+        row.elements = structType.getNumElements();
+        row.leaves = structType.getNumFlatElements();
     }
     row.variables = variables;
     row.originalName = types.originalNameOf(id);
@@ -97,43 +105,40 @@ std::vector<report::OutsideRow> outsideRows(const fmi::Description& description)
     return rows;
 }
 
-std::vector<std::size_t> countUses(const fmi::Description& description, Types& types) {
-    std::vector<std::size_t> uses;
-    for (const fmi::Variable& variable : description.variables) {
-        const int id = types.idOf(variable);
-        uses.resize(static_cast<std::size_t>(types.table().getNumDataTypes()));
+std::vector<std::size_t> countUses(const Model& model) {
+    std::vector<std::size_t> uses(static_cast<std::size_t>(model.types.table().getNumDataTypes()));
+    for (const int id : model.variableIds) {
         if (id != INVALID_DATA_TYPE_ID) {
             ++uses[positionOf(id)];
         }
     }
-    uses.resize(static_cast<std::size_t>(types.table().getNumDataTypes()));
+    for (const Structs::Type& type : model.structs.all()) {
+        uses[positionOf(type.id)] = type.variables;
+    }
     return uses;
+}
+
+report::Findings inspect(Model& model) {
+    report::Findings findings;
+    findings.fmiVersion = model.description->fmiVersion;
+    findings.modelName = model.description->modelName;
+    findings.variables = model.description->variables.size();
+    findings.types = typeRows(model.types, countUses(model));
+    findings.outside = outsideRows(*model.description);
+    findings.remarks = std::move(model.remarks);
+    return findings;
 }
 
 } // namespace
 
 report::Findings inspectSource(fmi::Source& source, fmi::Remarks remarks) {
-    report::Findings findings;
-    findings.remarks = std::move(remarks);
-    const std::unique_ptr<fmi::Description> description =
-        fmi::readDescription(source, findings.remarks);
-    fmi::checkDescription(*description, findings.remarks);
-
-    Types types(*description, findings.remarks);
-    const std::vector<std::size_t> uses = countUses(*description, types);
-    findings.fmiVersion = description->fmiVersion;
-    findings.modelName = description->modelName;
-    findings.variables = description->variables.size();
-    findings.types = typeRows(types, uses);
-    findings.outside = outsideRows(*description);
-    findings.remarks.sort();
-    return findings;
+    Model model(source, std::move(remarks));
+    return inspect(model);
 }
 
 report::Findings inspectFile(const std::string& path) {
-    fmi::Remarks remarks;
-    const std::unique_ptr<fmi::Source> source = fmi::openSource(path, remarks);
-    report::Findings findings = inspectSource(*source, std::move(remarks));
+    const std::unique_ptr<Model> model = readModel(path);
+    report::Findings findings = inspect(*model);
     findings.file = path;
     return findings;
 }

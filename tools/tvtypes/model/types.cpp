@@ -77,9 +77,8 @@ int Types::define(const fmi::TypeDefinition& type) {
                    ? registerEnumeration(name)
                    : table_.registerAliasDataType(name.c_str(), modelSource, target, nullptr);
     });
-    if (id != INVALID_DATA_TYPE_ID && name != type.name) {
-        originalNames_.resize(static_cast<std::size_t>(table_.getNumDataTypes()));
-        originalNames_[positionOf(id)] = type.name;
+    if (id != INVALID_DATA_TYPE_ID) {
+        setOriginalName(id, type.name);
     }
     return id;
 }
@@ -123,9 +122,22 @@ int Types::idOf(const fmi::Variable& variable) {
                                          : idOfBase(variable.base, variable.place);
 }
 
-std::string_view Types::originalNameOf(int id) const {
-    const std::size_t position = positionOf(id);
-    return position < originalNames_.size() ? originalNames_[position] : std::string_view();
+StructDataType& Types::addStruct(std::string_view name) {
+    const int id =
+        table_.registerStructDataType(names_.nameFor(name).c_str(), modelSource, nullptr);
+    return static_cast<StructDataType&>(*table_.getDataTypeAt(positionOf(id)));
+}
+
+const std::string& Types::originalNameOf(int id) const {
+    static const std::string none;
+    const auto original = originalNames_.find(id);
+    return original == originalNames_.end() ? none : original->second;
+}
+
+void Types::setOriginalName(int id, std::string_view name) {
+    if (name != table_.getDataTypeAt(positionOf(id))->getName()) {
+        originalNames_.emplace(id, name);
+    }
 }
 
 } // namespace tvtool::model

@@ -7,9 +7,12 @@
 #include "model/names.h"
 
 #include <tvtypes/datatypetable.h>
+#include <tvtypes/structdatatype.h>
 
 #include <cstddef>
+#include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace tvtool::model {
@@ -24,10 +27,16 @@ class Types {
     /// lies outside the table or has none.
     int idOf(const fmi::Variable& variable);
 
+    /// A new struct type with nothing in it, its name as near to the given one as the table takes.
+    StructDataType& addStruct(std::string_view name);
+
     /// The name that the description gives to a type, where the table has another; else empty.
-    std::string_view originalNameOf(int id) const;
+    const std::string& originalNameOf(int id) const;
+    /// Remembers the name that the description gives to a type, if the table has another.
+    void setOriginalName(int id, std::string_view name);
 
     const TVTypeSys::DataTypeTable& table() const { return table_; }
+    TVTypeSys::DataTypeTable& table() { return table_; }
 
   private:
     int define(const fmi::TypeDefinition& type);
@@ -38,8 +47,8 @@ class Types {
     fmi::Remarks& remarks_;
     TVTypeSys::DataTypeTable table_;
     Names names_;
-    std::vector<int> definitionIds_;              ///< by index of the type definition
-    std::vector<std::string_view> originalNames_; ///< by position in the table
+    std::vector<int> definitionIds_;                     ///< by index of the type definition
+    std::unordered_map<int, std::string> originalNames_; ///< by id
 };
 
 /// Where the type with this id stands in the table.

@@ -12,6 +12,8 @@ const char* nameOf(Kind kind) {
         return "enumerated";
     case Kind::FixedPoint:
         return "fixed-point";
+    case Kind::Struct:
+        return "struct";
     }
     return "";
 }

@@ -13,7 +13,7 @@
 
 namespace tvtool::report {
 
-enum class Kind { BuiltIn, Alias, Enumerated, FixedPoint };
+enum class Kind { BuiltIn, Alias, Enumerated, FixedPoint, Struct };
 const char* nameOf(Kind kind);
 
 /// One type that the model declares or uses.
@@ -21,11 +21,13 @@ struct TypeRow {
     int id = 0;
     std::string name;
     Kind kind = Kind::BuiltIn;
-    int size = 0;        ///< bytes of a value
-    std::string storage; ///< the built-in type that holds its values; empty if there is none
-    std::string aliasOf; ///< empty for a type that is no alias
-    std::size_t variables = 0;
-    std::string originalName; ///< in the description, where it is another; else empty
+    int size = 0;              ///< bytes of a value
+    std::string storage;       ///< the built-in type that holds its values; empty if there is none
+    std::string aliasOf;       ///< empty for a type that is no alias
+    std::size_t variables = 0; ///< how many are of this type; for a struct, how many lie in one
+    std::string originalName;  ///< in the description, where it is another; else empty
+    int elements = 0;          ///< of a struct
+    int leaves = 0;            ///< of a struct: the elements at the bottom of all nesting
 };
 
 /// How much of one base type lies outside the table.

@@ -14,6 +14,10 @@ json::value textOrNull(const std::string& text) {
     return text.empty() ? json::value(nullptr) : json::value(text);
 }
 
+json::value countOrNull(const TypeRow& type, int count) {
+    return type.kind == Kind::Struct ? json::value(count) : json::value(nullptr);
+}
+
 json::array typesOf(const Findings& findings) {
     json::array types;
     for (const TypeRow& type : findings.types) {
@@ -24,7 +28,9 @@ json::array typesOf(const Findings& findings) {
                                      {"storage", textOrNull(type.storage)},
                                      {"aliasOf", textOrNull(type.aliasOf)},
                                      {"variables", type.variables},
-                                     {"originalName", textOrNull(type.originalName)}});
+                                     {"originalName", textOrNull(type.originalName)},
+                                     {"elements", countOrNull(type, type.elements)},
+                                     {"leaves", countOrNull(type, type.leaves)}});
     }
     return types;
 }

@@ -8,9 +8,10 @@
 /// | `modelName`  | text                                                                        |
 /// | `variables`  | number of variables                                                         |
 /// | `types`      | array of types in the order of their ids: `id`, `name`, `kind` (`built-in`, |
-/// |              | `alias`, `enumerated`, `fixed-point`), `size` in bytes, `storage` and       |
-/// |              | `aliasOf` (names, or null), `variables` (how many use it), `originalName`   |
-/// |              | (text, or null where it is the name)                                        |
+/// |              | `alias`, `enumerated`, `fixed-point`, `struct`), `size` in bytes, `storage` |
+/// |              | and `aliasOf` (names, or null), `variables` (how many are of it; for a      |
+/// |              | struct how many lie in one), `originalName` (text, or null where it is the  |
+/// |              | name), `elements` and `leaves` (how many a struct has; null for the others) |
 /// | `outside`    | array of what lies outside the table: `baseType`, `variables`, `types`      |
 /// | `problems`   | array of remarks: `element`, `line` (or null), `sentence`, `count`          |
 /// | `notes`      | the same                                                                    |

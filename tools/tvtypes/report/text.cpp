@@ -15,11 +15,6 @@ namespace tvtool::report {
 
 namespace {
 
-std::string counted(std::size_t count, std::string_view one, std::string_view many) {
-    return count == 0 ? fmt::format("no {}", many)
-                      : fmt::format("{} {}", count, count == 1 ? one : many);
-}
-
 void printSummary(const Findings& findings, std::ostream& os) {
     os << fmt::format("{}: FMI {}, model \"{}\": {}, {}, {}, {}\n", safeText(findings.file),
                       safeText(findings.fmiVersion), safeText(findings.modelName),
@@ -35,6 +30,8 @@ void printTypes(const Findings& findings, fmt::text_style headingStyle, std::ost
     }
     const bool hasOriginals = std::ranges::any_of(
         findings.types, [](const TypeRow& type) { return !type.originalName.empty(); });
+    const bool hasStructs = std::ranges::any_of(
+        findings.types, [](const TypeRow& type) { return type.kind == Kind::Struct; });
     Table table;
     table.addColumn("id", Align::Right);
     table.addColumn("name", Align::Left);
@@ -43,6 +40,10 @@ void printTypes(const Findings& findings, fmt::text_style headingStyle, std::ost
     table.addColumn("storage", Align::Left);
     table.addColumn("alias of", Align::Left);
     table.addColumn("variables", Align::Right);
+    if (hasStructs) {
+        table.addColumn("elements", Align::Right);
+        table.addColumn("leaves", Align::Right);
+    }
     if (hasOriginals) {
         table.addColumn("original name", Align::Left);
     }
@@ -51,6 +52,11 @@ void printTypes(const Findings& findings, fmt::text_style headingStyle, std::ost
             std::to_string(type.id),       type.name,    nameOf(type.kind),
             std::to_string(type.size),     type.storage, type.aliasOf,
             std::to_string(type.variables)};
+        if (hasStructs) {
+            const bool isStruct = type.kind == Kind::Struct;
+            cells.push_back(isStruct ? std::to_string(type.elements) : "");
+            cells.push_back(isStruct ? std::to_string(type.leaves) : "");
+        }
         if (hasOriginals) {
             cells.push_back(safeText(type.originalName));
         }
@@ -92,6 +98,11 @@ void printRemarks(const Findings& findings, std::string_view heading,
 }
 
 } // namespace
+
+std::string counted(std::size_t count, std::string_view one, std::string_view many) {
+    return count == 0 ? fmt::format("no {}", many)
+                      : fmt::format("{} {}", count, count == 1 ? one : many);
+}
 
 void printText(const Findings& findings, bool colour, std::ostream& os) {
     const auto styled = [colour](fmt::text_style style) {

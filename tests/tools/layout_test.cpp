@@ -1,0 +1,173 @@
+// tvtypes layout: memory maps as text, as JSON and as pictures.
+#include "support.h"
+
+#include "fmi/xml.h"
+#include "report/layout_svg.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <random>
+#include <sstream>
+
+namespace tvtool {
+
+namespace {
+
+using testing::HasSubstr;
+
+constexpr const char* vehicle = TVTYPES_EXAMPLES "/vehicle.xml";
+
+std::string structured(const std::string& variables) {
+    std::string text = description3("", variables);
+    return text.insert(text.find('>'), " variableNamingConvention=\"structured\"");
+}
+
+TEST(Layout, IsAMapOfTheMemory) {
+    const TemporaryFolder folder;
+    const std::string file = folder.write(
+        "m.xml",
+        structured("<UInt8 name=\"s.x\" valueReference=\"0\"/>"
+                   "<Float64 name=\"s.z[1].a\" valueReference=\"1\"/>"
+                   "<Int16 name=\"s.z[1].b\" valueReference=\"2\"><Dimension start=\"2\"/></Int16>"
+                   "<Float64 name=\"s.z[2].a\" valueReference=\"3\"/>"
+                   "<Int16 name=\"s.z[2].b\" valueReference=\"4\"><Dimension start=\"2\"/></Int16>"
+                   "<Boolean name=\"t.u\" valueReference=\"5\"/>"));
+    const std::string ofS =
+        "s: 40 bytes, 15 of padding, aligned to 8; 2 elements, 5 leaves, 7 scalars\n"
+        "\n"
+        "offset  size  path       type      dfs  flat  raw\n"
+        "     0    40  (struct)   s           0     -    -\n"
+        "     0     1  x          uint8       1     0    0\n"
+        "     1     7  (padding)  -           -     -    -\n"
+        "     8    32  z          s_z[2]      2     -    -\n"
+        "     8    16  z[0]       s_z         3     -    -\n"
+        "     8     8  z[0].a     double      4     1    1\n"
+        "    16     4  z[0].b     int16[2]    5     2    2\n"
+        "    20     4  (padding)  -           -     -    -\n"
+        "    24    16  z[1]       s_z         6     -    -\n"
+        "    24     8  z[1].a     double      7     3    4\n"
+        "    32     4  z[1].b     int16[2]    8     4    5\n"
+        "    36     4  (padding)  -           -     -    -\n";
+    EXPECT_EQ(run({"layout", file, "s"}).out, ofS);
+    EXPECT_TRUE(run({"layout", file}).out.starts_with(ofS + "\nt: 1 byte, none of padding"));
+    for (const char* const name : {"s_z", "s.z", "s.z[2]"}) {
+        EXPECT_THAT(run({"layout", file, name}).out,
+                    HasSubstr("s_z (s.z): 16 bytes, 4 of padding, aligned to 8"));
+    }
+}
+
+TEST(Layout, LeavesAndPaddingAreAllOfTheStruct) {
+    const TemporaryFolder folder;
+    std::mt19937 random(11);
+    const char* const bases[] = {"Float64", "Float32", "Int8", "UInt16", "Boolean", "Int64"};
+    std::string variables;
+    for (int i = 0; i < 400; ++i) {
+        std::string name = "m";
+        for (unsigned depth = random() % 4; depth > 0; --depth) {
+            name += fmt::format(".s{}[{}]", random() % 3, 1 + random() % 2);
+        }
+        variables += fmt::format("<{} name=\"{}.v{}\" valueReference=\"{}\"/>", bases[random() % 6],
+                                 name, random() % 1000, i);
+    }
+    const std::string file = folder.write("m.xml", structured(variables));
+    for (const std::string& path : {file, std::string(vehicle)}) {
+        const boost::json::object maps = run({"layout", "--json", path}).json();
+        for (const auto& each : maps.at("structs").as_array()) {
+            const boost::json::object& map = each.as_object();
+            std::int64_t end = 0;
+            std::int64_t next[] = {0, 0};
+            for (const auto& value : map.at("rows").as_array()) {
+                const boost::json::object& row = value.as_object();
+                const std::int64_t offset = row.at("offset").as_int64();
+                if (row.at("kind") == "leaf" || row.at("kind") == "padding") {
+                    ASSERT_EQ(offset, end);
+                    end += row.at("size").as_int64();
+                }
+                ASSERT_TRUE(row.at("dfs").is_null() || row.at("dfs") == next[0]++);
+                ASSERT_EQ(row.at("flat").is_null(), row.at("kind") != "leaf");
+                ASSERT_TRUE(row.at("flat").is_null() || row.at("flat") == next[1]++);
+            }
+            EXPECT_EQ(end, map.at("size").as_int64());
+            EXPECT_EQ(next[1], map.at("leaves").as_int64());
+        }
+    }
+}
+
+TEST(Layout, NeedsAStruct) {
+    const Outcome other = run({"layout", vehicle, "wheel\x1b"});
+    EXPECT_EQ(other.status, 2);
+    EXPECT_THAT(other.err, HasSubstr("there is no struct type \"wheel\\u001b\"; there are "
+                                     "vehicle_wheel_hub, vehicle_wheel, vehicle_brake, vehicle\n"));
+    const TemporaryFolder folder;
+    const std::string flat =
+        folder.write("m.xml", description3("", "<Float64 name=\"a.b\" valueReference=\"1\"/>"));
+    const Outcome none = run({"layout", flat});
+    EXPECT_EQ(none.status, 0);
+    EXPECT_EQ(none.out,
+              flat + ": no struct types: variableNamingConvention is not \"structured\"\n");
+    EXPECT_EQ(run({"layout", flat, "a"}).status, 2);
+    const Outcome problems =
+        run({"layout", TVTYPES_TEST_INPUTS "/structured_names/modelDescription.xml"});
+    EXPECT_EQ(problems.status, 1);
+    EXPECT_THAT(problems.err, HasSubstr("has 3 problems; tvtypes inspect"));
+}
+
+/// Counts elements, and says where the description is no XML.
+struct Shapes : fmi::XmlHandler {
+    explicit Shapes(const std::string& text) {
+        TextSource source(text);
+        fmi::parseXml(source, *this);
+    }
+    void startElement(std::string_view name, const char* const*, std::uint64_t) override {
+        rectangles += name == "rect" ? 1 : 0;
+        texts += name == "text" ? 1 : 0;
+    }
+    void endElement() override {}
+    int rectangles = 0;
+    int texts = 0;
+};
+
+TEST(LayoutPicture, IsWrittenWholeOrNotAtAll) {
+    const TemporaryFolder folder;
+    const std::string out = folder.write("v.svg", "before");
+    const Outcome outcome = run({"layout", vehicle, "--svg", out});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out + outcome.err, "");
+    // Two for the paper; one for each of 33 nodes and 11 paddings.
+    EXPECT_EQ(Shapes(readFile(out)).rectangles, 2 + 33 + 11);
+    EXPECT_THAT(readFile(out), HasSubstr("<title>wheel[3].hub.speed Speed, offset 112, 8 bytes"));
+    EXPECT_EQ(run({"layout", vehicle, "--svg", out, "--json"}).status, 2);
+    const Outcome refused = run({"layout", vehicle, "--svg", out + "/none.svg"});
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_THAT(refused.err, HasSubstr("cannot be written"));
+}
+
+TEST(LayoutPicture, StaysReadableForAnyStruct) {
+    report::LayoutFindings findings;
+    report::StructMap map{1, "S", "]]>&\"<\x1b", 800000, 8, 100000, 100000, 100000, {}};
+    map.rows.push_back({report::RowKind::Struct, 0, 0, 800000, "", "", "S", 0});
+    for (int i = 0; i < 100000; ++i) {
+        map.rows.push_back({report::RowKind::Leaf, 1, 8 * i, 8, "'<&\xFF\xE6\xB0\xB4'", "'<&'",
+                            "double", i + 1, i, i});
+    }
+    findings.structs.assign(20, map);
+    report::StructMap deep{2, "D", "", 8, 8, 1, 1, 1, {}};
+    for (int i = 0; i < 100; ++i) {
+        deep.rows.push_back({report::RowKind::Struct, i, 0, 8, "d", "d", "D", i});
+    }
+    findings.structs.front() = deep;
+    std::ostringstream os;
+    report::drawLayout(findings, os);
+    const Shapes shapes(os.str());
+    EXPECT_LT(shapes.rectangles, 100);
+    EXPECT_THAT(os.str(), HasSubstr("91 of 100 nodes are too small or too deep"));
+    EXPECT_THAT(os.str(), HasSubstr("100000 of 100001 nodes are too small"));
+    EXPECT_THAT(os.str(), HasSubstr("more struct types have no room in this picture"));
+}
+
+} // namespace
+
+} // namespace tvtool

@@ -1,0 +1,107 @@
+// tvtypes layout: where in memory the elements of structs lie.
+#include "commands.h"
+#include "convert/new_file.h"
+#include "model/memory_map.h"
+#include "report/layout_json.h"
+#include "report/layout_svg.h"
+#include "report/layout_text.h"
+#include "report/safe_text.h"
+#include "report/text.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <memory>
+#include <ostream>
+#include <sstream>
+#include <string>
+
+namespace tvtool {
+
+namespace {
+
+struct Options {
+    std::string file;
+    std::string type;
+    std::string svg;
+    bool json = false;
+};
+
+constexpr const char* footer =
+    "Struct types come from structured names: with variableNamingConvention=\"structured\",\n"
+    "wheel[1].hub.speed is an element of hub, and hub one of wheel. Derivatives, further names of\n"
+    "a variable, and variables of types that have no place in the table are no elements. Copies "
+    "in\n"
+    "an array of structs count from 0, as in memory.\n"
+    "\n"
+    "  tvtypes layout vehicle.xml\n"
+    "  tvtypes layout vehicle.fmu wheel.hub --svg hub.svg\n"
+    "\n"
+    "Exit status: 0 no problems, 1 problems in the model, 2 the file cannot be read, the picture\n"
+    "cannot be written or the call is wrong.";
+
+void drawInto(const std::string& path, const report::LayoutFindings& findings) {
+    std::ostringstream picture;
+    report::drawLayout(findings, picture);
+    convert::NewFile file(path);
+    file.write(picture.view().data(), picture.view().size());
+    file.commit();
+}
+
+void print(const Options& options, const report::LayoutFindings& findings, Console& console) {
+    if (!options.svg.empty() && !findings.structs.empty()) {
+        drawInto(options.svg, findings);
+    } else if (options.json) {
+        report::printLayoutJson(findings, console.out);
+    } else {
+        report::printLayout(findings, console.colour, console.out);
+    }
+}
+
+void layOut(const Options& options, Console& console) {
+    const std::string file = report::safeText(options.file);
+    try {
+        const std::unique_ptr<model::Model> model = model::readModel(options.file);
+        report::LayoutFindings findings = model::mapStructs(*model, options.type);
+        findings.file = options.file;
+        print(options, findings, console);
+        if (findings.problems > 0) {
+            console.err << fmt::format("tvtypes: {}: the description has {}; tvtypes inspect "
+                                       "tells more\n",
+                                       file,
+                                       report::counted(findings.problems, "problem", "problems"));
+            console.status = ExitProblems;
+        }
+    } catch (const fmi::ReadError& error) {
+        reportUnreadable(options.file, error, console);
+    } catch (const model::UnknownStruct& error) {
+        console.err << fmt::format("tvtypes: {}: {}\n", file, report::safeText(error.what()));
+        console.status = ExitUnusable;
+    }
+}
+
+} // namespace
+
+void addLayout(CLI::App& app, Console& console) {
+    const auto options = std::make_shared<Options>();
+    CLI::App& command = *app.add_subcommand(
+        "layout", "Show where in memory the elements of the structs of a model lie");
+    command
+        .add_option("FILE", options->file,
+                    "A modelDescription.xml in FMI 2 or 3, or a .fmu archive that holds one")
+        ->type_name("")
+        ->required();
+    command
+        .add_option("TYPE", options->type,
+                    "A struct type, by its name or by a path in the description; without it, all "
+                    "that no other struct holds")
+        ->type_name("");
+    CLI::Option* const svg =
+        command.add_option("--svg", options->svg, "Draw a picture into this file instead")
+            ->type_name("OUT");
+    command.add_flag("--json", options->json, "Print one JSON object")->excludes(svg);
+    command.footer(footer);
+    command.callback([options, &console] { layOut(*options, console); });
+}
+
+} // namespace tvtool

@@ -1,0 +1,114 @@
+#include "model/struct_layout.h"
+
+#include "fmi/remarks.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+namespace tvtool::model {
+
+namespace {
+
+using TVTypeSys::DataType;
+using TVTypeSys::DataTypeTable;
+
+constexpr int maxInt = std::numeric_limits<int>::max();
+
+/// Offsets, sizes and counts are of type int, and so are the factors of every product.
+std::int64_t bounded(std::int64_t number, const StructElement& element, const char* unit) {
+    if (number > maxInt) {
+        throw LayoutError(fmt::format("there are more than {} {} at the end of element {}", maxInt,
+                                      unit, fmi::quoted(element.name)));
+    }
+    return number;
+}
+
+std::int64_t widthOf(const StructElement& element) {
+    std::int64_t width = 1;
+    for (int d = 0; d < element.numDimensions; ++d) {
+        const int size = element.dimensions[d];
+        if (size < 1) {
+            throw LayoutError(
+                fmt::format("element {} has a dimension of {}", fmi::quoted(element.name), size));
+        }
+        width = bounded(width * size, element, "scalars");
+    }
+    return width;
+}
+
+std::int64_t roundedUp(std::int64_t offset, int alignment) {
+    return (offset + alignment - 1) / alignment * alignment;
+}
+
+const DataType& typeOf(const DataTypeTable& table, const StructElement& element) {
+    const bool isKnown = table.isDataTypeIdValid_NotAuto(element.dataTypeId);
+    const DataType* const type =
+        isKnown ? table.getDataTypeAliasedThruTo(element.dataTypeId) : nullptr;
+    if (type == nullptr || type->getSize() < 0) {
+        throw LayoutError(
+            fmt::format("the type of element {} has no size", fmi::quoted(element.name)));
+    }
+    return *type;
+}
+
+} // namespace
+
+void StructLayout::layOut(StructDataType& type) {
+    std::vector<int> offsets;
+    int alignment = 1;
+    std::int64_t end = 0;
+    std::int64_t nodes = 1;
+    std::int64_t leaves = 0;
+    std::int64_t scalars = 0;
+    for (const StructElement* const element : type.getElements()) {
+        const DataType& elementType = typeOf(table_, *element);
+        const std::int64_t width = widthOf(*element);
+        std::int64_t parts = width;
+        if (elementType.getIsType(TVTypeSys::DataTypeQualifierStruct)) {
+            const auto& nested = static_cast<const StructDataType&>(elementType);
+            nodes += width * nested.getNumDFSElements() + (width > 1 ? 1 : 0);
+            leaves += width * nested.getNumFlatElements();
+            scalars += width * nested.getNumRawElements();
+        } else {
+            parts = bounded(element->signalType == 1 ? 2 * width : width, *element, "scalars");
+            nodes += 1;
+            leaves += 1;
+            scalars += parts;
+        }
+        const int elementAlignment = alignmentOf(elementType.getId());
+        alignment = std::max(alignment, elementAlignment);
+        const std::int64_t offset = bounded(roundedUp(end, elementAlignment), *element, "bytes");
+        offsets.push_back(static_cast<int>(offset));
+        end = bounded(offset + parts * elementType.getSize(), *element, "bytes");
+        bounded(std::max({nodes, leaves, scalars}), *element, "scalars");
+        bounded(roundedUp(end, alignment), *element, "bytes");
+    }
+    type.setSize(static_cast<int>(roundedUp(end, alignment)));
+    type.setNumDFSElements(static_cast<int>(nodes));
+    type.setNumFlatElements(static_cast<int>(leaves));
+    type.setNumRawElements(static_cast<int>(scalars));
+    for (std::size_t i = 0; i < offsets.size(); ++i) {
+        type.getElements()[i]->setOffset(offsets[i]);
+    }
+    alignments_[type.getId()] = alignment;
+}
+
+int StructLayout::alignmentOf(int id) const {
+    const DataType& type = *table_.getDataTypeAliasedThruTo(id);
+    if (!type.getIsType(TVTypeSys::DataTypeQualifierStruct)) {
+        return std::max(type.getSize(), 1);
+    }
+    const auto known = alignments_.find(type.getId());
+    if (known == alignments_.end()) {
+        throw LayoutError(
+            fmt::format("struct {} has not been laid out", fmi::quoted(type.getName())));
+    }
+    return known->second;
+}
+
+} // namespace tvtool::model

@@ -1,0 +1,16 @@
+/// \file
+/// Memory maps as a picture: the bytes of a struct from top to bottom, to scale, and a column for
+/// each level of nesting.
+#pragma once
+
+#include "report/layout.h"
+
+#include <ostream>
+
+namespace tvtool::report {
+
+/// Draws all structs beneath each other, one SVG document that needs nothing else. What is too
+/// small, too deep or too much to be drawn is said in the picture.
+void drawLayout(const LayoutFindings& findings, std::ostream& os);
+
+} // namespace tvtool::report
