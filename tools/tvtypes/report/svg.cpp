@@ -12,7 +12,7 @@ namespace tvtool::report {
 
 namespace {
 
-constexpr double lowestLabel = 10;
+constexpr double lowestLabel = 8;
 constexpr double largestFont = 12;
 // More would lose what letters have below the line.
 constexpr double fontPerHeight = 0.8;
