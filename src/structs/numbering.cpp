@@ -34,7 +34,7 @@ constinit const Numbering rawNumbering{0, rawSpan};
 
 Step ElementStarts::stepTo(const DataTypeTable& table, const StructDataType& type, int index) {
     const std::size_t count = type.getElements().size();
-    while (starts_.back() <= index && starts_.size() <= count) {
+    while (starts_.back() <= index && spans_.size() < count) {
         addNext(table, type);
     }
     const auto end = std::ranges::upper_bound(starts_, index);
@@ -42,15 +42,15 @@ Step ElementStarts::stepTo(const DataTypeTable& table, const StructDataType& typ
         refuseIndex(type, index);
     }
     const auto element = static_cast<int>(end - starts_.begin()) - 1;
-    const StructElement& found = elementAt(type, element);
-    const ElementSpan span = numbering_.spanOf(table, found);
+    const int typeId = elementAt(type, element).dataTypeId;
+    const ElementSpan& span = spans_[static_cast<std::size_t>(element)];
     const auto start = static_cast<int>(*(end - 1));
     const std::int64_t behindOwn = index - start - span.own;
-    if (behindOwn < 0 || span.copySize == 0) {
-        return {element, std::nullopt, found.dataTypeId, start, 0};
+    if (behindOwn < 0) {
+        return {element, std::nullopt, typeId, start, 0};
     }
     const std::int64_t copy = behindOwn / span.copySize;
-    return {element, static_cast<int>(copy), found.dataTypeId,
+    return {element, static_cast<int>(copy), typeId,
             static_cast<int>(start + span.own + copy * span.copySize), span.copySize};
 }
 
@@ -59,16 +59,21 @@ std::int64_t ElementStarts::startOf(const DataTypeTable& table, const StructData
     if (element < 0 || static_cast<std::size_t>(element) > type.getElements().size()) {
         refuseIndex(type, element);
     }
-    while (starts_.size() <= static_cast<std::size_t>(element)) {
+    while (spans_.size() < static_cast<std::size_t>(element)) {
         addNext(table, type);
     }
     return starts_[static_cast<std::size_t>(element)];
 }
 
+void ElementStarts::forget() {
+    spans_.clear();
+    starts_.assign(1, numbering_.first);
+}
+
 void ElementStarts::addNext(const DataTypeTable& table, const StructDataType& type) {
-    const StructElement& element = *type.getElements()[starts_.size() - 1];
-    const ElementSpan span = numbering_.spanOf(table, element);
+    const ElementSpan span = numbering_.spanOf(table, *type.getElements()[spans_.size()]);
     const std::int64_t size = span.own + span.copies * span.copySize;
+    spans_.push_back(span);
     starts_.push_back(std::min(starts_.back() + size, beyondAnyIndex));
 }
 

@@ -40,7 +40,7 @@ struct Step {
     std::int64_t copySize = 0;
 };
 
-/// Where the elements of one struct begin in a numbering, filled as far as it has been asked for.
+/// Where the elements of one struct lie in a numbering, filled as far as it has been asked for.
 class ElementStarts {
   public:
     explicit ElementStarts(const Numbering& numbering) : numbering_(numbering) { forget(); }
@@ -52,13 +52,14 @@ class ElementStarts {
     /// with InvalidStructIndex.
     std::int64_t startOf(const DataTypeTable& table, const StructDataType& type, int element);
 
-    void forget() { starts_.assign(1, numbering_.first); }
+    void forget();
 
   private:
     void addNext(const DataTypeTable& table, const StructDataType& type);
 
     const Numbering& numbering_;
-    std::vector<std::int64_t> starts_;
+    std::vector<ElementSpan> spans_;
+    std::vector<std::int64_t> starts_; ///< one more: where the next element begins
 };
 
 } // namespace TVTypeSys
