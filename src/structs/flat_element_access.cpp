@@ -1,5 +1,5 @@
+#include "structs/depth_first_nodes.h"
 #include "structs/elements.h"
-#include "structs/walk.h"
 
 #include <tvtypes/datatypetable.h>
 #include <tvtypes/elementaccess.h>
@@ -12,7 +12,7 @@ std::vector<int> leavesOf(const DataTypeTable& table, const Outermost& outermost
     std::vector<int> leaves;
     const int count = outermost.type.getNumDFSElements();
     for (int node = 0; node < count; ++node) {
-        const Place place = locate(table, outermost, &ViewMemory::depthFirst, node);
+        const Place place = placeOf(table, outermost, node);
         if (structAt(table, place.typeId) == nullptr) {
             leaves.push_back(node);
         }

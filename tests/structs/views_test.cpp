@@ -103,6 +103,7 @@ TEST_F(ViewsTest, RememberWhatTheyHaveRead) {
     EXPECT_EQ((std::pair{&a, 40}), (std::pair{node->element, node->offset}));
     a.setOffset(4);
     EXPECT_EQ(40, nodes.getOffset(10));
+    EXPECT_EQ(0, DFSElementAccess(&table, t.getId()).getOffset(1)) << "read there on the way";
 
     EXPECT_EQ(-1, nodes.getVarDimsOffset(12));
     s.getElements()[3]->setVarDimsOffset(5);
