@@ -1,7 +1,7 @@
 // tvtypes layout: where in memory the elements of structs lie.
 #include "commands.h"
-#include "convert/new_file.h"
 #include "model/memory_map.h"
+#include "new_file.h"
 #include "report/layout_json.h"
 #include "report/layout_svg.h"
 #include "report/layout_text.h"
@@ -43,7 +43,7 @@ constexpr const char* footer =
 void drawInto(const std::string& path, const report::LayoutFindings& findings) {
     std::ostringstream picture;
     report::drawLayout(findings, picture);
-    convert::NewFile file(path);
+    NewFile file(path);
     file.write(picture.view().data(), picture.view().size());
     file.commit();
 }

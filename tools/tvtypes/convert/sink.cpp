@@ -1,8 +1,8 @@
 #include "convert/sink.h"
 
 #include "convert/error.h"
-#include "convert/new_file.h"
 #include "convert/values.h"
+#include "new_file.h"
 
 #include <bit>
 #include <cstdint>

@@ -8,10 +8,11 @@
 #include <memory>
 #include <string>
 
-namespace tvtool::convert {
+namespace tvtool {
 
 /// Bytes go to a file beside the one that is meant, until commit() puts it in its place. If that
-/// does not happen, nothing is left. All operations throw an Error.
+/// does not happen, nothing is left. All operations throw a std::runtime_error, whose text is a
+/// sentence to show as it stands.
 class NewFile {
   public:
     /// Refuses what exists and is no plain file.
@@ -38,4 +39,4 @@ class NewFile {
     std::unique_ptr<std::FILE, Close> file_;
 };
 
-} // namespace tvtool::convert
+} // namespace tvtool

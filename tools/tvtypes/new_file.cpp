@@ -1,15 +1,14 @@
-#include "convert/new_file.h"
-
-#include "convert/error.h"
+#include "new_file.h"
 
 #include <fmt/format.h>
 
 #include <cerrno>
+#include <stdexcept>
 #include <system_error>
 
 #include <unistd.h>
 
-namespace tvtool::convert {
+namespace tvtool {
 
 namespace fs = std::filesystem;
 
@@ -17,7 +16,7 @@ NewFile::NewFile(const std::string& path) : path_(path), target_(path) {
     std::error_code error;
     const fs::file_status status = fs::status(target_, error);
     if (fs::exists(status) && !fs::is_regular_file(status)) {
-        throw Error(path_ + ": is no plain file, so it cannot be replaced");
+        throw std::runtime_error(path_ + ": is no plain file, so it cannot be replaced");
     }
     // A link stays a link: what it points at is replaced.
     if (fs::is_symlink(target_, error)) {
@@ -71,7 +70,8 @@ void NewFile::commit() {
 }
 
 void NewFile::fail(int errorNumber) const {
-    throw Error(path_ + ": cannot be written: " + std::generic_category().message(errorNumber));
+    throw std::runtime_error(
+        path_ + ": cannot be written: " + std::generic_category().message(errorNumber));
 }
 
-} // namespace tvtool::convert
+} // namespace tvtool
