@@ -171,7 +171,7 @@ class TVTYPES_API DFSElementAccess : public StructElementAccess {
     /// ("", q).
     void getFullPath(int dfsIdx, bool includeRoot, std::vector<std::pair<std::string, int>>& path);
 
-    /// How many scalars are stored ahead of a node.
+    /// How many scalars are stored ahead of a node; 0 for an index below 1.
     int getRawElementIdx(int dfsIdx);
 };
 
