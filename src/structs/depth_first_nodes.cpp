@@ -12,8 +12,6 @@ namespace {
 int singleDimension[] = {1};
 
 void keepMade(std::unique_ptr<StructElement> element, DFSElementCache& node) {
-    element->setNumDimensions(1);
-    element->setDimensions(singleDimension);
     element->setSignalType(0);
     element->setSamplingMode(0);
     element->setDimensionsMode(0);
@@ -28,6 +26,8 @@ StructElement& rootElement(const Outermost& outermost) {
         auto element = std::make_unique<StructElement>();
         element->setDataTypeId(outermost.typeId);
         element->setUnitId(0);
+        element->setNumDimensions(1);
+        element->setDimensions(singleDimension);
         keepMade(std::move(element), node);
     }
     return *node.element;
@@ -39,8 +39,7 @@ StructElement& nestedElement(const DataTypeTable& table, const Outermost& outerm
                              const Place& place) {
     const Nesting& nesting = *place.within;
     const Nesting& parent = *nesting.parent;
-    StructDataType& parentType =
-        parent.parent == nullptr ? outermost.type : structOf(table, parent.typeId);
+    StructDataType& parentType = typeOf(table, outermost, parent);
     DFSElementCache& node = *parentType.getCachedElement(nesting.start - parent.start);
     if (node.element == nullptr) {
         const StructElement& root = rootElement({*place.type, nesting.typeId});
@@ -48,6 +47,8 @@ StructElement& nestedElement(const DataTypeTable& table, const Outermost& outerm
         element->setName(elementAt(parentType, nesting.element).name.c_str());
         element->setDataTypeId(root.dataTypeId);
         element->setUnitId(root.unitId);
+        element->setNumDimensions(root.numDimensions);
+        element->setDimensions(root.dimensions);
         element->setMin(root.min);
         element->setMax(root.max);
         keepMade(std::move(element), node);
@@ -125,7 +126,7 @@ int offsetOf(const DataTypeTable& table, const Outermost& outermost, const Offse
         offset += offsetOf(table, outermost, kind, instance.index);
     } else {
         const Place place = placeOf(table, outermost, dfsIdx);
-        offset += offsetOf(table, outermost.type, kind, *place.within);
+        offset += offsetOf(table, outermost, kind, *place.within);
         if (place.element >= 0) {
             offset += offsetInItsStruct(place, kind, dfsIdx);
         }

@@ -39,7 +39,7 @@ DFSElementAccess::DFSElementAccess(const DataTypeTable* table, int dataTypeId)
     : StructElementAccess(table, dataTypeId) {}
 
 StructElement* DFSElementAccess::getStructElement(int dfsIdx) {
-    return &elementOf(table(), {structOf(table(), dataTypeId()), dataTypeId()}, dfsIdx);
+    return &elementOf(table(), outermostOf(table(), dataTypeId()), dfsIdx);
 }
 
 int DFSElementAccess::getNumElements() {
@@ -62,17 +62,16 @@ double DFSElementAccess::getMax(int index) { return getStructElement(index)->max
 bool DFSElementAccess::isIdxValid(int /*index*/) { return true; }
 
 int DFSElementAccess::getOffset(int index) {
-    return offsetOf(table(), {structOf(table(), dataTypeId()), dataTypeId()}, byteOffset, index);
+    return offsetOf(table(), outermostOf(table(), dataTypeId()), byteOffset, index);
 }
 
 int DFSElementAccess::getVarDimsOffset(int index) {
-    return offsetOf(table(), {structOf(table(), dataTypeId()), dataTypeId()}, varDimsOffset, index);
+    return offsetOf(table(), outermostOf(table(), dataTypeId()), varDimsOffset, index);
 }
 
 void DFSElementAccess::computeDataTypeIdAndIndex(int dfsIdx, int* immediateIdx, int* copyIdx,
                                                  int* dataTypeId, int* subIdx) {
-    const int ownId = this->dataTypeId();
-    const LevelStep step = stepInto(table(), {structOf(table(), ownId), ownId}, dfsIdx);
+    const LevelStep step = stepInto(table(), outermostOf(table(), this->dataTypeId()), dfsIdx);
     *immediateIdx = step.immediateIdx;
     *copyIdx = step.copyIdx;
     *dataTypeId = step.dataTypeId;
@@ -81,7 +80,7 @@ void DFSElementAccess::computeDataTypeIdAndIndex(int dfsIdx, int* immediateIdx, 
 
 void DFSElementAccess::getImmediateParentDTypeIdAndOffset(int dfsIdx, int& parentDataTypeId,
                                                           int& elementIdx) {
-    const Outermost outermost{structOf(table(), dataTypeId()), dataTypeId()};
+    const Outermost outermost = outermostOf(table(), dataTypeId());
     const Place place = placeOf(table(), outermost, instanceOf(outermost.type, dfsIdx).index);
     const Nesting* const parent = place.element < 0 ? place.within->parent : place.within;
     if (parent == nullptr) {
@@ -89,7 +88,7 @@ void DFSElementAccess::getImmediateParentDTypeIdAndOffset(int dfsIdx, int& paren
         elementIdx = -1;
         return;
     }
-    parentDataTypeId = parent->parent == nullptr ? dataTypeId() : parent->typeId;
+    parentDataTypeId = typeIdOf(outermost, *parent);
     elementIdx = place.element < 0 ? place.within->element : place.element;
 }
 
@@ -102,7 +101,7 @@ void DFSElementAccess::getFullPath(int dfsIdx, bool includeRoot,
     int typeId = dataTypeId();
     int index = dfsIdx;
     while (true) {
-        const Outermost level{structOf(table(), typeId), typeId};
+        const Outermost level = outermostOf(table(), typeId);
         const LevelStep step = stepInto(table(), level, index);
         const bool isStruct = structAt(table(), step.dataTypeId) != nullptr;
         std::string name;
@@ -130,22 +129,20 @@ int DFSElementAccess::getRawElementIdx(int dfsIdx) {
     if (dfsIdx < 1) {
         return 0;
     }
-    const Outermost outermost{structOf(table(), dataTypeId()), dataTypeId()};
+    const Outermost outermost = outermostOf(table(), dataTypeId());
     const Instance instance = instanceOf(outermost.type, dfsIdx);
     std::vector<unsigned>& ahead = ViewMemory::of(outermost.type).scalarsAhead;
     // All of one instance lies ahead of a further one.
     const int needed = instance.number > 0 ? outermost.type.getNumDFSElements() : instance.index;
     for (auto node = static_cast<int>(ahead.size()) - 1; node < needed; ++node) {
         const Place place = placeOf(table(), outermost, node);
-        const bool isLeaf = place.element >= 0 && structAt(table(), place.typeId) == nullptr;
+        const bool isLeaf = structAt(table(), place.typeId) == nullptr;
         const int scalars = isLeaf ? complexWidthOf(elementAt(*place.type, place.element)) : 0;
         ahead.push_back(ahead.back() + static_cast<unsigned>(scalars));
     }
-    const unsigned ofInstances =
-        static_cast<unsigned>(instance.number) * ahead[static_cast<std::size_t>(needed)];
-    return static_cast<int>(instance.number > 0
-                                ? ofInstances + ahead[static_cast<std::size_t>(instance.index)]
-                                : ahead[static_cast<std::size_t>(needed)]);
+    return static_cast<int>(static_cast<unsigned>(instance.number) *
+                                ahead[static_cast<std::size_t>(needed)] +
+                            ahead[static_cast<std::size_t>(instance.index)]);
 }
 
 } // namespace TVTypeSys

@@ -10,8 +10,8 @@ namespace TVTypeSys {
 
 namespace {
 
-Place placeOf(const DataTypeTable& table, int dataTypeId, int rawIdx) {
-    return locate(table, {structOf(table, dataTypeId), dataTypeId}, &ViewMemory::raw, rawIdx);
+Place placeOf(const DataTypeTable& table, const Outermost& outermost, int rawIdx) {
+    return locate(table, outermost, &ViewMemory::raw, rawIdx);
 }
 
 } // namespace
@@ -42,21 +42,21 @@ void RawElementAccess::computeDataTypeIdAndIndex(int rawIdx, int& immediateIdx, 
 }
 
 int RawElementAccess::getDataTypeId(int rawIdx) {
-    return placeOf(*table_, dataTypeId_, rawIdx).typeId;
+    return placeOf(*table_, outermostOf(*table_, dataTypeId_), rawIdx).typeId;
 }
 
 int RawElementAccess::getUnitId(int rawIdx) {
-    const Place place = placeOf(*table_, dataTypeId_, rawIdx);
+    const Place place = placeOf(*table_, outermostOf(*table_, dataTypeId_), rawIdx);
     return elementAt(*place.type, place.element).unitId;
 }
 
 int RawElementAccess::getOffset(int rawIdx) {
-    const Place place = placeOf(*table_, dataTypeId_, rawIdx);
+    const Outermost outermost = outermostOf(*table_, dataTypeId_);
+    const Place place = placeOf(*table_, outermost, rawIdx);
     const long long scalarsAhead = rawIdx - place.start;
     const long long inStruct = elementAt(*place.type, place.element).offset +
                                scalarsAhead * sizeOfType(*table_, place.typeId);
-    return wrapped(inStruct +
-                   offsetOf(*table_, structOf(*table_, dataTypeId_), byteOffset, *place.within));
+    return wrapped(inStruct + offsetOf(*table_, outermost, byteOffset, *place.within));
 }
 
 } // namespace TVTypeSys

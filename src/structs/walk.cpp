@@ -8,13 +8,18 @@
 
 namespace TVTypeSys {
 
-namespace {
-
-StructDataType& typeOf(const DataTypeTable& table, StructDataType& outermost, Nesting& nesting) {
-    return nesting.parent == nullptr ? outermost : structOf(table, nesting.typeId);
+Outermost outermostOf(const DataTypeTable& table, int typeId) {
+    return {structOf(table, typeId), typeId};
 }
 
-} // namespace
+StructDataType& typeOf(const DataTypeTable& table, const Outermost& outermost,
+                       const Nesting& nesting) {
+    return nesting.parent == nullptr ? outermost.type : structOf(table, nesting.typeId);
+}
+
+int typeIdOf(const Outermost& outermost, const Nesting& nesting) {
+    return nesting.parent == nullptr ? outermost.typeId : nesting.typeId;
+}
 
 Place locate(const DataTypeTable& table, const Outermost& outermost,
              NumberingMemory ViewMemory::*numbering, int index) {
@@ -24,12 +29,11 @@ Place locate(const DataTypeTable& table, const Outermost& outermost,
     Nestings& nestings = (ViewMemory::of(outermost.type).*numbering).nestings;
     Nesting* nesting = &nestings.innermost(index);
     while (true) {
-        StructDataType& type = typeOf(table, outermost.type, *nesting);
+        StructDataType& type = typeOf(table, outermost, *nesting);
         NumberingMemory& memory = ViewMemory::of(type).*numbering;
         const int rest = index - nesting->start;
         if (rest < memory.firstElement) {
-            const int typeId = nesting->parent == nullptr ? outermost.typeId : nesting->typeId;
-            return {nesting, &type, -1, typeId, nesting->start};
+            return {nesting, &type, -1, typeIdOf(outermost, *nesting), nesting->start};
         }
         const Step step = memory.starts.stepTo(table, type, rest);
         const int start = nesting->start + step.start;
@@ -63,7 +67,7 @@ int bytesAhead(const DataTypeTable& table, const OffsetKind& kind, int typeId, i
                : 0;
 }
 
-int offsetOf(const DataTypeTable& table, StructDataType& outermost, const OffsetKind& kind,
+int offsetOf(const DataTypeTable& table, const Outermost& outermost, const OffsetKind& kind,
              Nesting& nesting) {
     std::vector<Nesting*> unknown;
     Nesting* known = &nesting;

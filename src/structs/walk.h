@@ -25,8 +25,15 @@ struct Outermost {
     int typeId;
 };
 
-/// `memory` is that of the outermost type. Refused with InvalidStructIndex for an index that
-/// nothing has, one below 0 among them.
+/// Refused with InvalidDataTypeId if the type is no struct.
+Outermost outermostOf(const DataTypeTable& table, int typeId);
+
+/// The type of a nesting, and the id under which it stands there.
+StructDataType& typeOf(const DataTypeTable& table, const Outermost& outermost,
+                       const Nesting& nesting);
+int typeIdOf(const Outermost& outermost, const Nesting& nesting);
+
+/// Refused with InvalidStructIndex for an index that nothing has, one below 0 among them.
 Place locate(const DataTypeTable& table, const Outermost& outermost,
              NumberingMemory ViewMemory::*numbering, int index);
 
@@ -45,7 +52,7 @@ extern const OffsetKind varDimsOffset;
 int bytesAhead(const DataTypeTable& table, const OffsetKind& kind, int typeId, int copy);
 
 /// Where a struct begins in the outermost one: the sum of what lies on the way.
-int offsetOf(const DataTypeTable& table, StructDataType& outermost, const OffsetKind& kind,
+int offsetOf(const DataTypeTable& table, const Outermost& outermost, const OffsetKind& kind,
              Nesting& nesting);
 
 } // namespace TVTypeSys
