@@ -12,6 +12,9 @@
 /// |            | `structArray`, `leaf`, `padding`), `depth` (0 is the struct itself), `offset` |
 /// |            | and `size` in bytes, `path` and `type` (texts, or null), `dfs`, `flat` and    |
 /// |            | `raw` (indices, or null)                                                      |
+///
+/// A name or type of more than 120 bytes is cut off and a longer path begins further in; "..."
+/// stands for what is left out.
 #pragma once
 
 #include "report/layout.h"
