@@ -5,6 +5,8 @@
 #include <tvtypes/fixedpoint.h>
 #include <tvtypes/functions.h>
 #include <tvtypes/structdatatype.h>
+#include <tvtypes/units/expression.h>
+#include <tvtypes/units/rational.h>
 
 #include <fnd/except.h>
 #include <fndut/alloc.h>

@@ -1,8 +1,11 @@
+#include <fndi18n/ustring.h>
 #include <ox/array.h>
 
 #include <algorithm>
 #include <limits>
 #include <memory>
+#include <numeric>
+#include <string_view>
 #include <utility>
 #include <variant>
 
@@ -12,6 +15,7 @@ namespace {
 struct Records {
     std::size_t count;
     std::vector<std::string> fieldNames;
+    std::vector<std::size_t> index; // places of the names in the order of comesBefore
     std::vector<std::unique_ptr<oxArray_tag, TOxArrayDeleter>> fields;
 };
 
@@ -37,10 +41,34 @@ auto* contentOf(Value* value) {
     return value == nullptr ? nullptr : std::get_if<Kind>(&value->content);
 }
 
+/// The order of the index of fields: most names differ in length, which is the cheaper to compare.
+bool comesBefore(std::string_view left, std::string_view right) {
+    return left.size() != right.size() ? left.size() < right.size() : left < right;
+}
+
+std::vector<std::size_t> indexOf(const std::vector<std::string>& names) {
+    std::vector<std::size_t> index(names.size());
+    std::iota(index.begin(), index.end(), std::size_t{0});
+    std::stable_sort(index.begin(), index.end(), [&names](std::size_t left, std::size_t right) {
+        return comesBefore(names[left], names[right]);
+    });
+    return index;
+}
+
+/// The place of a name among the names of the fields, or their number.
 std::size_t fieldIndexOf(const oxArray_tag* value, const char* fieldName) {
-    const std::vector<std::string>& names = oxGetFieldNames(value);
-    const auto found = std::find(names.begin(), names.end(), fieldName == nullptr ? "" : fieldName);
-    return static_cast<std::size_t>(found - names.begin());
+    const Records* records = contentOf<Records>(value);
+    if (records == nullptr) {
+        return 0;
+    }
+    const std::vector<std::string>& names = records->fieldNames;
+    const std::vector<std::size_t>& index = records->index;
+    const std::string_view name = fieldName == nullptr ? "" : fieldName;
+    const auto found = std::lower_bound(index.begin(), index.end(), name,
+                                        [&names](std::size_t place, std::string_view sought) {
+                                            return comesBefore(names[place], sought);
+                                        });
+    return found != index.end() && names[*found] == name ? *found : names.size();
 }
 
 /// The place of a field; null if there is no such record or field.
@@ -56,11 +84,13 @@ auto* fieldAt(Kind* records, std::size_t index, std::size_t fieldIndex) {
 oxArray_tag* oxCreateDoubleScalar(double value) { return make(value); }
 
 oxArray_tag* oxCreateString(const char* text) {
-    return make(std::string(text == nullptr ? "" : text));
+    return oxCreateString(std::string(text == nullptr ? "" : text));
 }
 
+oxArray_tag* oxCreateString(std::string text) { return make(std::move(text)); }
+
 oxArray_tag* oxCreateRecords(std::size_t count, const std::vector<std::string>& fieldNames) {
-    Records records{count, fieldNames, {}};
+    Records records{count, fieldNames, indexOf(fieldNames), {}};
     if (!fieldNames.empty()) {
         if (count > records.fields.max_size() / fieldNames.size()) {
             return nullptr;
@@ -139,6 +169,16 @@ namespace oxcore {
 std::string get_string(const oxArray_tag* value) {
     const std::string* text = contentOf<std::string>(value);
     return text != nullptr ? *text : std::string();
+}
+
+std::string get_string(const oxArray_tag* value,
+                       const fnd::i18n::codecvt_ustring_to_string& converter) {
+    return converter(get_ustring(value));
+}
+
+std::basic_string<char16_t> get_ustring(const oxArray_tag* value) {
+    const std::string* text = contentOf<std::string>(value);
+    return text != nullptr ? fnd::i18n::to_ustring(*text) : std::basic_string<char16_t>();
 }
 
 } // namespace oxcore

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -30,6 +31,35 @@ TEST(HostRecords, HoldAValueAFieldAndGiveItUp) {
     oxDestroyArray(text);
     EXPECT_EQ(nullptr, oxCreateRecords(SIZE_MAX / 2 + 1, {"A", "B"})) << "the product wraps to 0";
     EXPECT_EQ(nullptr, oxCallocEx(SIZE_MAX / 2 + 2, 2)) << "the product wraps to 2";
+}
+
+TEST(HostRecords, FindEveryFieldByItsNameAndOfEqualNamesTheFirst) {
+    const std::vector<std::string> names{"b", "", "a", "ab", "b", "Z", "aa"};
+    oxArray_tag* records = oxCreateRecords(1, names);
+    for (const std::string& name : names) {
+        const auto place =
+            static_cast<std::size_t>(std::find(names.begin(), names.end(), name) - names.begin());
+        EXPECT_TRUE(oxSetField(records, 0, name.c_str(), oxCreateString(name)));
+        EXPECT_EQ(oxGetFieldAt(records, 0, place), oxGetField(records, 0, name.c_str())) << name;
+        EXPECT_EQ(name, oxcore::get_string(oxGetFieldAt(records, 0, place)));
+    }
+    for (const char* missing : {"A", "abc", "c"}) {
+        EXPECT_EQ(nullptr, oxGetField(records, 0, missing)) << missing;
+    }
+    oxDestroyArray(records);
+}
+
+TEST(HostValues, GiveTheirTextInSeveralForms) {
+    const fnd::i18n::codecvt_ustring_to_string latin1("ISO-8859-1", true);
+    oxArray_tag* text = oxCreateString("\xc2\xb5m");
+    EXPECT_EQ(u"\u00b5m", oxcore::get_ustring(text));
+    EXPECT_EQ("\xb5m", oxcore::get_string(text, latin1));
+    oxDestroyArray(text);
+    text = oxCreateString(std::string("a\0b", 3));
+    EXPECT_EQ(3U, oxcore::get_ustring(text).size());
+    oxDestroyArray(text);
+    EXPECT_EQ("", oxcore::get_string(nullptr, latin1));
+    EXPECT_EQ(u"", oxcore::get_ustring(nullptr));
 }
 
 TEST(HostValues, AreReadAsNothingWhereThereIsNone) {

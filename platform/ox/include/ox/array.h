@@ -6,6 +6,7 @@
 #pragma once
 
 #include <fnd/export.h>
+#include <fndi18n/codecvt.h>
 
 #include <cstddef>
 #include <string>
@@ -30,8 +31,9 @@ enum oxClassID : int {
 /// A value that is one real number. The caller owns the reference.
 TV_PLATFORM_API oxArray_tag* oxCreateDoubleScalar(double value);
 
-/// A value that is one text; null counts as "". The caller owns the reference.
+/// A value that is one text in UTF-8; null counts as "". The caller owns the reference.
 TV_PLATFORM_API oxArray_tag* oxCreateString(const char* text);
+TV_PLATFORM_API oxArray_tag* oxCreateString(std::string text);
 
 /// A value that is an array of `count` records, each with these fields, which hold nothing yet.
 /// The caller owns the reference. Null if there cannot be so many.
@@ -97,7 +99,10 @@ TV_PLATFORM_API void oxFreeEx(void* memory);
 
 namespace oxcore {
 
-/// The text of a value; "" if it is not a text.
+/// The text of a value, as it stands, through a converter, or in 16 bits; "" if it is not a text.
 TV_PLATFORM_API std::string get_string(const oxArray_tag* value);
+TV_PLATFORM_API std::string get_string(const oxArray_tag* value,
+                                       const fnd::i18n::codecvt_ustring_to_string& converter);
+TV_PLATFORM_API std::basic_string<char16_t> get_ustring(const oxArray_tag* value);
 
 } // namespace oxcore

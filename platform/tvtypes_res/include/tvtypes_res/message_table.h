@@ -62,7 +62,8 @@
     ROW(general, HostFunctionDoesNotExist,                   void(Text)) \
     ROW(general, HostFunctionFailed,                         void(Text, Text)) \
     ROW(general, HostFunctionWithoutResult,                  void(Text, Number)) \
-    /* Units. Text: expressions, names and symbols; of the database its path, then what lies in it. */ \
+    /* Units. Text: expressions, names and symbols; of the database its path, then what lies in it; */ \
+    /* of a record in it the variable, the number of the record from 0, and the field. */ \
     ROW(Unit, ParsingError,                                  void(Text)) \
     ROW(Unit, InvalidUnitExpression,                         void(Text)) \
     ROW(Unit, UnitNotInDatabase,                             void(Text)) \
@@ -75,6 +76,7 @@
     ROW(Unit, UnitDatabaseFileOpenError,                     void(Text)) \
     ROW(Unit, UnitDatabaseFileLoadMissingFieldError,         void(Text, Text)) \
     ROW(Unit, UnitDatabaseFileLoadFieldError,                void(Text, Text)) \
+    ROW(Unit, UnitDatabaseFileLoadRecordError,               void(Text, Number, Text)) \
     /* Symbolic dimensions. Text: expressions; of the first the column, from 1. */ \
     ROW(Dimensions, InvalidSymbolicDimensionExpr,            void(Text, Number)) \
     ROW(Dimensions, InvalidSymbolicDimensionSpec,            void()) \

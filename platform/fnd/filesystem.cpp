@@ -1,0 +1,78 @@
+#include <fnd/filesystem.h>
+
+#include <dlfcn.h>
+
+#include <filesystem>
+#include <mutex>
+#include <system_error>
+
+namespace fnd::filesystem {
+
+namespace {
+
+namespace files = std::filesystem;
+
+constexpr int parentsToTry = 3;
+
+/// Has an address in this library, which dladdr finds. Not exported, so that no other library can
+/// stand in for it.
+const char anchor = 0;
+
+files::path libraryFolder() {
+    Dl_info library{};
+    if (dladdr(&anchor, &library) == 0 || library.dli_fname == nullptr) {
+        return {};
+    }
+    std::error_code unresolved;
+    const files::path resolved = files::canonical(library.dli_fname, unresolved);
+    return (unresolved ? files::path(library.dli_fname) : resolved).parent_path();
+}
+
+files::path rootBeside(const files::path& folder) {
+    files::path parent = folder;
+    for (int i = 0; i < parentsToTry; ++i) {
+        parent = parent.parent_path();
+        const files::path root = parent / "share" / "tvtypes";
+        std::error_code missing;
+        if (files::is_directory(root, missing)) {
+            return root;
+        }
+    }
+    return folder.parent_path() / "share" / "tvtypes";
+}
+
+fnd::ustring defaultPath() {
+    const files::path root = rootBeside(libraryFolder());
+    try {
+        return root.u16string();
+    } catch (const files::filesystem_error&) { // bytes that are no text
+        return {};
+    }
+}
+
+struct InstallPath {
+    std::mutex mutex;
+    fnd::ustring path; // "" as long as none is set
+};
+
+InstallPath& installPath() {
+    static InstallPath path;
+    return path;
+}
+
+} // namespace
+
+fnd::ustring get_install_path() {
+    static const fnd::ustring byDefault = defaultPath();
+    InstallPath& chosen = installPath();
+    const std::lock_guard lock(chosen.mutex);
+    return chosen.path.empty() ? byDefault : chosen.path;
+}
+
+void set_install_path(const fnd::ustring& path) {
+    InstallPath& chosen = installPath();
+    const std::lock_guard lock(chosen.mutex);
+    chosen.path = path;
+}
+
+} // namespace fnd::filesystem

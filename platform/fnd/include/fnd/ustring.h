@@ -1,0 +1,12 @@
+/// \file
+/// The text of 16-bit characters.
+#pragma once
+
+#include <string>
+
+namespace fnd {
+
+/// A text in UTF-16: names and expressions of units, and paths.
+using ustring = std::basic_string<char16_t>;
+
+} // namespace fnd

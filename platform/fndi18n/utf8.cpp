@@ -1,0 +1,69 @@
+#include "utf8.h"
+
+#include <unicode/ustring.h>
+
+#include <array>
+#include <stdexcept>
+
+namespace fnd::i18n {
+
+namespace {
+
+constexpr UChar32 replacement = 0xFFFD;
+
+// Most texts are names: shorter than this, they are converted without memory of their own.
+constexpr std::size_t shortText = 128;
+
+// A 16-bit character takes three bytes at most: those beyond are pairs, and take four.
+constexpr std::size_t mostBytes = 3;
+
+std::size_t convert(std::u16string_view text, char* bytes, std::size_t capacity) {
+    UErrorCode status = U_ZERO_ERROR;
+    int32_t length = 0;
+    u_strToUTF8WithSub(bytes, static_cast<int32_t>(capacity), &length, text.data(),
+                       static_cast<int32_t>(text.size()), replacement, nullptr, &status);
+    return static_cast<std::size_t>(length);
+}
+
+/// A byte makes one 16-bit character at most, so a buffer as long as the text has room.
+std::size_t convert(std::string_view text, char16_t* characters) {
+    UErrorCode status = U_ZERO_ERROR;
+    int32_t length = 0;
+    const auto size = static_cast<int32_t>(text.size());
+    u_strFromUTF8WithSub(characters, size, &length, text.data(), size, replacement, nullptr,
+                         &status);
+    return static_cast<std::size_t>(length);
+}
+
+} // namespace
+
+std::int32_t checkedLength(std::size_t length) {
+    if (length > longestText) {
+        throw std::length_error("a text is too long to be converted");
+    }
+    return static_cast<std::int32_t>(length);
+}
+
+std::string toUtf8(std::u16string_view text) {
+    checkedLength(text.size());
+    if (text.size() <= shortText) {
+        std::array<char, mostBytes * shortText> buffer;
+        return std::string(buffer.data(), convert(text, buffer.data(), buffer.size()));
+    }
+    std::string result(mostBytes * text.size(), '\0');
+    result.resize(convert(text, result.data(), result.size()));
+    return result;
+}
+
+fnd::ustring fromUtf8(std::string_view text) {
+    checkedLength(text.size());
+    if (text.size() <= shortText) {
+        std::array<char16_t, shortText> buffer;
+        return fnd::ustring(buffer.data(), convert(text, buffer.data()));
+    }
+    fnd::ustring result(text.size(), u'\0');
+    result.resize(convert(text, result.data()));
+    return result;
+}
+
+} // namespace fnd::i18n

@@ -1,0 +1,72 @@
+/// \file
+/// The grammar of unit expressions.
+#pragma once
+
+#include "units/expression_reader.h"
+
+#include <boost/phoenix.hpp>
+#include <boost/regex/pending/unicode_iterator.hpp>
+#include <boost/spirit/include/qi.hpp>
+
+namespace TVTypeSys {
+
+using UnitExprIterator = boost::u16_to_u32_iterator<const char16_t*>;
+
+/// The sequence of the texts. What may enclose what is up to the reader, which is told of each.
+///
+/// Each choice is settled by what comes next, and nothing is read twice: once an operator or a
+/// parenthesis has been read, no other reading of it could succeed. So the time is proportional to
+/// the length of the text. Holds no state of a text; one object serves all threads.
+template <class Reader, class Iterator>
+class UnitExprParser : public boost::spirit::qi::grammar<Iterator, void(Reader&),
+                                                         boost::spirit::standard_wide::space_type> {
+  public:
+    UnitExprParser() : UnitExprParser::base_type(unitExpr) {
+        using namespace boost::spirit::qi::labels;
+        using boost::phoenix::bind;
+        using boost::spirit::qi::eps;
+        using boost::spirit::qi::int_;
+        using boost::spirit::qi::lexeme;
+        using boost::spirit::qi::lit;
+        using boost::spirit::qi::omit;
+        using boost::spirit::qi::raw;
+        using boost::spirit::standard_wide::alnum;
+        using boost::spirit::standard_wide::char_;
+
+        unitExpr = operand(_r1) >> *((lit(L'*') >> eps(bind(&Reader::multiply, _r1)) |
+                                      lit(L'/') >> eps(bind(&Reader::divide, _r1))) >>
+                                     operand(_r1)) >>
+                   eps(bind(&Reader::end, _r1));
+
+        operand = *(lit(L'(') >> eps(bind(&Reader::open, _r1))) >>
+                  (unitName(_r1) | omit[int_] >> eps(bind(&Reader::signedNumber, _r1))) >>
+                  *(lit(L')') >> eps(bind(&Reader::close, _r1)) | lit(L'^') >> exponentTerm(_r1));
+
+        unitName = raw[lexeme[+(alnum | char_(L'_'))]][_pass = bind(&tellName, _r1, _1)];
+
+        // A number in as many parentheses as are opened ahead of it.
+        exponentTerm = eps[_a = 0] >> *(lit(L'(') >> eps(bind(&mayOpen, _r1, _a)) >> eps[++_a]) >>
+                       int_[_pass = bind(&Reader::power, _r1, _1)] >>
+                       *(eps(_a > 0) >> lit(L')') >> eps[--_a]) >> eps(_a == 0);
+    }
+
+  private:
+    using Skipper = boost::spirit::standard_wide::space_type;
+    template <class... Locals>
+    using Rule = boost::spirit::qi::rule<Iterator, void(Reader&), Skipper, Locals...>;
+
+    static bool tellName(Reader& reader, const boost::iterator_range<Iterator>& name) {
+        const auto* begin = name.begin().base();
+        return reader.name({begin, static_cast<std::size_t>(name.end().base() - begin)});
+    }
+    static bool mayOpen(const Reader& reader, int open) {
+        return reader.depth() + open < Reader::maximumNesting;
+    }
+
+    Rule<> unitExpr;
+    Rule<> operand;
+    Rule<> unitName;
+    Rule<boost::spirit::qi::locals<int>> exponentTerm;
+};
+
+} // namespace TVTypeSys

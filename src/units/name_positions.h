@@ -1,0 +1,44 @@
+/// \file
+/// Where a name stands in a growing list of names.
+#pragma once
+
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace TVTypeSys {
+
+/// Finds names in a list whose strings stay where they are. A short list is searched through; from
+/// a longer one an index is made, so that a search takes constant time.
+class NamePositions {
+  public:
+    explicit NamePositions(const std::vector<std::u16string>& names) : names_(names) {}
+
+    /// The position of a name among the first `count`; `count` if it is not there. `count` must
+    /// not shrink from call to call.
+    std::size_t find(std::u16string_view name, std::size_t count) {
+        if (count <= searchedThrough) {
+            const auto begin = names_.begin();
+            const auto end = begin + static_cast<std::ptrdiff_t>(count);
+            return static_cast<std::size_t>(std::find(begin, end, name) - begin);
+        }
+        for (; indexed_ < count; ++indexed_) {
+            index_.emplace(names_[indexed_], indexed_);
+        }
+        const auto found = index_.find(name);
+        return found == index_.end() ? count : found->second;
+    }
+
+  private:
+    static constexpr std::size_t searchedThrough = 16;
+
+    const std::vector<std::u16string>& names_;
+    boost::unordered_flat_map<std::u16string_view, std::size_t> index_;
+    std::size_t indexed_ = 0;
+};
+
+} // namespace TVTypeSys

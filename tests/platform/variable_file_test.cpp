@@ -1,0 +1,154 @@
+#include <fndi18n/ustring.h>
+#include <ox/array.h>
+#include <oxd/file.h>
+#include <tv_services/number_text.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
+namespace {
+
+using namespace std::string_literals;
+using File = std::unique_ptr<oxdFile_tag, TOxdFileDeleter>;
+using Value = std::unique_ptr<oxArray_tag, TOxArrayDeleter>;
+
+/// A value in short: `(x=1 y=-)(x='t' y=2)` are two records, of which the first holds no y.
+std::string show(const oxArray_tag* value) {
+    if (value == nullptr) {
+        return "-";
+    }
+    if (oxIsDouble(value)) {
+        return tvsv_dtoa(oxGetScalar(value), false);
+    }
+    if (oxIsString(value)) {
+        return "'" + oxcore::get_string(value) + "'";
+    }
+    std::string text;
+    for (std::size_t i = 0; i < oxGetNumberOfElements(value); ++i) {
+        text += '(';
+        for (const std::string& name : oxGetFieldNames(value)) {
+            text += (text.back() == '(' ? "" : " ") + name + "=" +
+                    show(oxGetField(value, i, name.c_str()));
+        }
+        text += ')';
+    }
+    return "[" + text + "]";
+}
+
+class VariableFile : public testing::Test {
+  protected:
+    ~VariableFile() override { std::filesystem::remove(path_); }
+
+    File open(const std::string& content) const {
+        std::ofstream(path_, std::ios::binary) << content;
+        return File(oxdOpen(path_.u16string(), "r"));
+    }
+
+    std::filesystem::path path_ = std::filesystem::path(testing::TempDir()) /
+                                  (std::string("variables \xc3\xa9 ") +
+                                   testing::UnitTest::GetInstance()->current_test_info()->name());
+};
+
+std::string nested(int levels) {
+    std::string text = "{\"v\":";
+    std::string ends;
+    for (int i = 0; i < levels; ++i) {
+        text += "[{\"x\":";
+        ends += "}]";
+    }
+    return text + "1" + ends + "}";
+}
+
+/// Records with a field each, no two alike, so that they hold the square of their number.
+std::string sparse(int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+        text += (i == 0 ? "{\"f" : ",{\"f") + std::to_string(i) + "\":1}";
+    }
+    return "{\"v\":[" + text + "]}";
+}
+
+} // namespace
+
+TEST_F(VariableFile, HoldsWhatTheTextSays) {
+    const std::pair<const char*, const char*> cases[] = {
+        {R"( {} )", "-"},
+        {R"({"w": 1})", "-"},
+        {R"({"": 1, "v": 0.3048})", "0.3048"},
+        {R"({"v": 7.2057594037927933e16})", "7.205759403792794e+16"},
+        {R"({"v": 18446744073709551616})", "1.8446744073709552e+19"},
+        {R"({"v": -1e-400})", "0"},
+        {R"({"v": 2.4703282292062328e-324})", "5e-324"},
+        {R"({"v": "\u00b5\ud83d\ude00 \"m"})", "'\xc2\xb5\xf0\x9f\x98\x80 \"m'"},
+        {R"({"v": []})", "[]"},
+        {R"({"v": [{}, {}]})", "[()()]"},
+        {R"({"v": [{"x": 1, "y": "t"}, {"z": null, "y": 2}, {"y": 4, "x": 3}]})",
+         "[(x=1 y='t' z=-)(x=- y=2 z=-)(x=3 y=4 z=-)]"},
+        {R"({"v": [{"x": [{"x": 1}, {"y": 2}], "y": 3}]})", "[(x=[(x=1 y=-)(x=- y=2)] y=3)]"},
+    };
+    for (const auto& [content, shown] : cases) {
+        File file = open(content);
+        ASSERT_NE(nullptr, file) << content << ": " << oxdLastError();
+        EXPECT_EQ("", oxdLastError());
+        const Value value(oxdGetVariable(file.get(), "v"));
+        file.reset();
+        EXPECT_EQ(shown, show(value.get())) << content;
+    }
+    EXPECT_NE(nullptr, open(nested(15)));
+    EXPECT_EQ(nullptr, oxdGetVariable(open("{}").get(), nullptr));
+}
+
+TEST_F(VariableFile, IsRefusedWithThePlaceOfTheFault) {
+    const std::pair<std::string, const char*> cases[] = {
+        {"", "line 1, column 1: incomplete JSON"},
+        {"{\n \"v\":\n  \"\xc3\xa9\", x}", "line 3, column 8: syntax error"},
+        {R"({"v": [{"x": 1},)", "line 1, column 17: incomplete JSON"},
+        {R"({"v": 1} {})", "line 1, column 10: extra data"},
+        {"{\"v\": 1}\n\0"s, "line 2, column 1: extra data"},
+        {R"({"v": 1, "v": 2})", R"(column 12: the name "v" stands twice)"},
+        {R"({"v": [{"a": 1, "b": 2}, {"b": 1, "a": 2, "\u0062": 3}]})", R"(the name "b")"},
+        {"{\"v\": \"\xc0\xaf\"}", "line 1, column 8: the text is not UTF-8"},
+        {"{\"v\": \"\xed\xa0\x80\"}", "not UTF-8"},
+        {R"({"v": "\ud83d"})", "syntax error"},
+        {R"({"v": -1e400})", "too large for a double"},
+        {R"({"v": true})", "column 7: true and false"},
+        {R"({"v": null})", "null is no value of a variable"},
+        {R"({"v": {"x": 1}})", "column 7: an object stands where"},
+        {R"({"v": [{"x": {"y": 1}}]})", "column 14: an object stands where"},
+        {R"({"v": [{}, 1]})", "an array holds what is not an object"},
+        {R"({"v": [null]})", "an array holds what is not an object"},
+        {R"({"v": [[]]})", "an array holds what is not an object"},
+        {R"([{"v": 1}])", "column 1: the file does not begin with an object"},
+        {R"("v")", "the file does not begin with an object"},
+        {nested(16), "too deep"},
+        {nested(100000), "too deep"},
+        {sparse(4097), "more than 2^24 fields"},
+    };
+    for (const auto& [content, reason] : cases) {
+        EXPECT_EQ(nullptr, open(content)) << content.substr(0, 80);
+        EXPECT_NE(std::string::npos, oxdLastError().find(reason))
+            << content.substr(0, 80) << ": " << oxdLastError();
+    }
+}
+
+TEST_F(VariableFile, IsRefusedWhereNoTextIsToBeRead) {
+    ASSERT_NE(nullptr, open("{}"));
+    const fnd::ustring path = path_.u16string();
+    const auto reason = [](const fnd::ustring& where, const char* mode) {
+        EXPECT_EQ(nullptr, File(oxdOpen(where, mode)));
+        return oxdLastError();
+    };
+    EXPECT_EQ("a file is opened with the mode \"r\" alone", reason(path, "w"));
+    EXPECT_EQ("a file is opened with the mode \"r\" alone", reason(path, nullptr));
+    EXPECT_EQ("No such file or directory", reason(path + u".missing", "r"));
+    EXPECT_EQ("it is a directory", reason(path_.parent_path().u16string(), "r"));
+    EXPECT_EQ("it is not a regular file", reason(u"/dev/zero", "r"));
+    EXPECT_EQ("its path holds a null character", reason(path + u'\0', "r"));
+    std::filesystem::resize_file(path_, (16U << 20) + 1);
+    EXPECT_EQ("it is larger than 16 MiB", reason(path, "r"));
+    EXPECT_EQ(nullptr, oxdGetVariable(nullptr, "v"));
+    oxdClose(nullptr);
+}

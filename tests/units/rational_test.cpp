@@ -1,0 +1,129 @@
+#include <tvtypes/units/rational.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <numeric>
+#include <random>
+
+namespace {
+
+using TVTypeSys::Rational;
+
+constexpr int least = std::numeric_limits<int>::min();
+constexpr int greatest = std::numeric_limits<int>::max();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+/// Text and flag.
+std::string show(const Rational& number) {
+    return number.toString() + (number.precision() == 0 ? "" : " lossy");
+}
+
+std::string made(double numerator, double denominator, int exponent) {
+    return show(Rational::safeConvertToRational<double>(numerator, denominator, exponent));
+}
+
+TEST(Rational, IsKeptInLowestTermsWithoutFactorsOfTen) {
+    EXPECT_EQ(show({100, 1, 0}), "1/1*1e2");
+    EXPECT_EQ(show({1, 1000, 0}), "1/1*1e-3");
+    EXPECT_EQ(show({3, 20, 0}), "3/2*1e-1");
+    EXPECT_EQ(show({-4, -8, 0}), "1/2*1e0");
+    EXPECT_EQ(show({4, -8, 0}), "-1/2*1e0");
+    EXPECT_EQ(show({0, 7, 5}), "0/1*1e5");
+    EXPECT_EQ(show({least, 6, 0}), "-1073741824/3*1e0");
+    EXPECT_EQ(show({least, least, 0}), "1/1*1e0");
+    EXPECT_EQ(show({2, least, 0}), "-1/1073741824*1e0");
+    EXPECT_EQ(show({10, 1, greatest}), "1/1*1e-2147483648");
+    for (const auto& [numerator, denominator] :
+         {std::pair{1, 0}, {least, 0}, {least, -1}, {1, least}, {0, 0}}) {
+        EXPECT_THROW(Rational(numerator, denominator, 0), boost::bad_rational) << numerator;
+    }
+}
+
+TEST(Rational, DropsDigitsThatDoNotFitAndSaysSo) {
+    EXPECT_EQ(made(1e20, 3.0, 0), "1/3*1e20 lossy");
+    EXPECT_EQ(made(2147483647.0, 1.0, 0), "2147483647/1*1e0");
+    EXPECT_EQ(made(2147483648.0, 1.0, 0), "214748364/1*1e1 lossy");
+    EXPECT_EQ(made(3.0, 1e20, 2), "3/1*1e-18 lossy");
+    EXPECT_EQ(made(4294967296.0, 4294967294.0, 0), "536870912/536870911*1e0 lossy");
+    EXPECT_EQ(made(0.0, 5.0, 3), "0/1*1e3");
+    EXPECT_EQ(made(2.9, 4.9, 0), "1/2*1e0");
+    // Negative over negative is negative.
+    EXPECT_EQ(made(-3.0, -4.0, 0), "-3/4*1e0");
+    // Values that no 32 bits hold have a result as well.
+    EXPECT_EQ(made(infinity, 1.0, 0), made(std::numeric_limits<double>::max(), 1.0, 0));
+    EXPECT_EQ(made(infinity, -infinity, 0), "-1/1*1e0 lossy");
+    EXPECT_EQ(made(std::nan(""), 1.0, 0), "0/1*1e0");
+    EXPECT_EQ(made(1.0, infinity, greatest),
+              made(1.0, std::numeric_limits<double>::max(), greatest));
+    EXPECT_THROW(made(1.0, 0.5, 0), boost::bad_rational);
+    EXPECT_THROW(made(1.0, std::nan(""), 0), boost::bad_rational);
+}
+
+TEST(Rational, CarriesTheFlagThroughProductsButNotIntoCopies) {
+    const Rational lossy = Rational(99999, 1, 0) ^ 3;
+    EXPECT_EQ(lossy.precision(), 1);
+    EXPECT_EQ(Rational(lossy).precision(), 0); // NOLINT: the copy is what is looked at
+    Rational product(2, 1, 0);
+    EXPECT_EQ((product *= lossy).precision(), 1);
+    EXPECT_EQ((lossy ^ 1).precision(), 0);
+}
+
+TEST(Rational, WrapsProductsInSilence) {
+    Rational wrapped(65537, 1, 0);
+    wrapped *= Rational(65537, 1, 0);
+    EXPECT_EQ(show(wrapped), "131073/1*1e0");
+    Rational singular(1, 65536, 0);
+    EXPECT_THROW(singular *= Rational(1, 65536, 0), boost::bad_rational);
+    EXPECT_EQ(show(Rational(1, 1, 3) ^ greatest), "1/1*1e2147483645");
+    EXPECT_EQ(show(Rational(127, 5, -3) ^ least), show(Rational(127, 5, -3) ^ least));
+}
+
+TEST(Rational, FormsPowers) {
+    EXPECT_EQ(show(Rational(381, 125, -1) ^ 3), "55306341/1953125*1e-3");
+    EXPECT_EQ(show(Rational(381, 125, -1) ^ -2), "15625/145161*1e2");
+    EXPECT_EQ(show(Rational(7, 9, 4) ^ 0), "1/1*1e0");
+    EXPECT_EQ(show(Rational::zero ^ 0), "1/1*1e0");
+    EXPECT_THROW(Rational::zero ^ -1, boost::bad_rational);
+}
+
+TEST(Rational, ComparesFormsAndNotValues) {
+    EXPECT_NE(Rational(5, 1, -1), Rational(1, 2, 0));
+    EXPECT_NE(Rational(0, 7, 5), Rational::zero);
+    EXPECT_EQ(Rational(5, 1, -1).toDouble(), Rational(1, 2, 0).toDouble());
+    EXPECT_EQ(Rational(1, 1, 3) / Rational(1, 1, 0), 1000.0);
+    EXPECT_EQ(Rational(1, 1, 0) / Rational(1, 1, 3), 0.001);
+}
+
+/// The number times 10^6, exactly, for exponents from -6 up.
+std::int64_t scaled(const Rational& number) {
+    std::int64_t value = number.numerator();
+    for (int i = -6; i < number.exponent(); ++i) {
+        value *= 10;
+    }
+    EXPECT_EQ(value % number.denominator(), 0);
+    return value / number.denominator();
+}
+
+TEST(Rational, ProductsOfSmallNumbersAreExact) {
+    std::mt19937 random(20);
+    std::uniform_int_distribution<int> parts(-2000, 2000);
+    constexpr int denominators[] = {1, 2, 4, 5, 8, 10, 25, 125, 1000};
+    for (int i = 0; i < 20000; ++i) {
+        const int a = parts(random);
+        const int b = parts(random);
+        const int divisor = denominators[random() % std::size(denominators)];
+        Rational product(a, divisor, 0);
+        product *= Rational(b, divisor, 0);
+        // A product of two negatives comes out as a negative over a positive, so signs are kept.
+        ASSERT_EQ(scaled(product) * divisor * divisor, std::int64_t{1000000} * a * b);
+        ASSERT_EQ(product.precision(), 0);
+        ASSERT_EQ(std::gcd(product.numerator(), product.denominator()), 1);
+        ASSERT_TRUE(product.numerator() == 0 || product.numerator() % 10 != 0);
+        ASSERT_NE(product.denominator() % 10, 0);
+    }
+}
+
+} // namespace

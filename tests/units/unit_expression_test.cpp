@@ -1,0 +1,262 @@
+#include <tvtypes/units/expression.h>
+
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <optional>
+#include <random>
+#include <string>
+
+namespace {
+
+std::u16string wide(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
+
+std::string show(const Monomial& monomial) {
+    std::string text = "=";
+    for (std::size_t i = 0; i < monomial.names.size(); ++i) {
+        const std::u16string& name = monomial.names[i];
+        text += " " + std::string(name.begin(), name.end()) + "^";
+        text += std::to_string(monomial.powers[i]);
+    }
+    return text;
+}
+
+/// "none", or the names with their powers.
+std::string parsed(const std::string& text) {
+    Monomial result;
+    return parseUnitExpr(wide(text), result) ? show(result) : "none";
+}
+
+TEST(UnitExpression, HasNamesAndPowers) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"m", "= m^1"},
+        {" kg * m / s ^ 2 ", "= kg^1 m^1 s^-2"},
+        {"1/(m*s)", "= m^-1 s^-1"},
+        {"7/s", "= s^-1"},
+        {"-1/s", "= s^-1"},
+        {"((-1))/s", "= s^-1"},
+        {"((-1)/s)", "= s^-1"},
+        {"(((+1)/s*m))^2", "= s^-2 m^2"},
+        {"((1)/s)", "none"},
+        {"((m))", "= m^1"},
+        {"((m)*s)", "none"},
+        {"(m*(s))", "= m^1 s^1"},
+        {"5", "= 5^1"},
+        {"+5", "none"},
+        {"(+5)", "none"},
+        {"5*kg", "= 5^1 kg^1"},
+        {"5/", "none"},
+        {"1e3/s", "= 1e3^1 s^-1"},
+        {"99999999999/s", "= 99999999999^1 s^-1"},
+        {"m^2^3", "= m^6"},
+        {"m^((-2))", "= m^-2"},
+        {"m^65536^65536", "= m^0"},
+        {"(m*s)^0*m", "= m^1"},
+        {"m/m", "= m^0"},
+        {"m^2.5", "none"},
+        {"m^x", "none"},
+        {"m^99999999999", "none"},
+        {"m^- 2", "none"},
+        {"k g", "none"},
+        {"m-s", "none"},
+        {"(m", "none"},
+        {"m)", "none"},
+        {"", "none"},
+        {"  ", "none"},
+    };
+    for (const auto& [text, expected] : cases) {
+        EXPECT_EQ(parsed(text), expected) << text;
+    }
+}
+
+TEST(UnitExpression, LeavesTheResultAloneIfThereIsNone) {
+    Monomial result(std::vector<wchar_t>{L'm', L'\x1F600'});
+    ASSERT_FALSE(parseUnitExpr(u"s*", result));
+    EXPECT_EQ(result.names, std::vector<std::u16string>({u"m\xF600"}));
+    EXPECT_THROW(parseUnitExpr(u"m\xDC00", result), std::out_of_range);
+    EXPECT_EQ(result.powers, std::vector<std::int32_t>({1}));
+}
+
+/// The grammar as an ordered choice that tries everything in its order, however long that takes.
+class Reference {
+  public:
+    static std::string parse(const std::string& text) {
+        Reference reference{text};
+        const auto result = reference.unitExpr();
+        reference.skip();
+        return result && reference.position_ == text.size() ? show(*result) : "none";
+    }
+
+  private:
+    using Result = std::optional<Monomial>;
+    explicit Reference(const std::string& text) : text_(text) {}
+
+    void skip() { position_ = std::min(text_.find_first_not_of(' ', position_), text_.size()); }
+
+    bool accept(char character) {
+        skip();
+        const bool there = position_ < text_.size() && text_[position_] == character;
+        position_ += there ? 1 : 0;
+        return there;
+    }
+
+    /// Runs a rule, and goes back if it fails.
+    template <class Rule>
+    Result attempt(const Rule& rule) {
+        const std::size_t start = position_;
+        Result result = rule();
+        position_ = result ? position_ : start;
+        return result;
+    }
+
+    Result unitExpr() {
+        Result result = attempt([&]() -> Result {
+            Result left = exponentTerm();
+            if (!left || !accept('/')) {
+                return {};
+            }
+            const Result right = factor();
+            return right ? Result(*left /= *right) : Result();
+        });
+        if (!result) {
+            result = factor();
+        }
+        bool more = result.has_value();
+        while (more) {
+            more = attempt([&]() -> Result {
+                       const bool product = accept('*');
+                       if (!product && !accept('/')) {
+                           return {};
+                       }
+                       const Result right = factor();
+                       if (right) {
+                           product ? * result *= * right : * result /= *right;
+                       }
+                       return right;
+                   }).has_value();
+        }
+        return result;
+    }
+
+    Result factor() {
+        Result result = attempt([&] { return group(); });
+        if (!result) {
+            result = attempt([&] { return unitName(); });
+        }
+        bool more = result.has_value();
+        while (more) {
+            const Result exponent =
+                attempt([&]() { return accept('^') ? exponentTerm() : Result(); });
+            more = exponent.has_value();
+            result = more ? result->power(*exponent) : result;
+        }
+        return result;
+    }
+
+    Result group() {
+        if (!accept('(')) {
+            return {};
+        }
+        Result result = attempt([&] { return group(); });
+        if (!result) {
+            result = unitExpr();
+        }
+        return result && accept(')') ? result : Result();
+    }
+
+    Result unitName() {
+        skip();
+        std::vector<wchar_t> name;
+        while (position_ < text_.size() && std::isalnum(text_[position_]) != 0) {
+            name.push_back(text_[position_++]);
+        }
+        return name.empty() ? Result() : Monomial(name);
+    }
+
+    Result exponentTerm() {
+        Result result = attempt([&]() -> Result {
+            Result inner = accept('(') ? exponentTerm() : Result();
+            return inner && accept(')') ? inner : Result();
+        });
+        return result ? result : attempt([&] { return integer(); });
+    }
+
+    Result integer() {
+        skip();
+        const std::size_t start = position_;
+        position_ += position_ < text_.size() && std::string("+-").find(text_[position_]) < 2;
+        const std::size_t digits = position_;
+        while (position_ < text_.size() && std::isdigit(text_[position_]) != 0) {
+            ++position_;
+        }
+        Monomial result;
+        if (position_ == digits || position_ - digits > 9) {
+            return {};
+        }
+        result.value = std::stoi(text_.substr(start, position_ - start));
+        return result;
+    }
+
+    const std::string& text_;
+    std::size_t position_ = 0;
+};
+
+TEST(UnitExpression, IsTheOrderedChoice) {
+    std::mt19937 random(5);
+    const std::string alphabet = "((()))))//**^^15+-m0s ";
+    int expressions = 0;
+    for (int i = 0; i < 100000; ++i) {
+        std::string text;
+        for (std::size_t length = 1 + random() % 14; text.size() < length;) {
+            text += alphabet[random() % alphabet.size()];
+        }
+        const std::string expected = Reference::parse(text);
+        ASSERT_EQ(parsed(text), expected) << text;
+        expressions += expected != "none";
+    }
+    EXPECT_GT(expressions, 2000);
+}
+
+std::string repeated(const std::string& part, int times) {
+    std::string text;
+    for (int i = 0; i < times; ++i) {
+        text += part;
+    }
+    return text;
+}
+
+// Were anything read twice, these would not end.
+TEST(UnitExpression, IsReadInOneGo) {
+    const auto nested = [](const std::string& open, const std::string& core, int depth) {
+        return repeated(open, depth) + core + repeated(")", depth);
+    };
+    EXPECT_EQ(parsed(nested("(", "m", 1000)), "= m^1");
+    EXPECT_EQ(parsed(nested("m*(", "m", 1000)), "= m^1001");
+    EXPECT_EQ(parsed(nested("1/(", "+1/m", 1000)), "= m^-1");
+    EXPECT_EQ(parsed("m^" + nested("(", "2", 1000)), "= m^2");
+    EXPECT_EQ(parsed(nested("(", "+2", 1000) + "/s"), "= s^-1");
+    for (const char* core : {"m", "+2/m", "2", "", "m/"}) {
+        for (const char* open : {"(", "5/(", "(+5/(", "m^(", "((+5)/("}) {
+            EXPECT_EQ(parsed(nested(open, core, 1001)), "none") << open << core;
+            EXPECT_EQ(parsed(repeated(open, 100000) + core), "none") << open << core;
+        }
+    }
+    const std::string name(1000000, 'x');
+    EXPECT_EQ(parsed(name), "= " + name + "^1");
+    std::string product = "1";
+    Monomial left;
+    Monomial right;
+    for (int i = 0; i < 100000; ++i) {
+        const std::string factor = "u" + std::to_string(i);
+        product += "/" + factor;
+        right.names.push_back(wide(factor));
+        right.powers.push_back(1);
+    }
+    Monomial result;
+    ASSERT_TRUE(parseUnitExpr(wide(product), result));
+    EXPECT_EQ(result.names.size(), 100000);
+    EXPECT_EQ((result *= right).powers, std::vector<std::int32_t>(100000));
+    EXPECT_EQ(parsed("(" + product + ")" + repeated("^1", 100000)).substr(0, 8), "= u0^-1 ");
+}
+
+} // namespace
