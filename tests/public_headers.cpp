@@ -5,12 +5,15 @@
 #include <tvtypes/fixedpoint.h>
 #include <tvtypes/functions.h>
 #include <tvtypes/structdatatype.h>
-#include <tvtypes/units/expression.h>
-#include <tvtypes/units/rational.h>
+#include <tvtypes/units.h>
 
 #include <fnd/except.h>
+#include <fnd/filesystem.h>
+#include <fndi18n/codecvt.h>
+#include <fndi18n/ustring.h>
 #include <fndut/alloc.h>
 #include <ox/array.h>
+#include <oxd/file.h>
 #include <tv_services/diagnostics.h>
 #include <tv_services/feval.h>
 #include <tv_services/number_text.h>

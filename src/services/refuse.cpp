@@ -12,6 +12,11 @@ void refuse(tvsvDiagnosticImpl* diagnostic) {
     tvsvThrowIExceptionFromDiagnostic(diagnostic, nullptr);
 }
 
+void warn(const msgcore::BaseMsgID& message) {
+    tvsvDiagnosticImpl* diagnostic = tvsvCreateDiagnosticFromMessageID(message);
+    tvsvReportAsWarning(diagnostic);
+}
+
 void refuseForLackOfMemory() { refuse(tvsvCreateMemoryAllocationDiagnostic()); }
 
 } // namespace TVTypeSys

@@ -11,6 +11,7 @@ class tvsvDiagnosticImpl;
 namespace TVTypeSys {
 
 namespace general = TorvaneTypes::general;
+namespace units = TorvaneTypes::Unit;
 
 /// Throws the message as a diagnostic: `refuse(general::InvalidDataTypeId(id))`.
 [[noreturn]] void refuse(const msgcore::BaseMsgID& message);
@@ -20,6 +21,9 @@ namespace general = TorvaneTypes::general;
 
 /// Throws the diagnostic which says that memory ran out.
 [[noreturn]] void refuseForLackOfMemory();
+
+/// Reports the message as a warning.
+void warn(const msgcore::BaseMsgID& message);
 
 /// A text argument of a message; null counts as "".
 inline std::string textOf(const char* text) { return text == nullptr ? std::string() : text; }

@@ -74,6 +74,7 @@
     ROW(Unit, SymbolNotDefined,                              void()) \
     ROW(Unit, NameNotDefined,                                void()) \
     ROW(Unit, UnitDatabaseFileOpenError,                     void(Text)) \
+    ROW(Unit, UnitDatabaseFileUnreadable,                    void(Text)) \
     ROW(Unit, UnitDatabaseFileLoadMissingFieldError,         void(Text, Text)) \
     ROW(Unit, UnitDatabaseFileLoadFieldError,                void(Text, Text)) \
     ROW(Unit, UnitDatabaseFileLoadRecordError,               void(Text, Number, Text)) \

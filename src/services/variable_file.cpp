@@ -1,0 +1,55 @@
+#include "services/variable_file.h"
+
+#include <fnd/filesystem.h>
+#include <ox/array.h>
+#include <oxd/file.h>
+
+#include <limits>
+
+namespace TVTypeSys {
+
+void Records::Release::operator()(oxArray_tag* value) const noexcept { oxDestroyArray(value); }
+
+std::size_t Records::size() const { return oxGetNumberOfElements(value_.get()); }
+
+std::optional<std::u16string> Records::text(std::size_t record, const char* field) const {
+    const oxArray_tag* value = oxGetField(value_.get(), record, field);
+    if (!oxIsString(value)) {
+        return std::nullopt;
+    }
+    return oxcore::get_ustring(value);
+}
+
+std::optional<int> Records::integer(std::size_t record, const char* field) const {
+    using Limits = std::numeric_limits<int>;
+    // NaN where there is no number, and then within no bounds.
+    const double value = oxGetScalar(oxGetField(value_.get(), record, field));
+    if (!(value > Limits::min() - 1.0 && value < Limits::max() + 1.0)) {
+        return std::nullopt;
+    }
+    return static_cast<int>(value);
+}
+
+void VariableFile::Close::operator()(oxdFile_tag* file) const noexcept { oxdClose(file); }
+
+std::optional<VariableFile> VariableFile::open(const std::u16string& path) {
+    VariableFile file(oxdOpen(path, "r"));
+    if (file.file_ == nullptr) {
+        return std::nullopt;
+    }
+    return file;
+}
+
+std::string VariableFile::whyNotOpened() { return oxdLastError(); }
+
+std::optional<Records> VariableFile::records(const char* variable) const {
+    Records records(oxdGetVariable(file_.get(), variable));
+    if (!oxIsRecords(records.value_.get())) {
+        return std::nullopt;
+    }
+    return records;
+}
+
+std::u16string installationRoot() { return fnd::filesystem::get_install_path(); }
+
+} // namespace TVTypeSys

@@ -1,0 +1,152 @@
+#include "services/refuse.h"
+#include "services/text.h"
+#include "units/unit_lookup.h"
+#include "units/wrapping.h"
+
+#include <tvtypes/units/expression.h>
+#include <tvtypes/units/unit.h>
+
+#include <algorithm>
+#include <ostream>
+
+namespace TVTypeSys {
+
+namespace {
+
+/// -1, 0 or 1, by code units and then by length.
+int order(const std::u16string& a, const std::u16string& b) {
+    const int difference = a.compare(b);
+    return (difference > 0) - (difference < 0);
+}
+
+void add(UnitBase::TermMap& terms, UnitBase::Reference unit, UnitBase::UnitExprTermInfo info) {
+    const auto [entry, isNew] = terms.try_emplace(unit, info);
+    if (!isNew) {
+        entry->second.power = wrappingSum(entry->second.power, info.power);
+        entry->second.secondary = wrappingSum(entry->second.secondary, info.secondary);
+    }
+}
+
+} // namespace
+
+UnitBase::UnitBase(const std::u16string& unitExpression, const Rational& unitScaling,
+                   const Rational& unitOffset)
+    : expression(unitExpression),
+      scaling(unitScaling),
+      offset(unitOffset),
+      baseScalingFactor(Rational::unity) {}
+
+UnitBase::UnitBase(int unitId, const std::u16string& unitName, const std::u16string& unitExpression,
+                   const std::string& unitDisplay, const Rational& unitScaling,
+                   const Rational& unitOffset)
+    : id(unitId),
+      name(unitName),
+      display(unitDisplay),
+      expression(unitExpression),
+      scaling(unitScaling),
+      offset(unitOffset),
+      baseScalingFactor(Rational::unity) {}
+
+UnitBase::~UnitBase() = default;
+
+int UnitBase::getUnitType() const { return 0; }
+
+void UnitBase::setId(int newId) { id = newId; }
+
+int UnitBase::getId() const { return id; }
+
+void UnitBase::parseExpressionAndGenerateAST() {
+    Monomial terms;
+    if (!parseUnitExpr(expression, terms)) {
+        refuse(units::ParsingError(narrow(expression)));
+    }
+    addTerms(terms);
+}
+
+void UnitBase::addTerms(const Monomial& terms) {
+    for (std::size_t i = 0; i < terms.names.size(); ++i) {
+        const Reference term = getFirstMatchingUnitInDatabase(terms.names[i]);
+        const std::int32_t power = terms.powers[i];
+        addUnitInfo(term, {power, 0});
+        if (term.get().offset == Rational::zero) {
+            for (const auto& [fundamental, info] : term.get().fundamentalExprAST) {
+                addToFundamentalExprAST(fundamental, {wrappingProduct(power, info.power), 0});
+            }
+        } else {
+            addToFundamentalExprAST(term, {power, 0});
+        }
+        updateBaseScalingFactor(term.get().baseScalingFactor, power);
+    }
+    updateBaseScalingFactor(scaling, 1);
+    if (scaling.precision() == 1) {
+        warn(units::LossOfPrecision(narrow(symbol)));
+    }
+}
+
+void UnitBase::print(std::ostream& stream) const {
+    stream << "Unit : '" << narrow(expression) << "'" << std::endl;
+}
+
+void UnitBase::displayCanonicalForm(std::ostream& stream) const {
+    for (const auto& [fundamental, info] : fundamentalExprAST) {
+        stream << narrow(fundamental.get().symbol) << "^" << info.power;
+    }
+}
+
+int UnitBase::compare(const UnitBase& other) const {
+    if (this == &other) {
+        return 0;
+    }
+    if (const int byName = order(name, other.name)) {
+        return byName;
+    }
+    if (const int bySymbol = order(symbol, other.symbol)) {
+        return bySymbol;
+    }
+    if (scaling == other.scaling) {
+        return order(expression, other.expression);
+    }
+    return other.scaling / scaling > 1.0 ? 1 : 0;
+}
+
+bool UnitBase::dimensionallyEquivalentWithUnit(const UnitBase& other) const {
+    const auto equal = [](const TermMap::value_type& a, const TermMap::value_type& b) {
+        return a.first.get().compare(b.first) == 0 && a.second.power == b.second.power &&
+               a.second.secondary == b.second.secondary;
+    };
+    return std::equal(fundamentalExprAST.begin(), fundamentalExprAST.end(),
+                      other.fundamentalExprAST.begin(), other.fundamentalExprAST.end(), equal);
+}
+
+void UnitBase::addUnitInfo(Reference unit, const UnitExprTermInfo& info) {
+    add(exprTermMap, unit, info);
+}
+
+void UnitBase::addToFundamentalExprAST(Reference unit, UnitExprTermInfo info) {
+    add(fundamentalExprAST, unit, info);
+}
+
+void UnitBase::updateBaseScalingFactor(const Rational& factor, int power) {
+    if (factor != Rational::unity && power != 0) {
+        baseScalingFactor *= factor ^ power;
+    }
+}
+
+bool UnitBase::isValidUnitName(const std::u16string& text) {
+    return UnitLookup::concrete(*UnitDatabase::getUnitDatabase(), text).count != 0;
+}
+
+bool UnitBase::isValidStringForUnitName(const std::u16string& text) { return isAlphanumeric(text); }
+
+bool UnitBase::isValidUnitExpr(const std::u16string& text) {
+    Monomial terms;
+    return parseUnitExpr(text, terms) &&
+           std::all_of(terms.names.begin(), terms.names.end(), isValidUnitName);
+}
+
+std::ostream& operator<<(std::ostream& stream, const UnitBase& unit) {
+    unit.print(stream);
+    return stream;
+}
+
+} // namespace TVTypeSys

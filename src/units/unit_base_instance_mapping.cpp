@@ -1,0 +1,94 @@
+#include "units/unit_base_instance_mapping.h"
+
+#include "services/refuse.h"
+#include "services/text.h"
+
+#include <algorithm>
+
+namespace TVTypeSys {
+
+void UnitBaseInstanceMapping::addUnit(const UnitBase* unit) {
+    if (unit->name.empty()) {
+        warn(units::SymbolNotDefined());
+    } else {
+        add(unit, UnitDatabase::SearchByName, unit->name);
+    }
+    if (unit->symbol.empty()) {
+        warn(units::NameNotDefined());
+    } else {
+        add(unit, UnitDatabase::SearchBySymbol, unit->symbol);
+    }
+    // Only other units can have an alias already: one given twice is no matter for a warning.
+    std::vector<std::u16string_view> taken;
+    for (const std::u16string& alias : unit->aliases) {
+        if (has(UnitDatabase::SearchByAlias, alias)) {
+            warn(units::SimilarInstanceThere(narrow(unit->name), narrow(unit->symbol)));
+        }
+        if (alias.empty()) {
+            warn(units::SymbolNotDefined());
+        } else {
+            taken.push_back(alias);
+        }
+    }
+    for (const std::u16string_view alias : taken) {
+        add(unit, UnitDatabase::SearchByAlias, alias);
+    }
+}
+
+void UnitBaseInstanceMapping::add(const UnitBase* unit, UnitDatabase::SearchBy by,
+                                  std::u16string_view text) {
+    const auto position = static_cast<std::uint32_t>(entries_.size());
+    entries_.push_back({unit, by, none});
+    List& list = lists_[text];
+    (list.first == none ? list.first : entries_[list.last].next) = position;
+    list.last = position;
+    list.roles |= bitOf(by);
+}
+
+template <class Visitor>
+void UnitBaseInstanceMapping::visit(std::u16string_view text, const Visitor& visitor) const {
+    const auto list = lists_.find(text);
+    if (list != lists_.end()) {
+        for (std::uint32_t i = list->second.first; i != none; i = entries_[i].next) {
+            visitor(entries_[i]);
+        }
+    }
+}
+
+bool UnitBaseInstanceMapping::has(UnitDatabase::SearchBy by, std::u16string_view text) const {
+    const auto list = lists_.find(text);
+    return list != lists_.end() && (list->second.roles & bitOf(by)) != 0;
+}
+
+void UnitBaseInstanceMapping::find(std::vector<const UnitBase*>& out, UnitDatabase::SearchBy by,
+                                   std::u16string_view text) const {
+    visit(text, [&](const Entry& entry) {
+        if (entry.by == by) {
+            out.push_back(entry.unit);
+        }
+    });
+}
+
+UnitMatch UnitBaseInstanceMapping::match(std::u16string_view text) const {
+    // A unit may have the text in more than one role, mostly as its name and its symbol; its
+    // entries follow each other.
+    UnitMatch match;
+    const UnitBase* latest = nullptr;
+    visit(text, [&](const Entry& entry) {
+        if (entry.unit != latest) {
+            latest = entry.unit;
+            ++match.count;
+            if (match.first == nullptr || entry.unit->compare(*match.first) < 0) {
+                match.first = entry.unit;
+            }
+        }
+    });
+    return match;
+}
+
+void UnitBaseInstanceMapping::clear() {
+    lists_.clear();
+    entries_.clear();
+}
+
+} // namespace TVTypeSys

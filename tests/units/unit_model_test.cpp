@@ -1,0 +1,140 @@
+#include "units/database_fixture.h"
+
+#include <memory>
+#include <sstream>
+
+namespace {
+
+using TVTypeSys::AbstractUnit;
+using TVTypeSys::Rational;
+using TVTypeSys::Unit;
+using TVTypeSys::UnitBase;
+using TVTypeSys::UnitFactory;
+
+class UnitModel : public WithUnitDatabase {
+  protected:
+    /// A unit that has not been parsed yet.
+    static std::unique_ptr<Unit> blank(const std::u16string& expression,
+                                       const Rational& scaling = Rational::unity) {
+        return std::unique_ptr<Unit>(UnitFactory::createUnit(
+            expression, scaling, Rational::zero, UnitFactory::getDefaultAbstractUnit()));
+    }
+    static std::unique_ptr<Unit> parsed(const std::u16string& expression) {
+        auto made = blank(expression);
+        made->parseExpressionAndGenerateAST();
+        return made;
+    }
+    static std::string formOf(const UnitBase& shown) {
+        std::ostringstream stream;
+        shown.displayCanonicalForm(stream);
+        return stream.str() + " " + shown.baseScalingFactor.toString();
+    }
+};
+
+TEST_F(UnitModel, BuildsCanonicalForms) {
+    const std::pair<const char16_t*, const char*> cases[] = {
+        {u"N", "kg^1m^1s^-2 1/1*1e0"},
+        {u"kN^2*km", "kg^2m^3s^-4 1/1*1e9"},
+        {u"ft^3/min", "m^3s^-1 18435447/390625*1e-5"},
+        {u"m/km", "m^0 1/1*1e-3"},
+        {u"m^0", " 1/1*1e0"},
+        {u"degC/m", "m^-1degC^1 1/1*1e0"},
+        {u"cd*A^-1", "A^-1cd^1 1/1*1e0"}, // not in the file, but fundamental
+    };
+    for (const auto& [expression, expected] : cases) {
+        EXPECT_EQ(formOf(*parsed(expression)), expected);
+    }
+    EXPECT_EQ(parsed(u"kN*m")->exprTermMap.begin()->first.get().name, u"Metres");
+    EXPECT_TRUE(warnings().empty());
+}
+
+TEST_F(UnitModel, ConvertsByAFactorWhereThereIsOne) {
+    EXPECT_EQ(unit(u"km").getScalingFactorToConvertTo(unit(u"m")), 1000.0);
+    EXPECT_EQ(unit(u"m").getScalingFactorToConvertTo(unit(u"km")), 0.001);
+    EXPECT_EQ(parsed(u"N*s")->getScalingFactorToConvertTo(*parsed(u"kg*km/s")), 0.001);
+    // The offset between the two is not part of a factor.
+    EXPECT_EQ(unit(u"degC").getScalingFactorToConvertTo(unit(u"K")), 1.0);
+    EXPECT_REFUSED("UnitsNotSeparatedByScalingFactor(Metres, Seconds)",
+                   unit(u"m").getScalingFactorToConvertTo(unit(u"s")));
+    EXPECT_REFUSED("UnitsNotSeparatedByScalingFactor()",
+                   parsed(u"degC/m")->getScalingFactorToConvertTo(*parsed(u"K/m")));
+    const UnitBase& length = database().getAbstractUnit(u"length").begin()->get();
+    EXPECT_EQ(length.getScalingFactorToConvertTo(length), 1.0);
+    EXPECT_REFUSED("UnitsNotSeparatedByScalingFactor(length, Metres)",
+                   length.getScalingFactorToConvertTo(unit(u"m")));
+}
+
+TEST_F(UnitModel, RefusesWhatItCannotRead) {
+    EXPECT_REFUSED("ParsingError(m*)", parsed(u"m*"));
+    const auto half = blank(u"m*furlong");
+    EXPECT_REFUSED("UnitNotInDatabase(furlong)", half->parseExpressionAndGenerateAST());
+    EXPECT_EQ(formOf(*half), "m^1 1/1*1e0");
+    EXPECT_FALSE(UnitBase::isValidUnitExpr(u"m*furlong"));
+    EXPECT_TRUE(UnitBase::isValidUnitExpr(u"furlong^0"));
+    // Fundamental units have to be in the file to count here.
+    EXPECT_FALSE(UnitBase::isValidUnitName(u"cd"));
+}
+
+TEST_F(UnitModel, OrdersUnitsByNameSymbolAndExpression) {
+    EXPECT_EQ(blank(u"m")->compare(*blank(u"s")), -1);
+    EXPECT_EQ(blank(u"s")->compare(*blank(u"m")), 1);
+    const auto small = blank(u"m");
+    const auto great = blank(u"m", {1000, 1, 0});
+    EXPECT_EQ(small->compare(*great), 1);
+    EXPECT_EQ(great->compare(*small), 0);
+    EXPECT_EQ(great->getScalingFactorToConvertTo(*small), 1.0);
+    EXPECT_LT(unit(u"Metres").compare(unit(u"celsius")), 0);
+    EXPECT_EQ(unit(u"celsius").getDisplayString(), u"K");
+}
+
+TEST_F(UnitModel, TellsWhatMeansTheSame) {
+    EXPECT_TRUE(parsed(u"kg*m/s^2")->equivalentToUnit(unit(u"N")));
+    EXPECT_FALSE(unit(u"N").equivalentToUnit(unit(u"kN")));
+    EXPECT_TRUE(unit(u"N").compatibleWithUnit(unit(u"kN")));
+    EXPECT_FALSE(unit(u"N").compatibleWithUnit(unit(u"m")));
+    // Whatever has not been parsed has the same form as all that has not.
+    EXPECT_TRUE(blank(u"m")->dimensionallyEquivalentWithUnit(*blank(u"s")));
+    EXPECT_FALSE(parsed(u"m*s/s")->dimensionallyEquivalentWithUnit(unit(u"m")));
+    const UnitBase& unspecified = UnitFactory::getDefaultAbstractUnit();
+    TVTypeSys::UnitBase::ReferenceSet other;
+    database().addMatchingFundamentalAbstractUnitToList(u"Unspecified", other);
+    ASSERT_EQ(other.size(), 1);
+    EXPECT_NE(unspecified.compare(*other.begin()), 0);
+    EXPECT_TRUE(unspecified.equivalentToUnit(*other.begin()));
+    EXPECT_EQ(other.begin()->get().fundamentalExprAST.size(), 8);
+}
+
+TEST_F(UnitModel, CopiesUnitsWithoutTheirFlags) {
+    auto lossy = blank(u"m");
+    lossy->scaling = Rational(99999, 1, 0) ^ 3;
+    lossy->symbol = u"x";
+    lossy->parseExpressionAndGenerateAST();
+    EXPECT_EQ(warnings(), std::vector<std::string>({"LossOfPrecision(x)"}));
+    const std::unique_ptr<Unit> copy(lossy->clone());
+    EXPECT_EQ(copy->baseScalingFactor, lossy->baseScalingFactor);
+    EXPECT_EQ(copy->scaling.precision() + copy->baseScalingFactor.precision(), 0);
+}
+
+TEST_F(UnitModel, KnowsTheFundamentalUnits) {
+    const auto symbols = [](auto symbolAt) {
+        std::u16string all;
+        for (unsigned long i = 0; i < 9; ++i) {
+            all += symbolAt(i) + u" ";
+        }
+        return all;
+    };
+    const auto quantity = database().getAbstractUnit(u"length").begin()->get().getBaseUnitSymbol(0);
+    EXPECT_EQ(quantity, u"N");
+    EXPECT_EQ(symbols([&](auto i) { return unit(u"m").getBaseUnitSymbol(i); }),
+              u"A cd K kg m mol s b  ");
+    EXPECT_EQ(symbols([&](auto i) { return database().getFundamentalAbstractUnitSymbol(i); }),
+              u"N I L I_v M memory Temp T  ");
+    TVTypeSys::UnitBase::ReferenceSet found;
+    database().addMatchingFundamentalUnitToList(u"Bits", found); // only the expression
+    EXPECT_TRUE(found.empty());
+    database().addMatchingFundamentalUnitToList(u"bits", found);
+    database().addMatchingFundamentalUnitToList(u"b", found);
+    EXPECT_EQ(found.size(), 1);
+}
+
+} // namespace

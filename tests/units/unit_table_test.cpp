@@ -1,0 +1,128 @@
+#include "units/database_fixture.h"
+
+#include <memory>
+
+namespace {
+
+using TVTypeSys::UnitBase;
+using TVTypeSys::UnitFactory;
+using TVTypeSys::UnitTable;
+
+class UnitTableTest : public WithUnitDatabase {
+  protected:
+    int id(const char* text) { return table.registerUnit(text, true); }
+
+    UnitTable table;
+};
+
+TEST_F(UnitTableTest, BeginsWithTwo) {
+    EXPECT_EQ(table.getNumUnits(), 2);
+    EXPECT_EQ(table.getUnitId("inherit"), -1);
+    EXPECT_EQ(table.getUnitId("unitless"), 0);
+    EXPECT_TRUE(table.isUnitIdValid(-1));
+    EXPECT_FALSE(table.isUnitIdValid_NotInherit(-1));
+    EXPECT_FALSE(UnitTable::isAValidUnit("inherit"));
+    EXPECT_EQ(UnitTable::getNumBaseUnits(), 1);
+}
+
+TEST_F(UnitTableTest, GivesEachSpellingAnId) {
+    EXPECT_EQ(id("m"), 1);
+    EXPECT_EQ(id("metre"), 2);
+    EXPECT_EQ(id("m/s"), 3);
+    EXPECT_EQ(id("m / s"), 4);
+    EXPECT_EQ(id("m"), 1);
+    EXPECT_EQ(id("m/s"), 3);
+    EXPECT_EQ(table.getUnit(2)->name, u"Metres");
+    EXPECT_EQ(table.getUnit(2)->getId(), 2);
+    // A text that the database knows is not taken apart.
+    EXPECT_EQ(table.getUnit(id("kN/ft"))->name, u"foot");
+}
+
+TEST_F(UnitTableTest, NamesWhatIsMadeOfUnits) {
+    const UnitBase& made = *table.getUnit(id("kN*degC/(meter*min^-2)"));
+    EXPECT_EQ(made.name, u"kilonewton*celsius/(Metres*minute^-2)");
+    EXPECT_EQ(made.symbol, u"kN*degC/(m*min^-2)");
+    EXPECT_EQ(made.display, "kN*\xc2\xb0"
+                            "C/(m*min^-2)");
+    EXPECT_EQ(made.expression, u"kN*degC/(meter*min^-2)");
+    EXPECT_EQ(made.baseScalingFactor.toString(), "36/1*1e5");
+    // Blanks belong to a token.
+    EXPECT_EQ(table.getUnit(id("meter / s"))->symbol, u"meter / s");
+    EXPECT_TRUE(table.getUnit(table.registerUnit("m*m", false))->fundamentalExprAST.empty());
+}
+
+TEST_F(UnitTableTest, RefusesWhatIsNoExpressionOfKnownNames) {
+    for (const char* text : {"furlong", "m*furlong", "m*", "", "m\xed\xa0\x80", "cd"}) {
+        EXPECT_REFUSED("InvalidUnitExpression(" + std::string(text) + ")", id(text));
+        EXPECT_REFUSED("InvalidDataType(" + std::string(text) + ")",
+                       UnitTable::validateUnitExpr(text));
+    }
+    EXPECT_REFUSED("InvalidUnitExpression()", id(nullptr));
+    EXPECT_EQ(table.getNumUnits(), 2);
+    int given = 7;
+    tvsvDiagnosticImpl* refused = UnitTable::RegisterUnit(&table, "Model/Gain", "x", &given);
+    ASSERT_NE(refused, nullptr);
+    EXPECT_EQ(summaryOf(*refused, 1), "DataTypeErrorFromBlock(Model/Gain)");
+    tvsvDiscardDiagnostic(refused);
+    EXPECT_EQ(given, 7);
+    EXPECT_EQ(UnitTable::RegisterUnit(&table, nullptr, "m", &given), nullptr);
+    EXPECT_EQ(given, 1);
+}
+
+TEST_F(UnitTableTest, ComparesUnits) {
+    EXPECT_FALSE(table.equivalentUnits(0, 0));
+    EXPECT_FALSE(table.equivalentUnits(-1, 0));
+    const int newton = id("N");
+    EXPECT_TRUE(table.equivalentUnits(newton, newton));
+    EXPECT_TRUE(table.equivalentUnits(newton, id("kg*m/s^2")));
+    EXPECT_FALSE(table.equivalentUnits(newton, id("kN")));
+    EXPECT_REFUSED("InvalidDataTypeId(99)", table.equivalentUnits(99, newton));
+    EXPECT_REFUSED("InvalidDataTypeId(-10)", table.checkUnitId(table.getUnitId("nowhere")));
+}
+
+TEST_F(UnitTableTest, GivesIdsAgain) {
+    const int metre = id("metre");
+    const int speed = id("m/s");
+    table.removeUnit(table.getUnit(speed));
+    EXPECT_EQ(table.getUnitId("m/s"), -10);
+    EXPECT_EQ(id("s/m"), speed);
+    table.removeUnit(table.getUnit(metre)); // registered under another text than its expression
+    EXPECT_EQ(table.getUnitId("metre"), -10);
+    EXPECT_EQ(id("metre"), speed + 1);
+    UnitTable other;
+    EXPECT_REFUSED("InvalidDataTypeId(-1)", table.removeUnit(other.getUnit(-1)));
+    table.resetToBuiltin();
+    EXPECT_EQ(table.getNumUnits(), 2);
+    EXPECT_EQ(table.getUnitId("unitless"), 0);
+    EXPECT_EQ(id("s/m"), 1);
+}
+
+TEST_F(UnitTableTest, TakesUnitsOver) {
+    const auto make = [](int given) {
+        std::unique_ptr<UnitBase> made(unit(u"N").clone());
+        made->setId(given);
+        return made.release();
+    };
+    table.addUnit(u"first", make(40));
+    const UnitBase* held = table.getUnit(40);
+    table.addUnit(u"second", make(40));
+    EXPECT_EQ(table.getUnit(40), held);
+    EXPECT_EQ(table.getUnitId("second"), 40);
+    EXPECT_EQ(id("m"), 41);
+    table.removeUnit(held);
+    table.addUnit(u"third", make(40));
+    EXPECT_EQ(table.getUnitId("first"), -10);
+    EXPECT_REFUSED("InvalidUnitExpression(third)", id("third"));
+    table.addUnit(u"last", make(std::numeric_limits<int>::max()));
+    EXPECT_REFUSED("InvalidDataTypeId(2147483647)", id("s"));
+}
+
+TEST_F(UnitTableTest, LooksAgainOnceTheDatabaseHasBeenCleared) {
+    EXPECT_EQ(id("m"), 1);
+    units.clear();
+    writeFile();
+    database().clearAll();
+    EXPECT_REFUSED("InvalidUnitExpression(m)", id("m"));
+}
+
+} // namespace
