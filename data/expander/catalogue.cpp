@@ -193,6 +193,11 @@ void Catalogue::addUnit(Record& record) {
     }
 }
 
+const Unit* Catalogue::findUnit(std::string_view key) const {
+    const auto found = unitByKey_.find(key);
+    return found == unitByKey_.end() ? nullptr : &units_[found->second];
+}
+
 bool Catalogue::isSelected(const Prefix& prefix, const UnitSource& source) const {
     return std::ranges::any_of(source.prefixes, [&](const std::string& wanted) {
         return wanted == prefix.symbol ||
@@ -218,8 +223,8 @@ Powers Catalogue::dimensionOfQuantity(const Powers& terms) const {
 Powers Catalogue::dimensionOfUnits(const Powers& terms) const {
     Powers dimension;
     for (const auto& [name, power] : terms) {
-        if (const auto found = unitByKey_.find(name); found != unitByKey_.end()) {
-            multiply(dimension, units_[found->second].dimension, power);
+        if (const Unit* const unit = findUnit(name)) {
+            multiply(dimension, unit->dimension, power);
         } else if (std::ranges::find(bases, name, &Base::unit) != bases.end()) {
             dimension[name] += power;
         } else {
@@ -229,11 +234,15 @@ Powers Catalogue::dimensionOfUnits(const Powers& terms) const {
     return dimension;
 }
 
+/// The expression itself, if all of its units have the factor 1.
 std::string Catalogue::coherentExpression(const std::string& expression) const {
-    return replaceNames(expression, [this](const std::string& name) {
-        const auto found = unitByKey_.find(name);
-        return found == unitByKey_.end() ? name : units_[found->second].coherent;
-    });
+    const Powers terms = parseExpression(expression);
+    Powers coherent;
+    for (const auto& [name, power] : terms) {
+        const Unit* const unit = findUnit(name);
+        multiply(coherent, parseExpression(unit == nullptr ? name : unit->coherent), power);
+    }
+    return coherent == terms ? expression : expressionOf(coherent);
 }
 
 void Catalogue::define(Unit& unit, const UnitSource& source) const {
@@ -242,8 +251,8 @@ void Catalogue::define(Unit& unit, const UnitSource& source) const {
     const Powers dimension = dimensionOfUnits(terms);
     unit.factor = definition.factor;
     for (const auto& [name, power] : terms) {
-        if (const auto found = unitByKey_.find(name); found != unitByKey_.end()) {
-            unit.factor *= raised(units_[found->second].factor, power);
+        if (const Unit* const term = findUnit(name)) {
+            unit.factor *= raised(term->factor, power);
         }
     }
     // All of the factor stands in the scaling, so that no product of factors is ever taken.

@@ -51,6 +51,9 @@ class Catalogue {
     const std::vector<std::string>& systems() const { return systems_; }
     const std::vector<Quantity>& quantities() const { return quantities_; }
     const std::vector<Unit>& units() const { return units_; }
+    /// The unit of which \p key is the name, the symbol or an alias; null if there is none. Good
+    /// until another one is added.
+    const Unit* findUnit(std::string_view key) const;
 
   private:
     struct Prefix {

@@ -3,10 +3,12 @@
 #include "fault.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <charconv>
-#include <optional>
+#include <cstdlib>
+#include <vector>
 
 namespace tvdata {
 
@@ -112,6 +114,9 @@ Powers takeExpression(Reader& reader);
 Powers takeTerm(Reader& reader) {
     Powers term;
     if (reader.take('(')) {
+        if (reader.startsWith("(")) {
+            reader.fail();
+        }
         term = takeExpression(reader);
         if (!reader.take(')')) {
             reader.fail();
@@ -197,26 +202,29 @@ Powers parseExpression(std::string_view text) {
     return powers;
 }
 
-std::string replaceNames(std::string_view expression,
-                         const std::function<std::string(const std::string&)>& replacement) {
-    std::string result;
-    Reader reader(expression);
-    bool inPower = false;
-    while (!reader.atEnd()) {
-        const std::string name(reader.takeWhile(isNameCharacter));
-        if (name.empty()) {
-            const std::string_view other =
-                reader.takeWhile([](char c) { return !isNameCharacter(c); });
-            inPower = other.ends_with('^') || other.ends_with("^-");
-            result += other;
-        } else if (inPower || (result.empty() && name == "1")) {
-            result += name;
-        } else {
-            const std::string text = replacement(name);
-            result += isName(text) ? text : fmt::format("({})", text);
+std::string expressionOf(const Powers& powers) {
+    std::vector<std::string> over;
+    std::vector<std::string> under;
+    for (const auto& [name, power] : powers) {
+        const int size = std::abs(power);
+        const std::string term = size > 1 ? fmt::format("{}^{}", name, size) : name;
+        if (power >= 0) {
+            over.push_back(term);
+        }
+        if (power <= 0) {
+            under.push_back(term);
         }
     }
-    return result;
+    const std::string numerator = over.empty() ? "1" : fmt::format("{}", fmt::join(over, "*"));
+    const std::string denominator = fmt::format("{}", fmt::join(under, "*"));
+    switch (under.size()) {
+    case 0:
+        return over.empty() ? "m^0" : numerator;
+    case 1:
+        return fmt::format("{}/{}", numerator, denominator);
+    default:
+        return fmt::format("{}/({})", numerator, denominator);
+    }
 }
 
 bool isName(std::string_view text) {

@@ -4,7 +4,6 @@
 
 #include <boost/multiprecision/cpp_int.hpp>
 
-#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -36,13 +35,12 @@ Exact parseNumber(std::string_view text, const Constants& constants);
 Definition parseDefinition(std::string_view text, const Constants& constants);
 
 /// The powers of the names in an expression of the grammar of units: names, "*", "/", "^" with an
-/// integer, parentheses, and "1/" at the start.
+/// integer, parentheses, and "1/" at the start. Two parentheses in a row are refused: the library
+/// takes what is in the inner ones for all that is in the outer ones.
 Powers parseExpression(std::string_view text);
 
-/// \p expression with each of its names replaced by what \p replacement gives for it, which is put
-/// in parentheses unless it is a name.
-std::string replaceNames(std::string_view expression,
-                         const std::function<std::string(const std::string&)>& replacement);
+/// An expression with these powers: "kg*m^2/(A*s^3)". A power of 0 shows as "m/m".
+std::string expressionOf(const Powers& powers);
 
 /// Letters, digits and underscores, one at least.
 bool isName(std::string_view text);
