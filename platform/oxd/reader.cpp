@@ -22,6 +22,11 @@ using boost::json::string_view;
 
 constexpr std::size_t mostFields = std::size_t{1} << 24;
 
+/// Equality that keeps 0 and -0 apart.
+bool sameBits(double left, double right) {
+    return left == right && std::signbit(left) == std::signbit(right);
+}
+
 std::string_view plain(string_view text) { return {text.data(), text.size()}; }
 
 /// An array of records that is being read.
@@ -43,6 +48,27 @@ class Table {
 
     void put(Value value) { cells_.push_back({count_ - 1, place_, std::move(value)}); }
 
+    /// Columns repeat themselves: what equals the last text or number of its column shares it.
+    void putText(std::string_view text) {
+        Latest& latest = latest_[place_];
+        if (latest.text == nullptr || latest.characters != text) {
+            latest.characters = text;
+            latest.text = oxCreateString(latest.characters);
+            put(Value(latest.text));
+        } else {
+            putAgain(latest.text);
+        }
+    }
+    void putNumber(double number) {
+        Latest& latest = latest_[place_];
+        if (latest.number == nullptr || !sameBits(oxGetScalar(latest.number), number)) {
+            latest.number = oxCreateDoubleScalar(number);
+            put(Value(latest.number));
+        } else {
+            putAgain(latest.number);
+        }
+    }
+
     /// The fields of all records, those that hold nothing included.
     std::size_t size() const { return count_ * names_.size(); }
 
@@ -60,6 +86,17 @@ class Table {
         std::size_t place;
         Value value;
     };
+    /// The last values of a column, which a cell holds.
+    struct Latest {
+        oxArray_tag* text = nullptr;
+        std::string characters; ///< of the text
+        oxArray_tag* number = nullptr;
+    };
+
+    void putAgain(oxArray_tag* value) {
+        oxShareArray(value);
+        put(Value(value));
+    }
 
     std::size_t placeOf(std::string_view name) {
         // Records mostly have their fields in the same order.
@@ -73,6 +110,7 @@ class Table {
         const std::size_t place = names_.size();
         places_.emplace(name, place);
         names_.emplace_back(name);
+        latest_.emplace_back();
         lastRecordWith_.push_back(0);
         return place;
     }
@@ -83,6 +121,7 @@ class Table {
     std::vector<std::string> names_;
     std::map<std::string, std::size_t, std::less<>> places_;
     std::vector<std::size_t> lastRecordWith_; // by field; records are counted from 1 here
+    std::vector<Latest> latest_;              // by field
     std::vector<Cell> cells_;
 };
 
@@ -140,14 +179,22 @@ class Builder {
     bool on_string_part(string_view part, std::size_t, error_code&) { return keep(part); }
 
     bool on_string(string_view part, std::size_t, error_code& error) {
-        std::string text(whole(part));
+        if (!inRecord_) {
+            return refuse(error, notARecord());
+        }
+        tables_.back().putText(whole(part));
         kept_.clear();
-        return put(Value(oxCreateString(std::move(text))), error);
+        return true;
     }
 
     bool on_number_part(string_view part, error_code&) { return keep(part); }
 
     bool on_int64(std::int64_t value, string_view part, error_code& error) {
+        constexpr std::int64_t mostExact = std::int64_t{1} << 53;
+        if (value > 0 && value < mostExact) {
+            kept_.clear();
+            return putNumber(static_cast<double>(value), error);
+        }
         return onNumber(static_cast<double>(value), part, error);
     }
 
@@ -213,14 +260,14 @@ class Builder {
             }
             value = std::copysign(0.0, approximate);
         }
-        return put(Value(oxCreateDoubleScalar(value)), error);
+        return putNumber(value, error);
     }
 
-    bool put(Value value, error_code& error) {
+    bool putNumber(double value, error_code& error) {
         if (!inRecord_) {
             return refuse(error, notARecord());
         }
-        tables_.back().put(std::move(value));
+        tables_.back().putNumber(value);
         return true;
     }
 

@@ -2,33 +2,38 @@
 /// Words found by how they begin.
 #pragma once
 
+#include <deque>
+#include <mutex>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace TVTypeSys {
 
 /// A set of words. In the order of their code units a word stands ahead of its extensions, and all
 /// extensions of a prefix stand together.
+///
+/// Words are put in order when they are first asked for, which most programs never do. A lock lets
+/// threads ask at once.
 class CompletionWords {
   public:
-    /// The empty text is no word.
-    void add(const std::u16string& word) {
-        if (!word.empty()) {
-            words_.insert(word);
-        }
-    }
+    /// Adds a word that stays where it is until `keep` is called. The empty text is no word.
+    void add(std::u16string_view word);
 
     /// Appends the words that begin with the prefix, the prefix itself included.
-    void append(std::vector<std::u16string>& out, const std::u16string& prefix) const {
-        for (auto word = words_.lower_bound(prefix);
-             word != words_.end() && word->starts_with(prefix); ++word) {
-            out.push_back(*word);
-        }
-    }
+    void append(std::vector<std::u16string>& out, std::u16string_view prefix) const;
+
+    /// Copies the words that have been added, so that their origin may go.
+    void keep();
 
   private:
-    std::set<std::u16string> words_;
+    void putInOrder() const;
+
+    mutable std::mutex mutex_;
+    mutable std::vector<std::u16string_view> added_;
+    mutable std::set<std::u16string_view> words_;
+    std::deque<std::u16string> kept_;
 };
 
 } // namespace TVTypeSys

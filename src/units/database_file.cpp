@@ -3,6 +3,7 @@
 #include "services/text.h"
 #include "services/variable_file.h"
 #include "units/unit_lookup.h"
+#include "units/unit_repository.h"
 
 #include <tvtypes/units/database.h>
 
@@ -77,22 +78,24 @@ std::unique_ptr<UnitBase> unitOf(const UnitDatabase& database, const Record& rec
         refuse(units::UnitNotInDatabase(narrow(quantity)));
     }
     const Rational scaling = record.scaling();
-    std::unique_ptr<UnitBase> unit(UnitFactory::createUnit(
-        0, name, expression, narrow(display), scaling, record.offset(), splitAtCommas(aliases), "",
-        splitAtCommas(systems), false, boost::cref(*abstractUnit)));
+    std::unique_ptr<UnitBase> unit(
+        UnitFactory::createUnit(0, name, expression, narrow(display), scaling, record.offset(), {},
+                                "", splitAtCommas(systems), false, boost::cref(*abstractUnit)));
     unit->symbol = symbol;
+    unit->aliases = splitAtCommas(aliases);
     return unit;
 }
 
 /// Reads the records of a variable one by one, and passes over those that are refused.
-template <class Reading>
+template <class Preparation, class Reading>
 void readAll(const VariableFile& file, const char* variable, const std::string& path,
-             Failures& failures, const Reading& read) {
+             Failures& failures, const Preparation& prepareFor, const Reading& read) {
     const std::optional<Records> records = file.records(variable);
     if (!records) {
         failures.note(units::UnitDatabaseFileLoadMissingFieldError(path, variable));
         return;
     }
+    prepareFor(records->size());
     for (std::size_t i = 0; i < records->size(); ++i) {
         try {
             read(Record(*records, variable, i));
@@ -115,17 +118,21 @@ void UnitDatabase::loadUnitDatabase(const std::u16string& path) {
         failure.refuseIfAny();
     }
     const VariableFile& file = *opened;
-    const auto add = [this](const std::unique_ptr<UnitBase>& unit) {
+    const auto add = [](UnitRepository& repository, std::unique_ptr<UnitBase> unit) {
         unit->parseExpressionAndGenerateAST();
-        addUnit(*unit);
+        repository.addUnit(std::move(unit));
     };
     Failures failures;
-    readAll(file, "unitSystems", shownPath, failures,
-            [&](const Record& record) { addUnitSystem(unitSystemOf(record)); });
-    readAll(file, "abstractUnits", shownPath, failures,
-            [&](const Record& record) { add(abstractUnitOf(record)); });
-    readAll(file, "units", shownPath, failures,
-            [&](const Record& record) { add(unitOf(*this, record)); });
+    readAll(
+        file, "unitSystems", shownPath, failures, [](std::size_t) {},
+        [&](const Record& record) { addUnitSystem(unitSystemOf(record)); });
+    readAll(
+        file, "abstractUnits", shownPath, failures,
+        [&](std::size_t count) { abstractUnits_->reserve(count); },
+        [&](const Record& record) { add(*abstractUnits_, abstractUnitOf(record)); });
+    readAll(
+        file, "units", shownPath, failures, [&](std::size_t count) { units_->reserve(count); },
+        [&](const Record& record) { add(*units_, unitOf(*this, record)); });
     failures.refuseIfAny();
 }
 

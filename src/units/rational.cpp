@@ -3,6 +3,7 @@
 #include <tvtypes/units/rational.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <numeric>
@@ -73,8 +74,24 @@ double powerOf(double part, double power) {
     return power == 1.0 || part == 1.0 ? part : std::pow(part, power);
 }
 
+constexpr int mostKeptPower = 64;
+
+/// std::pow(10.0, exponent), which is kept for the exponents that units have.
+double powerOfTen(int exponent) {
+    static const auto kept = [] {
+        std::array<double, 2 * mostKeptPower + 1> powers;
+        for (int i = -mostKeptPower; i <= mostKeptPower; ++i) {
+            powers[static_cast<std::size_t>(i + mostKeptPower)] = std::pow(10.0, i);
+        }
+        return powers;
+    }();
+    const bool isKept = -mostKeptPower <= exponent && exponent <= mostKeptPower;
+    return isKept ? kept[static_cast<std::size_t>(exponent + mostKeptPower)]
+                  : std::pow(10.0, exponent);
+}
+
 double valueOf(const Rational& number) {
-    return std::pow(10.0, number.exponent()) *
+    return powerOfTen(number.exponent()) *
            (static_cast<double>(number.numerator()) / number.denominator());
 }
 
@@ -134,8 +151,10 @@ Rational& Rational::operator*=(const Rational& other) {
 }
 
 std::string Rational::toString() const {
-    return std::to_string(numerator()) + "/" + std::to_string(denominator()) + "*1e" +
-           std::to_string(exponent_);
+    std::string text = std::to_string(numerator());
+    text.append("/").append(std::to_string(denominator()));
+    text.append("*1e").append(std::to_string(exponent_));
+    return text;
 }
 
 template <>

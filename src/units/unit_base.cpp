@@ -110,12 +110,20 @@ int UnitBase::compare(const UnitBase& other) const {
 }
 
 bool UnitBase::dimensionallyEquivalentWithUnit(const UnitBase& other) const {
-    const auto equal = [](const TermMap::value_type& a, const TermMap::value_type& b) {
-        return a.first.get().compare(b.first) == 0 && a.second.power == b.second.power &&
-               a.second.secondary == b.second.secondary;
-    };
-    return std::equal(fundamentalExprAST.begin(), fundamentalExprAST.end(),
-                      other.fundamentalExprAST.begin(), other.fundamentalExprAST.end(), equal);
+    if (fundamentalExprAST.size() != other.fundamentalExprAST.size()) {
+        return false;
+    }
+    auto term = other.fundamentalExprAST.begin();
+    for (const auto& [unit, info] : fundamentalExprAST) {
+        // Nearly always the very same fundamental unit.
+        const bool isSame = unit.get_pointer() == term->first.get_pointer();
+        if (info.power != term->second.power || info.secondary != term->second.secondary ||
+            !(isSame || unit.get().compare(term->first) == 0)) {
+            return false;
+        }
+        ++term;
+    }
+    return true;
 }
 
 void UnitBase::addUnitInfo(Reference unit, const UnitExprTermInfo& info) {

@@ -86,6 +86,12 @@ UnitMatch UnitBaseInstanceMapping::match(std::u16string_view text) const {
     return match;
 }
 
+void UnitBaseInstanceMapping::reserve(std::size_t units) {
+    constexpr std::size_t textsOfAUnit = 4; // by and large
+    lists_.reserve(lists_.size() + textsOfAUnit * units);
+    entries_.reserve(entries_.size() + textsOfAUnit * units);
+}
+
 void UnitBaseInstanceMapping::clear() {
     lists_.clear();
     entries_.clear();

@@ -31,6 +31,9 @@ class UnitBaseInstanceMapping {
 
     void clear();
 
+    /// Makes room for the texts of as many further units.
+    void reserve(std::size_t units);
+
   private:
     static constexpr std::uint32_t none = UINT32_MAX;
 

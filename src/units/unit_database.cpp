@@ -80,10 +80,10 @@ void UnitDatabase::addUnitSystem(const UnitSystem& system) {
 void UnitDatabase::addUnit(const UnitBase& unit) {
     switch (unit.getUnitType()) {
     case 2:
-        units_->addUnit(unit);
+        units_->addUnit(std::unique_ptr<UnitBase>(unit.clone()));
         break;
     case 1:
-        abstractUnits_->addUnit(unit);
+        abstractUnits_->addUnit(std::unique_ptr<UnitBase>(unit.clone()));
         break;
     default:
         break;

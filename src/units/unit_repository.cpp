@@ -5,14 +5,17 @@
 
 namespace TVTypeSys {
 
-void UnitDatabase::UnitRepository::addUnit(const UnitBase& unit) {
-    if (units_.contains(&unit)) {
-        warn(units::UnitAlreadyInDatabase(narrow(unit.name), narrow(unit.symbol)));
+void UnitDatabase::UnitRepository::addUnit(std::unique_ptr<UnitBase> unit) {
+    const auto place = units_.lower_bound(unit.get());
+    if (place != units_.end() && unit->compare(*place->first) >= 0) {
+        warn(units::UnitAlreadyInDatabase(narrow(unit->name), narrow(unit->symbol)));
         return;
     }
-    std::unique_ptr<UnitBase> copy(unit.clone());
-    const UnitBase* added = copy.get();
-    units_.emplace(added, std::move(copy));
+    for (Rational* factor : {&unit->scaling, &unit->offset, &unit->baseScalingFactor}) {
+        *factor = Rational(*factor);
+    }
+    const UnitBase* added = unit.get();
+    units_.emplace_hint(place, added, std::move(unit));
     mapping_.addUnit(added);
     words_[SearchByName].add(added->name);
     words_[SearchBySymbol].add(added->symbol);
@@ -64,6 +67,9 @@ void UnitDatabase::UnitRepository::appendConstUnitBaseRefsSearched(
 }
 
 void UnitDatabase::UnitRepository::clearAll() {
+    for (CompletionWords& words : words_) {
+        words.keep();
+    }
     mapping_.clear();
     units_.clear();
 }

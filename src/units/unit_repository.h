@@ -14,8 +14,12 @@ namespace TVTypeSys {
 /// Owns copies of units, no two of which compare as equal.
 class UnitDatabase::UnitRepository {
   public:
-    /// Warns, and adds nothing, if an equal unit is there.
-    void addUnit(const UnitBase& unit);
+    /// Takes a unit over, which no flag of lost digits survives. Warns, and adds nothing, if an
+    /// equal unit is there.
+    void addUnit(std::unique_ptr<UnitBase> unit);
+
+    /// Makes room for units yet to come.
+    void reserve(std::size_t count) { mapping_.reserve(count); }
 
     std::size_t size() const { return units_.size(); }
 

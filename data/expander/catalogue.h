@@ -1,0 +1,88 @@
+/// \file
+/// What the sources define, in order, expanded and checked.
+#pragma once
+
+#include "definition.h"
+#include "form.h"
+#include "record.h"
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace tvdata {
+
+struct Quantity {
+    std::string name;
+    std::string expression;
+    /// Over the names of the base quantities, without powers of 0.
+    Powers dimension;
+};
+
+struct Unit {
+    std::string name;
+    std::string symbol;
+    std::string quantity;
+    std::string systems;
+    std::string expression;
+    std::string display;
+    std::vector<std::string> aliases;
+    Form scaling;
+    Form offset;
+    /// The factor to the base units by definition, whether or not it fits a form.
+    Exact factor;
+    /// An expression with the factor 1 to the base units and the same dimension.
+    std::string coherent;
+    /// Over the symbols of the base units, as the library gets it: what cancels stays with power 0.
+    Powers dimension;
+};
+
+/// The operations throw a Fault if the record is faulty or contradicts an earlier one.
+class Catalogue {
+  public:
+    void addSystem(Record& record);
+    void addConstant(Record& record);
+    void addPrefix(Record& record);
+    void addQuantity(Record& record);
+    /// Adds the unit and its prefixed forms.
+    void addUnit(Record& record);
+
+    const std::vector<std::string>& systems() const { return systems_; }
+    const std::vector<Quantity>& quantities() const { return quantities_; }
+    const std::vector<Unit>& units() const { return units_; }
+    /// The unit of which \p key is the name, the symbol or an alias; null if there is none. Good
+    /// until another one is added.
+    const Unit* findUnit(std::string_view key) const;
+
+  private:
+    struct Prefix {
+        std::string name;
+        std::string symbol;
+        std::string display;
+        std::vector<std::string> signs;
+        std::vector<std::string> sets;
+        Exact factor;
+    };
+    struct UnitSource;
+
+    bool isSelected(const Prefix& prefix, const UnitSource& source) const;
+    Powers dimensionOfQuantity(const Powers& terms) const;
+    Powers dimensionOfUnits(const Powers& terms) const;
+    std::string coherentExpression(const std::string& expression) const;
+    void define(Unit& unit, const UnitSource& source) const;
+    Unit prefixed(const Unit& unit, const Prefix& prefix, const UnitSource& source) const;
+    void check(const Unit& unit, bool cancels) const;
+    void add(Unit unit, bool cancels);
+
+    std::vector<std::string> systems_;
+    Constants constants_;
+    std::vector<Prefix> prefixes_;
+    std::vector<Quantity> quantities_;
+    std::map<std::string, std::size_t, std::less<>> quantityByName_;
+    std::vector<Unit> units_;
+    /// By name, symbol and alias.
+    std::map<std::string, std::size_t, std::less<>> unitByKey_;
+};
+
+} // namespace tvdata

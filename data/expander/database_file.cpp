@@ -1,0 +1,60 @@
+#include "database_file.h"
+
+#include <boost/json/serialize.hpp>
+#include <boost/json/value.hpp>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+namespace tvdata {
+
+namespace {
+
+void addForm(boost::json::object& record, std::string_view what, const Form& form) {
+    record[fmt::format("NumeratorOf{}", what)] = form.numerator;
+    record[fmt::format("DenominatorOf{}", what)] = form.denominator;
+    record[fmt::format("Base10ExponentOf{}", what)] = form.exponent;
+}
+
+boost::json::object recordOf(const std::string& system) { return {{"Name", system}}; }
+
+boost::json::object recordOf(const Quantity& quantity) {
+    boost::json::object record{{"Name", quantity.name}, {"Expression", quantity.expression}};
+    addForm(record, "Scaling", {1, 1, 0});
+    addForm(record, "Offset", {});
+    return record;
+}
+
+boost::json::object recordOf(const Unit& unit) {
+    boost::json::object record{{"Name", unit.name},
+                               {"Symbol", unit.symbol},
+                               {"Expression", unit.expression},
+                               {"Alias", fmt::format("{}", fmt::join(unit.aliases, ","))},
+                               {"Display", unit.display},
+                               {"UnitSystem", unit.systems},
+                               {"AbstractUnit", unit.quantity}};
+    addForm(record, "Scaling", unit.scaling);
+    addForm(record, "Offset", unit.offset);
+    return record;
+}
+
+template <class Records>
+std::string variable(std::string_view name, const Records& records) {
+    std::string text = fmt::format("\"{}\": [", name);
+    std::string_view separator = "\n";
+    for (const auto& record : records) {
+        text += separator;
+        text += boost::json::serialize(recordOf(record));
+        separator = ",\n";
+    }
+    return text + "\n]";
+}
+
+} // namespace
+
+std::string databaseText(const Catalogue& catalogue) {
+    return fmt::format("{{\n{},\n{},\n{}\n}}\n", variable("unitSystems", catalogue.systems()),
+                       variable("abstractUnits", catalogue.quantities()),
+                       variable("units", catalogue.units()));
+}
+
+} // namespace tvdata

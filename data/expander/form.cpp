@@ -1,0 +1,142 @@
+#include "form.h"
+
+#include "fault.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace tvdata {
+
+namespace {
+
+constexpr std::int32_t largestPart = std::numeric_limits<std::int32_t>::max();
+
+/// How often \p prime divides \p number, which is left without it.
+int takeOut(Integer& number, int prime) {
+    int count = 0;
+    while (number % prime == 0) {
+        number /= prime;
+        ++count;
+    }
+    return count;
+}
+
+struct Fraction {
+    Integer numerator;
+    Integer denominator;
+};
+
+bool fits(const Fraction& fraction, std::int32_t largest) {
+    return fraction.numerator <= largest && fraction.denominator <= largest;
+}
+
+/// The fraction nearest to \p number with both parts from 1 to \p largest: the last convergent of
+/// the continued fraction that fits, or the last of the fractions between it and the next one.
+std::optional<Fraction> nearestFraction(const Exact& number, std::int32_t largest) {
+    Fraction before{0, 1};
+    Fraction last{1, 0};
+    Exact rest = number;
+    while (true) {
+        const Integer whole = numerator(rest) / denominator(rest);
+        const auto step = [&](const Integer& count) {
+            return Fraction{count * last.numerator + before.numerator,
+                            count * last.denominator + before.denominator};
+        };
+        if (!fits(step(whole), largest)) {
+            Integer count = whole;
+            for (const auto& [part, earlier] : {std::pair(last.numerator, before.numerator),
+                                                std::pair(last.denominator, before.denominator)}) {
+                if (part != 0) {
+                    count = std::min(count, Integer((largest - earlier) / part));
+                }
+            }
+            const Fraction between = step(count);
+            const auto isFraction = [](const Fraction& candidate) {
+                return candidate.numerator > 0 && candidate.denominator > 0;
+            };
+            const auto distance = [&](const Fraction& candidate) {
+                return abs(Exact(candidate.numerator, candidate.denominator) - number);
+            };
+            if (!isFraction(last)) {
+                return isFraction(between) ? std::optional(between) : std::nullopt;
+            }
+            return isFraction(between) && distance(between) < distance(last) ? between : last;
+        }
+        before = std::exchange(last, step(whole));
+        if (rest == whole) {
+            return last;
+        }
+        rest = 1 / (rest - whole);
+    }
+}
+
+/// The power of ten below \p number, or one near to it.
+int magnitude(const Exact& number) {
+    const auto digits = [](const Integer& part) { return static_cast<int>(part.str().size()); };
+    return digits(numerator(number)) - digits(denominator(number));
+}
+
+} // namespace
+
+std::vector<Form> exactForms(const Exact& number) {
+    Integer top = numerator(number);
+    Integer bottom = denominator(number);
+    const int twos = takeOut(top, 2) - takeOut(bottom, 2);
+    const int fives = takeOut(top, 5) - takeOut(bottom, 5);
+    std::vector<Form> forms;
+    for (int exponent = std::min(twos, fives); exponent <= std::max(twos, fives); ++exponent) {
+        const Exact fraction =
+            Exact(top, bottom) * raised(2, twos - exponent) * raised(5, fives - exponent);
+        if (abs(numerator(fraction)) <= largestPart && denominator(fraction) <= largestPart) {
+            forms.push_back({static_cast<std::int32_t>(numerator(fraction)),
+                             static_cast<std::int32_t>(denominator(fraction)), exponent});
+        }
+    }
+    return forms;
+}
+
+std::optional<Form> exactForm(const Exact& number, std::optional<int> exponent) {
+    const std::vector<Form> forms = exactForms(number);
+    if (exponent) {
+        const auto form = std::ranges::find(forms, *exponent, &Form::exponent);
+        if (form == forms.end()) {
+            throw Fault(
+                fmt::format("the factor has no exact form with the exponent {}", *exponent));
+        }
+        return *form;
+    }
+    const auto form = std::ranges::min_element(forms, {}, [](const Form& candidate) {
+        return std::max(std::abs(candidate.numerator), candidate.denominator);
+    });
+    return form == forms.end() ? std::nullopt : std::optional(*form);
+}
+
+Form nearestForm(const Exact& number, std::int32_t largest) {
+    std::optional<Form> nearest;
+    Exact smallestError = 0;
+    // Far from a value of 1 one of the parts is small, and the fraction is a poor one.
+    constexpr int reach = 10;
+    const int middle = magnitude(number);
+    for (int exponent = middle - reach; exponent <= middle + reach; ++exponent) {
+        const Exact power = raised(10, exponent);
+        const auto fraction = nearestFraction(number / power, largest);
+        if (!fraction) {
+            continue;
+        }
+        const Exact error = abs(Exact(fraction->numerator, fraction->denominator) * power - number);
+        if (!nearest || error < smallestError) {
+            smallestError = error;
+            // The parts may end in zeros, which belong in the exponent.
+            nearest = exactForm(Exact(fraction->numerator, fraction->denominator) * power, {});
+        }
+    }
+    return nearest.value();
+}
+
+Exact valueOf(const Form& form) {
+    return Exact(form.numerator, form.denominator) * raised(10, form.exponent);
+}
+
+} // namespace tvdata
