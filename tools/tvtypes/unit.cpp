@@ -1,5 +1,6 @@
 // tvtypes unit: what the library knows of units.
 #include "commands.h"
+#include "exclusion.h"
 #include "fmi/remarks.h"
 #include "report/excerpt.h"
 #include "report/safe_text.h"
@@ -136,20 +137,23 @@ void addUnit(CLI::App& app, Console& console) {
                         "List the units of which this stands in a name, an alias or the quantity")
             ->type_name("WORD");
     CLI::Option* const list = command.add_flag("--list", options->list, "List all units");
-    command.add_option("--system", options->system, "List those of a system only")
-        ->type_name("NAME")
-        ->needs(list);
-    command.add_option("--quantity", options->quantity, "List those that measure this only")
-        ->type_name("NAME")
-        ->needs(list);
+    CLI::Option* const system =
+        command.add_option("--system", options->system, "With --list: those of a system only")
+            ->type_name("NAME");
+    CLI::Option* const quantity =
+        command.add_option("--quantity", options->quantity, "With --list: those that measure this")
+            ->type_name("NAME");
     command.add_flag("--json", options->json, "Print one JSON object");
-    for (CLI::Option* const one : {complete, search, list}) {
-        one->excludes(units)->excludes(factor);
-    }
-    complete->excludes(search)->excludes(list);
-    search->excludes(list);
     command.footer(footer);
-    command.callback([options, &console] {
+    command.callback([=, &console] {
+        refuseTogether(list, {units, factor, complete, search});
+        refuseTogether(search, {units, factor, complete});
+        refuseTogether(complete, {units, factor});
+        for (const CLI::Option* const filter : {system, quantity}) {
+            if (filter->count() > 0 && !options->list) {
+                throw CLI::RequiresError(filter->get_name(), list->get_name());
+            }
+        }
         const std::size_t count = options->units.size();
         if (options->factor && count != 2) {
             throw CLI::ValidationError("--factor", "takes two units");
