@@ -81,6 +81,7 @@ TEST(UnitCommand, WhatIsNotKnownIsPointedAt) {
     const Row rows[] = {
         {"kg*newtn", "tvtypes: \"kg*newtn\": column 4: the unit is not known; did you mean newton"},
         {"\u00B5m*xyzzy/s", "column 4: the unit is not known\n  \u00B5m*xyzzy/s\n     ^\n"},
+        {"u^41", "its factor is beyond the rational numbers of the library"},
         {"kg*m)", "column 5: expected a sign such as *, / or ^, or the end\n  kg*m)\n      ^\n"},
         {"m^\x1b[31m", "  m^\\u001b[31m\n    ^\n"}};
     for (const Row& row : rows) {

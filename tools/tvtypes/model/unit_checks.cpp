@@ -105,7 +105,7 @@ NamedMeaning meaningOfName(std::string_view name) {
         return {};
     }
     NamedMeaning named{unit::meaningOfExpression(reading->expression), reading->isAsWritten, {}};
-    if (reading->factor == 1) {
+    if (named.meaning && reading->factor == 1) {
         named.expression = reading->expression;
     } else if (named.meaning) {
         named.meaning->factor *= reading->factor;

@@ -45,11 +45,12 @@ std::string headingOf(const UnitSheet& sheet) {
 
 std::string factorOf(const UnitSheet& sheet) {
     if (sheet.factor.empty()) {
-        return "of more digits than are shown";
+        return "of more digits than are computed";
     }
     const bool isDecimal = sheet.factor.find_first_of("/*^") == std::string::npos;
-    return isDecimal ? sheet.factor
-                     : fmt::format("{} = {}", shown(sheet.factor), sheet.factorDecimal.value_or(0));
+    const std::string decimal =
+        isDecimal ? "" : fmt::format(" = {}", sheet.factorDecimal.value_or(0));
+    return fmt::format("{}{} to {}", shown(sheet.factor), decimal, shown(sheet.base));
 }
 
 std::string convertibleOf(const UnitSheet& sheet) {
@@ -67,7 +68,7 @@ void printSheet(const UnitSheet& sheet, fmt::text_style style, std::ostream& os)
     printLine("quantity", safeText(sheet.quantity), os);
     printLine("definition", shown(sheet.definition), os);
     printLine("canonical", sheet.canonical.empty() ? "no dimension" : shown(sheet.canonical), os);
-    printLine("factor", fmt::format("{} to {}", factorOf(sheet), shown(sheet.base)), os);
+    printLine("factor", factorOf(sheet), os);
     if (!sheet.conversion.empty()) {
         printLine("conversion", fmt::format("{} = {}", sheet.base, sheet.conversion), os);
     }

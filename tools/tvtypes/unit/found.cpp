@@ -25,7 +25,11 @@ FoundUnit findUnit(const std::string& text, TVTypeSys::UnitTable& table) {
         throw UnitError(sentence, text, misreading->position);
     }
     FoundUnit found{text, std::move(std::get<Reading>(read)), nullptr, false, std::nullopt};
-    found.unit = table.getUnit(table.registerUnit(found.reading.expression.c_str(), true));
+    try {
+        found.unit = table.getUnit(table.registerUnit(found.reading.expression.c_str(), true));
+    } catch (const boost::bad_rational&) {
+        throw UnitError("its factor is beyond the rational numbers of the library", text, 0);
+    }
     found.isNamed = !nameOfUnit(found.reading.expression).empty();
     found.meaning = meaningOf(*found.unit);
     if (found.meaning) {

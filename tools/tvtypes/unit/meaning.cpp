@@ -105,7 +105,11 @@ std::optional<Meaning> meaningOfExpression(const std::string& expression) {
     const std::unique_ptr<Unit> unit(
         UnitFactory::createUnit(toUtf16(expression), Rational::unity, Rational::zero,
                                 UnitFactory::getDefaultAbstractUnit()));
-    unit->parseExpressionAndGenerateAST();
+    try {
+        unit->parseExpressionAndGenerateAST();
+    } catch (const boost::bad_rational&) {
+        return std::nullopt;
+    }
     return meaningOf(*unit);
 }
 

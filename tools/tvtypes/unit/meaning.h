@@ -28,7 +28,8 @@ Exact exactOf(const TVTypeSys::Rational& number);
 /// digits.
 std::optional<Meaning> meaningOf(const TVTypeSys::UnitBase& unit);
 
-/// The same for an expression of known names, or "unitless".
+/// The same for an expression of known names, or "unitless". Empty also where the library cannot
+/// hold the factor in its rational numbers.
 std::optional<Meaning> meaningOfExpression(const std::string& expression);
 
 /// kg*m^2/s^3; 1 if there are no powers.
