@@ -1,0 +1,24 @@
+// The units of a small model: registered, compared, converted, and one of them refused.
+#include <tvtypes/units.h>
+
+#include <fnd/except.h>
+
+#include <iostream>
+
+int main() {
+    TVTypeSys::UnitTable table;
+    const TVTypeSys::UnitBase& torque = *table.getUnit(table.registerUnit("lbf*ft", true));
+    const TVTypeSys::UnitBase& newtonMetre = *table.getUnit(table.registerUnit("N*m", true));
+    std::cout << torque.display << " is ";
+    torque.displayCanonicalForm(std::cout);
+    std::cout << " times " << torque.baseScalingFactor.toString() << ", or "
+              << torque.getScalingFactorToConvertTo(newtonMetre) << " " << newtonMetre.display
+              << '\n';
+    try {
+        torque.getScalingFactorToConvertTo(*table.getUnit(table.registerUnit("N/m", true)));
+    } catch (const fnd::except::IException& refusal) {
+        std::cout << refusal.what() << '\n';
+        return 0;
+    }
+    return 1;
+}
