@@ -60,6 +60,7 @@ TEST(UnitCommand, SaysWhyThereIsNoFactor) {
         {"m", "s", "has the canonical form m^1, Seconds has the canonical form s^1"},
         {"degC", "K", "a value x becomes x + 273.15"},
         {"degF", "degC", "a value x becomes 5/9 * x - 160/9"},
+        {"degC", "delta_degC", "degree_celsius measures thermodynamic_temperature and"},
         {"J/degC", "J/K", "has an offset and is not taken apart"},
         {"W/m^2", "kg/s^3",
          "m^0s^-3, kg/s^3 has the canonical form kg^1s^-3; the library tells a power of 0 from "

@@ -92,7 +92,8 @@ void printText(const std::vector<UnitSheet>& sheets, bool colour, std::ostream& 
 
 void printText(const UnitFactor& factor, std::ostream& os) {
     if (!factor.factor) {
-        os << "no factor: " << safeText(factor.reason) << '\n';
+        constexpr std::size_t longest = 1000;
+        os << "no factor: " << safeText(fmi::shortened(factor.reason, longest)) << '\n';
         return;
     }
     const std::string decimal = fmt::format("{}", *factor.factor);

@@ -63,19 +63,20 @@ report::UnitFactor factorBetween(const std::string& fromText, const std::string&
     report::UnitFactor result;
     result.from = from.reading.expression;
     result.to = to.reading.expression;
-    if (needsOffset(from, to)) {
-        result.conversion = conversionText(conversionBetween(*from.meaning, *to.meaning));
-        result.reason =
-            fmt::format("a factor alone does not convert {} into {}; a value x becomes {}",
-                        from.label(), to.label(), result.conversion);
-        return result;
-    }
     try {
         const Exact numbers = from.reading.factor / to.reading.factor;
         result.factor =
             from.unit->getScalingFactorToConvertTo(*to.unit) * static_cast<double>(numbers);
     } catch (const fnd::except::IException&) {
         result.reason = reasonOf(from, to);
+        return result;
+    }
+    if (needsOffset(from, to)) {
+        result.factor.reset();
+        result.conversion = conversionText(conversionBetween(*from.meaning, *to.meaning));
+        result.reason =
+            fmt::format("a factor alone does not convert {} into {}; a value x becomes {}",
+                        from.label(), to.label(), result.conversion);
         return result;
     }
     if (from.meaning && to.meaning) {
