@@ -101,7 +101,7 @@ std::vector<std::string> unitWords() {
         }
     }
     std::ranges::sort(words);
-    words.erase(std::ranges::unique(words).begin(), words.end());
+    words.erase(std::unique(words.begin(), words.end()), words.end());
     std::erase(words, std::string());
     return words;
 }
