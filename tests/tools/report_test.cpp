@@ -28,6 +28,8 @@ report::Findings sampleFindings() {
         {1500, "E", report::Kind::Enumerated, 4, "int32", "", 1, "x\x1b[31m"},
         {1501, "S", report::Kind::Struct, 24, "", "", 3, "", 2, 5}};
     findings.outside = {{"String", 2, 1}};
+    findings.units = {{"N.m", report::UnitSource::Reading, 3, "N*m", "", {"a", "b", "c", "d"}},
+                      {"\xC2\xB5", report::UnitSource::Nothing, -1, "", "0.5 * m", {}}};
     findings.remarks.problem({"Float64", 7}, "first");
     findings.remarks.note({"archive", 0}, "second");
     findings.remarks.note({"Int8", 9}, "third");
@@ -58,6 +60,10 @@ TEST(TextReport, ColumnsAreAligned) {
               "  -\n"
               "\n"
               "Outside the table: String 2 variables and 1 type\n"
+              "\n"
+              "id  unit  expression  from     base units  variables  which\n"
+              " 3  N.m   N*m         reading  -                   4  a, b, c, ...\n"
+              " -  \xC2\xB5     -           -        0.5 * m             0  -\n"
               "\n"
               "Problems\n"
               "m.xml:7: Float64: first\n"
@@ -99,6 +105,11 @@ TEST(JsonReport, HasAllThatTheTextHas) {
             {"id": 1501, "name": "S", "kind": "struct", "size": 24, "storage": null,
              "aliasOf": null, "variables": 3, "originalName": null, "elements": 2, "leaves": 5}],
         "outside": [{"baseType": "String", "variables": 2, "types": 1}],
+        "units": [
+            {"name": "N.m", "id": 3, "expression": "N*m", "from": "reading", "baseUnits": null,
+             "variables": ["a", "b", "c", "d"]},
+            {"name": "\u00b5", "id": null, "expression": null, "from": null,
+             "baseUnits": "0.5 * m", "variables": []}],
         "problems": [{"element": "Float64", "line": 7, "sentence": "first", "count": 1}],
         "notes": [{"element": "archive", "line": null, "sentence": "second", "count": 1},
                   {"element": "Int8", "line": 9, "sentence": "third", "count": 2}]})");

@@ -22,6 +22,7 @@ struct Console : Streams {
 void addConvert(CLI::App& app, Console& console);
 void addInspect(CLI::App& app, Console& console);
 void addLayout(CLI::App& app, Console& console);
+void addUnit(CLI::App& app, Console& console);
 
 /// Says, with the place, why a description cannot be read.
 void reportUnreadable(const std::string& file, const fmi::ReadError& error, Console& console);

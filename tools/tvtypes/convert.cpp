@@ -3,11 +3,11 @@
 #include "convert/error.h"
 #include "convert/modes_table.h"
 #include "convert/run.h"
+#include "exclusion.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <initializer_list>
 #include <istream>
 #include <memory>
 #include <optional>
@@ -103,15 +103,6 @@ void execute(const Options& options, Console& console) {
         printModes(*source, to, console.colour, console.out);
     } else {
         convertValues(options, *source, console);
-    }
-}
-
-// Not left to the parser, whose help would list all of this.
-void refuseTogether(const CLI::Option* option, std::initializer_list<const CLI::Option*> others) {
-    for (const CLI::Option* const other : others) {
-        if (option->count() > 0 && other->count() > 0) {
-            throw CLI::ExcludesError(option->get_name(), other->get_name());
-        }
     }
 }
 

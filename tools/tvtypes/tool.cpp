@@ -61,6 +61,7 @@ int runTool(int argc, const char* const* argv, const Streams& streams) {
         addConvert(app, console);
         addInspect(app, console);
         addLayout(app, console);
+        addUnit(app, console);
         parseAndRun(app, argc, argv, console);
         if (!console.out.flush()) {
             console.err << "tvtypes: the output cannot be written\n";

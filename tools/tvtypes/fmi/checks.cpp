@@ -1,5 +1,7 @@
 #include "fmi/checks.h"
 
+#include "fmi/unit_checks.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -141,6 +143,7 @@ void checkDescription(Description& description, Remarks& remarks) {
         checkValueReferences(description, remarks);
     }
     resolveDeclaredTypes(description, remarks);
+    checkUnits(description, remarks);
 }
 
 } // namespace tvtool::fmi

@@ -7,8 +7,9 @@
 
 namespace tvtool::fmi {
 
-/// Says which names, values and value references occur twice and which declared types are not to
-/// be had. Takes out all but the first definition of a type, and sets Variable::type.
+/// Says which names, values and value references occur twice and which declared types and units are
+/// not to be had. Takes out all but the first definition of a type or unit, adds units that are
+/// only used, and sets Variable::type and Variable::unit.
 void checkDescription(Description& description, Remarks& remarks);
 
 } // namespace tvtool::fmi

@@ -4,6 +4,7 @@
 /// Texts are views into the Texts of the description that holds the record.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory_resource>
@@ -46,6 +47,44 @@ struct Place {
     std::uint64_t line = 0;
 };
 
+/// Stands for "none" where a record refers to another by its index.
+inline constexpr std::uint32_t noIndex = UINT32_MAX;
+
+/// The base units, in the order of BaseUnit::powers. The radian is the last one.
+inline constexpr std::array<std::string_view, 8> baseUnitNames{"kg", "m",   "s",  "A",
+                                                               "K",  "mol", "cd", "rad"};
+
+/// A value x of a unit is factor * x + offset in this product of base units.
+struct BaseUnit {
+    std::array<std::int32_t, baseUnitNames.size()> powers{};
+    double factor = 1;
+    double offset = 0;
+};
+
+/// A value x of the unit that it belongs to is factor * x + offset in the display unit, and
+/// factor / x in an inverse one.
+struct DisplayUnit {
+    std::string_view name;
+    double factor = 1;
+    double offset = 0;
+    bool isInverse = false;
+    Place place;
+};
+
+struct UnitDefinition {
+    std::string_view name;
+    std::optional<BaseUnit> base; ///< empty if the description does not say, or not rightly
+    std::vector<DisplayUnit> displayUnits;
+    bool isDefined = true; ///< false for one that is only used
+    Place place;
+};
+
+/// What variables and types say of the units of their values.
+struct UnitUse {
+    std::string_view unit;        ///< empty if they say nothing
+    std::string_view displayUnit; ///< the same
+};
+
 /// One named value of an enumeration.
 struct Item {
     std::string_view name;
@@ -57,11 +96,9 @@ struct TypeDefinition {
     std::string_view name;
     BaseType base = BaseType::None;
     std::vector<Item> items;
+    std::uint32_t unitUse = noIndex; ///< in Description::unitUses
     Place place;
 };
-
-/// Stands for "none" where a record refers to another by its index.
-inline constexpr std::uint32_t noIndex = UINT32_MAX;
 
 /// One dimension of an array variable.
 struct Dimension {
@@ -77,6 +114,8 @@ struct Variable {
     std::uint32_t type = noIndex;     ///< the declared type in Description::types, if it agrees
     std::uint32_t firstDimension = 0; ///< in Description::dimensions
     std::uint32_t dimensionCount = 0;
+    std::uint32_t unitUse = noIndex; ///< in Description::unitUses
+    std::uint32_t unit = noIndex;    ///< its own unit or that of its type, in Description::units
     BaseType base = BaseType::None;
     bool hasValueReference = false;
     bool hasBadDimension = false; ///< one that could not be read is not among its dimensions
@@ -108,6 +147,8 @@ struct Description {
     std::string_view modelName;
     int majorVersion = 0;            ///< 2 or 3
     bool hasStructuredNames = false; ///< whether names tell which variables belong together
+    std::vector<UnitDefinition> units;
+    std::vector<UnitUse> unitUses; ///< each once
     std::vector<TypeDefinition> types;
     std::vector<Variable> variables;
     std::vector<Dimension> dimensions;

@@ -28,6 +28,10 @@ constexpr Set extent = 1U << 13;
 constexpr Set alias = 1U << 14;
 constexpr Set typed = 1U << 15;
 constexpr Set any = 1U << 16; // whatever it is, nobody looks
+constexpr Set unit = 1U << 17;
+constexpr Set powers = 1U << 18;
+constexpr Set scale = 1U << 19;
+constexpr Set inverse = 1U << 20;
 
 constexpr Set integerType = quantity | range;
 constexpr Set realType = integerType | real;
@@ -43,7 +47,7 @@ constexpr ElementRule elements[] = {
 
     {Node::Root, "ModelVariables",     Node::ModelVariables,  both, 0,   none},
     {Node::Root, "TypeDefinitions",    Node::TypeDefinitions, both, 0,   none},
-    {Node::Root, "UnitDefinitions",    Node::Skipped,         both, any, none},
+    {Node::Root, "UnitDefinitions",    Node::UnitDefinitions, both, 0,   none},
     {Node::Root, "ModelStructure",     Node::Skipped,         both, any, none},
     {Node::Root, "ModelExchange",      Node::Skipped,         both, any, none},
     {Node::Root, "CoSimulation",       Node::Skipped,         both, any, none},
@@ -52,6 +56,11 @@ constexpr ElementRule elements[] = {
     {Node::Root, "DefaultExperiment",  Node::Skipped,         both, any, none},
     {Node::Root, "Terminals",          Node::Skipped,         both, any, none},
     {Node::Root, "GraphicalRepresentation", Node::Skipped,    both, any, none},
+
+    {Node::UnitDefinitions, "Unit", Node::Unit, both, unit, none},
+    {Node::Unit, "BaseUnit",    Node::BaseUnit,    both, powers | scale,         none},
+    {Node::Unit, "DisplayUnit", Node::DisplayUnit, fmi2, unit | scale,           none},
+    {Node::Unit, "DisplayUnit", Node::DisplayUnit, fmi3, unit | scale | inverse, none},
 
     {Node::TypeDefinitions, "SimpleType", Node::SimpleType, fmi2, named, none},
     {Node::SimpleType, "Real",        Node::SimpleTypeBase, fmi2, realType,    BaseType::Float64},
@@ -118,14 +127,14 @@ constexpr AttributeRule attributes[] = {
     {"variableNamingConvention", Attribute::NamingConvention, root},
     {"numberOfEventIndicators",  Attribute::Known,          root},
     {"description",              Attribute::Known,          root | named},
-    {"name",                     Attribute::Name,           named},
+    {"name",                     Attribute::Name,           named | unit},
     {"value",                    Attribute::Value,          item},
     {"quantity",                 Attribute::Known,          quantity},
     {"min",                      Attribute::Min,            range},
     {"max",                      Attribute::Max,            range},
     {"nominal",                  Attribute::Nominal,        real},
-    {"unit",                     Attribute::Known,          real},
-    {"displayUnit",              Attribute::Known,          real | alias},
+    {"unit",                     Attribute::Unit,           real},
+    {"displayUnit",              Attribute::DisplayUnit,    real | alias},
     {"relativeQuantity",         Attribute::Known,          real},
     {"unbounded",                Attribute::Known,          real},
     {"valueReference",           Attribute::ValueReference, variable | extent},
@@ -150,7 +159,18 @@ constexpr AttributeRule attributes[] = {
     {"supportsFraction",         Attribute::Known,          clock},
     {"resolution",               Attribute::Known,          clock},
     {"intervalCounter",          Attribute::Known,          clock},
-    {"shiftCounter",             Attribute::Known,          clock}};
+    {"shiftCounter",             Attribute::Known,          clock},
+    {"kg",                       Attribute::Kilogram,       powers},
+    {"m",                        Attribute::Metre,          powers},
+    {"s",                        Attribute::Second,         powers},
+    {"A",                        Attribute::Ampere,         powers},
+    {"K",                        Attribute::Kelvin,         powers},
+    {"mol",                      Attribute::Mole,           powers},
+    {"cd",                       Attribute::Candela,        powers},
+    {"rad",                      Attribute::Radian,         powers},
+    {"factor",                   Attribute::Factor,         scale},
+    {"offset",                   Attribute::Offset,         scale},
+    {"inverse",                  Attribute::Inverse,        inverse}};
 // clang-format on
 
 // Annotations may stand below every element.

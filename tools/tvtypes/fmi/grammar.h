@@ -14,6 +14,10 @@ namespace tvtool::fmi {
 enum class Node : std::uint8_t {
     Document, ///< what holds the root element
     Root,
+    UnitDefinitions,
+    Unit,
+    BaseUnit,
+    DisplayUnit,
     TypeDefinitions,
     SimpleType,     ///< a type definition of FMI 2
     SimpleTypeBase, ///< the element in it that says the base type
@@ -60,6 +64,19 @@ enum class Attribute : std::uint8_t {
     Max,
     Nominal,
     Value,
+    Unit,
+    DisplayUnit,
+    Kilogram, ///< the powers of the base units, in the order of BaseUnit::powers
+    Metre,
+    Second,
+    Ampere,
+    Kelvin,
+    Mole,
+    Candela,
+    Radian,
+    Factor,
+    Offset,
+    Inverse,
     Known
 };
 inline constexpr std::size_t readAttributeCount = static_cast<std::size_t>(Attribute::Known);

@@ -1,12 +1,13 @@
 #include "fmi/reader.h"
 
+#include "fmi/attributes.h"
 #include "fmi/grammar.h"
+#include "fmi/unit_reader.h"
 #include "fmi/values.h"
 #include "fmi/xml.h"
 
 #include <fmt/format.h>
 
-#include <array>
 #include <limits>
 #include <optional>
 #include <string>
@@ -15,24 +16,21 @@ namespace tvtool::fmi {
 
 namespace {
 
-/// The attributes of one element that are read; null where the element has none.
-using Attributes = std::array<const char*, readAttributeCount>;
-
 class Reader : public XmlHandler {
   public:
     Reader(Description& description, Remarks& remarks)
-        : description_(description), remarks_(remarks) {}
+        : description_(description), remarks_(remarks), units_(description, remarks) {}
 
     void startElement(std::string_view name, const char* const* attributes,
                       std::uint64_t line) override;
     void endElement() override;
 
   private:
-    const char* get(Attribute attribute) const {
-        return attributes_[static_cast<std::size_t>(attribute)];
-    }
+    const char* get(Attribute attribute) const { return attributes_[attribute]; }
     void readAttributes(const ElementRule& rule, const char* const* attributes);
-    std::string_view requiredName();
+    std::string_view requiredName() {
+        return tvtool::fmi::requiredName(attributes_, place_, description_, remarks_);
+    }
     void checkValues(Attribute attribute, std::string_view attributeName, BaseType base);
     void checkAllValues(BaseType base);
 
@@ -56,8 +54,9 @@ class Reader : public XmlHandler {
     std::vector<Node> open_{Node::Document};
     std::uint64_t skipped_ = 0; ///< open elements at and below one that is skipped
     Place place_;               ///< of the element at hand
-    Attributes attributes_{};
+    Attributes attributes_;
     TypeDefinition type_; ///< the one that is open
+    UnitReader units_;
 };
 
 /// Whether an element declares a default namespace, and so leaves that of the description.
@@ -108,7 +107,9 @@ void Reader::endElement() {
     }
     const Node node = open_.back();
     open_.pop_back();
-    if (node == Node::SimpleType) {
+    if (node == Node::Unit) {
+        units_.endUnit();
+    } else if (node == Node::SimpleType) {
         endSimpleType();
     } else if (node == Node::NamedType) {
         endType();
@@ -118,7 +119,7 @@ void Reader::endElement() {
 }
 
 void Reader::readAttributes(const ElementRule& rule, const char* const* attributes) {
-    attributes_.fill(nullptr);
+    attributes_.clear();
     for (; *attributes != nullptr; attributes += 2) {
         const std::string_view name = attributes[0];
         const AttributeRule* const known = findAttribute(name, rule.attributeGroups);
@@ -129,7 +130,7 @@ void Reader::readAttributes(const ElementRule& rule, const char* const* attribut
                                                   quoted(name)));
             }
         } else if (known->attribute != Attribute::Known) {
-            attributes_[static_cast<std::size_t>(known->attribute)] = attributes[1];
+            attributes_.set(known->attribute, attributes[1]);
         }
     }
 }
@@ -154,7 +155,14 @@ void Reader::enter(const ElementRule& rule) {
         return readDimension();
     case Node::Alias:
         return readAlias();
+    case Node::Unit:
+        return units_.startUnit(attributes_, place_);
+    case Node::BaseUnit:
+        return units_.readBaseUnit(attributes_, place_);
+    case Node::DisplayUnit:
+        return units_.readDisplayUnit(attributes_, place_);
     case Node::Document:
+    case Node::UnitDefinitions:
     case Node::TypeDefinitions:
     case Node::ModelVariables:
     case Node::Skipped:
@@ -191,19 +199,6 @@ void Reader::readRoot() {
     }
 }
 
-/// The name of the element at hand; empty, with the problem said, if it has none.
-std::string_view Reader::requiredName() {
-    const char* const name = get(Attribute::Name);
-    if (name == nullptr) {
-        remarks_.problem(place_, "name is missing");
-        return {};
-    }
-    if (*name == '\0') {
-        remarks_.problem(place_, "name is empty");
-    }
-    return description_.texts.keep(name);
-}
-
 void Reader::checkValues(Attribute attribute, std::string_view attributeName, BaseType base) {
     const char* const values = get(attribute);
     if (values == nullptr || base == BaseType::String || base == BaseType::Binary) {
@@ -236,7 +231,7 @@ void Reader::checkAllValues(BaseType base) {
 }
 
 void Reader::startType(BaseType base) {
-    type_ = {requiredName(), base, {}, place_};
+    type_ = {requiredName(), base, {}, units_.readUse(attributes_), place_};
     checkAllValues(base);
 }
 
@@ -246,6 +241,7 @@ void Reader::readSimpleTypeBase(BaseType base) {
         return;
     }
     type_.base = base;
+    type_.unitUse = units_.readUse(attributes_);
     checkAllValues(base);
 }
 
@@ -320,6 +316,7 @@ void Reader::readVariableBase(BaseType base) {
     if (const char* const declaredType = get(Attribute::DeclaredType)) {
         variable.declaredType = description_.texts.intern(declaredType);
     }
+    variable.unitUse = units_.readUse(attributes_);
     checkAllValues(base);
     noteSize(variable);
 }

@@ -35,15 +35,17 @@ void Remarks::sort() {
     noteIndex_.clear();
 }
 
-std::string quoted(std::string_view text) {
-    if (text.size() <= longestQuotation) {
-        return '"' + std::string(text) + '"';
+std::string quoted(std::string_view text) { return '"' + shortened(text, longestQuotation) + '"'; }
+
+std::string shortened(std::string_view text, std::size_t longest) {
+    if (text.size() <= longest) {
+        return std::string(text);
     }
-    std::size_t end = longestQuotation;
+    std::size_t end = longest;
     while (end > 0 && isContinuationByte(text[end])) {
         --end;
     }
-    return '"' + std::string(text.substr(0, end)) + "...\"";
+    return std::string(text.substr(0, end)) + "...";
 }
 
 } // namespace tvtool::fmi

@@ -1,6 +1,7 @@
 #include "fmi/values.h"
 
 #include <charconv>
+#include <cmath>
 #include <system_error>
 
 namespace tvtool::fmi {
@@ -56,6 +57,11 @@ std::optional<std::uint32_t> parseUInt32(std::string_view text) {
 
 std::optional<std::uint64_t> parseUInt64(std::string_view text) {
     return parseOne<std::uint64_t>(text);
+}
+
+std::optional<double> parseReal(std::string_view text) {
+    const std::optional<double> number = parseOne<double>(text);
+    return number && std::isfinite(*number) ? number : std::nullopt;
 }
 
 std::string_view takeWord(std::string_view& text) {

@@ -15,6 +15,8 @@ namespace tvtool::fmi {
 std::optional<std::int32_t> parseInt32(std::string_view text);
 std::optional<std::uint32_t> parseUInt32(std::string_view text);
 std::optional<std::uint64_t> parseUInt64(std::string_view text);
+/// A finite one.
+std::optional<double> parseReal(std::string_view text);
 
 /// Takes the first of the words that blanks separate off the text. Empty if there is none.
 std::string_view takeWord(std::string_view& text);

@@ -1,6 +1,7 @@
 #include "model/inspection.h"
 
 #include "model/model.h"
+#include "model/unit_checks.h"
 
 #include <tvtypes/structdatatype.h>
 
@@ -118,6 +119,39 @@ std::vector<std::size_t> countUses(const Model& model) {
     return uses;
 }
 
+report::UnitSource sourceOf(UnitBasis basis) {
+    switch (basis) {
+    case UnitBasis::Name:
+        return report::UnitSource::Name;
+    case UnitBasis::Reading:
+        return report::UnitSource::Reading;
+    case UnitBasis::BaseUnits:
+        return report::UnitSource::BaseUnits;
+    case UnitBasis::Nothing:
+        break;
+    }
+    return report::UnitSource::Nothing;
+}
+
+std::vector<report::UnitRow> unitRows(const Model& model) {
+    std::vector<report::UnitRow> rows;
+    for (const fmi::UnitDefinition& definition : model.description->units) {
+        const Units::Unit& unit = model.units.all()[rows.size()];
+        rows.push_back({std::string(definition.name),
+                        sourceOf(unit.basis),
+                        unit.id,
+                        unit.expression,
+                        definition.base ? textOf(*definition.base) : "",
+                        {}});
+    }
+    for (const fmi::Variable& variable : model.description->variables) {
+        if (variable.unit != fmi::noIndex) {
+            rows[variable.unit].variables.emplace_back(variable.name);
+        }
+    }
+    return rows;
+}
+
 report::Findings inspect(Model& model) {
     report::Findings findings;
     findings.fmiVersion = model.description->fmiVersion;
@@ -125,6 +159,7 @@ report::Findings inspect(Model& model) {
     findings.variables = model.description->variables.size();
     findings.types = typeRows(model.types, countUses(model));
     findings.outside = outsideRows(*model.description);
+    findings.units = unitRows(model);
     findings.remarks = std::move(model.remarks);
     return findings;
 }

@@ -32,7 +32,8 @@ Model::Model(fmi::Source& source, fmi::Remarks said)
       description(checkedDescription(source, remarks)),
       types(*description, remarks),
       variableIds(idsOf(*description, types)),
-      structs(*description, variableIds, types, remarks) {
+      units(*description, remarks),
+      structs(*description, {variableIds, units.variableIds()}, types, remarks) {
     remarks.sort();
 }
 

@@ -7,6 +7,7 @@
 #include "fmi/source.h"
 #include "model/structs.h"
 #include "model/types.h"
+#include "model/units.h"
 
 #include <memory>
 #include <vector>
@@ -25,6 +26,7 @@ class Model {
     const std::unique_ptr<const fmi::Description> description;
     Types types;
     const std::vector<int> variableIds; ///< the type of each variable
+    const Units units;
     const Structs structs;
 };
 

@@ -30,6 +30,7 @@ std::size_t hashOf(const Shape& shape) {
         hash = combined(hash, std::hash<std::string_view>()(element.name));
         hash = combined(hash, static_cast<std::size_t>(element.type));
         hash = combined(hash, element.isStruct ? 1 : 0);
+        hash = combined(hash, static_cast<std::size_t>(element.unit));
         for (const int size : element.dimensions) {
             hash = combined(hash, static_cast<std::size_t>(size));
         }
@@ -40,7 +41,7 @@ std::size_t hashOf(const Shape& shape) {
 class Finder {
   public:
     Finder(const fmi::Description& description, const fmi::NameTree& tree,
-           const std::vector<int>& variableIds, fmi::Remarks& remarks)
+           const VariableIds& variableIds, fmi::Remarks& remarks)
         : description_(description), tree_(tree), variableIds_(variableIds), remarks_(remarks) {
         shapes_.ofInstance.assign(tree.instances.size(), noIndex);
         shapes_.isArray.assign(tree.members.size(), false);
@@ -105,6 +106,7 @@ class Finder {
         const bool areAlike = values.front() && std::ranges::all_of(values, [&](const auto& value) {
                                   return value && value->type == values.front()->type &&
                                          value->isStruct == values.front()->isStruct &&
+                                         value->unit == values.front()->unit &&
                                          value->dimensions == values.front()->dimensions;
                               });
         std::vector<int> box = areAlike ? boxOf(tree_, member) : std::vector<int>();
@@ -125,12 +127,15 @@ class Finder {
     std::optional<ShapeElement> valueOf(std::uint32_t index) {
         const Instance& instance = tree_.instances[index];
         if (shapes_.ofInstance[index] != noIndex) {
-            return ShapeElement{
-                instance.text, static_cast<int>(shapes_.ofInstance[index]), true, {}};
+            return ShapeElement{instance.text,
+                                static_cast<int>(shapes_.ofInstance[index]),
+                                true,
+                                inheritedUnit,
+                                {}};
         }
         const bool isAtTop = tree_.members[instance.member].owner == 0;
         if (isAtTop || instance.variable == noIndex ||
-            variableIds_[instance.variable] == INVALID_DATA_TYPE_ID) {
+            variableIds_.types[instance.variable] == INVALID_DATA_TYPE_ID) {
             return std::nullopt;
         }
         std::optional<std::vector<int>> dimensions =
@@ -139,8 +144,8 @@ class Finder {
             return std::nullopt;
         }
         variables_[index] = 1;
-        return ShapeElement{instance.text, variableIds_[instance.variable], false,
-                            std::move(*dimensions)};
+        return ShapeElement{instance.text, variableIds_.types[instance.variable], false,
+                            variableIds_.units[instance.variable], std::move(*dimensions)};
     }
 
     /// Empty, with a remark, if the variable cannot be an element.
@@ -187,7 +192,7 @@ class Finder {
 
     const fmi::Description& description_;
     const fmi::NameTree& tree_;
-    const std::vector<int>& variableIds_;
+    VariableIds variableIds_;
     fmi::Remarks& remarks_;
     Shapes shapes_;
     std::vector<std::size_t> variables_; ///< by instance: how many elements are variables
@@ -208,7 +213,7 @@ class Finder {
 } // namespace
 
 Shapes findShapes(const fmi::Description& description, const fmi::NameTree& tree,
-                  const std::vector<int>& variableIds, fmi::Remarks& remarks) {
+                  const VariableIds& variableIds, fmi::Remarks& remarks) {
     return Finder(description, tree, variableIds, remarks).find();
 }
 

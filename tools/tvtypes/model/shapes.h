@@ -5,6 +5,7 @@
 #include "fmi/description.h"
 #include "fmi/name_tree.h"
 #include "fmi/remarks.h"
+#include "model/units.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -18,6 +19,7 @@ struct ShapeElement {
     std::string_view name;
     int type = 0; ///< the id in the table, or the index of the nested shape
     bool isStruct = false;
+    int unit = inheritedUnit; ///< the id in the unit table
     std::vector<int> dimensions;
 
     bool operator==(const ShapeElement&) const = default;
@@ -36,14 +38,18 @@ struct Shapes {
     std::vector<bool> isArray; ///< by member of the tree: whether it is one element, an array
 };
 
+/// What each variable is, by its index in the description.
+struct VariableIds {
+    const std::vector<int>& types;
+    const std::vector<int>& units;
+};
+
 /// Finds the shapes of all instances but the model itself. Variables are elements if they have a
 /// type in the table and a size that is known; what holds no such variable is no struct.
 ///
 /// Instances of a member become one element, an array, if their indices fill a box and they are
 /// alike; otherwise each is an element of its own, named with its indices.
-///
-/// \param variableIds the type of each variable
 Shapes findShapes(const fmi::Description& description, const fmi::NameTree& tree,
-                  const std::vector<int>& variableIds, fmi::Remarks& remarks);
+                  const VariableIds& variableIds, fmi::Remarks& remarks);
 
 } // namespace tvtool::model

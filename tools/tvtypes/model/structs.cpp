@@ -50,8 +50,8 @@ int* keptDimensions(const std::vector<int>& sizes) {
 
 } // namespace
 
-Structs::Structs(const fmi::Description& description, const std::vector<int>& variableIds,
-                 Types& types, fmi::Remarks& remarks) {
+Structs::Structs(const fmi::Description& description, const VariableIds& variableIds, Types& types,
+                 fmi::Remarks& remarks) {
     if (!description.hasStructuredNames) {
         return;
     }
@@ -106,6 +106,7 @@ void Structs::fill(StructDataType& type, const std::vector<ShapeElement>& elemen
         element.setName(std::string(from.name).c_str());
         element.setDataTypeId(
             from.isStruct ? all_[typeOfShape_[static_cast<std::size_t>(from.type)]].id : from.type);
+        element.setUnitId(from.unit);
         element.setNumDimensions(static_cast<int>(from.dimensions.size()));
         element.setDimensions(keptDimensions(from.dimensions));
         element.setSignalType(0);

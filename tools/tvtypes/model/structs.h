@@ -30,7 +30,7 @@ class Structs {
     };
 
     /// Without structured names there are none.
-    Structs(const fmi::Description& description, const std::vector<int>& variableIds, Types& types,
+    Structs(const fmi::Description& description, const VariableIds& variableIds, Types& types,
             fmi::Remarks& remarks);
 
     /// In the order of their ids: what a struct holds stands ahead of it.

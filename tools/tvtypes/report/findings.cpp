@@ -18,4 +18,18 @@ const char* nameOf(Kind kind) {
     return "";
 }
 
+const char* nameOf(UnitSource source) {
+    switch (source) {
+    case UnitSource::Name:
+        return "name";
+    case UnitSource::Reading:
+        return "reading";
+    case UnitSource::BaseUnits:
+        return "base units";
+    case UnitSource::Nothing:
+        return "";
+    }
+    return "";
+}
+
 } // namespace tvtool::report

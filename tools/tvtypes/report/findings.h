@@ -37,6 +37,20 @@ struct OutsideRow {
     std::size_t types = 0;
 };
 
+/// What the place of a unit in the table comes from.
+enum class UnitSource { Name, Reading, BaseUnits, Nothing };
+const char* nameOf(UnitSource source);
+
+/// One unit that the model defines or uses.
+struct UnitRow {
+    std::string name;
+    UnitSource source = UnitSource::Nothing;
+    int id = 0;                         ///< of no meaning without a source
+    std::string expression;             ///< in the table; empty without a source
+    std::string baseUnits;              ///< with factor and offset; empty if the model does not say
+    std::vector<std::string> variables; ///< the names of those that have it
+};
+
 struct Findings {
     std::string file;
     std::string fmiVersion;
@@ -44,6 +58,7 @@ struct Findings {
     std::size_t variables = 0;
     std::vector<TypeRow> types; ///< in the order of their ids
     std::vector<OutsideRow> outside;
+    std::vector<UnitRow> units; ///< in the order of the description
     fmi::Remarks remarks;
 };
 

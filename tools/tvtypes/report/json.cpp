@@ -44,6 +44,20 @@ json::array outsideOf(const Findings& findings) {
     return rows;
 }
 
+json::array unitsOf(const Findings& findings) {
+    json::array units;
+    for (const UnitRow& unit : findings.units) {
+        const bool hasPlace = unit.source != UnitSource::Nothing;
+        units.push_back(json::object{{"name", unit.name},
+                                     {"id", hasPlace ? json::value(unit.id) : json::value(nullptr)},
+                                     {"expression", textOrNull(unit.expression)},
+                                     {"from", textOrNull(nameOf(unit.source))},
+                                     {"baseUnits", textOrNull(unit.baseUnits)},
+                                     {"variables", json::value_from(unit.variables)}});
+    }
+    return units;
+}
+
 json::array remarksOf(const std::vector<fmi::Remark>& remarks) {
     json::array rows;
     for (const fmi::Remark& remark : remarks) {
@@ -65,6 +79,7 @@ void printJson(const Findings& findings, std::ostream& os) {
                               {"variables", findings.variables},
                               {"types", typesOf(findings)},
                               {"outside", outsideOf(findings)},
+                              {"units", unitsOf(findings)},
                               {"problems", remarksOf(findings.remarks.problems())},
                               {"notes", remarksOf(findings.remarks.notes())}};
     // JSON lets most control characters stand; a terminal would obey them.

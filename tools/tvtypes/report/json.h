@@ -13,6 +13,10 @@
 /// |              | struct how many lie in one), `originalName` (text, or null where it is the  |
 /// |              | name), `elements` and `leaves` (how many a struct has; null for the others) |
 /// | `outside`    | array of what lies outside the table: `baseType`, `variables`, `types`      |
+/// | `units`      | array of units in the order of the description: `name`, `id` (in the unit   |
+/// |              | table, or null), `expression` (text, or null), `from` (`name`, `reading`,   |
+/// |              | `base units`, or null: what the expression comes from), `baseUnits` (text   |
+/// |              | with factor and offset, or null), `variables` (names of those that have it) |
 /// | `problems`   | array of remarks: `element`, `line` (or null), `sentence`, `count`          |
 /// | `notes`      | the same                                                                    |
 #pragma once

@@ -7,15 +7,11 @@
 
 namespace tvtool::report {
 
-namespace {
-
-/// The columns that a text takes on a screen. Its bytes are never fewer, so what padding to that
-/// many columns adds is the difference.
+// The bytes of a text are never fewer than its columns, so what padding to that many columns adds
+// is the difference.
 std::size_t displayWidth(const std::string& text) {
     return 2 * text.size() - fmt::formatted_size("{:<{}}", text, text.size());
 }
-
-} // namespace
 
 void Table::addColumn(std::string heading, Align align) {
     widths_.push_back(displayWidth(heading));

@@ -13,6 +13,9 @@ namespace tvtool::report {
 
 enum class Align { Left, Right };
 
+/// The columns that a text takes on a screen.
+std::size_t displayWidth(const std::string& text);
+
 /// Rows under a heading, each column as wide as what stands in it. Widths are those that
 /// characters take on a screen.
 class Table {

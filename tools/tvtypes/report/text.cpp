@@ -15,6 +15,12 @@ namespace tvtool::report {
 
 namespace {
 
+/// For a table: a long text would make its column as wide for all.
+std::string shortened(const std::string& text) {
+    constexpr std::size_t longest = 40;
+    return safeText(fmi::shortened(text, longest));
+}
+
 void printSummary(const Findings& findings, std::ostream& os) {
     os << fmt::format("{}: FMI {}, model \"{}\": {}, {}, {}, {}\n", safeText(findings.file),
                       safeText(findings.fmiVersion), safeText(findings.modelName),
@@ -66,6 +72,37 @@ void printTypes(const Findings& findings, fmt::text_style headingStyle, std::ost
     table.print(os, headingStyle);
 }
 
+std::string usersOf(const UnitRow& unit) {
+    constexpr std::size_t most = 3;
+    std::string users;
+    for (std::size_t i = 0; i < unit.variables.size() && i < most; ++i) {
+        users += (i == 0 ? "" : ", ") + shortened(unit.variables[i]);
+    }
+    return unit.variables.size() > most ? users + ", ..." : users;
+}
+
+void printUnits(const std::vector<UnitRow>& units, fmt::text_style headingStyle, std::ostream& os) {
+    if (units.empty()) {
+        return;
+    }
+    Table table;
+    table.addColumn("id", Align::Right);
+    table.addColumn("unit", Align::Left);
+    table.addColumn("expression", Align::Left);
+    table.addColumn("from", Align::Left);
+    table.addColumn("base units", Align::Left);
+    table.addColumn("variables", Align::Right);
+    table.addColumn("which", Align::Left);
+    for (const UnitRow& unit : units) {
+        const bool hasPlace = unit.source != UnitSource::Nothing;
+        table.addRow({hasPlace ? std::to_string(unit.id) : "", shortened(unit.name),
+                      shortened(unit.expression), nameOf(unit.source), unit.baseUnits,
+                      std::to_string(unit.variables.size()), usersOf(unit)});
+    }
+    os << '\n';
+    table.print(os, headingStyle);
+}
+
 void printOutside(const std::vector<OutsideRow>& rows, std::ostream& os) {
     if (rows.empty()) {
         return;
@@ -112,6 +149,7 @@ void printText(const Findings& findings, bool colour, std::ostream& os) {
     printSummary(findings, os);
     printTypes(findings, bold, os);
     printOutside(findings.outside, os);
+    printUnits(findings.units, bold, os);
     printRemarks(findings, "Problems", findings.remarks.problems(),
                  bold | styled(fmt::fg(fmt::terminal_color::red)), os);
     printRemarks(findings, "Notes", findings.remarks.notes(),

@@ -1,0 +1,216 @@
+#include "unit/meaning.h"
+#include "unit/reading.h"
+#include "unit/spelling.h"
+#include "unit/text16.h"
+#include "unit/words.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <random>
+#include <string>
+
+namespace tvtool::unit {
+
+namespace {
+
+std::optional<Meaning> meaningOfText(const std::string& text) {
+    const auto read = readUnit(text);
+    const auto* const reading = std::get_if<Reading>(&read);
+    if (reading == nullptr) {
+        return std::nullopt;
+    }
+    std::optional<Meaning> meaning = meaningOfExpression(reading->expression);
+    meaning->factor *= reading->factor;
+    return meaning;
+}
+
+void expectSame(const std::string& text, const std::string& expression) {
+    const std::optional<Meaning> meaning = meaningOfText(text);
+    const std::optional<Meaning> expected = meaningOfExpression(expression);
+    ASSERT_TRUE(meaning) << text;
+    EXPECT_EQ(meaning->powers, expected->powers) << text;
+    EXPECT_EQ(meaning->factor, expected->factor) << text;
+    EXPECT_EQ(meaning->offset, expected->offset) << text;
+}
+
+TEST(UnitSpelling, OfPeopleIsReadAsAnExpression) {
+    const std::pair<const char*, const char*> rows[] = {{"N.m", "N*m"},
+                                                        {"m.s-1", "m/s"},
+                                                        {"rev/min", "rev/min"},
+                                                        {"m/s\u00B2", "m/s^2"},
+                                                        {"kgm\u00B2", "kg*m^2"},
+                                                        {"kg1m2s-2", "J"},
+                                                        {"Nm", "N*m"},
+                                                        {"1", "unitless"},
+                                                        {"-", "unitless"},
+                                                        {"", "unitless"},
+                                                        {" ", "unitless"},
+                                                        {"degC", "degC"},
+                                                        {"\u00B0C", "degC"},
+                                                        {"Ohm", "ohm"},
+                                                        {"k\u03A9", "kohm"},
+                                                        {"%", "percent"},
+                                                        {"%/K", "percent/K"},
+                                                        {"\u00B5m", "um"},
+                                                        {"\u03BCm/s", "um/s"},
+                                                        {"kg\u00B7m\u00B2/s", "kg*m^2/s"},
+                                                        {"m/s/s", "m/s^2"},
+                                                        {"W/(m2.K)", "W/(m^2*K)"},
+                                                        {"W/m\u00B2K", "W/(m^2*K)"},
+                                                        {"W/m2.K", "W/m^2*K"},
+                                                        {"J/kg-K", "J/(kg*K)"},
+                                                        {"kg m s\u207B\u00B2", "N"},
+                                                        {"l/min", "l/min"},
+                                                        {"1/min", "1/min"},
+                                                        {"/min", "1/min"},
+                                                        {"m**3", "m^3"},
+                                                        {"(m/s)-2", "s^2/m^2"},
+                                                        {"1000 m", "km"},
+                                                        {"10^-3m", "mm"},
+                                                        {"2.5e-1*4*m", "m"},
+                                                        {"((m)*s)", "m*s"},
+                                                        {"deg", "deg"},
+                                                        {"mmHg", "mmHg"}};
+    for (const auto& [text, expression] : rows) {
+        expectSame(text, expression);
+    }
+    expectSame("dm3/100 km", "mm^3/dm");
+    expectSame("L/100km", "mm^3/dm");
+}
+
+TEST(UnitSpelling, FaultsHaveAPlace) {
+    struct Row {
+        const char* text;
+        std::size_t position;
+    };
+    const Row rows[] = {{"m*", 2},
+                        {"*m", 0},
+                        {"m^x", 2},
+                        {"m^2.5", 2},
+                        {"m^99999999999", 2},
+                        {"(m", 2},
+                        {"m)", 1},
+                        {"()", 1},
+                        {"m^((-2)", 7},
+                        {"m..s", 2},
+                        {"m s -1", 4},
+                        {"m-", 2},
+                        {"1e400*m", 0},
+                        {"m$", 1},
+                        {"m\u207B", 1},
+                        {"kg*\xFFm", 3},
+                        {"m\x1b[31m", 1},
+                        {"s*(m^2147483647)^2", 3}};
+    for (const Row& row : rows) {
+        Spelling spelling;
+        const std::optional<Fault> fault = parseSpelling(row.text, spelling);
+        ASSERT_TRUE(fault) << row.text;
+        EXPECT_EQ(fault->position, row.position) << row.text << ": " << fault->expected;
+    }
+}
+
+using Powers = std::map<std::string, std::int64_t>;
+
+Powers withoutZeros(Powers powers) {
+    std::erase_if(powers, [](const auto& power) { return power.second == 0; });
+    return powers;
+}
+
+TEST(UnitSpelling, ReadsWhatTheLibraryReads) {
+    const char* const parts[] = {"m",   "s",    "km", "*", "*", "/",  "/",   "^2",
+                                 "^-1", "^(3)", "(",  ")", " ", "1/", "*kg", "(m*s)"};
+    std::mt19937 random(20);
+    int expressions = 0;
+    for (int i = 0; i < 50000; ++i) {
+        std::string text;
+        for (std::size_t length = 1 + random() % 8; length > 0; --length) {
+            text += parts[random() % std::size(parts)];
+        }
+        Monomial monomial;
+        if (!parseUnitExpr(toUtf16(text), monomial) ||
+            std::ranges::find(monomial.names, u"1") != monomial.names.end()) {
+            continue;
+        }
+        ++expressions;
+        Powers expected;
+        for (std::size_t n = 0; n < monomial.names.size(); ++n) {
+            expected[toUtf8(monomial.names[n])] += monomial.powers[n];
+        }
+        Spelling spelling;
+        ASSERT_FALSE(parseSpelling(text, spelling)) << text;
+        Powers powers;
+        for (const SpeltName& name : spelling.names) {
+            powers[std::string(name.name)] += name.power * name.outer;
+        }
+        EXPECT_EQ(withoutZeros(powers), withoutZeros(expected)) << text;
+    }
+    EXPECT_GT(expressions, 2000);
+}
+
+TEST(UnitSpelling, OfAnyLengthTakesTimeInProportion) {
+    const std::size_t size = 1000000;
+    std::string products;
+    std::string groups;
+    for (std::size_t i = 0; i < size / 5; ++i) {
+        products += "m.s-1";
+        groups.insert(groups.end(), {'(', 'm', '/'});
+    }
+    groups += 's' + std::string(size / 5, ')');
+    Spelling spelling;
+    EXPECT_FALSE(parseSpelling(products, spelling));
+    EXPECT_FALSE(parseSpelling(groups, spelling));
+    EXPECT_EQ(parseSpelling(std::string(size, '('), spelling)->position, size);
+    EXPECT_EQ(parseSpelling("m" + std::string(size, '^'), spelling)->position, 2U);
+    EXPECT_EQ(meaningOfText(std::string(10000, '(') + "m" + std::string(10000, ')'))->powers,
+              meaningOfText("m")->powers);
+}
+
+TEST(UnitWords, NearOnesAreSuggested) {
+    const std::vector<std::string> words{"newton", "Newton", "N",     "pascal", "Pa",
+                                         "PA_x",   "kPa",    "metre", "meter",  "kilometre"};
+    const auto nearestTo = [&](const std::string& word) {
+        const std::vector<std::string> all = suggestionsFor(word, words);
+        return all.empty() ? "" : all.front();
+    };
+    EXPECT_EQ(nearestTo("newtno"), "newton"); // swapped
+    EXPECT_EQ(nearestTo("Newtno"), "Newton");
+    EXPECT_EQ(nearestTo("NEWTON"), "Newton");
+    EXPECT_EQ(nearestTo("pa"), "Pa");
+    EXPECT_EQ(nearestTo("passcal"), "pascal");
+    EXPECT_EQ(nearestTo("killometer"), "kilometre");
+    EXPECT_EQ(nearestTo("x"), "");
+    EXPECT_EQ(nearestTo(std::string(1000000, 'x')), "");
+    EXPECT_EQ(editDistance(U"ab", U"ba", 3), 1U);
+    EXPECT_EQ(editDistance(U"", U"abc", 3), 3U);
+    EXPECT_EQ(editDistance(U"kitten", U"sitting", 9), 3U);
+    EXPECT_EQ(editDistance(U"kitten", U"sitting", 1), 2U);
+}
+
+TEST(ExactNumbers, AreWrittenWithoutLoss) {
+    const std::pair<Exact, const char*> rows[] = {{Exact(0), "0"},
+                                                  {Exact(1000), "1000"},
+                                                  {Exact(-3600), "-3600"},
+                                                  {Exact(3048, 10000), "0.3048"},
+                                                  {Exact(-1, 8), "-0.125"},
+                                                  {Exact(5, 9), "5/9"},
+                                                  {Exact(45967, 180), "45967/180"},
+                                                  {powerOfTen(9), "10^9"},
+                                                  {powerOfTen(-12), "10^-12"},
+                                                  {Exact(-1) * powerOfTen(9), "-10^9"},
+                                                  {Exact(6022) * powerOfTen(20), "6022*10^20"},
+                                                  {Exact(1, 3) * powerOfTen(20), "1/3*10^20"},
+                                                  {Exact(1, 3) * powerOfTen(-20), "1/3*10^-20"}};
+    for (const auto& [number, text] : rows) {
+        EXPECT_EQ(exactText(number), text);
+    }
+    EXPECT_EQ(powerOf(Exact(2, 3), -3), Exact(27, 8));
+    EXPECT_EQ(powerOf(1, 2147483647), Exact(1));
+    EXPECT_EQ(powerOf(1000, 2147483647), std::nullopt);
+}
+
+} // namespace
+
+} // namespace tvtool::unit

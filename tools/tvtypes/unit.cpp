@@ -1,0 +1,168 @@
+// tvtypes unit: what the library knows of units.
+#include "commands.h"
+#include "exclusion.h"
+#include "fmi/remarks.h"
+#include "report/excerpt.h"
+#include "report/safe_text.h"
+#include "report/unit_json.h"
+#include "report/unit_text.h"
+#include "unit/factor.h"
+#include "unit/found.h"
+#include "unit/search.h"
+#include "unit/sheet.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace tvtool {
+
+namespace {
+
+struct Options {
+    std::vector<std::string> units;
+    std::optional<std::string> prefix;
+    std::optional<std::string> word;
+    std::string system;
+    std::string quantity;
+    bool factor = false;
+    bool list = false;
+    bool json = false;
+};
+
+constexpr const char* footer =
+    "A unit is a name, symbol or alias, or an expression such as kg*m/s^2. Other ways to write\n"
+    "units, as N.m, m.s-1 or µm, are read as such expressions.\n"
+    "\n"
+    "  tvtypes unit mile \"W/(m2.K)\"\n"
+    "  tvtypes unit --factor km/h m/s\n"
+    "  tvtypes unit --list --quantity pressure\n"
+    "\n"
+    "Exit status: 0 all is known, 1 there is no such factor, 2 a unit is not known or the call is\n"
+    "wrong.";
+
+void reportError(const unit::UnitError& error, Console& console) {
+    console.err << fmt::format(
+        "tvtypes: {}: column {}: {}\n{}", report::safeText(fmi::quoted(error.text)),
+        report::columnOf(error.text, error.position), report::safeText(error.what()),
+        report::excerptAt(error.text, error.position));
+    console.status = ExitUnusable;
+}
+
+void showUnits(const Options& options, Console& console) {
+    TVTypeSys::UnitTable table;
+    std::vector<report::UnitSheet> sheets;
+    for (const std::string& text : options.units) {
+        try {
+            sheets.push_back(unit::sheetOf(text, table));
+        } catch (const unit::UnitError& error) {
+            reportError(error, console);
+        }
+    }
+    if (options.json) {
+        report::printJson(sheets, console.out);
+    } else {
+        report::printText(sheets, console.colour, console.out);
+    }
+}
+
+void showFactor(const Options& options, Console& console) {
+    TVTypeSys::UnitTable table;
+    const report::UnitFactor factor =
+        unit::factorBetween(options.units[0], options.units[1], table);
+    if (options.json) {
+        report::printJson(factor, console.out);
+    } else {
+        report::printText(factor, console.out);
+    }
+    if (factor.differs) {
+        console.err << fmt::format("tvtypes: the library's factor is {}, the exact one {}\n",
+                                   *factor.factor, *factor.exactDecimal);
+    }
+    if (!factor.factor) {
+        console.status = ExitProblems;
+    }
+}
+
+template <class Rows>
+void show(const Rows& rows, const Options& options, Console& console) {
+    if (options.json) {
+        report::printJson(rows, console.out);
+    } else {
+        report::printText(rows, console.colour, console.out);
+    }
+}
+
+void execute(const Options& options, Console& console) {
+    try {
+        if (options.factor) {
+            showFactor(options, console);
+        } else if (options.prefix) {
+            show(unit::completions(*options.prefix), options, console);
+        } else if (options.word) {
+            show(unit::unitsWith(*options.word), options, console);
+        } else if (options.list) {
+            show(unit::unitsOf(options.system, options.quantity), options, console);
+        } else {
+            showUnits(options, console);
+        }
+    } catch (const unit::UnitError& error) {
+        reportError(error, console);
+    }
+}
+
+} // namespace
+
+void addUnit(CLI::App& app, Console& console) {
+    const auto options = std::make_shared<Options>();
+    CLI::App& command = *app.add_subcommand(
+        "unit", "Show what units mean and how they convert, and look for units");
+    CLI::Option* const units =
+        command.add_option("UNIT", options->units, "Show all about these units")->type_name("");
+    CLI::Option* const factor = command.add_flag(
+        "--factor", options->factor, "Show the factor from the first of two units to the second");
+    CLI::Option* const complete =
+        command
+            .add_option("--complete", options->prefix,
+                        "List the names, symbols and aliases that begin like this")
+            ->type_name("PREFIX");
+    CLI::Option* const search =
+        command
+            .add_option("--search", options->word,
+                        "List the units of which this stands in a name, an alias or the quantity")
+            ->type_name("WORD");
+    CLI::Option* const list = command.add_flag("--list", options->list, "List all units");
+    CLI::Option* const system =
+        command.add_option("--system", options->system, "With --list: those of a system only")
+            ->type_name("NAME");
+    CLI::Option* const quantity =
+        command.add_option("--quantity", options->quantity, "With --list: those that measure this")
+            ->type_name("NAME");
+    command.add_flag("--json", options->json, "Print one JSON object");
+    command.footer(footer);
+    command.callback([=, &console] {
+        refuseTogether(list, {units, factor, complete, search});
+        refuseTogether(search, {units, factor, complete});
+        refuseTogether(complete, {units, factor});
+        for (const CLI::Option* const filter : {system, quantity}) {
+            if (filter->count() > 0 && !options->list) {
+                throw CLI::RequiresError(filter->get_name(), list->get_name());
+            }
+        }
+        const std::size_t count = options->units.size();
+        if (options->factor && count != 2) {
+            throw CLI::ValidationError("--factor", "takes two units");
+        }
+        if (count == 0 && !options->prefix && !options->word && !options->list) {
+            throw CLI::RequiredError("UNIT");
+        }
+        execute(*options, console);
+    });
+}
+
+} // namespace tvtool

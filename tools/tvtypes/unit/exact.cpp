@@ -1,0 +1,122 @@
+#include "unit/exact.h"
+
+#include <fmt/format.h>
+
+#include <cstddef>
+
+namespace tvtool::unit {
+
+namespace {
+
+using Integer = boost::multiprecision::cpp_int;
+
+constexpr std::size_t mostBits = 16384;
+// What lies within these is written without a power of ten.
+constexpr int mostDecimals = 10;
+constexpr int mostZeros = 6;
+
+std::size_t bitsOf(const Integer& number) { return number == 0 ? 0 : msb(abs(number)) + 1; }
+
+std::size_t bitsOf(const Exact& number) {
+    return bitsOf(numerator(number)) + bitsOf(denominator(number));
+}
+
+/// How often the divisor can be taken out of the number, which it is.
+int takeOut(Integer& number, unsigned divisor) {
+    int count = 0;
+    while (number != 0 && number % divisor == 0) {
+        number /= divisor;
+        ++count;
+    }
+    return count;
+}
+
+std::string withPowerOfTen(std::string mantissa, int exponent) {
+    if (exponent == 0) {
+        return mantissa;
+    }
+    if (mantissa == "1" || mantissa == "-1") {
+        mantissa.pop_back();
+        return mantissa + fmt::format("10^{}", exponent);
+    }
+    return mantissa + fmt::format("*10^{}", exponent);
+}
+
+/// The digits times a power of ten, as a decimal if that is not long.
+std::string decimalText(const Integer& digits, int exponent) {
+    std::string text = digits.str();
+    if (exponent >= 0 && exponent <= mostZeros) {
+        return text + std::string(static_cast<std::size_t>(exponent), '0');
+    }
+    if (exponent > 0 || exponent < -mostDecimals) {
+        return withPowerOfTen(std::move(text), exponent);
+    }
+    const std::size_t sign = digits < 0 ? 1 : 0;
+    const auto decimals = static_cast<std::size_t>(-exponent);
+    if (text.size() - sign <= decimals) {
+        text.insert(sign, decimals + 1 - (text.size() - sign), '0');
+    }
+    text.insert(text.size() - decimals, 1, '.');
+    return text;
+}
+
+} // namespace
+
+std::optional<Exact> product(const Exact& a, const Exact& b) {
+    if (bitsOf(a) + bitsOf(b) > mostBits) {
+        return std::nullopt;
+    }
+    return Exact(a * b);
+}
+
+std::optional<Exact> powerOf(const Exact& base, std::int64_t power) {
+    if (power == 0 || base == 1) {
+        return Exact(1);
+    }
+    const std::uint64_t times =
+        power < 0 ? 0 - static_cast<std::uint64_t>(power) : static_cast<std::uint64_t>(power);
+    if (times > mostBits / bitsOf(base) || (base == 0 && power < 0)) {
+        return std::nullopt;
+    }
+    const auto exponent = static_cast<unsigned>(times);
+    const Integer above = pow(numerator(base), exponent);
+    const Integer below = pow(denominator(base), exponent);
+    return power < 0 ? Exact(below, above) : Exact(above, below);
+}
+
+Exact powerOfTen(int power) {
+    const Integer ten = pow(Integer(10), static_cast<unsigned>(power < 0 ? -power : power));
+    return power < 0 ? Exact(1, ten) : Exact(ten);
+}
+
+std::string exactText(const Exact& number) {
+    Integer above = numerator(number);
+    Integer below = denominator(number);
+    if (above == 0) {
+        return "0";
+    }
+    Integer rest = below;
+    const int twos = takeOut(rest, 2);
+    const int fives = takeOut(rest, 5);
+    if (rest == 1) {
+        const int decimals = twos > fives ? twos : fives;
+        above = numerator(Exact(number * powerOfTen(decimals)));
+        const int zeros = takeOut(above, 10);
+        return decimalText(above, zeros - decimals);
+    }
+    int tens = takeOut(above, 10);
+    int tensBelow = takeOut(below, 10);
+    // Few zeros are easier to read than a power.
+    if (tens <= mostZeros && tensBelow <= mostZeros) {
+        return fmt::format("{}/{}", numerator(number).str(), denominator(number).str());
+    }
+    return withPowerOfTen(fmt::format("{}/{}", above.str(), below.str()), tens - tensBelow);
+}
+
+bool areClose(const Exact& a, const Exact& b, double part) {
+    const Exact sizeA = abs(a);
+    const Exact sizeB = abs(b);
+    return abs(Exact(a - b)) <= Exact(part) * (sizeA > sizeB ? sizeA : sizeB);
+}
+
+} // namespace tvtool::unit

@@ -1,0 +1,73 @@
+#include "unit/found.h"
+
+#include "unit/resolution.h"
+#include "unit/text16.h"
+#include "unit/words.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <variant>
+
+namespace tvtool::unit {
+
+using TVTypeSys::UnitBase;
+
+std::string FoundUnit::label() const { return isNamed ? toUtf8(unit->name) : reading.expression; }
+
+FoundUnit findUnit(const std::string& text, TVTypeSys::UnitTable& table) {
+    auto read = readUnit(text);
+    if (const auto* const misreading = std::get_if<Misreading>(&read)) {
+        std::string sentence = misreading->sentence;
+        if (!misreading->unknownName.empty()) {
+            sentence += askFor(misreading->unknownName, unitWords());
+        }
+        throw UnitError(sentence, text, misreading->position);
+    }
+    FoundUnit found{text, std::move(std::get<Reading>(read)), nullptr, false, std::nullopt};
+    try {
+        found.unit = table.getUnit(table.registerUnit(found.reading.expression.c_str(), true));
+    } catch (const boost::bad_rational&) {
+        throw UnitError("its factor is beyond the rational numbers of the library", text, 0);
+    }
+    found.isNamed = !nameOfUnit(found.reading.expression).empty();
+    found.meaning = meaningOf(*found.unit);
+    if (found.meaning) {
+        found.meaning->factor *= found.reading.factor;
+    }
+    return found;
+}
+
+std::string quantityOf(const UnitBase& unit) {
+    const auto* const concrete = dynamic_cast<const TVTypeSys::Unit*>(&unit);
+    return concrete == nullptr ? "" : toUtf8(concrete->abstractUnit.get().name);
+}
+
+std::string definitionOf(const UnitBase& unit) {
+    std::string text = toUtf8(unit.expression);
+    if (const Exact scaling = exactOf(unit.scaling); scaling != 1) {
+        text = fmt::format("{} * {}", exactText(scaling), text);
+    }
+    if (const Exact offset = exactOf(unit.offset); offset != 0) {
+        text += fmt::format(" {} {}", offset < 0 ? '-' : '+', exactText(abs(offset)));
+    }
+    return text;
+}
+
+std::vector<std::string> systemsOf(const UnitBase& unit) {
+    std::vector<std::string> names;
+    if (const auto* const concrete = dynamic_cast<const TVTypeSys::Unit*>(&unit)) {
+        for (const TVTypeSys::UnitSystem* const system : concrete->ownerUnitSystems) {
+            names.push_back(toUtf8(system->getName()));
+        }
+    }
+    return names;
+}
+
+std::string askFor(const std::string& word, const std::vector<std::string>& words) {
+    const std::vector<std::string> suggestions = suggestionsFor(word, words);
+    return suggestions.empty() ? ""
+                               : fmt::format("; did you mean {}?", fmt::join(suggestions, ", "));
+}
+
+} // namespace tvtool::unit

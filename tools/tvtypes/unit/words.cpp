@@ -1,0 +1,109 @@
+#include "unit/words.h"
+
+#include "unit/text16.h"
+
+#include <unicode/unistr.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <tuple>
+
+namespace tvtool::unit {
+
+namespace {
+
+constexpr std::size_t mostSuggestions = 5;
+/// Nobody misspells what is longer.
+constexpr std::size_t longestWord = 60;
+
+std::u32string characters(std::string_view text) {
+    const std::u16string wide = toUtf16(text);
+    const icu::UnicodeString unicode(wide.data(), static_cast<std::int32_t>(wide.size()));
+    std::u32string all;
+    for (std::int32_t i = 0; i < unicode.length(); i = unicode.moveIndex32(i, 1)) {
+        all += static_cast<char32_t>(unicode.char32At(i));
+    }
+    return all;
+}
+
+struct Candidate {
+    std::size_t distance;
+    std::size_t distanceWithCase;
+    std::size_t length;
+    const std::string* word;
+
+    auto key() const { return std::tie(distance, distanceWithCase, length, *word); }
+};
+
+} // namespace
+
+std::size_t editDistance(std::u32string_view a, std::u32string_view b, std::size_t most) {
+    // The last three rows of the distances between the beginnings of both.
+    std::array<std::vector<std::size_t>, 3> rows;
+    rows.fill(std::vector<std::size_t>(b.size() + 1));
+    for (std::size_t j = 0; j <= b.size(); ++j) {
+        rows[0][j] = j;
+    }
+    for (std::size_t i = 1; i <= a.size(); ++i) {
+        std::vector<std::size_t>& row = rows[i % 3];
+        const std::vector<std::size_t>& above = rows[(i - 1) % 3];
+        row[0] = i;
+        for (std::size_t j = 1; j <= b.size(); ++j) {
+            const std::size_t replaced = above[j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1);
+            row[j] = std::min({above[j] + 1, row[j - 1] + 1, replaced});
+            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
+                row[j] = std::min(row[j], rows[(i - 2) % 3][j - 2] + 1);
+            }
+        }
+        if (std::ranges::min(row) > most && std::ranges::min(above) > most) {
+            return most + 1;
+        }
+    }
+    return std::min(rows[a.size() % 3][b.size()], most + 1);
+}
+
+std::vector<std::string> suggestionsFor(std::string_view word,
+                                        const std::vector<std::string>& words) {
+    if (word.empty() || word.size() > longestWord) {
+        return {};
+    }
+    const std::u32string folded = characters(foldCase(word));
+    const std::size_t most = folded.size() < 3 ? 0 : folded.size() < 6 ? 1 : 2;
+    std::vector<Candidate> candidates;
+    for (const std::string& other : words) {
+        const std::u32string otherFolded = characters(foldCase(other));
+        const std::size_t distance = editDistance(folded, otherFolded, most);
+        if (distance <= most) {
+            const std::size_t distanceWithCase =
+                editDistance(characters(word), characters(other), longestWord);
+            candidates.push_back({distance, distanceWithCase, other.size(), &other});
+        }
+    }
+    std::ranges::sort(candidates, {}, &Candidate::key);
+    std::vector<std::string> suggestions;
+    for (const Candidate& candidate : candidates) {
+        if (suggestions.size() < mostSuggestions) {
+            suggestions.push_back(*candidate.word);
+        }
+    }
+    return suggestions;
+}
+
+std::vector<std::string> unitWords() {
+    std::vector<std::string> words;
+    for (const auto& reference : TVTypeSys::UnitDatabase::getUnitDatabase()->getAllUnits()) {
+        const TVTypeSys::UnitBase& unit = reference.get();
+        words.push_back(toUtf8(unit.name));
+        words.push_back(toUtf8(unit.symbol));
+        for (const std::u16string& alias : unit.aliases) {
+            words.push_back(toUtf8(alias));
+        }
+    }
+    std::ranges::sort(words);
+    words.erase(std::unique(words.begin(), words.end()), words.end());
+    std::erase(words, std::string());
+    return words;
+}
+
+} // namespace tvtool::unit
