@@ -68,7 +68,8 @@ int runTool(int argc, const char* const* argv, const Streams& streams) {
             console.status = ExitUnusable;
         }
     } catch (const std::exception& error) {
-        console.err << fmt::format("tvtypes: {}\n", report::safeText(error.what()));
+        console.err << fmt::format("tvtypes: {}\n",
+                                   report::safeText(report::inOneLine(error.what())));
         console.status = ExitUnusable;
     }
     return console.status;

@@ -1,6 +1,7 @@
 #include "model/units.h"
 
 #include "model/unit_checks.h"
+#include "report/safe_text.h"
 #include "unit/reading.h"
 
 #include <fnd/except.h>
@@ -38,7 +39,7 @@ Units::Units(const fmi::Description& description, fmi::Remarks& remarks) {
         table_ = std::make_unique<TVTypeSys::UnitTable>();
     } catch (const fnd::except::IException& refusal) {
         remarks.note({"UnitDefinitions", 0},
-                     fmt::format("units are not looked at: {}", refusal.what()));
+                     fmt::format("units are not looked at: {}", report::inOneLine(refusal.what())));
         return;
     }
     std::ranges::transform(

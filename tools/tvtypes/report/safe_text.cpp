@@ -5,6 +5,7 @@
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <iterator>
 
@@ -39,6 +40,11 @@ std::string safeText(std::string_view text) {
         }
     }
     return safe;
+}
+
+std::string inOneLine(std::string sentences) {
+    std::ranges::replace(sentences, '\n', ' ');
+    return sentences;
 }
 
 } // namespace tvtool::report

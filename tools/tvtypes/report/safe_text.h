@@ -11,4 +11,7 @@ namespace tvtool::report {
 /// written as \uXXXX, and with U+FFFD where it is no UTF-8. The escapes are those of JSON strings.
 std::string safeText(std::string_view text);
 
+/// The sentences of a refusal, a line each, behind one another.
+std::string inOneLine(std::string sentences);
+
 } // namespace tvtool::report
