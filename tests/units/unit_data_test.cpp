@@ -15,6 +15,7 @@
 #include <cmath>
 #include <fstream>
 #include <iterator>
+#include <memory>
 
 namespace TVTypeSys {
 
@@ -129,6 +130,19 @@ TEST(UnitData, UnitsAreAsDefinedUnderEachOfTheirTexts) {
     }
 }
 
+// The units in the database are copies, which do not have the flag any more.
+TEST(UnitData, NoUnitLosesDigitsWhenItIsRead) {
+    int lossy = 0;
+    for (const UnitBase& unit : database().getAllUnits()) {
+        const std::unique_ptr<TVTypeSys::Unit> read(
+            TVTypeSys::UnitFactory::createUnit(unit.expression, unit.scaling, unit.offset,
+                                               TVTypeSys::UnitFactory::getDefaultAbstractUnit()));
+        read->parseExpressionAndGenerateAST();
+        lossy += read->baseScalingFactor.precision();
+    }
+    EXPECT_EQ(lossy, 0);
+}
+
 TEST(UnitData, CompoundsComeOutRight) {
     UnitTable table;
     for (const std::string& text : compounds()) {
@@ -141,6 +155,7 @@ TEST(UnitData, CompoundsComeOutRight) {
         EXPECT_TRUE(
             isNear(unit->baseScalingFactor, meaning ? meaning->factor : defined->factor, 2e-12));
         EXPECT_EQ(dimensionOf(*unit), meaning ? meaning->dimension : defined->dimension);
+        EXPECT_EQ(unit->baseScalingFactor.precision(), 0);
     }
     EXPECT_GE(table.getNumUnits(), 1000);
 }
