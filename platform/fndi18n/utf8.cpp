@@ -35,6 +35,15 @@ std::size_t convert(std::string_view text, char16_t* characters) {
     return static_cast<std::size_t>(length);
 }
 
+/// Nearly all texts are, and then need no converter.
+bool isAscii(std::string_view text) {
+    unsigned char bits = 0;
+    for (const char byte : text) {
+        bits |= static_cast<unsigned char>(byte);
+    }
+    return bits < 0x80;
+}
+
 } // namespace
 
 std::int32_t checkedLength(std::size_t length) {
@@ -57,6 +66,9 @@ std::string toUtf8(std::u16string_view text) {
 
 fnd::ustring fromUtf8(std::string_view text) {
     checkedLength(text.size());
+    if (isAscii(text)) {
+        return fnd::ustring(text.begin(), text.end());
+    }
     if (text.size() <= shortText) {
         std::array<char16_t, shortText> buffer;
         return fnd::ustring(buffer.data(), convert(text, buffer.data()));

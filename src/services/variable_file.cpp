@@ -4,7 +4,9 @@
 #include <ox/array.h>
 #include <oxd/file.h>
 
+#include <algorithm>
 #include <limits>
+#include <vector>
 
 namespace TVTypeSys {
 
@@ -12,8 +14,19 @@ void Records::Release::operator()(oxArray_tag* value) const noexcept { oxDestroy
 
 std::size_t Records::size() const { return oxGetNumberOfElements(value_.get()); }
 
+const oxArray_tag* Records::fieldOf(std::size_t record, const char* name) const {
+    const std::vector<std::string>& names = oxGetFieldNames(value_.get());
+    if (next_ >= names.size() || names[next_] != name) {
+        const auto found = std::find(names.begin(), names.end(), name);
+        next_ = static_cast<std::size_t>(found - names.begin());
+    }
+    const oxArray_tag* value = oxGetFieldAt(value_.get(), record, next_);
+    next_ = next_ + 1 < names.size() ? next_ + 1 : 0;
+    return value;
+}
+
 std::optional<std::u16string> Records::text(std::size_t record, const char* field) const {
-    const oxArray_tag* value = oxGetField(value_.get(), record, field);
+    const oxArray_tag* value = fieldOf(record, field);
     if (!oxIsString(value)) {
         return std::nullopt;
     }
@@ -23,7 +36,7 @@ std::optional<std::u16string> Records::text(std::size_t record, const char* fiel
 std::optional<int> Records::integer(std::size_t record, const char* field) const {
     using Limits = std::numeric_limits<int>;
     // NaN where there is no number, and then within no bounds.
-    const double value = oxGetScalar(oxGetField(value_.get(), record, field));
+    const double value = oxGetScalar(fieldOf(record, field));
     if (!(value > Limits::min() - 1.0 && value < Limits::max() + 1.0)) {
         return std::nullopt;
     }

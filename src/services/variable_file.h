@@ -30,8 +30,11 @@ class Records {
         void operator()(oxArray_tag* value) const noexcept;
     };
     explicit Records(oxArray_tag* value) : value_(value) {}
+    const oxArray_tag* fieldOf(std::size_t record, const char* name) const;
 
     std::unique_ptr<oxArray_tag, Release> value_;
+    /// Where the next field is looked for first: fields are mostly read in their order.
+    mutable std::size_t next_ = 0;
 };
 
 /// An open file.

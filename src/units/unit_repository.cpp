@@ -6,8 +6,7 @@
 namespace TVTypeSys {
 
 void UnitDatabase::UnitRepository::addUnit(std::unique_ptr<UnitBase> unit) {
-    const auto place = units_.lower_bound(unit.get());
-    if (place != units_.end() && unit->compare(*place->first) >= 0) {
+    if (hasEqual(*unit)) {
         warn(units::UnitAlreadyInDatabase(narrow(unit->name), narrow(unit->symbol)));
         return;
     }
@@ -15,13 +14,33 @@ void UnitDatabase::UnitRepository::addUnit(std::unique_ptr<UnitBase> unit) {
         *factor = Rational(*factor);
     }
     const UnitBase* added = unit.get();
-    units_.emplace_hint(place, added, std::move(unit));
+    units_.push_back(std::move(unit));
+    if (!firstOf_.try_emplace({added->name, added->symbol}, added).second) {
+        further_.insert(added);
+    }
     mapping_.addUnit(added);
     words_[SearchByName].add(added->name);
     words_[SearchBySymbol].add(added->symbol);
     for (const std::u16string& alias : added->aliases) {
         words_[SearchByAlias].add(alias);
     }
+}
+
+void UnitDatabase::UnitRepository::reserve(std::size_t count) {
+    units_.reserve(units_.size() + count);
+    mapping_.reserve(count);
+    firstOf_.reserve(firstOf_.size() + count);
+}
+
+bool UnitDatabase::UnitRepository::hasEqual(const UnitBase& unit) const {
+    const auto first = firstOf_.find({unit.name, unit.symbol});
+    if (first == firstOf_.end()) {
+        return false;
+    }
+    // Where scales differ, neither comes before the other.
+    const UnitBase& known = *first->second;
+    return known.scaling != unit.scaling || known.expression == unit.expression ||
+           further_.contains(&unit);
 }
 
 UnitBase::ReferenceSet UnitDatabase::UnitRepository::matches(const std::u16string& text) const {
@@ -34,8 +53,8 @@ UnitBase::ReferenceSet UnitDatabase::UnitRepository::matches(const std::u16strin
 
 UnitBase::ReferenceSet UnitDatabase::UnitRepository::all() const {
     UnitBase::ReferenceSet found;
-    for (const auto& entry : units_) {
-        found.insert(found.end(), boost::cref(*entry.first));
+    for (const std::unique_ptr<UnitBase>& unit : units_) {
+        found.insert(boost::cref(*unit));
     }
     return found;
 }
@@ -71,6 +90,8 @@ void UnitDatabase::UnitRepository::clearAll() {
         words.keep();
     }
     mapping_.clear();
+    firstOf_.clear();
+    further_.clear();
     units_.clear();
 }
 

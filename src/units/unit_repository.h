@@ -5,9 +5,14 @@
 #include "units/completion_words.h"
 #include "units/unit_base_instance_mapping.h"
 
+#include <boost/unordered/unordered_flat_map.hpp>
+
 #include <array>
-#include <map>
 #include <memory>
+#include <set>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace TVTypeSys {
 
@@ -19,7 +24,7 @@ class UnitDatabase::UnitRepository {
     void addUnit(std::unique_ptr<UnitBase> unit);
 
     /// Makes room for units yet to come.
-    void reserve(std::size_t count) { mapping_.reserve(count); }
+    void reserve(std::size_t count);
 
     std::size_t size() const { return units_.size(); }
 
@@ -42,11 +47,18 @@ class UnitDatabase::UnitRepository {
     void clearAll();
 
   private:
+    /// Whether a unit is there that compares as equal, neither coming before the other.
+    bool hasEqual(const UnitBase& unit) const;
+
     void appendConstUnitBaseRefsSearched(SearchBy by, UnitBase::ReferenceSet& out,
                                          const std::u16string& text) const;
 
     UnitBaseInstanceMapping mapping_;
-    std::map<const UnitBase*, std::unique_ptr<UnitBase>, UnitBase::UnitsComparator> units_;
+    std::vector<std::unique_ptr<UnitBase>> units_;
+    /// The first unit of a name and a symbol, and those that differ from such a one in expression.
+    boost::unordered_flat_map<std::pair<std::u16string_view, std::u16string_view>, const UnitBase*>
+        firstOf_;
+    std::set<const UnitBase*, UnitBase::UnitsComparator> further_;
     std::array<CompletionWords, 3> words_; ///< by SearchBy
 };
 

@@ -107,9 +107,9 @@ TEST_F(UnitDatabaseTest, FindsNamesSymbolsAndAliases) {
 
 TEST_F(UnitDatabaseTest, WarnsOfWhatIsThereAlready) {
     const auto add = [](const std::u16string& name, const std::u16string& symbol,
-                        const Words& aliases) {
+                        const Words& aliases, const std::u16string& expression = u"m") {
         const std::unique_ptr<TVTypeSys::Unit> added(
-            UnitFactory::createUnit(0, name, u"m", "", {2, 1, 0}, TVTypeSys::Rational::zero,
+            UnitFactory::createUnit(0, name, expression, "", {2, 1, 0}, TVTypeSys::Rational::zero,
                                     aliases, "", {}, false, UnitFactory::getDefaultAbstractUnit()));
         added->symbol = symbol;
         database().addUnit(*added);
@@ -126,7 +126,11 @@ TEST_F(UnitDatabaseTest, WarnsOfWhatIsThereAlready) {
     EXPECT_EQ(database().getUnit(u"own").size(), 1);
     add(u"u", u"w", {});
     EXPECT_EQ(database().getUnit(u"u").size(), 2);
+    add(u"u", u"w", {}, u"s");
+    EXPECT_EQ(database().getUnit(u"u").size(), 3);
     EXPECT_TRUE(warnings().empty());
+    add(u"u", u"w", {}, u"s");
+    EXPECT_EQ(warnings(), Texts({"UnitAlreadyInDatabase(u, w)"}));
 }
 
 TEST_F(UnitDatabaseTest, LoadsAgainIntoWhatWasNotCleared) {
