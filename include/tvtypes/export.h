@@ -4,3 +4,6 @@
 
 /// Marks an exported class, function or datum. All else in the library is hidden.
 #define TVTYPES_API __attribute__((visibility("default")))
+
+/// Marks a part of an exported class that is for the library alone.
+#define TVTYPES_LOCAL __attribute__((visibility("hidden")))

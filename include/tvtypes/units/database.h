@@ -139,7 +139,7 @@ class TVTYPES_API UnitDatabase {
     static const std::u16string unitDBPath;
 
   private:
-    class UnitRepository;
+    class TVTYPES_LOCAL UnitRepository;
     friend class UnitLookup;
 
     /// Made anew whenever units may have gone from a database.
