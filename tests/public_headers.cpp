@@ -5,6 +5,7 @@
 #include <tvtypes/fixedpoint.h>
 #include <tvtypes/functions.h>
 #include <tvtypes/structdatatype.h>
+#include <tvtypes/symbolicdims.h>
 #include <tvtypes/units.h>
 
 #include <fnd/except.h>
@@ -14,6 +15,12 @@
 #include <fndut/alloc.h>
 #include <ox/array.h>
 #include <oxd/file.h>
+#include <symbolicexpr/copy.h>
+#include <symbolicexpr/expr.h>
+#include <symbolicexpr/parser.h>
+#include <symbolicexpr/printer.h>
+#include <symbolicexpr/simplify.h>
+#include <symbolicexpr/table.h>
 #include <tv_services/diagnostics.h>
 #include <tv_services/feval.h>
 #include <tv_services/number_text.h>

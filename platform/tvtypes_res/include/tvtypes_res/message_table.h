@@ -78,9 +78,11 @@
     ROW(Unit, UnitDatabaseFileLoadMissingFieldError,         void(Text, Text)) \
     ROW(Unit, UnitDatabaseFileLoadFieldError,                void(Text, Text)) \
     ROW(Unit, UnitDatabaseFileLoadRecordError,               void(Text, Number, Text)) \
-    /* Symbolic dimensions. Text: expressions; of the first the column, from 1. */ \
+    /* Symbolic dimensions. Text: expressions; of the first the column, from 1. Numbers: an index from */ \
+    /* 0 and how many there are. */ \
     ROW(Dimensions, InvalidSymbolicDimensionExpr,            void(Text, Number)) \
     ROW(Dimensions, InvalidSymbolicDimensionSpec,            void()) \
+    ROW(Dimensions, InvalidDimensionIndex,                   void(Number, Number)) \
     ROW(Dimensions, InconsistentSymbolicDimensionNotEqual,   void(Text, Text, Text)) \
     ROW(Dimensions, InconsistentSymbolicDimensionEqual,      void(Text, Text, Text)) \
     ROW(Dimensions, InconsistentSymbolicDimensionGreaterThan, void(Text, Text, Text))

@@ -1,0 +1,158 @@
+#include <symbolicexpr/expr.h>
+
+#include "contents.h"
+#include "refuse.h"
+
+#include <boost/container_hash/hash.hpp>
+
+#include <algorithm>
+#include <limits>
+#include <stdexcept>
+
+namespace TV {
+namespace {
+
+std::size_t hashOf(SymbolicOp op, std::size_t left, std::size_t right = 0) {
+    // Ids are small and follow each other, so what is told by few bits is spread over all.
+    std::size_t hash = (left << 32) ^ right ^ (static_cast<std::size_t>(op) << 60);
+    hash *= 0xbf58476d1ce4e5b9ULL;
+    return hash ^ (hash >> 31);
+}
+
+std::size_t hashOf(SymbolicOp op, const std::string& text) {
+    return hashOf(op, boost::hash<std::string>()(text));
+}
+
+std::size_t hashOf(SymbolicOp op, const std::vector<unsigned long>& inputs) {
+    return hashOf(op, boost::hash_range(inputs.begin(), inputs.end()));
+}
+
+/// An id as it is kept. One that no table can hold becomes another such id.
+std::uint32_t kept(unsigned long id) {
+    constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
+    return id < none ? static_cast<std::uint32_t>(id) : none;
+}
+
+/// The one way to write a number.
+std::string canonicalDigits(const std::string& digits) {
+    const bool negative = !digits.empty() && digits.front() == '-';
+    const std::size_t first = negative ? 1 : 0;
+    if (first == digits.size() || digits.find_first_not_of("0123456789", first) != digits.npos) {
+        throw std::invalid_argument("a number consists of digits");
+    }
+    const std::size_t significant = digits.find_first_not_of('0', first);
+    if (significant == digits.npos) {
+        return "0";
+    }
+    return (negative ? "-" : "") + digits.substr(significant);
+}
+
+} // namespace
+
+SymbolicExpr::~SymbolicExpr() = default;
+
+unsigned long SymbolicExpr::getId(const SymbolicExprTable& table) const {
+    return table.contents_->intern(*this);
+}
+
+unsigned long SymbolicExpr::getDimension(unsigned long index) const {
+    if (index >= getNumDimensions()) {
+        using TorvaneTypes::Dimensions::InvalidDimensionIndex;
+        refuse(InvalidDimensionIndex(static_cast<std::int64_t>(index),
+                                     static_cast<std::int64_t>(getNumDimensions())));
+    }
+    return getInput(index);
+}
+
+unsigned long SymbolicExpr::getArg(unsigned long) const { return 0; }
+unsigned long SymbolicExpr::getInput(unsigned long) const { return 0; }
+
+SymbolicString::SymbolicString(const SymbolicExprTable&, const std::string& text)
+    : SymbolicExpr(SymbolicNameOp, hashOf(SymbolicNameOp, text)), text_(text) {}
+
+bool SymbolicString::hasSamePartsAs(const SymbolicExpr& other) const {
+    return text_ == static_cast<const SymbolicString&>(other).text_;
+}
+
+std::unique_ptr<SymbolicExpr> SymbolicString::copy() const {
+    return std::make_unique<SymbolicString>(*this);
+}
+
+SymbolicIntValue::SymbolicIntValue(const SymbolicExprTable& table, int value)
+    : SymbolicIntValue(table, std::to_string(value)) {}
+
+SymbolicIntValue::SymbolicIntValue(const SymbolicExprTable&, const std::string& digits)
+    : SymbolicIntValue(canonicalDigits(digits)) {}
+
+SymbolicIntValue::SymbolicIntValue(std::string text)
+    : SymbolicExpr(SymbolicNumberOp, hashOf(SymbolicNumberOp, text)), text_(std::move(text)) {}
+
+bool SymbolicIntValue::hasSamePartsAs(const SymbolicExpr& other) const {
+    return text_ == static_cast<const SymbolicIntValue&>(other).text_;
+}
+
+std::unique_ptr<SymbolicExpr> SymbolicIntValue::copy() const {
+    return std::make_unique<SymbolicIntValue>(*this);
+}
+
+SymbolicUnaryMinusExpr::SymbolicUnaryMinusExpr(const SymbolicExprTable& table,
+                                               const SymbolicExpr& operand)
+    : SymbolicUnaryMinusExpr(table, operand.getId(table)) {}
+
+SymbolicUnaryMinusExpr::SymbolicUnaryMinusExpr(const SymbolicExprTable&, unsigned long operand)
+    : SymbolicExpr(SymbolicUnaryMinusOp, hashOf(SymbolicUnaryMinusOp, kept(operand))),
+      operand_(kept(operand)) {}
+
+unsigned long SymbolicUnaryMinusExpr::getArg(unsigned long) const { return operand_; }
+
+bool SymbolicUnaryMinusExpr::hasSamePartsAs(const SymbolicExpr& other) const {
+    return operand_ == static_cast<const SymbolicUnaryMinusExpr&>(other).operand_;
+}
+
+std::unique_ptr<SymbolicExpr> SymbolicUnaryMinusExpr::copy() const {
+    return std::make_unique<SymbolicUnaryMinusExpr>(*this);
+}
+
+SymbolicBinaryExpr::SymbolicBinaryExpr(SymbolicOp op, const SymbolicExprTable& table,
+                                       const SymbolicExpr& left, const SymbolicExpr& right)
+    // The list fixes the order in which the operands are put into the table.
+    : SymbolicBinaryExpr(op, std::array<unsigned long, 2>{left.getId(table), right.getId(table)}) {}
+
+SymbolicBinaryExpr::SymbolicBinaryExpr(SymbolicOp op, const std::array<unsigned long, 2>& operands)
+    : SymbolicExpr(op, hashOf(op, kept(operands[0]), kept(operands[1]))),
+      left_(kept(operands[0])),
+      right_(kept(operands[1])) {}
+
+unsigned long SymbolicBinaryExpr::getArg(unsigned long index) const {
+    return index == 0 ? left_ : right_;
+}
+
+bool SymbolicBinaryExpr::hasSamePartsAs(const SymbolicExpr& other) const {
+    const auto& binary = static_cast<const SymbolicBinaryExpr&>(other);
+    return left_ == binary.left_ && right_ == binary.right_;
+}
+
+template <SymbolicOp operation>
+std::unique_ptr<SymbolicExpr> SymbolicBinaryExprOf<operation>::copy() const {
+    return std::make_unique<SymbolicBinaryExprOf>(*this);
+}
+
+template class SymbolicBinaryExprOf<SymbolicPlusOp>;
+template class SymbolicBinaryExprOf<SymbolicMinusOp>;
+template class SymbolicBinaryExprOf<SymbolicMultiplyOp>;
+template class SymbolicBinaryExprOf<SymbolicDivideOp>;
+template class SymbolicBinaryExprOf<SymbolicEqualOp>;
+template class SymbolicBinaryExprOf<SymbolicGreaterThanOp>;
+
+SymbolicMultiExpr::SymbolicMultiExpr(SymbolicOp op, const std::vector<unsigned long>& inputs)
+    : SymbolicExpr(op, hashOf(op, inputs)), inputs_(inputs) {}
+
+bool SymbolicMultiExpr::hasSamePartsAs(const SymbolicExpr& other) const {
+    return inputs_ == static_cast<const SymbolicMultiExpr&>(other).inputs_;
+}
+
+std::unique_ptr<SymbolicExpr> SymbolicNDExpr::copy() const {
+    return std::make_unique<SymbolicNDExpr>(*this);
+}
+
+} // namespace TV

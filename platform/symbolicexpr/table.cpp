@@ -1,0 +1,55 @@
+#include <symbolicexpr/table.h>
+
+#include "contents.h"
+#include "refuse.h"
+
+#include <limits>
+#include <new>
+
+namespace TV {
+
+SymbolicExprTable::SymbolicExprTable() : contents_(std::make_unique<Contents>()) {}
+
+SymbolicExprTable::~SymbolicExprTable() = default;
+
+std::size_t SymbolicExprTable::size() const { return contents_->expressions.size(); }
+
+const SymbolicExpr& SymbolicExprTable::get(unsigned long id) const {
+    if (id >= contents_->expressions.size()) {
+        refuseId(id);
+    }
+    return (*contents_)[id];
+}
+
+std::uint32_t SymbolicExprTable::Contents::intern(const SymbolicExpr& key) {
+    const auto found = ids_.find(key);
+    if (found != ids_.end()) {
+        return *found;
+    }
+    // A part that is not there yet could come to be the expression itself.
+    for (unsigned long i = 0; i < key.getNumArgs(); ++i) {
+        if (key.getArg(i) >= expressions.size()) {
+            refuseId(key.getArg(i));
+        }
+    }
+    for (unsigned long i = 0; i < key.getNumInputs(); ++i) {
+        if (key.getInput(i) >= expressions.size()) {
+            refuseId(key.getInput(i));
+        }
+    }
+    // Models know an id as an int.
+    if (expressions.size() >= std::numeric_limits<std::int32_t>::max()) {
+        throw std::bad_alloc();
+    }
+    const auto id = static_cast<std::uint32_t>(expressions.size());
+    expressions.push_back(key.copy());
+    try {
+        ids_.insert(id);
+    } catch (...) {
+        expressions.pop_back();
+        throw;
+    }
+    return id;
+}
+
+} // namespace TV
