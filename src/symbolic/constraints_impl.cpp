@@ -72,7 +72,7 @@ void SymbolicDimsConstraints::Impl::addGreaterThan(int first, int second, const 
         const std::string text = textOfSize(b);
         refuse(dimensions::InconsistentSymbolicDimensionEqual(textOfSize(a), text, text));
     }
-    if (ordering_.isGreater(b, a)) {
+    if (!ordering_.makeRoom(a, b)) {
         const std::string text = textOfSize(b);
         refuse(dimensions::InconsistentSymbolicDimensionGreaterThan(textOfSize(a), text, text));
     }

@@ -11,25 +11,29 @@ namespace TVTypeSys {
 /// search, so that it grows along the facts.
 struct OrderingSearch {
     using Index = Ordering::Index;
+    using Indices = Ordering::Indices;
     using Level = Ordering::Level;
     using Size = Ordering::Size;
 
     struct Direction {
-        std::vector<Index> Size::*next;
+        Indices Size::*next;
+        Indices Size::*back;
         int sign;
     };
-    static constexpr Direction up{&Size::greater, 1};
-    static constexpr Direction down{&Size::lesser, -1};
+    static constexpr Direction up{&Size::greater, &Size::lesser, 1};
+    static constexpr Direction down{&Size::lesser, &Size::greater, -1};
 
-    OrderingSearch(const std::vector<Size>& all, Direction towards)
+    OrderingSearch(const std::vector<Size>& all, const Direction& towards)
         : sizes(all), direction(towards) {}
 
     Level height(Index i) const { return direction.sign * sizes[i].level; }
-    const std::vector<Index>& next(Index i) const { return sizes[i].*direction.next; }
+    const Indices& next(Index i) const { return sizes[i].*direction.next; }
+    const Indices& back(Index i) const { return sizes[i].*direction.back; }
 
     const std::vector<Size>& sizes;
     Direction direction;
     std::size_t spent = 0;
+    bool found = false;
 
     class Walk;
     class Move;
@@ -45,13 +49,12 @@ struct OrderingSearch {
 };
 
 /// Looks for a size among those that lie beyond another.
-class OrderingSearch::Walk : OrderingSearch {
+class OrderingSearch::Walk : public OrderingSearch {
   public:
-    Walk(const std::vector<Size>& all, Direction towards, Index from, Index to)
+    Walk(const std::vector<Size>& all, const Direction& towards, Index from, Index to)
         : OrderingSearch(all, towards), goal_(to), waiting_{from} {}
 
-    bool isDone() const { return found_ || waiting_.empty(); }
-    bool found() const { return found_; }
+    bool isDone() const { return found || waiting_.empty(); }
     std::size_t costOfNext() const { return spent + 1 + next(waiting_.back()).size(); }
 
     void step() {
@@ -59,33 +62,33 @@ class OrderingSearch::Walk : OrderingSearch {
         const Index from = waiting_.back();
         waiting_.pop_back();
         for (const Index i : next(from)) {
-            if (i == goal_) {
-                found_ = true;
-                return;
-            }
-            if (height(i) < height(goal_) && seen_.insert(i).second) {
+            found = found || i == goal_;
+            if (height(i) < height(goal_) && isFirstVisit(i)) {
                 waiting_.push_back(i);
             }
         }
     }
 
   private:
+    bool isFirstVisit(Index i) { return back(i).size() == 1 || seen_.insert(i).second; }
+
     Index goal_;
-    bool found_ = false;
     std::vector<Index> waiting_;
+    /// Without those that only one fact leads to.
     boost::unordered_flat_set<Index> seen_;
 };
 
-/// Finds what has to move, and how far, so that a size gets to a height. Sizes are taken in the
-/// order of their heights, so that each is taken once all that push it are known.
-class OrderingSearch::Move : OrderingSearch {
+/// Finds what has to move, and how far, so that a size gets beyond another; or that the other lies
+/// beyond it. Sizes are taken in the order of their heights, so that each is taken once all that
+/// push it are known.
+class OrderingSearch::Move : public OrderingSearch {
   public:
-    Move(const std::vector<Size>& all, Direction towards, Index from, Index past)
-        : OrderingSearch(all, towards) {
+    Move(const std::vector<Size>& all, const Direction& towards, Index from, Index past)
+        : OrderingSearch(all, towards), past_(past) {
         waiting_.push({height(from), from, height(past) + 1});
     }
 
-    bool isDone() const { return waiting_.empty(); }
+    bool isDone() const { return found || waiting_.empty(); }
     std::size_t costOfNext() const { return spent + 1 + next(waiting_.top().size).size(); }
 
     void step() {
@@ -97,6 +100,7 @@ class OrderingSearch::Move : OrderingSearch {
         }
         moved_.push_back(pushed);
         for (const Index i : next(pushed.size)) {
+            found = found || i == past_;
             if (height(i) <= pushed.target) {
                 waiting_.push({height(i), i, pushed.target + 1});
             }
@@ -122,6 +126,7 @@ class OrderingSearch::Move : OrderingSearch {
         }
     };
 
+    Index past_;
     std::priority_queue<Pushed> waiting_;
     std::vector<Pushed> moved_;
 };
@@ -135,7 +140,24 @@ bool Ordering::isGreater(int greater, int lesser) const {
     }
     OrderingSearch::Walk down(sizes_, OrderingSearch::down, from->second, to->second);
     OrderingSearch::Walk up(sizes_, OrderingSearch::up, to->second, from->second);
-    return OrderingSearch::firstDone(down, up).found();
+    return OrderingSearch::firstDone(down, up).found;
+}
+
+bool Ordering::makeRoom(int greater, int lesser) {
+    const auto above = places_.find(greater);
+    const auto below = places_.find(lesser);
+    if (above == places_.end() || below == places_.end() ||
+        sizes_[above->second].level > sizes_[below->second].level) {
+        return true;
+    }
+    OrderingSearch::Move raised(sizes_, OrderingSearch::up, above->second, below->second);
+    OrderingSearch::Move lowered(sizes_, OrderingSearch::down, below->second, above->second);
+    const OrderingSearch::Move& made = OrderingSearch::firstDone(raised, lowered);
+    if (made.found) {
+        return false;
+    }
+    made.applyTo(sizes_);
+    return true;
 }
 
 void Ordering::add(int greater, int lesser) {
@@ -144,9 +166,6 @@ void Ordering::add(int greater, int lesser) {
     const Index above =
         place(greater, known == places_.end() ? 0 : sizes_[known->second].level + 1);
     const Index below = place(lesser, sizes_[above].level - 1);
-    if (sizes_[above].level <= sizes_[below].level) {
-        makeRoom(above, below);
-    }
     sizes_[above].lesser.push_back(below);
     try {
         sizes_[below].greater.push_back(above);
@@ -167,12 +186,6 @@ Ordering::Index Ordering::place(int id, Level level) {
         }
     }
     return found->second;
-}
-
-void Ordering::makeRoom(Index greater, Index lesser) {
-    OrderingSearch::Move raised(sizes_, OrderingSearch::up, greater, lesser);
-    OrderingSearch::Move lowered(sizes_, OrderingSearch::down, lesser, greater);
-    OrderingSearch::firstDone(raised, lowered).applyTo(sizes_);
 }
 
 } // namespace TVTypeSys
