@@ -12,13 +12,21 @@
 
 namespace TV {
 
+class NormalForms;
+
 struct SymbolicExprTable::Contents {
+    Contents();
+    ~Contents();
+    Contents(const Contents&) = delete;
+    Contents& operator=(const Contents&) = delete;
+
     /// The id of the expression that equals the key, of which a copy is entered if there is none.
     std::uint32_t intern(const SymbolicExpr& key);
 
     const SymbolicExpr& operator[](unsigned long id) const { return *expressions[id]; }
 
     std::vector<std::unique_ptr<const SymbolicExpr>> expressions;
+    std::unique_ptr<NormalForms> normalForms;
 
   private:
     /// Finds expressions by what they are written like. A key is an expression, or the id of one.

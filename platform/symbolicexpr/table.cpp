@@ -1,6 +1,7 @@
 #include <symbolicexpr/table.h>
 
 #include "contents.h"
+#include "normal_forms.h"
 #include "refuse.h"
 
 #include <limits>
@@ -11,6 +12,10 @@ namespace TV {
 SymbolicExprTable::SymbolicExprTable() : contents_(std::make_unique<Contents>()) {}
 
 SymbolicExprTable::~SymbolicExprTable() = default;
+
+SymbolicExprTable::Contents::Contents() : normalForms(std::make_unique<NormalForms>()) {}
+
+SymbolicExprTable::Contents::~Contents() = default;
 
 std::size_t SymbolicExprTable::size() const { return contents_->expressions.size(); }
 

@@ -26,7 +26,8 @@ class TV_PLATFORM_API SymbolicExprSimplify {
     /// The effort is for simplifiers that need many passes; this one needs one.
     explicit SymbolicExprSimplify(SymbolicExprTable& table, int /*effort*/ = 10) : table_(&table) {}
 
-    /// The id of the simplified expression. `simplified` becomes 1, or 0 if it stays as it is.
+    /// The id of the simplified expression. `simplified` becomes 1, or 0 if it or an
+    /// entry or side of it stays as it is.
     /// Refused: TorvaneTypes::general::InvalidDataTypeId (id minus one).
     unsigned long simplify(unsigned long id, unsigned long& simplified) const;
 

@@ -1,0 +1,122 @@
+#include "bounds.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace TV::bounds {
+namespace {
+
+/// How many different monomials a product is computed with, although all but maximumTerms of them
+/// have to cancel.
+constexpr std::size_t maximumMonomials = std::size_t(1) << 16;
+/// Of these with a number for each name in each.
+constexpr std::size_t maximumPowers = std::size_t(1) << 24;
+
+std::size_t bitsOfLargest(const Polynomial& polynomial) {
+    std::size_t bits = 0;
+    for (const Term& term : polynomial.terms()) {
+        bits = std::max(bits, term.coefficient.bits());
+    }
+    return bits;
+}
+
+bool haveOneSign(const Polynomial& polynomial) {
+    const auto& terms = polynomial.terms();
+    return std::all_of(terms.begin(), terms.end(), [&](const Term& term) {
+        return term.coefficient.isNegative() == terms.front().coefficient.isNegative();
+    });
+}
+
+/// A number for a monomial, such that that of a product is the sum of those of its factors.
+std::uint64_t numberOf(const Monomial& monomial) {
+    std::uint64_t number = 0;
+    for (const Monomial::Factor& factor : monomial.factors) {
+        std::uint64_t x = (factor.name + 1) * 0x9e3779b97f4a7c15ULL;
+        x = (x ^ (x >> 30)) * 0xbf58476d1ce4e5b9ULL;
+        x = (x ^ (x >> 27)) * 0x94d049bb133111ebULL;
+        number += (x ^ (x >> 31)) * factor.power;
+    }
+    return number;
+}
+
+std::vector<std::uint64_t> numbersOf(const Polynomial& polynomial) {
+    std::vector<std::uint64_t> numbers;
+    numbers.reserve(polynomial.terms().size());
+    for (const Term& term : polynomial.terms()) {
+        numbers.push_back(numberOf(term.monomial));
+    }
+    return numbers;
+}
+
+/// How many different monomials the products of the terms have, counted up to maximumMonomials + 1.
+std::size_t countMonomials(const Polynomial& a, const Polynomial& b) {
+    constexpr std::size_t size = maximumMonomials * 2;
+    constexpr std::uint64_t none = 0;
+    std::vector<std::uint64_t> seen(size, none);
+    const std::vector<std::uint64_t> left = numbersOf(a);
+    const std::vector<std::uint64_t> right = numbersOf(b);
+    std::size_t count = 0;
+    for (const std::uint64_t x : left) {
+        for (const std::uint64_t y : right) {
+            const std::uint64_t number = std::max<std::uint64_t>(x + y, 1);
+            std::size_t place = (number >> 40) % size;
+            while (seen[place] != none && seen[place] != number) {
+                place = (place + 1) % size;
+            }
+            if (seen[place] == none) {
+                seen[place] = number;
+                if (++count > maximumMonomials) {
+                    return count;
+                }
+            }
+        }
+    }
+    return count;
+}
+
+/// At most, since names that both have are counted twice.
+std::size_t countNames(const Polynomial& polynomial) {
+    std::size_t count = 0;
+    for (const Term& term : polynomial.terms()) {
+        count += term.monomial.factors.size();
+    }
+    return count;
+}
+
+} // namespace
+
+bool holds(const Polynomial& polynomial) {
+    if (polynomial.terms().size() > maximumTerms) {
+        return false;
+    }
+    std::size_t factors = 0;
+    std::size_t bits = 0;
+    for (const Term& term : polynomial.terms()) {
+        factors += term.monomial.degree;
+        bits += term.coefficient.bits();
+    }
+    return factors <= maximumFactors && bits <= maximumBits;
+}
+
+bool mayMultiply(const Polynomial& a, const Polynomial& b) {
+    if (a.isZero() || b.isZero()) {
+        return true;
+    }
+    const std::size_t degree =
+        std::size_t(a.terms().front().monomial.degree) + b.terms().front().monomial.degree;
+    if (degree > maximumFactors) {
+        return false;
+    }
+    std::size_t count = a.terms().size() * b.terms().size();
+    if (count > maximumTerms) {
+        count = countMonomials(a, b);
+        const bool canCancel = !haveOneSign(a) || !haveOneSign(b);
+        if (count > maximumTerms && (!canCancel || count > maximumMonomials ||
+                                     count * (countNames(a) + countNames(b)) > maximumPowers)) {
+            return false;
+        }
+    }
+    return count * (bitsOfLargest(a) + bitsOfLargest(b)) <= maximumBits;
+}
+
+} // namespace TV::bounds

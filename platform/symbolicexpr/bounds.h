@@ -1,0 +1,23 @@
+/// \file
+/// How far expressions are multiplied out.
+#pragma once
+
+#include "polynomial.h"
+
+#include <cstddef>
+
+namespace TV::bounds {
+
+inline constexpr std::size_t maximumTerms = 4096;
+/// Of a polynomial with its powers spelled out.
+inline constexpr std::size_t maximumFactors = std::size_t(1) << 20;
+/// Of all numbers of a polynomial together.
+inline constexpr std::size_t maximumBits = std::size_t(1) << 25;
+
+/// Whether a polynomial is one to be written out.
+bool holds(const Polynomial& polynomial);
+
+/// Whether the product may be one to be written out, and takes little to be computed.
+bool mayMultiply(const Polynomial& a, const Polynomial& b);
+
+} // namespace TV::bounds

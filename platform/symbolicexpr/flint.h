@@ -1,0 +1,16 @@
+/// \file
+/// Arithmetic of polynomials that have more than one term.
+#pragma once
+
+#include "polynomial.h"
+
+namespace TV {
+
+/// The product of two polynomials for which bounds::mayMultiply holds.
+Polynomial multiply(const Polynomial& a, const Polynomial& b, const Names& names);
+
+/// Divides both by their greatest common divisor, and gives it; its first term is positive. Neither
+/// may be zero.
+Polynomial takeCommonDivisor(Polynomial& a, Polynomial& b, const Names& names);
+
+} // namespace TV

@@ -1,0 +1,30 @@
+/// \file
+/// Rational functions of names.
+#pragma once
+
+#include "polynomial.h"
+
+#include <optional>
+#include <vector>
+
+namespace TV {
+
+/// Numerator over denominator in the one way to write them: without a common factor, numbers
+/// included, and the first term of the denominator positive. Zero is 0 over 1.
+struct Fraction {
+    Polynomial numerator;
+    Polynomial denominator = Integer(1);
+};
+
+struct Addend {
+    Integer multiplicity;
+    const Fraction* fraction;
+};
+
+/// Results have no value where they would be beyond all bounds; the quotient also if the divisor is
+/// zero.
+std::optional<Fraction> sum(const std::vector<Addend>& addends, const Names& names);
+std::optional<Fraction> product(const Fraction& a, const Fraction& b, const Names& names);
+std::optional<Fraction> quotient(const Fraction& a, const Fraction& b, const Names& names);
+
+} // namespace TV
