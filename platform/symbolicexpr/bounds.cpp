@@ -1,6 +1,7 @@
 #include "bounds.h"
 
 #include <algorithm>
+#include <bit>
 #include <vector>
 
 namespace TV::bounds {
@@ -117,6 +118,26 @@ bool mayMultiply(const Polynomial& a, const Polynomial& b) {
         }
     }
     return count * (bitsOfLargest(a) + bitsOfLargest(b)) <= maximumBits;
+}
+
+bool mayRaise(const Polynomial& base, std::uint32_t exponent) {
+    if (base.isZero()) {
+        return true;
+    }
+    if (std::size_t(base.terms().front().monomial.degree) * exponent > maximumFactors) {
+        return false;
+    }
+    // The ways to choose as many terms as the exponent says: from n of them C(n + e - 1, e).
+    std::size_t count = 1;
+    const std::size_t terms = base.terms().size();
+    for (std::size_t i = 1; i < terms; ++i) {
+        count = count * (exponent + i) / i;
+        if (count > maximumMonomials) {
+            return false;
+        }
+    }
+    const std::size_t bits = bitsOfLargest(base) + static_cast<std::size_t>(std::bit_width(terms));
+    return bits <= maximumBits / count / exponent;
 }
 
 } // namespace TV::bounds

@@ -20,4 +20,7 @@ bool holds(const Polynomial& polynomial);
 /// Whether the product may be one to be written out, and takes little to be computed.
 bool mayMultiply(const Polynomial& a, const Polynomial& b);
 
+/// Whether any power with this exponent of so many terms is small. The exponent is at least 1.
+bool mayRaise(const Polynomial& base, std::uint32_t exponent);
+
 } // namespace TV::bounds

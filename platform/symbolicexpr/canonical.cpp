@@ -24,7 +24,8 @@ class Writer {
     }
 
     unsigned long number(const Integer& value) const {
-        return enter<SymbolicIntValue>(value.text());
+        const auto small = value.small();
+        return small ? enter<SymbolicIntValue>(*small) : enter<SymbolicIntValue>(value.text());
     }
 
     unsigned long sum(const Polynomial& polynomial, const Integer& denominator) const {

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <memory_resource>
 #include <vector>
 
 namespace TV {
@@ -25,7 +26,7 @@ struct SymbolicExprTable::Contents {
 
     const SymbolicExpr& operator[](unsigned long id) const { return *expressions[id]; }
 
-    std::vector<std::unique_ptr<const SymbolicExpr>> expressions;
+    std::vector<const SymbolicExpr*> expressions;
     std::unique_ptr<NormalForms> normalForms;
 
   private:
@@ -55,6 +56,7 @@ struct SymbolicExprTable::Contents {
         const Contents* contents_;
     };
 
+    std::pmr::monotonic_buffer_resource memory_; ///< of the expressions
     boost::unordered_flat_set<std::uint32_t, Look, Look> ids_{0, Look(*this), Look(*this)};
 };
 

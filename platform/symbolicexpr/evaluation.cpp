@@ -1,9 +1,9 @@
 #include "evaluation.h"
 
+#include <boost/container/small_vector.hpp>
 #include <boost/unordered/unordered_flat_map.hpp>
 
-#include <functional>
-#include <map>
+#include <algorithm>
 #include <vector>
 
 namespace TV {
@@ -18,150 +18,204 @@ class Evaluation {
   public:
     using Result = std::optional<Fraction>;
 
-    Evaluation(const SymbolicExprTable::Contents& contents, const NormalForms& known)
-        : contents_(contents), names_(contents), known_(known) {}
+    Evaluation(const SymbolicExprTable::Contents& contents, NormalForms& forms)
+        : contents_(contents), names_(contents), forms_(forms) {}
 
     Result of(std::uint32_t root) {
+        stack_.reserve(8);
         stack_.push_back(stepFor(root));
-        while (!stack_.empty()) {
+        while (true) {
             if (const auto missing = nextMissing(stack_.back())) {
                 stack_.push_back(stepFor(*missing));
                 continue;
             }
             Result result = compute(stack_.back());
             // Whatever it is a part of has no value either.
-            if (!result || !isWithinBounds(*result)) {
+            if (!result || stack_.size() == 1) {
+                return result;
+            }
+            if (!isWithinBounds(*result)) {
                 return std::nullopt;
             }
             results_.insert_or_assign(stack_.back().id, std::move(*result));
             stack_.pop_back();
         }
-        return std::move(results_.at(root));
     }
 
   private:
-    /// An expression that is being evaluated, and the parts that it is computed from.
-    struct Step {
-        struct Part {
-            std::uint32_t id;
-            Integer multiplicity; ///< in a sum
-        };
+    /// What an expression is computed from.
+    struct Part {
         std::uint32_t id;
-        std::vector<Part> parts;
+        Integer multiplicity; ///< how often it is added, or multiplied
+
+        bool operator<(const Part& other) const { return id < other.id; }
+    };
+    using Parts = boost::container::small_vector<Part, 4>;
+
+    /// An expression that is being evaluated.
+    struct Step {
+        std::uint32_t id;
+        Parts parts;
         std::size_t next = 0;
     };
 
     static bool isSum(SymbolicOp op) {
         return op == SymbolicPlusOp || op == SymbolicMinusOp || op == SymbolicUnaryMinusOp;
     }
-
-    Step stepFor(std::uint32_t id) const {
-        Step step{id, {}};
-        const SymbolicExpr& expr = contents_[id];
-        if (isSum(expr.op())) {
-            step.parts = addendsOf(id);
-        } else if (expr.op() == SymbolicMultiplyOp || expr.op() == SymbolicDivideOp) {
-            step.parts = {{operand(expr, 0), 1}, {operand(expr, 1), 1}};
-        }
-        return step;
+    static bool isOneOperation(SymbolicOp a, SymbolicOp b) {
+        return (isSum(a) && isSum(b)) || (a == SymbolicMultiplyOp && b == SymbolicMultiplyOp);
     }
 
     static std::uint32_t operand(const SymbolicExpr& expr, unsigned long index) {
         return static_cast<std::uint32_t>(expr.getArg(index));
     }
 
-    /// What a sum of sums adds up, each addend once. So a long sum is not computed by way of all
-    /// its beginnings. Parts have lower ids than the whole; going down from the highest, all that
-    /// adds to an addend has come before it.
-    std::vector<Step::Part> addendsOf(std::uint32_t root) const {
-        std::vector<Step::Part> addends;
-        std::map<std::uint32_t, Integer, std::greater<>> open;
-        open.try_emplace(root, 1);
-        while (!open.empty()) {
-            const auto [id, multiplicity] = std::move(*open.begin());
-            open.erase(open.begin());
-            const SymbolicExpr& expr = contents_[id];
-            if (!isSum(expr.op()) || (id != root && known_.find(id) != nullptr)) {
-                addends.push_back({id, multiplicity});
-                continue;
-            }
-            Integer negative = multiplicity;
-            negative.negate();
-            if (expr.op() == SymbolicUnaryMinusOp) {
-                open[operand(expr, 0)] += negative;
-            } else {
-                open[operand(expr, 0)] += multiplicity;
-                open[operand(expr, 1)] += expr.op() == SymbolicPlusOp ? multiplicity : negative;
-            }
+    Step stepFor(std::uint32_t id) {
+        const SymbolicExpr& expr = contents_[id];
+        if (expr.op() == SymbolicDivideOp) {
+            return {id, {{operand(expr, 0), 1}, {operand(expr, 1), 1}}};
         }
-        return addends;
+        return {id, partsOf(id)};
     }
 
-    std::optional<std::uint32_t> nextMissing(Step& step) const {
+    /// What a sum of sums adds up, or a product of products multiplies, each once. So a long one is
+    /// not computed by way of all its beginnings. Parts have lower ids than the whole: going down
+    /// from the highest, all that a part stands in has come before it.
+    Parts partsOf(std::uint32_t root) {
+        const SymbolicOp operation = contents_[root].op();
+        Parts parts;
+        open_.assign(1, {root, 1});
+        while (!open_.empty()) {
+            Part part = takeHighest();
+            while (!open_.empty() && open_.front().id == part.id) {
+                part.multiplicity += takeHighest().multiplicity;
+            }
+            const SymbolicExpr& expr = contents_[part.id];
+            if (part.id != root &&
+                (!isOneOperation(operation, expr.op()) || forms_.find(part.id) != nullptr)) {
+                parts.push_back(std::move(part));
+                continue;
+            }
+            for (unsigned long i = 0; i < expr.getNumArgs(); ++i) {
+                open_.push_back({operand(expr, i), part.multiplicity});
+                if (expr.op() == SymbolicUnaryMinusOp || (expr.op() == SymbolicMinusOp && i == 1)) {
+                    open_.back().multiplicity.negate();
+                }
+                std::push_heap(open_.begin(), open_.end());
+            }
+        }
+        return parts;
+    }
+
+    Part takeHighest() {
+        std::pop_heap(open_.begin(), open_.end());
+        Part part = std::move(open_.back());
+        open_.pop_back();
+        return part;
+    }
+
+    /// Names and numbers have no parts, and are remembered at once.
+    void rememberTerm(std::uint32_t id, const SymbolicExpr& expr) {
+        if (expr.op() == SymbolicNameOp) {
+            forms_.addCanonical(id, {Polynomial(id)});
+        } else if (expr.op() == SymbolicNumberOp) {
+            const auto& number = static_cast<const SymbolicIntValue&>(expr);
+            forms_.addCanonical(
+                id, {number.isSmall() ? Integer(number.value()) : Integer(number.text())});
+        }
+    }
+
+    std::optional<std::uint32_t> nextMissing(Step& step) {
         for (; step.next < step.parts.size(); ++step.next) {
             const std::uint32_t id = step.parts[step.next].id;
-            if (known_.find(id) == nullptr && results_.find(id) == results_.end()) {
+            if (forms_.find(id) != nullptr || results_.find(id) != results_.end()) {
+                continue;
+            }
+            const SymbolicExpr& expr = contents_[id];
+            if (expr.getNumArgs() != 0 || expr.getNumInputs() != 0) {
                 return id;
             }
+            rememberTerm(id, expr);
         }
         return std::nullopt;
     }
 
     /// The value of a part. Null if it has none.
     const Fraction* valueOf(std::uint32_t id) const {
-        if (const NormalForms::Entry* entry = known_.find(id)) {
-            return known_.find(entry->simplified)->fraction.get();
+        if (const NormalForms::Entry* entry = forms_.find(id)) {
+            return forms_.find(entry->simplified)->fraction.get();
         }
-        return &results_.at(id);
+        const auto found = results_.find(id);
+        return found == results_.end() ? nullptr : &found->second;
     }
 
-    Result compute(const Step& step) const {
+    Result compute(const Step& step) {
         const SymbolicExpr& expr = contents_[step.id];
-        std::vector<Addend> parts;
-        parts.reserve(step.parts.size());
-        for (const Step::Part& part : step.parts) {
+        if (expr.op() == SymbolicNameOp || expr.op() == SymbolicNumberOp) {
+            rememberTerm(step.id, expr);
+            return *valueOf(step.id);
+        }
+        values_.clear();
+        for (const Part& part : step.parts) {
             const Fraction* value = valueOf(part.id);
             if (value == nullptr) {
                 return std::nullopt;
             }
-            parts.push_back({part.multiplicity, value});
+            values_.push_back({part.multiplicity, value});
+        }
+        if (isSum(expr.op())) {
+            return sum(values_, names_);
         }
         switch (expr.op()) {
-        case SymbolicNameOp:
-            return Fraction{Polynomial(step.id)};
-        case SymbolicNumberOp:
-            return Fraction{Integer(static_cast<const SymbolicIntValue&>(expr).text())};
-        case SymbolicUnaryMinusOp:
-        case SymbolicPlusOp:
-        case SymbolicMinusOp:
-            return sum(parts, names_);
         case SymbolicMultiplyOp:
-            return product(*parts[0].fraction, *parts[1].fraction, names_);
+            return productOfPowers();
         case SymbolicDivideOp:
-            return quotient(*parts[0].fraction, *parts[1].fraction, names_);
+            return quotient(*values_[0].fraction, *values_[1].fraction, names_);
         default:
             return std::nullopt;
         }
     }
+    /// Of the values at hand.
+    Result productOfPowers() const {
+        Result result;
+        for (const Addend& value : values_) {
+            Result raised;
+            if (!value.multiplicity.isOne()) {
+                const auto exponent = value.multiplicity.asExponent();
+                raised = exponent ? power(*value.fraction, *exponent, names_) : std::nullopt;
+                if (!raised) {
+                    return std::nullopt;
+                }
+            }
+            const Fraction& factor = raised ? *raised : *value.fraction;
+            result = result ? product(*result, factor, names_) : factor;
+            if (!result || !isWithinBounds(*result)) {
+                return std::nullopt;
+            }
+        }
+        return result;
+    }
 
-    bool isWithinBounds(const Fraction& fraction) {
+    bool isWithinBounds(const Fraction& fraction) const {
         work_ += fraction.numerator.terms().size() + fraction.denominator.terms().size();
         return work_ <= maximumWork;
     }
 
     const SymbolicExprTable::Contents& contents_;
     Names names_;
-    const NormalForms& known_;
-    boost::unordered_flat_map<std::uint32_t, Fraction> results_;
+    NormalForms& forms_;
+    boost::unordered_flat_map<std::uint32_t, Fraction> results_; ///< of parts, by id
     std::vector<Step> stack_;
-    std::size_t work_ = 0;
+    std::vector<Part> open_;     ///< a heap
+    std::vector<Addend> values_; ///< of the parts of one expression
+    mutable std::size_t work_ = 0;
 };
 
 } // namespace
 
 std::optional<Fraction> evaluate(std::uint32_t id, const SymbolicExprTable::Contents& contents,
-                                 const NormalForms& known) {
-    return Evaluation(contents, known).of(id);
+                                 NormalForms& forms) {
+    return Evaluation(contents, forms).of(id);
 }
 
 } // namespace TV

@@ -5,9 +5,12 @@
 
 #include <boost/container_hash/hash.hpp>
 
-#include <algorithm>
+#include <charconv>
 #include <limits>
+#include <new>
 #include <stdexcept>
+#include <system_error>
+#include <utility>
 
 namespace TV {
 namespace {
@@ -19,6 +22,11 @@ std::size_t hashOf(SymbolicOp op, std::size_t left, std::size_t right = 0) {
     return hash ^ (hash >> 31);
 }
 
+std::size_t hashOf(std::int64_t value) {
+    const auto bits = static_cast<std::size_t>(value);
+    return hashOf(SymbolicNumberOp, bits & UINT32_MAX, bits >> 32);
+}
+
 std::size_t hashOf(SymbolicOp op, const std::string& text) {
     return hashOf(op, boost::hash<std::string>()(text));
 }
@@ -27,24 +35,15 @@ std::size_t hashOf(SymbolicOp op, const std::vector<unsigned long>& inputs) {
     return hashOf(op, boost::hash_range(inputs.begin(), inputs.end()));
 }
 
+template <class Expr>
+SymbolicExpr* copyOf(const Expr& expr, std::pmr::memory_resource& memory) {
+    return new (memory.allocate(sizeof(Expr), alignof(Expr))) Expr(expr);
+}
+
 /// An id as it is kept. One that no table can hold becomes another such id.
 std::uint32_t kept(unsigned long id) {
     constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
     return id < none ? static_cast<std::uint32_t>(id) : none;
-}
-
-/// The one way to write a number.
-std::string canonicalDigits(const std::string& digits) {
-    const bool negative = !digits.empty() && digits.front() == '-';
-    const std::size_t first = negative ? 1 : 0;
-    if (first == digits.size() || digits.find_first_not_of("0123456789", first) != digits.npos) {
-        throw std::invalid_argument("a number consists of digits");
-    }
-    const std::size_t significant = digits.find_first_not_of('0', first);
-    if (significant == digits.npos) {
-        return "0";
-    }
-    return (negative ? "-" : "") + digits.substr(significant);
 }
 
 } // namespace
@@ -74,25 +73,54 @@ bool SymbolicString::hasSamePartsAs(const SymbolicExpr& other) const {
     return text_ == static_cast<const SymbolicString&>(other).text_;
 }
 
-std::unique_ptr<SymbolicExpr> SymbolicString::copy() const {
-    return std::make_unique<SymbolicString>(*this);
+SymbolicExpr* SymbolicString::copyTo(std::pmr::memory_resource& memory) const {
+    return copyOf(*this, memory);
 }
+
+/// In place if 64 bits hold it, otherwise in the one way to write it.
+struct SymbolicIntValue::Number {
+    explicit Number(const std::string& text) {
+        const bool isNegative = !text.empty() && text.front() == '-';
+        const std::size_t first = isNegative ? 1 : 0;
+        if (first == text.size() || text.find_first_not_of("0123456789", first) != text.npos) {
+            throw std::invalid_argument("a number consists of digits");
+        }
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (error == std::errc::result_out_of_range) {
+            value = 0;
+            digits = (isNegative ? "-" : "") + text.substr(text.find_first_not_of('0', first));
+        }
+    }
+
+    std::int64_t value = 0;
+    std::string digits;
+};
 
 SymbolicIntValue::SymbolicIntValue(const SymbolicExprTable& table, int value)
-    : SymbolicIntValue(table, std::to_string(value)) {}
+    : SymbolicIntValue(table, std::int64_t(value)) {}
+
+SymbolicIntValue::SymbolicIntValue(const SymbolicExprTable&, std::int64_t value)
+    : SymbolicExpr(SymbolicNumberOp, hashOf(value)), value_(value) {}
 
 SymbolicIntValue::SymbolicIntValue(const SymbolicExprTable&, const std::string& digits)
-    : SymbolicIntValue(canonicalDigits(digits)) {}
+    : SymbolicIntValue(Number(digits)) {}
 
-SymbolicIntValue::SymbolicIntValue(std::string text)
-    : SymbolicExpr(SymbolicNumberOp, hashOf(SymbolicNumberOp, text)), text_(std::move(text)) {}
+SymbolicIntValue::SymbolicIntValue(Number number)
+    : SymbolicExpr(SymbolicNumberOp, number.digits.empty()
+                                         ? hashOf(number.value)
+                                         : hashOf(SymbolicNumberOp, number.digits)),
+      value_(number.value),
+      digits_(std::move(number.digits)) {}
+
+std::string SymbolicIntValue::text() const { return isSmall() ? std::to_string(value_) : digits_; }
 
 bool SymbolicIntValue::hasSamePartsAs(const SymbolicExpr& other) const {
-    return text_ == static_cast<const SymbolicIntValue&>(other).text_;
+    const auto& number = static_cast<const SymbolicIntValue&>(other);
+    return value_ == number.value_ && digits_ == number.digits_;
 }
 
-std::unique_ptr<SymbolicExpr> SymbolicIntValue::copy() const {
-    return std::make_unique<SymbolicIntValue>(*this);
+SymbolicExpr* SymbolicIntValue::copyTo(std::pmr::memory_resource& memory) const {
+    return copyOf(*this, memory);
 }
 
 SymbolicUnaryMinusExpr::SymbolicUnaryMinusExpr(const SymbolicExprTable& table,
@@ -109,8 +137,8 @@ bool SymbolicUnaryMinusExpr::hasSamePartsAs(const SymbolicExpr& other) const {
     return operand_ == static_cast<const SymbolicUnaryMinusExpr&>(other).operand_;
 }
 
-std::unique_ptr<SymbolicExpr> SymbolicUnaryMinusExpr::copy() const {
-    return std::make_unique<SymbolicUnaryMinusExpr>(*this);
+SymbolicExpr* SymbolicUnaryMinusExpr::copyTo(std::pmr::memory_resource& memory) const {
+    return copyOf(*this, memory);
 }
 
 SymbolicBinaryExpr::SymbolicBinaryExpr(SymbolicOp op, const SymbolicExprTable& table,
@@ -133,8 +161,8 @@ bool SymbolicBinaryExpr::hasSamePartsAs(const SymbolicExpr& other) const {
 }
 
 template <SymbolicOp operation>
-std::unique_ptr<SymbolicExpr> SymbolicBinaryExprOf<operation>::copy() const {
-    return std::make_unique<SymbolicBinaryExprOf>(*this);
+SymbolicExpr* SymbolicBinaryExprOf<operation>::copyTo(std::pmr::memory_resource& memory) const {
+    return copyOf(*this, memory);
 }
 
 template class SymbolicBinaryExprOf<SymbolicPlusOp>;
@@ -151,8 +179,8 @@ bool SymbolicMultiExpr::hasSamePartsAs(const SymbolicExpr& other) const {
     return inputs_ == static_cast<const SymbolicMultiExpr&>(other).inputs_;
 }
 
-std::unique_ptr<SymbolicExpr> SymbolicNDExpr::copy() const {
-    return std::make_unique<SymbolicNDExpr>(*this);
+SymbolicExpr* SymbolicNDExpr::copyTo(std::pmr::memory_resource& memory) const {
+    return copyOf(*this, memory);
 }
 
 } // namespace TV

@@ -128,7 +128,7 @@ class FlintPolynomial {
 
     Polynomial polynomial() const {
         const slong length = fmpz_mpoly_length(value_, context_->get());
-        std::vector<Term> terms(static_cast<std::size_t>(length));
+        Polynomial::Terms terms(static_cast<std::size_t>(length));
         FlintInteger coefficient;
         for (slong i = 0; i < length; ++i) {
             Term& term = terms[static_cast<std::size_t>(i)];
@@ -227,6 +227,12 @@ std::string Integer::text() const {
 }
 
 Integer greatestCommonDivisor(const Integer& a, const Integer& b) {
+    if (!a.big_ && !b.big_) {
+        const std::uint64_t divisor = std::gcd(magnitudeOf(a.value_), magnitudeOf(b.value_));
+        if (divisor <= INT64_MAX) {
+            return static_cast<std::int64_t>(divisor);
+        }
+    }
     FlintInteger divisor(a);
     fmpz_gcd(divisor.get(), divisor.get(), FlintInteger(b).get());
     return divisor.integer();
@@ -244,6 +250,16 @@ Polynomial multiply(const Polynomial& a, const Polynomial& b, const Names& names
     fmpz_mpoly_mul(product.get(), FlintPolynomial(a, context).get(),
                    FlintPolynomial(b, context).get(), context.get());
     return product.polynomial();
+}
+
+Polynomial raise(const Polynomial& base, std::uint32_t exponent, const Names& names) {
+    Context context(base, base, names);
+    FlintPolynomial power(context);
+    if (fmpz_mpoly_pow_ui(power.get(), FlintPolynomial(base, context).get(), exponent,
+                          context.get()) == 0) {
+        throw std::bad_alloc(); // it fails for powers beyond all memory alone
+    }
+    return power.polynomial();
 }
 
 Polynomial takeCommonDivisor(Polynomial& a, Polynomial& b, const Names& names) {

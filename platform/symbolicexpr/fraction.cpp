@@ -31,6 +31,41 @@ std::optional<Polynomial> boundedProduct(const Polynomial& a, const Polynomial& 
     return product;
 }
 
+std::optional<Polynomial> boundedPower(const Polynomial& base, std::uint32_t exponent,
+                                       const Names& names) {
+    if (exponent == 1 || base.isOne()) {
+        return base;
+    }
+    if (bounds::mayRaise(base, exponent)) {
+        Polynomial result = raise(base, exponent, names);
+        if (result.terms().size() > bounds::maximumTerms) {
+            return std::nullopt;
+        }
+        return result;
+    }
+    // It may have far fewer terms than any such power could have.
+    std::optional<Polynomial> half = boundedPower(base, exponent / 2, names);
+    std::optional<Polynomial> result = half ? boundedProduct(*half, *half, names) : std::nullopt;
+    return result && exponent % 2 != 0 ? boundedProduct(*result, base, names) : result;
+}
+
+/// The greatest common divisor of a term and a polynomial, which is a term.
+Term commonTerm(const Term& term, const Polynomial& polynomial, const Names& names) {
+    Term common = term;
+    if (common.coefficient.isNegative()) {
+        common.coefficient.negate();
+    }
+    for (const Term& other : polynomial.terms()) {
+        if (!common.coefficient.isOne()) {
+            common.coefficient = greatestCommonDivisor(common.coefficient, other.coefficient);
+        }
+        if (common.monomial.degree != 0) {
+            common.monomial = greatestCommonDivisor(common.monomial, other.monomial, names);
+        }
+    }
+    return common;
+}
+
 /// Divides both by their greatest common divisor, and gives it. `b` is not zero.
 Polynomial reduce(Polynomial& a, Polynomial& b, const Names& names) {
     if (b.isOne()) {
@@ -42,14 +77,11 @@ Polynomial reduce(Polynomial& a, Polynomial& b, const Names& names) {
     if (a.terms().size() > 1 && b.terms().size() > 1) {
         return takeCommonDivisor(a, b, names);
     }
-    // What divides a single term is a single term.
-    const Term left = a.content(names);
-    const Term right = b.content(names);
-    const Term common{greatestCommonDivisor(left.coefficient, right.coefficient),
-                      greatestCommonDivisor(left.monomial, right.monomial, names)};
+    const bool isFirst = a.terms().size() == 1;
+    const Term common = commonTerm((isFirst ? a : b).terms().front(), isFirst ? b : a, names);
     a.divideExactlyBy(common);
     b.divideExactlyBy(common);
-    return Polynomial(std::vector<Term>{common});
+    return Polynomial(Polynomial::Terms{common});
 }
 
 void makeDenominatorPositive(Fraction& fraction) {
@@ -73,20 +105,25 @@ bool combineByTwos(std::vector<Item>& items, const Combine& combine) {
     return true;
 }
 
-/// The sum of fractions whose denominators are numbers.
+/// The sum of those fractions whose denominators are numbers.
 Fraction sumOverNumbers(const std::vector<Addend>& addends, const Names& names) {
     Integer denominator = 1;
     for (const Addend& addend : addends) {
-        if (!addend.fraction->denominator.isOne()) {
+        if (addend.fraction->denominator.isConstant() && !addend.fraction->denominator.isOne()) {
             denominator = leastCommonMultiple(denominator, addend.fraction->denominator.constant());
         }
     }
     std::vector<Polynomial> numerators;
+    numerators.reserve(addends.size());
     for (const Addend& addend : addends) {
-        Integer factor = denominator;
-        factor.divideExactly(addend.fraction->denominator.constant());
-        factor *= addend.multiplicity;
-        if (!factor.isZero()) {
+        const Polynomial& own = addend.fraction->denominator;
+        if (own.isConstant() && !addend.multiplicity.isZero()) {
+            Integer factor = addend.multiplicity;
+            if (!denominator.isOne()) {
+                Integer missing = denominator;
+                missing.divideExactly(own.constant());
+                factor *= missing;
+            }
             numerators.push_back(addend.fraction->numerator);
             numerators.back().multiplyBy(factor);
         }
@@ -130,20 +167,18 @@ std::optional<Fraction> sumOfTwo(const Fraction& a, const Fraction& b, const Nam
 } // namespace
 
 std::optional<Fraction> sum(const std::vector<Addend>& addends, const Names& names) {
-    std::vector<Addend> overNumbers;
     std::vector<Fraction> others;
     for (const Addend& addend : addends) {
-        if (addend.fraction->denominator.isConstant()) {
-            overNumbers.push_back(addend);
-        } else if (!addend.multiplicity.isZero()) {
+        if (!addend.fraction->denominator.isConstant() && !addend.multiplicity.isZero()) {
             others.push_back(*addend.fraction);
             others.back().numerator.multiplyBy(addend.multiplicity);
             reduce(others.back().numerator, others.back().denominator, names);
         }
     }
-    if (others.empty() || !overNumbers.empty()) {
-        others.push_back(sumOverNumbers(overNumbers, names));
+    if (others.empty()) {
+        return sumOverNumbers(addends, names);
     }
+    others.push_back(sumOverNumbers(addends, names));
     const bool done = combineByTwos(others, [&](Fraction& a, const Fraction& b) {
         auto both = sumOfTwo(a, b, names);
         if (both) {
@@ -157,7 +192,20 @@ std::optional<Fraction> sum(const std::vector<Addend>& addends, const Names& nam
     return std::move(others.front());
 }
 
+std::optional<Fraction> power(const Fraction& base, std::uint32_t exponent, const Names& names) {
+    auto numerator = boundedPower(base.numerator, exponent, names);
+    auto denominator = boundedPower(base.denominator, exponent, names);
+    if (!numerator || !denominator) {
+        return std::nullopt;
+    }
+    return Fraction{std::move(*numerator), std::move(*denominator)};
+}
+
 std::optional<Fraction> product(const Fraction& a, const Fraction& b, const Names& names) {
+    if (a.denominator.isOne() && b.denominator.isOne()) {
+        auto whole = boundedProduct(a.numerator, b.numerator, names);
+        return whole ? std::optional(Fraction{std::move(*whole)}) : std::nullopt;
+    }
     Fraction left = a;
     Fraction right = b;
     reduce(left.numerator, right.denominator, names);

@@ -24,6 +24,7 @@ struct Addend {
 /// Results have no value where they would be beyond all bounds; the quotient also if the divisor is
 /// zero.
 std::optional<Fraction> sum(const std::vector<Addend>& addends, const Names& names);
+std::optional<Fraction> power(const Fraction& base, std::uint32_t exponent, const Names& names);
 std::optional<Fraction> product(const Fraction& a, const Fraction& b, const Names& names);
 std::optional<Fraction> quotient(const Fraction& a, const Fraction& b, const Names& names);
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -35,13 +36,26 @@ class Integer {
 
     bool operator==(const Integer& other) const;
 
+    /// The number if it is one from 0 to 2^32-1.
+    std::optional<std::uint32_t> asExponent() const {
+        if (big_ || value_ < 0 || value_ > UINT32_MAX) {
+            return std::nullopt;
+        }
+        return static_cast<std::uint32_t>(value_);
+    }
+
     /// How many bits the magnitude takes.
     std::size_t bits() const;
 
     std::string text() const;
+    /// The number, if it is kept in place.
+    std::optional<std::int64_t> small() const {
+        return big_ ? std::nullopt : std::optional(value_);
+    }
 
   private:
     friend class FlintInteger;
+    friend Integer greatestCommonDivisor(const Integer& a, const Integer& b);
     struct Big;
     struct Destroy {
         void operator()(Big* big) const;

@@ -32,9 +32,10 @@ class NormalForms {
     void add(std::uint32_t id, std::uint32_t simplified, bool isCanonical) {
         entries_.try_emplace(id, Entry{simplified, isCanonical, nullptr});
     }
-    void addCanonical(std::uint32_t id, Fraction fraction) {
-        entries_.insert_or_assign(
+    const Entry& addCanonical(std::uint32_t id, Fraction fraction) {
+        const auto [place, isNew] = entries_.insert_or_assign(
             id, Entry{id, true, std::make_unique<const Fraction>(std::move(fraction))});
+        return place->second;
     }
 
   private:

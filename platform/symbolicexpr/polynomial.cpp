@@ -129,21 +129,8 @@ void Polynomial::divideExactlyBy(const Term& divisor) {
     }
 }
 
-Term Polynomial::content(const Names& names) const {
-    Term common{0, terms_.front().monomial};
-    for (const Term& term : terms_) {
-        if (!common.coefficient.isOne()) {
-            common.coefficient = greatestCommonDivisor(common.coefficient, term.coefficient);
-        }
-        if (common.monomial.degree != 0) {
-            common.monomial = greatestCommonDivisor(common.monomial, term.monomial, names);
-        }
-    }
-    return common;
-}
-
 Polynomial add(Polynomial a, Polynomial b, const Names& names) {
-    std::vector<Term> sum;
+    Polynomial::Terms sum;
     sum.reserve(a.terms_.size() + b.terms_.size());
     auto left = a.terms_.begin();
     auto right = b.terms_.begin();
@@ -168,7 +155,7 @@ Polynomial add(Polynomial a, Polynomial b, const Names& names) {
 
 Polynomial multiply(const Polynomial& a, const Term& b, const Names& names) {
     // What is ahead stays ahead, whatever both are multiplied by.
-    std::vector<Term> product;
+    Polynomial::Terms product;
     product.reserve(a.terms().size());
     for (const Term& term : a.terms()) {
         product.push_back({term.coefficient, multiply(term.monomial, b.monomial, names)});

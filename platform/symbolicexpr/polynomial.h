@@ -9,7 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
+#include <utility>
 
 namespace TV {
 
@@ -25,7 +25,7 @@ struct Monomial {
         return degree == other.degree && factors == other.factors;
     }
 
-    boost::container::small_vector<Factor, 2> factors;
+    boost::container::small_vector<Factor, 4> factors;
     std::uint32_t degree = 0;
 };
 
@@ -47,13 +47,15 @@ struct Term {
 /// Terms in their order in a sum, each monomial once.
 class Polynomial {
   public:
+    using Terms = boost::container::small_vector<Term, 1>;
+
     Polynomial() = default; ///< zero
     Polynomial(Integer constant);
     explicit Polynomial(std::uint32_t name);
     /// Of terms that are in order.
-    explicit Polynomial(std::vector<Term> terms) : terms_(std::move(terms)) {}
+    explicit Polynomial(Terms terms) : terms_(std::move(terms)) {}
 
-    const std::vector<Term>& terms() const { return terms_; }
+    const Terms& terms() const { return terms_; }
     bool isZero() const { return terms_.empty(); }
     bool isConstant() const {
         return terms_.empty() || (terms_.size() == 1 && terms_.front().monomial.degree == 0);
@@ -69,13 +71,10 @@ class Polynomial {
     void multiplyBy(const Integer& factor);
     void divideExactlyBy(const Term& divisor);
 
-    /// The greatest single term that divides all, with a positive coefficient. Of what is not zero.
-    Term content(const Names& names) const;
-
   private:
     friend Polynomial add(Polynomial a, Polynomial b, const Names& names);
 
-    std::vector<Term> terms_;
+    Terms terms_;
 };
 
 Polynomial add(Polynomial a, Polynomial b, const Names& names);

@@ -15,7 +15,14 @@ SymbolicExprTable::~SymbolicExprTable() = default;
 
 SymbolicExprTable::Contents::Contents() : normalForms(std::make_unique<NormalForms>()) {}
 
-SymbolicExprTable::Contents::~Contents() = default;
+SymbolicExprTable::Contents::~Contents() {
+    for (const SymbolicExpr* expression : expressions) {
+        // Operators hold no memory of their own, and are most of all.
+        if (expression->getNumArgs() == 0) {
+            expression->~SymbolicExpr();
+        }
+    }
+}
 
 std::size_t SymbolicExprTable::size() const { return contents_->expressions.size(); }
 
@@ -47,10 +54,14 @@ std::uint32_t SymbolicExprTable::Contents::intern(const SymbolicExpr& key) {
         throw std::bad_alloc();
     }
     const auto id = static_cast<std::uint32_t>(expressions.size());
-    expressions.push_back(key.copy());
+    expressions.push_back(nullptr);
     try {
+        expressions.back() = key.copyTo(memory_);
         ids_.insert(id);
     } catch (...) {
+        if (expressions.back() != nullptr) {
+            expressions.back()->~SymbolicExpr();
+        }
         expressions.pop_back();
         throw;
     }

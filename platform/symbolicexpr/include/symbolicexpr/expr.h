@@ -11,7 +11,7 @@
 
 #include <array>
 #include <cstdint>
-#include <memory>
+#include <memory_resource>
 #include <string>
 #include <vector>
 
@@ -74,7 +74,9 @@ class TV_PLATFORM_API SymbolicExpr {
 
     /// Whether `other`, which has the same operator, has the same parts.
     virtual bool hasSamePartsAs(const SymbolicExpr& other) const = 0;
-    virtual std::unique_ptr<SymbolicExpr> copy() const = 0;
+    /// A copy in memory that is given back as a whole, without a call to the destructor where the
+    /// copy holds no memory of its own.
+    virtual SymbolicExpr* copyTo(std::pmr::memory_resource& memory) const = 0;
 
     std::uint32_t hash_;
     SymbolicOp op_;
@@ -90,7 +92,7 @@ class TV_PLATFORM_API SymbolicString final : public SymbolicExpr {
 
   private:
     bool hasSamePartsAs(const SymbolicExpr& other) const override;
-    std::unique_ptr<SymbolicExpr> copy() const override;
+    SymbolicExpr* copyTo(std::pmr::memory_resource& memory) const override;
 
     std::string text_;
 };
@@ -99,20 +101,29 @@ class TV_PLATFORM_API SymbolicString final : public SymbolicExpr {
 class TV_PLATFORM_API SymbolicIntValue final : public SymbolicExpr {
   public:
     SymbolicIntValue(const SymbolicExprTable& table, int value);
+    SymbolicIntValue(const SymbolicExprTable& table, std::int64_t value);
     /// A number in decimal: digits, with a minus before them or not; zeros ahead do not count.
     /// std::invalid_argument for other texts.
     SymbolicIntValue(const SymbolicExprTable& table, const std::string& digits);
 
     /// In decimal, in the one way to write it.
-    const std::string& text() const { return text_; }
+    std::string text() const;
+    /// Whether value() is the number; otherwise it is beyond 64 bits.
+    bool isSmall() const { return digits_.empty(); }
+    std::int64_t value() const { return value_; }
+    bool isNegative() const { return isSmall() ? value_ < 0 : digits_.front() == '-'; }
+
     bool isNumValue() const override { return true; }
 
   private:
-    explicit SymbolicIntValue(std::string text);
-    bool hasSamePartsAs(const SymbolicExpr& other) const override;
-    std::unique_ptr<SymbolicExpr> copy() const override;
+    struct Number;
+    explicit SymbolicIntValue(Number number);
 
-    std::string text_;
+    bool hasSamePartsAs(const SymbolicExpr& other) const override;
+    SymbolicExpr* copyTo(std::pmr::memory_resource& memory) const override;
+
+    std::int64_t value_;
+    std::string digits_;
 };
 
 class TV_PLATFORM_API SymbolicUnaryMinusExpr final : public SymbolicExpr {
@@ -126,7 +137,7 @@ class TV_PLATFORM_API SymbolicUnaryMinusExpr final : public SymbolicExpr {
 
   private:
     bool hasSamePartsAs(const SymbolicExpr& other) const override;
-    std::unique_ptr<SymbolicExpr> copy() const override;
+    SymbolicExpr* copyTo(std::pmr::memory_resource& memory) const override;
 
     std::uint32_t operand_;
 };
@@ -161,7 +172,7 @@ class SymbolicBinaryExprOf final : public SymbolicBinaryExpr {
         : SymbolicBinaryExpr(operation, {left, right}) {}
 
   private:
-    std::unique_ptr<SymbolicExpr> copy() const override;
+    SymbolicExpr* copyTo(std::pmr::memory_resource& memory) const override;
 };
 
 extern template class TV_PLATFORM_API SymbolicBinaryExprOf<SymbolicPlusOp>;
@@ -203,7 +214,7 @@ class TV_PLATFORM_API SymbolicNDExpr final : public SymbolicMultiExpr {
     unsigned long getNumDimensions() const override { return getNumInputs(); }
 
   private:
-    std::unique_ptr<SymbolicExpr> copy() const override;
+    SymbolicExpr* copyTo(std::pmr::memory_resource& memory) const override;
 };
 
 } // namespace TV
