@@ -1,9 +1,10 @@
 // Symbolic expressions: reading and simplifying, printing, sums that grow, products multiplied out,
-// memory. Where GiNaC is installed, it does the same with the same texts in the same run.
+// memory, facts. Where GiNaC is installed, it does the same with the same texts in the same run.
 #include <symbolicexpr/expr.h>
 #include <symbolicexpr/parser.h>
 #include <symbolicexpr/printer.h>
 #include <symbolicexpr/simplify.h>
+#include <tvtypes/symbolicdims.h>
 
 #include <benchmark/benchmark.h>
 
@@ -273,6 +274,94 @@ void productOfSums(benchmark::State& state) {
     state.counters["peak"] = peak.growth();
 }
 BENCHMARK(productOfSums)->ArgName("simplified")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
+/// Sizes of which each is greater than others: the next one, both of the next pair, or some later
+/// ones.
+enum Shape { chain, ladder, manyFacts };
+
+const char* nameOf(std::int64_t shape) {
+    return shape == chain ? "chain" : shape == ladder ? "ladder" : "many facts";
+}
+
+std::vector<std::pair<int, int>> factsOf(int shape, int sizes) {
+    std::mt19937 random(3);
+    std::vector<std::pair<int, int>> facts;
+    for (int greater = 0; greater + 1 < sizes; ++greater) {
+        if (shape == chain) {
+            facts.emplace_back(greater, greater + 1);
+            continue;
+        }
+        const int pair = (greater / 2 + 1) * 2;
+        for (int i = 0; i < 2; ++i) {
+            const auto later = static_cast<std::uint32_t>(sizes - greater - 1);
+            const int lesser =
+                shape == ladder ? pair + i : greater + 1 + static_cast<int>(random() % later);
+            if (lesser < sizes) {
+                facts.emplace_back(greater, lesser);
+            }
+        }
+    }
+    std::shuffle(facts.begin(), facts.end(), random);
+    return facts;
+}
+
+struct Facts {
+    explicit Facts(int sizes) {
+        for (int i = 0; i < sizes; ++i) {
+            ids.push_back(table.registerSymbolicDims(("N" + std::to_string(i)).c_str()));
+        }
+    }
+    void state(const std::vector<std::pair<int, int>>& facts) {
+        for (const auto& [greater, lesser] : facts) {
+            table.addGreaterThanRelation(ids[static_cast<std::size_t>(greater)],
+                                         ids[static_cast<std::size_t>(lesser)], nullptr);
+        }
+    }
+
+    TVTypeSys::SymbolicDimsTable table;
+    std::vector<int> ids;
+};
+
+void eachShapeOfFacts(benchmark::internal::Benchmark* made) {
+    made->ArgNames({"shape", "sizes"})->ArgsProduct({{chain, ladder, manyFacts}, {100, 1000}});
+}
+
+void stateFacts(benchmark::State& state) {
+    const auto sizes = static_cast<int>(state.range(1));
+    const auto facts = factsOf(static_cast<int>(state.range(0)), sizes);
+    for ([[maybe_unused]] auto iteration : state) {
+        state.PauseTiming();
+        auto stated = std::make_optional<Facts>(sizes);
+        state.ResumeTiming();
+        stated->state(facts);
+        state.PauseTiming();
+        stated.reset();
+        state.ResumeTiming();
+    }
+    state.SetLabel(nameOf(state.range(0)));
+    countItems(state, facts.size());
+}
+BENCHMARK(stateFacts)->Apply(eachShapeOfFacts);
+
+void askFacts(benchmark::State& state) {
+    constexpr std::size_t questionCount = 100;
+    const auto sizes = static_cast<int>(state.range(1));
+    Facts facts(sizes);
+    facts.state(factsOf(static_cast<int>(state.range(0)), sizes));
+    std::mt19937 random(4);
+    std::vector<int> asked(2 * questionCount);
+    for (int& id : asked) {
+        id = facts.ids[random() % facts.ids.size()];
+    }
+    for ([[maybe_unused]] auto iteration : state) {
+        for (std::size_t i = 0; i < asked.size(); i += 2) {
+            benchmark::DoNotOptimize(facts.table.hasGreaterThanRelation(asked[i], asked[i + 1]));
+        }
+    }
+    state.SetLabel(nameOf(state.range(0)));
+    countItems(state, questionCount);
+}
+BENCHMARK(askFacts)->Apply(eachShapeOfFacts);
 
 #ifdef TVTYPES_BENCH_GINAC
 
