@@ -9,7 +9,7 @@ class Writer {
   public:
     explicit Writer(const SymbolicExprTable& table) : table_(table) {}
 
-    unsigned long fraction(const Fraction& fraction) const {
+    unsigned long fraction(Fraction& fraction) const {
         if (fraction.denominator.isConstant()) {
             return sum(fraction.numerator, fraction.denominator.constant());
         }
@@ -28,8 +28,8 @@ class Writer {
         return small ? enter<SymbolicIntValue>(*small) : enter<SymbolicIntValue>(value.text());
     }
 
-    unsigned long sum(const Polynomial& polynomial, const Integer& denominator) const {
-        const auto& terms = polynomial.terms();
+    unsigned long sum(Polynomial& polynomial, const Integer& denominator) const {
+        Polynomial::Terms& terms = polynomial.terms();
         if (terms.empty()) {
             return number(0);
         }
@@ -38,29 +38,43 @@ class Writer {
             return !term.coefficient.isNegative();
         });
         const auto first = positive == terms.end() ? terms.begin() : positive;
-        unsigned long sum = term(*first, first->coefficient, denominator);
+        unsigned long sum = first->coefficient.isNegative()
+                                ? term(first->coefficient, first->monomial, denominator)
+                                : magnitude(*first, denominator);
         for (auto next = terms.begin(); next != terms.end(); ++next) {
             if (next == first) {
                 continue;
             }
-            if (next->coefficient.isNegative()) {
-                Integer magnitude = next->coefficient;
-                magnitude.negate();
-                sum = enter<SymbolicMinusExpr>(sum, term(*next, std::move(magnitude), denominator));
-            } else {
-                sum = enter<SymbolicPlusExpr>(sum, term(*next, next->coefficient, denominator));
-            }
+            const unsigned long addend = magnitude(*next, denominator);
+            sum = next->coefficient.isNegative() ? enter<SymbolicMinusExpr>(sum, addend)
+                                                 : enter<SymbolicPlusExpr>(sum, addend);
         }
         return sum;
     }
 
-    unsigned long term(const Term& term, Integer coefficient, Integer denominator) const {
+    /// A term without its sign.
+    unsigned long magnitude(Term& written, const Integer& denominator) const {
+        if (denominator.isOne() && written.written != 0) {
+            return written.written;
+        }
+        Integer coefficient = written.coefficient;
+        if (coefficient.isNegative()) {
+            coefficient.negate();
+        }
+        const unsigned long id = term(std::move(coefficient), written.monomial, denominator);
+        if (denominator.isOne()) {
+            written.written = static_cast<std::uint32_t>(id);
+        }
+        return id;
+    }
+
+    unsigned long term(Integer coefficient, const Monomial& monomial, Integer denominator) const {
         if (!denominator.isOne()) {
             const Integer common = greatestCommonDivisor(coefficient, denominator);
             coefficient.divideExactly(common);
             denominator.divideExactly(common);
         }
-        const unsigned long whole = product(coefficient, term.monomial);
+        const unsigned long whole = product(coefficient, monomial);
         return denominator.isOne() ? whole : enter<SymbolicDivideExpr>(whole, number(denominator));
     }
 
@@ -96,7 +110,7 @@ class Writer {
 
 } // namespace
 
-std::uint32_t enterCanonicalForm(const Fraction& fraction, const SymbolicExprTable& table) {
+std::uint32_t enterCanonicalForm(Fraction& fraction, const SymbolicExprTable& table) {
     return static_cast<std::uint32_t>(Writer(table).fraction(fraction));
 }
 

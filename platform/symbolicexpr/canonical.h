@@ -8,7 +8,8 @@
 
 namespace TV {
 
-/// Enters the canonical form into the table, parts before wholes and from the left. The id.
-std::uint32_t enterCanonicalForm(const Fraction& fraction, const SymbolicExprTable& table);
+/// Enters the canonical form into the table, parts before wholes and from the left. The id. Terms
+/// keep what they are written as.
+std::uint32_t enterCanonicalForm(Fraction& fraction, const SymbolicExprTable& table);
 
 } // namespace TV

@@ -5,6 +5,7 @@
 
 #include <boost/container_hash/hash.hpp>
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <new>
@@ -177,6 +178,11 @@ SymbolicMultiExpr::SymbolicMultiExpr(SymbolicOp op, const std::vector<unsigned l
 
 bool SymbolicMultiExpr::hasSamePartsAs(const SymbolicExpr& other) const {
     return inputs_ == static_cast<const SymbolicMultiExpr&>(other).inputs_;
+}
+
+bool SymbolicMultiExpr::hasPartsBelow(std::size_t id) const {
+    return std::all_of(inputs_.begin(), inputs_.end(),
+                       [id](unsigned long input) { return input < id; });
 }
 
 SymbolicExpr* SymbolicNDExpr::copyTo(std::pmr::memory_resource& memory) const {

@@ -52,6 +52,7 @@ std::optional<Polynomial> boundedPower(const Polynomial& base, std::uint32_t exp
 /// The greatest common divisor of a term and a polynomial, which is a term.
 Term commonTerm(const Term& term, const Polynomial& polynomial, const Names& names) {
     Term common = term;
+    common.written = 0;
     if (common.coefficient.isNegative()) {
         common.coefficient.negate();
     }

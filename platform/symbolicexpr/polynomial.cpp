@@ -83,12 +83,12 @@ bool isAhead(const Monomial& a, const Monomial& b, const Names& names) {
 
 Polynomial::Polynomial(Integer constant) {
     if (!constant.isZero()) {
-        terms_.push_back({std::move(constant), {}});
+        terms_.push_back({std::move(constant), {}, 0});
     }
 }
 
 Polynomial::Polynomial(std::uint32_t name) {
-    terms_.push_back({1, {}});
+    terms_.push_back({1, {}, 0});
     terms_.front().monomial.factors.push_back({name, 1});
     terms_.front().monomial.degree = 1;
 }
@@ -113,13 +113,21 @@ void Polynomial::multiplyBy(const Integer& factor) {
     if (factor.isOne()) {
         return;
     }
+    if (factor.isMinusOne()) {
+        return negate();
+    }
     for (Term& term : terms_) {
         term.coefficient *= factor;
+        term.written = 0;
     }
 }
 
 void Polynomial::divideExactlyBy(const Term& divisor) {
+    if (divisor.coefficient.isOne() && divisor.monomial.degree == 0) {
+        return;
+    }
     for (Term& term : terms_) {
+        term.written = 0;
         if (!divisor.coefficient.isOne()) {
             term.coefficient.divideExactly(divisor.coefficient);
         }
@@ -137,6 +145,7 @@ Polynomial add(Polynomial a, Polynomial b, const Names& names) {
     while (left != a.terms_.end() && right != b.terms_.end()) {
         if (left->monomial == right->monomial) {
             left->coefficient += right->coefficient;
+            left->written = 0;
             if (!left->coefficient.isZero()) {
                 sum.push_back(std::move(*left));
             }
@@ -158,7 +167,7 @@ Polynomial multiply(const Polynomial& a, const Term& b, const Names& names) {
     Polynomial::Terms product;
     product.reserve(a.terms().size());
     for (const Term& term : a.terms()) {
-        product.push_back({term.coefficient, multiply(term.monomial, b.monomial, names)});
+        product.push_back({term.coefficient, multiply(term.monomial, b.monomial, names), 0});
         product.back().coefficient *= b.coefficient;
     }
     return Polynomial(std::move(product));

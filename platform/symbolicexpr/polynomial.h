@@ -42,6 +42,8 @@ bool isAhead(const Monomial& a, const Monomial& b, const Names& names);
 struct Term {
     Integer coefficient; ///< not 0
     Monomial monomial;
+    /// The expression of the term without its sign, once there is one; 0 until then.
+    std::uint32_t written = 0;
 };
 
 /// Terms in their order in a sum, each monomial once.
@@ -56,6 +58,7 @@ class Polynomial {
     explicit Polynomial(Terms terms) : terms_(std::move(terms)) {}
 
     const Terms& terms() const { return terms_; }
+    Terms& terms() { return terms_; }
     bool isZero() const { return terms_.empty(); }
     bool isConstant() const {
         return terms_.empty() || (terms_.size() == 1 && terms_.front().monomial.degree == 0);

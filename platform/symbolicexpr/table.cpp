@@ -2,12 +2,25 @@
 
 #include "contents.h"
 #include "normal_forms.h"
+#include "parts.h"
 #include "refuse.h"
 
 #include <limits>
 #include <new>
 
 namespace TV {
+namespace {
+
+/// Of a key to a table of this size.
+[[noreturn]] void refuseParts(const SymbolicExpr& key, std::size_t size) {
+    unsigned long i = 0;
+    while (part(key, i) < size) {
+        ++i;
+    }
+    refuseId(part(key, i));
+}
+
+} // namespace
 
 SymbolicExprTable::SymbolicExprTable() : contents_(std::make_unique<Contents>()) {}
 
@@ -39,15 +52,8 @@ std::uint32_t SymbolicExprTable::Contents::intern(const SymbolicExpr& key) {
         return *found;
     }
     // A part that is not there yet could come to be the expression itself.
-    for (unsigned long i = 0; i < key.getNumArgs(); ++i) {
-        if (key.getArg(i) >= expressions.size()) {
-            refuseId(key.getArg(i));
-        }
-    }
-    for (unsigned long i = 0; i < key.getNumInputs(); ++i) {
-        if (key.getInput(i) >= expressions.size()) {
-            refuseId(key.getInput(i));
-        }
+    if (!key.hasPartsBelow(expressions.size())) {
+        refuseParts(key, expressions.size());
     }
     // Models know an id as an int.
     if (expressions.size() >= std::numeric_limits<std::int32_t>::max()) {

@@ -74,6 +74,7 @@ class TV_PLATFORM_API SymbolicExpr {
 
     /// Whether `other`, which has the same operator, has the same parts.
     virtual bool hasSamePartsAs(const SymbolicExpr& other) const = 0;
+    virtual bool hasPartsBelow(std::size_t /*id*/) const { return true; }
     /// A copy in memory that is given back as a whole, without a call to the destructor where the
     /// copy holds no memory of its own.
     virtual SymbolicExpr* copyTo(std::pmr::memory_resource& memory) const = 0;
@@ -137,6 +138,7 @@ class TV_PLATFORM_API SymbolicUnaryMinusExpr final : public SymbolicExpr {
 
   private:
     bool hasSamePartsAs(const SymbolicExpr& other) const override;
+    bool hasPartsBelow(std::size_t id) const override { return operand_ < id; }
     SymbolicExpr* copyTo(std::pmr::memory_resource& memory) const override;
 
     std::uint32_t operand_;
@@ -156,6 +158,7 @@ class TV_PLATFORM_API SymbolicBinaryExpr : public SymbolicExpr {
 
   private:
     bool hasSamePartsAs(const SymbolicExpr& other) const override;
+    bool hasPartsBelow(std::size_t id) const override { return left_ < id && right_ < id; }
 
     std::uint32_t left_;
     std::uint32_t right_;
@@ -201,6 +204,7 @@ class TV_PLATFORM_API SymbolicMultiExpr : public SymbolicExpr {
 
   private:
     bool hasSamePartsAs(const SymbolicExpr& other) const override;
+    bool hasPartsBelow(std::size_t id) const override;
 
     std::vector<unsigned long> inputs_;
 };
