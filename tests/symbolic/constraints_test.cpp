@@ -210,7 +210,7 @@ TEST(LongChains, AreStatedInAnyOrder) {
     std::ranges::reverse(orders[1]);
     std::ranges::shuffle(orders[2], std::mt19937(3));
     // Pairs, then what joins them.
-    std::ranges::stable_partition(orders[3], [](int i) { return i % 2 == 0; });
+    std::stable_partition(orders[3].begin(), orders[3].end(), [](int i) { return i % 2 == 0; });
     for (const std::vector<int>& order : orders) {
         SymbolicDimsTable table;
         for (int i = 0; i <= last; ++i) {
