@@ -42,8 +42,8 @@ const std::string& nameOf(const SymbolicExpr& expr) {
     return static_cast<const SymbolicString&>(expr).text();
 }
 
-const std::string& numberOf(const SymbolicExpr& expr) {
-    return static_cast<const SymbolicIntValue&>(expr).text();
+const SymbolicIntValue& numberOf(const SymbolicExpr& expr) {
+    return static_cast<const SymbolicIntValue&>(expr);
 }
 
 bool isIdentifier(const std::string& name) {
@@ -84,7 +84,7 @@ class Writer {
         if (expr.op() == SymbolicNameOp) {
             text_ += nameOf(expr);
         } else if (expr.op() == SymbolicNumberOp) {
-            text_ += numberOf(expr);
+            text_ += numberOf(expr).text();
         }
         begun_.push_back({&expr, 0, isEnclosed});
     }
@@ -104,7 +104,7 @@ class Writer {
         const SymbolicExpr& inner = table_->get(part(expr, next));
         // Straight behind a minus a number without a sign would take it for its own.
         const bool takesMinus = expr.op() == SymbolicUnaryMinusOp &&
-                                inner.op() == SymbolicNumberOp && numberOf(inner).front() != '-';
+                                inner.op() == SymbolicNumberOp && !numberOf(inner).isNegative();
         begin(inner, takesMinus ? Rank::parentheses : next == 0 ? form.first : form.others);
     }
 

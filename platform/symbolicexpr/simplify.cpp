@@ -5,7 +5,7 @@
 #include "contents.h"
 #include "evaluation.h"
 #include "normal_forms.h"
-#include "refuse.h"
+#include "parts.h"
 
 #include <vector>
 
@@ -52,47 +52,30 @@ class Simplifier {
         forms_.add(id, simplified, true);
     }
 
-    static std::vector<unsigned long> partsOf(const SymbolicExpr& expr) {
-        std::vector<unsigned long> parts;
-        for (unsigned long i = 0; i < expr.getNumInputs(); ++i) {
-            parts.push_back(expr.getInput(i));
-        }
-        for (unsigned long i = 0; i < expr.getNumArgs(); ++i) {
-            parts.push_back(expr.getArg(i));
-        }
-        return parts;
-    }
-
     /// Whether there were parts to be simplified first.
     bool openParts(const SymbolicExpr& expr, std::vector<std::uint32_t>& open) const {
         const std::size_t size = open.size();
-        for (const unsigned long part : partsOf(expr)) {
-            if (forms_.find(static_cast<std::uint32_t>(part)) == nullptr) {
-                open.push_back(static_cast<std::uint32_t>(part));
+        for (unsigned long i = 0; i < numberOfParts(expr); ++i) {
+            const auto id = static_cast<std::uint32_t>(part(expr, i));
+            if (forms_.find(id) == nullptr) {
+                open.push_back(id);
             }
         }
         return open.size() > size;
     }
 
     void simplifyParts(std::uint32_t id, const SymbolicExpr& expr) {
-        std::vector<unsigned long> parts = partsOf(expr);
+        std::vector<unsigned long> parts;
         bool isCanonical = true;
-        for (unsigned long& part : parts) {
-            const NormalForms::Entry& form = *forms_.find(static_cast<std::uint32_t>(part));
-            part = form.simplified;
+        for (unsigned long i = 0; i < numberOfParts(expr); ++i) {
+            const auto& form = *forms_.find(static_cast<std::uint32_t>(part(expr, i)));
+            parts.push_back(form.simplified);
             isCanonical = isCanonical && form.isCanonical;
         }
-        std::uint32_t simplified = 0;
-        switch (expr.op()) {
-        case SymbolicEqualOp:
-            simplified = contents_.intern(SymbolicEqualExpr(table_, parts[0], parts[1]));
-            break;
-        case SymbolicGreaterThanOp:
-            simplified = contents_.intern(SymbolicGreaterThanExpr(table_, parts[0], parts[1]));
-            break;
-        default:
-            simplified = contents_.intern(SymbolicNDExpr(table_, parts));
-        }
+        const unsigned long found = expr.op() == SymbolicNDOp
+                                        ? SymbolicNDExpr(table_, parts).getId(table_)
+                                        : binaryId(table_, expr.op(), parts[0], parts[1]);
+        const auto simplified = static_cast<std::uint32_t>(found);
         forms_.add(simplified, simplified, isCanonical);
         forms_.add(id, simplified, isCanonical);
     }

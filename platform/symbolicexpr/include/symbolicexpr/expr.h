@@ -111,6 +111,7 @@ class TV_PLATFORM_API SymbolicIntValue final : public SymbolicExpr {
     /// Whether value() is the number; otherwise it is beyond 64 bits.
     bool isSmall() const { return digits_.empty(); }
     std::int64_t value() const { return value_; }
+    bool isNegative() const { return isSmall() ? value_ < 0 : digits_.front() == '-'; }
 
     bool isNumValue() const override { return true; }
 
