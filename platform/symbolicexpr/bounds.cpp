@@ -12,6 +12,8 @@ namespace {
 constexpr std::size_t maximumMonomials = std::size_t(1) << 16;
 /// Of these with a number for each name in each.
 constexpr std::size_t maximumPowers = std::size_t(1) << 24;
+/// Of a product, were all its terms of the highest degree.
+constexpr std::size_t maximumFactorsOnTheWay = maximumFactors * 4;
 
 std::size_t bitsOfLargest(const Polynomial& polynomial) {
     std::size_t bits = 0;
@@ -117,16 +119,15 @@ bool mayMultiply(const Polynomial& a, const Polynomial& b) {
             return false;
         }
     }
-    return count * (bitsOfLargest(a) + bitsOfLargest(b)) <= maximumBits;
+    return count * degree <= maximumFactorsOnTheWay &&
+           count * (bitsOfLargest(a) + bitsOfLargest(b)) <= maximumBits;
 }
 
 bool mayRaise(const Polynomial& base, std::uint32_t exponent) {
     if (base.isZero()) {
         return true;
     }
-    if (std::size_t(base.terms().front().monomial.degree) * exponent > maximumFactors) {
-        return false;
-    }
+    const std::size_t degree = std::size_t(base.terms().front().monomial.degree) * exponent;
     // The ways to choose as many terms as the exponent says: from n of them C(n + e - 1, e).
     std::size_t count = 1;
     const std::size_t terms = base.terms().size();
@@ -137,7 +138,7 @@ bool mayRaise(const Polynomial& base, std::uint32_t exponent) {
         }
     }
     const std::size_t bits = bitsOfLargest(base) + static_cast<std::size_t>(std::bit_width(terms));
-    return bits <= maximumBits / count / exponent;
+    return degree <= maximumFactorsOnTheWay / count && bits <= maximumBits / count / exponent;
 }
 
 } // namespace TV::bounds

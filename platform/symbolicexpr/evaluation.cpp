@@ -168,35 +168,14 @@ class Evaluation {
         }
         switch (expr.op()) {
         case SymbolicMultiplyOp:
-            return productOfPowers();
+            return product(values_, names_);
         case SymbolicDivideOp:
             return quotient(*values_[0].fraction, *values_[1].fraction, names_);
         default:
             return std::nullopt;
         }
     }
-    /// Of the values at hand.
-    Result productOfPowers() const {
-        Result result;
-        for (const Addend& value : values_) {
-            Result raised;
-            if (!value.multiplicity.isOne()) {
-                const auto exponent = value.multiplicity.asExponent();
-                raised = exponent ? power(*value.fraction, *exponent, names_) : std::nullopt;
-                if (!raised) {
-                    return std::nullopt;
-                }
-            }
-            const Fraction& factor = raised ? *raised : *value.fraction;
-            result = result ? product(*result, factor, names_) : factor;
-            if (!result || !isWithinBounds(*result)) {
-                return std::nullopt;
-            }
-        }
-        return result;
-    }
-
-    bool isWithinBounds(const Fraction& fraction) const {
+    bool isWithinBounds(const Fraction& fraction) {
         work_ += fraction.numerator.terms().size() + fraction.denominator.terms().size();
         return work_ <= maximumWork;
     }
@@ -206,9 +185,9 @@ class Evaluation {
     NormalForms& forms_;
     boost::unordered_flat_map<std::uint32_t, Fraction> results_; ///< of parts, by id
     std::vector<Step> stack_;
-    std::vector<Part> open_;     ///< a heap
-    std::vector<Addend> values_; ///< of the parts of one expression
-    mutable std::size_t work_ = 0;
+    std::vector<Part> open_;       ///< a heap
+    std::vector<Multiple> values_; ///< of the parts of one expression
+    std::size_t work_ = 0;
 };
 
 } // namespace

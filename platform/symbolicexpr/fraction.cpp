@@ -91,34 +91,47 @@ void makeDenominatorPositive(Fraction& fraction) {
     }
 }
 
-/// Leaves in front what all are together; by twos, so that most of what is combined is small. Ends
-/// at once where two cannot be combined.
-template <class Item, class Combine>
-bool combineByTwos(std::vector<Item>& items, const Combine& combine) {
-    for (std::size_t step = 1; step < items.size(); step *= 2) {
-        for (std::size_t i = 0; i + step < items.size(); i += 2 * step) {
-            if (!combine(items[i], items[i + step])) {
-                return false;
-            }
-        }
+/// Leaves in `first` what all are together; by halves, so that most of what is combined is small.
+/// Ends at once where two cannot be combined.
+template <class Iterator, class Combine>
+bool combine(Iterator first, Iterator last, const Combine& combineTwo) {
+    if (last - first < 2) {
+        return true;
     }
-    return true;
+    const Iterator middle = first + (last - first) / 2;
+    return combine(first, middle, combineTwo) && combine(middle, last, combineTwo) &&
+           combineTwo(*first, *middle);
+}
+
+/// The same of what can be beyond all bounds.
+template <class CombineTwo>
+std::optional<Fraction> combined(std::vector<Fraction> items, const CombineTwo& combineTwo) {
+    const auto replaceFirst = [&](Fraction& a, const Fraction& b) {
+        auto both = combineTwo(a, b);
+        if (both) {
+            a = std::move(*both);
+        }
+        return both.has_value();
+    };
+    return combine(items.begin(), items.end(), replaceFirst)
+               ? std::optional(std::move(items.front()))
+               : std::nullopt;
 }
 
 /// The sum of those fractions whose denominators are numbers.
-Fraction sumOverNumbers(const std::vector<Addend>& addends, const Names& names) {
+Fraction sumOverNumbers(const std::vector<Multiple>& addends, const Names& names) {
     Integer denominator = 1;
-    for (const Addend& addend : addends) {
+    for (const Multiple& addend : addends) {
         if (addend.fraction->denominator.isConstant() && !addend.fraction->denominator.isOne()) {
             denominator = leastCommonMultiple(denominator, addend.fraction->denominator.constant());
         }
     }
     std::vector<Polynomial> numerators;
     numerators.reserve(addends.size());
-    for (const Addend& addend : addends) {
+    for (const Multiple& addend : addends) {
         const Polynomial& own = addend.fraction->denominator;
-        if (own.isConstant() && !addend.multiplicity.isZero()) {
-            Integer factor = addend.multiplicity;
+        if (own.isConstant() && !addend.times.isZero()) {
+            Integer factor = addend.times;
             if (!denominator.isOne()) {
                 Integer missing = denominator;
                 missing.divideExactly(own.constant());
@@ -130,7 +143,7 @@ Fraction sumOverNumbers(const std::vector<Addend>& addends, const Names& names) 
     }
     Fraction result;
     if (!numerators.empty()) {
-        combineByTwos(numerators, [&](Polynomial& a, Polynomial& b) {
+        combine(numerators.begin(), numerators.end(), [&](Polynomial& a, Polynomial& b) {
             a = add(std::move(a), std::move(b), names);
             return true;
         });
@@ -164,44 +177,23 @@ std::optional<Fraction> sumOfTwo(const Fraction& a, const Fraction& b, const Nam
     return Fraction{std::move(numerator), std::move(*denominator)};
 }
 
-} // namespace
-
-std::optional<Fraction> sum(const std::vector<Addend>& addends, const Names& names) {
-    std::vector<Fraction> others;
-    for (const Addend& addend : addends) {
-        if (!addend.fraction->denominator.isConstant() && !addend.multiplicity.isZero()) {
-            others.push_back(*addend.fraction);
-            others.back().numerator.multiplyBy(addend.multiplicity);
-            reduce(others.back().numerator, others.back().denominator, names);
-        }
+std::optional<Fraction> power(const Fraction& base, const Integer& times, const Names& names) {
+    if (times.isOne()) {
+        return base;
     }
-    if (others.empty()) {
-        return sumOverNumbers(addends, names);
-    }
-    others.push_back(sumOverNumbers(addends, names));
-    const bool done = combineByTwos(others, [&](Fraction& a, const Fraction& b) {
-        auto both = sumOfTwo(a, b, names);
-        if (both) {
-            a = std::move(*both);
-        }
-        return both.has_value();
-    });
-    if (!done) {
+    const auto exponent = times.asExponent();
+    if (!exponent) {
         return std::nullopt;
     }
-    return std::move(others.front());
-}
-
-std::optional<Fraction> power(const Fraction& base, std::uint32_t exponent, const Names& names) {
-    auto numerator = boundedPower(base.numerator, exponent, names);
-    auto denominator = boundedPower(base.denominator, exponent, names);
+    auto numerator = boundedPower(base.numerator, *exponent, names);
+    auto denominator = boundedPower(base.denominator, *exponent, names);
     if (!numerator || !denominator) {
         return std::nullopt;
     }
     return Fraction{std::move(*numerator), std::move(*denominator)};
 }
 
-std::optional<Fraction> product(const Fraction& a, const Fraction& b, const Names& names) {
+std::optional<Fraction> productOfTwo(const Fraction& a, const Fraction& b, const Names& names) {
     if (a.denominator.isOne() && b.denominator.isOne()) {
         auto whole = boundedProduct(a.numerator, b.numerator, names);
         return whole ? std::optional(Fraction{std::move(*whole)}) : std::nullopt;
@@ -218,13 +210,50 @@ std::optional<Fraction> product(const Fraction& a, const Fraction& b, const Name
     return Fraction{std::move(*numerator), std::move(*denominator)};
 }
 
+} // namespace
+
+std::optional<Fraction> sum(const std::vector<Multiple>& addends, const Names& names) {
+    std::vector<Fraction> others;
+    for (const Multiple& addend : addends) {
+        if (!addend.fraction->denominator.isConstant() && !addend.times.isZero()) {
+            others.push_back(*addend.fraction);
+            others.back().numerator.multiplyBy(addend.times);
+            reduce(others.back().numerator, others.back().denominator, names);
+        }
+    }
+    if (others.empty()) {
+        return sumOverNumbers(addends, names);
+    }
+    others.push_back(sumOverNumbers(addends, names));
+    return combined(std::move(others),
+                    [&](const Fraction& a, const Fraction& b) { return sumOfTwo(a, b, names); });
+}
+
+std::optional<Fraction> product(const std::vector<Multiple>& factors, const Names& names) {
+    std::vector<Fraction> powers;
+    powers.reserve(factors.size() + 1);
+    for (const Multiple& factor : factors) {
+        auto raised = power(*factor.fraction, factor.times, names);
+        if (!raised) {
+            return std::nullopt;
+        }
+        powers.push_back(std::move(*raised));
+    }
+    if (powers.empty()) {
+        powers.push_back({Integer(1)});
+    }
+    return combined(std::move(powers), [&](const Fraction& a, const Fraction& b) {
+        return productOfTwo(a, b, names);
+    });
+}
+
 std::optional<Fraction> quotient(const Fraction& a, const Fraction& b, const Names& names) {
     if (b.numerator.isZero()) {
         return std::nullopt;
     }
     Fraction inverse{b.denominator, b.numerator};
     makeDenominatorPositive(inverse);
-    return product(a, inverse, names);
+    return productOfTwo(a, inverse, names);
 }
 
 } // namespace TV

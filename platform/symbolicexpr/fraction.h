@@ -16,16 +16,16 @@ struct Fraction {
     Polynomial denominator = Integer(1);
 };
 
-struct Addend {
-    Integer multiplicity;
+/// A fraction that is added, or multiplied, so many times.
+struct Multiple {
+    Integer times;
     const Fraction* fraction;
 };
 
 /// Results have no value where they would be beyond all bounds; the quotient also if the divisor is
-/// zero.
-std::optional<Fraction> sum(const std::vector<Addend>& addends, const Names& names);
-std::optional<Fraction> power(const Fraction& base, std::uint32_t exponent, const Names& names);
-std::optional<Fraction> product(const Fraction& a, const Fraction& b, const Names& names);
+/// zero. Of nothing the sum is 0 and the product 1.
+std::optional<Fraction> sum(const std::vector<Multiple>& addends, const Names& names);
+std::optional<Fraction> product(const std::vector<Multiple>& factors, const Names& names);
 std::optional<Fraction> quotient(const Fraction& a, const Fraction& b, const Names& names);
 
 } // namespace TV

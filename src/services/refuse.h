@@ -12,6 +12,7 @@ namespace TVTypeSys {
 
 namespace general = TorvaneTypes::general;
 namespace units = TorvaneTypes::Unit;
+namespace dimensions = TorvaneTypes::Dimensions;
 
 /// Throws the message as a diagnostic: `refuse(general::InvalidDataTypeId(id))`.
 [[noreturn]] void refuse(const msgcore::BaseMsgID& message);
