@@ -1,5 +1,7 @@
 #include "bounds.h"
 
+#include <boost/unordered/unordered_flat_set.hpp>
+
 #include <algorithm>
 #include <bit>
 #include <vector>
@@ -77,16 +79,17 @@ std::size_t countMonomials(const Polynomial& a, const Polynomial& b) {
     return count;
 }
 
-/// At most, since names that both have are counted twice.
-std::size_t countNames(const Polynomial& polynomial) {
-    std::size_t count = 0;
-    for (const Term& term : polynomial.terms()) {
-        count += term.monomial.factors.size();
+std::size_t countNames(const Polynomial& a, const Polynomial& b) {
+    boost::unordered_flat_set<std::uint32_t> names;
+    for (const Polynomial* polynomial : {&a, &b}) {
+        for (const Term& term : polynomial->terms()) {
+            for (const Monomial::Factor& factor : term.monomial.factors) {
+                names.insert(factor.name);
+            }
+        }
     }
-    return count;
+    return names.size();
 }
-
-} // namespace
 
 bool holds(const Polynomial& polynomial) {
     if (polynomial.terms().size() > maximumTerms) {
@@ -99,6 +102,12 @@ bool holds(const Polynomial& polynomial) {
         bits += term.coefficient.bits();
     }
     return factors <= maximumFactors && bits <= maximumBits;
+}
+
+} // namespace
+
+bool hold(const Fraction& fraction) {
+    return holds(fraction.numerator) && holds(fraction.denominator);
 }
 
 bool mayMultiply(const Polynomial& a, const Polynomial& b) {
@@ -114,8 +123,8 @@ bool mayMultiply(const Polynomial& a, const Polynomial& b) {
     if (count > maximumTerms) {
         count = countMonomials(a, b);
         const bool canCancel = !haveOneSign(a) || !haveOneSign(b);
-        if (count > maximumTerms && (!canCancel || count > maximumMonomials ||
-                                     count * (countNames(a) + countNames(b)) > maximumPowers)) {
+        if (count > maximumTerms &&
+            (!canCancel || count > maximumMonomials || count * countNames(a, b) > maximumPowers)) {
             return false;
         }
     }

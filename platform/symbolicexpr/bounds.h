@@ -2,7 +2,7 @@
 /// How far expressions are multiplied out.
 #pragma once
 
-#include "polynomial.h"
+#include "fraction.h"
 
 #include <cstddef>
 
@@ -11,11 +11,11 @@ namespace TV::bounds {
 inline constexpr std::size_t maximumTerms = 4096;
 /// Of a polynomial with its powers spelled out.
 inline constexpr std::size_t maximumFactors = std::size_t(1) << 20;
-/// Of all numbers of a polynomial together.
-inline constexpr std::size_t maximumBits = std::size_t(1) << 25;
+/// Of all numbers of a polynomial together. More than a text that can be read has.
+inline constexpr std::size_t maximumBits = std::size_t(1) << 22;
 
-/// Whether a polynomial is one to be written out.
-bool holds(const Polynomial& polynomial);
+/// Whether a fraction is one to be written out.
+bool hold(const Fraction& fraction);
 
 /// Whether the product may be one to be written out, and takes little to be computed.
 bool mayMultiply(const Polynomial& a, const Polynomial& b);

@@ -1,5 +1,7 @@
 #include "evaluation.h"
 
+#include "bounds.h"
+
 #include <boost/container/small_vector.hpp>
 #include <boost/unordered/unordered_flat_map.hpp>
 
@@ -21,7 +23,7 @@ class Evaluation {
     Evaluation(const SymbolicExprTable::Contents& contents, NormalForms& forms)
         : contents_(contents), names_(contents), forms_(forms) {}
 
-    Result of(std::uint32_t root) {
+    Value of(std::uint32_t root) {
         stack_.reserve(8);
         stack_.push_back(stepFor(root));
         while (true) {
@@ -29,13 +31,14 @@ class Evaluation {
                 stack_.push_back(stepFor(*missing));
                 continue;
             }
-            Result result = compute(stack_.back());
-            // Whatever it is a part of has no value either.
-            if (!result || stack_.size() == 1) {
-                return result;
+            const bool hasParts = readParts(stack_.back());
+            Result result = hasParts ? compute(stack_.back()) : std::nullopt;
+            if (stack_.size() == 1) {
+                return {std::move(result), hasParts};
             }
-            if (!isWithinBounds(*result)) {
-                return std::nullopt;
+            // Whatever it is a part of has no value either.
+            if (!result || !bounds::hold(*result) || !isWithinWork(*result)) {
+                return {std::nullopt, false};
             }
             results_.insert_or_assign(stack_.back().id, std::move(*result));
             stack_.pop_back();
@@ -91,8 +94,7 @@ class Evaluation {
                 part.multiplicity += takeHighest().multiplicity;
             }
             const SymbolicExpr& expr = contents_[part.id];
-            if (part.id != root &&
-                (!isOneOperation(operation, expr.op()) || forms_.find(part.id) != nullptr)) {
+            if (part.id != root && (!isOneOperation(operation, expr.op()) || isKnown(part.id))) {
                 parts.push_back(std::move(part));
                 continue;
             }
@@ -105,6 +107,11 @@ class Evaluation {
             }
         }
         return parts;
+    }
+
+    bool isKnown(std::uint32_t id) const {
+        const NormalForms::Entry* entry = forms_.find(id);
+        return entry != nullptr && !entry->isTooLong;
     }
 
     Part takeHighest() {
@@ -149,24 +156,30 @@ class Evaluation {
         return found == results_.end() ? nullptr : &found->second;
     }
 
-    Result compute(const Step& step) {
-        const SymbolicExpr& expr = contents_[step.id];
-        if (expr.op() == SymbolicNameOp || expr.op() == SymbolicNumberOp) {
-            rememberTerm(step.id, expr);
-            return *valueOf(step.id);
-        }
+    /// Whether all parts have values, which are then at hand.
+    bool readParts(const Step& step) {
         values_.clear();
         for (const Part& part : step.parts) {
             const Fraction* value = valueOf(part.id);
             if (value == nullptr) {
-                return std::nullopt;
+                return false;
             }
             values_.push_back({part.multiplicity, value});
         }
-        if (isSum(expr.op())) {
-            return sum(values_, names_);
-        }
+        return true;
+    }
+
+    Result compute(const Step& step) {
+        const SymbolicExpr& expr = contents_[step.id];
         switch (expr.op()) {
+        case SymbolicNameOp:
+        case SymbolicNumberOp:
+            rememberTerm(step.id, expr);
+            return *valueOf(step.id);
+        case SymbolicUnaryMinusOp:
+        case SymbolicPlusOp:
+        case SymbolicMinusOp:
+            return sum(values_, names_);
         case SymbolicMultiplyOp:
             return product(values_, names_);
         case SymbolicDivideOp:
@@ -175,7 +188,8 @@ class Evaluation {
             return std::nullopt;
         }
     }
-    bool isWithinBounds(const Fraction& fraction) {
+
+    bool isWithinWork(const Fraction& fraction) {
         work_ += fraction.numerator.terms().size() + fraction.denominator.terms().size();
         return work_ <= maximumWork;
     }
@@ -192,8 +206,7 @@ class Evaluation {
 
 } // namespace
 
-std::optional<Fraction> evaluate(std::uint32_t id, const SymbolicExprTable::Contents& contents,
-                                 NormalForms& forms) {
+Value evaluate(std::uint32_t id, const SymbolicExprTable::Contents& contents, NormalForms& forms) {
     return Evaluation(contents, forms).of(id);
 }
 

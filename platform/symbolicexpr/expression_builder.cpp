@@ -132,7 +132,7 @@ unsigned long ExpressionBuilder::enter(const SymbolicExprTable& table) const {
             ids.push_back(SymbolicString(table, text).getId(table));
             break;
         case SymbolicNumberOp:
-            text = step.isNegative ? "-" : "";
+            text.assign(step.isNegative ? 1 : 0, '-');
             text += text_.substr(step.offset, step.size);
             ids.push_back(SymbolicIntValue(table, text).getId(table));
             break;

@@ -6,8 +6,10 @@
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 namespace TV {
 
@@ -18,9 +20,14 @@ class NormalForms {
     struct Entry {
         std::uint32_t simplified;
         /// Whether it, or each of its parts, has a canonical form; otherwise it stays as it is.
-        bool isCanonical;
+        bool isCanonical = false;
+        /// Of a sum or product that stays as it is: whether it does although its parts have values.
+        /// Then more parts can make a value of it.
+        bool isTooLong = false;
+        /// Of one that is too long, and known to be a polynomial: how many terms it has at least.
+        std::size_t leastTerms = 0;
         /// What a canonical form means. Null for others, and for lists and relations.
-        std::unique_ptr<const Fraction> fraction;
+        std::unique_ptr<const Fraction> fraction = nullptr;
     };
 
     /// Null if the expression has not been simplified.
@@ -29,13 +36,11 @@ class NormalForms {
         return found == entries_.end() ? nullptr : &found->second;
     }
 
-    void add(std::uint32_t id, std::uint32_t simplified, bool isCanonical) {
-        entries_.try_emplace(id, Entry{simplified, isCanonical, nullptr});
-    }
-    const Entry& addCanonical(std::uint32_t id, Fraction fraction) {
-        const auto [place, isNew] = entries_.insert_or_assign(
-            id, Entry{id, true, std::make_unique<const Fraction>(std::move(fraction))});
-        return place->second;
+    void add(std::uint32_t id, Entry entry) { entries_.try_emplace(id, std::move(entry)); }
+    void addCanonical(std::uint32_t id, Fraction fraction) {
+        Entry entry{id, true};
+        entry.fraction = std::make_unique<const Fraction>(std::move(fraction));
+        entries_.insert_or_assign(id, std::move(entry));
     }
 
   private:

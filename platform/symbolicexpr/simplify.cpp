@@ -41,15 +41,42 @@ class Simplifier {
     }
 
     void simplifyArithmetic(std::uint32_t id) {
-        auto fraction = evaluate(id, contents_, forms_);
-        if (!fraction || !bounds::holds(fraction->numerator) ||
-            !bounds::holds(fraction->denominator)) {
-            forms_.add(id, id, false);
+        const std::size_t leastTerms = leastTermsOf(contents_[id]);
+        if (leastTerms > bounds::maximumTerms) {
+            forms_.add(id, {id, false, true, leastTerms, nullptr});
             return;
         }
-        const std::uint32_t simplified = enterCanonicalForm(*fraction, table_);
-        forms_.addCanonical(simplified, std::move(*fraction));
-        forms_.add(id, simplified, true);
+        Value value = evaluate(id, contents_, forms_);
+        if (!value.fraction || !bounds::hold(*value.fraction)) {
+            const bool isPolynomial = value.fraction && value.fraction->denominator.isConstant();
+            forms_.add(id, {id, false, value.hasParts,
+                            isPolynomial ? value.fraction->numerator.terms().size() : 0, nullptr});
+            return;
+        }
+        const std::uint32_t simplified = enterCanonicalForm(*value.fraction, table_);
+        forms_.addCanonical(simplified, std::move(*value.fraction));
+        forms_.add(id, {simplified, true});
+    }
+
+    /// How many terms are left, whatever cancels, where a sum that is too long gets one more part.
+    /// So most of the steps by which it is made cost nothing.
+    std::size_t leastTermsOf(const SymbolicExpr& expr) const {
+        if (expr.op() != SymbolicPlusOp && expr.op() != SymbolicMinusOp) {
+            return 0;
+        }
+        const auto* left = forms_.find(static_cast<std::uint32_t>(expr.getArg(0)));
+        const auto* right = forms_.find(static_cast<std::uint32_t>(expr.getArg(1)));
+        if (left == nullptr || right == nullptr) {
+            return 0;
+        }
+        const auto& longer = left->leastTerms != 0 ? *left : *right;
+        const Fraction* shorter =
+            forms_.find((&longer == left ? right : left)->simplified)->fraction.get();
+        if (shorter == nullptr || !shorter->denominator.isConstant()) {
+            return 0;
+        }
+        const std::size_t terms = shorter->numerator.terms().size();
+        return longer.leastTerms > terms ? longer.leastTerms - terms : 0;
     }
 
     /// Whether there were parts to be simplified first.
@@ -76,8 +103,8 @@ class Simplifier {
                                         ? SymbolicNDExpr(table_, parts).getId(table_)
                                         : binaryId(table_, expr.op(), parts[0], parts[1]);
         const auto simplified = static_cast<std::uint32_t>(found);
-        forms_.add(simplified, simplified, isCanonical);
-        forms_.add(id, simplified, isCanonical);
+        forms_.add(simplified, {simplified, isCanonical});
+        forms_.add(id, {simplified, isCanonical});
     }
 
     const SymbolicExprTable& table_;

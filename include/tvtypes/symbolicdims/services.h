@@ -41,7 +41,9 @@ class TVTYPES_API Concat {
     /// `unknownIndex` becomes the place of the unknown input, -10 if there is none. `resultId` is
     /// set if there is one. If more are unknown nothing is stated, and `unknownIndex` is the last.
     ///
-    /// Refused as SymbolicDimsConstraints::addEqual is; what was stated before stays.
+    /// Refused: TorvaneTypes::Dimensions::InvalidDimensionIndex (concatDim, dimensions of the
+    /// output) if the output does not have this one; or as SymbolicDimsConstraints::addEqual is,
+    /// and then what was stated before stays.
     static void ComputeInput(SymbolicDimsTable* table, const std::vector<int>& inputIds,
                              const int& outputId, int& resultId, int& unknownIndex, int concatDim,
                              bool vectorForm, const TVBlock* block);

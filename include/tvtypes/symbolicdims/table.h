@@ -82,6 +82,8 @@ class TVTYPES_API SymbolicDimsTable {
 
     /// The value with this id, which is not checked.
     SymbolicDims getSymbolicDims(int id) const;
+    /// The same; without it 0 could be a null pointer as well as an id.
+    SymbolicDims getSymbolicDims(int id) { return {this, id}; }
     /// The value of a name, which is registered. A number is a name here too; null counts as "".
     SymbolicDims getSymbolicDims(const char* name);
     /// The value at a place of the table: at 0 is "INHERIT".

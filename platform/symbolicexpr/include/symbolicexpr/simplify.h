@@ -20,7 +20,7 @@ namespace TV {
 /// Entries of lists and sides of relations are simplified each on its own. An expression stays as
 /// it is where it divides by what is identically zero, where a list or a relation stands inside
 /// arithmetic, and where multiplying out gives more than 4,096 terms or a form beyond all bounds
-/// (2^20 factors, 2^25 bits of numbers).
+/// (2^20 factors, 2^22 bits of numbers).
 class TV_PLATFORM_API SymbolicExprSimplify {
   public:
     /// The effort is for simplifiers that need many passes; this one needs one.

@@ -1,0 +1,144 @@
+// A text as an expression of a size: read, written, simplified, and both held against each other at
+// a point of a finite field.
+#include <symbolicexpr/expr.h>
+#include <symbolicexpr/parser.h>
+#include <symbolicexpr/printer.h>
+#include <symbolicexpr/simplify.h>
+
+#include <fnd/except.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+// What the parser takes.
+constexpr std::size_t maximumText = std::size_t{1} << 20;
+
+/// What the expressions of a table are modulo a prime, where each name is some number.
+class Values {
+  public:
+    explicit Values(const TV::SymbolicExprTable& table) : table_(&table) {}
+
+    /// None for lists, and for what divides by what happens to be 0.
+    std::optional<std::uint64_t> of(unsigned long id) {
+        // Parts have lower ids than what they are parts of.
+        while (values_.size() <= id) {
+            values_.push_back(compute(table_->get(values_.size())));
+        }
+        return values_[id];
+    }
+
+  private:
+    using Value = std::optional<std::uint64_t>;
+    // So that products fit into 64 bits.
+    static constexpr std::uint64_t prime = 4294967291;
+
+    static std::uint64_t inverse(std::uint64_t value) {
+        std::uint64_t result = 1;
+        for (std::uint64_t exponent = prime - 2; exponent > 0; exponent /= 2) {
+            result = exponent % 2 == 1 ? result * value % prime : result;
+            value = value * value % prime;
+        }
+        return result;
+    }
+
+    static std::uint64_t number(const std::string& text) {
+        std::uint64_t value = 0;
+        for (const char c : text) {
+            value = c == '-' ? 0 : (value * 10 + static_cast<std::uint64_t>(c - '0')) % prime;
+        }
+        return text.front() == '-' ? (prime - value) % prime : value;
+    }
+
+    Value compute(const TV::SymbolicExpr& expr) const {
+        if (expr.op() == TV::SymbolicNameOp) {
+            return std::hash<std::string>()(static_cast<const TV::SymbolicString&>(expr).text()) %
+                   prime;
+        }
+        if (expr.isNumValue()) {
+            return number(static_cast<const TV::SymbolicIntValue&>(expr).text());
+        }
+        if (expr.getNumArgs() == 0) {
+            return std::nullopt;
+        }
+        const Value first = values_[expr.getArg(0)];
+        const Value last = values_[expr.getArg(expr.getNumArgs() - 1)];
+        if (!first || !last) {
+            return std::nullopt;
+        }
+        switch (expr.op()) {
+        case TV::SymbolicUnaryMinusOp:
+            return (prime - *first) % prime;
+        case TV::SymbolicPlusOp:
+            return (*first + *last) % prime;
+        case TV::SymbolicMinusOp:
+            return (*first + prime - *last) % prime;
+        case TV::SymbolicMultiplyOp:
+            return *first * *last % prime;
+        case TV::SymbolicDivideOp:
+            return *last == 0 ? Value() : *first * inverse(*last) % prime;
+        default:
+            return std::nullopt;
+        }
+    }
+
+    const TV::SymbolicExprTable* table_;
+    std::vector<Value> values_;
+};
+
+void require(bool holds, const char* what, const std::string& text) {
+    if (!holds) {
+        std::fprintf(stderr, "%s: %s\n", what, text.c_str());
+        std::abort();
+    }
+}
+
+void check(TV::SymbolicExprTable& table, Values& values, const std::string& text) {
+    const TV::SymbolicExprParser parse(table);
+    const TV::SymbolicExprPrinter print(table);
+    const TV::SymbolicExprSimplify simplifier(table);
+    unsigned long flag = 0;
+
+    const std::size_t before = table.size();
+    unsigned long id = 0;
+    try {
+        id = parse(text);
+    } catch (const fnd::except::IException&) {
+        require(table.size() == before, "a refused text left something behind", text);
+        return;
+    }
+    require(table.size() - before <= text.size(), "more expressions than characters", text);
+    require(parse(print(table.get(id))) == id, "what is printed reads as another", text);
+
+    const std::size_t parsed = table.size();
+    const unsigned long simple = simplifier.simplify(id, flag);
+    const std::string written = print(table.get(simple));
+    if (written.size() <= maximumText) {
+        require(table.size() - parsed <= written.size(), "simplifying left more behind", text);
+        require(parse(written) == simple, "a simplified one reads as another", text);
+    }
+    require(simplifier.simplify(simple, flag) == simple, "simplifying twice changes it", text);
+    const auto value = values.of(id);
+    const auto simpleValue = values.of(simple);
+    require(!value || !simpleValue || *value == *simpleValue, "simplified to another value", text);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    // Texts meet what others have left, but not without end.
+    static std::optional<TV::SymbolicExprTable> table;
+    static std::optional<Values> values;
+    if (!table || table->size() > 100'000) {
+        table.emplace();
+        values.emplace(*table);
+    }
+    check(*table, *values, std::string(reinterpret_cast<const char*>(data), size));
+    return 0;
+}

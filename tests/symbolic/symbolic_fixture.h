@@ -1,0 +1,30 @@
+// A table, and short ways to ask it.
+#pragma once
+
+#include "support/refusal.h"
+
+#include <tvtypes/symbolicdims.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace TVTypeSys {
+
+class SymbolicTest : public testing::Test {
+  protected:
+    int id(const char* expression) { return table.registerSymbolicDimsExpr(expression); }
+    SymbolicDims dims(const char* expression) { return table.getSymbolicDims(id(expression)); }
+    std::string text(int dimsId) { return table.getSymbolicDims(dimsId).toString(); }
+
+    // Blocks are told apart by their addresses and never looked into. The first is none.
+    static const TVBlock* block(int i) {
+        static constexpr char places[8] = {};
+        return i == 0 ? nullptr : reinterpret_cast<const TVBlock*>(places + i);
+    }
+
+    SymbolicDimsTable table;
+};
+
+} // namespace TVTypeSys

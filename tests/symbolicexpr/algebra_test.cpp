@@ -1,0 +1,280 @@
+#include "expression_fixture.h"
+
+#include <symbolicexpr/simplify.h>
+
+#include <functional>
+#include <iterator>
+#include <optional>
+#include <random>
+
+namespace {
+
+using namespace TV;
+
+/// Numbers modulo a prime, in which a rational function has a value but where it divides by zero.
+constexpr std::uint64_t prime = 2147483647;
+
+std::uint64_t inverse(std::uint64_t value) {
+    std::uint64_t result = 1;
+    for (std::uint64_t power = prime - 2; power > 0; power /= 2, value = value * value % prime) {
+        result = power % 2 == 1 ? result * value % prime : result;
+    }
+    return result;
+}
+
+class SymbolicAlgebra : public ExpressionTest {
+  protected:
+    unsigned long simplify(unsigned long id) {
+        const unsigned long simplified = SymbolicExprSimplify(table).simplify(id, isSimplified);
+        unsigned long again = 0;
+        EXPECT_EQ(simplified, SymbolicExprSimplify(table).simplify(simplified, again));
+        EXPECT_EQ(isSimplified, again);
+        return simplified;
+    }
+    std::string simplified(const std::string& text) { return print(simplify(parse(text))); }
+
+    /// The value at a point that the texts of the names tell; none where it divides by zero.
+    std::optional<std::uint64_t> valueOf(unsigned long id) {
+        const SymbolicExpr& expr = table.get(id);
+        if (expr.op() == SymbolicNameOp) {
+            return std::hash<std::string>()(static_cast<const SymbolicString&>(expr).text()) %
+                   prime;
+        }
+        if (expr.op() == SymbolicNumberOp) {
+            const std::string text = static_cast<const SymbolicIntValue&>(expr).text();
+            std::uint64_t value = 0;
+            for (const char digit : text) {
+                value = digit == '-' ? value : (value * 10 + std::uint64_t(digit - '0')) % prime;
+            }
+            return text.front() == '-' ? (prime - value) % prime : value;
+        }
+        const auto left = valueOf(expr.getArg(0));
+        const auto right = expr.getNumArgs() == 2 ? valueOf(expr.getArg(1)) : 0;
+        if (!left || !right) {
+            return std::nullopt;
+        }
+        switch (expr.op()) {
+        case SymbolicPlusOp:
+            return (*left + *right) % prime;
+        case SymbolicMinusOp:
+            return (*left + prime - *right) % prime;
+        case SymbolicMultiplyOp:
+            return *left * *right % prime;
+        case SymbolicDivideOp:
+            return *right == 0 ? std::nullopt : std::optional(*left * inverse(*right) % prime);
+        default:
+            return (prime - *left) % prime;
+        }
+    }
+
+    unsigned long isSimplified = 0;
+};
+
+TEST_F(SymbolicAlgebra, HasOneFormForWhatIsEqual) {
+    const std::pair<const char*, const char*> cases[] = {
+        // Sums: the order of terms, numbers, signs.
+        {"1+N+1", "N+2"},
+        {"N*M+M*M+N*N+N+M+3", "M*M+M*N+N*N+M+N+3"},
+        {"b*b+a*c+A", "a*c+b*b+A"},
+        {"-M+2", "2-M"},
+        {"3-B+C-A", "C-A-B+3"},
+        {"-A-B", "-A-B"},
+        {"N-N", "0"},
+        {"N-(M-(K-N))", "K-M"},
+        {"--N", "N"},
+        {"N*-1", "-N"},
+        // Products and quotients.
+        {"(N+1)*(N-1)", "N*N-1"},
+        {"(b+a)*2*c", "2*a*c+2*b*c"},
+        {"B*A*2*A*-3", "-6*A*A*B"},
+        {"4*N/6", "2*N/3"},
+        {"(N+2)/4", "N/4+1/2"},
+        {"6/4", "3/2"},
+        {"N/-2", "-N/2"},
+        {"M/3-N/6", "M/3-N/6"},
+        {"(N*N-1)/(N-1)", "N+1"},
+        {"(2*N+2)/(4*M)", "(N+1)/(2*M)"},
+        {"1/(2-N)", "-1/(N-2)"},
+        {"(A*A-B*B)/(A*A-2*A*B+B*B)", "(A+B)/(A-B)"},
+        {"1/A+1/B", "(A+B)/(A*B)"},
+        {"A/(B/C)", "A*C/B"},
+        {"1/(x+1)-1/(x-1)", "-2/(x*x-1)"},
+        {"(x/y+y/x)*x*y", "x*x+y*y"},
+        {"N/2/(N/3)", "3/2"},
+        // Numbers of any size.
+        {"9223372036854775807+1", "9223372036854775808"},
+        {"-9223372036854775808/-1", "9223372036854775808"},
+        {"99999999999999999999*99999999999999999999", "9999999999999999999800000000000000000001"},
+        {"100000000000000000000*N/30000000000000000000", "10*N/3"},
+        {"18446744073709551616-18446744073709551615", "1"},
+        // Lists.
+        {"[N+N,[M/M],3*2]", "[2*N,[1],6]"},
+    };
+    for (const auto& [text, form] : cases) {
+        EXPECT_EQ(form, simplified(text)) << text;
+        EXPECT_EQ(1u, isSimplified) << text;
+    }
+}
+
+TEST_F(SymbolicAlgebra, LeavesWhatItCannotSimplify) {
+    for (const char* text : {"1/(N-N)", "0/0", "N/0*0", "1/0-1/0", "1/(1/(N-N))", "N+N+(M-M)/(M-M)",
+                             "[N]+[N]", "[N,M]*0", "2*[]"}) {
+        EXPECT_EQ(text, simplified(text));
+        EXPECT_EQ(0u, isSimplified) << text;
+    }
+    EXPECT_EQ("[2*N,M/0]", simplified("[N+N,M/0]"));
+    EXPECT_EQ(0u, isSimplified);
+
+    const unsigned long relation =
+        SymbolicGreaterThanExpr(table, parse("N+N"), parse("2-1")).getId(table);
+    EXPECT_EQ("2*N>1", print(simplify(relation)));
+}
+
+TEST_F(SymbolicAlgebra, TakesANameForOneWhateverItsText) {
+    const unsigned long opaque = SymbolicString(table, "N+1").getId(table);
+    const unsigned long sum = SymbolicPlusExpr(table, opaque, parse("N+1")).getId(table);
+    EXPECT_EQ("N+(N+1)+1", print(simplify(sum)));
+    EXPECT_EQ("2*INHERIT", simplified("INHERIT+INHERIT"));
+}
+
+/// A random expression, and another one that means the same: operands of a sum or product change
+/// places, and parts may have been simplified.
+struct Twins {
+    unsigned long id;
+    unsigned long twin;
+};
+
+// Values at a point, forms in any order of making, and texts, of random expressions.
+TEST_F(SymbolicAlgebra, KeepsTheMeaning) {
+    std::mt19937 random(1);
+    const char* const terms[] = {"a", "b", "C", "n1", "0", "1", "2", "-3", "12", "6"};
+    const std::function<Twins(int)> make = [&](int depth) -> Twins {
+        if (depth == 0 || random() % 6 == 0) {
+            const unsigned long term = parse(terms[random() % std::size(terms)]);
+            return {term, term};
+        }
+        const Twins a = make(depth - 1);
+        const Twins b = random() % 8 == 0 ? a : make(depth - 1);
+        const auto both = [&](auto key) {
+            const unsigned long twin = key(a.twin, b.twin, true);
+            return Twins{key(a.id, b.id, false), random() % 3 == 0 ? simplify(twin) : twin};
+        };
+        switch (random() % 5) {
+        case 0:
+            return both([&](auto x, auto y, bool swap) {
+                return SymbolicPlusExpr(table, swap ? y : x, swap ? x : y).getId(table);
+            });
+        case 1:
+            return both(
+                [&](auto x, auto y, bool) { return SymbolicMinusExpr(table, x, y).getId(table); });
+        case 2:
+            return both([&](auto x, auto y, bool swap) {
+                return SymbolicMultiplyExpr(table, swap ? y : x, swap ? x : y).getId(table);
+            });
+        case 3:
+            return both(
+                [&](auto x, auto y, bool) { return SymbolicDivideExpr(table, x, y).getId(table); });
+        default:
+            return both(
+                [&](auto x, auto, bool) { return SymbolicUnaryMinusExpr(table, x).getId(table); });
+        }
+    };
+    int compared = 0;
+    for (int i = 0; i < 3000; ++i) {
+        const auto [id, twin] = make(1 + i % 5);
+        const unsigned long form = simplify(id);
+        if (isSimplified == 0) {
+            EXPECT_EQ(id, form);
+            continue;
+        }
+        EXPECT_EQ(form, simplify(twin)) << print(id);
+        EXPECT_EQ(form, parse(print(form)));
+        if (const auto value = valueOf(id)) {
+            ++compared;
+            EXPECT_EQ(value, valueOf(form)) << print(id);
+        }
+    }
+    EXPECT_LT(2000, compared);
+}
+
+std::string repeated(int count, const std::function<std::string(int)>& item, char separator) {
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+        text += (i == 0 ? "" : std::string(1, separator)) + item(i);
+    }
+    return text;
+}
+
+TEST_F(SymbolicAlgebra, StopsWhereFormsAreBeyondAllBounds) {
+    const auto name = [](int i) { return "n" + std::to_string(i); };
+    const auto pair = [](int i) {
+        return "(a" + std::to_string(i) + "+b" + std::to_string(i) + ")";
+    };
+    // 1 + x + ... + x^15
+    const auto geometric = [](int i) {
+        const std::string factor = std::string("*") + "xyz"[i];
+        std::string text = "(1";
+        std::string term = "1";
+        for (int power = 1; power < 16; ++power) {
+            term += factor;
+            text += "+" + term;
+        }
+        return text + ")";
+    };
+    const auto fraction = [&](int i) { return "1/" + name(i); };
+    const struct {
+        std::string text;
+        bool isSimplified;
+    } cases[] = {
+        {repeated(4096, name, '+'), true},
+        {repeated(4097, name, '+'), false},
+        {repeated(5000, name, '+') + "-" + repeated(5000, name, '-'), true}, // two times n0
+        {repeated(12, pair, '*'), true},
+        {repeated(13, pair, '*'), false},
+        {repeated(40, pair, '*'), false},
+        {repeated(
+             27, [](int) { return "(a+b+c+d)"; }, '*'),
+         true}, // 4,060 terms
+        {repeated(
+             28, [](int) { return "(a+b+c+d)"; }, '*'),
+         false},
+        {repeated(
+             4000, [](int) { return "(a+b)"; }, '*'),
+         false}, // 16 million factors
+        {repeated(
+             80'000, [](int) { return "N"; }, '*'),
+         true},
+        {repeated(50'000, name, '*'), true},
+        {repeated(3'000, fraction, '+'), false},
+        {std::string(500'000, '7') + "*" + std::string(500'000, '3') + "*N", true},
+        {"(x-1)*(y-1)*(z-1)*" + repeated(3, geometric, '*'), true}, // (x^16-1)*...
+    };
+    for (const auto& [text, isExpected] : cases) {
+        simplify(parse(text));
+        EXPECT_EQ(isExpected, isSimplified == 1) << text.substr(0, 100);
+    }
+}
+
+// Step by step numbers, powers and terms grow without end, and what is shared doubles.
+TEST_F(SymbolicAlgebra, GrowsNoFurtherThanItsBounds) {
+    for (const char* start : {"3", "N/(M-1)", "-1"}) {
+        unsigned long id = parse(start);
+        for (int i = 0; i < 60; ++i) {
+            id = simplify(SymbolicMultiplyExpr(table, id, id).getId(table));
+        }
+        EXPECT_EQ(start == std::string("-1"), isSimplified == 1);
+    }
+    unsigned long id = parse("N");
+    for (int i = 0; i < 10'000; ++i) {
+        id = SymbolicPlusExpr(table, id, SymbolicUnaryMinusExpr(table, id).getId(table))
+                 .getId(table);
+    }
+    EXPECT_EQ("0", print(simplify(id)));
+    id = parse("N");
+    for (int i = 0; i < 300'000; ++i) {
+        id = SymbolicNDExpr(table, {id}).getId(table);
+    }
+    EXPECT_EQ(id, simplify(id));
+}
+
+} // namespace
