@@ -217,6 +217,8 @@ TEST(DimsFacts, LinesThatAreNoneArePointedAt) {
         EXPECT_THAT(outcome.out, HasSubstr("-: 1 fact,"));
     }
     EXPECT_EQ(run({"dims", "--facts", "-"}, "\xEF\xBB\xBFN > 2\r\n").status, 0);
+    const Outcome example = run({"dims", "--facts", TVTYPES_EXAMPLES "/filter_bank.facts"});
+    EXPECT_EQ(example.status, 0) << example.out << example.err;
 }
 
 TEST(DimsFacts, OfAnyAmountAreRead) {

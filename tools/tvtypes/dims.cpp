@@ -72,10 +72,9 @@ void reportFaults(const report::FactReport& report, Console& console) {
                                    fault.excerpt);
         console.status = ExitUnusable;
     }
-    if (report.hasMoreFaults) {
-        console.err << fmt::format("tvtypes: {}: there are more such lines; nothing is read after "
-                                   "line {}\n",
-                                   report::safeText(report.file), report.faults.back().line);
+    if (report.lastLine != 0) {
+        console.err << fmt::format("tvtypes: {}: nothing is read after line {}\n",
+                                   report::safeText(report.file), report.lastLine);
     }
 }
 

@@ -74,7 +74,7 @@ class FactReader {
     report::FactReport read(std::istream& is) {
         Lines lines(is);
         std::string_view line;
-        while (!report_.hasMoreFaults && lines.next(line)) {
+        while (report_.lastLine == 0 && lines.next(line)) {
             try {
                 if (const std::optional<FactLine> split = splitLine(line)) {
                     take(*split, lines.number());
@@ -82,10 +82,14 @@ class FactReader {
             } catch (const LineError& error) {
                 addFault(lines.number(), line, error.position, error.what());
             }
-        }
-        if (store_.isExhausted()) {
-            report_.notes.push_back({0, "there are more ways between sizes than are searched; "
-                                        "contradictions that the library accepts may be missing"});
+            if (store_.isExhausted()) {
+                addFault(lines.number(), line, 0,
+                         "there are more ways between sizes than can be "
+                         "searched");
+                report_.lastLine = lines.number();
+            } else if (report_.faults.size() == mostFaults) {
+                report_.lastLine = lines.number();
+            }
         }
         std::vector<const TVBlock*> blocks;
         for (const TVBlock& block : blocks_) {
@@ -153,10 +157,6 @@ class FactReader {
 
     void addFault(std::uint64_t number, std::string_view line, std::size_t position,
                   const char* sentence) {
-        if (report_.faults.size() == mostFaults) {
-            report_.hasMoreFaults = true;
-            return;
-        }
         report_.faults.push_back({number, report::columnOf(line, position), sentence,
                                   report::excerptAt(line, position)});
     }

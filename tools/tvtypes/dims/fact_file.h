@@ -10,8 +10,9 @@
 namespace tvtool::dims {
 
 /// States the facts of a file in their order and answers its questions as they come. A line that is
-/// neither is a fault, and the next one is read; after some twenty of them reading ends. Throws a
-/// fmi::ReadError if the file is no text or a line is longer than any that can be read.
+/// neither is a fault, and the next one is read; reading ends after some twenty of them, and where
+/// searches begin to take too long. Throws a fmi::ReadError if the file is no text or a line is
+/// longer than any that can be read.
 report::FactReport readFacts(std::istream& is);
 
 /// The same for the file with this name. Throws a fmi::ReadError, also if it cannot be opened.

@@ -68,13 +68,15 @@ class FactGraph::Search {
     std::vector<State> queue_;
 };
 
-void FactGraph::add(const Fact& fact, bool isDoubtful) {
+FactGraph::Key FactGraph::keyOf(const Fact& fact) {
     const bool isTurned = fact.relation == Relation::Equal && fact.right < fact.left;
-    if (!known_
-             .emplace(isTurned ? fact.right : fact.left, fact.relation,
-                      isTurned ? fact.left : fact.right)
-             .second) {
-        return;
+    return isTurned ? Key(fact.right, fact.relation, fact.left)
+                    : Key(fact.left, fact.relation, fact.right);
+}
+
+void FactGraph::add(const Fact& fact, bool isDoubtful) {
+    if (!isDoubtful) {
+        known_.insert(keyOf(fact));
     }
     const Fact& kept = facts_.emplace_back(fact);
     const std::size_t left = nodeOf(fact.left);

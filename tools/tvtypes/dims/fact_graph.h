@@ -51,9 +51,12 @@ class FactGraph {
   public:
     explicit FactGraph(const TVTypeSys::SymbolicDimsTable& table) : table_(table) {}
 
-    /// A fact that is known already is kept once. All does not lead over a `doubtful` one, so that
-    /// one contradiction does not give rise to others.
+    /// All does not lead over a `doubtful` fact, so that one contradiction does not give rise to
+    /// others.
     void add(const Fact& fact, bool isDoubtful);
+
+    /// Whether the fact was added before, and not as a doubtful one.
+    bool isKnown(const Fact& fact) const { return known_.contains(keyOf(fact)); }
 
     /// A shortest way from one size to another one; with `isStrict` not by equal facts alone. Empty
     /// if there is none.
@@ -83,20 +86,22 @@ class FactGraph {
         const Fact* fact = nullptr;
     };
     class Search;
+    using Key = std::tuple<int, Relation, int>;
 
+    static Key keyOf(const Fact& fact);
     std::size_t nodeOf(int id);
     void connect(std::size_t from, std::size_t to, const Fact& fact, bool isDoubtful);
     Chain chainTo(State state, State begin) const;
 
     const TVTypeSys::SymbolicDimsTable& table_;
     std::deque<Fact> facts_;
-    std::set<std::tuple<int, Relation, int>> known_;
+    std::set<Key> known_;
     std::vector<Node> nodes_;
     std::unordered_map<int, std::size_t> nodeOfId_;
     Numbers numbers_;
     std::vector<Arrival> arrivals_; ///< by state
     unsigned searches_ = 0;
-    std::size_t stepsLeft_ = 20'000'000;
+    std::size_t stepsLeft_ = 50'000'000;
 };
 
 } // namespace tvtool::dims

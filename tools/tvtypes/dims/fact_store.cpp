@@ -43,6 +43,9 @@ std::optional<FactStore::Objection> FactStore::state(const Fact& fact) {
     if (!tryToState(fact)) {
         return Objection{true, libraryReasonAgainst(fact)};
     }
+    if (graph_.isKnown(fact)) {
+        return std::nullopt;
+    }
     const std::optional<DimsReason> reason = reasonAgainst(fact);
     graph_.add(fact, reason.has_value());
     return reason ? std::optional(Objection{false, *reason}) : std::nullopt;

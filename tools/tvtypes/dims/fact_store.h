@@ -41,6 +41,7 @@ class FactStore {
     /// The facts that blocks have stated, as the library tells them.
     std::vector<report::DimsFact> statedBy(const std::vector<const TVBlock*>& blocks) const;
 
+    /// Whether there were too many ways between sizes to be searched; nothing is found any more.
     bool isExhausted() const { return graph_.isExhausted(); }
 
   private:

@@ -86,7 +86,7 @@ struct FactReport {
     std::vector<DimsNote> notes;
     std::vector<DimsFact> facts;
     std::vector<DimsFault> faults;
-    bool hasMoreFaults = false; ///< and nothing was read after the last one
+    std::uint64_t lastLine = 0; ///< nothing was read after it; 0 if all was
 };
 
 } // namespace tvtool::report
