@@ -94,7 +94,8 @@ void printJson(const FactReport& report, std::ostream& os) {
            {"contradictions", std::move(contradictions)},
            {"notes", std::move(notes)},
            {"facts", jsonOf(report.facts)},
-           {"faults", std::move(faults)}},
+           {"faults", std::move(faults)},
+           {"lastLine", lineOrNull(report.lastLine)}},
           os);
 }
 

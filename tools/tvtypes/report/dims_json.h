@@ -11,7 +11,7 @@
 /// |        | same, from all that is stated and from numbers), `because`; `contradictions`:     |
 /// |        | array of `line`, `text`, `block`, `refused` (by the library), `because`; `notes`: |
 /// |        | array of `line`, `sentence`; `facts`: array of `id`, `text`, `blocks`; `faults`:  |
-/// |        | array of `line`, `column`, `sentence`                                             |
+/// |        | array of `line`, `column`, `sentence`; `lastLine` (after which nothing was read)  |
 /// | reason | `because`: object of `steps` (array of `text`, `line`, `block`), `omitted` (how   |
 /// |        | many steps are left out in the middle), `sentence`                                |
 ///
