@@ -89,7 +89,8 @@ struct SymbolicIntValue::Number {
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
         if (error == std::errc::result_out_of_range) {
             value = 0;
-            digits = (isNegative ? "-" : "") + text.substr(text.find_first_not_of('0', first));
+            digits = text;
+            digits.erase(first, text.find_first_not_of('0', first) - first);
         }
     }
 

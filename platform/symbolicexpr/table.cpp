@@ -47,9 +47,13 @@ const SymbolicExpr& SymbolicExprTable::get(unsigned long id) const {
 }
 
 std::uint32_t SymbolicExprTable::Contents::intern(const SymbolicExpr& key) {
-    const auto found = ids_.find(key);
-    if (found != ids_.end()) {
-        return *found;
+    index_.makeRoom();
+    std::uint32_t& id = index_.find(key.hash_, [&](std::uint32_t other) {
+        const SymbolicExpr& expression = *expressions[other];
+        return key.op_ == expression.op_ && key.hasSamePartsAs(expression);
+    });
+    if (id != ExpressionIndex::none) {
+        return id;
     }
     // A part that is not there yet could come to be the expression itself.
     if (!key.hasPartsBelow(expressions.size())) {
@@ -59,18 +63,15 @@ std::uint32_t SymbolicExprTable::Contents::intern(const SymbolicExpr& key) {
     if (expressions.size() >= std::numeric_limits<std::int32_t>::max()) {
         throw std::bad_alloc();
     }
-    const auto id = static_cast<std::uint32_t>(expressions.size());
     expressions.push_back(nullptr);
     try {
         expressions.back() = key.copyTo(memory_);
-        ids_.insert(id);
     } catch (...) {
-        if (expressions.back() != nullptr) {
-            expressions.back()->~SymbolicExpr();
-        }
         expressions.pop_back();
         throw;
     }
+    id = static_cast<std::uint32_t>(expressions.size() - 1);
+    index_.added();
     return id;
 }
 

@@ -30,6 +30,8 @@ report::Findings sampleFindings() {
     findings.outside = {{"String", 2, 1}};
     findings.units = {{"N.m", report::UnitSource::Reading, 3, "N*m", "", {"a", "b", "c", "d"}},
                       {"\xC2\xB5", report::UnitSource::Nothing, -1, "", "0.5 * m", {}}};
+    findings.dimensions = {{5, "[n,2]", {"a", "b"}}};
+    findings.facts = {{7, "2*n==6", {"a"}}};
     findings.remarks.problem({"Float64", 7}, "first");
     findings.remarks.note({"archive", 0}, "second");
     findings.remarks.note({"Int8", 9}, "third");
@@ -64,6 +66,12 @@ TEST(TextReport, ColumnsAreAligned) {
               "id  unit  expression  from     base units  variables  which\n"
               " 3  N.m   N*m         reading  -                   4  a, b, c, ...\n"
               " -  \xC2\xB5     -           -        0.5 * m             0  -\n"
+              "\n"
+              "id  dimensions  variables  which\n"
+              " 5  [n,2]               2  a, b\n"
+              "\n"
+              "id  fact    stated by\n"
+              " 7  2*n==6  a\n"
               "\n"
               "Problems\n"
               "m.xml:7: Float64: first\n"
@@ -110,6 +118,8 @@ TEST(JsonReport, HasAllThatTheTextHas) {
              "variables": ["a", "b", "c", "d"]},
             {"name": "\u00b5", "id": null, "expression": null, "from": null,
              "baseUnits": "0.5 * m", "variables": []}],
+        "dimensions": [{"id": 5, "text": "[n,2]", "variables": ["a", "b"]}],
+        "facts": [{"id": 7, "text": "2*n==6", "blocks": ["a"]}],
         "problems": [{"element": "Float64", "line": 7, "sentence": "first", "count": 1}],
         "notes": [{"element": "archive", "line": null, "sentence": "second", "count": 1},
                   {"element": "Int8", "line": 9, "sentence": "third", "count": 2}]})");

@@ -8,9 +8,11 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <ostream>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -24,13 +26,27 @@ bool isNegativeNumber(const char* argument) {
     return *argument == '-' && stop != argument && *stop == '\0';
 }
 
-/// The arguments, the last one first, as the parser wants them. It would take -inf for options; a
-/// blank before it makes it a value.
+bool isList(const std::string& argument) {
+    return argument.starts_with('[') && argument.ends_with(']');
+}
+
+/// The arguments, the last one first, as the parser wants them. It would take -inf for options and
+/// [2,N] for two values; a blank before it makes it one value. So it does for all that begins with
+/// a minus behind --.
 std::vector<std::string> argumentsOf(int argc, const char* const* argv) {
     std::vector<std::string> arguments;
-    for (int i = argc - 1; i > 0; --i) {
-        arguments.push_back((isNegativeNumber(argv[i]) ? " " : "") + std::string(argv[i]));
+    bool isBehindOptions = false;
+    for (const char* const text : std::span(argv, static_cast<std::size_t>(argc)).subspan(1)) {
+        const std::string argument = text;
+        const bool isMark = argument == "--" && !isBehindOptions;
+        if (!isMark) {
+            const bool isValue = isNegativeNumber(text) || isList(argument) ||
+                                 (isBehindOptions && argument.starts_with('-'));
+            arguments.push_back((isValue ? " " : "") + argument);
+        }
+        isBehindOptions = isBehindOptions || isMark;
     }
+    std::ranges::reverse(arguments);
     return arguments;
 }
 
@@ -59,6 +75,7 @@ int runTool(int argc, const char* const* argv, const Streams& streams) {
                                                       libtv_types_build_date));
         app.require_subcommand(0, 1);
         addConvert(app, console);
+        addDims(app, console);
         addInspect(app, console);
         addLayout(app, console);
         addUnit(app, console);

@@ -116,8 +116,10 @@ struct Variable {
     std::uint32_t dimensionCount = 0;
     std::uint32_t unitUse = noIndex; ///< in Description::unitUses
     std::uint32_t unit = noIndex;    ///< its own unit or that of its type, in Description::units
+    std::uint64_t startCount = 0;    ///< how many start values it has; 0 if they are no values
     BaseType base = BaseType::None;
     bool hasValueReference = false;
+    bool isSize = false;          ///< whether dimensions may refer to it
     bool hasBadDimension = false; ///< one that could not be read is not among its dimensions
 };
 

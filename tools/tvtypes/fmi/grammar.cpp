@@ -111,7 +111,7 @@ constexpr ElementRule elements[] = {
     {Node::ModelVariables, "Enumeration", Node::TypedVariable, fmi3, integer3, BaseType::Enumeration},
     {Node::TypedVariable, "Dimension", Node::Dimension, fmi3, extent, none},
     {Node::TypedVariable, "Alias",     Node::Alias,     fmi3, named | alias, none},
-    {Node::TypedVariable, "Start",     Node::Skipped,   fmi3, any, none}};
+    {Node::TypedVariable, "Start",     Node::Start,     fmi3, item, none}};
 
 constexpr AttributeRule attributes[] = {
     {"fmiVersion",               Attribute::FmiVersion,     root},

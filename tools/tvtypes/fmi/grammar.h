@@ -28,6 +28,7 @@ enum class Node : std::uint8_t {
     ScalarVariableBase, ///< the element in it that says the base type
     TypedVariable,      ///< a variable of FMI 3
     Dimension,
+    Start,
     Alias,
     Skipped ///< known, and of no interest with all that it holds
 };

@@ -31,8 +31,8 @@ class Reader : public XmlHandler {
     std::string_view requiredName() {
         return tvtool::fmi::requiredName(attributes_, place_, description_, remarks_);
     }
-    void checkValues(Attribute attribute, std::string_view attributeName, BaseType base);
-    void checkAllValues(BaseType base);
+    std::uint64_t checkValues(Attribute attribute, std::string_view attributeName, BaseType base);
+    std::uint64_t checkAllValues(BaseType base);
 
     void enter(const ElementRule& rule);
     void readRoot();
@@ -41,8 +41,9 @@ class Reader : public XmlHandler {
     void readItem();
     void startVariable(BaseType base);
     void readVariableBase(BaseType base);
-    void noteSize(const Variable& variable);
+    void noteSize(Variable& variable);
     void readDimension();
+    void readStart();
     void readAlias();
     void endSimpleType();
     void endType();
@@ -153,6 +154,8 @@ void Reader::enter(const ElementRule& rule) {
         return readVariableBase(rule.base);
     case Node::Dimension:
         return readDimension();
+    case Node::Start:
+        return readStart();
     case Node::Alias:
         return readAlias();
     case Node::Unit:
@@ -199,20 +202,22 @@ void Reader::readRoot() {
     }
 }
 
-void Reader::checkValues(Attribute attribute, std::string_view attributeName, BaseType base) {
+/// How many values there are; 0 if one of them is none.
+std::uint64_t Reader::checkValues(Attribute attribute, std::string_view attributeName,
+                                  BaseType base) {
     const char* const values = get(attribute);
     if (values == nullptr || base == BaseType::String || base == BaseType::Binary) {
-        return;
+        return 0;
     }
     std::string_view rest = values;
-    std::size_t count = 0;
+    std::uint64_t count = 0;
     for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest)) {
         ++count;
         if (!isValue(word, base)) {
             remarks_.problem(place_,
                              fmt::format("{} {} is no {} value", attributeName, quoted(word),
                                          nameOf(base, description_.majorVersion)));
-            return;
+            return 0;
         }
     }
     // An array of FMI 3 starts with a value an element.
@@ -221,13 +226,16 @@ void Reader::checkValues(Attribute attribute, std::string_view attributeName, Ba
         remarks_.problem(place_,
                          fmt::format("{} has {} values; it takes one", attributeName, count));
     }
+    return count;
 }
 
-void Reader::checkAllValues(BaseType base) {
-    checkValues(Attribute::Start, "start", base);
+/// How many start values there are.
+std::uint64_t Reader::checkAllValues(BaseType base) {
+    const std::uint64_t count = checkValues(Attribute::Start, "start", base);
     checkValues(Attribute::Min, "min", base);
     checkValues(Attribute::Max, "max", base);
     checkValues(Attribute::Nominal, "nominal", base);
+    return count;
 }
 
 void Reader::startType(BaseType base) {
@@ -317,23 +325,22 @@ void Reader::readVariableBase(BaseType base) {
         variable.declaredType = description_.texts.intern(declaredType);
     }
     variable.unitUse = units_.readUse(attributes_);
-    checkAllValues(base);
+    variable.startCount = checkAllValues(base);
     noteSize(variable);
 }
 
 /// Other variables may have as many elements as a structural parameter or a constant says.
-void Reader::noteSize(const Variable& variable) {
+void Reader::noteSize(Variable& variable) {
     const auto is = [this](Attribute attribute, std::string_view value) {
         const char* const text = get(attribute);
         return text != nullptr && text == value;
     };
+    variable.isSize =
+        variable.base == BaseType::UInt64 && variable.hasValueReference &&
+        (is(Attribute::Causality, "structuralParameter") || is(Attribute::Variability, "constant"));
     const char* const start = get(Attribute::Start);
-    if (variable.base != BaseType::UInt64 || !variable.hasValueReference || start == nullptr ||
-        (!is(Attribute::Causality, "structuralParameter") &&
-         !is(Attribute::Variability, "constant"))) {
-        return;
-    }
-    if (const std::optional<std::uint64_t> size = parseUInt64(start)) {
+    const std::optional<std::uint64_t> size = start == nullptr ? std::nullopt : parseUInt64(start);
+    if (variable.isSize && size) {
         description_.sizes.emplace(variable.valueReference, *size);
     }
 }
@@ -371,6 +378,14 @@ void Reader::readDimension() {
         variable.firstDimension = static_cast<std::uint32_t>(description_.dimensions.size());
     }
     description_.dimensions.push_back(size ? Dimension{*size, false} : Dimension{*target, true});
+}
+
+/// Texts and bytes start with an element a value.
+void Reader::readStart() {
+    Variable& variable = description_.variables.back();
+    if (variable.base == BaseType::String || variable.base == BaseType::Binary) {
+        ++variable.startCount;
+    }
 }
 
 void Reader::readAlias() {

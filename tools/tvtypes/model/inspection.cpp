@@ -152,6 +152,18 @@ std::vector<report::UnitRow> unitRows(const Model& model) {
     return rows;
 }
 
+std::vector<report::DimensionRow> dimensionRows(const Model& model) {
+    std::vector<report::DimensionRow> rows;
+    for (const Dimensions::Distinct& dimensions : model.dimensions.all()) {
+        report::DimensionRow row{dimensions.id, model.dimensions.textOf(dimensions.id), {}};
+        for (const std::uint32_t variable : dimensions.variables) {
+            row.variables.emplace_back(model.description->variables[variable].name);
+        }
+        rows.push_back(std::move(row));
+    }
+    return rows;
+}
+
 report::Findings inspect(Model& model) {
     report::Findings findings;
     findings.fmiVersion = model.description->fmiVersion;
@@ -160,6 +172,8 @@ report::Findings inspect(Model& model) {
     findings.types = typeRows(model.types, countUses(model));
     findings.outside = outsideRows(*model.description);
     findings.units = unitRows(model);
+    findings.dimensions = dimensionRows(model);
+    findings.facts = model.dimensions.facts();
     findings.remarks = std::move(model.remarks);
     return findings;
 }

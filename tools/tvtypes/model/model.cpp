@@ -33,6 +33,7 @@ Model::Model(fmi::Source& source, fmi::Remarks said)
       types(*description, remarks),
       variableIds(idsOf(*description, types)),
       units(*description, remarks),
+      dimensions(*description, remarks),
       structs(*description, {variableIds, units.variableIds()}, types, remarks) {
     remarks.sort();
 }

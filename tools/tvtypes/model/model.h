@@ -5,6 +5,7 @@
 #include "fmi/description.h"
 #include "fmi/remarks.h"
 #include "fmi/source.h"
+#include "model/dimensions.h"
 #include "model/structs.h"
 #include "model/types.h"
 #include "model/units.h"
@@ -27,6 +28,7 @@ class Model {
     Types types;
     const std::vector<int> variableIds; ///< the type of each variable
     const Units units;
+    const Dimensions dimensions;
     const Structs structs;
 };
 

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "fmi/remarks.h"
+#include "report/dims.h"
 
 #include <array>
 #include <cstddef>
@@ -51,6 +52,13 @@ struct UnitRow {
     std::vector<std::string> variables; ///< the names of those that have it
 };
 
+/// The dimensions of arrays: a size, or a list of sizes.
+struct DimensionRow {
+    int id = 0;
+    std::string text;
+    std::vector<std::string> variables; ///< the names of those that have them
+};
+
 struct Findings {
     std::string file;
     std::string fmiVersion;
@@ -58,7 +66,9 @@ struct Findings {
     std::size_t variables = 0;
     std::vector<TypeRow> types; ///< in the order of their ids
     std::vector<OutsideRow> outside;
-    std::vector<UnitRow> units; ///< in the order of the description
+    std::vector<UnitRow> units;           ///< in the order of the description
+    std::vector<DimensionRow> dimensions; ///< in the order of the description
+    std::vector<DimsFact> facts;          ///< what the description says of sizes
     fmi::Remarks remarks;
 };
 

@@ -1,5 +1,6 @@
 #include "report/json.h"
 
+#include "report/dims_json.h"
 #include "report/safe_text.h"
 
 #include <boost/json.hpp>
@@ -58,6 +59,15 @@ json::array unitsOf(const Findings& findings) {
     return units;
 }
 
+json::array dimensionsOf(const Findings& findings) {
+    json::array rows;
+    for (const DimensionRow& row : findings.dimensions) {
+        rows.push_back(json::object{
+            {"id", row.id}, {"text", row.text}, {"variables", json::value_from(row.variables)}});
+    }
+    return rows;
+}
+
 json::array remarksOf(const std::vector<fmi::Remark>& remarks) {
     json::array rows;
     for (const fmi::Remark& remark : remarks) {
@@ -80,6 +90,8 @@ void printJson(const Findings& findings, std::ostream& os) {
                               {"types", typesOf(findings)},
                               {"outside", outsideOf(findings)},
                               {"units", unitsOf(findings)},
+                              {"dimensions", dimensionsOf(findings)},
+                              {"facts", jsonOf(findings.facts)},
                               {"problems", remarksOf(findings.remarks.problems())},
                               {"notes", remarksOf(findings.remarks.notes())}};
     // JSON lets most control characters stand; a terminal would obey them.

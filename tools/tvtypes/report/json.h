@@ -17,6 +17,11 @@
 /// |              | table, or null), `expression` (text, or null), `from` (`name`, `reading`,   |
 /// |              | `base units`, or null: what the expression comes from), `baseUnits` (text   |
 /// |              | with factor and offset, or null), `variables` (names of those that have it) |
+/// | `dimensions` | array of the dimensions of arrays in the order of the description: `id` (in |
+/// |              | the table of symbolic dimensions), `text`, `variables` (names of those that |
+/// |              | have them)                                                                  |
+/// | `facts`      | array of what is said of sizes: `id`, `text`, `blocks` (the names of the    |
+/// |              | variables that say so)                                                      |
 /// | `problems`   | array of remarks: `element`, `line` (or null), `sentence`, `count`          |
 /// | `notes`      | the same                                                                    |
 #pragma once

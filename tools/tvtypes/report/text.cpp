@@ -1,5 +1,6 @@
 #include "report/text.h"
 
+#include "report/dims_text.h"
 #include "report/safe_text.h"
 #include "report/table.h"
 
@@ -72,13 +73,14 @@ void printTypes(const Findings& findings, fmt::text_style headingStyle, std::ost
     table.print(os, headingStyle);
 }
 
-std::string usersOf(const UnitRow& unit) {
+/// The first of them.
+std::string someOf(const std::vector<std::string>& variables) {
     constexpr std::size_t most = 3;
-    std::string users;
-    for (std::size_t i = 0; i < unit.variables.size() && i < most; ++i) {
-        users += (i == 0 ? "" : ", ") + shortened(unit.variables[i]);
+    std::string some;
+    for (std::size_t i = 0; i < variables.size() && i < most; ++i) {
+        some += (i == 0 ? "" : ", ") + shortened(variables[i]);
     }
-    return unit.variables.size() > most ? users + ", ..." : users;
+    return variables.size() > most ? some + ", ..." : some;
 }
 
 void printUnits(const std::vector<UnitRow>& units, fmt::text_style headingStyle, std::ostream& os) {
@@ -97,7 +99,25 @@ void printUnits(const std::vector<UnitRow>& units, fmt::text_style headingStyle,
         const bool hasPlace = unit.source != UnitSource::Nothing;
         table.addRow({hasPlace ? std::to_string(unit.id) : "", shortened(unit.name),
                       shortened(unit.expression), nameOf(unit.source), unit.baseUnits,
-                      std::to_string(unit.variables.size()), usersOf(unit)});
+                      std::to_string(unit.variables.size()), someOf(unit.variables)});
+    }
+    os << '\n';
+    table.print(os, headingStyle);
+}
+
+void printDimensions(const std::vector<DimensionRow>& rows, fmt::text_style headingStyle,
+                     std::ostream& os) {
+    if (rows.empty()) {
+        return;
+    }
+    Table table;
+    table.addColumn("id", Align::Right);
+    table.addColumn("dimensions", Align::Left);
+    table.addColumn("variables", Align::Right);
+    table.addColumn("which", Align::Left);
+    for (const DimensionRow& row : rows) {
+        table.addRow({std::to_string(row.id), shortened(row.text),
+                      std::to_string(row.variables.size()), someOf(row.variables)});
     }
     os << '\n';
     table.print(os, headingStyle);
@@ -150,6 +170,8 @@ void printText(const Findings& findings, bool colour, std::ostream& os) {
     printTypes(findings, bold, os);
     printOutside(findings.outside, os);
     printUnits(findings.units, bold, os);
+    printDimensions(findings.dimensions, bold, os);
+    printFacts(findings.facts, bold, os);
     printRemarks(findings, "Problems", findings.remarks.problems(),
                  bold | styled(fmt::fg(fmt::terminal_color::red)), os);
     printRemarks(findings, "Notes", findings.remarks.notes(),

@@ -1,0 +1,258 @@
+#include "support.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <random>
+
+namespace tvtool {
+
+namespace {
+
+using testing::HasSubstr;
+
+TEST(DimsCommand, ShowsSimplifiedDimensions) {
+    const Outcome outcome = run({"dims", "--json", "(2*N + 4)/2", "N+2", "[2, N+N]", "1/(N-N)",
+                                 "[N+N, M/(2*M-M-M)]", "[1,2]+3", "--", "-N"});
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+    const boost::json::array sheets = outcome.json().at("dimensions").as_array();
+    struct Row {
+        const char* simplified;
+        const char* obstacle;
+        int equals;
+    };
+    const Row rows[] = {{"N+2", "", -1},
+                        {"N+2", "", 0},
+                        {"[2,2*N]", "", -1},
+                        {"1/(N-N)", "it divides by N-N, which is 0", -1},
+                        {"[2*N,M/(2*M-M-M)]", "it divides by 2*M-M-M, which is 0", -1},
+                        {"[1,2]+3", "a list stands inside arithmetic", -1},
+                        {"-N", "", -1}};
+    ASSERT_EQ(sheets.size(), std::size(rows));
+    for (std::size_t i = 0; i < sheets.size(); ++i) {
+        const boost::json::object& sheet = sheets[i].as_object();
+        EXPECT_EQ(sheet.at("simplified"), rows[i].simplified);
+        const boost::json::value obstacle =
+            *rows[i].obstacle == '\0' ? boost::json::value(nullptr) : rows[i].obstacle;
+        EXPECT_EQ(sheet.at("obstacle"), obstacle);
+        EXPECT_EQ(sheet.at("equals").is_null() ? -1 : sheet.at("equals").to_number<int>(),
+                  rows[i].equals);
+    }
+    EXPECT_EQ(sheets[0].at("simplifiedId"), sheets[1].at("id"));
+    EXPECT_EQ(sheets[2].at("size"), "4*N");
+    EXPECT_EQ(sheets[0].at("size"), nullptr);
+    EXPECT_THAT(run({"dims", "[N+N,1/(N-N)]"}).out, HasSubstr("stays as it is in part: it div"));
+}
+
+TEST(DimsCommand, PointsAtWhatIsNoExpression) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"2*(N+", "\"2*(N+\": column 6: the expression is not complete\n  2*(N+\n       ^\n"},
+        {"N $M", "column 3: an expression does not go on like this\n  N $M\n    ^\n"},
+        {"\x1b[2J", "column 1: an expression does not go on like this\n  \\u001b[2J\n  ^\n"},
+        {"", "column 1: the expression is not complete"}};
+    for (const auto& [text, error] : rows) {
+        // What is an expression is shown all the same.
+        const Outcome outcome = run({"dims", text, "N+N"});
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_THAT(outcome.err, HasSubstr(error));
+        EXPECT_THAT(outcome.out, HasSubstr("2*N"));
+    }
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"dims"},
+                                                      {"dims", "--list", "N"},
+                                                      {"dims", "--facts", "-", "N"},
+                                                      {"dims", "--facts", "/no/such/file"},
+                                                      {"dims", "--facts", "/"}}) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_TRUE(outcome.err.starts_with("tvtypes: ")) << outcome.err;
+    }
+}
+
+TEST(DimsFacts, AreAnsweredAndContradicted) {
+    struct Row {
+        const char* facts;
+        int status;
+        const char* said; ///< of the last line
+    };
+    const std::string first = "-:1: ";
+    const Row rows[] = {
+        {"N > M # Gain\nM > K\nN > K ?", 0, "? yes: N > M (line 1, Gain), M > K (line 2)"},
+        {"N > M\nM > K\nN == K ?", 0, "? no: N > M (line 1), M > K (line 2)"},
+        {"M == 2*N\nN+N == M ?", 0, "? yes: M == 2*N (line 1)"},
+        {"M == 2*N\nN*2 > M?", 0, "? no: M == 2*N (line 1)"},
+        {"N > M\nN == K ?", 0, "N == K ? not known\n"},
+        {"N == N ?", 0, "? yes: the sides are the same"},
+        {"N > N ?", 0, "? no: the sides are the same"},
+        {"N > M\nM == K\nN > K ?", 0, "? not known to the library; yes: N > M (line 1), M == K"},
+        {"N == 3\n2 > N ?", 0, "? not known to the library; no: N == 3 (line 1), 3 > 2"},
+        {"N > N-1 ?", 0, "? not known to the library; yes: the left side is the right one plus 1"},
+        {"[2,N] > 6\n2*N < 6 # Mux", 1, "2*N < 6 (Mux) is refused: 2*N > 6 (line 1)"},
+        {"N > M\nM > K # A\nK == N # B", 1,
+         "K == N (B) is refused: N > M (line 1), M > K (line 2, A)"},
+        {"N == M\nM > N", 1, "M > N is refused: N == M (line 1)"},
+        {"3 > 5", 1,
+         "3 > 5 cannot hold, though the library accepts it: the left side is the "
+         "right one minus 2"},
+        {"N == 3\nM == N\nM == 5", 1,
+         "M == 5 cannot hold, though the library accepts it: 5 > 3, N == 3 (line 1), M == N"},
+        {"N > 5\nN < 3", 1, "N < 3 cannot hold, though the library accepts it: N > 5 (line 1), 5"},
+        {"N > M\nM == K\nK > N", 1, "accepts it: N > M (line 1), M == K (line 2)"},
+        {"N > N", 1, "cannot hold, though the library accepts it: the sides are the same"},
+        // One contradiction does not lead to others.
+        {"N == 3\nN == 5\n\n# comment\nM > 3\nM < 5", 1, "N == 5 cannot hold"},
+        {"N+N == 2*N", 0, "both sides are the same, so this says nothing"},
+        {"N > 1/(M-M)", 0, "1/(M-M) stays, at least in part, as it is: it divides by M-M"},
+        {"N > 2 # a\nM > 2 # b\n2 < N # b\nM > 1", 0, "N>2   a, b\n"}};
+    for (const Row& row : rows) {
+        const Outcome outcome = run({"dims", "--facts", "-", "--list"}, row.facts);
+        EXPECT_EQ(outcome.status, row.status) << row.facts;
+        EXPECT_THAT(outcome.out, HasSubstr(row.said));
+        EXPECT_EQ(outcome.err, "");
+        const boost::json::object json = run({"dims", "--facts", "-", "--json"}, row.facts).json();
+        EXPECT_EQ(json.at("contradictions").as_array().size(), row.status == 0 ? 0U : 1U);
+    }
+}
+
+/// What follows from facts between few sizes, by closing all ways between all sizes.
+class Closure {
+  public:
+    static constexpr int count = 9; ///< four numbers, five names
+
+    Closure() {
+        for (int i = 0; i < 4; ++i) {
+            for (int j = 0; j < i; ++j) {
+                add(i, '>', j);
+            }
+        }
+    }
+
+    static std::string nameOf(int size) {
+        return size < 4 ? std::to_string(size) : std::string(1, static_cast<char>('J' + size));
+    }
+
+    void add(int a, char relation, int b) {
+        raise(a, b, relation == '>' ? 2 : 1);
+        raise(b, a, relation == '>' ? 0 : 1);
+        for (int via = 0; via < count; ++via) {
+            for (int i = 0; i < count; ++i) {
+                for (int j = 0; j < count; ++j) {
+                    if (way(i, via) > 0 && way(via, j) > 0) {
+                        raise(i, j, std::max(way(i, via), way(via, j)));
+                    }
+                }
+            }
+        }
+    }
+
+    const char* answer(int a, char relation, int b) const {
+        const bool isEqual = a == b || (way(a, b) == 1 && way(b, a) == 1);
+        if (relation == '=' ? isEqual : way(a, b) == 2) {
+            return "yes";
+        }
+        const bool isOtherwise = way(b, a) == 2 || (relation == '=' ? way(a, b) == 2 : isEqual);
+        return isOtherwise ? "no" : "not known";
+    }
+
+  private:
+    int way(int a, int b) const { return ways_[static_cast<std::size_t>(a * count + b)]; }
+    void raise(int a, int b, int way) {
+        int& known = ways_[static_cast<std::size_t>(a * count + b)];
+        known = std::max(known, way);
+    }
+
+    std::array<int, count * count> ways_{}; ///< none, equal, greater
+};
+
+TEST(DimsFacts, FollowFromEachOther) {
+    std::mt19937 random(5);
+    const auto pick = [&](int below) {
+        return std::uniform_int_distribution<int>(0, below - 1)(random);
+    };
+    for (int script = 0; script < 100; ++script) {
+        Closure closure;
+        std::string text;
+        std::vector<std::string> expected;
+        for (int line = 0; line < 40; ++line) {
+            const int a = pick(Closure::count);
+            const int b = pick(Closure::count);
+            const char relation = pick(2) == 0 ? '=' : '>';
+            const std::string answer = closure.answer(a, relation, b);
+            // What cannot hold is asked for, not stated.
+            const bool isQuestion = pick(2) == 0 || answer == "no";
+            text += fmt::format("{} {} {}{}\n", Closure::nameOf(a), relation == '=' ? "==" : ">",
+                                Closure::nameOf(b), isQuestion ? " ?" : "");
+            if (isQuestion) {
+                expected.push_back(answer);
+            } else {
+                closure.add(a, relation, b);
+            }
+        }
+        const boost::json::object json = run({"dims", "--facts", "-", "--json"}, text).json();
+        std::vector<std::string> answers;
+        for (const boost::json::value& answer : json.at("answers").as_array()) {
+            answers.emplace_back(answer.at("follows").as_string());
+        }
+        EXPECT_EQ(answers, expected) << text;
+        EXPECT_TRUE(json.at("contradictions").as_array().empty()) << text;
+    }
+}
+
+TEST(DimsFacts, LinesThatAreNoneArePointedAt) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"N >= 2", ":1:3: there is no such relation; it is ==, > or <\n  N >= 2\n    ^\n"},
+        {"\r\n  N 2 # x", ":2:6: a relation is missing: ==, > or <"},
+        {" > 2", ":1:2: the left side is missing"},
+        {"N == ?", ":1:6: the right side is missing"},
+        {"N > M > K", ":1:7: a line has one relation"},
+        {"N > 2*(M ? # x", ":1:9: the expression is not complete"},
+        {"\xC3\xA4 > 2", ":1:1: an expression does not go on like this"},
+        {"N\x1b > 2", "  N\\u001b > 2\n   ^\n"}};
+    for (const auto& [text, error] : rows) {
+        const Outcome outcome = run({"dims", "--facts", "-"}, std::string(text) + "\nA > B\n");
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_THAT(outcome.err, HasSubstr(error));
+        EXPECT_THAT(outcome.out, HasSubstr("-: 1 fact,"));
+    }
+    EXPECT_EQ(run({"dims", "--facts", "-"}, "\xEF\xBB\xBFN > 2\r\n").status, 0);
+    const Outcome example = run({"dims", "--facts", TVTYPES_EXAMPLES "/filter_bank.facts"});
+    EXPECT_EQ(example.status, 0) << example.out << example.err;
+}
+
+TEST(DimsFacts, OfAnyAmountAreRead) {
+    std::string chain;
+    for (int i = 0; i < 5000; ++i) {
+        chain += fmt::format("N{} > N{}\nM{} == M{}\n", i, i + 1, i, i + 1);
+    }
+    const Outcome outcome = run({"dims", "--facts", "-"}, chain + "N5000 > N0\nM0 > M5000\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.out, HasSubstr("N4 > N5 (line 9), ... 4990 more ..., N4995 > N4996"));
+    EXPECT_LT(outcome.out.size(), 2000U);
+
+    const std::string mega(1000000, 'x');
+    const std::string texts[] = {std::string("N > 2\0", 6),
+                                 std::string(5000000, 'x'),
+                                 mega + mega + " > 1",
+                                 std::string(100000, '(') + " > 1",
+                                 chain.substr(0, 100) + " ? ? ?",
+                                 [] {
+                                     std::string lines;
+                                     for (int i = 0; i < 100000; ++i) {
+                                         lines += "no fact\n";
+                                     }
+                                     return lines;
+                                 }()};
+    for (const std::string& text : texts) {
+        const Outcome refused = run({"dims", "--facts", "-"}, text);
+        EXPECT_EQ(refused.status, 2) << refused.out;
+        EXPECT_LT(refused.err.size(), 3000U);
+        EXPECT_TRUE(refused.err.starts_with("tvtypes: -:")) << refused.err;
+    }
+    EXPECT_EQ(run({"dims", "--facts", "-"}, mega + " > " + mega + "+1\n").status, 1);
+}
+
+} // namespace
+
+} // namespace tvtool

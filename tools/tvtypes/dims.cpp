@@ -1,0 +1,133 @@
+// tvtypes dims: what the library makes of dimensions that are expressions.
+#include "commands.h"
+#include "dims/fact_file.h"
+#include "dims/sheet.h"
+#include "exclusion.h"
+#include "fmi/remarks.h"
+#include "report/dims_json.h"
+#include "report/dims_text.h"
+#include "report/excerpt.h"
+#include "report/safe_text.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <istream>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace tvtool {
+
+namespace {
+
+struct Options {
+    std::vector<std::string> expressions;
+    std::string file;
+    bool list = false;
+    bool json = false;
+};
+
+constexpr const char* footer =
+    "An expression has whole numbers, names, + - * / and parentheses; [2, N] is a list. One that\n"
+    "begins with a minus goes behind --.\n"
+    "\n"
+    "A file of facts has one a line, stated by the block behind the #, or a question:\n"
+    "  N > 2     # Gain1\n"
+    "  M == 2*N\n"
+    "  M > 4 ?\n"
+    "\n"
+    "  tvtypes dims \"(2*N + 4)/2\" N+2\n"
+    "  tvtypes dims --facts model.facts --list\n"
+    "\n"
+    "Exit status: 0 nothing is wrong, 1 facts contradict each other, 2 a text is no expression or\n"
+    "no fact, the file cannot be read or the call is wrong.";
+
+void showDims(const Options& options, Console& console) {
+    dims::Sheets sheets;
+    for (const std::string& argument : options.expressions) {
+        try {
+            // Without the blank that keeps a list in one piece.
+            sheets.add(argument.substr(argument.starts_with(' ') ? 1 : 0));
+        } catch (const dims::DimsError& error) {
+            console.err << fmt::format(
+                "tvtypes: {}: column {}: {}\n{}", report::safeText(fmi::quoted(error.text)),
+                report::columnOf(error.text, error.position), report::safeText(error.what()),
+                report::excerptAt(error.text, error.position));
+            console.status = ExitUnusable;
+        }
+    }
+    if (options.json) {
+        report::printJson(sheets.all(), console.out);
+    } else {
+        report::printText(sheets.all(), console.colour, console.out);
+    }
+}
+
+void reportFaults(const report::FactReport& report, Console& console) {
+    for (const report::DimsFault& fault : report.faults) {
+        console.err << fmt::format("tvtypes: {}:{}:{}: {}\n{}", report::safeText(report.file),
+                                   fault.line, fault.column, report::safeText(fault.sentence),
+                                   fault.excerpt);
+        console.status = ExitUnusable;
+    }
+    if (report.lastLine != 0) {
+        console.err << fmt::format("tvtypes: {}: nothing is read after line {}\n",
+                                   report::safeText(report.file), report.lastLine);
+    }
+}
+
+void showFacts(const Options& options, Console& console) {
+    try {
+        report::FactReport report =
+            options.file == "-" ? dims::readFacts(console.in) : dims::readFactFile(options.file);
+        report.file = options.file;
+        if (options.json) {
+            report::printJson(report, console.out);
+        } else {
+            report::printText(report, options.list, console.colour, console.out);
+        }
+        console.status = report.objections.empty() ? ExitClean : ExitProblems;
+        reportFaults(report, console);
+    } catch (const fmi::ReadError& error) {
+        reportUnreadable(options.file, error, console);
+    }
+}
+
+} // namespace
+
+void addDims(CLI::App& app, Console& console) {
+    const auto options = std::make_shared<Options>();
+    CLI::App& command = *app.add_subcommand(
+        "dims", "Simplify dimensions that are expressions, and check facts about them");
+    CLI::Option* const expressions =
+        command.add_option("EXPR", options->expressions, "Show what these are, simplified")
+            ->type_name("");
+    CLI::Option* const facts =
+        command
+            .add_option("--facts", options->file,
+                        "State the facts in this file and answer its questions; - is the standard "
+                        "input")
+            ->type_name("FILE");
+    CLI::Option* const list =
+        command.add_flag("--list", options->list, "With --facts: list them, with their blocks");
+    command.add_flag("--json", options->json, "Print one JSON object");
+    command.footer(footer);
+    command.callback([=, &console] {
+        refuseTogether(facts, {expressions});
+        if (options->list && facts->count() == 0) {
+            throw CLI::RequiresError(list->get_name(), facts->get_name());
+        }
+        if (facts->count() == 0 && expressions->count() == 0) {
+            throw CLI::RequiredError("EXPR");
+        }
+        if (facts->count() > 0) {
+            showFacts(*options, console);
+        } else {
+            showDims(*options, console);
+        }
+    });
+}
+
+} // namespace tvtool

@@ -1,0 +1,17 @@
+#include "report/dims.h"
+
+namespace tvtool::report {
+
+const char* nameOf(DimsAnswer::Known known) {
+    switch (known) {
+    case DimsAnswer::Known::Yes:
+        return "yes";
+    case DimsAnswer::Known::No:
+        return "no";
+    case DimsAnswer::Known::Nothing:
+        break;
+    }
+    return "not known";
+}
+
+} // namespace tvtool::report
