@@ -8,11 +8,9 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <ostream>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -31,22 +29,13 @@ bool isList(const std::string& argument) {
 }
 
 /// The arguments, the last one first, as the parser wants them. It would take -inf for options and
-/// [2,N] for two values; a blank before it makes it one value. So it does for all that begins with
-/// a minus behind --.
+/// [2,N] for two values; a blank before it makes it one value.
 std::vector<std::string> argumentsOf(int argc, const char* const* argv) {
     std::vector<std::string> arguments;
-    bool isBehindOptions = false;
-    for (const char* const text : std::span(argv, static_cast<std::size_t>(argc)).subspan(1)) {
-        const std::string argument = text;
-        const bool isMark = argument == "--" && !isBehindOptions;
-        if (!isMark) {
-            const bool isValue = isNegativeNumber(text) || isList(argument) ||
-                                 (isBehindOptions && argument.starts_with('-'));
-            arguments.push_back((isValue ? " " : "") + argument);
-        }
-        isBehindOptions = isBehindOptions || isMark;
+    for (int i = argc - 1; i > 0; --i) {
+        const bool isValue = isNegativeNumber(argv[i]) || isList(argv[i]);
+        arguments.push_back((isValue ? " " : "") + std::string(argv[i]));
     }
-    std::ranges::reverse(arguments);
     return arguments;
 }
 
