@@ -45,6 +45,11 @@ TEST(CommandLine, WrongCallsAreRefusedInOneLine) {
     }
 }
 
+TEST(CommandLine, TakesWhatIsBehindTwoMinusSignsAsItIs) {
+    EXPECT_THAT(run({"inspect", "--", "-x.xml"}).err, testing::HasSubstr(": -x.xml: cannot"));
+    EXPECT_THAT(run({"dims", "N", "--", "-N"}).out, testing::HasSubstr("\n-N\n"));
+}
+
 TEST(CommandLine, OutputThatCannotBeWrittenIsAnError) {
     const std::array<const char*, 3> argv{"tvtypes", "inspect",
                                           TVTYPES_EXAMPLES "/motor_drive.xml"};

@@ -8,10 +8,12 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tvtool {
@@ -28,14 +30,25 @@ bool isList(const std::string& argument) {
     return argument.starts_with('[') && argument.ends_with(']');
 }
 
+/// Whether a command takes any number of texts, and blanks around them do not count.
+bool takesTexts(std::string_view command) { return command == "dims" || command == "unit"; }
+
 /// The arguments, the last one first, as the parser wants them. It would take -inf for options and
-/// [2,N] for two values; a blank before it makes it one value.
+/// [2,N] for two values; a blank before it makes it one value. So it does for texts behind --,
+/// which the parser minds only where a command has had none yet.
 std::vector<std::string> argumentsOf(int argc, const char* const* argv) {
     std::vector<std::string> arguments;
-    for (int i = argc - 1; i > 0; --i) {
-        const bool isValue = isNegativeNumber(argv[i]) || isList(argv[i]);
-        arguments.push_back((isValue ? " " : "") + std::string(argv[i]));
+    bool isBehindMark = false;
+    for (int i = 1; i < argc; ++i) {
+        const bool isMark =
+            takesTexts(argv[1]) && !isBehindMark && argv[i] == std::string_view("--");
+        if (!isMark) {
+            const bool isValue = isBehindMark || isNegativeNumber(argv[i]) || isList(argv[i]);
+            arguments.push_back((isValue ? " " : "") + std::string(argv[i]));
+        }
+        isBehindMark = isBehindMark || isMark;
     }
+    std::reverse(arguments.begin(), arguments.end());
     return arguments;
 }
 
