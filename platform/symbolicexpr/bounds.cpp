@@ -132,6 +132,15 @@ bool mayMultiply(const Polynomial& a, const Polynomial& b) {
            count * (bitsOfLargest(a) + bitsOfLargest(b)) <= maximumBits;
 }
 
+bool mayDivide(const Polynomial& a, const Polynomial& b) {
+    // The time grows with a power of the degree for each name.
+    constexpr std::size_t maximumDegree = 512;
+    constexpr std::size_t maximumDegreeOfOne = std::size_t(1) << 18;
+    const std::size_t degree =
+        std::max(a.terms().front().monomial.degree, b.terms().front().monomial.degree);
+    return degree <= maximumDegree || (degree <= maximumDegreeOfOne && countNames(a, b) == 1);
+}
+
 bool mayRaise(const Polynomial& base, std::uint32_t exponent) {
     if (base.isZero()) {
         return true;

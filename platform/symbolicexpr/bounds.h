@@ -20,6 +20,9 @@ bool hold(const Fraction& fraction);
 /// Whether the product may be one to be written out, and takes little to be computed.
 bool mayMultiply(const Polynomial& a, const Polynomial& b);
 
+/// Whether a common divisor of the two takes little to be found.
+bool mayDivide(const Polynomial& a, const Polynomial& b);
+
 /// Whether any power with this exponent of so many terms is small. The exponent is at least 1.
 bool mayRaise(const Polynomial& base, std::uint32_t exponent);
 

@@ -3,6 +3,7 @@
 #include "bounds.h"
 #include "flint.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace TV {
@@ -67,8 +68,9 @@ Term commonTerm(const Term& term, const Polynomial& polynomial, const Names& nam
     return common;
 }
 
-/// Divides both by their greatest common divisor, and gives it. `b` is not zero.
-Polynomial reduce(Polynomial& a, Polynomial& b, const Names& names) {
+/// Divides both by their greatest common divisor, and gives it. `b` is not zero. None, with both as
+/// they were, if it takes too long to find; it is found if one of them is a term.
+std::optional<Polynomial> reduce(Polynomial& a, Polynomial& b, const Names& names) {
     if (b.isOne()) {
         return Integer(1);
     }
@@ -76,7 +78,8 @@ Polynomial reduce(Polynomial& a, Polynomial& b, const Names& names) {
         return std::exchange(b, Integer(1));
     }
     if (a.terms().size() > 1 && b.terms().size() > 1) {
-        return takeCommonDivisor(a, b, names);
+        return bounds::mayDivide(a, b) ? std::optional(takeCommonDivisor(a, b, names))
+                                       : std::nullopt;
     }
     const bool isFirst = a.terms().size() == 1;
     const Term common = commonTerm((isFirst ? a : b).terms().front(), isFirst ? b : a, names);
@@ -119,14 +122,31 @@ std::optional<Fraction> combined(std::vector<Fraction> items, const CombineTwo& 
                : std::nullopt;
 }
 
-/// The sum of those fractions whose denominators are numbers.
-Fraction sumOverNumbers(const std::vector<Multiple>& addends, const Names& names) {
+/// The common denominator of those fractions whose denominators are numbers. None if with it the
+/// numbers would be beyond all bounds, although those of the sum need not be.
+std::optional<Integer> commonDenominator(const std::vector<Multiple>& addends) {
     Integer denominator = 1;
+    std::size_t terms = 0;
+    std::size_t bitsOfTimes = 0;
     for (const Multiple& addend : addends) {
-        if (addend.fraction->denominator.isConstant() && !addend.fraction->denominator.isOne()) {
-            denominator = leastCommonMultiple(denominator, addend.fraction->denominator.constant());
+        const Polynomial& own = addend.fraction->denominator;
+        if (own.isConstant()) {
+            if (!own.isOne()) {
+                denominator = leastCommonMultiple(denominator, own.constant());
+            }
+            terms += addend.fraction->numerator.terms().size();
+            bitsOfTimes = std::max(bitsOfTimes, addend.times.bits());
+            if (terms * (denominator.bits() + bitsOfTimes) > bounds::maximumBits) {
+                return std::nullopt;
+            }
         }
     }
+    return denominator;
+}
+
+/// The sum of those fractions whose denominators are numbers.
+Fraction sumOverNumbers(const std::vector<Multiple>& addends, const Integer& denominator,
+                        const Names& names) {
     std::vector<Polynomial> numerators;
     numerators.reserve(addends.size());
     for (const Multiple& addend : addends) {
@@ -148,10 +168,21 @@ Fraction sumOverNumbers(const std::vector<Multiple>& addends, const Names& names
             a = add(std::move(a), std::move(b), names);
             return true;
         });
-        result = {std::move(numerators.front()), std::move(denominator)};
+        result = {std::move(numerators.front()), denominator};
         reduce(result.numerator, result.denominator, names);
     }
     return result;
+}
+
+std::optional<Fraction> multiplied(const Multiple& addend, const Names& names) {
+    if (addend.times.bits() * addend.fraction->numerator.terms().size() > bounds::maximumBits) {
+        return std::nullopt;
+    }
+    Fraction fraction = *addend.fraction;
+    Polynomial times = addend.times;
+    reduce(times, fraction.denominator, names);
+    fraction.numerator.multiplyBy(times.constant());
+    return fraction;
 }
 
 std::optional<Fraction> sumOfTwo(const Fraction& a, const Fraction& b, const Names& names) {
@@ -159,7 +190,10 @@ std::optional<Fraction> sumOfTwo(const Fraction& a, const Fraction& b, const Nam
     // common with the numerator.
     Polynomial left = a.denominator;
     Polynomial right = b.denominator;
-    Polynomial common = reduce(left, right, names);
+    auto common = reduce(left, right, names);
+    if (!common) {
+        return std::nullopt;
+    }
     const auto first = boundedProduct(a.numerator, right, names);
     const auto second = boundedProduct(b.numerator, left, names);
     const auto distinct = boundedProduct(left, right, names);
@@ -167,8 +201,10 @@ std::optional<Fraction> sumOfTwo(const Fraction& a, const Fraction& b, const Nam
         return std::nullopt;
     }
     Polynomial numerator = add(*first, *second, names);
-    reduce(numerator, common, names);
-    auto denominator = boundedProduct(*distinct, common, names);
+    if (!reduce(numerator, *common, names)) {
+        return std::nullopt;
+    }
+    auto denominator = boundedProduct(*distinct, *common, names);
     if (!denominator) {
         return std::nullopt;
     }
@@ -201,8 +237,10 @@ std::optional<Fraction> productOfTwo(const Fraction& a, const Fraction& b, const
     }
     Fraction left = a;
     Fraction right = b;
-    reduce(left.numerator, right.denominator, names);
-    reduce(right.numerator, left.denominator, names);
+    if (!reduce(left.numerator, right.denominator, names) ||
+        !reduce(right.numerator, left.denominator, names)) {
+        return std::nullopt;
+    }
     auto numerator = boundedProduct(left.numerator, right.numerator, names);
     auto denominator = boundedProduct(left.denominator, right.denominator, names);
     if (!numerator || !denominator) {
@@ -214,34 +252,34 @@ std::optional<Fraction> productOfTwo(const Fraction& a, const Fraction& b, const
 } // namespace
 
 std::optional<Fraction> sum(const std::vector<Multiple>& addends, const Names& names) {
+    const auto denominator = commonDenominator(addends);
     std::vector<Fraction> others;
     for (const Multiple& addend : addends) {
-        if (!addend.fraction->denominator.isConstant() && !addend.times.isZero()) {
-            others.push_back(*addend.fraction);
-            others.back().numerator.multiplyBy(addend.times);
-            reduce(others.back().numerator, others.back().denominator, names);
+        const bool isOverNumber = denominator && addend.fraction->denominator.isConstant();
+        if (!isOverNumber && !addend.times.isZero()) {
+            auto other = multiplied(addend, names);
+            if (!other) {
+                return std::nullopt;
+            }
+            others.push_back(std::move(*other));
         }
     }
-    if (others.empty()) {
-        return sumOverNumbers(addends, names);
+    if (denominator || others.empty()) {
+        others.push_back(denominator ? sumOverNumbers(addends, *denominator, names) : Fraction());
     }
-    others.push_back(sumOverNumbers(addends, names));
     return combined(std::move(others),
                     [&](const Fraction& a, const Fraction& b) { return sumOfTwo(a, b, names); });
 }
 
 std::optional<Fraction> product(const std::vector<Multiple>& factors, const Names& names) {
     std::vector<Fraction> powers;
-    powers.reserve(factors.size() + 1);
+    powers.reserve(factors.size());
     for (const Multiple& factor : factors) {
         auto raised = power(*factor.fraction, factor.times, names);
         if (!raised) {
             return std::nullopt;
         }
         powers.push_back(std::move(*raised));
-    }
-    if (powers.empty()) {
-        powers.push_back({Integer(1)});
     }
     return combined(std::move(powers), [&](const Fraction& a, const Fraction& b) {
         return productOfTwo(a, b, names);

@@ -23,7 +23,7 @@ struct Multiple {
 };
 
 /// Results have no value where they would be beyond all bounds; the quotient also if the divisor is
-/// zero. Of nothing the sum is 0 and the product 1.
+/// zero. There is at least one factor.
 std::optional<Fraction> sum(const std::vector<Multiple>& addends, const Names& names);
 std::optional<Fraction> product(const std::vector<Multiple>& factors, const Names& names);
 std::optional<Fraction> quotient(const Fraction& a, const Fraction& b, const Names& names);

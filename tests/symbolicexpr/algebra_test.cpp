@@ -221,6 +221,10 @@ TEST_F(SymbolicAlgebra, StopsWhereFormsAreBeyondAllBounds) {
         }
         return text + ")";
     };
+    const auto power = [](const char* base) {
+        return repeated(
+            100'000, [&](int) { return base; }, '*');
+    };
     const auto fraction = [&](int i) { return "1/" + name(i); };
     const struct {
         std::string text;
@@ -246,6 +250,15 @@ TEST_F(SymbolicAlgebra, StopsWhereFormsAreBeyondAllBounds) {
          true},
         {repeated(50'000, name, '*'), true},
         {repeated(3'000, fraction, '+'), false},
+        // Over one denominator each of the numbers would be as long as all together.
+        {repeated(
+             20'000, [&](int i) { return name(i) + "/" + std::to_string(1'000'003 + 2 * i); }, '+'),
+         false},
+        {repeated(
+             3'000, [](int i) { return "N/" + std::to_string(1'000'003 + 2 * i); }, '+'),
+         true},
+        {"(z+1)*(" + power("x") + "+y)/((z-1)*(" + power("x") + "+y))", false},
+        {"(" + power("x") + "*x-x)/(" + power("x") + "-1)", true},
         {std::string(500'000, '7') + "*" + std::string(500'000, '3') + "*N", true},
         {"(x-1)*(y-1)*(z-1)*" + repeated(3, geometric, '*'), true}, // (x^16-1)*...
     };

@@ -20,7 +20,8 @@ namespace TV {
 /// Entries of lists and sides of relations are simplified each on its own. An expression stays as
 /// it is where it divides by what is identically zero, where a list or a relation stands inside
 /// arithmetic, and where multiplying out gives more than 4,096 terms or a form beyond all bounds
-/// (2^20 factors, 2^22 bits of numbers).
+/// (2^20 factors, 2^22 bits of numbers). So it does where a common factor would have to be found in
+/// polynomials of a degree over 512 in several names.
 class TV_PLATFORM_API SymbolicExprSimplify {
   public:
     /// The effort is for simplifiers that need many passes; this one needs one.
