@@ -4,6 +4,7 @@
 
 #include <fnd/export.h>
 
+#include <cstddef>
 #include <string>
 
 /// The fewest digits that read back as the same double: in fixed notation for 0 and for
@@ -14,3 +15,10 @@ TV_PLATFORM_API std::string tvsv_dtoa(double x, bool plusSign);
 
 /// The same as tvsv_dtoa(x, false): a text that the host reads back as the same double.
 TV_PLATFORM_API std::string tvsv_dtoa_fitools(double x);
+
+/// No text of tvsv_dtoa_fitools is longer.
+constexpr std::size_t tvsvLongestNumberText = 24;
+
+/// Writes the text of tvsv_dtoa_fitools into memory for at least tvsvLongestNumberText characters,
+/// without a zero behind it, and returns its end.
+TV_PLATFORM_API char* tvsv_dtoa_into(char* text, double x);
