@@ -3,6 +3,10 @@
 #include <tvtypes/datatypetable.h>
 #include <tvtypes/elementaccess.h>
 #include <tvtypes/fixedpoint.h>
+#include <tvtypes/fixedpoint/cache.h>
+#include <tvtypes/fixedpoint/constructor.h>
+#include <tvtypes/fixedpoint/identifier.h>
+#include <tvtypes/fixedpoint/properties.h>
 #include <tvtypes/functions.h>
 #include <tvtypes/structdatatype.h>
 #include <tvtypes/symbolicdims.h>

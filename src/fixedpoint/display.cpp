@@ -1,5 +1,5 @@
 // Records written out for people.
-#include <tvtypes/fixedpoint.h>
+#include <tvtypes/fixedpoint/properties.h>
 
 #include <cstdio>
 

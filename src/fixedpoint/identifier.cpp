@@ -1,37 +1,78 @@
 // The canonical name of a record, in the form that the data type table recognises.
-#include "services/number_text.h"
+#include "fixedpoint/scaling.h"
+#include "fixedpoint/short_text.h"
 
-#include <tvtypes/fixedpoint.h>
-
-#include <boost/lexical_cast.hpp>
-
-#include <algorithm>
-#include <cmath>
+#include <tvtypes/fixedpoint/cache.h>
+#include <tvtypes/fixedpoint/identifier.h>
 
 namespace {
 
+using TVTypeSys::ShortText;
+using TVTypeSys::slopeIsNormal;
+using TVTypeSys::totalSlope;
+
 const std::string separator = "_";
-
-/// Whether a factor and this exponent together make a slope that is a normal double.
-bool slopeIsNormal(int fixedExponent) { return fixedExponent >= -1022 && fixedExponent <= 1023; }
-
-double totalSlope(const fxpDataTypeProp& record) {
-    return std::ldexp(record.SlopeAdjustmentFactor, record.FixedExponent);
-}
 
 bool isBuiltInInteger(const fxpDataTypeProp& record) {
     return record.FixedExponent == 0 && record.SlopeAdjustmentFactor == 1.0 && record.Bias == 0.0 &&
            (record.WordLength == 8 || record.WordLength == 16 || record.WordLength == 32);
 }
 
+void appendPart(ShortText& name, double value, char letter) {
+    name.append(separator);
+    name.append({&letter, 1});
+    name.appendIdentifierNumber(value);
+}
+
+void appendExponent(ShortText& name, const fxpDataTypeProp& record) {
+    const std::int64_t exponent = record.FixedExponent;
+    if (exponent != 0) {
+        name.append(separator);
+        name.append(exponent < 0 ? "En" : "E");
+        name.appendInteger(exponent < 0 ? -exponent : exponent);
+    }
+}
+
+void appendSlope(ShortText& name, const fxpDataTypeProp& record) {
+    const double slope = totalSlope(record);
+    if (slope != 1.0) {
+        appendPart(name, slope, 'S');
+    }
+}
+
+void appendFactor(ShortText& name, const fxpDataTypeProp& record) {
+    if (record.SlopeAdjustmentFactor != 1.0) {
+        appendPart(name, record.SlopeAdjustmentFactor, 'F');
+    }
+}
+
+void appendBias(ShortText& name, const fxpDataTypeProp& record) {
+    if (record.Bias != 0.0) {
+        appendPart(name, record.Bias, 'B');
+    }
+}
+
+std::string textOf(void (*append)(ShortText&, const fxpDataTypeProp&),
+                   const fxpDataTypeProp& record) {
+    ShortText text;
+    append(text, record);
+    return text.str();
+}
+
 } // namespace
+
+const std::string& fxpDataTypeToIdentifierString(const fxpDataTypeProp* record) {
+    return fxpDataTypeCacheFind(*record).getFxpDataTypeToIdentifierString();
+}
 
 std::string fxpDataTypeToIdentifierString_NoCache(const fxpDataTypeProp* record) {
     switch (record->DataTypeMode) {
     case FXP_DT_FIXPT:
         if (isBuiltInInteger(*record)) {
-            return (record->Signedness == 1 ? "int" : "uint") +
-                   boost::lexical_cast<std::string>(record->WordLength);
+            ShortText name;
+            name.append(record->Signedness == 1 ? "int" : "uint");
+            name.appendInteger(record->WordLength);
+            return name.str();
         }
         return fxpDataTypeToIdentifierStringTrueFixPt(record);
     case FXP_DT_SCALED_DOUBLE:
@@ -47,62 +88,48 @@ std::string fxpDataTypeToIdentifierString_NoCache(const fxpDataTypeProp* record)
 }
 
 std::string fxpDataTypeToIdentifierStringTrueFixPt(const fxpDataTypeProp* record) {
+    ShortText name;
     const bool isSigned = record->Signedness == 1;
-    std::string name = record->DataTypeMode == FXP_DT_SCALED_DOUBLE ? (isSigned ? "flts" : "fltu")
-                                                                    : (isSigned ? "sfix" : "ufix");
-    name += boost::lexical_cast<std::string>(record->WordLength);
+    name.append(record->DataTypeMode == FXP_DT_SCALED_DOUBLE ? (isSigned ? "flts" : "fltu")
+                                                             : (isSigned ? "sfix" : "ufix"));
+    name.appendInteger(record->WordLength);
     if (record->SlopeAdjustmentFactor == 1.0) {
-        name += getStringForFixedExponentComponent(record);
-    } else if (slopeIsNormal(record->FixedExponent)) {
-        name += getStringForSlopeComponent(record);
+        appendExponent(name, *record);
+    } else if (slopeIsNormal(*record)) {
+        appendSlope(name, *record);
     } else {
-        name += getStringForSlopeAdjustmentComponent(record);
-        name += getStringForFixedExponentComponent(record);
+        appendFactor(name, *record);
+        appendExponent(name, *record);
     }
-    return name + getStringForBiasComponent(record);
+    appendBias(name, *record);
+    return name.str();
 }
 
 std::string getStringForFixedExponentComponent(const fxpDataTypeProp* record) {
-    const std::int64_t exponent = record->FixedExponent;
-    if (exponent == 0) {
-        return {};
-    }
-    return separator + (exponent < 0 ? "En" : "E") +
-           boost::lexical_cast<std::string>(exponent < 0 ? -exponent : exponent);
+    return textOf(appendExponent, *record);
 }
 
 std::string getStringForSlopeComponent(const fxpDataTypeProp* record) {
-    const double slope = totalSlope(*record);
-    return slope == 1.0 ? std::string() : getPartOfDataTypeStr(slope, 'S');
+    return textOf(appendSlope, *record);
 }
 
 std::string getStringForSlopeAdjustmentComponent(const fxpDataTypeProp* record) {
-    const double factor = record->SlopeAdjustmentFactor;
-    return factor == 1.0 ? std::string() : getPartOfDataTypeStr(factor, 'F');
+    return textOf(appendFactor, *record);
 }
 
 std::string getStringForBiasComponent(const fxpDataTypeProp* record) {
-    return record->Bias == 0.0 ? std::string() : getPartOfDataTypeStr(record->Bias, 'B');
+    return textOf(appendBias, *record);
 }
 
 std::string getPartOfDataTypeStr(double value, char letter) {
-    return separator + letter + numStrToIdentifierStr(TVTypeSys::decimalText(value));
+    ShortText part;
+    appendPart(part, value, letter);
+    return part.str();
 }
 
 std::string numStrToIdentifierStr(std::string text) {
-    strrep(text, ".", "p");
-    strrep(text, "+", "");
-    strrep(text, "-", "n");
-    strrep(text, "E", "e");
-    if (text.size() >= 2 && text.ends_with("p0")) {
-        text.erase(text.size() - 2);
-    }
-    if (text.size() >= 2 && text.starts_with("0p")) {
-        text.erase(0, 1);
-    }
-    if (text.size() >= 3 && text.starts_with("n0p")) {
-        text.erase(1, 1);
-    }
+    char* const end = TVTypeSys::rewriteForIdentifier(text.data(), text.data() + text.size());
+    text.resize(static_cast<std::size_t>(end - text.data()));
     return text;
 }
 

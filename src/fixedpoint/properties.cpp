@@ -1,5 +1,5 @@
 // Which values make a valid record, and the order of records.
-#include <tvtypes/fixedpoint.h>
+#include <tvtypes/fixedpoint/properties.h>
 
 #include <cmath>
 

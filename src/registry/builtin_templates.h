@@ -3,7 +3,7 @@
 #pragma once
 
 #include <tvtypes/datatype.h>
-#include <tvtypes/fixedpoint.h>
+#include <tvtypes/fixedpoint/properties.h>
 
 namespace TVTypeSys {
 

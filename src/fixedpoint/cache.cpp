@@ -1,0 +1,80 @@
+// The texts of every record that the process has asked for.
+#include <tvtypes/fixedpoint/cache.h>
+#include <tvtypes/fixedpoint/identifier.h>
+
+namespace {
+
+constexpr std::size_t initialBuckets = 11;
+
+std::uint64_t signExtended(std::int32_t value) { return static_cast<std::uint64_t>(value); }
+
+std::uint64_t combined(std::uint64_t seed, std::uint64_t value) {
+    return seed ^ (value + 0x9e3779b9U + (seed << 6) + (seed >> 2));
+}
+
+} // namespace
+
+std::uint64_t fxdt_ihash::operator()(const fxpDataTypeProp& record) const {
+    std::uint64_t seed = 0;
+    seed = combined(seed, signExtended(record.DataTypeMode));
+    seed = combined(seed, record.Signedness);
+    seed = combined(seed, static_cast<std::uint32_t>(record.WordLength));
+    seed = combined(seed, signExtended(record.FixedExponent));
+    return combined(seed, signExtended(record.DataTypeOverrideState));
+}
+
+fxdt_isequal_to fxdt_isequal_to::withEqualHash() {
+    fxdt_isequal_to equality;
+    equality.comparesOverrideState_ = true;
+    return equality;
+}
+
+bool fxdt_isequal_to::operator()(const fxpDataTypeProp& a, const fxpDataTypeProp& b) const {
+    return a.DataTypeMode == b.DataTypeMode && a.Signedness == b.Signedness &&
+           a.WordLength == b.WordLength && a.FixedExponent == b.FixedExponent &&
+           (!comparesOverrideState_ || a.DataTypeOverrideState == b.DataTypeOverrideState) &&
+           a.SlopeAdjustmentFactor == b.SlopeAdjustmentFactor && a.Bias == b.Bias;
+}
+
+// The table keeps no hashes, and so asks whether two records of one bucket are equal where their
+// hashes are not: those that differ in the override state alone.
+decltype(dtCacheHash) dtCacheHash(initialBuckets, fxdt_ihash(), fxdt_isequal_to::withEqualHash());
+
+decltype(dtCacheMap) dtCacheMap;
+
+fxpDataTypeCachedStrings::fxpDataTypeCachedStrings(const fxpDataTypeProp& record)
+    : record_(record) {}
+
+const fxpDataTypeProp& fxpDataTypeCachedStrings::record() const { return record_; }
+
+const std::string& fxpDataTypeCachedStrings::getFxpDataTypeToIdentifierString() const {
+    if (identifier_.empty()) {
+        identifier_ = fxpDataTypeToIdentifierString_NoCache(&record_);
+    }
+    return identifier_;
+}
+
+const std::string&
+fxpDataTypeCachedStrings::getCtorForOndrixEval(FxpDT::baseCtorPrefer base,
+                                               FxpDT::scalingRepPrefer scaling) const {
+    const int scalingIndex = scaling == 0 ? 0 : scaling == 1 ? 1 : 2;
+    std::string& text = constructors_[2 * scalingIndex + (base == 0 ? 0 : 1)];
+    if (text.empty()) {
+        text = fxpDataTypeToConstructorString_NoCache(record_, base, scaling);
+    }
+    return text;
+}
+
+fxpDataTypeCachedStrings& fxpDataTypeCacheFind(const fxpDataTypeProp& record) {
+    return record.SlopeAdjustmentFactor == 1.0 && record.Bias == 0.0
+               ? fxpDataTypeCacheFindHash(record)
+               : fxpDataTypeCacheFindMap(record);
+}
+
+fxpDataTypeCachedStrings& fxpDataTypeCacheFindHash(const fxpDataTypeProp& record) {
+    return dtCacheHash.try_emplace(record, record).first->second;
+}
+
+fxpDataTypeCachedStrings& fxpDataTypeCacheFindMap(const fxpDataTypeProp& record) {
+    return dtCacheMap.try_emplace(record, record).first->second;
+}

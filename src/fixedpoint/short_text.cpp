@@ -1,0 +1,47 @@
+#include "fixedpoint/short_text.h"
+
+#include "services/number_text.h"
+
+#include <boost/lexical_cast.hpp>
+
+#include <algorithm>
+#include <array>
+
+namespace TVTypeSys {
+
+void ShortText::appendInteger(std::int64_t value) {
+    // Every digit may have a separator before it.
+    append(boost::lexical_cast<std::array<char, 48>>(value).data());
+}
+
+void ShortText::appendNumber(double value) {
+    char number[longestDecimalText];
+    append({number, writeDecimalText(number, value)});
+}
+
+void ShortText::appendIdentifierNumber(double value) {
+    char number[longestDecimalText];
+    append({number, rewriteForIdentifier(number, writeDecimalText(number, value))});
+}
+
+char* rewriteForIdentifier(char* begin, char* end) {
+    const auto startsWith = [&](std::string_view text) {
+        return std::string_view(begin, end).starts_with(text);
+    };
+    end = std::remove(begin, end, '+');
+    std::replace(begin, end, '.', 'p');
+    std::replace(begin, end, '-', 'n');
+    std::replace(begin, end, 'E', 'e');
+    if (std::string_view(begin, end).ends_with("p0")) {
+        end -= 2;
+    }
+    if (startsWith("0p")) {
+        end = std::move(begin + 1, end, begin);
+    }
+    if (startsWith("n0p")) {
+        end = std::move(begin + 2, end, begin + 1);
+    }
+    return end;
+}
+
+} // namespace TVTypeSys
