@@ -2,6 +2,8 @@
 #include <tvtypes/fixedpoint/cache.h>
 #include <tvtypes/fixedpoint/identifier.h>
 
+#include <algorithm>
+
 namespace {
 
 constexpr std::size_t initialBuckets = 11;
@@ -57,8 +59,9 @@ const std::string& fxpDataTypeCachedStrings::getFxpDataTypeToIdentifierString() 
 const std::string&
 fxpDataTypeCachedStrings::getCtorForOndrixEval(FxpDT::baseCtorPrefer base,
                                                FxpDT::scalingRepPrefer scaling) const {
-    const int scalingIndex = scaling == 0 ? 0 : scaling == 1 ? 1 : 2;
-    std::string& text = constructors_[2 * scalingIndex + (base == 0 ? 0 : 1)];
+    const std::uint32_t scalingIndex = std::min(static_cast<std::uint32_t>(scaling), 2U);
+    std::string& text =
+        constructors_[2 * scalingIndex + (base == FxpDT::PreferNumericType ? 0 : 1)];
     if (text.empty()) {
         text = fxpDataTypeToConstructorString_NoCache(record_, base, scaling);
     }
@@ -72,9 +75,22 @@ fxpDataTypeCachedStrings& fxpDataTypeCacheFind(const fxpDataTypeProp& record) {
 }
 
 fxpDataTypeCachedStrings& fxpDataTypeCacheFindHash(const fxpDataTypeProp& record) {
-    return dtCacheHash.try_emplace(record, record).first->second;
+    // Nearly all are there, and a lookup that inserts nothing takes less time.
+    const auto found = dtCacheHash.find(record);
+    return found != dtCacheHash.end() ? found->second
+                                      : dtCacheHash.try_emplace(record, record).first->second;
 }
 
 fxpDataTypeCachedStrings& fxpDataTypeCacheFindMap(const fxpDataTypeProp& record) {
     return dtCacheMap.try_emplace(record, record).first->second;
+}
+
+const std::string& fxpDataTypeToIdentifierString(const fxpDataTypeProp* record) {
+    return fxpDataTypeCacheFind(*record).getFxpDataTypeToIdentifierString();
+}
+
+const std::string& fxpDataTypeToConstructorString(const fxpDataTypeProp& record,
+                                                  FxpDT::baseCtorPrefer base,
+                                                  FxpDT::scalingRepPrefer scaling) {
+    return fxpDataTypeCacheFind(record).getCtorForOndrixEval(base, scaling);
 }

@@ -3,7 +3,6 @@
 #include "fixedpoint/short_text.h"
 #include "services/number_text.h"
 
-#include <tvtypes/fixedpoint/cache.h>
 #include <tvtypes/fixedpoint/constructor.h>
 
 namespace {
@@ -92,12 +91,6 @@ std::string integerText(std::int64_t value) {
 }
 
 } // namespace
-
-const std::string& fxpDataTypeToConstructorString(const fxpDataTypeProp& record,
-                                                  FxpDT::baseCtorPrefer base,
-                                                  FxpDT::scalingRepPrefer scaling) {
-    return fxpDataTypeCacheFind(record).getCtorForOndrixEval(base, scaling);
-}
 
 std::string fxpDataTypeToConstructorString_NoCache(const fxpDataTypeProp& record,
                                                    FxpDT::baseCtorPrefer base,

@@ -2,7 +2,6 @@
 #include "fixedpoint/scaling.h"
 #include "fixedpoint/short_text.h"
 
-#include <tvtypes/fixedpoint/cache.h>
 #include <tvtypes/fixedpoint/identifier.h>
 
 namespace {
@@ -60,10 +59,6 @@ std::string textOf(void (*append)(ShortText&, const fxpDataTypeProp&),
 }
 
 } // namespace
-
-const std::string& fxpDataTypeToIdentifierString(const fxpDataTypeProp* record) {
-    return fxpDataTypeCacheFind(*record).getFxpDataTypeToIdentifierString();
-}
 
 std::string fxpDataTypeToIdentifierString_NoCache(const fxpDataTypeProp* record) {
     switch (record->DataTypeMode) {

@@ -1,0 +1,179 @@
+// Texts of numeric types: from the cache, beside a plain hash table with the same keys in the same
+// run, and made anew, beside a formatting library.
+#include <tvtypes/fixedpoint.h>
+
+#include <benchmark/benchmark.h>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <new>
+#include <random>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace {
+
+std::int64_t allocations = 0;
+
+} // namespace
+
+void* operator new(std::size_t size) {
+    ++allocations;
+    if (void* const memory = std::malloc(size)) {
+        return memory;
+    }
+    throw std::bad_alloc();
+}
+
+void operator delete(void* memory) noexcept { std::free(memory); }
+
+void operator delete(void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
+
+namespace {
+
+using Records = std::vector<fxpDataTypeProp>;
+
+/// Different plain records in no order: signed and unsigned, 1 to 64 bits, exponents of -40 to 40.
+Records binaryPointRecords(std::size_t count) {
+    Records records;
+    for (int exponent = -40; exponent <= 40; ++exponent) {
+        for (int wordLength = 1; wordLength <= 64; ++wordLength) {
+            for (const std::uint32_t signedness : {0U, 1U}) {
+                records.push_back({FXP_DT_FIXPT, signedness, wordLength, exponent, 1.0, 0.0, 0});
+            }
+        }
+    }
+    std::shuffle(records.begin(), records.end(), std::mt19937(3));
+    records.resize(count);
+    return records;
+}
+
+Records slopeAndBiasRecords(std::size_t count) {
+    std::mt19937_64 random(5);
+    std::uniform_real_distribution<double> fraction(0.0, 1.0);
+    Records records = binaryPointRecords(count);
+    for (fxpDataTypeProp& record : records) {
+        record.SlopeAdjustmentFactor = 1.0 + fraction(random);
+        record.Bias = fraction(random);
+    }
+    return records;
+}
+
+/// The fields one after another, with the arithmetic of the cache's hash, open to the compiler.
+struct PlainHash {
+    std::size_t operator()(const fxpDataTypeProp& record) const {
+        std::size_t seed = 0;
+        const auto combine = [&](std::size_t value) {
+            seed ^= value + 0x9e3779b9U + (seed << 6) + (seed >> 2);
+        };
+        combine(static_cast<std::size_t>(record.DataTypeMode));
+        combine(record.Signedness);
+        combine(static_cast<std::uint32_t>(record.WordLength));
+        combine(static_cast<std::size_t>(record.FixedExponent));
+        combine(static_cast<std::size_t>(record.DataTypeOverrideState));
+        return seed;
+    }
+};
+
+struct PlainEqual {
+    bool operator()(const fxpDataTypeProp& a, const fxpDataTypeProp& b) const {
+        return a.DataTypeMode == b.DataTypeMode && a.Signedness == b.Signedness &&
+               a.WordLength == b.WordLength && a.FixedExponent == b.FixedExponent &&
+               a.SlopeAdjustmentFactor == b.SlopeAdjustmentFactor && a.Bias == b.Bias &&
+               a.DataTypeOverrideState == b.DataTypeOverrideState;
+    }
+};
+
+using PlainTable = std::unordered_map<fxpDataTypeProp, std::string, PlainHash, PlainEqual>;
+
+/// Times a request for each of the records in turn.
+template <class Request>
+void timeRequests(benchmark::State& state, const Records& records, Request request) {
+    for (const fxpDataTypeProp& record : records) {
+        benchmark::DoNotOptimize(request(record));
+    }
+    const std::int64_t before = allocations;
+    std::size_t next = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(request(records[next]));
+        next = next + 1 == records.size() ? 0 : next + 1;
+    }
+    state.counters["allocations"] = benchmark::Counter(static_cast<double>(allocations - before),
+                                                       benchmark::Counter::kAvgIterations);
+}
+
+void plainTable(benchmark::State& state) {
+    const Records records = binaryPointRecords(static_cast<std::size_t>(state.range(0)));
+    PlainTable table;
+    for (const fxpDataTypeProp& record : records) {
+        table.emplace(record, fxpDataTypeToIdentifierString_NoCache(&record));
+    }
+    timeRequests(state, records,
+                 [&](const fxpDataTypeProp& record) { return &table.find(record)->second; });
+}
+
+const std::string* identifierOf(const fxpDataTypeProp& record) {
+    return &fxpDataTypeToIdentifierString(&record);
+}
+
+const std::string* constructorOf(const fxpDataTypeProp& record) {
+    return &fxpDataTypeToConstructorString(record, FxpDT::PreferFixdt, FxpDT::PreferFractionLength);
+}
+
+void cachedIdentifier(benchmark::State& state) {
+    timeRequests(state, binaryPointRecords(static_cast<std::size_t>(state.range(0))), identifierOf);
+}
+
+void cachedConstructor(benchmark::State& state) {
+    timeRequests(state, binaryPointRecords(static_cast<std::size_t>(state.range(0))),
+                 constructorOf);
+}
+
+void cachedSlopeAndBias(benchmark::State& state) {
+    timeRequests(state, slopeAndBiasRecords(static_cast<std::size_t>(state.range(0))),
+                 constructorOf);
+}
+
+constexpr std::size_t formatted = 1000;
+
+Records recordsToFormat(const benchmark::State& state) {
+    return state.range(0) == 0 ? binaryPointRecords(formatted) : slopeAndBiasRecords(formatted);
+}
+
+void newIdentifier(benchmark::State& state) {
+    timeRequests(state, recordsToFormat(state), [](const fxpDataTypeProp& record) {
+        return fxpDataTypeToIdentifierString_NoCache(&record);
+    });
+}
+
+void newConstructor(benchmark::State& state) {
+    timeRequests(state, recordsToFormat(state), [](const fxpDataTypeProp& record) {
+        return fxpDataTypeToConstructorString_NoCache(record, FxpDT::PreferFixdt,
+                                                      FxpDT::PreferFractionLength);
+    });
+}
+
+/// The same constructor strings but for the spelling of large and small numbers.
+void fmtConstructor(benchmark::State& state) {
+    timeRequests(state, recordsToFormat(state), [](const fxpDataTypeProp& record) {
+        return record.Bias == 0.0 && record.SlopeAdjustmentFactor == 1.0
+                   ? fmt::format("fixdt({},{},{})", record.Signedness, record.WordLength,
+                                 -record.FixedExponent)
+                   : fmt::format("fixdt({},{},{},{})", record.Signedness, record.WordLength,
+                                 std::ldexp(record.SlopeAdjustmentFactor, record.FixedExponent),
+                                 record.Bias);
+    });
+}
+
+} // namespace
+
+BENCHMARK(plainTable)->Arg(1)->Arg(100)->Arg(10000);
+BENCHMARK(cachedIdentifier)->Arg(1)->Arg(100)->Arg(10000);
+BENCHMARK(cachedConstructor)->Arg(1)->Arg(100)->Arg(10000);
+BENCHMARK(cachedSlopeAndBias)->Arg(1)->Arg(100)->Arg(10000);
+BENCHMARK(newIdentifier)->ArgName("scaled")->Arg(0)->Arg(1);
+BENCHMARK(newConstructor)->ArgName("scaled")->Arg(0)->Arg(1);
+BENCHMARK(fmtConstructor)->ArgName("scaled")->Arg(0)->Arg(1);
