@@ -14,8 +14,8 @@ int main() {
 
     // A fixed-point type is known by its name; the record says the same in numbers.
     const fxpDataTypeProp angle{FXP_DT_FIXPT, 1, 16, -12, 1.0, 0.0, 0};
-    const int angleId = table.registerDataType(
-        fxpDataTypeToIdentifierString_NoCache(&angle).c_str(), fromModel, "vehicle/steering");
+    const int angleId = table.registerDataType(fxpDataTypeToIdentifierString(&angle).c_str(),
+                                               fromModel, "vehicle/steering");
     TVTypeSys::DataType& type = *table.getDataTypeAt(static_cast<std::size_t>(angleId) + 1);
     type.setSize(2);
     type.setPropertiesSize(sizeof angle);
@@ -23,7 +23,10 @@ int main() {
 
     const int aliasId =
         table.registerAliasDataType("SteeringAngle", fromModel, angleId, "vehicle/steering");
-    std::cout << *table.getDataTypeAt(static_cast<std::size_t>(aliasId) + 1);
+    std::cout << *table.getDataTypeAt(static_cast<std::size_t>(aliasId) + 1)
+              << fxpDataTypeToConstructorString(angle, FxpDT::PreferFixdt,
+                                                FxpDT::PreferFractionLength)
+              << '\n';
 
     try {
         type.setSize(4);
