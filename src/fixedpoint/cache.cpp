@@ -2,8 +2,6 @@
 #include <tvtypes/fixedpoint/cache.h>
 #include <tvtypes/fixedpoint/identifier.h>
 
-#include <algorithm>
-
 namespace {
 
 constexpr std::size_t initialBuckets = 11;
@@ -12,6 +10,18 @@ std::uint64_t signExtended(std::int32_t value) { return static_cast<std::uint64_
 
 std::uint64_t combined(std::uint64_t seed, std::uint64_t value) {
     return seed ^ (value + 0x9e3779b9U + (seed << 6) + (seed >> 2));
+}
+
+std::size_t scalingIndex(FxpDT::scalingRepPrefer scaling) {
+    switch (scaling) {
+    case FxpDT::PreferFractionLength:
+        return 0;
+    case FxpDT::PreferSlopeBias:
+        return 1;
+    case FxpDT::PreferNoScaling:
+        break;
+    }
+    return 2;
 }
 
 } // namespace
@@ -59,9 +69,8 @@ const std::string& fxpDataTypeCachedStrings::getFxpDataTypeToIdentifierString() 
 const std::string&
 fxpDataTypeCachedStrings::getCtorForOndrixEval(FxpDT::baseCtorPrefer base,
                                                FxpDT::scalingRepPrefer scaling) const {
-    const std::uint32_t scalingIndex = std::min(static_cast<std::uint32_t>(scaling), 2U);
-    std::string& text =
-        constructors_[2 * scalingIndex + (base == FxpDT::PreferNumericType ? 0 : 1)];
+    const bool prefersNumericType = base == FxpDT::PreferNumericType;
+    std::string& text = constructors_[2 * scalingIndex(scaling) + (prefersNumericType ? 0 : 1)];
     if (text.empty()) {
         text = fxpDataTypeToConstructorString_NoCache(record_, base, scaling);
     }

@@ -12,9 +12,22 @@ using TVTypeSys::totalSlope;
 
 const std::string separator = "_";
 
-bool isBuiltInInteger(const fxpDataTypeProp& record) {
-    return record.FixedExponent == 0 && record.SlopeAdjustmentFactor == 1.0 && record.Bias == 0.0 &&
-           (record.WordLength == 8 || record.WordLength == 16 || record.WordLength == 32);
+/// The name of the built-in integer type that a fixed-point record describes; empty if none.
+std::string_view builtInName(const fxpDataTypeProp& record) {
+    if (record.FixedExponent != 0 || record.SlopeAdjustmentFactor != 1.0 || record.Bias != 0.0) {
+        return {};
+    }
+    const bool isSigned = record.Signedness == 1;
+    switch (record.WordLength) {
+    case 8:
+        return isSigned ? "int8" : "uint8";
+    case 16:
+        return isSigned ? "int16" : "uint16";
+    case 32:
+        return isSigned ? "int32" : "uint32";
+    default:
+        return {};
+    }
 }
 
 void appendPart(ShortText& name, double value, char letter) {
@@ -63,11 +76,8 @@ std::string textOf(void (*append)(ShortText&, const fxpDataTypeProp&),
 std::string fxpDataTypeToIdentifierString_NoCache(const fxpDataTypeProp* record) {
     switch (record->DataTypeMode) {
     case FXP_DT_FIXPT:
-        if (isBuiltInInteger(*record)) {
-            ShortText name;
-            name.append(record->Signedness == 1 ? "int" : "uint");
-            name.appendInteger(record->WordLength);
-            return name.str();
+        if (const std::string_view name = builtInName(*record); !name.empty()) {
+            return std::string(name);
         }
         return fxpDataTypeToIdentifierStringTrueFixPt(record);
     case FXP_DT_SCALED_DOUBLE:

@@ -1,3 +1,4 @@
+// Numbers as they stand in the texts of records.
 #include "fixedpoint/short_text.h"
 
 #include "services/number_text.h"
@@ -10,8 +11,10 @@
 namespace TVTypeSys {
 
 void ShortText::appendInteger(std::int64_t value) {
-    // Every digit may have a separator before it.
-    append(boost::lexical_cast<std::array<char, 48>>(value).data());
+    // Every digit may have a separator before it, which may be any character, also '\0'.
+    const auto padded = boost::lexical_cast<std::array<char, 48>>(value);
+    const std::string_view text(padded.data(), padded.size());
+    append(text.substr(0, text.find_last_not_of('\0') + 1));
 }
 
 void ShortText::appendNumber(double value) {

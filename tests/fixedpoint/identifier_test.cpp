@@ -4,10 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <locale>
 #include <random>
 #include <string>
 
 namespace {
+
+using namespace std::string_literals;
 
 std::string nameOf(const fxpDataTypeProp& record) {
     return fxpDataTypeToIdentifierString_NoCache(&record);
@@ -49,6 +52,19 @@ TEST(Identifier, IsBuiltFromTheRecord) {
     for (const auto& c : cases) {
         EXPECT_EQ(c.name, nameOf(c.record));
     }
+}
+
+TEST(Identifier, GroupsDigitsAsTheGlobalLocaleDoes) {
+    struct Grouped : std::numpunct<char> {
+        char do_thousands_sep() const override { return '\0'; }
+        std::string do_grouping() const override { return "\1"; }
+    };
+    const std::locale before = std::locale::global(std::locale(std::locale(), new Grouped));
+    const std::string builtIn = nameOf({FXP_DT_FIXPT, 1, 16, 0, 1.0, 0.0, 0});
+    const std::string grouped = nameOf({FXP_DT_FIXPT, 1, 24, -12, 1.0, 10.5, 0});
+    std::locale::global(before);
+    EXPECT_EQ("int16", builtIn);
+    EXPECT_EQ("sfix2\0004_En1\0002_B10p5"s, grouped);
 }
 
 TEST(Identifier, RewritesNumbers) {

@@ -49,7 +49,7 @@ class TVTYPES_API fxdt_isequal_to {
   public:
     fxdt_isequal_to() = default;
 
-    /// The same among records with equal hashes, which have the same override state.
+    /// The same where also the hashes are equal: then so are the override states.
     static fxdt_isequal_to withEqualHash();
 
     bool operator()(const fxpDataTypeProp& a, const fxpDataTypeProp& b) const;

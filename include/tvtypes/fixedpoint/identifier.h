@@ -2,7 +2,7 @@
 /// The canonical name of a record, as the data type table recognises it.
 ///
 /// name     := "double" | "single" | "boolean" | ("int" | "uint") ("8" | "16" | "32")
-///           | stem digits [exponent | slope | factor [exponent]] [bias]
+///           | stem digits [exponent | slope | factor exponent] [bias]
 /// stem     := "sfix" | "ufix" | "flts" | "fltu"         signed or not; flt for scaled doubles
 /// exponent := "_E" ["n"] digits                         not if 0
 /// slope    := "_S" number                               the total slope, if it is a normal double
@@ -48,6 +48,7 @@ TVTYPES_API std::string getPartOfDataTypeStr(double value, char letter);
 /// minus, no plus, "e" for the exponent, no zero alone before or behind the point.
 TVTYPES_API std::string numStrToIdentifierStr(std::string text);
 
-/// Replaces every occurrence of `from`, also those that come about by replacing. `to` must not
-/// contain `from`; an empty `from` occurs nowhere.
+/// Replaces every occurrence of `from`, also those that come about by replacing; an empty `from`
+/// occurs nowhere. `to` must not contain `from`, nor make more of it with what stands beside it
+/// each time: the text would grow without end.
 TVTYPES_API void strrep(std::string& text, const std::string& from, const std::string& to);
