@@ -59,11 +59,30 @@ fxpDataTypeCachedStrings::fxpDataTypeCachedStrings(const fxpDataTypeProp& record
 
 const fxpDataTypeProp& fxpDataTypeCachedStrings::record() const { return record_; }
 
+// A request finds its text by a hash, nearly always. What else may have to be done is not compiled
+// into it, so that it saves no registers for calls that it does not make.
+namespace {
+
+[[gnu::noinline]] const std::string& madeIdentifier(const fxpDataTypeProp& record,
+                                                    std::string& text) {
+    return text = fxpDataTypeToIdentifierString_NoCache(&record);
+}
+
+[[gnu::noinline]] const std::string& madeConstructor(const fxpDataTypeProp& record,
+                                                     FxpDT::baseCtorPrefer base,
+                                                     FxpDT::scalingRepPrefer scaling,
+                                                     std::string& text) {
+    return text = fxpDataTypeToConstructorString_NoCache(record, base, scaling);
+}
+
+[[gnu::noinline]] fxpDataTypeCachedStrings& madeHashEntry(const fxpDataTypeProp& record) {
+    return dtCacheHash.try_emplace(record, record).first->second;
+}
+
+} // namespace
+
 const std::string& fxpDataTypeCachedStrings::getFxpDataTypeToIdentifierString() const {
-    if (identifier_.empty()) {
-        identifier_ = fxpDataTypeToIdentifierString_NoCache(&record_);
-    }
-    return identifier_;
+    return identifier_.empty() ? madeIdentifier(record_, identifier_) : identifier_;
 }
 
 const std::string&
@@ -71,27 +90,22 @@ fxpDataTypeCachedStrings::getCtorForOndrixEval(FxpDT::baseCtorPrefer base,
                                                FxpDT::scalingRepPrefer scaling) const {
     const bool prefersNumericType = base == FxpDT::PreferNumericType;
     std::string& text = constructors_[2 * scalingIndex(scaling) + (prefersNumericType ? 0 : 1)];
-    if (text.empty()) {
-        text = fxpDataTypeToConstructorString_NoCache(record_, base, scaling);
-    }
-    return text;
+    return text.empty() ? madeConstructor(record_, base, scaling, text) : text;
+}
+
+fxpDataTypeCachedStrings& fxpDataTypeCacheFindHash(const fxpDataTypeProp& record) {
+    const auto found = dtCacheHash.find(record);
+    return found != dtCacheHash.end() ? found->second : madeHashEntry(record);
+}
+
+[[gnu::noinline]] fxpDataTypeCachedStrings& fxpDataTypeCacheFindMap(const fxpDataTypeProp& record) {
+    return dtCacheMap.try_emplace(record, record).first->second;
 }
 
 fxpDataTypeCachedStrings& fxpDataTypeCacheFind(const fxpDataTypeProp& record) {
     return record.SlopeAdjustmentFactor == 1.0 && record.Bias == 0.0
                ? fxpDataTypeCacheFindHash(record)
                : fxpDataTypeCacheFindMap(record);
-}
-
-fxpDataTypeCachedStrings& fxpDataTypeCacheFindHash(const fxpDataTypeProp& record) {
-    // Nearly all are there, and a lookup that inserts nothing takes less time.
-    const auto found = dtCacheHash.find(record);
-    return found != dtCacheHash.end() ? found->second
-                                      : dtCacheHash.try_emplace(record, record).first->second;
-}
-
-fxpDataTypeCachedStrings& fxpDataTypeCacheFindMap(const fxpDataTypeProp& record) {
-    return dtCacheMap.try_emplace(record, record).first->second;
 }
 
 const std::string& fxpDataTypeToIdentifierString(const fxpDataTypeProp* record) {
