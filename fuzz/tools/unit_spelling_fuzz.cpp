@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const tvtool::unit::FoundUnit found = tvtool::unit::findUnit(text, table);
         if (found.meaning) {
             tvtool::unit::productText(found.meaning->powers);
-            tvtool::unit::exactText(found.meaning->factor);
+            tvtool::exactText(found.meaning->factor);
         }
     } catch (const tvtool::unit::UnitError& error) {
         if (error.position > text.size()) {

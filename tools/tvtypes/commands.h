@@ -21,6 +21,7 @@ struct Console : Streams {
 /// A command does its work when the command line that names it has been read.
 void addConvert(CLI::App& app, Console& console);
 void addDims(CLI::App& app, Console& console);
+void addFixpt(CLI::App& app, Console& console);
 void addInspect(CLI::App& app, Console& console);
 void addLayout(CLI::App& app, Console& console);
 void addUnit(CLI::App& app, Console& console);

@@ -78,6 +78,7 @@ int runTool(int argc, const char* const* argv, const Streams& streams) {
         app.require_subcommand(0, 1);
         addConvert(app, console);
         addDims(app, console);
+        addFixpt(app, console);
         addInspect(app, console);
         addLayout(app, console);
         addUnit(app, console);

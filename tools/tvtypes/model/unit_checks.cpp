@@ -13,7 +13,6 @@ namespace tvtool::model {
 namespace {
 
 using fmi::quoted;
-using unit::Exact;
 using unit::Meaning;
 using Powers = std::map<std::string, std::int64_t>;
 
@@ -48,7 +47,7 @@ class NumberCheck {
         : subject_(std::move(subject)), place_(place), remarks_(remarks) {}
 
     void compare(const char* what, double given, double absent, const Exact& expected) {
-        if (unit::areClose(Exact(given), expected, tolerance)) {
+        if (areClose(Exact(given), expected, tolerance)) {
             return;
         }
         isRight_ = false;

@@ -2,7 +2,7 @@
 /// What a unit is in fundamental units, computed without loss.
 #pragma once
 
-#include "unit/exact.h"
+#include "exact.h"
 
 #include <tvtypes/units.h>
 

@@ -2,7 +2,7 @@
 /// What a text means in the units of the database.
 #pragma once
 
-#include "unit/exact.h"
+#include "exact.h"
 
 #include <cstddef>
 #include <string>

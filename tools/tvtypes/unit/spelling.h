@@ -2,7 +2,7 @@
 /// Units as people write them.
 #pragma once
 
-#include "unit/exact.h"
+#include "exact.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,10 +1,10 @@
-#include "unit/exact.h"
+#include "exact.h"
 
 #include <fmt/format.h>
 
 #include <cstddef>
 
-namespace tvtool::unit {
+namespace tvtool {
 
 namespace {
 
@@ -119,4 +119,4 @@ bool areClose(const Exact& a, const Exact& b, double part) {
     return abs(Exact(a - b)) <= Exact(part) * (sizeA > sizeB ? sizeA : sizeB);
 }
 
-} // namespace tvtool::unit
+} // namespace tvtool

@@ -1,0 +1,242 @@
+// Names of numeric types, what they are, and how values are stored in them.
+#include "convert/conversion.h"
+#include "convert/values.h"
+#include "fixpt/error.h"
+#include "fixpt/identifier.h"
+#include "fixpt/quantization.h"
+#include "support.h"
+
+#include <tvtypes/datatypetable.h>
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <iterator>
+#include <random>
+#include <sstream>
+
+namespace tvtool {
+
+namespace {
+
+using testing::HasSubstr;
+
+std::vector<std::string> split(const std::string& words) {
+    std::istringstream stream("fixpt " + words);
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
+TEST(Fixpt, NamesReadBackToTheirRecords) {
+    std::mt19937_64 random(5);
+    const auto pick = [&](auto... values) {
+        return std::array{values...}[random() % sizeof...(values)];
+    };
+    const auto someDouble = [&] {
+        const double value = std::bit_cast<double>(random());
+        return std::isfinite(value) ? value : 0.0;
+    };
+    for (int i = 0; i < 20000; ++i) {
+        const auto any = static_cast<std::int32_t>(random());
+        const auto exponent = static_cast<std::int32_t>(random() % 4096) - 2048;
+        const fxpDataTypeProp record{
+            pick(FXP_DT_FIXPT, FXP_DT_SCALED_DOUBLE),
+            static_cast<std::uint32_t>(random() % 2),
+            pick(8, 16, 32, 1, 2147483647, (any & 0xFFFF) + 1),
+            pick(0, -1022, -1023, 1023, 1024, any, exponent, exponent, exponent),
+            pick(1.0, std::bit_cast<double>((random() >> 12) | 0x3FF0000000000000U)),
+            pick(0.0, 5e-324, -1.7976931348623157e308, 0.25 * exponent, someDouble()),
+            0};
+        const std::string name = fxpDataTypeToIdentifierString_NoCache(&record);
+        const fxpDataTypeProp read = fixpt::recordNamed(name);
+        ASSERT_TRUE(fxdt_isequal_to()(read, record)) << name;
+        ASSERT_EQ(read.DataTypeOverrideState, 0);
+    }
+    for (int id = 0; id < TVTypeSys::DataTypeTable::getNumBuiltInDataTypes(); ++id) {
+        const char* const name = TVTypeSys::DataTypeTable::getNameOfBuiltInDataType(id);
+        const fxpDataTypeProp read = fixpt::recordNamed(name);
+        EXPECT_EQ(fxpDataTypeToIdentifierString_NoCache(&read), name);
+    }
+}
+
+TEST(Fixpt, OtherWritingsAreReadAndWhatIsNoNameIsPointedAt) {
+    for (const auto& [text, name] : {std::pair("sfix16_E0", "int16"),
+                                     {"sfix16_S0p5", "sfix16_En1"},
+                                     {"ufix08_Bn0", "uint8"},
+                                     {"sfix8_F1p5_En2", "sfix8_Sp375"},
+                                     {"flts8_S1en310", "flts8_F1p1505236063118787_En1030"}}) {
+        const fxpDataTypeProp record = fixpt::recordNamed(text);
+        EXPECT_EQ(fxpDataTypeToIdentifierString_NoCache(&record), name);
+    }
+    const struct {
+        const char* text;
+        std::size_t position;
+        const char* part;
+    } rows[] = {{"fix16", 0, "begins with"},
+                {"int64", 0, "write sfix64"},
+                {"SFIX16_en4", 0, "write sfix16_En4"},
+                {"sfix_E3", 4, "word length is missing"},
+                {"sfix0", 4, "at least 1; the data type table"},
+                {"sfix2147483648", 4, "at most 2147483647"},
+                {"sfix16_E2147483648", 8, "an exponent is from"},
+                {"sfix16_En", 9, "a digit is missing"},
+                {"sfix16_E-4", 8, "write sfix16_En4"},
+                {"sfix16_E3x", 9, "of 16 bits all the same"},
+                {"sfix16_", 7, "an exponent E, a slope S"},
+                {"sfix16_E1_E1", 10, "twice"},
+                {"sfix16_B1_E1", 10, "the bias stands last"},
+                {"sfix16_E1_F1p5", 10, "before the exponent"},
+                {"sfix16_S1_F1p5", 10, "a slope stands without"},
+                {"sfix16_F2", 8, "at least 1 and less than 2"},
+                {"sfix16_S0", 8, "greater than 0"},
+                {"sfix16_S0.5", 9, "write sfix16_En1"},
+                {"sfix16_S1p", 10, "a digit is missing"},
+                {"sfix16_B1e", 10, "a digit is missing"},
+                {"sfix16_B1e400", 8, "beyond what a double holds"}};
+    for (const auto& row : rows) {
+        try {
+            fixpt::recordNamed(row.text);
+            ADD_FAILURE() << row.text;
+        } catch (const fixpt::NameError& error) {
+            EXPECT_EQ(error.position, row.position) << row.text;
+            EXPECT_THAT(error.what(), HasSubstr(row.part)) << row.text;
+        }
+    }
+}
+
+/// The library's answer to the same question.
+std::string converted(double value, convert::Type type, convert::Modes modes) {
+    std::array<std::byte, 8> from{};
+    std::array<std::byte, 8> to{};
+    std::memcpy(from.data(), &value, sizeof value);
+    convert::Conversion({convert::Type::Double}, type, modes).convert(from.data(), to.data(), 1);
+    std::string text;
+    convert::appendElement(text, {type}, to.data());
+    return text;
+}
+
+TEST(Fixpt, QuantizesIntegersAsTheLibraryConverts) {
+    std::mt19937_64 random(7);
+    for (int i = 0; i < 300; ++i) {
+        const double size = std::ldexp(1.0, static_cast<int>(random() % 40) - 2);
+        double value = std::uniform_real_distribution(-size, size)(random);
+        value = i % 2 == 0 ? value : std::floor(value) + 0.5;
+        for (int id = 2; id < 8; ++id) {
+            const auto& record = *TVTypeSys::DataTypeTable::getBuiltinDataTypeProperties(id);
+            for (const auto& overflow : convert::overflows) {
+                const auto rows =
+                    fixpt::quantized({fmt::format("{:.300f}", value)}, record, overflow.value)
+                        .values[0]
+                        .rows;
+                for (std::size_t r = 0; r < rows.size(); ++r) {
+                    ASSERT_EQ(rows[r].stored,
+                              converted(value, static_cast<convert::Type>(id),
+                                        {overflow.value, convert::roundings[r].value}))
+                        << value << ' ' << rows[r].rounding << ' ' << overflow.name;
+                }
+            }
+        }
+    }
+}
+
+TEST(Fixpt, ShowsHowValuesAreStored) {
+    EXPECT_EQ(
+        run(split("sfix8_Sp5_B1 --quantize 1.2 -2 1e3")).out,
+        "sfix8_En1_B1: -63 to 64.5, resolution 0.5\n\n"
+        "value  rounding                              stored  stands for   error  overflow\n"
+        "  1.2  zero, near, floor, round, convergent       0           1    -0.2  -\n"
+        "  1.2  ceil                                       1         1.5     0.3  -\n"
+        "   -2  exact                                     -6          -2       0  -\n"
+        "  1e3  all roundings                            127        64.5  -935.5  saturated\n");
+    EXPECT_THAT(run(split("--word-length 9 --slope 0.1 --quantize 1e-5000")).out,
+                HasSubstr("  about 0.10000000000000001  about 0.10000000000000001\n"));
+}
+
+TEST(Fixpt, ShowsAllAboutTypes) {
+    const struct {
+        const char* call;
+        const char* values;
+    } rows[] = {
+        {"sfix16", "int16 1 1 -32768 32767 int16 2 false"},
+        {"sfix24_En2 --atomic-word-length 24 8",
+         "sfix24_En2 0.25=2^-2 0.25 -2097152 2097151.75 int32 4 true"},
+        {"ufix9_Sp375_Bn10", "ufix9_Sp375_Bn10 0.375=1.5*2^-2 0.375 -10 181.625 uint16 2 false"},
+        {"ufix33_B1e24",
+         "ufix33_B1e24 1 1 999999999999999983222784 about1.0000000000000086e+24 null null false"},
+        {"single", "single null 2^-23near1 about-3.4028234663852886e+38 "
+                   "about3.4028234663852886e+38 single 4 false"},
+        {"boolean", "boolean null null 0 1 boolean 1 false"},
+        {"sfix99999_F1p5_E4097", "sfix99999_F1p5_E4097 1.5*2^4097 1.5*2^4097 -2^99998*1.5*2^4097 "
+                                 "(2^99998-1)*1.5*2^4097 null null false"},
+        {"--word-length 16 --signed open --fraction-length 4",
+         "ufix16_En4 0.0625=2^-4 0.0625 null null null null false"},
+        {"--word-length 8 --factor 1.5 --exponent -2 --bias -0.5 --signed 0",
+         "ufix8_Sp375_Bnp5 0.375=1.5*2^-2 0.375 -0.5 95.125 uint8 1 false"},
+        {"--word-length 5 --slope 2^-4 --scaled-double",
+         "flts5_En4 0.0625=2^-4 null null null double 8 false"}};
+    for (const auto& row : rows) {
+        const Outcome outcome = run(split(fmt::format("{} --json", row.call)));
+        ASSERT_EQ(outcome.status, 0) << row.call << outcome.err;
+        const boost::json::value sheet = outcome.json().at("types").at(0);
+        std::string values;
+        for (const char* const member : {"identifier", "slope", "resolution", "lowest", "highest",
+                                         "storage", "storageSize", "atomic"}) {
+            std::string value = boost::json::serialize(sheet.at(member));
+            std::erase_if(value, [](char c) { return c == '"' || c == ' '; });
+            values += (values.empty() ? "" : " ") + value;
+        }
+        EXPECT_EQ(values, row.values) << row.call;
+    }
+    EXPECT_THAT(run(split("sfix4_E1_Bp1 --override-off")).out,
+                HasSubstr("  fixdt(1,4,2,0.1,'DataTypeOverride','Off')        fraction length, "
+                          "slope and bias\n"));
+}
+
+TEST(Fixpt, WrongCallsAreRefusedShortly) {
+    const std::string digits(1000000, '7');
+    const std::pair<std::string, const char*> rows[] = {
+        {"", "NAME or --word-length is required"},
+        {"int64 xx", "int64"},
+        {"--slope 1", "--slope requires --word-length"},
+        {"--word-length 8 --slope 1 --factor 1", "excludes"},
+        {"--word-length 0",
+         "--word-length cannot be \"0\", it is a whole number from 1 to 2147483647"},
+        {"--word-length 8 --slope -1", "--slope cannot be \"-1\""},
+        {"--word-length 8 --slope 2^-1075", "--slope cannot be"},
+        {"--word-length 8 --factor 2", "less than 2"},
+        {"--word-length 8 --bias inf", "--bias cannot be"},
+        {"--word-length 8 --fraction-length 2147483649", "to 2147483648"},
+        {"int8 --overflow wrap", "requires --quantize"},
+        {"int8 int16 --quantize 1", "takes one NAME"},
+        {"int8 --overflow none --quantize 1", "one of wrap, saturate"},
+        {"int8 --quantize 0x1", "\"0x1\" is not a decimal number"},
+        {"int8 --quantize 1e", "is not a decimal number"},
+        {"int8 --quantize 1e-99999999999999999999", "beyond -5000 to 5000"},
+        {"int8 --quantize " + digits, "is longer than"},
+        {"double --quantize 1", "stores no integers"},
+        {"fltu9_E2 --quantize 1", "ufix9_E2 is the fixed-point type"},
+        {"--word-length 8 --signed open --quantize 1", "--signed is to be 0 or 1"},
+        {"sfix4097 --quantize 1", "beyond what is computed"},
+        {"ufix" + digits, "at most 2147483647"},
+        {"ufix8_B" + digits, "beyond what a double holds"},
+        {std::string(1000000, '_'), "begins with"}};
+    for (const auto& [call, part] : rows) {
+        const Outcome outcome = run(split(call));
+        EXPECT_EQ(outcome.status, 2) << call.substr(0, 60);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_THAT(outcome.err, HasSubstr(part));
+        EXPECT_LT(outcome.err.size(), 1000U);
+    }
+    const Outcome outcome =
+        run(split("sfix2147483647_F1p5_En2147483648 sfix8_S" + digits + "en1000000 x"));
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.out, HasSubstr("-2^2147483646 * 1.5 * 2^-2147483648 to "));
+    EXPECT_THAT(outcome.out, HasSubstr("sfix8_Sp7777777777777778"));
+}
+
+} // namespace
+
+} // namespace tvtool

@@ -1,0 +1,209 @@
+// tvtypes fixpt: what the library knows of numeric types.
+#include "commands.h"
+#include "convert/names.h"
+#include "exclusion.h"
+#include "fixpt/error.h"
+#include "fixpt/identifier.h"
+#include "fixpt/quantization.h"
+#include "fixpt/record.h"
+#include "fixpt/sheet.h"
+#include "fmi/remarks.h"
+#include "report/excerpt.h"
+#include "report/fixpt_json.h"
+#include "report/fixpt_text.h"
+#include "report/safe_text.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace tvtool {
+
+namespace {
+
+struct Options {
+    std::vector<std::string> names;
+    fixpt::RecordTexts record;
+    bool overrideOff = false;
+    std::vector<std::string> atomicWordLengths;
+    std::vector<std::string> values;
+    std::string overflow = "saturate";
+    bool json = false;
+};
+
+constexpr const char* footer =
+    "A real-world value is slope * stored integer + bias, and the slope is factor * 2^exponent.\n"
+    "A NAME is sfix, ufix, or for scaled doubles flts or fltu, then the word length, then _E with\n"
+    "the exponent, or _S with the slope, or _F with the factor and _E, then _B with the bias. In\n"
+    "numbers n is a minus and p the point. The built-in types have names of their own.\n"
+    "\n"
+    "  tvtypes fixpt sfix16_En12 ufix8_Sp375_Bn10\n"
+    "  tvtypes fixpt --word-length 16 --slope 0.01 --bias -40\n"
+    "  tvtypes fixpt sfix8_En4 --quantize 0.1 3.14159 -2\n"
+    "\n"
+    "Exit status: 0 shown, 2 a NAME is not one, a value cannot be stored or the call is wrong.";
+
+void reportError(const fixpt::NameError& error, Console& console) {
+    console.err << fmt::format(
+        "tvtypes: {}: column {}: {}\n{}", report::safeText(fmi::quoted(error.text)),
+        report::columnOf(error.text, error.position), report::safeText(error.what()),
+        report::excerptAt(error.text, error.position));
+    console.status = ExitUnusable;
+}
+
+template <class Findings>
+void show(const Findings& findings, const Options& options, Console& console) {
+    if (options.json) {
+        report::printJson(findings, console.out);
+    } else {
+        report::printText(findings, console.colour, console.out);
+    }
+}
+
+fxpDataTypeProp withOverride(fxpDataTypeProp record, const Options& options) {
+    record.DataTypeOverrideState = options.overrideOff ? 1 : 0;
+    return record;
+}
+
+void showSheets(const Options& options, Console& console) {
+    TVTypeSys::DataTypeTable table;
+    std::vector<int> atomicWordLengths;
+    for (const std::string& text : options.atomicWordLengths) {
+        atomicWordLengths.push_back(fixpt::wordLengthOf("--atomic-word-length", text));
+    }
+    fixpt::setAtomic(atomicWordLengths, table);
+    std::vector<report::FixptSheet> sheets;
+    if (options.names.empty()) {
+        sheets.push_back(
+            fixpt::sheetOf("", withOverride(fixpt::recordOf(options.record), options), table));
+    }
+    for (const std::string& name : options.names) {
+        try {
+            sheets.push_back(
+                fixpt::sheetOf(name, withOverride(fixpt::recordNamed(name), options), table));
+        } catch (const fixpt::NameError& error) {
+            reportError(error, console);
+        }
+    }
+    show(sheets, options, console);
+}
+
+void showQuantization(const Options& options, Console& console) {
+    try {
+        const fxpDataTypeProp record = options.names.empty()
+                                           ? fixpt::recordOf(options.record)
+                                           : fixpt::recordNamed(options.names.front());
+        const auto overflow = convert::overflowNamed("--overflow", options.overflow);
+        show(fixpt::quantized(options.values, record, overflow), options, console);
+    } catch (const fixpt::NameError& error) {
+        reportError(error, console);
+    }
+}
+
+/// The options that describe a record in the place of a name.
+struct RecordOptions {
+    CLI::Option* signedness;
+    CLI::Option* wordLength;
+    CLI::Option* slope;
+    CLI::Option* factor;
+    CLI::Option* exponent;
+    CLI::Option* fractionLength;
+    CLI::Option* bias;
+    CLI::Option* scaledDouble;
+
+    void check(const CLI::Option* names) const {
+        refuseTogether(names, {signedness, wordLength, slope, factor, exponent, fractionLength,
+                               bias, scaledDouble});
+        refuseTogether(slope, {factor, exponent, fractionLength});
+        refuseTogether(fractionLength, {factor, exponent});
+        if (names->count() > 0 || wordLength->count() > 0) {
+            return;
+        }
+        for (const CLI::Option* const option :
+             {signedness, slope, factor, exponent, fractionLength, bias, scaledDouble}) {
+            if (option->count() > 0) {
+                throw CLI::RequiresError(option->get_name(), wordLength->get_name());
+            }
+        }
+        throw CLI::RequiredError("NAME or --word-length");
+    }
+};
+
+/// Without the blank that keeps the parser from taking a negative number for an option.
+std::string withoutBlank(std::string text) {
+    return text.starts_with(' ') ? text.substr(1) : std::move(text);
+}
+
+RecordOptions addRecordOptions(CLI::App& command, fixpt::RecordTexts& texts) {
+    const char* const group = "Options in the place of NAME";
+    const auto add = [&](const char* name, auto& text, const char* help, const char* type) {
+        return command.add_option(name, text, help)
+            ->type_name(type)
+            ->transform(withoutBlank)
+            ->group(group);
+    };
+    return {add("--signed", texts.signedness, "The signedness; 1 by default", "0|1|open"),
+            add("--word-length", texts.wordLength, "The word length", "BITS"),
+            add("--slope", texts.slope, "The slope, a number or a power such as 2^-4", "S"),
+            add("--factor", texts.factor, "The slope's factor, from 1 to less than 2", "F"),
+            add("--exponent", texts.exponent, "The slope's exponent", "E"),
+            add("--fraction-length", texts.fractionLength, "The slope's exponent negated", "L"),
+            add("--bias", texts.bias, "The bias", "B"),
+            command.add_flag("--scaled-double", texts.isScaledDouble, "Make it a scaled double")
+                ->group(group)};
+}
+
+} // namespace
+
+void addFixpt(CLI::App& app, Console& console) {
+    const auto options = std::make_shared<Options>();
+    CLI::App& command = *app.add_subcommand(
+        "fixpt", "Show what numeric types are, and how values are stored in them");
+    CLI::Option* const names =
+        command.add_option("NAME", options->names, "Show all about these types")
+            ->type_name("")
+            ->transform(withoutBlank);
+    const RecordOptions record = addRecordOptions(command, options->record);
+    CLI::Option* const overrideOff =
+        command.add_flag("--override-off", options->overrideOff,
+                         "Data type override is off, which constructors say");
+    CLI::Option* const atomic = command
+                                    .add_option("--atomic-word-length", options->atomicWordLengths,
+                                                "Word lengths that the target accesses atomically")
+                                    ->type_name("BITS")
+                                    ->transform(withoutBlank);
+    CLI::Option* const quantize =
+        command
+            .add_option(
+                "--quantize", options->values,
+                "Show how these decimal numbers are stored in the type, which is named before")
+            ->type_name("VALUE")
+            ->transform(withoutBlank);
+    CLI::Option* const overflow =
+        command
+            .add_option("--overflow", options->overflow,
+                        "With --quantize: saturate (the default) or wrap what there is no room for")
+            ->type_name("MODE");
+    command.add_flag("--json", options->json, "Print one JSON object");
+    command.footer(footer);
+    command.callback([=, &console] {
+        record.check(names);
+        refuseTogether(quantize, {atomic, overrideOff});
+        if (overflow->count() > 0 && quantize->count() == 0) {
+            throw CLI::RequiresError(overflow->get_name(), quantize->get_name());
+        }
+        if (quantize->count() == 0) {
+            showSheets(*options, console);
+        } else if (options->names.size() > 1) {
+            throw CLI::ValidationError("--quantize", "takes one NAME, before it");
+        } else {
+            showQuantization(*options, console);
+        }
+    });
+}
+
+} // namespace tvtool

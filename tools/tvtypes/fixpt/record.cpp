@@ -1,0 +1,136 @@
+#include "fixpt/record.h"
+
+#include "fixpt/error.h"
+#include "fmi/remarks.h"
+
+#include <fmt/format.h>
+
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <string_view>
+#include <system_error>
+
+namespace tvtool::fixpt {
+
+namespace {
+
+constexpr std::uint32_t openSignedness = 2;
+
+/// An option of a call and what stands behind it.
+struct Option {
+    const char* name;
+    std::string_view text;
+    const char* allowed;
+
+    [[noreturn]] void refuse() const {
+        throw Error(fmt::format("{} cannot be {}, it is {}", name, fmi::quoted(text), allowed));
+    }
+};
+
+template <class Number>
+std::optional<Number> numberIn(std::string_view text) {
+    if (text.starts_with('+') && !text.starts_with("+-")) {
+        text.remove_prefix(1);
+    }
+    Number value{};
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    return stop == end && error == std::errc() ? std::optional(value) : std::nullopt;
+}
+
+double decimalOf(const Option& option, bool (*isValid)(double)) {
+    const std::optional<double> value = numberIn<double>(option.text);
+    if (!value || !isValid(*value)) {
+        option.refuse();
+    }
+    return *value;
+}
+
+std::int64_t integerOf(const Option& option, std::int64_t least, std::int64_t most) {
+    const std::optional<std::int64_t> value = numberIn<std::int64_t>(option.text);
+    if (!value || *value < least || *value > most) {
+        option.refuse();
+    }
+    return *value;
+}
+
+std::uint32_t signednessOf(const Option& option) {
+    if (option.text == "open") {
+        return openSignedness;
+    }
+    return static_cast<std::uint32_t>(integerOf(option, 0, 1));
+}
+
+/// A number, or a power of two as 2^-4.
+double slopeOf(const Option& option) {
+    constexpr std::string_view base = "2^";
+    if (!option.text.starts_with(base)) {
+        return decimalOf(option, fxpDataTypeProp::preValidateTotalSlope);
+    }
+    const std::optional<int> exponent = numberIn<int>(option.text.substr(base.size()));
+    const double slope = exponent ? std::ldexp(1.0, *exponent) : 0.0;
+    if (!fxpDataTypeProp::preValidateTotalSlope(slope)) {
+        option.refuse();
+    }
+    return slope;
+}
+
+void setScaling(const RecordTexts& texts, fxpDataTypeProp& record) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    constexpr std::int64_t least = Limits::min();
+    constexpr std::int64_t most = Limits::max();
+    if (texts.slope) {
+        setSlope(slopeOf({"--slope", *texts.slope,
+                          "a number greater than 0 that a double holds, or a power such as 2^-4"}),
+                 record);
+    }
+    if (texts.factor) {
+        record.SlopeAdjustmentFactor =
+            decimalOf({"--factor", *texts.factor, "a number that is at least 1 and less than 2"},
+                      fxpDataTypeProp::preValidateSlopeAdjustmentFactor);
+    }
+    if (texts.exponent) {
+        record.FixedExponent = static_cast<std::int32_t>(integerOf(
+            {"--exponent", *texts.exponent, "a whole number from -2147483648 to 2147483647"}, least,
+            most));
+    }
+    if (texts.fractionLength) {
+        record.FixedExponent =
+            static_cast<std::int32_t>(-integerOf({"--fraction-length", *texts.fractionLength,
+                                                  "a whole number from -2147483647 to 2147483648"},
+                                                 -most, -least));
+    }
+    if (texts.bias) {
+        record.Bias = decimalOf({"--bias", *texts.bias, "a number that a double holds"},
+                                fxpDataTypeProp::preValidateBias);
+    }
+}
+
+} // namespace
+
+fxpDataTypeProp recordOf(const RecordTexts& texts) {
+    fxpDataTypeProp record{FXP_DT_FIXPT, 1, 0, 0, 1.0, 0.0, 0};
+    record.DataTypeMode = texts.isScaledDouble ? FXP_DT_SCALED_DOUBLE : FXP_DT_FIXPT;
+    record.Signedness = signednessOf({"--signed", texts.signedness, "0, 1 or open"});
+    record.WordLength = wordLengthOf("--word-length", texts.wordLength);
+    setScaling(texts, record);
+    return record;
+}
+
+int wordLengthOf(const char* option, const std::string& text) {
+    const std::optional<int> value = numberIn<int>(text);
+    if (!value || !fxpDataTypeProp::preValidateWordLength(*value)) {
+        Option{option, text, "a whole number from 1 to 2147483647"}.refuse();
+    }
+    return *value;
+}
+
+void setSlope(double slope, fxpDataTypeProp& record) {
+    int exponent = 0;
+    record.SlopeAdjustmentFactor = 2 * std::frexp(slope, &exponent);
+    record.FixedExponent = exponent - 1;
+}
+
+} // namespace tvtool::fixpt

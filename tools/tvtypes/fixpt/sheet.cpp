@@ -1,0 +1,166 @@
+#include "fixpt/sheet.h"
+
+#include "fixpt/decimal.h"
+#include "fixpt/range.h"
+#include "fixpt/record.h"
+#include "fmi/remarks.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace tvtool::fixpt {
+
+namespace {
+
+using TVTypeSys::DataTypeTable;
+
+const char* kindOf(const fxpDataTypeProp& record, const std::string& identifier) {
+    switch (record.DataTypeMode) {
+    case FXP_DT_FIXPT:
+        return DataTypeTable::nameOfBuiltInDataType(identifier.c_str()) && !isOpen(record)
+                   ? "built-in integer"
+                   : "fixed point";
+    case FXP_DT_SCALED_DOUBLE:
+        return "scaled double";
+    case FXP_DT_DOUBLE:
+    case FXP_DT_SINGLE:
+        return "floating point";
+    case FXP_DT_BOOLEAN:
+        break;
+    }
+    return "boolean";
+}
+
+bool hasScaling(const fxpDataTypeProp& record) {
+    return record.DataTypeMode == FXP_DT_FIXPT || record.DataTypeMode == FXP_DT_SCALED_DOUBLE;
+}
+
+bool isSlopeNormal(const fxpDataTypeProp& record) {
+    return record.FixedExponent >= -1022 && record.FixedExponent <= 1023;
+}
+
+/// The slope in its parts, behind the number where that is a normal double.
+std::string slopeOf(const fxpDataTypeProp& record) {
+    if (!isSlopeNormal(record)) {
+        return slopeFormula(record);
+    }
+    return record.FixedExponent == 0
+               ? slopeStr(record)
+               : fmt::format("{} = {}", slopeStr(record), slopeFormula(record));
+}
+
+std::vector<report::FixptConstructor> constructorsOf(const fxpDataTypeProp& record) {
+    std::vector<report::FixptConstructor> constructors;
+    for (const auto& [baseName, base] :
+         {std::pair("fixdt", FxpDT::PreferFixdt), {"numerictype", FxpDT::PreferNumericType}}) {
+        for (const auto& [scalingName, scaling] :
+             {std::pair("fraction length", FxpDT::PreferFractionLength),
+              {"slope and bias", FxpDT::PreferSlopeBias},
+              {"no scaling", FxpDT::PreferNoScaling}}) {
+            constructors.push_back(
+                {baseName, scalingName, fxpDataTypeToConstructorString(record, base, scaling)});
+        }
+    }
+    return constructors;
+}
+
+/// The smallest built-in integer with room for a word. Empty if there is none.
+std::optional<int> integerFor(const fxpDataTypeProp& record) {
+    std::optional<int> smallest;
+    int length = 0;
+    for (int id = 0; id < DataTypeTable::getNumBuiltInDataTypes(); ++id) {
+        const fxpDataTypeProp& builtIn = *DataTypeTable::getBuiltinDataTypeProperties(id);
+        const bool hasRoom = builtIn.DataTypeMode == FXP_DT_FIXPT &&
+                             builtIn.Signedness == record.Signedness &&
+                             builtIn.WordLength >= record.WordLength;
+        if (hasRoom && (!smallest || builtIn.WordLength < length)) {
+            smallest = id;
+            length = builtIn.WordLength;
+        }
+    }
+    return smallest;
+}
+
+/// The type that holds the values of one that is not built in.
+std::optional<int> storageFor(const fxpDataTypeProp& record) {
+    return record.DataTypeMode == FXP_DT_SCALED_DOUBLE ? DataTypeTable::getBuiltInDataType("double")
+                                                       : integerFor(record);
+}
+
+/// Asks the table what it knows of the type.
+void addStorage(DataTypeTable& table, report::FixptSheet& sheet) {
+    const auto typeOf = [&](int id) -> const TVTypeSys::DataType& {
+        return *table.getDataTypeAt(static_cast<std::size_t>(id) + 1);
+    };
+    const int id =
+        table.registerDataType(sheet.identifier.c_str(), DataTypeSourceUnchecked, nullptr);
+    sheet.isAtomic = typeOf(id).isAtomic();
+    if (isOpen(sheet.record) && sheet.record.DataTypeMode == FXP_DT_FIXPT) {
+        return;
+    }
+    if (!DataTypeTable::checkForBuiltInDataType(id)) {
+        const std::optional<int> storage = storageFor(sheet.record);
+        if (!storage) {
+            return;
+        }
+        table.setDataTypeStorageId(id, *storage);
+    }
+    const TVTypeSys::DataType& storage = typeOf(typeOf(id).getStorageId());
+    sheet.storage = storage.getName();
+    sheet.storageSize = storage.getSize();
+}
+
+void addNotes(report::FixptSheet& sheet) {
+    const auto note = [&](std::string sentence) { sheet.notes.push_back(std::move(sentence)); };
+    if (!sheet.text.empty() && sheet.text != sheet.identifier) {
+        constexpr std::size_t longest = 60;
+        note(fmt::format("the library writes {} for {}", sheet.identifier,
+                         fmi::shortened(sheet.text, longest)));
+    }
+    if (hasScaling(sheet.record) && isSlopeNormal(sheet.record)) {
+        const std::string slope = slopeStr(sheet.record);
+        if (exactOf(slope) != exactSlopeOf(sheet.record)) {
+            note(fmt::format("the slope is the double nearest to {}", slope));
+        }
+    }
+    if (sheet.record.DataTypeMode == FXP_DT_SCALED_DOUBLE) {
+        note("it holds doubles, so no word limits its range and resolution");
+    }
+    if (isOpen(sheet.record)) {
+        note("the signedness is open, and the identifier is that of the unsigned type");
+    } else if (sheet.storage.empty()) {
+        note(fmt::format("no built-in type has room for {} bits", sheet.record.WordLength));
+    }
+}
+
+} // namespace
+
+void setAtomic(const std::vector<int>& wordLengths, DataTypeTable& table) {
+    table.setAtomicWordLengths(wordLengths);
+    for (int id = 0; id < DataTypeTable::getNumBuiltInDataTypes(); ++id) {
+        const fxpDataTypeProp& builtIn = *DataTypeTable::getBuiltinDataTypeProperties(id);
+        table.getDataTypeAt(static_cast<std::size_t>(id) + 1)
+            ->setIsAtomic(builtIn.DataTypeMode == FXP_DT_FIXPT &&
+                          std::ranges::find(wordLengths, builtIn.WordLength) != wordLengths.end());
+    }
+}
+
+report::FixptSheet sheetOf(const std::string& text, const fxpDataTypeProp& record,
+                           DataTypeTable& table) {
+    report::FixptSheet sheet;
+    sheet.text = text;
+    sheet.record = record;
+    sheet.identifier = fxpDataTypeToIdentifierString(&record);
+    sheet.kind = kindOf(record, sheet.identifier);
+    sheet.slope = hasScaling(record) ? slopeOf(record) : "";
+    sheet.range = rangeOf(record);
+    sheet.constructors = constructorsOf(record);
+    addStorage(table, sheet);
+    addNotes(sheet);
+    return sheet;
+}
+
+} // namespace tvtool::fixpt
