@@ -164,6 +164,8 @@ TEST(Fixpt, ShowsAllAboutTypes) {
         {"sfix24_En2 --atomic-word-length 24 8",
          "sfix24_En2 0.25=2^-2 0.25 -2097152 2097151.75 int32 4 true"},
         {"ufix9_Sp375_Bn10", "ufix9_Sp375_Bn10 0.375=1.5*2^-2 0.375 -10 181.625 uint16 2 false"},
+        {"sfix64_En62", "sfix64_En62 2.168404344971009e-19=2^-62 2^-62 -2 (2^63-1)*2^-62 null "
+                        "null false"},
         {"ufix33_B1e24",
          "ufix33_B1e24 1 1 999999999999999983222784 about1.0000000000000086e+24 null null false"},
         {"single", "single null 2^-23near1 about-3.4028234663852886e+38 "
@@ -211,6 +213,7 @@ TEST(Fixpt, WrongCallsAreRefusedShortly) {
         {"--word-length 8 --fraction-length 2147483649", "to 2147483648"},
         {"int8 --overflow wrap", "requires --quantize"},
         {"int8 int16 --quantize 1", "takes one NAME"},
+        {"--quantize 1 int8", "takes a NAME before it"},
         {"int8 --overflow none --quantize 1", "one of wrap, saturate"},
         {"int8 --quantize 0x1", "\"0x1\" is not a decimal number"},
         {"int8 --quantize 1e", "is not a decimal number"},

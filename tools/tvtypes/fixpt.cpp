@@ -191,6 +191,9 @@ void addFixpt(CLI::App& app, Console& console) {
     command.add_flag("--json", options->json, "Print one JSON object");
     command.footer(footer);
     command.callback([=, &console] {
+        if (quantize->count() > 0 && names->count() == 0 && record.wordLength->count() == 0) {
+            throw CLI::ValidationError("--quantize", "takes a NAME before it, or --word-length");
+        }
         record.check(names);
         refuseTogether(quantize, {atomic, overrideOff});
         if (overflow->count() > 0 && quantize->count() == 0) {

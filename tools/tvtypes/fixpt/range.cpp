@@ -29,22 +29,36 @@ std::string scalingOf(const fxpDataTypeProp& record) {
 
 bool isSmall(std::int32_t exponent) { return exponent <= mostBits && exponent >= -mostBits; }
 
+/// A number in digits, or else its formula where those would be rounded and it is exact.
+std::string digitsOrFormula(const std::optional<Exact>& number, std::string formula, bool isExact) {
+    std::string digits = number ? textOf(*number) : "";
+    const bool isRounded = digits.starts_with("about");
+    return !number || (isRounded && isExact) ? std::move(formula) : std::move(digits);
+}
+
 std::string resolutionOf(const fxpDataTypeProp& record) {
-    return isSmall(record.FixedExponent) ? textOf(exactSlopeOf(record)) : slopeFormula(record);
+    const bool isKnown = isSmall(record.FixedExponent);
+    return digitsOrFormula(isKnown ? std::optional(exactSlopeOf(record)) : std::nullopt,
+                           slopeFormula(record), record.SlopeAdjustmentFactor == 1.0);
 }
 
 /// The bounds of a type with a signedness.
 report::FixptRange boundsOf(const fxpDataTypeProp& record) {
-    if (const std::optional<Grid> grid = gridOf(record)) {
-        return {textOf(grid->valueOf(grid->least)), textOf(grid->valueOf(grid->greatest)), {}};
-    }
+    const bool isSigned = record.Signedness == 1;
+    const int bits = record.WordLength - (isSigned ? 1 : 0);
     const std::string scaling = scalingOf(record);
-    if (record.Signedness == 1) {
-        const int bits = record.WordLength - 1;
-        return {
-            fmt::format("-2^{}{}", bits, scaling), fmt::format("(2^{} - 1){}", bits, scaling), {}};
+    const std::string lowest = isSigned ? fmt::format("-2^{}{}", bits, scaling) : biasStr(record);
+    const std::string most = fmt::format("2^{} - 1", bits);
+    const std::string highest = scaling.empty() ? most : fmt::format("({}){}", most, scaling);
+    const std::optional<Grid> grid = gridOf(record);
+    if (!grid) {
+        return {lowest, highest, {}};
     }
-    return {biasStr(record), fmt::format("(2^{} - 1){}", record.WordLength, scaling), {}};
+    const bool isExact =
+        record.SlopeAdjustmentFactor == 1.0 && exactOf(biasStr(record)) == Exact(record.Bias);
+    return {digitsOrFormula(grid->valueOf(grid->least), lowest, isExact),
+            digitsOrFormula(grid->valueOf(grid->greatest), highest, isExact),
+            {}};
 }
 
 template <class Floating>

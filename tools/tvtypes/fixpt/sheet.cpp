@@ -120,11 +120,21 @@ void addNotes(report::FixptSheet& sheet) {
         note(fmt::format("the library writes {} for {}", sheet.identifier,
                          fmi::shortened(sheet.text, longest)));
     }
-    if (hasScaling(sheet.record) && isSlopeNormal(sheet.record)) {
-        const std::string slope = slopeStr(sheet.record);
-        if (exactOf(slope) != exactSlopeOf(sheet.record)) {
-            note(fmt::format("the slope is the double nearest to {}", slope));
+    const auto noteIfRounded = [&](const char* what, const std::string& decimal,
+                                   const Exact& number) {
+        if (exactOf(decimal) != number) {
+            note(fmt::format("the {} is the double nearest to {}", what, decimal));
         }
+    };
+    if (hasScaling(sheet.record)) {
+        const bool isPowerOfTwo = sheet.record.SlopeAdjustmentFactor == 1.0;
+        if (isSlopeNormal(sheet.record) && !isPowerOfTwo) {
+            noteIfRounded("slope", slopeStr(sheet.record), exactSlopeOf(sheet.record));
+        } else {
+            noteIfRounded("factor", slopeAdjustmentFactorStr(sheet.record),
+                          Exact(sheet.record.SlopeAdjustmentFactor));
+        }
+        noteIfRounded("bias", biasStr(sheet.record), Exact(sheet.record.Bias));
     }
     if (sheet.record.DataTypeMode == FXP_DT_SCALED_DOUBLE) {
         note("it holds doubles, so no word limits its range and resolution");
@@ -142,9 +152,10 @@ void setAtomic(const std::vector<int>& wordLengths, DataTypeTable& table) {
     table.setAtomicWordLengths(wordLengths);
     for (int id = 0; id < DataTypeTable::getNumBuiltInDataTypes(); ++id) {
         const fxpDataTypeProp& builtIn = *DataTypeTable::getBuiltinDataTypeProperties(id);
-        table.getDataTypeAt(static_cast<std::size_t>(id) + 1)
-            ->setIsAtomic(builtIn.DataTypeMode == FXP_DT_FIXPT &&
-                          std::ranges::find(wordLengths, builtIn.WordLength) != wordLengths.end());
+        if (builtIn.DataTypeMode == FXP_DT_FIXPT &&
+            std::ranges::find(wordLengths, builtIn.WordLength) != wordLengths.end()) {
+            table.getDataTypeAt(static_cast<std::size_t>(id) + 1)->setIsAtomic(true);
+        }
     }
 }
 
@@ -154,6 +165,8 @@ report::FixptSheet sheetOf(const std::string& text, const fxpDataTypeProp& recor
     sheet.text = text;
     sheet.record = record;
     sheet.identifier = fxpDataTypeToIdentifierString(&record);
+    sheet.fixedPointName =
+        hasScaling(record) ? fxpDataTypeToIdentifierStringTrueFixPt(&record) : "";
     sheet.kind = kindOf(record, sheet.identifier);
     sheet.slope = hasScaling(record) ? slopeOf(record) : "";
     sheet.range = rangeOf(record);

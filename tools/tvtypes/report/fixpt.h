@@ -31,6 +31,7 @@ struct FixptSheet {
     std::string text; ///< as it was asked for
     fxpDataTypeProp record{};
     std::string identifier;
+    std::string fixedPointName; ///< not that of a built-in type; empty for a type without scaling
     std::string kind;
     std::string slope; ///< 0.0625 = 2^-4; empty for a type without scaling
     FixptRange range;

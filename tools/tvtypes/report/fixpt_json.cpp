@@ -27,6 +27,7 @@ json::object objectOf(const FixptSheet& sheet) {
     const bool isStored = !sheet.storage.empty();
     return {{"text", textOrNull(sheet.text)},
             {"identifier", sheet.identifier},
+            {"fixedPointName", textOrNull(sheet.fixedPointName)},
             {"kind", sheet.kind},
             {"mode", fxpDtpGetClassName(&record)},
             {"signedness",

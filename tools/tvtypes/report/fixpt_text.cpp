@@ -36,6 +36,14 @@ std::string kindOf(const FixptSheet& sheet) {
                        record.WordLength, pluralEnding(record.WordLength));
 }
 
+std::string identifierOf(const FixptSheet& sheet) {
+    const bool hasAnother =
+        !sheet.fixedPointName.empty() && sheet.fixedPointName != sheet.identifier;
+    return hasAnother
+               ? fmt::format("{}, as a fixed-point type {}", sheet.identifier, sheet.fixedPointName)
+               : sheet.identifier;
+}
+
 std::string recordOf(const fxpDataTypeProp& record) {
     return fmt::format("{}, signedness {}, word length {}, exponent {}, factor {}, bias {}, "
                        "override state {}",
@@ -105,7 +113,7 @@ void printSheet(const FixptSheet& sheet, fmt::text_style style, std::ostream& os
                   os);
     }
     printLine("atomic", sheet.isAtomic ? "yes" : "no", os);
-    printLine("identifier", sheet.identifier, os);
+    printLine("identifier", identifierOf(sheet), os);
     printConstructors(sheet.constructors, os);
     printLine("record", recordOf(sheet.record), os);
     for (const std::string& note : sheet.notes) {
