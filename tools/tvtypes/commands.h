@@ -5,6 +5,7 @@
 #include "fmi/source.h"
 #include "tool.h"
 
+#include <cstddef>
 #include <string>
 
 namespace CLI {
@@ -28,5 +29,9 @@ void addUnit(CLI::App& app, Console& console);
 
 /// Says, with the place, why a description cannot be read.
 void reportUnreadable(const std::string& file, const fmi::ReadError& error, Console& console);
+
+/// Says why an argument cannot be read, and points at the byte.
+void reportUnreadable(const std::string& argument, std::size_t position, const char* reason,
+                      Console& console);
 
 } // namespace tvtool

@@ -6,7 +6,6 @@
 #include "fmi/remarks.h"
 #include "report/dims_json.h"
 #include "report/dims_text.h"
-#include "report/excerpt.h"
 #include "report/safe_text.h"
 
 #include <CLI/CLI.hpp>
@@ -51,11 +50,7 @@ void showDims(const Options& options, Console& console) {
             // Without the blank that keeps a list in one piece.
             sheets.add(argument.substr(argument.starts_with(' ') ? 1 : 0));
         } catch (const dims::DimsError& error) {
-            console.err << fmt::format(
-                "tvtypes: {}: column {}: {}\n{}", report::safeText(fmi::quoted(error.text)),
-                report::columnOf(error.text, error.position), report::safeText(error.what()),
-                report::excerptAt(error.text, error.position));
-            console.status = ExitUnusable;
+            reportUnreadable(error.text, error.position, error.what(), console);
         }
     }
     if (options.json) {

@@ -7,14 +7,10 @@
 #include "fixpt/quantization.h"
 #include "fixpt/record.h"
 #include "fixpt/sheet.h"
-#include "fmi/remarks.h"
-#include "report/excerpt.h"
 #include "report/fixpt_json.h"
 #include "report/fixpt_text.h"
-#include "report/safe_text.h"
 
 #include <CLI/CLI.hpp>
-#include <fmt/format.h>
 
 #include <memory>
 #include <ostream>
@@ -47,14 +43,6 @@ constexpr const char* footer =
     "\n"
     "Exit status: 0 shown, 2 a NAME is not one, a value cannot be stored or the call is wrong.";
 
-void reportError(const fixpt::NameError& error, Console& console) {
-    console.err << fmt::format(
-        "tvtypes: {}: column {}: {}\n{}", report::safeText(fmi::quoted(error.text)),
-        report::columnOf(error.text, error.position), report::safeText(error.what()),
-        report::excerptAt(error.text, error.position));
-    console.status = ExitUnusable;
-}
-
 template <class Findings>
 void show(const Findings& findings, const Options& options, Console& console) {
     if (options.json) {
@@ -86,7 +74,7 @@ void showSheets(const Options& options, Console& console) {
             sheets.push_back(
                 fixpt::sheetOf(name, withOverride(fixpt::recordNamed(name), options), table));
         } catch (const fixpt::NameError& error) {
-            reportError(error, console);
+            reportUnreadable(error.text, error.position, error.what(), console);
         }
     }
     show(sheets, options, console);
@@ -100,7 +88,7 @@ void showQuantization(const Options& options, Console& console) {
         const auto overflow = convert::overflowNamed("--overflow", options.overflow);
         show(fixpt::quantized(options.values, record, overflow), options, console);
     } catch (const fixpt::NameError& error) {
-        reportError(error, console);
+        reportUnreadable(error.text, error.position, error.what(), console);
     }
 }
 

@@ -1,9 +1,6 @@
 // tvtypes unit: what the library knows of units.
 #include "commands.h"
 #include "exclusion.h"
-#include "fmi/remarks.h"
-#include "report/excerpt.h"
-#include "report/safe_text.h"
 #include "report/unit_json.h"
 #include "report/unit_text.h"
 #include "unit/factor.h"
@@ -46,14 +43,6 @@ constexpr const char* footer =
     "Exit status: 0 all is known, 1 there is no such factor, 2 a unit is not known or the call is\n"
     "wrong.";
 
-void reportError(const unit::UnitError& error, Console& console) {
-    console.err << fmt::format(
-        "tvtypes: {}: column {}: {}\n{}", report::safeText(fmi::quoted(error.text)),
-        report::columnOf(error.text, error.position), report::safeText(error.what()),
-        report::excerptAt(error.text, error.position));
-    console.status = ExitUnusable;
-}
-
 void showUnits(const Options& options, Console& console) {
     TVTypeSys::UnitTable table;
     std::vector<report::UnitSheet> sheets;
@@ -61,7 +50,7 @@ void showUnits(const Options& options, Console& console) {
         try {
             sheets.push_back(unit::sheetOf(text, table));
         } catch (const unit::UnitError& error) {
-            reportError(error, console);
+            reportUnreadable(error.text, error.position, error.what(), console);
         }
     }
     if (options.json) {
@@ -112,7 +101,7 @@ void execute(const Options& options, Console& console) {
             showUnits(options, console);
         }
     } catch (const unit::UnitError& error) {
-        reportError(error, console);
+        reportUnreadable(error.text, error.position, error.what(), console);
     }
 }
 
