@@ -10,7 +10,7 @@ using TVTypeSys::ShortText;
 using TVTypeSys::slopeIsNormal;
 using TVTypeSys::totalSlope;
 
-const std::string separator = "_";
+constexpr std::string_view separator = "_";
 
 /// The name of the built-in integer type that a fixed-point record describes; empty if none.
 std::string_view builtInName(const fxpDataTypeProp& record) {
