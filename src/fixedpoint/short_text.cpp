@@ -10,6 +10,23 @@
 
 namespace TVTypeSys {
 
+namespace {
+
+char identifierCharacter(char c) {
+    switch (c) {
+    case '.':
+        return 'p';
+    case '-':
+        return 'n';
+    case 'E':
+        return 'e';
+    default:
+        return c;
+    }
+}
+
+} // namespace
+
 void ShortText::appendInteger(std::int64_t value) {
     // Every digit may have a separator before it, which may be any character, also '\0'.
     const auto padded = boost::lexical_cast<std::array<char, 48>>(value);
@@ -31,10 +48,7 @@ char* rewriteForIdentifier(char* begin, char* end) {
     const auto startsWith = [&](std::string_view text) {
         return std::string_view(begin, end).starts_with(text);
     };
-    end = std::remove(begin, end, '+');
-    std::replace(begin, end, '.', 'p');
-    std::replace(begin, end, '-', 'n');
-    std::replace(begin, end, 'E', 'e');
+    end = std::transform(begin, std::remove(begin, end, '+'), begin, identifierCharacter);
     if (std::string_view(begin, end).ends_with("p0")) {
         end -= 2;
     }
