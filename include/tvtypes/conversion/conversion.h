@@ -1,0 +1,70 @@
+/// \file
+/// Conversion of vectors between the nine built-in types.
+///
+/// Built-in types are given by their ids, 0 to 8 in the order double, single, int8, uint8, int16,
+/// uint16, int32, uint32, boolean; ids of aliases must be resolved first. Vectors may have any
+/// alignment. Complex vectors are interleaved, real then imaginary.
+///
+/// The functions do not fail, do not allocate and keep no state: every input has a defined output,
+/// the same on every processor. Threads may convert concurrently into buffers that do not overlap.
+///
+/// - An integer outside the range of the destination is reduced modulo 2^N (wrap) or becomes the
+///   nearer bound (saturate). A floating-point value is rounded first; NaN becomes 0, an infinity
+///   0 (wrap) or the bound (saturate).
+/// - A mode without effect on a pair is ignored: rounding of an integer, saturation where no value
+///   is out of range.
+/// - To `boolean`: 1 if the value is not zero (NaN is not zero), otherwise 0.
+/// - double to single is the IEEE conversion and has no saturating form.
+#pragma once
+
+#include <tvtypes/export.h>
+#include <tvtypes/fixedpoint/properties.h>
+
+struct _tvDataTypeAccess_tag;
+
+/// Converts `dstCount` elements. With a `srcCount` of 0 or 1 the source is a scalar that is
+/// replicated into every element (for `boolean` destinations only with 1); otherwise the source has
+/// `dstCount` elements. Real to complex gives imaginary parts of zero, complex to real drops them;
+/// a `boolean` destination is one byte an element, complex or not.
+///
+/// Returns false if `checkLoss` is true and something was lost: an element converted back differs
+/// from its source, the source is NaN, or a dropped imaginary part is not zero. The destination is
+/// written in full either way. The ids and modes are ignored: they are fixed by the selection of
+/// the function.
+using tvBuiltinDtypeConvFcn = bool (*)(const void* src, void* dst, unsigned long srcCount,
+                                       unsigned long dstCount, bool srcIsComplex, bool dstIsComplex,
+                                       bool checkLoss, int srcId, int dstId,
+                                       fxpModeOverflow_tag overflow, fxpModeRounding_tag rounding);
+
+/// Returns the conversion function of a pair of types in the given modes; never null.
+/// \pre The ids are 0 to 8 and the modes are enumerators; neither is checked.
+TVTYPES_API tvBuiltinDtypeConvFcn utGetTvBuiltinDtypeConvFcn(int srcId, int dstId,
+                                                             fxpModeOverflow_tag overflow,
+                                                             fxpModeRounding_tag rounding);
+
+/// Selects the conversion function, calls it and returns its result.
+/// \pre The ids are 0 to 8 and the modes are enumerators; neither is checked.
+TVTYPES_API bool tvConvertBuiltInDTypeVectWithCheck(const void* src, unsigned long srcCount,
+                                                    int srcId, bool srcIsComplex, void* dst,
+                                                    unsigned long dstCount, int dstId,
+                                                    bool dstIsComplex, fxpModeOverflow_tag overflow,
+                                                    fxpModeRounding_tag rounding, bool checkLoss);
+
+/// The conversion function of the built-in types' records: converts `count` real elements, rounded
+/// toward zero and saturated. The ids may be those of aliases. Returns 1 in all cases; a loss is
+/// not reported. `context` and `extra` are ignored.
+TVTYPES_API int ConvertBetweenBuiltinFcn(_tvDataTypeAccess_tag* access, const char* context,
+                                         int dstId, int srcId, int count, const void* src,
+                                         const void* extra, void* dst);
+
+namespace utdtypeconv {
+
+/// Returns the nearest integral value, ties to even, for `T` double and float. A zero result has
+/// the sign of `x`; NaN and the infinities are returned unchanged.
+template <class T>
+TVTYPES_API T ScalarConvergentPreInt(T x);
+
+extern template TVTYPES_API double ScalarConvergentPreInt<double>(double x);
+extern template TVTYPES_API float ScalarConvergentPreInt<float>(float x);
+
+} // namespace utdtypeconv

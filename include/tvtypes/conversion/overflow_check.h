@@ -1,0 +1,18 @@
+/// \file
+/// Detection of overflow in a conversion from floating point to integers.
+#pragma once
+
+#include <tvtypes/export.h>
+#include <tvtypes/fixedpoint/properties.h>
+
+namespace TVTypeSys::DataTypeConvOverflowUtilities {
+
+/// Returns whether any of `count` floating-point elements, rounded in this mode, is outside the
+/// range of the integer type `Dst`; both parts of complex elements are checked. An infinity
+/// overflows, NaN does not. False if `rounding` is not an enumerator. `Dst` is one of the six
+/// integer types of up to 32 bits, `Src` float or double.
+template <class Dst, class Src>
+TVTYPES_API bool CheckFloatVectForConvOverflow(const Src* data, int count, bool isComplex,
+                                               fxpModeRounding_tag rounding);
+
+} // namespace TVTypeSys::DataTypeConvOverflowUtilities

@@ -1,0 +1,88 @@
+#include "services/guard.h"
+#include "services/names.h"
+#include "services/refuse.h"
+#include "symbolicdims/ids.h"
+
+#include <tvtypes/symbolicdims/table.h>
+
+#include <symbolicexpr/copy.h>
+#include <symbolicexpr/parser.h>
+
+#include <boost/lexical_cast.hpp>
+
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+
+namespace TVTypeSys {
+
+namespace {
+
+/// Whether the C library reads a text as one number, of any base and size. It does so with "".
+bool isNumber(const std::string& text) {
+    char* end = nullptr;
+    static_cast<void>(std::strtol(text.c_str(), &end, 0));
+    return *end == '\0';
+}
+
+bool isDigits(const std::string& text) {
+    return !text.empty() &&
+           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+} // namespace
+
+int SymbolicDimsTable::registerSymbolicDims(const char* text) {
+    const std::string name = textOf(text);
+    if (isNumber(name)) {
+        return registerSymbolicDims(boost::lexical_cast<int>(name));
+    }
+    return registered(*expressions_, TV::SymbolicString(*expressions_, name));
+}
+
+int SymbolicDimsTable::registerSymbolicDims(int value) {
+    return registered(*expressions_, TV::SymbolicIntValue(*expressions_, value));
+}
+
+int SymbolicDimsTable::registerSymbolicDims(const std::vector<std::string>& sizes) {
+    // Read ahead, so that a number which is too large leaves nothing behind.
+    std::vector<std::optional<int>> numbers;
+    numbers.reserve(sizes.size());
+    for (const std::string& size : sizes) {
+        numbers.push_back(isDigits(size) ? std::optional(boost::lexical_cast<int>(size))
+                                         : std::nullopt);
+    }
+    std::vector<unsigned long> ids;
+    ids.reserve(sizes.size());
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
+        ids.push_back(numbers[i]
+                          ? TV::SymbolicIntValue(*expressions_, *numbers[i]).getId(*expressions_)
+                          : TV::SymbolicString(*expressions_, sizes[i]).getId(*expressions_));
+    }
+    return ids.size() == 1 ? dimsIdOf(ids.front())
+                           : registered(*expressions_, TV::SymbolicNDExpr(*expressions_, ids));
+}
+
+int SymbolicDimsTable::registerSymbolicDimsExpr(const char* text) {
+    return dimsIdOf(TV::SymbolicExprParser(*expressions_)(textOf(text)));
+}
+
+int SymbolicDimsTable::importSymbolicDims(const SymbolicDimsTable& source, int id) {
+    return dimsIdOf(TV::SymbolicExprCopy(*source.expressions_, *expressions_)(expressionIdOf(id)));
+}
+
+tvsvDiagnosticImpl* SymbolicDimsTable::RegisterSymbolicDims(SymbolicDimsTable* table,
+                                                            const char* blockName, const char* dims,
+                                                            int* idOut) {
+    return guarded(blockName, [&] { *idOut = table->registerSymbolicDims(dims); });
+}
+
+bool SymbolicDimsTable::isAValidSymbolicDims(const char* text) { return isIdentifier(text); }
+
+void SymbolicDimsTable::validateSymbolicDimsExpr(const char* text) {
+    if (!isAValidSymbolicDims(text)) {
+        refuse(general::InvalidDataType(textOf(text)));
+    }
+}
+
+} // namespace TVTypeSys

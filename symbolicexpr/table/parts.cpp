@@ -1,0 +1,31 @@
+#include "table/parts.h"
+
+namespace TV {
+
+unsigned long numberOfParts(const SymbolicExpr& expr) {
+    return expr.isMultiExpr() ? expr.getNumInputs() : expr.getNumArgs();
+}
+
+unsigned long part(const SymbolicExpr& expr, unsigned long index) {
+    return expr.isMultiExpr() ? expr.getInput(index) : expr.getArg(index);
+}
+
+unsigned long binaryId(const SymbolicExprTable& table, SymbolicOp op, unsigned long left,
+                       unsigned long right) {
+    switch (op) {
+    case SymbolicPlusOp:
+        return SymbolicPlusExpr(table, left, right).getId(table);
+    case SymbolicMinusOp:
+        return SymbolicMinusExpr(table, left, right).getId(table);
+    case SymbolicMultiplyOp:
+        return SymbolicMultiplyExpr(table, left, right).getId(table);
+    case SymbolicDivideOp:
+        return SymbolicDivideExpr(table, left, right).getId(table);
+    case SymbolicEqualOp:
+        return SymbolicEqualExpr(table, left, right).getId(table);
+    default:
+        return SymbolicGreaterThanExpr(table, left, right).getId(table);
+    }
+}
+
+} // namespace TV

@@ -1,0 +1,94 @@
+#include "symbolicdims/symbolicdims_fixture.h"
+
+#include <boost/lexical_cast.hpp>
+
+namespace TVTypeSys {
+namespace {
+
+using SymbolicDimsServices::Concat;
+using SymbolicDimsServices::Const;
+
+constexpr int untouched = -77;
+
+class SymbolicServicesTest : public SymbolicTest {
+  protected:
+    // The output of a constant in writing, or why it is refused.
+    std::string constant(const std::vector<std::string>& sizes, bool vectorForm) {
+        int output = untouched;
+        const std::string refusal =
+            refusalOf([&] { Const::ComputeOutput(&table, sizes, output, vectorForm); });
+        return refusal != "accepted" ? refusal : output == untouched ? "" : text(output);
+    }
+
+    // The input that a concatenation lacks and its place, in writing; "?" is one that is unknown.
+    std::string missingInput(const std::vector<const char*>& inputs, const char* output, int axis,
+                             bool vectorForm = false) {
+        std::vector<int> ids;
+        for (const char* input : inputs) {
+            ids.push_back(std::string(input) == "?" ? -1 : id(input));
+        }
+        int result = untouched;
+        int unknown = untouched;
+        const std::string refusal = refusalOf([&] {
+            Concat::ComputeInput(&table, ids, id(output), result, unknown, axis, vectorForm,
+                                 block(1));
+        });
+        return (refusal != "accepted" ? refusal
+                : result == untouched ? "none"
+                                      : text(result)) +
+               " at " + std::to_string(unknown);
+    }
+};
+
+TEST_F(SymbolicServicesTest, ConstantHasTheDimensionsOfItsValue) {
+    EXPECT_EQ(constant({}, false), "");
+    EXPECT_EQ(constant({}, true), "");
+    EXPECT_EQ(constant({"N"}, false), "N");
+    EXPECT_EQ(constant({"2", "N"}, false), "[2,N]");
+    EXPECT_EQ(constant({"1", "N"}, true), "N");
+    EXPECT_EQ(constant({"N", "1"}, true), "N");
+    EXPECT_EQ(constant({"1", "1"}, true), "1");
+    for (const std::vector<std::string>& sizes :
+         {std::vector<std::string>{"N", "M"}, {"1"}, {"1", "N", "1"}}) {
+        EXPECT_EQ(constant(sizes, true), "InvalidSymbolicDimensionSpec()");
+    }
+    EXPECT_THROW(constant({"1", "0x10"}, true), boost::bad_lexical_cast);
+}
+
+TEST_F(SymbolicServicesTest, ConcatenationSolvesTheOneMissingInput) {
+    EXPECT_EQ(missingInput({"[2,K]", "?"}, "[M,K]", 0), "[M-2,K] at 1");
+    EXPECT_EQ(missingInput({"?", "[2,K]"}, "[M,K]", 0, true), "M-2 at 0");
+    EXPECT_EQ(missingInput({"[2,K]", "?", "?"}, "[M,K]", 0), "none at 2");
+    EXPECT_EQ(missingInput({"?"}, "[M,K]", 1), "[M,K] at 0");
+    EXPECT_EQ(missingInput({}, "[M,K]", 1), "none at -10");
+    // An input without this dimension does not count along it.
+    EXPECT_EQ(missingInput({"A", "[M,3]", "?"}, "[M,K]", 1), "[M,K-3] at 2");
+    EXPECT_TRUE(table.hasEqualRelation(id("A"), id("M")));
+    std::vector<int> stated;
+    table.getSymbolicDimsConstraints(stated);
+    EXPECT_EQ(stated.size(), 1);
+}
+
+TEST_F(SymbolicServicesTest, ConcatenationStatesWhatItImplies) {
+    id("C"); // the lowest id of those that are equal
+    EXPECT_EQ(missingInput({"[2,A]", "[N,B]", "[3,A]"}, "[M,C]", 0), "none at -10");
+    EXPECT_TRUE(table.hasEqualRelation(id("M"), id("N+5")));
+    EXPECT_TRUE(table.hasEqualRelation(id("A"), id("B")));
+    std::vector<int> stated;
+    table.getSymbolicDimsConstraints(block(1), stated);
+    EXPECT_EQ(stated.size(), 3);
+}
+
+TEST_F(SymbolicServicesTest, ConcatenationIsRefused) {
+    for (const int axis : {-1, 2}) {
+        EXPECT_EQ(missingInput({"[2,K]", "?"}, "[M,K]", axis),
+                  "InvalidDimensionIndex(" + std::to_string(axis) + ", 2) at -77");
+    }
+    table.addGreaterThanRelation(id("G"), id("H"), nullptr);
+    EXPECT_EQ(missingInput({"[2,A,H]", "?"}, "[M,B,G]", 0),
+              "InconsistentSymbolicDimensionNotEqual(G, H, H) at 1");
+    EXPECT_TRUE(table.hasEqualRelation(id("A"), id("B")));
+}
+
+} // namespace
+} // namespace TVTypeSys
