@@ -20,7 +20,7 @@ std::string file;
 void Inspect(benchmark::State& state) {
     std::size_t variables = 0;
     for (auto _ : state) {
-        const tvtool::report::Findings findings = tvtool::model::inspectFile(file);
+        const tvtool::model::Findings findings = tvtool::model::inspectFile(file);
         variables = findings.variables;
         benchmark::DoNotOptimize(findings.types.data());
     }

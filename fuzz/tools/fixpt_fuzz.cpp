@@ -1,10 +1,10 @@
 // Any bytes as the name of a numeric type, and as a value to store in it: a name that is read is
 // one that the library writes for the same record, and what is no name has a place.
-#include "fixpt/error.h"
-#include "fixpt/identifier.h"
-#include "fixpt/quantization.h"
-#include "fixpt/sheet.h"
-#include "report/excerpt.h"
+#include "fixedpoint/identifier.h"
+#include "fixedpoint/quantization.h"
+#include "fixedpoint/sheet.h"
+#include "text/excerpt.h"
+#include "text/parse_error.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -21,13 +21,13 @@ void check(bool holds) {
 }
 
 void readAndShow(const std::string& name, const std::string& value) {
-    const fxpDataTypeProp record = fixpt::recordNamed(name);
+    const fxpDataTypeProp record = fixedpoint::recordNamed(name);
     check(record.validateFxpDTProp());
     const std::string written = fxpDataTypeToIdentifierString_NoCache(&record);
-    check(fxdt_isequal_to()(fixpt::recordNamed(written), record));
+    check(fxdt_isequal_to()(fixedpoint::recordNamed(written), record));
     TVTypeSys::DataTypeTable table;
-    fixpt::sheetOf(name, record, table);
-    fixpt::quantized({value}, record, FXP_OVERFLOW_WRAP);
+    fixedpoint::sheetOf(name, record, table);
+    fixedpoint::quantized({value}, record, FXP_OVERFLOW_WRAP);
 }
 
 } // namespace
@@ -38,10 +38,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string name = text.substr(0, blank);
     try {
         readAndShow(name, blank == std::string::npos ? "" : text.substr(blank + 1));
-    } catch (const fixpt::NameError& error) {
+    } catch (const text::ParseError& error) {
         check(error.position <= name.size());
-        report::excerptAt(name, error.position);
-    } catch (const fixpt::Error&) {
+        text::excerptAt(name, error.position);
+    } catch (const fixedpoint::Error&) {
     }
     return 0;
 }

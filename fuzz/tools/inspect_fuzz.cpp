@@ -1,10 +1,11 @@
-// The inspection of any bytes, and the layout of its structs: reports or a ReadError, nothing else.
+// The inspection of any bytes, and the layout of its structs: reports or a files::ReadError,
+// nothing else.
 #include "model/inspection.h"
+#include "model/inspection_json.h"
+#include "model/inspection_text.h"
+#include "model/layout_svg.h"
+#include "model/layout_text.h"
 #include "model/memory_map.h"
-#include "report/json.h"
-#include "report/layout_svg.h"
-#include "report/layout_text.h"
-#include "report/text.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -32,16 +33,16 @@ class MemorySource : public tvtool::fmi::Source {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     MemorySource source({reinterpret_cast<const char*>(data), size});
     try {
-        const tvtool::report::Findings findings = tvtool::model::inspectSource(source, {});
+        const tvtool::model::Findings findings = tvtool::model::inspectSource(source, {});
         std::ostringstream os;
-        tvtool::report::printText(findings, true, os);
-        tvtool::report::printJson(findings, os);
+        tvtool::model::printText(findings, true, os);
+        tvtool::model::printJson(findings, os);
         MemorySource again({reinterpret_cast<const char*>(data), size});
         const tvtool::model::Model model(again, {});
-        const tvtool::report::LayoutFindings layout = tvtool::model::mapStructs(model, "");
-        tvtool::report::printLayout(layout, true, os);
-        tvtool::report::drawLayout(layout, os);
-    } catch (const tvtool::fmi::ReadError&) {
+        const tvtool::model::LayoutFindings layout = tvtool::model::mapStructs(model, "");
+        tvtool::model::printLayout(layout, true, os);
+        tvtool::model::drawLayout(layout, os);
+    } catch (const tvtool::files::ReadError&) {
         // No description: the reader has said so.
     }
     return 0;

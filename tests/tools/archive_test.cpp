@@ -30,7 +30,7 @@ struct ArchiveTest : testing::Test {
             while (source->read(buffer) > 0) {
             }
             ADD_FAILURE() << "read without an error";
-        } catch (const fmi::ReadError& error) {
+        } catch (const files::ReadError& error) {
             EXPECT_THAT(error.what(), HasSubstr(sentence));
         }
     }

@@ -1,10 +1,10 @@
 // Names of numeric types, what they are, and how values are stored in them.
 #include "convert/conversion.h"
 #include "convert/values.h"
-#include "fixpt/error.h"
-#include "fixpt/identifier.h"
-#include "fixpt/quantization.h"
+#include "fixedpoint/identifier.h"
+#include "fixedpoint/quantization.h"
 #include "support.h"
+#include "text/parse_error.h"
 
 #include <tvtypes/datatypetable.h>
 
@@ -51,13 +51,13 @@ TEST(Fixpt, NamesReadBackToTheirRecords) {
             pick(0.0, 5e-324, -1.7976931348623157e308, 0.25 * exponent, someDouble()),
             0};
         const std::string name = fxpDataTypeToIdentifierString_NoCache(&record);
-        const fxpDataTypeProp read = fixpt::recordNamed(name);
+        const fxpDataTypeProp read = fixedpoint::recordNamed(name);
         ASSERT_TRUE(fxdt_isequal_to()(read, record)) << name;
         ASSERT_EQ(read.DataTypeOverrideState, 0);
     }
     for (int id = 0; id < TVTypeSys::DataTypeTable::getNumBuiltInDataTypes(); ++id) {
         const char* const name = TVTypeSys::DataTypeTable::getNameOfBuiltInDataType(id);
-        const fxpDataTypeProp read = fixpt::recordNamed(name);
+        const fxpDataTypeProp read = fixedpoint::recordNamed(name);
         EXPECT_EQ(fxpDataTypeToIdentifierString_NoCache(&read), name);
     }
 }
@@ -68,7 +68,7 @@ TEST(Fixpt, OtherWritingsAreReadAndWhatIsNoNameIsPointedAt) {
                                      {"ufix08_Bn0", "uint8"},
                                      {"sfix8_F1p5_En2", "sfix8_Sp375"},
                                      {"flts8_S1en310", "flts8_F1p1505236063118787_En1030"}}) {
-        const fxpDataTypeProp record = fixpt::recordNamed(text);
+        const fxpDataTypeProp record = fixedpoint::recordNamed(text);
         EXPECT_EQ(fxpDataTypeToIdentifierString_NoCache(&record), name);
     }
     const struct {
@@ -98,9 +98,9 @@ TEST(Fixpt, OtherWritingsAreReadAndWhatIsNoNameIsPointedAt) {
                 {"sfix16_B1e400", 8, "beyond what a double holds"}};
     for (const auto& row : rows) {
         try {
-            fixpt::recordNamed(row.text);
+            fixedpoint::recordNamed(row.text);
             ADD_FAILURE() << row.text;
-        } catch (const fixpt::NameError& error) {
+        } catch (const text::ParseError& error) {
             EXPECT_EQ(error.position, row.position) << row.text;
             EXPECT_THAT(error.what(), HasSubstr(row.part)) << row.text;
         }
@@ -128,7 +128,7 @@ TEST(Fixpt, QuantizesIntegersAsTheLibraryConverts) {
             const auto& record = *TVTypeSys::DataTypeTable::getBuiltinDataTypeProperties(id);
             for (const auto& overflow : convert::overflows) {
                 const auto rows =
-                    fixpt::quantized({fmt::format("{:.300f}", value)}, record, overflow.value)
+                    fixedpoint::quantized({fmt::format("{:.300f}", value)}, record, overflow.value)
                         .values[0]
                         .rows;
                 for (std::size_t r = 0; r < rows.size(); ++r) {

@@ -85,7 +85,7 @@ TEST(Reader, SurvivesEveryTruncation) {
     const std::string text = readFile(TVTYPES_EXAMPLES "/motor_drive.xml");
     const std::size_t end = text.find_last_of('>');
     for (std::size_t length = 0; length < end; length += 13) {
-        EXPECT_THROW(readText(text.substr(0, length)), fmi::ReadError) << length;
+        EXPECT_THROW(readText(text.substr(0, length)), files::ReadError) << length;
     }
 }
 

@@ -1,8 +1,8 @@
 #include "support.h"
 
-#include "report/json.h"
-#include "report/safe_text.h"
-#include "report/text.h"
+#include "model/inspection_json.h"
+#include "model/inspection_text.h"
+#include "text/safe_text.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,20 +16,20 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-report::Findings sampleFindings() {
-    report::Findings findings;
+model::Findings sampleFindings() {
+    model::Findings findings;
     findings.file = "m.xml";
     findings.fmiVersion = "3.0";
     findings.modelName = "M";
     findings.variables = 12;
     findings.types = {
-        {0, "double", report::Kind::BuiltIn, 8, "double", "", 7, ""},
-        {14, "a_long_name", report::Kind::Alias, 8, "double", "double", 4, "\xE6\xB0\xB4.\xC3\xA4"},
-        {1500, "E", report::Kind::Enumerated, 4, "int32", "", 1, "x\x1b[31m"},
-        {1501, "S", report::Kind::Struct, 24, "", "", 3, "", 2, 5}};
+        {0, "double", model::Kind::BuiltIn, 8, "double", "", 7, ""},
+        {14, "a_long_name", model::Kind::Alias, 8, "double", "double", 4, "\xE6\xB0\xB4.\xC3\xA4"},
+        {1500, "E", model::Kind::Enumerated, 4, "int32", "", 1, "x\x1b[31m"},
+        {1501, "S", model::Kind::Struct, 24, "", "", 3, "", 2, 5}};
     findings.outside = {{"String", 2, 1}};
-    findings.units = {{"N.m", report::UnitSource::Reading, 3, "N*m", "", {"a", "b", "c", "d"}},
-                      {"\xC2\xB5", report::UnitSource::Nothing, -1, "", "0.5 * m", {}}};
+    findings.units = {{"N.m", model::UnitSource::Reading, 3, "N*m", "", {"a", "b", "c", "d"}},
+                      {"\xC2\xB5", model::UnitSource::Nothing, -1, "", "0.5 * m", {}}};
     findings.dimensions = {{5, "[n,2]", {"a", "b"}}};
     findings.facts = {{7, "2*n==6", {"a"}}};
     findings.remarks.problem({"Float64", 7}, "first");
@@ -40,9 +40,9 @@ report::Findings sampleFindings() {
     return findings;
 }
 
-std::string textOf(const report::Findings& findings, bool colour) {
+std::string textOf(const model::Findings& findings, bool colour) {
     std::ostringstream stream;
-    report::printText(findings, colour, stream);
+    model::printText(findings, colour, stream);
     return stream.str();
 }
 
@@ -82,7 +82,7 @@ TEST(TextReport, ColumnsAreAligned) {
 }
 
 TEST(TextReport, WidthIsThatOnTheScreen) {
-    report::Findings findings = sampleFindings();
+    model::Findings findings = sampleFindings();
     findings.types[0].aliasOf = "\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4";
     // Five wide characters take ten columns.
     EXPECT_THAT(textOf(findings, false), HasSubstr("  double              4  "));
@@ -97,7 +97,7 @@ TEST(TextReport, ColourIsOnlyGivenWhereItIsAskedFor) {
 
 TEST(JsonReport, HasAllThatTheTextHas) {
     std::ostringstream stream;
-    report::printJson(sampleFindings(), stream);
+    model::printJson(sampleFindings(), stream);
     const boost::json::value expected = boost::json::parse(R"({
         "file": "m.xml", "fmiVersion": "3.0", "modelName": "M", "variables": 12,
         "types": [
@@ -136,15 +136,15 @@ TEST(SafeText, LeavesTheTerminalAlone) {
         {"\xF3\xA0\x80\x81", "\\udb40\\udc01"},        // invisible, beyond 16 bits
         {"a\xFFz\xC3", "a\xEF\xBF\xBDz\xEF\xBF\xBD"}}; // no UTF-8
     for (const auto& [text, safe] : rows) {
-        EXPECT_EQ(report::safeText(text), safe);
+        EXPECT_EQ(text::safeText(text), safe);
     }
 }
 
 TEST(JsonReport, KeepsWhatItEscapes) {
-    report::Findings findings = sampleFindings();
+    model::Findings findings = sampleFindings();
     findings.modelName = "\xC2\x9B\xF3\xA0\x80\x81\"\\\n";
     std::ostringstream stream;
-    report::printJson(findings, stream);
+    model::printJson(findings, stream);
     EXPECT_EQ(boost::json::parse(stream.str()).at("modelName").as_string(), findings.modelName);
     EXPECT_THAT(stream.str(), Not(HasSubstr("\xC2\x9B")));
 }

@@ -1,9 +1,9 @@
 // From names to struct types, and where their elements lie.
 #include "support.h"
 
-#include "fmi/name_tree.h"
 #include "fmi/structured_name.h"
 #include "model/model.h"
+#include "model/name_tree.h"
 #include "model/struct_layout.h"
 
 #include <fndut/alloc.h>

@@ -1,8 +1,8 @@
-#include "unit/meaning.h"
-#include "unit/reading.h"
-#include "unit/spelling.h"
-#include "unit/text16.h"
-#include "unit/words.h"
+#include "text/utf16.h"
+#include "units/meaning.h"
+#include "units/reading.h"
+#include "units/spelling.h"
+#include "units/words.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@
 #include <random>
 #include <string>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 namespace {
 
@@ -190,27 +190,28 @@ TEST(UnitWords, NearOnesAreSuggested) {
 }
 
 TEST(ExactNumbers, AreWrittenWithoutLoss) {
-    const std::pair<Exact, const char*> rows[] = {{Exact(0), "0"},
-                                                  {Exact(1000), "1000"},
-                                                  {Exact(-3600), "-3600"},
-                                                  {Exact(3048, 10000), "0.3048"},
-                                                  {Exact(-1, 8), "-0.125"},
-                                                  {Exact(5, 9), "5/9"},
-                                                  {Exact(45967, 180), "45967/180"},
-                                                  {powerOfTen(9), "10^9"},
-                                                  {powerOfTen(-12), "10^-12"},
-                                                  {Exact(-1) * powerOfTen(9), "-10^9"},
-                                                  {Exact(6022) * powerOfTen(20), "6022*10^20"},
-                                                  {Exact(1, 3) * powerOfTen(20), "1/3*10^20"},
-                                                  {Exact(1, 3) * powerOfTen(-20), "1/3*10^-20"}};
+    const std::pair<exact::Number, const char*> rows[] = {
+        {exact::Number(0), "0"},
+        {exact::Number(1000), "1000"},
+        {exact::Number(-3600), "-3600"},
+        {exact::Number(3048, 10000), "0.3048"},
+        {exact::Number(-1, 8), "-0.125"},
+        {exact::Number(5, 9), "5/9"},
+        {exact::Number(45967, 180), "45967/180"},
+        {exact::powerOfTen(9), "10^9"},
+        {exact::powerOfTen(-12), "10^-12"},
+        {exact::Number(-1) * exact::powerOfTen(9), "-10^9"},
+        {exact::Number(6022) * exact::powerOfTen(20), "6022*10^20"},
+        {exact::Number(1, 3) * exact::powerOfTen(20), "1/3*10^20"},
+        {exact::Number(1, 3) * exact::powerOfTen(-20), "1/3*10^-20"}};
     for (const auto& [number, text] : rows) {
-        EXPECT_EQ(exactText(number), text);
+        EXPECT_EQ(exact::fractionText(number), text);
     }
-    EXPECT_EQ(powerOf(Exact(2, 3), -3), Exact(27, 8));
-    EXPECT_EQ(powerOf(1, 2147483647), Exact(1));
+    EXPECT_EQ(powerOf(exact::Number(2, 3), -3), exact::Number(27, 8));
+    EXPECT_EQ(powerOf(1, 2147483647), exact::Number(1));
     EXPECT_EQ(powerOf(1000, 2147483647), std::nullopt);
 }
 
 } // namespace
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

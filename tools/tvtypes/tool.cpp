@@ -1,7 +1,7 @@
 #include "tool.h"
 
-#include "commands.h"
-#include "report/safe_text.h"
+#include "commands/commands.h"
+#include "text/safe_text.h"
 
 #include <tvtypes/functions.h>
 
@@ -62,7 +62,7 @@ void parseAndRun(CLI::App& app, int argc, const char* const* argv, Console& cons
         app.exit(request, console.out, console.err);
     } catch (const CLI::ParseError& error) {
         console.err << fmt::format("tvtypes: {} (tvtypes --help shows how to call it)\n",
-                                   report::safeText(error.what()));
+                                   text::safeText(error.what()));
         console.status = ExitUnusable;
     }
 }
@@ -88,8 +88,7 @@ int runTool(int argc, const char* const* argv, const Streams& streams) {
             console.status = ExitUnusable;
         }
     } catch (const std::exception& error) {
-        console.err << fmt::format("tvtypes: {}\n",
-                                   report::safeText(report::inOneLine(error.what())));
+        console.err << fmt::format("tvtypes: {}\n", text::safeText(text::inOneLine(error.what())));
         console.status = ExitUnusable;
     }
     return console.status;

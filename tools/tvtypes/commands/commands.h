@@ -2,7 +2,7 @@
 /// The commands of the tool. Each stands in a file of its own and adds itself to the command line.
 #pragma once
 
-#include "fmi/source.h"
+#include "files/read_error.h"
 #include "tool.h"
 
 #include <cstddef>
@@ -28,7 +28,7 @@ void addLayout(CLI::App& app, Console& console);
 void addUnit(CLI::App& app, Console& console);
 
 /// Says, with the place, why a description cannot be read.
-void reportUnreadable(const std::string& file, const fmi::ReadError& error, Console& console);
+void reportUnreadable(const std::string& file, const files::ReadError& error, Console& console);
 
 /// Says why an argument cannot be read, and points at the byte.
 void reportUnreadable(const std::string& argument, std::size_t position, const char* reason,

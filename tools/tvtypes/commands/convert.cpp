@@ -1,9 +1,9 @@
 // tvtypes convert: values of the built-in types in one another.
-#include "commands.h"
+#include "commands/commands.h"
+#include "commands/exclusion.h"
 #include "convert/error.h"
 #include "convert/modes_table.h"
 #include "convert/run.h"
-#include "exclusion.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

@@ -1,12 +1,11 @@
 // tvtypes dims: what the library makes of dimensions that are expressions.
-#include "commands.h"
+#include "commands/commands.h"
+#include "commands/exclusion.h"
 #include "dims/fact_file.h"
+#include "dims/json.h"
 #include "dims/sheet.h"
-#include "exclusion.h"
-#include "fmi/remarks.h"
-#include "report/dims_json.h"
-#include "report/dims_text.h"
-#include "report/safe_text.h"
+#include "dims/text.h"
+#include "text/safe_text.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -49,43 +48,43 @@ void showDims(const Options& options, Console& console) {
         try {
             // Without the blank that keeps a list in one piece.
             sheets.add(argument.substr(argument.starts_with(' ') ? 1 : 0));
-        } catch (const dims::DimsError& error) {
+        } catch (const text::ParseError& error) {
             reportUnreadable(error.text, error.position, error.what(), console);
         }
     }
     if (options.json) {
-        report::printJson(sheets.all(), console.out);
+        dims::printJson(sheets.all(), console.out);
     } else {
-        report::printText(sheets.all(), console.colour, console.out);
+        dims::printText(sheets.all(), console.colour, console.out);
     }
 }
 
-void reportFaults(const report::FactReport& report, Console& console) {
-    for (const report::DimsFault& fault : report.faults) {
-        console.err << fmt::format("tvtypes: {}:{}:{}: {}\n{}", report::safeText(report.file),
-                                   fault.line, fault.column, report::safeText(fault.sentence),
+void reportFaults(const dims::FactReport& report, Console& console) {
+    for (const dims::DimsFault& fault : report.faults) {
+        console.err << fmt::format("tvtypes: {}:{}:{}: {}\n{}", text::safeText(report.file),
+                                   fault.line, fault.column, text::safeText(fault.sentence),
                                    fault.excerpt);
         console.status = ExitUnusable;
     }
     if (report.lastLine != 0) {
         console.err << fmt::format("tvtypes: {}: nothing is read after line {}\n",
-                                   report::safeText(report.file), report.lastLine);
+                                   text::safeText(report.file), report.lastLine);
     }
 }
 
 void showFacts(const Options& options, Console& console) {
     try {
-        report::FactReport report =
+        dims::FactReport report =
             options.file == "-" ? dims::readFacts(console.in) : dims::readFactFile(options.file);
         report.file = options.file;
         if (options.json) {
-            report::printJson(report, console.out);
+            dims::printJson(report, console.out);
         } else {
-            report::printText(report, options.list, console.colour, console.out);
+            dims::printText(report, options.list, console.colour, console.out);
         }
         console.status = report.objections.empty() ? ExitClean : ExitProblems;
         reportFaults(report, console);
-    } catch (const fmi::ReadError& error) {
+    } catch (const files::ReadError& error) {
         reportUnreadable(options.file, error, console);
     }
 }

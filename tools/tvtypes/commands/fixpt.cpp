@@ -1,14 +1,14 @@
 // tvtypes fixpt: what the library knows of numeric types.
-#include "commands.h"
+#include "commands/commands.h"
+#include "commands/exclusion.h"
 #include "convert/names.h"
-#include "exclusion.h"
-#include "fixpt/error.h"
-#include "fixpt/identifier.h"
-#include "fixpt/quantization.h"
-#include "fixpt/record.h"
-#include "fixpt/sheet.h"
-#include "report/fixpt_json.h"
-#include "report/fixpt_text.h"
+#include "fixedpoint/identifier.h"
+#include "fixedpoint/json.h"
+#include "fixedpoint/quantization.h"
+#include "fixedpoint/record.h"
+#include "fixedpoint/sheet.h"
+#include "fixedpoint/text.h"
+#include "text/parse_error.h"
 
 #include <CLI/CLI.hpp>
 
@@ -23,7 +23,7 @@ namespace {
 
 struct Options {
     std::vector<std::string> names;
-    fixpt::RecordTexts record;
+    fixedpoint::RecordTexts record;
     bool overrideOff = false;
     std::vector<std::string> atomicWordLengths;
     std::vector<std::string> values;
@@ -46,9 +46,9 @@ constexpr const char* footer =
 template <class Findings>
 void show(const Findings& findings, const Options& options, Console& console) {
     if (options.json) {
-        report::printJson(findings, console.out);
+        fixedpoint::printJson(findings, console.out);
     } else {
-        report::printText(findings, console.colour, console.out);
+        fixedpoint::printText(findings, console.colour, console.out);
     }
 }
 
@@ -61,19 +61,19 @@ void showSheets(const Options& options, Console& console) {
     TVTypeSys::DataTypeTable table;
     std::vector<int> atomicWordLengths;
     for (const std::string& text : options.atomicWordLengths) {
-        atomicWordLengths.push_back(fixpt::wordLengthOf("--atomic-word-length", text));
+        atomicWordLengths.push_back(fixedpoint::wordLengthOf("--atomic-word-length", text));
     }
-    fixpt::setAtomic(atomicWordLengths, table);
-    std::vector<report::FixptSheet> sheets;
+    fixedpoint::setAtomic(atomicWordLengths, table);
+    std::vector<fixedpoint::FixptSheet> sheets;
     if (options.names.empty()) {
-        sheets.push_back(
-            fixpt::sheetOf("", withOverride(fixpt::recordOf(options.record), options), table));
+        sheets.push_back(fixedpoint::sheetOf(
+            "", withOverride(fixedpoint::recordOf(options.record), options), table));
     }
     for (const std::string& name : options.names) {
         try {
-            sheets.push_back(
-                fixpt::sheetOf(name, withOverride(fixpt::recordNamed(name), options), table));
-        } catch (const fixpt::NameError& error) {
+            sheets.push_back(fixedpoint::sheetOf(
+                name, withOverride(fixedpoint::recordNamed(name), options), table));
+        } catch (const text::ParseError& error) {
             reportUnreadable(error.text, error.position, error.what(), console);
         }
     }
@@ -83,11 +83,11 @@ void showSheets(const Options& options, Console& console) {
 void showQuantization(const Options& options, Console& console) {
     try {
         const fxpDataTypeProp record = options.names.empty()
-                                           ? fixpt::recordOf(options.record)
-                                           : fixpt::recordNamed(options.names.front());
+                                           ? fixedpoint::recordOf(options.record)
+                                           : fixedpoint::recordNamed(options.names.front());
         const auto overflow = convert::overflowNamed("--overflow", options.overflow);
-        show(fixpt::quantized(options.values, record, overflow), options, console);
-    } catch (const fixpt::NameError& error) {
+        show(fixedpoint::quantized(options.values, record, overflow), options, console);
+    } catch (const text::ParseError& error) {
         reportUnreadable(error.text, error.position, error.what(), console);
     }
 }
@@ -126,7 +126,7 @@ std::string withoutBlank(std::string text) {
     return text.starts_with(' ') ? text.substr(1) : std::move(text);
 }
 
-RecordOptions addRecordOptions(CLI::App& command, fixpt::RecordTexts& texts) {
+RecordOptions addRecordOptions(CLI::App& command, fixedpoint::RecordTexts& texts) {
     const char* const group = "Options in the place of NAME";
     const auto add = [&](const char* name, auto& text, const char* help, const char* type) {
         return command.add_option(name, text, help)

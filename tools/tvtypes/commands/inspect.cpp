@@ -1,8 +1,8 @@
 // tvtypes inspect: which data types a model has.
-#include "commands.h"
+#include "commands/commands.h"
 #include "model/inspection.h"
-#include "report/json.h"
-#include "report/text.h"
+#include "model/inspection_json.h"
+#include "model/inspection_text.h"
 
 #include <CLI/CLI.hpp>
 
@@ -21,14 +21,14 @@ struct Options {
 
 void inspect(const Options& options, Console& console) {
     try {
-        const report::Findings findings = model::inspectFile(options.file);
+        const model::Findings findings = model::inspectFile(options.file);
         if (options.json) {
-            report::printJson(findings, console.out);
+            model::printJson(findings, console.out);
         } else {
-            report::printText(findings, console.colour, console.out);
+            model::printText(findings, console.colour, console.out);
         }
         console.status = findings.remarks.problems().empty() ? ExitClean : ExitProblems;
-    } catch (const fmi::ReadError& error) {
+    } catch (const files::ReadError& error) {
         reportUnreadable(options.file, error, console);
     }
 }

@@ -1,12 +1,13 @@
 // tvtypes layout: where in memory the elements of structs lie.
-#include "commands.h"
+#include "commands/commands.h"
+#include "files/new_file.h"
+#include "model/inspection_text.h"
+#include "model/layout_json.h"
+#include "model/layout_svg.h"
+#include "model/layout_text.h"
 #include "model/memory_map.h"
-#include "new_file.h"
-#include "report/layout_json.h"
-#include "report/layout_svg.h"
-#include "report/layout_text.h"
-#include "report/safe_text.h"
-#include "report/text.h"
+#include "text/quote.h"
+#include "text/safe_text.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -40,42 +41,42 @@ constexpr const char* footer =
     "Exit status: 0 no problems, 1 problems in the model, 2 the file cannot be read, the picture\n"
     "cannot be written or the call is wrong.";
 
-void drawInto(const std::string& path, const report::LayoutFindings& findings) {
+void drawInto(const std::string& path, const model::LayoutFindings& findings) {
     std::ostringstream picture;
-    report::drawLayout(findings, picture);
-    NewFile file(path);
+    model::drawLayout(findings, picture);
+    files::NewFile file(path);
     file.write(picture.view().data(), picture.view().size());
     file.commit();
 }
 
-void print(const Options& options, const report::LayoutFindings& findings, Console& console) {
+void print(const Options& options, const model::LayoutFindings& findings, Console& console) {
     if (!options.svg.empty() && !findings.structs.empty()) {
         drawInto(options.svg, findings);
     } else if (options.json) {
-        report::printLayoutJson(findings, console.out);
+        model::printLayoutJson(findings, console.out);
     } else {
-        report::printLayout(findings, console.colour, console.out);
+        model::printLayout(findings, console.colour, console.out);
     }
 }
 
 void layOut(const Options& options, Console& console) {
-    const std::string file = report::safeText(options.file);
+    const std::string file = text::safeText(options.file);
     try {
         const std::unique_ptr<model::Model> model = model::readModel(options.file);
-        report::LayoutFindings findings = model::mapStructs(*model, options.type);
+        model::LayoutFindings findings = model::mapStructs(*model, options.type);
         findings.file = options.file;
         print(options, findings, console);
         if (findings.problems > 0) {
             console.err << fmt::format("tvtypes: {}: the description has {}; tvtypes inspect "
                                        "tells more\n",
                                        file,
-                                       report::counted(findings.problems, "problem", "problems"));
+                                       text::counted(findings.problems, "problem", "problems"));
             console.status = ExitProblems;
         }
-    } catch (const fmi::ReadError& error) {
+    } catch (const files::ReadError& error) {
         reportUnreadable(options.file, error, console);
     } catch (const model::UnknownStruct& error) {
-        console.err << fmt::format("tvtypes: {}: {}\n", file, report::safeText(error.what()));
+        console.err << fmt::format("tvtypes: {}: {}\n", file, text::safeText(error.what()));
         console.status = ExitUnusable;
     }
 }

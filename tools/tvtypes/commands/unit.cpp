@@ -1,12 +1,12 @@
 // tvtypes unit: what the library knows of units.
-#include "commands.h"
-#include "exclusion.h"
-#include "report/unit_json.h"
-#include "report/unit_text.h"
-#include "unit/factor.h"
-#include "unit/found.h"
-#include "unit/search.h"
-#include "unit/sheet.h"
+#include "commands/commands.h"
+#include "commands/exclusion.h"
+#include "units/factor.h"
+#include "units/found.h"
+#include "units/json.h"
+#include "units/search.h"
+#include "units/sheet.h"
+#include "units/text.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -45,29 +45,29 @@ constexpr const char* footer =
 
 void showUnits(const Options& options, Console& console) {
     TVTypeSys::UnitTable table;
-    std::vector<report::UnitSheet> sheets;
+    std::vector<units::UnitSheet> sheets;
     for (const std::string& text : options.units) {
         try {
-            sheets.push_back(unit::sheetOf(text, table));
-        } catch (const unit::UnitError& error) {
+            sheets.push_back(units::sheetOf(text, table));
+        } catch (const text::ParseError& error) {
             reportUnreadable(error.text, error.position, error.what(), console);
         }
     }
     if (options.json) {
-        report::printJson(sheets, console.out);
+        units::printJson(sheets, console.out);
     } else {
-        report::printText(sheets, console.colour, console.out);
+        units::printText(sheets, console.colour, console.out);
     }
 }
 
 void showFactor(const Options& options, Console& console) {
     TVTypeSys::UnitTable table;
-    const report::UnitFactor factor =
-        unit::factorBetween(options.units[0], options.units[1], table);
+    const units::UnitFactor factor =
+        units::factorBetween(options.units[0], options.units[1], table);
     if (options.json) {
-        report::printJson(factor, console.out);
+        units::printJson(factor, console.out);
     } else {
-        report::printText(factor, console.out);
+        units::printText(factor, console.out);
     }
     if (factor.differs) {
         console.err << fmt::format("tvtypes: the library's factor is {}, the exact one {}\n",
@@ -81,9 +81,9 @@ void showFactor(const Options& options, Console& console) {
 template <class Rows>
 void show(const Rows& rows, const Options& options, Console& console) {
     if (options.json) {
-        report::printJson(rows, console.out);
+        units::printJson(rows, console.out);
     } else {
-        report::printText(rows, console.colour, console.out);
+        units::printText(rows, console.colour, console.out);
     }
 }
 
@@ -92,15 +92,15 @@ void execute(const Options& options, Console& console) {
         if (options.factor) {
             showFactor(options, console);
         } else if (options.prefix) {
-            show(unit::completions(*options.prefix), options, console);
+            show(units::completions(*options.prefix), options, console);
         } else if (options.word) {
-            show(unit::unitsWith(*options.word), options, console);
+            show(units::unitsWith(*options.word), options, console);
         } else if (options.list) {
-            show(unit::unitsOf(options.system, options.quantity), options, console);
+            show(units::unitsOf(options.system, options.quantity), options, console);
         } else {
             showUnits(options, console);
         }
-    } catch (const unit::UnitError& error) {
+    } catch (const text::ParseError& error) {
         reportUnreadable(error.text, error.position, error.what(), console);
     }
 }

@@ -2,7 +2,7 @@
 
 #include "convert/conversion.h"
 #include "convert/values.h"
-#include "report/table.h"
+#include "output/table.h"
 
 #include <tvtypes/functions.h>
 
@@ -55,12 +55,12 @@ void printModes(Source& source, Type destination, bool colour, std::ostream& os)
     const bool rounds = choice.roundings.size() > 1;
     const bool saturates = choice.overflows.size() > 1;
 
-    report::Table table;
-    table.addColumn(nameOf(element), report::Align::Right);
-    table.addColumn("overflow", report::Align::Left);
+    output::Table table;
+    table.addColumn(nameOf(element), output::Align::Right);
+    table.addColumn("overflow", output::Align::Left);
     for (const auto& rounding : choice.roundings) {
         table.addColumn(fmt::format("{} ", rounds ? rounding.name : "any rounding"),
-                        report::Align::Right);
+                        output::Align::Right);
     }
     std::array<std::byte, 16> value{};
     while (source.read(value.data(), 1) == 1) {

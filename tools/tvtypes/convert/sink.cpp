@@ -2,7 +2,7 @@
 
 #include "convert/error.h"
 #include "convert/values.h"
-#include "new_file.h"
+#include "files/new_file.h"
 
 #include <bit>
 #include <cstdint>
@@ -68,7 +68,7 @@ class FileSink : public Sink {
         file_.write(header.data(), header.size());
     }
 
-    NewFile file_;
+    files::NewFile file_;
     Element element_;
     bool hasHeader_;
     bool needsCount_; ///< which is known at the end only

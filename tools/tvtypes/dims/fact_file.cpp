@@ -3,9 +3,9 @@
 #include "dims/fact_line.h"
 #include "dims/fact_store.h"
 #include "dims/reading.h"
-#include "fmi/remarks.h"
-#include "fmi/source.h"
-#include "report/excerpt.h"
+#include "files/read_error.h"
+#include "text/excerpt.h"
+#include "text/quote.h"
 
 #include <fmt/format.h>
 
@@ -38,7 +38,7 @@ class Lines {
     bool next(std::string_view& line) {
         is_.getline(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
         if (is_.bad()) {
-            throw fmi::ReadError("cannot be read");
+            throw files::ReadError("cannot be read");
         }
         const auto count = static_cast<std::size_t>(is_.gcount());
         if (is_.fail() && count == 0) {
@@ -46,8 +46,8 @@ class Lines {
         }
         ++number_;
         if (is_.fail()) {
-            throw fmi::ReadError(fmt::format("the line is longer than {} MiB", longestLine >> 20),
-                                 number_, longestLine + 1);
+            throw files::ReadError(fmt::format("the line is longer than {} MiB", longestLine >> 20),
+                                   number_, longestLine + 1);
         }
         // A line break is counted and not stored.
         line = {buffer_.data(), is_.eof() ? count : count - 1};
@@ -56,7 +56,7 @@ class Lines {
             line.remove_prefix(mark.size());
         }
         if (const std::size_t zero = line.find('\0'); zero != std::string_view::npos) {
-            throw fmi::ReadError("is no text: there is a byte of value 0", number_, zero + 1);
+            throw files::ReadError("is no text: there is a byte of value 0", number_, zero + 1);
         }
         return true;
     }
@@ -71,7 +71,7 @@ class Lines {
 
 class FactReader {
   public:
-    report::FactReport read(std::istream& is) {
+    dims::FactReport read(std::istream& is) {
         Lines lines(is);
         std::string_view line;
         while (report_.lastLine == 0 && lines.next(line)) {
@@ -79,7 +79,7 @@ class FactReader {
                 if (const std::optional<FactLine> split = splitLine(line)) {
                     take(*split, lines.number());
                 }
-            } catch (const LineError& error) {
+            } catch (const text::ParseError& error) {
                 addFault(lines.number(), line, error.position, error.what());
             }
             if (store_.isExhausted()) {
@@ -128,7 +128,7 @@ class FactReader {
         }
     }
 
-    /// The id of a side's size. Throws a LineError.
+    /// The id of a side's size. Throws a text::ParseError with the position in the line.
     int readSide(const Side& side, std::uint64_t number) {
         try {
             const Reading reading = readDims(side.text, table_);
@@ -136,11 +136,11 @@ class FactReader {
                 constexpr std::size_t longest = 60;
                 report_.notes.push_back(
                     {number, fmt::format("{} stays, at least in part, as it is: {}",
-                                         fmi::shortened(side.text, longest), reading.obstacle)});
+                                         text::shortened(side.text, longest), reading.obstacle)});
             }
             return sizeOf(table_, reading.simplified);
-        } catch (const DimsError& error) {
-            throw LineError(error.what(), side.position + error.position);
+        } catch (const text::ParseError& error) {
+            throw text::ParseError(error.what(), side.text, side.position + error.position);
         }
     }
 
@@ -157,31 +157,31 @@ class FactReader {
 
     void addFault(std::uint64_t number, std::string_view line, std::size_t position,
                   const char* sentence) {
-        report_.faults.push_back({number, report::columnOf(line, position), sentence,
-                                  report::excerptAt(line, position)});
+        report_.faults.push_back(
+            {number, text::columnOf(line, position), sentence, text::excerptAt(line, position)});
     }
 
     TVTypeSys::SymbolicDimsTable table_;
     FactStore store_{table_};
     std::deque<TVBlock> blocks_;
     std::unordered_map<std::string, const TVBlock*> blockOfName_;
-    report::FactReport report_;
+    dims::FactReport report_;
 };
 
 } // namespace
 
-report::FactReport readFacts(std::istream& is) { return FactReader().read(is); }
+dims::FactReport readFacts(std::istream& is) { return FactReader().read(is); }
 
-report::FactReport readFactFile(const std::string& path) {
+dims::FactReport readFactFile(const std::string& path) {
     std::error_code ignored;
     if (std::filesystem::is_directory(path, ignored)) {
-        throw fmi::ReadError("is a directory, not a file of facts");
+        throw files::ReadError("is a directory, not a file of facts");
     }
     std::ifstream file(path, std::ios::binary);
     if (!file) {
-        throw fmi::ReadError("cannot be opened: " + std::generic_category().message(errno));
+        throw files::ReadError("cannot be opened: " + std::generic_category().message(errno));
     }
-    report::FactReport report = readFacts(file);
+    dims::FactReport report = readFacts(file);
     report.file = path;
     return report;
 }

@@ -2,7 +2,7 @@
 /// Files of facts and questions.
 #pragma once
 
-#include "report/dims.h"
+#include "dims/records.h"
 
 #include <istream>
 #include <string>
@@ -11,11 +11,11 @@ namespace tvtool::dims {
 
 /// States the facts of a file in their order and answers its questions as they come. A line that is
 /// neither is a fault, and the next one is read; reading ends after some twenty of them, and where
-/// searches begin to take too long. Throws a fmi::ReadError if the file is no text or a line is
+/// searches begin to take too long. Throws a files::ReadError if the file is no text or a line is
 /// longer than any that can be read.
-report::FactReport readFacts(std::istream& is);
+dims::FactReport readFacts(std::istream& is);
 
-/// The same for the file with this name. Throws a fmi::ReadError, also if it cannot be opened.
-report::FactReport readFactFile(const std::string& path);
+/// The same for the file with this name. Throws a files::ReadError, also if it cannot be opened.
+dims::FactReport readFactFile(const std::string& path);
 
 } // namespace tvtool::dims

@@ -102,7 +102,7 @@ std::size_t FactGraph::nodeOf(int id) {
     const auto [entry, isNew] = nodeOfId_.try_emplace(id, nodes_.size());
     if (isNew) {
         nodes_.push_back({id, {}, {}, false});
-        if (const std::optional<Number> number = numberOf(table_, id)) {
+        if (const std::optional<exact::Number> number = numberOf(table_, id)) {
             nodes_.back().number = numbers_.emplace(*number, entry->second).first;
             nodes_.back().isReached = true;
         }

@@ -71,7 +71,7 @@ class FactGraph {
         const Fact* fact;
         bool isDoubtful;
     };
-    using Numbers = std::map<Number, std::size_t>; ///< to the node of each
+    using Numbers = std::map<exact::Number, std::size_t>; ///< to the node of each
     struct Node {
         int id;
         std::optional<Numbers::const_iterator> number;

@@ -16,7 +16,7 @@ Side sideAt(std::string_view line, std::size_t begin, std::size_t end) {
     return {std::string(text.substr(0, text.find_last_not_of(blanks) + 1)), first};
 }
 
-Sign signOf(std::string_view text, std::size_t position) {
+Sign parseSign(std::string_view text, std::string_view line, std::size_t position) {
     if (text == "==") {
         return Sign::Equal;
     }
@@ -26,7 +26,8 @@ Sign signOf(std::string_view text, std::size_t position) {
     if (text == "<") {
         return Sign::Less;
     }
-    throw LineError("there is no such relation; it is ==, > or <", position);
+    throw text::ParseError("there is no such relation; it is ==, > or <", std::string(line),
+                           position);
 }
 
 } // namespace
@@ -49,21 +50,21 @@ std::optional<FactLine> splitLine(std::string_view line) {
     const std::string_view text = line.substr(0, end);
     const std::size_t sign = text.find_first_of(signs);
     if (sign == std::string_view::npos) {
-        throw LineError("a relation is missing: ==, > or <", end);
+        throw text::ParseError("a relation is missing: ==, > or <", std::string(line), end);
     }
     const std::size_t afterSign = std::min(text.find_first_not_of(signs, sign), end);
-    split.sign = signOf(text.substr(sign, afterSign - sign), sign);
+    split.sign = parseSign(text.substr(sign, afterSign - sign), line, sign);
     split.left = sideAt(text, 0, sign);
     split.right = sideAt(text, afterSign, end);
     if (split.left.text.empty()) {
-        throw LineError("the left side is missing", sign);
+        throw text::ParseError("the left side is missing", std::string(line), sign);
     }
     if (split.right.text.empty()) {
-        throw LineError("the right side is missing", end);
+        throw text::ParseError("the right side is missing", std::string(line), end);
     }
     if (const std::size_t more = text.find_first_of(signs, afterSign);
         more != std::string_view::npos) {
-        throw LineError("a line has one relation", more);
+        throw text::ParseError("a line has one relation", std::string(line), more);
     }
     return split;
 }

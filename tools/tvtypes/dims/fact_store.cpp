@@ -1,6 +1,6 @@
 #include "dims/fact_store.h"
 
-#include "fmi/remarks.h"
+#include "text/quote.h"
 
 #include <fnd/except.h>
 
@@ -13,8 +13,8 @@ namespace tvtool::dims {
 
 namespace {
 
-using report::DimsReason;
-using Known = report::DimsAnswer::Known;
+using dims::DimsReason;
+using Known = dims::DimsAnswer::Known;
 
 /// Of a chain, each at its beginning and at its end.
 constexpr std::size_t mostSteps = 5;
@@ -24,12 +24,12 @@ constexpr std::size_t longest = 60;
 
 DimsReason sentence(std::string text) { return {{}, 0, std::move(text)}; }
 
-DimsReason differenceReason(const Number& difference) {
-    return sentence(difference == 0
-                        ? "the sides are the same"
-                        : fmt::format("the left side is the right one {} {}",
-                                      difference < 0 ? "minus" : "plus",
-                                      fmi::shortened(Number(abs(difference)).str(), longest)));
+DimsReason differenceReason(const exact::Number& difference) {
+    return sentence(
+        difference == 0
+            ? "the sides are the same"
+            : fmt::format("the left side is the right one {} {}", difference < 0 ? "minus" : "plus",
+                          text::shortened(exact::Number(abs(difference)).str(), longest)));
 }
 
 } // namespace
@@ -102,7 +102,7 @@ DimsReason FactStore::libraryReasonAgainst(const Fact& fact) {
 
 std::optional<DimsReason> FactStore::reasonAgainst(const Fact& fact) {
     const bool isEqual = fact.relation == Relation::Equal;
-    const std::optional<Number> difference = differenceOf(table_, fact.left, fact.right);
+    const std::optional<exact::Number> difference = differenceOf(table_, fact.left, fact.right);
     if (difference) {
         const bool canHold = isEqual ? *difference == 0 : *difference > 0;
         return canHold ? std::nullopt : std::optional(differenceReason(*difference));
@@ -115,7 +115,7 @@ std::optional<DimsReason> FactStore::reasonAgainst(const Fact& fact) {
 }
 
 std::optional<DimsReason> FactStore::reasonFor(const Fact& fact) {
-    const std::optional<Number> difference = differenceOf(table_, fact.left, fact.right);
+    const std::optional<exact::Number> difference = differenceOf(table_, fact.left, fact.right);
     if (difference) {
         const bool holds = fact.relation == Relation::Equal ? *difference == 0 : *difference > 0;
         return holds ? std::optional(differenceReason(*difference)) : std::nullopt;
@@ -153,10 +153,10 @@ DimsReason FactStore::reasonOf(const std::optional<Chain>& chain) const {
 }
 
 std::string FactStore::textOf(int id) const {
-    return fmi::shortened(table_.getDisplayString(id), longest);
+    return text::shortened(table_.getDisplayString(id), longest);
 }
 
-std::vector<report::DimsFact> FactStore::statedBy(const std::vector<const TVBlock*>& blocks) const {
+std::vector<dims::DimsFact> FactStore::statedBy(const std::vector<const TVBlock*>& blocks) const {
     std::map<int, std::vector<std::string>> blocksOf;
     std::vector<int> ids;
     for (const TVBlock* const block : blocks) {
@@ -166,7 +166,7 @@ std::vector<report::DimsFact> FactStore::statedBy(const std::vector<const TVBloc
                                                        : block->name);
         }
     }
-    std::vector<report::DimsFact> facts;
+    std::vector<dims::DimsFact> facts;
     for (auto& [id, names] : blocksOf) {
         facts.push_back({id, table_.getSymbolicDims(id).toString(), std::move(names)});
     }

@@ -1,10 +1,10 @@
-#include "report/dims_json.h"
+#include "dims/json.h"
 
-#include "report/safe_text.h"
+#include "text/safe_text.h"
 
 #include <boost/json.hpp>
 
-namespace tvtool::report {
+namespace tvtool::dims {
 
 namespace {
 
@@ -31,7 +31,7 @@ json::object jsonOf(const DimsReason& reason) {
 }
 
 void print(const json::object& object, std::ostream& os) {
-    os << safeText(json::serialize(object)) << '\n';
+    os << text::safeText(json::serialize(object)) << '\n';
 }
 
 } // namespace
@@ -99,4 +99,4 @@ void printJson(const FactReport& report, std::ostream& os) {
           os);
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::dims

@@ -18,13 +18,13 @@
 /// What is empty or not to be had is null, but for arrays.
 #pragma once
 
-#include "report/dims.h"
+#include "dims/records.h"
 
 #include <boost/json/fwd.hpp>
 
 #include <ostream>
 
-namespace tvtool::report {
+namespace tvtool::dims {
 
 void printJson(const std::vector<DimsSheet>& sheets, std::ostream& os);
 void printJson(const FactReport& report, std::ostream& os);
@@ -32,4 +32,4 @@ void printJson(const FactReport& report, std::ostream& os);
 /// The rows of `facts`, for other reports.
 boost::json::array jsonOf(const std::vector<DimsFact>& facts);
 
-} // namespace tvtool::report
+} // namespace tvtool::dims

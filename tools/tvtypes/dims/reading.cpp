@@ -1,6 +1,6 @@
 #include "dims/reading.h"
 
-#include "fmi/remarks.h"
+#include "text/quote.h"
 
 #include <fnd/except.h>
 #include <symbolicexpr/expr.h>
@@ -37,7 +37,7 @@ unsigned long parsed(const std::string& text, TV::SymbolicExprTable& expressions
             : text.find_first_not_of(" \t\r\n", position) == std::string::npos
                 ? "the expression is not complete"
                 : "an expression does not go on like this";
-        throw DimsError(sentence, text, position);
+        throw text::ParseError(sentence, text, position);
     }
 }
 
@@ -83,8 +83,9 @@ std::string obstacleOf(unsigned long id, TV::SymbolicExprTable& expressions) {
             const unsigned long divisor = simplify.simplify(expr.getArg(1), isSimplified);
             if (expressions.get(divisor).isNumValue() && print(expressions.get(divisor)) == "0") {
                 constexpr std::size_t longest = 60;
-                return fmt::format("it divides by {}, which is 0",
-                                   fmi::shortened(print(expressions.get(expr.getArg(1))), longest));
+                return fmt::format(
+                    "it divides by {}, which is 0",
+                    text::shortened(print(expressions.get(expr.getArg(1))), longest));
             }
         }
     }

@@ -1,6 +1,6 @@
-#include "report/dims.h"
+#include "dims/records.h"
 
-namespace tvtool::report {
+namespace tvtool::dims {
 
 const char* nameOf(DimsAnswer::Known known) {
     switch (known) {
@@ -14,4 +14,4 @@ const char* nameOf(DimsAnswer::Known known) {
     return "not known";
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::dims

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace tvtool::report {
+namespace tvtool::dims {
 
 /// All about one expression.
 struct DimsSheet {
@@ -89,4 +89,4 @@ struct FactReport {
     std::uint64_t lastLine = 0; ///< nothing was read after it; 0 if all was
 };
 
-} // namespace tvtool::report
+} // namespace tvtool::dims

@@ -4,7 +4,7 @@ namespace tvtool::dims {
 
 void Sheets::add(const std::string& text) {
     const Reading reading = readDims(text, table_);
-    report::DimsSheet sheet;
+    dims::DimsSheet sheet;
     sheet.text = text;
     sheet.id = reading.id;
     sheet.simplifiedId = reading.simplified;

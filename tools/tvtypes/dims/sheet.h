@@ -3,7 +3,7 @@
 #pragma once
 
 #include "dims/reading.h"
-#include "report/dims.h"
+#include "dims/records.h"
 
 #include <tvtypes/symbolicdims.h>
 
@@ -16,14 +16,14 @@ namespace tvtool::dims {
 /// Collects dimensions and tells which are equal.
 class Sheets {
   public:
-    /// Throws a DimsError.
+    /// Throws a text::ParseError.
     void add(const std::string& text);
 
-    const std::vector<report::DimsSheet>& all() const { return sheets_; }
+    const std::vector<dims::DimsSheet>& all() const { return sheets_; }
 
   private:
     TVTypeSys::SymbolicDimsTable table_;
-    std::vector<report::DimsSheet> sheets_;
+    std::vector<dims::DimsSheet> sheets_;
     std::unordered_map<int, std::size_t> firstOf_; ///< by the id of the simplest form
 };
 

@@ -1,23 +1,23 @@
-#include "report/dims_text.h"
+#include "dims/text.h"
 
-#include "fmi/remarks.h"
-#include "report/safe_text.h"
-#include "report/table.h"
-#include "report/text.h"
+#include "model/inspection_text.h"
+#include "output/table.h"
+#include "text/quote.h"
+#include "text/safe_text.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
 #include <string_view>
 
-namespace tvtool::report {
+namespace tvtool::dims {
 
 namespace {
 
 /// A dimension may be written in any length.
 std::string shown(const std::string& text) {
     constexpr std::size_t longest = 200;
-    return safeText(fmi::shortened(text, longest));
+    return text::safeText(text::shortened(text, longest));
 }
 
 fmt::text_style bold(bool colour) {
@@ -29,7 +29,7 @@ void printLine(const char* label, const std::string& text, std::ostream& os) {
 }
 
 std::string stepText(const DimsStep& step) {
-    std::string text = safeText(step.text);
+    std::string text = text::safeText(step.text);
     if (step.line != 0) {
         text += fmt::format(" (line {}{}{})", step.line, step.block.empty() ? "" : ", ",
                             shown(step.block));
@@ -42,7 +42,7 @@ std::string blocksOf(const DimsFact& fact) {
     std::string blocks;
     for (std::size_t i = 0; i < fact.blocks.size() && i < most; ++i) {
         constexpr std::size_t longest = 40;
-        blocks += (i == 0 ? "" : ", ") + safeText(fmi::shortened(fact.blocks[i], longest));
+        blocks += (i == 0 ? "" : ", ") + text::safeText(text::shortened(fact.blocks[i], longest));
     }
     return fact.blocks.size() > most
                ? fmt::format("{} and {} more", blocks, fact.blocks.size() - most)
@@ -63,7 +63,7 @@ std::string answerText(const DimsAnswer& answer) {
 class Section {
   public:
     Section(const char* heading, fmt::text_style style, const std::string& file, std::ostream& os)
-        : heading_(fmt::format(style, "{}", heading)), file_(safeText(file)), os_(os) {}
+        : heading_(fmt::format(style, "{}", heading)), file_(text::safeText(file)), os_(os) {}
 
     void print(std::uint64_t line, const std::string& text) {
         if (isEmpty_) {
@@ -84,7 +84,7 @@ class Section {
 
 std::string reasonText(const DimsReason& reason) {
     if (!reason.sentence.empty()) {
-        return safeText(reason.sentence);
+        return text::safeText(reason.sentence);
     }
     std::vector<std::string> steps;
     for (std::size_t i = 0; i < reason.steps.size(); ++i) {
@@ -123,10 +123,10 @@ void printFacts(const std::vector<DimsFact>& facts, fmt::text_style headingStyle
     if (facts.empty()) {
         return;
     }
-    Table table;
-    table.addColumn("id", Align::Right);
-    table.addColumn("fact", Align::Left);
-    table.addColumn("stated by", Align::Left);
+    output::Table table;
+    table.addColumn("id", output::Align::Right);
+    table.addColumn("fact", output::Align::Left);
+    table.addColumn("stated by", output::Align::Left);
     for (const DimsFact& fact : facts) {
         table.addRow({std::to_string(fact.id), shown(fact.text), blocksOf(fact)});
     }
@@ -136,10 +136,10 @@ void printFacts(const std::vector<DimsFact>& facts, fmt::text_style headingStyle
 
 void printText(const FactReport& report, bool isListed, bool colour, std::ostream& os) {
     const fmt::text_style style = bold(colour);
-    os << fmt::format("{}: {}, {}, {}\n", safeText(report.file),
-                      counted(report.stated, "fact", "facts"),
-                      counted(report.answers.size(), "question", "questions"),
-                      counted(report.objections.size(), "contradiction", "contradictions"));
+    os << fmt::format("{}: {}, {}, {}\n", text::safeText(report.file),
+                      text::counted(report.stated, "fact", "facts"),
+                      text::counted(report.answers.size(), "question", "questions"),
+                      text::counted(report.objections.size(), "contradiction", "contradictions"));
     Section answers("Answers", style, report.file, os);
     for (const DimsAnswer& answer : report.answers) {
         answers.print(answer.line, fmt::format("{} ? {}", shown(answer.text), answerText(answer)));
@@ -167,4 +167,4 @@ void printText(const FactReport& report, bool isListed, bool colour, std::ostrea
     }
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::dims

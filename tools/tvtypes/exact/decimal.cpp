@@ -1,19 +1,17 @@
-#include "fixpt/decimal.h"
+#include "exact/decimal.h"
 
-#include "fixpt/error.h"
-#include "fmi/remarks.h"
+#include "text/quote.h"
 
 #include <fmt/format.h>
 
 #include <charconv>
 #include <cmath>
+#include <stdexcept>
 #include <system_error>
 
-namespace tvtool::fixpt {
+namespace tvtool::exact {
 
 namespace {
-
-using Integer = boost::multiprecision::cpp_int;
 
 constexpr std::size_t longestText = 4000;
 constexpr int greatestExponent = 5000;
@@ -28,7 +26,7 @@ bool isDigits(std::string_view text) {
 }
 
 [[noreturn]] void refuse(std::string_view text, const std::string& reason) {
-    throw Error(fmt::format("{} {}", fmi::quoted(text), reason));
+    throw std::invalid_argument(fmt::format("{} {}", text::quoted(text), reason));
 }
 
 /// The digits of a decimal number without its point, and the power of ten that they are to be
@@ -70,7 +68,7 @@ Digits digitsOf(std::string_view text, std::string_view unsignedText) {
 }
 
 /// The power of ten of the first digit.
-int exponentOf(const Exact& size) {
+int exponentOf(const Number& size) {
     const double bits =
         static_cast<double>(msb(numerator(size))) - static_cast<double>(msb(denominator(size)));
     const int atLeast = static_cast<int>(std::floor((bits - 1) * std::log10(2.0)));
@@ -96,7 +94,7 @@ std::string placed(std::string digits, int exponent) {
 
 } // namespace
 
-Exact exactOf(std::string_view text) {
+Number parseDecimal(std::string_view text) {
     if (text.size() > longestText) {
         refuse(text, fmt::format("is longer than {} digits", longestText));
     }
@@ -107,17 +105,17 @@ Exact exactOf(std::string_view text) {
     if (first == std::string::npos) {
         return 0;
     }
-    const Exact size = Exact(Integer(digits.text.substr(first))) * powerOfTen(digits.exponent);
-    return isNegative ? Exact(-size) : size;
+    const Number size = Number(Integer(digits.text.substr(first))) * powerOfTen(digits.exponent);
+    return isNegative ? Number(-size) : size;
 }
 
-std::string textOf(const Exact& number) {
+std::string decimalText(const Number& number) {
     if (number == 0) {
         return "0";
     }
-    const Exact size = abs(number);
+    const Number size = abs(number);
     int exponent = exponentOf(size);
-    const Exact scaled = size * powerOfTen(mostDigits - 1 - exponent);
+    const Number scaled = size * powerOfTen(mostDigits - 1 - exponent);
     Integer digits;
     Integer rest;
     divide_qr(numerator(scaled), denominator(scaled), digits, rest);
@@ -135,4 +133,4 @@ std::string textOf(const Exact& number) {
     return fmt::format("about {}{}", sign, placed(std::move(text), exponent));
 }
 
-} // namespace tvtool::fixpt
+} // namespace tvtool::exact

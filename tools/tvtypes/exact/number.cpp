@@ -1,14 +1,12 @@
-#include "exact.h"
+#include "exact/number.h"
 
 #include <fmt/format.h>
 
 #include <cstddef>
 
-namespace tvtool {
+namespace tvtool::exact {
 
 namespace {
-
-using Integer = boost::multiprecision::cpp_int;
 
 constexpr std::size_t mostBits = 16384;
 // What lies within these is written without a power of ten.
@@ -17,7 +15,7 @@ constexpr int mostZeros = 6;
 
 std::size_t bitsOf(const Integer& number) { return number == 0 ? 0 : msb(abs(number)) + 1; }
 
-std::size_t bitsOf(const Exact& number) {
+std::size_t bitsOf(const Number& number) {
     return bitsOf(numerator(number)) + bitsOf(denominator(number));
 }
 
@@ -43,7 +41,7 @@ std::string withPowerOfTen(std::string mantissa, int exponent) {
 }
 
 /// The digits times a power of ten, as a decimal if that is not long.
-std::string decimalText(const Integer& digits, int exponent) {
+std::string shortDecimal(const Integer& digits, int exponent) {
     std::string text = digits.str();
     if (exponent >= 0 && exponent <= mostZeros) {
         return text + std::string(static_cast<std::size_t>(exponent), '0');
@@ -62,16 +60,16 @@ std::string decimalText(const Integer& digits, int exponent) {
 
 } // namespace
 
-std::optional<Exact> product(const Exact& a, const Exact& b) {
+std::optional<Number> product(const Number& a, const Number& b) {
     if (bitsOf(a) + bitsOf(b) > mostBits) {
         return std::nullopt;
     }
-    return Exact(a * b);
+    return Number(a * b);
 }
 
-std::optional<Exact> powerOf(const Exact& base, std::int64_t power) {
+std::optional<Number> power(const Number& base, std::int64_t power) {
     if (power == 0 || base == 1) {
-        return Exact(1);
+        return Number(1);
     }
     const std::uint64_t times =
         power < 0 ? 0 - static_cast<std::uint64_t>(power) : static_cast<std::uint64_t>(power);
@@ -81,15 +79,15 @@ std::optional<Exact> powerOf(const Exact& base, std::int64_t power) {
     const auto exponent = static_cast<unsigned>(times);
     const Integer above = pow(numerator(base), exponent);
     const Integer below = pow(denominator(base), exponent);
-    return power < 0 ? Exact(below, above) : Exact(above, below);
+    return power < 0 ? Number(below, above) : Number(above, below);
 }
 
-Exact powerOfTen(int power) {
+Number powerOfTen(int power) {
     const Integer ten = pow(Integer(10), static_cast<unsigned>(power < 0 ? -power : power));
-    return power < 0 ? Exact(1, ten) : Exact(ten);
+    return power < 0 ? Number(1, ten) : Number(ten);
 }
 
-std::string exactText(const Exact& number) {
+std::string fractionText(const Number& number) {
     Integer above = numerator(number);
     Integer below = denominator(number);
     if (above == 0) {
@@ -100,9 +98,9 @@ std::string exactText(const Exact& number) {
     const int fives = takeOut(rest, 5);
     if (rest == 1) {
         const int decimals = twos > fives ? twos : fives;
-        above = numerator(Exact(number * powerOfTen(decimals)));
+        above = numerator(Number(number * powerOfTen(decimals)));
         const int zeros = takeOut(above, 10);
-        return decimalText(above, zeros - decimals);
+        return shortDecimal(above, zeros - decimals);
     }
     int tens = takeOut(above, 10);
     int tensBelow = takeOut(below, 10);
@@ -113,10 +111,10 @@ std::string exactText(const Exact& number) {
     return withPowerOfTen(fmt::format("{}/{}", above.str(), below.str()), tens - tensBelow);
 }
 
-bool areClose(const Exact& a, const Exact& b, double part) {
-    const Exact sizeA = abs(a);
-    const Exact sizeB = abs(b);
-    return abs(Exact(a - b)) <= Exact(part) * (sizeA > sizeB ? sizeA : sizeB);
+bool areClose(const Number& a, const Number& b, double part) {
+    const Number sizeA = abs(a);
+    const Number sizeB = abs(b);
+    return abs(Number(a - b)) <= Number(part) * (sizeA > sizeB ? sizeA : sizeB);
 }
 
-} // namespace tvtool
+} // namespace tvtool::exact

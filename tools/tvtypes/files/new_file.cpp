@@ -1,4 +1,4 @@
-#include "new_file.h"
+#include "files/new_file.h"
 
 #include <fmt/format.h>
 
@@ -8,7 +8,7 @@
 
 #include <unistd.h>
 
-namespace tvtool {
+namespace tvtool::files {
 
 namespace fs = std::filesystem;
 
@@ -74,4 +74,4 @@ void NewFile::fail(int errorNumber) const {
         path_ + ": cannot be written: " + std::generic_category().message(errorNumber));
 }
 
-} // namespace tvtool
+} // namespace tvtool::files

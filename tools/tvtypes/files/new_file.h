@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-namespace tvtool {
+namespace tvtool::files {
 
 /// Bytes go to a file beside the one that is meant, until commit() puts it in its place. If that
 /// does not happen, nothing is left. All operations throw a std::runtime_error, whose text is a
@@ -39,4 +39,4 @@ class NewFile {
     std::unique_ptr<std::FILE, Close> file_;
 };
 
-} // namespace tvtool
+} // namespace tvtool::files

@@ -1,7 +1,7 @@
-#include "fixpt/identifier.h"
+#include "fixedpoint/identifier.h"
 
-#include "fixpt/error.h"
-#include "fixpt/record.h"
+#include "fixedpoint/record.h"
+#include "text/parse_error.h"
 
 #include <tvtypes/datatypetable.h>
 
@@ -14,7 +14,7 @@
 #include <system_error>
 #include <tuple>
 
-namespace tvtool::fixpt {
+namespace tvtool::fixedpoint {
 
 namespace {
 
@@ -36,7 +36,7 @@ std::optional<fxpDataTypeProp> recordOfStem(std::string_view stem) {
     return std::nullopt;
 }
 
-/// Reads the names that are made of components. Throws a NameError.
+/// Reads the names that are made of components. Throws a text::ParseError.
 class NameReader {
   public:
     explicit NameReader(std::string_view text) : text_(text) {}
@@ -58,7 +58,7 @@ class NameReader {
 
   private:
     [[noreturn]] void fail(std::size_t position, const char* reason) const {
-        throw NameError(reason, std::string(text_), position);
+        throw text::ParseError(reason, std::string(text_), position);
     }
 
     std::string_view digits() {
@@ -237,7 +237,7 @@ std::string nameMeantBy(const std::string& text) {
     try {
         const fxpDataTypeProp record = read(respelt(text));
         return fxpDataTypeToIdentifierString(&record);
-    } catch (const NameError&) {
+    } catch (const text::ParseError&) {
         return {};
     }
 }
@@ -263,9 +263,9 @@ std::string remarksOn(const std::string& text) {
 fxpDataTypeProp recordNamed(const std::string& name) {
     try {
         return read(name);
-    } catch (const NameError& error) {
-        throw NameError(error.what() + remarksOn(name), name, error.position);
+    } catch (const text::ParseError& error) {
+        throw text::ParseError(error.what() + remarksOn(name), name, error.position);
     }
 }
 
-} // namespace tvtool::fixpt
+} // namespace tvtool::fixedpoint

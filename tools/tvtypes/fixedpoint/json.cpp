@@ -1,12 +1,12 @@
-#include "report/fixpt_json.h"
+#include "fixedpoint/json.h"
 
-#include "report/safe_text.h"
+#include "text/safe_text.h"
 
 #include <boost/json.hpp>
 
 #include <string_view>
 
-namespace tvtool::report {
+namespace tvtool::fixedpoint {
 
 namespace {
 
@@ -61,7 +61,7 @@ json::array resultsOf(const QuantizedValue& value) {
 }
 
 void print(const json::object& object, std::ostream& os) {
-    os << safeText(json::serialize(object)) << '\n';
+    os << text::safeText(json::serialize(object)) << '\n';
 }
 
 } // namespace
@@ -87,4 +87,4 @@ void printJson(const FixptQuantization& quantization, std::ostream& os) {
           os);
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::fixedpoint

@@ -17,14 +17,14 @@
 /// What is empty or not to be had is null, but for arrays.
 #pragma once
 
-#include "report/fixpt.h"
+#include "fixedpoint/records.h"
 
 #include <ostream>
 #include <vector>
 
-namespace tvtool::report {
+namespace tvtool::fixedpoint {
 
 void printJson(const std::vector<FixptSheet>& sheets, std::ostream& os);
 void printJson(const FixptQuantization& quantization, std::ostream& os);
 
-} // namespace tvtool::report
+} // namespace tvtool::fixedpoint

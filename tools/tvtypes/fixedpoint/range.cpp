@@ -1,19 +1,19 @@
-#include "fixpt/range.h"
+#include "fixedpoint/range.h"
 
-#include "fixpt/decimal.h"
-#include "fixpt/record.h"
+#include "exact/decimal.h"
+#include "fixedpoint/record.h"
 
 #include <fmt/format.h>
 
 #include <limits>
 
-namespace tvtool::fixpt {
+namespace tvtool::fixedpoint {
 
 namespace {
 
-Exact powerOfTwo(int power) {
-    const Integer two = Integer(1) << (power < 0 ? -power : power);
-    return power < 0 ? Exact(1, two) : Exact(two);
+exact::Number powerOfTwo(int power) {
+    const exact::Integer two = exact::Integer(1) << (power < 0 ? -power : power);
+    return power < 0 ? exact::Number(1, two) : exact::Number(two);
 }
 
 /// " * 1.5 * 2^-4 + 0.25": what is done to a stored integer.
@@ -30,8 +30,9 @@ std::string scalingOf(const fxpDataTypeProp& record) {
 bool isSmall(std::int32_t exponent) { return exponent <= mostBits && exponent >= -mostBits; }
 
 /// A number in digits, or else its formula where those would be rounded and it is exact.
-std::string digitsOrFormula(const std::optional<Exact>& number, std::string formula, bool isExact) {
-    std::string digits = number ? textOf(*number) : "";
+std::string digitsOrFormula(const std::optional<exact::Number>& number, std::string formula,
+                            bool isExact) {
+    std::string digits = number ? exact::decimalText(*number) : "";
     const bool isRounded = digits.starts_with("about");
     return !number || (isRounded && isExact) ? std::move(formula) : std::move(digits);
 }
@@ -43,7 +44,7 @@ std::string resolutionOf(const fxpDataTypeProp& record) {
 }
 
 /// The bounds of a type with a signedness.
-report::FixptRange boundsOf(const fxpDataTypeProp& record) {
+fixedpoint::FixptRange boundsOf(const fxpDataTypeProp& record) {
     const bool isSigned = record.Signedness == 1;
     const int bits = record.WordLength - (isSigned ? 1 : 0);
     const std::string scaling = scalingOf(record);
@@ -54,17 +55,18 @@ report::FixptRange boundsOf(const fxpDataTypeProp& record) {
     if (!grid) {
         return {lowest, highest, {}};
     }
-    const bool isExact =
-        record.SlopeAdjustmentFactor == 1.0 && exactOf(biasStr(record)) == Exact(record.Bias);
+    const bool isExact = record.SlopeAdjustmentFactor == 1.0 &&
+                         exact::parseDecimal(biasStr(record)) == exact::Number(record.Bias);
     return {digitsOrFormula(grid->valueOf(grid->least), lowest, isExact),
             digitsOrFormula(grid->valueOf(grid->greatest), highest, isExact),
             {}};
 }
 
 template <class Floating>
-report::FixptRange rangeOfFormat() {
+fixedpoint::FixptRange rangeOfFormat() {
     using Limits = std::numeric_limits<Floating>;
-    return {textOf(Exact(Limits::lowest())), textOf(Exact(Limits::max())),
+    return {exact::decimalText(exact::Number(Limits::lowest())),
+            exact::decimalText(exact::Number(Limits::max())),
             fmt::format("2^{} near 1", 1 - Limits::digits)};
 }
 
@@ -76,12 +78,15 @@ std::optional<Grid> gridOf(const fxpDataTypeProp& record) {
         return std::nullopt;
     }
     const auto bits = static_cast<unsigned>(record.WordLength);
-    const Integer below = record.Signedness == 1 ? Integer(Integer(1) << (bits - 1)) : Integer(0);
-    return Grid{-below, (Integer(1) << bits) - 1 - below, exactSlopeOf(record), Exact(record.Bias)};
+    const exact::Integer below = record.Signedness == 1
+                                     ? exact::Integer(exact::Integer(1) << (bits - 1))
+                                     : exact::Integer(0);
+    return Grid{-below, (exact::Integer(1) << bits) - 1 - below, exactSlopeOf(record),
+                exact::Number(record.Bias)};
 }
 
-Exact exactSlopeOf(const fxpDataTypeProp& record) {
-    return Exact(record.SlopeAdjustmentFactor) * powerOfTwo(record.FixedExponent);
+exact::Number exactSlopeOf(const fxpDataTypeProp& record) {
+    return exact::Number(record.SlopeAdjustmentFactor) * powerOfTwo(record.FixedExponent);
 }
 
 std::string slopeFormula(const fxpDataTypeProp& record) {
@@ -91,7 +96,7 @@ std::string slopeFormula(const fxpDataTypeProp& record) {
                : fmt::format("{} * 2^{}", slopeAdjustmentFactorStr(record), exponent);
 }
 
-report::FixptRange rangeOf(const fxpDataTypeProp& record) {
+fixedpoint::FixptRange rangeOf(const fxpDataTypeProp& record) {
     switch (record.DataTypeMode) {
     case FXP_DT_DOUBLE:
         return rangeOfFormat<double>();
@@ -104,9 +109,9 @@ report::FixptRange rangeOf(const fxpDataTypeProp& record) {
     case FXP_DT_FIXPT:
         break;
     }
-    report::FixptRange range = isOpen(record) ? report::FixptRange{} : boundsOf(record);
+    fixedpoint::FixptRange range = isOpen(record) ? fixedpoint::FixptRange{} : boundsOf(record);
     range.resolution = resolutionOf(record);
     return range;
 }
 
-} // namespace tvtool::fixpt
+} // namespace tvtool::fixedpoint

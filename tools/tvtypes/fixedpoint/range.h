@@ -2,26 +2,24 @@
 /// The real-world values of a fixed-point type.
 #pragma once
 
-#include "exact.h"
-#include "report/fixpt.h"
+#include "exact/number.h"
+#include "fixedpoint/records.h"
 
 #include <tvtypes/fixedpoint.h>
 
 #include <optional>
 #include <string>
 
-namespace tvtool::fixpt {
-
-using Integer = boost::multiprecision::cpp_int;
+namespace tvtool::fixedpoint {
 
 /// The stored integers of a type, and the values slope * integer + bias that they stand for.
 struct Grid {
-    Integer least;
-    Integer greatest;
-    Exact slope;
-    Exact bias;
+    exact::Integer least;
+    exact::Integer greatest;
+    exact::Number slope;
+    exact::Number bias;
 
-    Exact valueOf(const Integer& stored) const { return slope * stored + bias; }
+    exact::Number valueOf(const exact::Integer& stored) const { return slope * stored + bias; }
 };
 
 /// Up to these, in words and in exponents of either sign, numbers are computed.
@@ -31,12 +29,12 @@ constexpr int mostBits = 4096;
 std::optional<Grid> gridOf(const fxpDataTypeProp& record);
 
 /// The slope, of an exponent within mostBits.
-Exact exactSlopeOf(const fxpDataTypeProp& record);
+exact::Number exactSlopeOf(const fxpDataTypeProp& record);
 
 /// The slope in its parts: 1.5 * 2^-4, or 2^-4.
 std::string slopeFormula(const fxpDataTypeProp& record);
 
 /// The range in texts. Numbers that are too large to be computed are shown as formulas.
-report::FixptRange rangeOf(const fxpDataTypeProp& record);
+fixedpoint::FixptRange rangeOf(const fxpDataTypeProp& record);
 
-} // namespace tvtool::fixpt
+} // namespace tvtool::fixedpoint

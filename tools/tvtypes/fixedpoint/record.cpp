@@ -1,9 +1,10 @@
-#include "fixpt/record.h"
+#include "fixedpoint/record.h"
 
-#include "fixpt/error.h"
-#include "fmi/remarks.h"
+#include "text/quote.h"
 
 #include <fmt/format.h>
+
+#include <stdexcept>
 
 #include <charconv>
 #include <cmath>
@@ -12,7 +13,7 @@
 #include <string_view>
 #include <system_error>
 
-namespace tvtool::fixpt {
+namespace tvtool::fixedpoint {
 
 namespace {
 
@@ -25,7 +26,8 @@ struct Option {
     const char* allowed;
 
     [[noreturn]] void refuse() const {
-        throw Error(fmt::format("{} cannot be {}, it is {}", name, fmi::quoted(text), allowed));
+        throw std::invalid_argument(
+            fmt::format("{} cannot be {}, it is {}", name, text::quoted(text), allowed));
     }
 };
 
@@ -133,4 +135,4 @@ void setSlope(double slope, fxpDataTypeProp& record) {
     record.FixedExponent = exponent - 1;
 }
 
-} // namespace tvtool::fixpt
+} // namespace tvtool::fixedpoint

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-namespace tvtool::fixpt {
+namespace tvtool::fixedpoint {
 
 /// The texts behind the options. The slope stands alone, the fraction length too; what is not given
 /// is that of an integer.
@@ -34,4 +34,4 @@ void setSlope(double slope, fxpDataTypeProp& record);
 /// Whether a signedness is left open.
 inline bool isOpen(const fxpDataTypeProp& record) { return record.Signedness > 1; }
 
-} // namespace tvtool::fixpt
+} // namespace tvtool::fixedpoint

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace tvtool::report {
+namespace tvtool::fixedpoint {
 
 /// The real-world values that a type has. Empty where that is open.
 struct FixptRange {
@@ -63,4 +63,4 @@ struct FixptQuantization {
     std::vector<QuantizedValue> values;
 };
 
-} // namespace tvtool::report
+} // namespace tvtool::fixedpoint

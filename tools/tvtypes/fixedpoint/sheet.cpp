@@ -1,9 +1,9 @@
-#include "fixpt/sheet.h"
+#include "fixedpoint/sheet.h"
 
-#include "fixpt/decimal.h"
-#include "fixpt/range.h"
-#include "fixpt/record.h"
-#include "fmi/remarks.h"
+#include "exact/decimal.h"
+#include "fixedpoint/range.h"
+#include "fixedpoint/record.h"
+#include "text/quote.h"
 
 #include <fmt/format.h>
 
@@ -11,7 +11,7 @@
 #include <optional>
 #include <utility>
 
-namespace tvtool::fixpt {
+namespace tvtool::fixedpoint {
 
 namespace {
 
@@ -52,8 +52,8 @@ std::string slopeOf(const fxpDataTypeProp& record) {
                : fmt::format("{} = {}", slopeStr(record), slopeFormula(record));
 }
 
-std::vector<report::FixptConstructor> constructorsOf(const fxpDataTypeProp& record) {
-    std::vector<report::FixptConstructor> constructors;
+std::vector<fixedpoint::FixptConstructor> constructorsOf(const fxpDataTypeProp& record) {
+    std::vector<fixedpoint::FixptConstructor> constructors;
     for (const auto& [baseName, base] :
          {std::pair("fixdt", FxpDT::PreferFixdt), {"numerictype", FxpDT::PreferNumericType}}) {
         for (const auto& [scalingName, scaling] :
@@ -91,7 +91,7 @@ std::optional<int> storageFor(const fxpDataTypeProp& record) {
 }
 
 /// Asks the table what it knows of the type.
-void addStorage(DataTypeTable& table, report::FixptSheet& sheet) {
+void addStorage(DataTypeTable& table, fixedpoint::FixptSheet& sheet) {
     const auto typeOf = [&](int id) -> const TVTypeSys::DataType& {
         return *table.getDataTypeAt(static_cast<std::size_t>(id) + 1);
     };
@@ -113,16 +113,16 @@ void addStorage(DataTypeTable& table, report::FixptSheet& sheet) {
     sheet.storageSize = storage.getSize();
 }
 
-void addNotes(report::FixptSheet& sheet) {
+void addNotes(fixedpoint::FixptSheet& sheet) {
     const auto note = [&](std::string sentence) { sheet.notes.push_back(std::move(sentence)); };
     if (!sheet.text.empty() && sheet.text != sheet.identifier) {
         constexpr std::size_t longest = 60;
         note(fmt::format("the library writes {} for {}", sheet.identifier,
-                         fmi::shortened(sheet.text, longest)));
+                         text::shortened(sheet.text, longest)));
     }
     const auto noteIfRounded = [&](const char* what, const std::string& decimal,
-                                   const Exact& number) {
-        if (exactOf(decimal) != number) {
+                                   const exact::Number& number) {
+        if (exact::parseDecimal(decimal) != number) {
             note(fmt::format("the {} is the double nearest to {}", what, decimal));
         }
     };
@@ -132,9 +132,9 @@ void addNotes(report::FixptSheet& sheet) {
             noteIfRounded("slope", slopeStr(sheet.record), exactSlopeOf(sheet.record));
         } else {
             noteIfRounded("factor", slopeAdjustmentFactorStr(sheet.record),
-                          Exact(sheet.record.SlopeAdjustmentFactor));
+                          exact::Number(sheet.record.SlopeAdjustmentFactor));
         }
-        noteIfRounded("bias", biasStr(sheet.record), Exact(sheet.record.Bias));
+        noteIfRounded("bias", biasStr(sheet.record), exact::Number(sheet.record.Bias));
     }
     if (sheet.record.DataTypeMode == FXP_DT_SCALED_DOUBLE) {
         note("it holds doubles, so no word limits its range and resolution");
@@ -159,9 +159,9 @@ void setAtomic(const std::vector<int>& wordLengths, DataTypeTable& table) {
     }
 }
 
-report::FixptSheet sheetOf(const std::string& text, const fxpDataTypeProp& record,
-                           DataTypeTable& table) {
-    report::FixptSheet sheet;
+fixedpoint::FixptSheet sheetOf(const std::string& text, const fxpDataTypeProp& record,
+                               DataTypeTable& table) {
+    fixedpoint::FixptSheet sheet;
     sheet.text = text;
     sheet.record = record;
     sheet.identifier = fxpDataTypeToIdentifierString(&record);
@@ -176,4 +176,4 @@ report::FixptSheet sheetOf(const std::string& text, const fxpDataTypeProp& recor
     return sheet;
 }
 
-} // namespace tvtool::fixpt
+} // namespace tvtool::fixedpoint

@@ -1,8 +1,8 @@
-#include "report/fixpt_text.h"
+#include "fixedpoint/text.h"
 
-#include "fmi/remarks.h"
-#include "report/safe_text.h"
-#include "report/table.h"
+#include "output/table.h"
+#include "text/quote.h"
+#include "text/safe_text.h"
 
 #include <fmt/color.h>
 #include <fmt/format.h>
@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <string_view>
 
-namespace tvtool::report {
+namespace tvtool::fixedpoint {
 
 namespace {
 
@@ -100,7 +100,7 @@ void printConstructors(const std::vector<FixptConstructor>& constructors, std::o
 void printSheet(const FixptSheet& sheet, fmt::text_style style, std::ostream& os) {
     constexpr std::size_t longest = 200;
     const std::string& heading = sheet.text.empty() ? sheet.identifier : sheet.text;
-    os << fmt::format(style, "{}", safeText(fmi::shortened(heading, longest))) << '\n';
+    os << fmt::format(style, "{}", text::safeText(text::shortened(heading, longest))) << '\n';
     printLine("kind", kindOf(sheet), os);
     printLine("slope", sheet.slope, os);
     printLine("bias", sheet.slope.empty() ? "" : biasStr(sheet.record), os);
@@ -117,7 +117,7 @@ void printSheet(const FixptSheet& sheet, fmt::text_style style, std::ostream& os
     printConstructors(sheet.constructors, os);
     printLine("record", recordOf(sheet.record), os);
     for (const std::string& note : sheet.notes) {
-        printLine("note", safeText(note), os);
+        printLine("note", text::safeText(note), os);
     }
 }
 
@@ -170,19 +170,19 @@ void printText(const FixptQuantization& quantization, bool colour, std::ostream&
     os << fmt::format("{}: {}, resolution {}\n\n", quantization.identifier,
                       textOf(quantization.range), quantization.range.resolution);
     const bool showsOverflow = std::ranges::any_of(quantization.values, overflows);
-    Table table;
-    table.addColumn("value", Align::Right);
-    table.addColumn("rounding", Align::Left);
+    output::Table table;
+    table.addColumn("value", output::Align::Right);
+    table.addColumn("rounding", output::Align::Left);
     for (const char* const heading : {"stored", "stands for", "error"}) {
-        table.addColumn(heading, Align::Right);
+        table.addColumn(heading, output::Align::Right);
     }
     if (showsOverflow) {
-        table.addColumn("overflow", Align::Left);
+        table.addColumn("overflow", output::Align::Left);
     }
     for (const QuantizedValue& value : quantization.values) {
         for (const Outcome& outcome : outcomesOf(value)) {
             const QuantizedRow& row = outcome.row;
-            std::vector<std::string> cells{safeText(fmi::shortened(value.text, longest)),
+            std::vector<std::string> cells{text::safeText(text::shortened(value.text, longest)),
                                            roundingsOf(outcome, value), row.stored, row.value,
                                            row.error};
             if (showsOverflow) {
@@ -194,4 +194,4 @@ void printText(const FixptQuantization& quantization, bool colour, std::ostream&
     table.print(os, headingStyle(colour));
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::fixedpoint

@@ -1,5 +1,6 @@
 // The description inside an archive.
 #include "fmi/source.h"
+#include "text/quote.h"
 
 #include <fmt/format.h>
 #include <zip.h>
@@ -25,13 +26,14 @@ struct CloseEntry {
 using Archive = std::unique_ptr<zip_t, DiscardArchive>;
 using Entry = std::unique_ptr<zip_file_t, CloseEntry>;
 
-ReadError tooLarge(std::uint64_t maxSize) {
-    return ReadError(fmt::format("{} in the archive unpacks to more than {} MiB", descriptionName,
-                                 maxSize >> 20));
+files::ReadError tooLarge(std::uint64_t maxSize) {
+    return files::ReadError(fmt::format("{} in the archive unpacks to more than {} MiB",
+                                        descriptionName, maxSize >> 20));
 }
 
-ReadError unreadable(const char* reason) {
-    return ReadError(fmt::format("{} in the archive cannot be read: {}", descriptionName, reason));
+files::ReadError unreadable(const char* reason) {
+    return files::ReadError(
+        fmt::format("{} in the archive cannot be read: {}", descriptionName, reason));
 }
 
 Archive openZip(const std::string& path) {
@@ -42,7 +44,7 @@ Archive openZip(const std::string& path) {
         zip_error_init_with_code(&error, code);
         const std::string reason = zip_error_strerror(&error);
         zip_error_fini(&error);
-        throw ReadError("begins like an archive but cannot be opened as one: " + reason);
+        throw files::ReadError("begins like an archive but cannot be opened as one: " + reason);
     }
     return archive;
 }
@@ -64,7 +66,7 @@ zip_uint64_t findDescription(zip_t* archive, Remarks& remarks) {
         const std::string_view name = nameOrNull == nullptr ? "" : nameOrNull;
         if (name.starts_with(resourceForkFolder)) {
             if (name.ends_with(descriptionName)) {
-                remarks.note(archivePlace, fmt::format("entry {} is ignored", quoted(name)));
+                remarks.note(archivePlace, fmt::format("entry {} is ignored", text::quoted(name)));
             }
         } else if (name == descriptionName) {
             atRoot = atRoot.value_or(index);
@@ -77,15 +79,15 @@ zip_uint64_t findDescription(zip_t* archive, Remarks& remarks) {
         return *atRoot;
     }
     if (folders > 1) {
-        throw ReadError(fmt::format("holds no {} at its root, and {} in its folders",
-                                    descriptionName, folders));
+        throw files::ReadError(fmt::format("holds no {} at its root, and {} in its folders",
+                                           descriptionName, folders));
     }
     if (!inFolder) {
-        throw ReadError(fmt::format("is an archive without a {}", descriptionName));
+        throw files::ReadError(fmt::format("is an archive without a {}", descriptionName));
     }
     remarks.note(archivePlace,
                  fmt::format("the description is read from {}; it belongs at the root",
-                             quoted(zip_get_name(archive, *inFolder, 0))));
+                             text::quoted(zip_get_name(archive, *inFolder, 0))));
     return *inFolder;
 }
 

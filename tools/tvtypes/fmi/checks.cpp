@@ -1,6 +1,7 @@
 #include "fmi/checks.h"
 
 #include "fmi/unit_checks.h"
+#include "text/quote.h"
 
 #include <fmt/format.h>
 
@@ -36,8 +37,9 @@ void checkItems(const TypeDefinition& type, Remarks& remarks) {
             continue;
         }
         if (const std::uint64_t line = names.enter(item.name, item.place.line)) {
-            remarks.problem(item.place, fmt::format("type {} has item {} on line {} already",
-                                                    quoted(type.name), quoted(item.name), line));
+            remarks.problem(item.place,
+                            fmt::format("type {} has item {} on line {} already",
+                                        text::quoted(type.name), text::quoted(item.name), line));
         }
         if (!item.value) {
             continue;
@@ -45,7 +47,8 @@ void checkItems(const TypeDefinition& type, Remarks& remarks) {
         if (const std::uint64_t line = values.enter(*item.value, item.place.line)) {
             remarks.problem(item.place,
                             fmt::format("item {} of type {} has value {}, as the one on line {}",
-                                        quoted(item.name), quoted(type.name), *item.value, line));
+                                        text::quoted(item.name), text::quoted(type.name),
+                                        *item.value, line));
         }
     }
 }
@@ -56,7 +59,7 @@ void checkTypes(Description& description, Remarks& remarks) {
         const std::uint64_t line = names.enter(type.name, type.place.line);
         if (line != 0) {
             remarks.problem(type.place, fmt::format("type {} is defined on line {} already",
-                                                    quoted(type.name), line));
+                                                    text::quoted(type.name), line));
         }
         return line != 0;
     });
@@ -72,8 +75,8 @@ void checkNames(const Description& description, Remarks& remarks) {
             return;
         }
         if (const std::uint64_t line = names.enter(name, place.line)) {
-            remarks.problem(place,
-                            fmt::format("name {} is that of line {} too", quoted(name), line));
+            remarks.problem(
+                place, fmt::format("name {} is that of line {} too", text::quoted(name), line));
         }
     };
     for (const Variable& variable : description.variables) {
@@ -95,7 +98,8 @@ void checkValueReferences(const Description& description, Remarks& remarks) {
                 references.enter(variable.valueReference, variable.place.line)) {
             remarks.problem(variable.place,
                             fmt::format("variable {} has valueReference {}, as the one on line {}",
-                                        quoted(variable.name), variable.valueReference, line));
+                                        text::quoted(variable.name), variable.valueReference,
+                                        line));
         }
     }
 }
@@ -111,7 +115,7 @@ void resolveDeclaredTypes(Description& description, Remarks& remarks) {
             if (variable.base == BaseType::Enumeration) {
                 remarks.problem(variable.place, fmt::format("enumeration variable {} has no "
                                                             "declaredType",
-                                                            quoted(variable.name)));
+                                                            text::quoted(variable.name)));
             }
             continue;
         }
@@ -119,15 +123,16 @@ void resolveDeclaredTypes(Description& description, Remarks& remarks) {
         if (found == indexOfName.end()) {
             remarks.problem(variable.place,
                             fmt::format("variable {} declares type {}, which is not defined",
-                                        quoted(variable.name), quoted(*variable.declaredType)));
+                                        text::quoted(variable.name),
+                                        text::quoted(*variable.declaredType)));
             continue;
         }
         const BaseType base = description.types[found->second].base;
         if (base != variable.base) {
             remarks.problem(variable.place,
                             fmt::format("variable {} is {} and declares type {}, which is {}",
-                                        quoted(variable.name), baseName(variable.base),
-                                        quoted(*variable.declaredType), baseName(base)));
+                                        text::quoted(variable.name), baseName(variable.base),
+                                        text::quoted(*variable.declaredType), baseName(base)));
             continue;
         }
         variable.type = found->second;

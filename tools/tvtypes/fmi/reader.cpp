@@ -5,6 +5,7 @@
 #include "fmi/unit_reader.h"
 #include "fmi/values.h"
 #include "fmi/xml.h"
+#include "text/quote.h"
 
 #include <fmt/format.h>
 
@@ -79,8 +80,8 @@ void Reader::startElement(std::string_view name, const char* const* attributes,
     }
     const ElementRule* const rule = findElement(parent, name, version_);
     if (parent == Node::Document && rule == nullptr) {
-        throw ReadError(
-            fmt::format("the root element is {}, not fmiModelDescription", quoted(name)));
+        throw files::ReadError(
+            fmt::format("the root element is {}, not fmiModelDescription", text::quoted(name)));
     }
     if (parent != Node::Document && (isForeign(name) || leavesNamespace(attributes))) {
         ++skipped_;
@@ -128,7 +129,7 @@ void Reader::readAttributes(const ElementRule& rule, const char* const* attribut
             if (!isForeign(name)) {
                 remarks_.note(place_, fmt::format("attribute {} is not expected here and is "
                                                   "ignored",
-                                                  quoted(name)));
+                                                  text::quoted(name)));
             }
         } else if (known->attribute != Attribute::Known) {
             attributes_.set(known->attribute, attributes[1]);
@@ -176,13 +177,13 @@ void Reader::enter(const ElementRule& rule) {
 void Reader::readRoot() {
     const char* const version = get(Attribute::FmiVersion);
     if (version == nullptr) {
-        throw ReadError("fmiModelDescription has no fmiVersion");
+        throw files::ReadError("fmiModelDescription has no fmiVersion");
     }
     const std::string_view text = version;
     const bool isNumbered = text.size() >= 3 && text[1] == '.' && text[2] >= '0' && text[2] <= '9';
     if (!isNumbered || (text[0] != '2' && text[0] != '3')) {
-        throw ReadError(
-            fmt::format("the FMI version is {}; 2.0 and 3.0 can be read", quoted(text)));
+        throw files::ReadError(
+            fmt::format("the FMI version is {}; 2.0 and 3.0 can be read", text::quoted(text)));
     }
     description_.majorVersion = text[0] - '0';
     version_ = text[0] == '2' ? fmi2 : fmi3;
@@ -197,7 +198,7 @@ void Reader::readRoot() {
         if (!description_.hasStructuredNames && std::string_view(convention) != "flat") {
             remarks_.problem(place_, fmt::format("variableNamingConvention {} is neither flat nor "
                                                  "structured, and is read as flat",
-                                                 quoted(convention)));
+                                                 text::quoted(convention)));
         }
     }
 }
@@ -215,7 +216,7 @@ std::uint64_t Reader::checkValues(Attribute attribute, std::string_view attribut
         ++count;
         if (!isValue(word, base)) {
             remarks_.problem(place_,
-                             fmt::format("{} {} is no {} value", attributeName, quoted(word),
+                             fmt::format("{} {} is no {} value", attributeName, text::quoted(word),
                                          nameOf(base, description_.majorVersion)));
             return 0;
         }
@@ -245,7 +246,8 @@ void Reader::startType(BaseType base) {
 
 void Reader::readSimpleTypeBase(BaseType base) {
     if (type_.base != BaseType::None) {
-        remarks_.problem(place_, fmt::format("type {} has a second base type", quoted(type_.name)));
+        remarks_.problem(place_,
+                         fmt::format("type {} has a second base type", text::quoted(type_.name)));
         return;
     }
     type_.base = base;
@@ -263,7 +265,8 @@ void Reader::readItem() {
     if (const char* const value = get(Attribute::Value)) {
         item.value = parseInt32(value);
         if (!item.value) {
-            remarks_.problem(place_, fmt::format("value {} is no 32-bit integer", quoted(value)));
+            remarks_.problem(place_,
+                             fmt::format("value {} is no 32-bit integer", text::quoted(value)));
         }
     } else if (position <= std::numeric_limits<std::int32_t>::max()) {
         remarks_.note(place_, "value is missing; items without one are numbered from 1");
@@ -274,7 +277,8 @@ void Reader::readItem() {
 
 void Reader::endSimpleType() {
     if (type_.base == BaseType::None) {
-        remarks_.problem(type_.place, fmt::format("type {} has no base type", quoted(type_.name)));
+        remarks_.problem(type_.place,
+                         fmt::format("type {} has no base type", text::quoted(type_.name)));
     }
     endType();
 }
@@ -282,7 +286,7 @@ void Reader::endSimpleType() {
 void Reader::endType() {
     if (type_.base == BaseType::Enumeration && type_.items.empty()) {
         remarks_.problem(type_.place,
-                         fmt::format("enumeration {} has no items", quoted(type_.name)));
+                         fmt::format("enumeration {} has no items", text::quoted(type_.name)));
     }
     if (!type_.name.empty() && type_.base != BaseType::None) {
         description_.types.push_back(std::move(type_));
@@ -300,7 +304,7 @@ void Reader::startVariable(BaseType base) {
         variable.valueReference = number.value_or(0);
         if (!number) {
             remarks_.problem(place_, fmt::format("valueReference {} is no unsigned 32-bit number",
-                                                 quoted(text)));
+                                                 text::quoted(text)));
         } else if (*number > static_cast<std::uint32_t>(std::numeric_limits<std::int32_t>::max())) {
             remarks_.note(place_, "valueReference is above 2147483647 and is read as unsigned");
         }
@@ -317,7 +321,7 @@ void Reader::readVariableBase(BaseType base) {
     Variable& variable = description_.variables.back();
     if (variable.base != BaseType::None) {
         remarks_.problem(place_,
-                         fmt::format("variable {} has a second type", quoted(variable.name)));
+                         fmt::format("variable {} has a second type", text::quoted(variable.name)));
         return;
     }
     variable.base = base;
@@ -349,7 +353,7 @@ void Reader::endScalarVariable() {
     const Variable& variable = description_.variables.back();
     if (variable.base == BaseType::None) {
         remarks_.problem(variable.place,
-                         fmt::format("variable {} has no type", quoted(variable.name)));
+                         fmt::format("variable {} has no type", text::quoted(variable.name)));
     }
 }
 
@@ -363,11 +367,11 @@ void Reader::readDimension() {
         remarks_.problem(place_, "a dimension has either start or valueReference");
     }
     if (start != nullptr && !size) {
-        remarks_.problem(place_, fmt::format("start {} is no UInt64 value", quoted(start)));
+        remarks_.problem(place_, fmt::format("start {} is no UInt64 value", text::quoted(start)));
     }
     if (reference != nullptr && !target) {
         remarks_.problem(place_, fmt::format("valueReference {} is no unsigned 32-bit number",
-                                             quoted(reference)));
+                                             text::quoted(reference)));
     }
     Variable& variable = description_.variables.back();
     if (size.has_value() == target.has_value()) {

@@ -11,7 +11,7 @@
 namespace tvtool::fmi {
 
 /// Reads all that `source` holds. What is wrong with single elements is said in `remarks`, and the
-/// reading goes on. Throws a ReadError if it is no description in FMI 2 or 3.
+/// reading goes on. Throws a files::ReadError if it is no description in FMI 2 or 3.
 std::unique_ptr<Description> readDescription(Source& source, Remarks& remarks);
 
 } // namespace tvtool::fmi

@@ -39,10 +39,4 @@ class Remarks {
     std::unordered_map<std::string, std::size_t> noteIndex_;
 };
 
-/// A text of the description in quotes, shortened if it is too long to be read in a sentence.
-std::string quoted(std::string_view text);
-
-/// A text with "..." for what is beyond so many bytes.
-std::string shortened(std::string_view text, std::size_t longest);
-
 } // namespace tvtool::fmi

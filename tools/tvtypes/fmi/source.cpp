@@ -25,7 +25,7 @@ std::string reasonOf(int errorNumber) { return std::generic_category().message(e
 std::size_t readSome(std::FILE* file, std::span<char> buffer) {
     const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), file);
     if (count == 0 && std::ferror(file) != 0) {
-        throw ReadError("cannot be read: " + reasonOf(errno));
+        throw files::ReadError("cannot be read: " + reasonOf(errno));
     }
     return count;
 }
@@ -55,16 +55,16 @@ class FileSource : public Source {
 std::unique_ptr<Source> openSource(const std::string& path, Remarks& remarks) {
     std::error_code ignored;
     if (std::filesystem::is_directory(path, ignored)) {
-        throw ReadError("is a directory, not a model description");
+        throw files::ReadError("is a directory, not a model description");
     }
     File file(std::fopen(path.c_str(), "rb"));
     if (!file) {
-        throw ReadError("cannot be opened: " + reasonOf(errno));
+        throw files::ReadError("cannot be opened: " + reasonOf(errno));
     }
     std::array<char, 4> head{};
     const std::size_t count = readSome(file.get(), head);
     if (count == 0) {
-        throw ReadError("is empty");
+        throw files::ReadError("is empty");
     }
     const std::string_view beginning(head.data(), count);
     if (beginning.starts_with("PK")) {

@@ -12,7 +12,7 @@ namespace tvtool::fmi {
 
 /// One step of a name, as in wheel[2] of wheel[2].hub.
 struct NamePart {
-    std::string_view name; ///< without indices; a quoted one keeps its quotes
+    std::string_view name; ///< without indices; a text::quoted one keeps its quotes
     std::string_view text; ///< with indices
     std::size_t firstIndex = 0;
     std::size_t indexCount = 0;
@@ -34,8 +34,8 @@ struct NameFault {
 ///
 ///     name       = path | "der(" path ["," digits] ")"
 ///     path       = part {"." part}
-///     part       = ( identifier | quoted ) ["[" digits {"," digits} "]"]
-///     quoted     = "'" character {character} "'"
+///     part       = ( identifier | text::quoted ) ["[" digits {"," digits} "]"]
+///     text::quoted     = "'" character {character} "'"
 ///
 /// A character may be an escape as in C strings. Replaces what `name` held; after a fault it holds
 /// nothing of use.

@@ -1,5 +1,7 @@
 #include "fmi/unit_checks.h"
 
+#include "text/quote.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -20,7 +22,7 @@ void eraseRepeated(std::vector<Unit>& units, const char* kind, Remarks& remarks)
         const auto [entry, isNew] = lines.try_emplace(unit.name, unit.place.line);
         if (!isNew) {
             remarks.problem(unit.place, fmt::format("{} {} is defined on line {} already", kind,
-                                                    quoted(unit.name), entry->second));
+                                                    text::quoted(unit.name), entry->second));
         }
         return !isNew;
     });
@@ -40,14 +42,14 @@ class Uses {
         if (use.unit.empty()) {
             if (isFirst("", use.displayUnit)) {
                 remarks_.problem(place, fmt::format("displayUnit {} has no unit to go with it",
-                                                    quoted(use.displayUnit)));
+                                                    text::quoted(use.displayUnit)));
             }
             return noIndex;
         }
         const auto [entry, isNew] =
             indices_.try_emplace(use.unit, static_cast<std::uint32_t>(description_.units.size()));
         if (isNew) {
-            remarks_.problem(place, fmt::format("unit {} is not defined", quoted(use.unit)));
+            remarks_.problem(place, fmt::format("unit {} is not defined", text::quoted(use.unit)));
             description_.units.push_back({use.unit, std::nullopt, {}, false, place});
         }
         checkDisplayUnit(description_.units[entry->second], use.displayUnit, place);
@@ -65,7 +67,7 @@ class Uses {
                                  unit.displayUnits.end();
         if (!isKnown && isFirst(unit.name, name)) {
             remarks_.note(place, fmt::format("displayUnit {} is not defined for unit {}",
-                                             quoted(name), quoted(unit.name)));
+                                             text::quoted(name), text::quoted(unit.name)));
         }
     }
 

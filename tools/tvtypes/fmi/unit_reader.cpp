@@ -1,6 +1,7 @@
 #include "fmi/unit_reader.h"
 
 #include "fmi/values.h"
+#include "text/quote.h"
 
 #include <fmt/format.h>
 
@@ -18,7 +19,8 @@ void UnitReader::startUnit(const Attributes& attributes, const Place& place) {
 
 void UnitReader::readBaseUnit(const Attributes& attributes, const Place& place) {
     if (hasBaseUnit_) {
-        remarks_.problem(place, fmt::format("unit {} has a second BaseUnit", quoted(unit_.name)));
+        remarks_.problem(place,
+                         fmt::format("unit {} has a second BaseUnit", text::quoted(unit_.name)));
         return;
     }
     hasBaseUnit_ = true;
@@ -34,8 +36,8 @@ void UnitReader::readBaseUnit(const Attributes& attributes, const Place& place) 
         if (const std::optional<std::int32_t> power = parseInt32(text)) {
             base.powers[i] = *power;
         } else {
-            remarks_.problem(
-                place, fmt::format("{} {} is no 32-bit integer", baseUnitNames[i], quoted(text)));
+            remarks_.problem(place, fmt::format("{} {} is no 32-bit integer", baseUnitNames[i],
+                                                text::quoted(text)));
             isRight_ = false;
         }
     }
@@ -55,7 +57,8 @@ void UnitReader::readDisplayUnit(const Attributes& attributes, const Place& plac
     unit.place = place;
     if (const char* const inverse = attributes[Attribute::Inverse]) {
         if (!isValue(inverse, BaseType::Boolean)) {
-            remarks_.problem(place, fmt::format("inverse {} is no Boolean value", quoted(inverse)));
+            remarks_.problem(place,
+                             fmt::format("inverse {} is no Boolean value", text::quoted(inverse)));
             isRight_ = false;
         }
         unit.isInverse = std::string_view(inverse) == "true" || std::string_view(inverse) == "1";
@@ -78,7 +81,7 @@ double UnitReader::readNumber(const char* text, double absent, std::string_view 
     }
     const std::optional<double> number = parseReal(text);
     if (!number) {
-        remarks_.problem(place, fmt::format("{} {} is no finite number", name, quoted(text)));
+        remarks_.problem(place, fmt::format("{} {} is no finite number", name, text::quoted(text)));
         isRight_ = false;
     }
     return number.value_or(absent);

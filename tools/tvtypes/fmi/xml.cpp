@@ -34,9 +34,9 @@ struct Run {
             if (!failure) {
                 call();
             }
-        } catch (const ReadError& error) {
-            failure =
-                std::make_exception_ptr(ReadError(error.what(), lineOf(parser), columnOf(parser)));
+        } catch (const files::ReadError& error) {
+            failure = std::make_exception_ptr(
+                files::ReadError(error.what(), lineOf(parser), columnOf(parser)));
         } catch (...) {
             failure = std::current_exception();
         }
@@ -101,8 +101,8 @@ void parseXml(Source& source, XmlHandler& handler) {
             std::rethrow_exception(run.failure);
         }
         if (status != XML_STATUS_OK) {
-            throw ReadError(sentenceFor(XML_GetErrorCode(parser.get())), lineOf(parser.get()),
-                            columnOf(parser.get()));
+            throw files::ReadError(sentenceFor(XML_GetErrorCode(parser.get())),
+                                   lineOf(parser.get()), columnOf(parser.get()));
         }
     }
 }

@@ -10,7 +10,7 @@
 namespace tvtool::fmi {
 
 /// Receives the elements of a text in order. What an operation throws ends the reading and passes
-/// through; a ReadError is given the place of the element.
+/// through; a files::ReadError is given the place of the element.
 class XmlHandler {
   public:
     virtual ~XmlHandler() = default;
@@ -22,7 +22,7 @@ class XmlHandler {
     virtual void endElement() = 0;
 };
 
-/// Throws a ReadError if the text is not well-formed.
+/// Throws a files::ReadError if the text is not well-formed.
 void parseXml(Source& source, XmlHandler& handler);
 
 } // namespace tvtool::fmi

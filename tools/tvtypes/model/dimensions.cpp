@@ -1,8 +1,9 @@
 #include "model/dimensions.h"
 
 #include "dims/reading.h"
+#include "dims/text.h"
 #include "model/path.h"
-#include "report/dims_text.h"
+#include "text/quote.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -16,7 +17,7 @@ namespace tvtool::model {
 
 namespace {
 
-using fmi::quoted;
+using text::quoted;
 
 /// More than any number of start values.
 constexpr std::uint64_t countless = std::numeric_limits<std::uint64_t>::max();
@@ -47,7 +48,7 @@ Dimensions::Dimensions(const fmi::Description& description, fmi::Remarks& remark
     }
 }
 
-std::vector<report::DimsFact> Dimensions::facts() const {
+std::vector<dims::DimsFact> Dimensions::facts() const {
     std::vector<const TVBlock*> blocks;
     for (const TVBlock& block : blocks_) {
         blocks.push_back(&block);
@@ -100,9 +101,9 @@ std::optional<Dimensions::Extent> Dimensions::extentOfParameter(std::uint32_t va
             found == variableOf_.end()
                 ? fmt::format("valueReference {}, which no variable has", valueReference)
                 : fmt::format("{}, which is no UInt64 structural parameter or constant",
-                              quoted(found->second->name));
+                              text::quoted(found->second->name));
         remarks_.problem(variable.place, fmt::format("a dimension of variable {} refers to {}",
-                                                     quoted(variable.name), what));
+                                                     text::quoted(variable.name), what));
         return std::nullopt;
     }
     const fmi::Variable& parameter = *found->second;
@@ -147,8 +148,9 @@ bool Dimensions::canHold(const fmi::Variable& variable, int id,
         }
         count = product(count, *extent.number);
         if (extent.parameter != nullptr) {
-            parameters.insert(fmt::format("{} is {} (line {})", shortened(extent.parameter->name),
-                                          *extent.number, extent.parameter->place.line));
+            parameters.insert(fmt::format("{} is {} (line {})",
+                                          text::shortened(extent.parameter->name), *extent.number,
+                                          extent.parameter->place.line));
         }
     }
     if (std::ranges::any_of(extents, [](const Extent& extent) { return extent.number == 0; })) {
@@ -162,8 +164,8 @@ bool Dimensions::canHold(const fmi::Variable& variable, int id,
         variable.place,
         fmt::format(
             "variable {} has {} start values and {} elements: its dimensions are {}{}",
-            quoted(variable.name), variable.startCount, many,
-            shortened(table_.getDisplayString(id)),
+            text::quoted(variable.name), variable.startCount, many,
+            text::shortened(table_.getDisplayString(id)),
             parameters.empty() ? "" : ", where " + fmt::format("{}", fmt::join(parameters, ", "))));
     return false;
 }
@@ -174,11 +176,10 @@ void Dimensions::stateEqual(int size, std::uint64_t number, const fmi::Variable&
     const auto objection =
         facts_.state({size, dims::Relation::Equal, idOf(number), &block, variable.place.line});
     if (objection) {
-        remarks_.problem(variable.place,
-                         fmt::format("by variable {} {} is {}, which cannot be: {}",
-                                     quoted(variable.name),
-                                     shortened(table_.getDisplayString(size)), number,
-                                     report::reasonText(objection->reason)));
+        remarks_.problem(variable.place, fmt::format("by variable {} {} is {}, which cannot be: {}",
+                                                     text::quoted(variable.name),
+                                                     text::shortened(table_.getDisplayString(size)),
+                                                     number, dims::reasonText(objection->reason)));
     }
 }
 

@@ -36,7 +36,7 @@ class Dimensions {
 
     std::string textOf(int id) const { return table_.getSymbolicDims(id).toString(); }
 
-    std::vector<report::DimsFact> facts() const;
+    std::vector<dims::DimsFact> facts() const;
 
   private:
     struct Extent {

@@ -1,6 +1,6 @@
-#include "report/findings.h"
+#include "model/findings.h"
 
-namespace tvtool::report {
+namespace tvtool::model {
 
 const char* nameOf(Kind kind) {
     switch (kind) {
@@ -32,4 +32,4 @@ const char* nameOf(UnitSource source) {
     return "";
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::model

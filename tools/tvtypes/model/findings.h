@@ -4,15 +4,15 @@
 /// Texts are as the description has them; whoever prints them makes them safe to show.
 #pragma once
 
+#include "dims/records.h"
 #include "fmi/remarks.h"
-#include "report/dims.h"
 
 #include <array>
 #include <cstddef>
 #include <string>
 #include <vector>
 
-namespace tvtool::report {
+namespace tvtool::model {
 
 enum class Kind { BuiltIn, Alias, Enumerated, FixedPoint, Struct };
 const char* nameOf(Kind kind);
@@ -68,8 +68,8 @@ struct Findings {
     std::vector<OutsideRow> outside;
     std::vector<UnitRow> units;           ///< in the order of the description
     std::vector<DimensionRow> dimensions; ///< in the order of the description
-    std::vector<DimsFact> facts;          ///< what the description says of sizes
+    std::vector<dims::DimsFact> facts;    ///< what the description says of sizes
     fmi::Remarks remarks;
 };
 
-} // namespace tvtool::report
+} // namespace tvtool::model

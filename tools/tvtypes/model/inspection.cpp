@@ -17,27 +17,27 @@ namespace {
 using TVTypeSys::DataType;
 using TVTypeSys::DataTypeTable;
 
-report::Kind kindOf(const DataTypeTable& table, int id) {
+model::Kind kindOf(const DataTypeTable& table, int id) {
     if (DataTypeTable::checkForBuiltInDataType(id)) {
-        return report::Kind::BuiltIn;
+        return model::Kind::BuiltIn;
     }
     if (table.getDataTypeIdAliasedTo(id) != INVALID_DATA_TYPE_ID) {
-        return report::Kind::Alias;
+        return model::Kind::Alias;
     }
     if (table.getDataTypeAt(positionOf(id))->getIsType(TVTypeSys::DataTypeQualifierStruct)) {
-        return report::Kind::Struct;
+        return model::Kind::Struct;
     }
-    return table.isEnumType(id) ? report::Kind::Enumerated : report::Kind::FixedPoint;
+    return table.isEnumType(id) ? model::Kind::Enumerated : model::Kind::FixedPoint;
 }
 
 std::string nameOf(const DataTypeTable& table, int id) {
     return table.getDataTypeAt(positionOf(id))->getName();
 }
 
-report::TypeRow rowOf(const Types& types, int id, std::size_t variables) {
+model::TypeRow rowOf(const Types& types, int id, std::size_t variables) {
     const DataTypeTable& table = types.table();
     const DataType& type = *table.getDataTypeAt(positionOf(id));
-    report::TypeRow row;
+    model::TypeRow row;
     row.id = id;
     row.name = type.getName();
     row.kind = kindOf(table, id);
@@ -49,7 +49,7 @@ report::TypeRow rowOf(const Types& types, int id, std::size_t variables) {
     if (type.getIdAliasedTo() != INVALID_DATA_TYPE_ID) {
         row.aliasOf = nameOf(table, type.getIdAliasedTo());
     }
-    if (row.kind == report::Kind::Struct) {
+    if (row.kind == model::Kind::Struct) {
         const auto& structType = static_cast<const StructDataType&>(type);
         row.elements = structType.getNumElements();
         row.leaves = structType.getNumFlatElements();
@@ -61,8 +61,8 @@ report::TypeRow rowOf(const Types& types, int id, std::size_t variables) {
 
 /// The types that the model has brought along, and those of the table's own that it uses or
 /// declares a type on.
-std::vector<report::TypeRow> typeRows(const Types& types,
-                                      const std::vector<std::size_t>& usesByPosition) {
+std::vector<model::TypeRow> typeRows(const Types& types,
+                                     const std::vector<std::size_t>& usesByPosition) {
     const DataTypeTable& table = types.table();
     std::set<int> ids;
     for (int id = 0; id < table.getNumDataTypes() - 1; ++id) {
@@ -75,7 +75,7 @@ std::vector<report::TypeRow> typeRows(const Types& types,
             ids.insert(target);
         }
     }
-    std::vector<report::TypeRow> rows;
+    std::vector<model::TypeRow> rows;
     rows.reserve(ids.size());
     for (const int id : ids) {
         rows.push_back(rowOf(types, id, usesByPosition[positionOf(id)]));
@@ -83,7 +83,7 @@ std::vector<report::TypeRow> typeRows(const Types& types,
     return rows;
 }
 
-std::vector<report::OutsideRow> outsideRows(const fmi::Description& description) {
+std::vector<model::OutsideRow> outsideRows(const fmi::Description& description) {
     struct Count {
         std::size_t variables = 0;
         std::size_t types = 0;
@@ -95,7 +95,7 @@ std::vector<report::OutsideRow> outsideRows(const fmi::Description& description)
     for (const fmi::TypeDefinition& type : description.types) {
         ++counts[static_cast<std::size_t>(type.base)].types;
     }
-    std::vector<report::OutsideRow> rows;
+    std::vector<model::OutsideRow> rows;
     for (std::size_t i = 0; i < fmi::baseTypeCount; ++i) {
         const auto base = static_cast<fmi::BaseType>(i);
         if (isOutside(base) && (counts[i].variables > 0 || counts[i].types > 0)) {
@@ -119,22 +119,22 @@ std::vector<std::size_t> countUses(const Model& model) {
     return uses;
 }
 
-report::UnitSource sourceOf(UnitBasis basis) {
+model::UnitSource sourceOf(UnitBasis basis) {
     switch (basis) {
     case UnitBasis::Name:
-        return report::UnitSource::Name;
+        return model::UnitSource::Name;
     case UnitBasis::Reading:
-        return report::UnitSource::Reading;
+        return model::UnitSource::Reading;
     case UnitBasis::BaseUnits:
-        return report::UnitSource::BaseUnits;
+        return model::UnitSource::BaseUnits;
     case UnitBasis::Nothing:
         break;
     }
-    return report::UnitSource::Nothing;
+    return model::UnitSource::Nothing;
 }
 
-std::vector<report::UnitRow> unitRows(const Model& model) {
-    std::vector<report::UnitRow> rows;
+std::vector<model::UnitRow> unitRows(const Model& model) {
+    std::vector<model::UnitRow> rows;
     for (const fmi::UnitDefinition& definition : model.description->units) {
         const Units::Unit& unit = model.units.all()[rows.size()];
         rows.push_back({std::string(definition.name),
@@ -152,10 +152,10 @@ std::vector<report::UnitRow> unitRows(const Model& model) {
     return rows;
 }
 
-std::vector<report::DimensionRow> dimensionRows(const Model& model) {
-    std::vector<report::DimensionRow> rows;
+std::vector<model::DimensionRow> dimensionRows(const Model& model) {
+    std::vector<model::DimensionRow> rows;
     for (const Dimensions::Distinct& dimensions : model.dimensions.all()) {
-        report::DimensionRow row{dimensions.id, model.dimensions.textOf(dimensions.id), {}};
+        model::DimensionRow row{dimensions.id, model.dimensions.textOf(dimensions.id), {}};
         for (const std::uint32_t variable : dimensions.variables) {
             row.variables.emplace_back(model.description->variables[variable].name);
         }
@@ -164,8 +164,8 @@ std::vector<report::DimensionRow> dimensionRows(const Model& model) {
     return rows;
 }
 
-report::Findings inspect(Model& model) {
-    report::Findings findings;
+model::Findings inspect(Model& model) {
+    model::Findings findings;
     findings.fmiVersion = model.description->fmiVersion;
     findings.modelName = model.description->modelName;
     findings.variables = model.description->variables.size();
@@ -180,14 +180,14 @@ report::Findings inspect(Model& model) {
 
 } // namespace
 
-report::Findings inspectSource(fmi::Source& source, fmi::Remarks remarks) {
+model::Findings inspectSource(fmi::Source& source, fmi::Remarks remarks) {
     Model model(source, std::move(remarks));
     return inspect(model);
 }
 
-report::Findings inspectFile(const std::string& path) {
+model::Findings inspectFile(const std::string& path) {
     const std::unique_ptr<Model> model = readModel(path);
-    report::Findings findings = inspect(*model);
+    model::Findings findings = inspect(*model);
     findings.file = path;
     return findings;
 }

@@ -1,11 +1,11 @@
-#include "report/json.h"
+#include "model/inspection_json.h"
 
-#include "report/dims_json.h"
-#include "report/safe_text.h"
+#include "dims/json.h"
+#include "text/safe_text.h"
 
 #include <boost/json.hpp>
 
-namespace tvtool::report {
+namespace tvtool::model {
 
 namespace {
 
@@ -95,7 +95,7 @@ void printJson(const Findings& findings, std::ostream& os) {
                               {"problems", remarksOf(findings.remarks.problems())},
                               {"notes", remarksOf(findings.remarks.notes())}};
     // JSON lets most control characters stand; a terminal would obey them.
-    os << safeText(json::serialize(report)) << '\n';
+    os << text::safeText(json::serialize(report)) << '\n';
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::model

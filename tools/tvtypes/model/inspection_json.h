@@ -26,12 +26,12 @@
 /// | `notes`      | the same                                                                    |
 #pragma once
 
-#include "report/findings.h"
+#include "model/findings.h"
 
 #include <ostream>
 
-namespace tvtool::report {
+namespace tvtool::model {
 
 void printJson(const Findings& findings, std::ostream& os);
 
-} // namespace tvtool::report
+} // namespace tvtool::model

@@ -1,8 +1,9 @@
-#include "report/text.h"
+#include "model/inspection_text.h"
 
-#include "report/dims_text.h"
-#include "report/safe_text.h"
-#include "report/table.h"
+#include "dims/text.h"
+#include "output/table.h"
+#include "text/quote.h"
+#include "text/safe_text.h"
 
 #include <fmt/color.h>
 #include <fmt/format.h>
@@ -12,23 +13,23 @@
 #include <string>
 #include <string_view>
 
-namespace tvtool::report {
+namespace tvtool::model {
 
 namespace {
 
 /// For a table: a long text would make its column as wide for all.
 std::string shortened(const std::string& text) {
     constexpr std::size_t longest = 40;
-    return safeText(fmi::shortened(text, longest));
+    return text::safeText(text::shortened(text, longest));
 }
 
 void printSummary(const Findings& findings, std::ostream& os) {
-    os << fmt::format("{}: FMI {}, model \"{}\": {}, {}, {}, {}\n", safeText(findings.file),
-                      safeText(findings.fmiVersion), safeText(findings.modelName),
-                      counted(findings.variables, "variable", "variables"),
-                      counted(findings.types.size(), "type", "types"),
-                      counted(findings.remarks.problems().size(), "problem", "problems"),
-                      counted(findings.remarks.notes().size(), "note", "notes"));
+    os << fmt::format("{}: FMI {}, model \"{}\": {}, {}, {}, {}\n", text::safeText(findings.file),
+                      text::safeText(findings.fmiVersion), text::safeText(findings.modelName),
+                      text::counted(findings.variables, "variable", "variables"),
+                      text::counted(findings.types.size(), "type", "types"),
+                      text::counted(findings.remarks.problems().size(), "problem", "problems"),
+                      text::counted(findings.remarks.notes().size(), "note", "notes"));
 }
 
 void printTypes(const Findings& findings, fmt::text_style headingStyle, std::ostream& os) {
@@ -39,20 +40,20 @@ void printTypes(const Findings& findings, fmt::text_style headingStyle, std::ost
         findings.types, [](const TypeRow& type) { return !type.originalName.empty(); });
     const bool hasStructs = std::ranges::any_of(
         findings.types, [](const TypeRow& type) { return type.kind == Kind::Struct; });
-    Table table;
-    table.addColumn("id", Align::Right);
-    table.addColumn("name", Align::Left);
-    table.addColumn("kind", Align::Left);
-    table.addColumn("size", Align::Right);
-    table.addColumn("storage", Align::Left);
-    table.addColumn("alias of", Align::Left);
-    table.addColumn("variables", Align::Right);
+    output::Table table;
+    table.addColumn("id", output::Align::Right);
+    table.addColumn("name", output::Align::Left);
+    table.addColumn("kind", output::Align::Left);
+    table.addColumn("size", output::Align::Right);
+    table.addColumn("storage", output::Align::Left);
+    table.addColumn("alias of", output::Align::Left);
+    table.addColumn("variables", output::Align::Right);
     if (hasStructs) {
-        table.addColumn("elements", Align::Right);
-        table.addColumn("leaves", Align::Right);
+        table.addColumn("elements", output::Align::Right);
+        table.addColumn("leaves", output::Align::Right);
     }
     if (hasOriginals) {
-        table.addColumn("original name", Align::Left);
+        table.addColumn("original name", output::Align::Left);
     }
     for (const TypeRow& type : findings.types) {
         std::vector<std::string> cells{
@@ -65,7 +66,7 @@ void printTypes(const Findings& findings, fmt::text_style headingStyle, std::ost
             cells.push_back(isStruct ? std::to_string(type.leaves) : "");
         }
         if (hasOriginals) {
-            cells.push_back(safeText(type.originalName));
+            cells.push_back(text::safeText(type.originalName));
         }
         table.addRow(std::move(cells));
     }
@@ -87,14 +88,14 @@ void printUnits(const std::vector<UnitRow>& units, fmt::text_style headingStyle,
     if (units.empty()) {
         return;
     }
-    Table table;
-    table.addColumn("id", Align::Right);
-    table.addColumn("unit", Align::Left);
-    table.addColumn("expression", Align::Left);
-    table.addColumn("from", Align::Left);
-    table.addColumn("base units", Align::Left);
-    table.addColumn("variables", Align::Right);
-    table.addColumn("which", Align::Left);
+    output::Table table;
+    table.addColumn("id", output::Align::Right);
+    table.addColumn("unit", output::Align::Left);
+    table.addColumn("expression", output::Align::Left);
+    table.addColumn("from", output::Align::Left);
+    table.addColumn("base units", output::Align::Left);
+    table.addColumn("variables", output::Align::Right);
+    table.addColumn("which", output::Align::Left);
     for (const UnitRow& unit : units) {
         const bool hasPlace = unit.source != UnitSource::Nothing;
         table.addRow({hasPlace ? std::to_string(unit.id) : "", shortened(unit.name),
@@ -110,11 +111,11 @@ void printDimensions(const std::vector<DimensionRow>& rows, fmt::text_style head
     if (rows.empty()) {
         return;
     }
-    Table table;
-    table.addColumn("id", Align::Right);
-    table.addColumn("dimensions", Align::Left);
-    table.addColumn("variables", Align::Right);
-    table.addColumn("which", Align::Left);
+    output::Table table;
+    table.addColumn("id", output::Align::Right);
+    table.addColumn("dimensions", output::Align::Left);
+    table.addColumn("variables", output::Align::Right);
+    table.addColumn("which", output::Align::Left);
     for (const DimensionRow& row : rows) {
         table.addRow({std::to_string(row.id), shortened(row.text),
                       std::to_string(row.variables.size()), someOf(row.variables)});
@@ -129,9 +130,10 @@ void printOutside(const std::vector<OutsideRow>& rows, std::ostream& os) {
     }
     std::vector<std::string> parts;
     for (const OutsideRow& row : rows) {
-        std::string part = row.baseType + ' ' + counted(row.variables, "variable", "variables");
+        std::string part =
+            row.baseType + ' ' + text::counted(row.variables, "variable", "variables");
         if (row.types > 0) {
-            part += " and " + counted(row.types, "type", "types");
+            part += " and " + text::counted(row.types, "type", "types");
         }
         parts.push_back(std::move(part));
     }
@@ -145,21 +147,16 @@ void printRemarks(const Findings& findings, std::string_view heading,
         return;
     }
     os << '\n' << fmt::format(style, "{}", heading) << '\n';
-    const std::string file = safeText(findings.file);
+    const std::string file = text::safeText(findings.file);
     for (const fmi::Remark& remark : remarks) {
         const std::string line = remark.line == 0 ? "" : fmt::format(":{}", remark.line);
         const std::string count = remark.count == 1 ? "" : fmt::format(" ({} times)", remark.count);
-        os << fmt::format("{}{}: {}: {}{}\n", file, line, safeText(remark.element),
-                          safeText(remark.sentence), count);
+        os << fmt::format("{}{}: {}: {}{}\n", file, line, text::safeText(remark.element),
+                          text::safeText(remark.sentence), count);
     }
 }
 
 } // namespace
-
-std::string counted(std::size_t count, std::string_view one, std::string_view many) {
-    return count == 0 ? fmt::format("no {}", many)
-                      : fmt::format("{} {}", count, count == 1 ? one : many);
-}
 
 void printText(const Findings& findings, bool colour, std::ostream& os) {
     const auto styled = [colour](fmt::text_style style) {
@@ -178,4 +175,4 @@ void printText(const Findings& findings, bool colour, std::ostream& os) {
                  bold | styled(fmt::fg(fmt::terminal_color::yellow)), os);
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::model

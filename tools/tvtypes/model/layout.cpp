@@ -1,12 +1,13 @@
-#include "report/layout.h"
+#include "model/layout.h"
 
-#include "report/text.h"
+#include "model/inspection_text.h"
+#include "text/quote.h"
 
 #include <fmt/format.h>
 
 #include <string>
 
-namespace tvtool::report {
+namespace tvtool::model {
 
 const char* nameOf(RowKind kind) {
     switch (kind) {
@@ -24,7 +25,7 @@ const char* nameOf(RowKind kind) {
 
 std::string summaryOf(const StructMap& map) {
     const auto count = [](int number, const char* one, const char* many) {
-        return counted(static_cast<std::size_t>(number), one, many);
+        return text::counted(static_cast<std::size_t>(number), one, many);
     };
     long long padding = 0;
     for (const LayoutRow& row : map.rows) {
@@ -37,4 +38,4 @@ std::string summaryOf(const StructMap& map) {
         count(map.scalars, "scalar", "scalars"));
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::model

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace tvtool::report {
+namespace tvtool::model {
 
 enum class RowKind { Struct, StructArray, Leaf, Padding };
 const char* nameOf(RowKind kind);
@@ -53,4 +53,4 @@ struct LayoutFindings {
 /// Size, alignment and counts in words.
 std::string summaryOf(const StructMap& map);
 
-} // namespace tvtool::report
+} // namespace tvtool::model

@@ -1,10 +1,10 @@
-#include "report/layout_json.h"
+#include "model/layout_json.h"
 
-#include "report/safe_text.h"
+#include "text/safe_text.h"
 
 #include <boost/json.hpp>
 
-namespace tvtool::report {
+namespace tvtool::model {
 
 namespace {
 
@@ -52,7 +52,7 @@ void printLayoutJson(const LayoutFindings& findings, std::ostream& os) {
     }
     const json::object report{
         {"file", findings.file}, {"problems", findings.problems}, {"structs", std::move(structs)}};
-    os << safeText(json::serialize(report)) << '\n';
+    os << text::safeText(json::serialize(report)) << '\n';
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::model

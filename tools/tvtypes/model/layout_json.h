@@ -17,12 +17,12 @@
 /// stands for what is left out.
 #pragma once
 
-#include "report/layout.h"
+#include "model/layout.h"
 
 #include <ostream>
 
-namespace tvtool::report {
+namespace tvtool::model {
 
 void printLayoutJson(const LayoutFindings& findings, std::ostream& os);
 
-} // namespace tvtool::report
+} // namespace tvtool::model

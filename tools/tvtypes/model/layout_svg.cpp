@@ -1,13 +1,13 @@
-#include "report/layout_svg.h"
+#include "model/layout_svg.h"
 
-#include "report/svg.h"
+#include "output/svg.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <limits>
 
-namespace tvtool::report {
+namespace tvtool::model {
 
 namespace {
 
@@ -29,7 +29,7 @@ constexpr int deepestLevel = 8;
 /// One struct as a picture.
 class MapPicture {
   public:
-    MapPicture(const StructMap& map, double top, Svg& svg)
+    MapPicture(const StructMap& map, double top, output::Svg& svg)
         : map_(map),
           svg_(svg),
           top_(top + headHeight),
@@ -59,7 +59,7 @@ class MapPicture {
     double heightOf(int bytes) const { return bytes * byteHeight_; }
 
     /// What holds nothing that is drawn reaches to the right edge.
-    Box boxOf(int level, int offset, int size, bool isInnermost) const {
+    output::Box boxOf(int level, int offset, int size, bool isInnermost) const {
         const double left = leftOf(level);
         return {left, top_ + heightOf(offset),
                 isInnermost ? leftOf(levels_) + leafWidth - left : columnWidth, heightOf(size)};
@@ -100,7 +100,7 @@ class MapPicture {
         if (isDeepest) {
             skippedFrom_ = row.depth;
         }
-        const Box box = boxOf(row.depth, row.offset, row.size, !isStruct || isDeepest);
+        const output::Box box = boxOf(row.depth, row.offset, row.size, !isStruct || isDeepest);
         const std::string bytes = fmt::format("offset {}, {} bytes", row.offset, row.size);
         if (row.kind == RowKind::Padding) {
             svg_.rectangle(box, nameOf(row.kind), "padding, " + bytes);
@@ -150,7 +150,7 @@ class MapPicture {
     }
 
     const StructMap& map_;
-    Svg& svg_;
+    output::Svg& svg_;
     double top_;
     double byteHeight_; ///< pixels
     double bottom_ = 0;
@@ -166,7 +166,7 @@ class MapPicture {
 } // namespace
 
 void drawLayout(const LayoutFindings& findings, std::ostream& os) {
-    Svg svg;
+    output::Svg svg;
     double top = margin / 2;
     double width = 0;
     std::size_t drawn = 0;
@@ -190,4 +190,4 @@ void drawLayout(const LayoutFindings& findings, std::ostream& os) {
     os << svg.document(width, top - gap + margin);
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::model

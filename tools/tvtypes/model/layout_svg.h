@@ -3,14 +3,14 @@
 /// each level of nesting.
 #pragma once
 
-#include "report/layout.h"
+#include "model/layout.h"
 
 #include <ostream>
 
-namespace tvtool::report {
+namespace tvtool::model {
 
 /// Draws all structs beneath each other, one SVG document that needs nothing else. What is too
 /// small, too deep or too much to be drawn is said in the picture.
 void drawLayout(const LayoutFindings& findings, std::ostream& os);
 
-} // namespace tvtool::report
+} // namespace tvtool::model

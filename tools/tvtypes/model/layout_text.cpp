@@ -1,13 +1,13 @@
-#include "report/layout_text.h"
+#include "model/layout_text.h"
 
-#include "report/safe_text.h"
-#include "report/table.h"
-#include "report/text.h"
+#include "model/inspection_text.h"
+#include "output/table.h"
+#include "text/safe_text.h"
 
 #include <fmt/color.h>
 #include <fmt/format.h>
 
-namespace tvtool::report {
+namespace tvtool::model {
 
 namespace {
 
@@ -17,23 +17,23 @@ std::string pathOf(const LayoutRow& row) {
     if (row.kind == RowKind::Padding) {
         return "(padding)";
     }
-    return row.depth == 0 ? "(struct)" : safeText(row.path);
+    return row.depth == 0 ? "(struct)" : text::safeText(row.path);
 }
 
 void printMap(const StructMap& map, fmt::text_style headingStyle, std::ostream& os) {
     os << map.name;
     if (!map.originalName.empty()) {
-        os << fmt::format(" ({})", safeText(map.originalName));
+        os << fmt::format(" ({})", text::safeText(map.originalName));
     }
     os << ": " << summaryOf(map) << "\n\n";
-    Table table;
-    table.addColumn("offset", Align::Right);
-    table.addColumn("size", Align::Right);
-    table.addColumn("path", Align::Left);
-    table.addColumn("type", Align::Left);
-    table.addColumn("dfs", Align::Right);
-    table.addColumn("flat", Align::Right);
-    table.addColumn("raw", Align::Right);
+    output::Table table;
+    table.addColumn("offset", output::Align::Right);
+    table.addColumn("size", output::Align::Right);
+    table.addColumn("path", output::Align::Left);
+    table.addColumn("type", output::Align::Left);
+    table.addColumn("dfs", output::Align::Right);
+    table.addColumn("flat", output::Align::Right);
+    table.addColumn("raw", output::Align::Right);
     for (const LayoutRow& row : map.rows) {
         table.addRow({std::to_string(row.offset), std::to_string(row.size), pathOf(row), row.type,
                       numberOrNone(row.dfs), numberOrNone(row.flat), numberOrNone(row.raw)});
@@ -46,7 +46,7 @@ void printMap(const StructMap& map, fmt::text_style headingStyle, std::ostream& 
 void printLayout(const LayoutFindings& findings, bool colour, std::ostream& os) {
     if (findings.structs.empty()) {
         os << fmt::format(
-            "{}: no struct types{}\n", safeText(findings.file),
+            "{}: no struct types{}\n", text::safeText(findings.file),
             findings.hasStructuredNames ? "" : ": variableNamingConvention is not \"structured\"");
     }
     const fmt::text_style bold = colour ? fmt::text_style(fmt::emphasis::bold) : fmt::text_style();
@@ -58,4 +58,4 @@ void printLayout(const LayoutFindings& findings, bool colour, std::ostream& os) 
     }
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::model

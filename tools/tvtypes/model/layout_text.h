@@ -2,12 +2,12 @@
 /// Memory maps for people.
 #pragma once
 
-#include "report/layout.h"
+#include "model/layout.h"
 
 #include <ostream>
 
-namespace tvtool::report {
+namespace tvtool::model {
 
 void printLayout(const LayoutFindings& findings, bool colour, std::ostream& os);
 
-} // namespace tvtool::report
+} // namespace tvtool::model

@@ -1,6 +1,7 @@
 #include "model/memory_map.h"
 
 #include "model/path.h"
+#include "text/quote.h"
 
 #include <tvtypes/elementaccess.h>
 
@@ -17,8 +18,8 @@ namespace tvtool::model {
 
 namespace {
 
-using report::LayoutRow;
-using report::RowKind;
+using model::LayoutRow;
+using model::RowKind;
 using TVTypeSys::DataType;
 using TVTypeSys::DataTypeTable;
 
@@ -81,7 +82,7 @@ class Mapper {
         }
         const int endOffset = row.offset + row.size;
         if (!isStruct) {
-            row.name = shortened(row.name);
+            row.name = text::shortened(row.name);
             rows_.push_back(std::move(row));
             endElement(endOffset);
             return;
@@ -89,7 +90,7 @@ class Mapper {
         const int nodes = static_cast<const StructDataType&>(type).getNumDFSElements();
         open_.push_back({row.kind, typeId, node + (width > 1 ? 1 + width * nodes : nodes),
                          endOffset, 0, row.name});
-        row.name = shortened(row.name);
+        row.name = text::shortened(row.name);
         rows_.push_back(std::move(row));
     }
 
@@ -103,7 +104,7 @@ class Mapper {
         if (count > 0 && !isSingle) {
             text += fmt::format("[{}]", fmt::join(sizes, sizes + count, ","));
         }
-        return shortened(text);
+        return text::shortened(text);
     }
 
     std::string pathTo(const std::string& name) const {
@@ -158,9 +159,9 @@ class Mapper {
     std::vector<LayoutRow> rows_;
 };
 
-report::StructMap mapOf(const Model& model, const Structs::Type& type) {
+model::StructMap mapOf(const Model& model, const Structs::Type& type) {
     const DataTypeTable& table = model.types.table();
-    report::StructMap map;
+    model::StructMap map;
     map.id = type.id;
     map.name = table.getDataTypeAt(positionOf(type.id))->getName();
     map.originalName = model.types.originalNameOf(type.id);
@@ -176,22 +177,22 @@ report::StructMap mapOf(const Model& model, const Structs::Type& type) {
 std::string unknown(const Model& model, const std::string& name) {
     const std::vector<Structs::Type>& all = model.structs.all();
     if (all.empty()) {
-        return fmt::format("there is no struct type {}, nor any other", fmi::quoted(name));
+        return fmt::format("there is no struct type {}, nor any other", text::quoted(name));
     }
     std::vector<std::string> names;
     for (std::size_t i = 0; i < std::min(fewNames, all.size()); ++i) {
         names.emplace_back(model.types.table().getDataTypeAt(positionOf(all[i].id))->getName());
     }
     const std::size_t more = all.size() - names.size();
-    return fmt::format("there is no struct type {}; there {} {}{}", fmi::quoted(name),
+    return fmt::format("there is no struct type {}; there {} {}{}", text::quoted(name),
                        all.size() == 1 ? "is" : "are", fmt::join(names, ", "),
                        more == 0 ? "" : fmt::format(" and {} more", more));
 }
 
 } // namespace
 
-report::LayoutFindings mapStructs(const Model& model, const std::string& name) {
-    report::LayoutFindings findings;
+model::LayoutFindings mapStructs(const Model& model, const std::string& name) {
+    model::LayoutFindings findings;
     findings.hasStructuredNames = model.description->hasStructuredNames;
     findings.problems = model.remarks.problems().size();
     if (!name.empty()) {

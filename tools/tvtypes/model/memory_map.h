@@ -2,8 +2,8 @@
 /// Memory maps of struct types, read through the library's views.
 #pragma once
 
+#include "model/layout.h"
 #include "model/model.h"
-#include "report/layout.h"
 
 #include <stdexcept>
 #include <string>
@@ -18,6 +18,6 @@ class UnknownStruct : public std::runtime_error {
 
 /// The map of the struct type with this name, in the table or as a path in the description; with
 /// no name those of all struct types that no other struct holds. Throws an UnknownStruct.
-report::LayoutFindings mapStructs(const Model& model, const std::string& name);
+model::LayoutFindings mapStructs(const Model& model, const std::string& name);
 
 } // namespace tvtool::model

@@ -18,7 +18,7 @@ namespace tvtool::model {
 class Model {
   public:
     /// Reads a description, of which `said` is what has been noticed so far. Throws a
-    /// fmi::ReadError.
+    /// files::ReadError.
     Model(fmi::Source& source, fmi::Remarks said);
     Model(const Model&) = delete;
     Model& operator=(const Model&) = delete;
@@ -32,7 +32,7 @@ class Model {
     const Structs structs;
 };
 
-/// Reads the description in a file, or in the archive that holds one. Throws a fmi::ReadError.
+/// Reads the description in a file, or in the archive that holds one. Throws a files::ReadError.
 std::unique_ptr<Model> readModel(const std::string& path);
 
 } // namespace tvtool::model

@@ -1,6 +1,7 @@
-#include "fmi/name_tree.h"
+#include "model/name_tree.h"
 
 #include "fmi/structured_name.h"
+#include "text/quote.h"
 
 #include <fmt/format.h>
 
@@ -9,9 +10,19 @@
 #include <unordered_map>
 #include <utility>
 
-namespace tvtool::fmi {
+namespace tvtool::model {
 
 namespace {
+
+using fmi::Alias;
+using fmi::Description;
+using fmi::NameFault;
+using fmi::NamePart;
+using fmi::noIndex;
+using fmi::Place;
+using fmi::Remarks;
+using fmi::StructuredName;
+using fmi::Variable;
 
 struct Key {
     std::uint32_t owner = 0;
@@ -96,7 +107,7 @@ bool isStructured(std::string_view name, const Place& place, StructuredName& par
         const auto before = std::ranges::count_if(
             bytes, [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; });
         remarks.problem(place, fmt::format("name {} is not structured: character {} should be {}",
-                                           quoted(name), before + 1, fault->expected));
+                                           text::quoted(name), before + 1, fault->expected));
     }
     return !fault;
 }
@@ -112,7 +123,7 @@ void takeOutHolders(const Description& description, NameTree& tree, Remarks& rem
         const Place& place = description.variables[std::max(instance.variable, below)].place;
         remarks.problem(place, fmt::format("{} is a variable on line {} and a struct on line {}; "
                                            "the variable is no element of a struct",
-                                           quoted(variable.name), variable.place.line,
+                                           text::quoted(variable.name), variable.place.line,
                                            description.variables[below].place.line));
         instance.variable = noIndex;
     }
@@ -216,4 +227,4 @@ std::uint32_t findInstance(const NameTree& tree, std::string_view name) {
     return at;
 }
 
-} // namespace tvtool::fmi
+} // namespace tvtool::model

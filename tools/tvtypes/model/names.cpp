@@ -1,5 +1,7 @@
 #include "model/names.h"
 
+#include "text/utf8.h"
+
 #include <algorithm>
 
 namespace tvtool::model {
@@ -12,13 +14,11 @@ bool isLetterOrDigit(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
-bool isContinuationByte(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
-
 /// An identifier that looks like the name: Modelica.SIunits.Voltage gives
 /// Modelica_SIunits_Voltage, a character an underscore.
 std::string identifierLike(std::string_view original) {
     std::string name(original);
-    std::erase_if(name, isContinuationByte);
+    std::erase_if(name, text::isContinuationByte);
     std::ranges::replace_if(
         name, [](char c) { return !isLetterOrDigit(c); }, '_');
     // What a name of fixed-point form means is settled by its beginning, so a suffix would not do.

@@ -9,9 +9,6 @@
 
 namespace tvtool::model {
 
-/// The text, or its beginning and "..." if it is longer than a line takes.
-std::string shortened(std::string_view text);
-
 /// Joins names to a path, the innermost first. There may be thousands, for each of thousands of
 /// paths, so a path that is longer than a line takes shows only its end.
 class PathEnd {

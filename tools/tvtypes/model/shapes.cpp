@@ -1,5 +1,7 @@
 #include "model/shapes.h"
 
+#include "text/quote.h"
+
 #include <tvtypes/datatype.h>
 
 #include <fmt/format.h>
@@ -15,8 +17,6 @@ namespace tvtool::model {
 
 namespace {
 
-using fmi::Instance;
-using fmi::Member;
 using fmi::noIndex;
 using TVTypeSys::INVALID_DATA_TYPE_ID;
 
@@ -40,7 +40,7 @@ std::size_t hashOf(const Shape& shape) {
 
 class Finder {
   public:
-    Finder(const fmi::Description& description, const fmi::NameTree& tree,
+    Finder(const fmi::Description& description, const NameTree& tree,
            const VariableIds& variableIds, fmi::Remarks& remarks)
         : description_(description), tree_(tree), variableIds_(variableIds), remarks_(remarks) {
         shapes_.ofInstance.assign(tree.instances.size(), noIndex);
@@ -168,7 +168,7 @@ class Finder {
                 remarks_.problem(variable.place,
                                  fmt::format("variable {} has a dimension of {}, and is no element "
                                              "of a struct",
-                                             fmi::quoted(variable.name), size));
+                                             text::quoted(variable.name), size));
                 return std::nullopt;
             }
             sizes.push_back(static_cast<int>(size));
@@ -191,7 +191,7 @@ class Finder {
     }
 
     const fmi::Description& description_;
-    const fmi::NameTree& tree_;
+    const NameTree& tree_;
     VariableIds variableIds_;
     fmi::Remarks& remarks_;
     Shapes shapes_;
@@ -212,7 +212,7 @@ class Finder {
 
 } // namespace
 
-Shapes findShapes(const fmi::Description& description, const fmi::NameTree& tree,
+Shapes findShapes(const fmi::Description& description, const NameTree& tree,
                   const VariableIds& variableIds, fmi::Remarks& remarks) {
     return Finder(description, tree, variableIds, remarks).find();
 }

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "fmi/description.h"
-#include "fmi/name_tree.h"
 #include "fmi/remarks.h"
+#include "model/name_tree.h"
 #include "model/units.h"
 
 #include <cstddef>
@@ -49,7 +49,7 @@ struct VariableIds {
 ///
 /// Instances of a member become one element, an array, if their indices fill a box and they are
 /// alike; otherwise each is an element of its own, named with its indices.
-Shapes findShapes(const fmi::Description& description, const fmi::NameTree& tree,
+Shapes findShapes(const fmi::Description& description, const NameTree& tree,
                   const VariableIds& variableIds, fmi::Remarks& remarks);
 
 } // namespace tvtool::model

@@ -1,6 +1,7 @@
 #include "model/struct_layout.h"
 
 #include "fmi/remarks.h"
+#include "text/quote.h"
 
 #include <fmt/format.h>
 
@@ -23,7 +24,7 @@ constexpr int maxInt = std::numeric_limits<int>::max();
 std::int64_t bounded(std::int64_t number, const StructElement& element, const char* unit) {
     if (number > maxInt) {
         throw LayoutError(fmt::format("there are more than {} {} at the end of element {}", maxInt,
-                                      unit, fmi::quoted(element.name)));
+                                      unit, text::quoted(element.name)));
     }
     return number;
 }
@@ -34,7 +35,7 @@ std::int64_t widthOf(const StructElement& element) {
         const int size = element.dimensions[d];
         if (size < 1) {
             throw LayoutError(
-                fmt::format("element {} has a dimension of {}", fmi::quoted(element.name), size));
+                fmt::format("element {} has a dimension of {}", text::quoted(element.name), size));
         }
         width = bounded(width * size, element, "scalars");
     }
@@ -51,7 +52,7 @@ const DataType& typeOf(const DataTypeTable& table, const StructElement& element)
         isKnown ? table.getDataTypeAliasedThruTo(element.dataTypeId) : nullptr;
     if (type == nullptr || type->getSize() < 0) {
         throw LayoutError(
-            fmt::format("the type of element {} has no size", fmi::quoted(element.name)));
+            fmt::format("the type of element {} has no size", text::quoted(element.name)));
     }
     return *type;
 }
@@ -106,7 +107,7 @@ int StructLayout::alignmentOf(int id) const {
     const auto known = alignments_.find(type.getId());
     if (known == alignments_.end()) {
         throw LayoutError(
-            fmt::format("struct {} has not been laid out", fmi::quoted(type.getName())));
+            fmt::format("struct {} has not been laid out", text::quoted(type.getName())));
     }
     return known->second;
 }

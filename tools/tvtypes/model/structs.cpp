@@ -1,6 +1,7 @@
 #include "model/structs.h"
 
 #include "model/path.h"
+#include "text/quote.h"
 
 #include <fnd/except.h>
 #include <fndut/alloc.h>
@@ -55,7 +56,7 @@ Structs::Structs(const fmi::Description& description, const VariableIds& variabl
     if (!description.hasStructuredNames) {
         return;
     }
-    tree_ = fmi::growNameTree(description, remarks);
+    tree_ = growNameTree(description, remarks);
     shapes_ = findShapes(description, tree_, variableIds, remarks);
     StructLayout layout(types.table());
     for (const Shape& shape : shapes_.all) {
@@ -76,8 +77,9 @@ void Structs::make(const Shape& shape, const fmi::Description& description, Type
     const std::string path = pathOf(shape.first);
     StructDataType& type = types.addStruct(joined(path));
     const auto giveUp = [&](const char* reason) {
-        remarks.problem(description.variables[tree_.instances[shape.first].bringer].place,
-                        fmt::format("struct {} cannot be laid out: {}", fmi::quoted(path), reason));
+        remarks.problem(
+            description.variables[tree_.instances[shape.first].bringer].place,
+            fmt::format("struct {} cannot be laid out: {}", text::quoted(path), reason));
         types.table().removeDataType(&type);
     };
     try {
@@ -121,7 +123,7 @@ const Structs::Type* Structs::withId(int id) const {
 }
 
 const Structs::Type* Structs::at(std::string_view name) const {
-    const std::uint32_t instance = fmi::findInstance(tree_, name);
+    const std::uint32_t instance = findInstance(tree_, name);
     const std::uint32_t shape = instance == noIndex ? noIndex : shapes_.ofInstance[instance];
     const std::uint32_t type = shape == noIndex ? noIndex : typeOfShape_[shape];
     return type == noIndex ? nullptr : &all_[type];
@@ -130,8 +132,8 @@ const Structs::Type* Structs::at(std::string_view name) const {
 std::string Structs::pathOf(std::uint32_t instance) const {
     PathEnd path;
     for (bool hasRoom = true; hasRoom && instance != 0;) {
-        const fmi::Instance& at = tree_.instances[instance];
-        const fmi::Member& member = tree_.members[at.member];
+        const Instance& at = tree_.instances[instance];
+        const Member& member = tree_.members[at.member];
         hasRoom = path.prepend(shapes_.isArray[at.member] ? member.name : at.text);
         instance = member.owner;
     }

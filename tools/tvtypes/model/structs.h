@@ -3,8 +3,8 @@
 #pragma once
 
 #include "fmi/description.h"
-#include "fmi/name_tree.h"
 #include "fmi/remarks.h"
+#include "model/name_tree.h"
 #include "model/shapes.h"
 #include "model/struct_layout.h"
 #include "model/types.h"
@@ -46,7 +46,7 @@ class Structs {
     void fill(StructDataType& type, const std::vector<ShapeElement>& elements);
     std::string pathOf(std::uint32_t instance) const;
 
-    fmi::NameTree tree_;
+    NameTree tree_;
     Shapes shapes_;
     std::vector<std::uint32_t> typeOfShape_; ///< in all_, or noIndex
     std::vector<Type> all_;

@@ -1,6 +1,7 @@
 #include "model/unit_checks.h"
 
-#include "unit/reading.h"
+#include "text/quote.h"
+#include "units/reading.h"
 
 #include <fmt/format.h>
 
@@ -12,14 +13,14 @@ namespace tvtool::model {
 
 namespace {
 
-using fmi::quoted;
-using unit::Meaning;
+using text::quoted;
+using units::Meaning;
 using Powers = std::map<std::string, std::int64_t>;
 
 constexpr double tolerance = 1e-6;
 
 Meaning meaningOf(const fmi::BaseUnit& base) {
-    return {powersOf(base), Exact(base.factor), Exact(base.offset), nullptr};
+    return {powersOf(base), exact::Number(base.factor), exact::Number(base.offset), nullptr};
 }
 
 /// Descriptions have no base unit of memory.
@@ -36,7 +37,7 @@ Powers inverseOf(Powers powers) {
 }
 
 /// Rounded, but not as much as what is compared.
-std::string decimal(const Exact& number) {
+std::string decimal(const exact::Number& number) {
     return fmt::format("{:.10g}", static_cast<double>(number));
 }
 
@@ -46,8 +47,8 @@ class NumberCheck {
     NumberCheck(std::string subject, const fmi::Place& place, fmi::Remarks& remarks)
         : subject_(std::move(subject)), place_(place), remarks_(remarks) {}
 
-    void compare(const char* what, double given, double absent, const Exact& expected) {
-        if (areClose(Exact(given), expected, tolerance)) {
+    void compare(const char* what, double given, double absent, const exact::Number& expected) {
+        if (exact::areClose(exact::Number(given), expected, tolerance)) {
             return;
         }
         isRight_ = false;
@@ -69,8 +70,8 @@ class NumberCheck {
 void checkDisplayUnit(const fmi::DisplayUnit& display, const fmi::UnitDefinition& definition,
                       const Meaning& meaning, fmi::Remarks& remarks) {
     const NamedMeaning named = meaningOfName(display.name);
-    const std::string subject =
-        fmt::format("display unit {} of unit {}", quoted(display.name), quoted(definition.name));
+    const std::string subject = fmt::format(
+        "display unit {} of unit {}", text::quoted(display.name), text::quoted(definition.name));
     if (!named.meaning) {
         remarks.note(display.place, fmt::format("{} is not known, and not looked at", subject));
         return;
@@ -81,16 +82,16 @@ void checkDisplayUnit(const fmi::DisplayUnit& display, const fmi::UnitDefinition
     if (shown != expected) {
         remarks.problem(display.place,
                         fmt::format("{} measures {} by its name, and not {}", subject,
-                                    unit::productText(shown), unit::productText(expected)));
+                                    units::productText(shown), units::productText(expected)));
         return;
     }
     NumberCheck check(subject, display.place, remarks);
     if (display.isInverse) {
         check.compare("factor", display.factor, 1,
-                      1 / Exact(meaning.factor * named.meaning->factor));
+                      1 / exact::Number(meaning.factor * named.meaning->factor));
         return;
     }
-    const unit::Conversion conversion = unit::conversionBetween(meaning, *named.meaning);
+    const units::Conversion conversion = units::conversionBetween(meaning, *named.meaning);
     check.compare("factor", display.factor, 1, conversion.factor);
     check.compare("offset", display.offset, 0, conversion.offset);
 }
@@ -98,12 +99,12 @@ void checkDisplayUnit(const fmi::DisplayUnit& display, const fmi::UnitDefinition
 } // namespace
 
 NamedMeaning meaningOfName(std::string_view name) {
-    const auto read = unit::readUnit(name);
-    const auto* const reading = std::get_if<unit::Reading>(&read);
+    const auto read = units::readUnit(name);
+    const auto* const reading = std::get_if<units::Reading>(&read);
     if (reading == nullptr) {
         return {};
     }
-    NamedMeaning named{unit::meaningOfExpression(reading->expression), reading->isAsWritten, {}};
+    NamedMeaning named{units::meaningOfExpression(reading->expression), reading->isAsWritten, {}};
     if (named.meaning && reading->factor == 1) {
         named.expression = reading->expression;
     } else if (named.meaning) {
@@ -127,7 +128,7 @@ std::string textOf(const fmi::BaseUnit& base) {
     if (base.powers.back() != 0) {
         powers.emplace(fmi::baseUnitNames.back(), base.powers.back());
     }
-    std::string text = unit::productText(powers);
+    std::string text = units::productText(powers);
     if (base.factor != 1) {
         text = powers.empty() ? fmt::format("{}", base.factor)
                               : fmt::format("{} * {}", base.factor, text);
@@ -144,11 +145,11 @@ bool checkUnit(const fmi::UnitDefinition& definition, const NamedMeaning& named,
     }
     const Powers given = powersOf(*definition.base);
     const Powers expected = comparable(named.meaning->powers);
-    const std::string subject = fmt::format("unit {}", quoted(definition.name));
+    const std::string subject = fmt::format("unit {}", text::quoted(definition.name));
     if (given != expected) {
         remarks.problem(definition.place,
                         fmt::format("{} measures {} by its name, and not {}", subject,
-                                    unit::productText(expected), unit::productText(given)));
+                                    units::productText(expected), units::productText(given)));
         return false;
     }
     NumberCheck check(subject, definition.place, remarks);

@@ -1,8 +1,9 @@
 #include "model/units.h"
 
 #include "model/unit_checks.h"
-#include "report/safe_text.h"
-#include "unit/reading.h"
+#include "text/quote.h"
+#include "text/safe_text.h"
+#include "units/reading.h"
 
 #include <fnd/except.h>
 
@@ -16,15 +17,15 @@ namespace tvtool::model {
 namespace {
 
 using fmi::noIndex;
-using fmi::quoted;
+using text::quoted;
 
 /// The product of base units, if there is nothing else to it.
 std::optional<std::string> expressionOf(const std::optional<fmi::BaseUnit>& base) {
     if (!base || base->factor != 1 || base->offset != 0) {
         return std::nullopt;
     }
-    const std::string product = unit::productText(powersOf(*base));
-    return product == "1" ? unit::unitless : product;
+    const std::string product = units::productText(powersOf(*base));
+    return product == "1" ? units::unitless : product;
 }
 
 } // namespace
@@ -39,7 +40,7 @@ Units::Units(const fmi::Description& description, fmi::Remarks& remarks) {
         table_ = std::make_unique<TVTypeSys::UnitTable>();
     } catch (const fnd::except::IException& refusal) {
         remarks.note({"UnitDefinitions", 0},
-                     fmt::format("units are not looked at: {}", report::inOneLine(refusal.what())));
+                     fmt::format("units are not looked at: {}", text::inOneLine(refusal.what())));
         return;
     }
     std::ranges::transform(
@@ -77,8 +78,8 @@ Units::Unit Units::enter(const fmi::UnitDefinition& definition, fmi::Remarks& re
         const char* const outcome = unit.basis == UnitBasis::BaseUnits
                                         ? "is taken for its base units"
                                         : "has no place in the table";
-        remarks.note(definition.place,
-                     fmt::format("unit {} {} and {}", quoted(definition.name), reason, outcome));
+        remarks.note(definition.place, fmt::format("unit {} {} and {}",
+                                                   text::quoted(definition.name), reason, outcome));
     }
     return unit;
 }

@@ -1,6 +1,6 @@
-#include "report/svg.h"
+#include "output/svg.h"
 
-#include "report/safe_text.h"
+#include "text/safe_text.h"
 
 #include <fmt/format.h>
 
@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <iterator>
 
-namespace tvtool::report {
+namespace tvtool::output {
 
 namespace {
 
@@ -56,7 +56,7 @@ std::string_view beginningOf(std::string_view text, std::size_t letters) {
 
 std::string xmlText(std::string_view text) {
     std::string escaped;
-    for (const char c : safeText(text)) {
+    for (const char c : text::safeText(text)) {
         switch (c) {
         case '&':
             escaped += "&amp;";
@@ -121,4 +121,4 @@ std::string Svg::document(double width, double height) const {
     return fmt::format(head, width, height) + shapes_ + "</svg>\n";
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::output

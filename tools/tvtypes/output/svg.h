@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace tvtool::report {
+namespace tvtool::output {
 
 struct Box {
     double x = 0;
@@ -35,4 +35,4 @@ class Svg {
     std::string shapes_;
 };
 
-} // namespace tvtool::report
+} // namespace tvtool::output

@@ -1,20 +1,16 @@
-#include "report/table.h"
+#include "output/table.h"
+
+#include "text/width.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <utility>
 
-namespace tvtool::report {
-
-// The bytes of a text are never fewer than its columns, so what padding to that many columns adds
-// is the difference.
-std::size_t displayWidth(const std::string& text) {
-    return 2 * text.size() - fmt::formatted_size("{:<{}}", text, text.size());
-}
+namespace tvtool::output {
 
 void Table::addColumn(std::string heading, Align align) {
-    widths_.push_back(displayWidth(heading));
+    widths_.push_back(text::displayWidth(heading));
     headings_.push_back(std::move(heading));
     aligns_.push_back(align);
 }
@@ -24,7 +20,7 @@ void Table::addRow(std::vector<std::string> cells) {
         if (cells[i].empty()) {
             cells[i].assign(1, '-');
         }
-        widths_[i] = std::max(widths_[i], displayWidth(cells[i]));
+        widths_[i] = std::max(widths_[i], text::displayWidth(cells[i]));
     }
     rows_.push_back(std::move(cells));
 }
@@ -47,4 +43,4 @@ void Table::print(std::ostream& os, fmt::text_style headingStyle) const {
     }
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::output

@@ -9,12 +9,9 @@
 #include <string>
 #include <vector>
 
-namespace tvtool::report {
+namespace tvtool::output {
 
 enum class Align { Left, Right };
-
-/// The columns that a text takes on a screen.
-std::size_t displayWidth(const std::string& text);
 
 /// Rows under a heading, each column as wide as what stands in it. Widths are those that
 /// characters take on a screen.
@@ -34,4 +31,4 @@ class Table {
     std::vector<std::vector<std::string>> rows_;
 };
 
-} // namespace tvtool::report
+} // namespace tvtool::output

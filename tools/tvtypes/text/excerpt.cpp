@@ -1,17 +1,16 @@
-#include "report/excerpt.h"
+#include "text/excerpt.h"
 
-#include "report/safe_text.h"
-#include "report/table.h"
+#include "text/safe_text.h"
+#include "text/utf8.h"
+#include "text/width.h"
 
 #include <algorithm>
 
-namespace tvtool::report {
+namespace tvtool::text {
 
 namespace {
 
 constexpr std::size_t around = 40;
-
-bool isContinuationByte(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
 } // namespace
 
@@ -38,4 +37,4 @@ std::size_t columnOf(std::string_view text, std::size_t position) {
            static_cast<std::size_t>(std::ranges::count_if(before, isContinuationByte)) + 1;
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::text

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace tvtool::report {
+namespace tvtool::text {
 
 /// Two lines: what stands around a byte of the text, made safe to show, and a caret below it.
 std::string excerptAt(std::string_view text, std::size_t position);
@@ -14,4 +14,4 @@ std::string excerptAt(std::string_view text, std::size_t position);
 /// Which character stands at a byte of the text, from 1.
 std::size_t columnOf(std::string_view text, std::size_t position);
 
-} // namespace tvtool::report
+} // namespace tvtool::text

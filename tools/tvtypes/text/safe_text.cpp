@@ -1,4 +1,4 @@
-#include "report/safe_text.h"
+#include "text/safe_text.h"
 
 #include <fmt/format.h>
 #include <unicode/uchar.h>
@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <iterator>
 
-namespace tvtool::report {
+namespace tvtool::text {
 
 namespace {
 
@@ -47,4 +47,4 @@ std::string inOneLine(std::string sentences) {
     return sentences;
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::text

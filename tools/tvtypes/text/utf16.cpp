@@ -1,4 +1,4 @@
-#include "unit/text16.h"
+#include "text/utf16.h"
 
 #include <unicode/unistr.h>
 
@@ -6,7 +6,7 @@
 #include <limits>
 #include <stdexcept>
 
-namespace tvtool::unit {
+namespace tvtool::text {
 
 namespace {
 
@@ -40,4 +40,4 @@ std::string foldCase(std::string_view text) {
     return folded;
 }
 
-} // namespace tvtool::unit
+} // namespace tvtool::text

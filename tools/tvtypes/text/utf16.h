@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace tvtool::unit {
+namespace tvtool::text {
 
 /// With U+FFFD for what is no UTF-8.
 std::u16string toUtf16(std::string_view text);
@@ -14,4 +14,4 @@ std::string toUtf8(std::u16string_view text);
 /// The text in a form in which upper and lower case are the same.
 std::string foldCase(std::string_view text);
 
-} // namespace tvtool::unit
+} // namespace tvtool::text

@@ -1,7 +1,7 @@
-#include "unit/factor.h"
+#include "units/factor.h"
 
-#include "unit/found.h"
-#include "unit/text16.h"
+#include "text/utf16.h"
+#include "units/found.h"
 
 #include <fnd/except.h>
 
@@ -10,7 +10,7 @@
 #include <cmath>
 #include <sstream>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 namespace {
 
@@ -31,11 +31,11 @@ std::string explanationOf(const FoundUnit& from, const FoundUnit& to) {
     for (const FoundUnit* const found : {&from, &to}) {
         if (found->meaning->offsetInProduct != nullptr) {
             return fmt::format("; {} has an offset and is not taken apart",
-                               toUtf8(found->meaning->offsetInProduct->name));
+                               text::toUtf8(found->meaning->offsetInProduct->name));
         }
     }
     return fmt::format("; the library tells a power of 0 from none, or the factor would be {}",
-                       exactText(conversionBetween(*from.meaning, *to.meaning).factor));
+                       exact::fractionText(conversionBetween(*from.meaning, *to.meaning).factor));
 }
 
 /// Why the library has no factor.
@@ -56,15 +56,15 @@ bool needsOffset(const FoundUnit& from, const FoundUnit& to) {
 
 } // namespace
 
-report::UnitFactor factorBetween(const std::string& fromText, const std::string& toText,
-                                 TVTypeSys::UnitTable& table) {
+units::UnitFactor factorBetween(const std::string& fromText, const std::string& toText,
+                                TVTypeSys::UnitTable& table) {
     const FoundUnit from = findUnit(fromText, table);
     const FoundUnit to = findUnit(toText, table);
-    report::UnitFactor result;
+    units::UnitFactor result;
     result.from = from.reading.expression;
     result.to = to.reading.expression;
     try {
-        const Exact numbers = from.reading.factor / to.reading.factor;
+        const exact::Number numbers = from.reading.factor / to.reading.factor;
         result.factor =
             from.unit->getScalingFactorToConvertTo(*to.unit) * static_cast<double>(numbers);
     } catch (const fnd::except::IException&) {
@@ -80,13 +80,13 @@ report::UnitFactor factorBetween(const std::string& fromText, const std::string&
         return result;
     }
     if (from.meaning && to.meaning) {
-        const Exact exact = conversionBetween(*from.meaning, *to.meaning).factor;
-        result.exact = exactText(exact);
+        const exact::Number exact = conversionBetween(*from.meaning, *to.meaning).factor;
+        result.exact = exact::fractionText(exact);
         result.exactDecimal = static_cast<double>(exact);
-        result.differs =
-            !std::isfinite(*result.factor) || !areClose(Exact(*result.factor), exact, rounding);
+        result.differs = !std::isfinite(*result.factor) ||
+                         !exact::areClose(exact::Number(*result.factor), exact, rounding);
     }
     return result;
 }
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

@@ -2,16 +2,16 @@
 /// From one unit to another.
 #pragma once
 
-#include "report/unit.h"
+#include "units/records.h"
 
 #include <tvtypes/units.h>
 
 #include <string>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
-/// The library's factor beside the exact one, or why there is none. Throws a UnitError.
-report::UnitFactor factorBetween(const std::string& from, const std::string& to,
-                                 TVTypeSys::UnitTable& table);
+/// The library's factor beside the exact one, or why there is none. Throws a text::ParseError.
+units::UnitFactor factorBetween(const std::string& from, const std::string& to,
+                                TVTypeSys::UnitTable& table);
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

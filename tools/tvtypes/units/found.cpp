@@ -1,19 +1,21 @@
-#include "unit/found.h"
+#include "units/found.h"
 
-#include "unit/resolution.h"
-#include "unit/text16.h"
-#include "unit/words.h"
+#include "text/utf16.h"
+#include "units/resolution.h"
+#include "units/words.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
 #include <variant>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 using TVTypeSys::UnitBase;
 
-std::string FoundUnit::label() const { return isNamed ? toUtf8(unit->name) : reading.expression; }
+std::string FoundUnit::label() const {
+    return isNamed ? text::toUtf8(unit->name) : reading.expression;
+}
 
 FoundUnit findUnit(const std::string& text, TVTypeSys::UnitTable& table) {
     auto read = readUnit(text);
@@ -22,13 +24,13 @@ FoundUnit findUnit(const std::string& text, TVTypeSys::UnitTable& table) {
         if (!misreading->unknownName.empty()) {
             sentence += askFor(misreading->unknownName, unitWords());
         }
-        throw UnitError(sentence, text, misreading->position);
+        throw text::ParseError(sentence, text, misreading->position);
     }
     FoundUnit found{text, std::move(std::get<Reading>(read)), nullptr, false, std::nullopt};
     try {
         found.unit = table.getUnit(table.registerUnit(found.reading.expression.c_str(), true));
     } catch (const boost::bad_rational&) {
-        throw UnitError("its factor is beyond the rational numbers of the library", text, 0);
+        throw text::ParseError("its factor is beyond the rational numbers of the library", text, 0);
     }
     found.isNamed = !nameOfUnit(found.reading.expression).empty();
     found.meaning = meaningOf(*found.unit);
@@ -40,16 +42,16 @@ FoundUnit findUnit(const std::string& text, TVTypeSys::UnitTable& table) {
 
 std::string quantityOf(const UnitBase& unit) {
     const auto* const concrete = dynamic_cast<const TVTypeSys::Unit*>(&unit);
-    return concrete == nullptr ? "" : toUtf8(concrete->abstractUnit.get().name);
+    return concrete == nullptr ? "" : text::toUtf8(concrete->abstractUnit.get().name);
 }
 
 std::string definitionOf(const UnitBase& unit) {
-    std::string text = toUtf8(unit.expression);
-    if (const Exact scaling = exactOf(unit.scaling); scaling != 1) {
-        text = fmt::format("{} * {}", exactText(scaling), text);
+    std::string text = text::toUtf8(unit.expression);
+    if (const exact::Number scaling = exactOf(unit.scaling); scaling != 1) {
+        text = fmt::format("{} * {}", exact::fractionText(scaling), text);
     }
-    if (const Exact offset = exactOf(unit.offset); offset != 0) {
-        text += fmt::format(" {} {}", offset < 0 ? '-' : '+', exactText(abs(offset)));
+    if (const exact::Number offset = exactOf(unit.offset); offset != 0) {
+        text += fmt::format(" {} {}", offset < 0 ? '-' : '+', exact::fractionText(abs(offset)));
     }
     return text;
 }
@@ -58,7 +60,7 @@ std::vector<std::string> systemsOf(const UnitBase& unit) {
     std::vector<std::string> names;
     if (const auto* const concrete = dynamic_cast<const TVTypeSys::Unit*>(&unit)) {
         for (const TVTypeSys::UnitSystem* const system : concrete->ownerUnitSystems) {
-            names.push_back(toUtf8(system->getName()));
+            names.push_back(text::toUtf8(system->getName()));
         }
     }
     return names;
@@ -70,4 +72,4 @@ std::string askFor(const std::string& word, const std::vector<std::string>& word
                                : fmt::format("; did you mean {}?", fmt::join(suggestions, ", "));
 }
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

@@ -2,8 +2,9 @@
 /// A text as a unit of the library.
 #pragma once
 
-#include "unit/meaning.h"
-#include "unit/reading.h"
+#include "text/parse_error.h"
+#include "units/meaning.h"
+#include "units/reading.h"
 
 #include <tvtypes/units.h>
 
@@ -14,17 +15,7 @@
 #include <utility>
 #include <vector>
 
-namespace tvtool::unit {
-
-/// A text is no unit. What it says is a sentence to show as it stands.
-class UnitError : public std::runtime_error {
-  public:
-    UnitError(const std::string& sentence, std::string unit, std::size_t at)
-        : std::runtime_error(sentence), text(std::move(unit)), position(at) {}
-
-    std::string text;
-    std::size_t position; ///< of the byte at which it leaves what is known
-};
+namespace tvtool::units {
 
 struct FoundUnit {
     std::string text;
@@ -37,8 +28,8 @@ struct FoundUnit {
     std::string label() const;
 };
 
-/// Enters what a text is read as into a table. Throws a UnitError, with suggestions for a name that
-/// is not known.
+/// Enters what a text is read as into a table. Throws a text::ParseError, with suggestions for a
+/// name that is not known.
 FoundUnit findUnit(const std::string& text, TVTypeSys::UnitTable& table);
 
 /// What a unit measures; empty if that is not specified.
@@ -53,4 +44,4 @@ std::vector<std::string> systemsOf(const TVTypeSys::UnitBase& unit);
 /// "did you mean a, b?" for what comes near a word, else empty.
 std::string askFor(const std::string& word, const std::vector<std::string>& words);
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

@@ -1,12 +1,12 @@
-#include "report/unit_json.h"
+#include "units/json.h"
 
-#include "report/safe_text.h"
+#include "text/safe_text.h"
 
 #include <boost/json.hpp>
 
 #include <cmath>
 
-namespace tvtool::report {
+namespace tvtool::units {
 
 namespace {
 
@@ -21,7 +21,7 @@ json::value numberOrNull(const std::optional<double>& number) {
 }
 
 void print(const json::object& object, std::ostream& os) {
-    os << safeText(json::serialize(object)) << '\n';
+    os << text::safeText(json::serialize(object)) << '\n';
 }
 
 } // namespace
@@ -83,4 +83,4 @@ void printJson(const std::vector<UnitWord>& words, std::ostream& os) {
     print({{"words", std::move(rows)}}, os);
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::units

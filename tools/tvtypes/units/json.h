@@ -14,15 +14,15 @@
 /// What is empty or not to be had is null, but for arrays.
 #pragma once
 
-#include "report/unit.h"
+#include "units/records.h"
 
 #include <ostream>
 
-namespace tvtool::report {
+namespace tvtool::units {
 
 void printJson(const std::vector<UnitSheet>& sheets, std::ostream& os);
 void printJson(const UnitFactor& factor, std::ostream& os);
 void printJson(const std::vector<UnitLine>& lines, std::ostream& os);
 void printJson(const std::vector<UnitWord>& words, std::ostream& os);
 
-} // namespace tvtool::report
+} // namespace tvtool::units

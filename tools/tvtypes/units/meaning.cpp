@@ -1,14 +1,14 @@
-#include "unit/meaning.h"
+#include "units/meaning.h"
 
-#include "unit/reading.h"
-#include "unit/text16.h"
+#include "text/utf16.h"
+#include "units/reading.h"
 
 #include <fmt/format.h>
 
 #include <memory>
 #include <unordered_map>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 namespace {
 
@@ -33,7 +33,7 @@ class Meanings {
         const bool isFundamental = unit.exprTermMap.empty();
         if (isFundamental) {
             for (const auto& [term, info] : unit.fundamentalExprAST) {
-                addPower(meaning, toUtf8(term.get().symbol), info.power);
+                addPower(meaning, text::toUtf8(term.get().symbol), info.power);
             }
         }
         for (const auto& [term, info] : unit.exprTermMap) {
@@ -43,7 +43,8 @@ class Meanings {
         }
         // The offset is one in the expression.
         meaning.offset += meaning.factor * exactOf(unit.offset);
-        const std::optional<Exact> factor = product(meaning.factor, exactOf(unit.scaling));
+        const std::optional<exact::Number> factor =
+            exact::product(meaning.factor, exactOf(unit.scaling));
         if (!factor) {
             return std::nullopt;
         }
@@ -53,9 +54,10 @@ class Meanings {
 
     bool multiply(Meaning& meaning, const UnitBase& term, std::int64_t power, bool isAlone) {
         const Meaning* const of = this->of(term);
-        const std::optional<Exact> raised = of ? powerOf(of->factor, power) : std::nullopt;
-        const std::optional<Exact> factor =
-            raised ? product(meaning.factor, *raised) : std::nullopt;
+        const std::optional<exact::Number> raised =
+            of ? exact::power(of->factor, power) : std::nullopt;
+        const std::optional<exact::Number> factor =
+            raised ? exact::product(meaning.factor, *raised) : std::nullopt;
         if (!factor) {
             return false;
         }
@@ -87,8 +89,9 @@ class Meanings {
 
 } // namespace
 
-Exact exactOf(const TVTypeSys::Rational& number) {
-    return Exact(number.numerator(), number.denominator()) * powerOfTen(number.exponent());
+exact::Number exactOf(const TVTypeSys::Rational& number) {
+    return exact::Number(number.numerator(), number.denominator()) *
+           exact::powerOfTen(number.exponent());
 }
 
 std::optional<Meaning> meaningOf(const UnitBase& unit) {
@@ -103,7 +106,7 @@ std::optional<Meaning> meaningOfExpression(const std::string& expression) {
     }
     using namespace TVTypeSys;
     const std::unique_ptr<Unit> unit(
-        UnitFactory::createUnit(toUtf16(expression), Rational::unity, Rational::zero,
+        UnitFactory::createUnit(text::toUtf16(expression), Rational::unity, Rational::zero,
                                 UnitFactory::getDefaultAbstractUnit()));
     try {
         unit->parseExpressionAndGenerateAST();
@@ -138,13 +141,14 @@ Conversion conversionBetween(const Meaning& from, const Meaning& to) {
 }
 
 std::string conversionText(const Conversion& conversion) {
-    std::string text =
-        conversion.factor == 1 ? "x" : fmt::format("{} * x", exactText(conversion.factor));
+    std::string text = conversion.factor == 1
+                           ? "x"
+                           : fmt::format("{} * x", exact::fractionText(conversion.factor));
     if (conversion.offset != 0) {
         text += fmt::format(" {} {}", conversion.offset < 0 ? "-" : "+",
-                            exactText(abs(conversion.offset)));
+                            exact::fractionText(abs(conversion.offset)));
     }
     return text;
 }
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

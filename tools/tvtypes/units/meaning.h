@@ -2,7 +2,7 @@
 /// What a unit is in fundamental units, computed without loss.
 #pragma once
 
-#include "exact.h"
+#include "exact/number.h"
 
 #include <tvtypes/units.h>
 
@@ -11,18 +11,18 @@
 #include <optional>
 #include <string>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 /// A value x is factor * x + offset in the product of fundamental units.
 struct Meaning {
     std::map<std::string, std::int64_t> powers; ///< by symbol; none is 0
-    Exact factor = 1;
-    Exact offset = 0;
+    exact::Number factor = 1;
+    exact::Number offset = 0;
     /// A unit with an offset that stands in a product. Its offset counts for nothing there.
     const TVTypeSys::UnitBase* offsetInProduct = nullptr;
 };
 
-Exact exactOf(const TVTypeSys::Rational& number);
+exact::Number exactOf(const TVTypeSys::Rational& number);
 
 /// The meaning of a unit whose expression has been read. Empty if its factor takes some thousand
 /// digits.
@@ -37,10 +37,10 @@ std::string productText(const std::map<std::string, std::int64_t>& powers);
 
 /// What values of a unit are in another of the same dimension: "5/9 * x + 45967/180".
 struct Conversion {
-    Exact factor;
-    Exact offset;
+    exact::Number factor;
+    exact::Number offset;
 };
 Conversion conversionBetween(const Meaning& from, const Meaning& to);
 std::string conversionText(const Conversion& conversion);
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

@@ -1,8 +1,8 @@
-#include "unit/reading.h"
+#include "units/reading.h"
 
-#include "unit/resolution.h"
-#include "unit/spelling.h"
-#include "unit/text16.h"
+#include "text/utf16.h"
+#include "units/resolution.h"
+#include "units/spelling.h"
 
 #include <tvtypes/units/expression.h>
 
@@ -15,7 +15,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 namespace {
 
@@ -68,7 +68,7 @@ class Product {
 /// The library passes over numbers ahead of a /, but those that are names or begin one are units.
 bool hasNumberAsName(std::string_view text) {
     Monomial terms;
-    return parseUnitExpr(toUtf16(text), terms) &&
+    return parseUnitExpr(text::toUtf16(text), terms) &&
            std::ranges::any_of(terms.names, [](const std::u16string& name) {
                return name.front() >= u'0' && name.front() <= u'9';
            });
@@ -104,7 +104,7 @@ std::variant<Reading, Misreading> readUnit(std::string_view text) {
     const std::optional<Fault> fault = parseSpelling(text, spelling);
     if (text == unitless || isExpression(text)) {
         return Reading{std::string(text), true,
-                       fault || hasNumberAsName(text) ? Exact(1) : spelling.factor};
+                       fault || hasNumberAsName(text) ? exact::Number(1) : spelling.factor};
     }
     if (std::string name = nameOfUnit(text); !name.empty()) {
         return Reading{std::move(name), false, 1};
@@ -115,4 +115,4 @@ std::variant<Reading, Misreading> readUnit(std::string_view text) {
     return readSpelling(spelling);
 }
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

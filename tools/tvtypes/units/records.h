@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace tvtool::report {
+namespace tvtool::units {
 
 /// All about one unit.
 struct UnitSheet {
@@ -61,4 +61,4 @@ struct UnitWord {
     std::string unit;      ///< the name of what it stands for
 };
 
-} // namespace tvtool::report
+} // namespace tvtool::units

@@ -1,6 +1,6 @@
-#include "unit/resolution.h"
+#include "units/resolution.h"
 
-#include "unit/text16.h"
+#include "text/utf16.h"
 
 #include <tvtypes/units.h>
 
@@ -9,7 +9,7 @@
 #include <charconv>
 #include <optional>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 namespace {
 
@@ -75,11 +75,11 @@ class Products {
 
 } // namespace
 
-bool isExpression(std::string_view text) { return UnitBase::isValidUnitExpr(toUtf16(text)); }
+bool isExpression(std::string_view text) { return UnitBase::isValidUnitExpr(text::toUtf16(text)); }
 
 std::string nameOfUnit(std::string_view text) {
     const UnitDatabase& database = *UnitDatabase::getUnitDatabase();
-    const UnitBase::ReferenceSet units = database.getUnit(toUtf16(text));
+    const UnitBase::ReferenceSet units = database.getUnit(text::toUtf16(text));
     if (units.empty()) {
         return {};
     }
@@ -90,7 +90,7 @@ std::string nameOfUnit(std::string_view text) {
     for (const std::u16string* const name : {&unit.symbol, &unit.name}) {
         const UnitBase::ReferenceSet named = database.getUnit(*name);
         if (!named.empty() && &named.begin()->get() == &unit && UnitBase::isValidUnitExpr(*name)) {
-            return toUtf8(*name);
+            return text::toUtf8(*name);
         }
     }
     return {};
@@ -114,4 +114,4 @@ std::vector<KnownName> resolveName(std::string_view text) {
     return text.size() <= longestProduct ? Products(text).only() : std::vector<KnownName>();
 }
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

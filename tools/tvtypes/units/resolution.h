@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 struct KnownName {
     std::string name; ///< as it can stand in an expression
@@ -25,4 +25,4 @@ std::string nameOfUnit(std::string_view text);
 /// power behind such a product belongs to its last part.
 std::vector<KnownName> resolveName(std::string_view text);
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

@@ -1,7 +1,7 @@
-#include "unit/search.h"
+#include "units/search.h"
 
-#include "unit/found.h"
-#include "unit/text16.h"
+#include "text/utf16.h"
+#include "units/found.h"
 
 #include <fmt/format.h>
 
@@ -10,19 +10,19 @@
 #include <functional>
 #include <set>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 namespace {
 
 using TVTypeSys::UnitBase;
 using TVTypeSys::UnitDatabase;
 
-std::vector<report::UnitLine> linesOf(const std::function<bool(const UnitBase&)>& isWanted) {
-    std::vector<report::UnitLine> lines;
+std::vector<units::UnitLine> linesOf(const std::function<bool(const UnitBase&)>& isWanted) {
+    std::vector<units::UnitLine> lines;
     for (const auto& reference : UnitDatabase::getUnitDatabase()->getAllUnits()) {
         const UnitBase& unit = reference.get();
         if (isWanted(unit)) {
-            lines.push_back({toUtf8(unit.name), toUtf8(unit.symbol), quantityOf(unit),
+            lines.push_back({text::toUtf8(unit.name), text::toUtf8(unit.symbol), quantityOf(unit),
                              definitionOf(unit), systemsOf(unit)});
         }
     }
@@ -32,7 +32,7 @@ std::vector<report::UnitLine> linesOf(const std::function<bool(const UnitBase&)>
 /// Refuses what no unit of the database has.
 void expectOneOf(const char* kind, const std::string& word, const std::set<std::string>& all) {
     if (!word.empty() && !all.contains(word)) {
-        throw UnitError(
+        throw text::ParseError(
             fmt::format("no unit has this {}{}", kind, askFor(word, {all.begin(), all.end()})),
             word, 0);
     }
@@ -40,7 +40,7 @@ void expectOneOf(const char* kind, const std::string& word, const std::set<std::
 
 } // namespace
 
-std::vector<report::UnitWord> completions(const std::string& prefix) {
+std::vector<units::UnitWord> completions(const std::string& prefix) {
     struct Kind {
         UnitDatabase::SearchBy by;
         const char* name;
@@ -49,34 +49,35 @@ std::vector<report::UnitWord> completions(const std::string& prefix) {
                                          {UnitDatabase::SearchBySymbol, "symbol"},
                                          {UnitDatabase::SearchByAlias, "alias"}}};
     const UnitDatabase& database = *UnitDatabase::getUnitDatabase();
-    std::vector<report::UnitWord> words;
+    std::vector<units::UnitWord> words;
     for (const Kind& kind : kinds) {
         std::vector<std::u16string> found;
-        database.getAutoCompleteUnitSuggestions(kind.by, toUtf16(prefix), found);
+        database.getAutoCompleteUnitSuggestions(kind.by, text::toUtf16(prefix), found);
         for (const std::u16string& word : found) {
             const UnitBase::ReferenceSet units = database.getUnit(word);
-            words.push_back(
-                {toUtf8(word), kind.name, units.empty() ? "" : toUtf8(units.begin()->get().name)});
+            words.push_back({text::toUtf8(word), kind.name,
+                             units.empty() ? "" : text::toUtf8(units.begin()->get().name)});
         }
     }
-    std::ranges::stable_sort(words, {}, &report::UnitWord::word);
+    std::ranges::stable_sort(words, {}, &units::UnitWord::word);
     return words;
 }
 
-std::vector<report::UnitLine> unitsWith(const std::string& word) {
-    const std::string wanted = foldCase(word);
+std::vector<units::UnitLine> unitsWith(const std::string& word) {
+    const std::string wanted = text::foldCase(word);
     const auto has = [&wanted](const std::string& text) {
-        return foldCase(text).find(wanted) != std::string::npos;
+        return text::foldCase(text).find(wanted) != std::string::npos;
     };
     return linesOf([&](const UnitBase& unit) {
-        return has(toUtf8(unit.name)) || has(toUtf8(unit.symbol)) || has(unit.display) ||
-               has(quantityOf(unit)) ||
-               std::ranges::any_of(unit.aliases,
-                                   [&](const std::u16string& alias) { return has(toUtf8(alias)); });
+        return has(text::toUtf8(unit.name)) || has(text::toUtf8(unit.symbol)) ||
+               has(unit.display) || has(quantityOf(unit)) ||
+               std::ranges::any_of(unit.aliases, [&](const std::u16string& alias) {
+                   return has(text::toUtf8(alias));
+               });
     });
 }
 
-std::vector<report::UnitLine> unitsOf(const std::string& system, const std::string& quantity) {
+std::vector<units::UnitLine> unitsOf(const std::string& system, const std::string& quantity) {
     std::set<std::string> systems;
     std::set<std::string> quantities;
     for (const auto& reference : UnitDatabase::getUnitDatabase()->getAllUnits()) {
@@ -93,4 +94,4 @@ std::vector<report::UnitLine> unitsOf(const std::string& system, const std::stri
     });
 }
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

@@ -1,7 +1,7 @@
-#include "unit/sheet.h"
+#include "units/sheet.h"
 
-#include "unit/found.h"
-#include "unit/text16.h"
+#include "text/utf16.h"
+#include "units/found.h"
 
 #include <fmt/format.h>
 
@@ -10,7 +10,7 @@
 #include <sstream>
 #include <utility>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 namespace {
 
@@ -19,14 +19,14 @@ using TVTypeSys::UnitBase;
 constexpr std::size_t mostConvertible = 12;
 
 /// The units that the library converts to, the nearest in size first.
-void listConvertible(const FoundUnit& found, report::UnitSheet& sheet) {
+void listConvertible(const FoundUnit& found, units::UnitSheet& sheet) {
     std::vector<std::pair<double, std::string>> names;
     for (const auto& reference : TVTypeSys::UnitDatabase::getUnitDatabase()->getAllUnits()) {
         const UnitBase& other = reference.get();
         if (found.unit->compare(other) != 0 && found.unit->compatibleWithUnit(other) &&
             found.unit->dimensionallyEquivalentWithUnit(other)) {
             const double factor = found.unit->getScalingFactorToConvertTo(other);
-            names.emplace_back(std::abs(std::log(factor)), toUtf8(other.name));
+            names.emplace_back(std::abs(std::log(factor)), text::toUtf8(other.name));
         }
     }
     std::ranges::sort(names);
@@ -38,31 +38,31 @@ void listConvertible(const FoundUnit& found, report::UnitSheet& sheet) {
     }
 }
 
-void addMeaning(const Meaning& meaning, report::UnitSheet& sheet) {
+void addMeaning(const Meaning& meaning, units::UnitSheet& sheet) {
     sheet.base = productText(meaning.powers);
-    sheet.factor = exactText(meaning.factor);
+    sheet.factor = exact::fractionText(meaning.factor);
     sheet.factorDecimal = static_cast<double>(meaning.factor);
     if (meaning.offset != 0) {
         sheet.conversion = conversionText({meaning.factor, meaning.offset});
     }
     if (meaning.offsetInProduct != nullptr) {
         sheet.notes.push_back(fmt::format("{} has an offset, which counts for nothing in a product",
-                                          toUtf8(meaning.offsetInProduct->name)));
+                                          text::toUtf8(meaning.offsetInProduct->name)));
     }
 }
 
 } // namespace
 
-report::UnitSheet sheetOf(const std::string& text, TVTypeSys::UnitTable& table) {
+units::UnitSheet sheetOf(const std::string& text, TVTypeSys::UnitTable& table) {
     const FoundUnit found = findUnit(text, table);
     const UnitBase& unit = *found.unit;
-    report::UnitSheet sheet;
+    units::UnitSheet sheet;
     sheet.text = text;
     sheet.expression = found.reading.expression;
-    sheet.name = toUtf8(unit.name);
-    sheet.symbol = toUtf8(unit.symbol);
+    sheet.name = text::toUtf8(unit.name);
+    sheet.symbol = text::toUtf8(unit.symbol);
     sheet.display = unit.display;
-    std::ranges::transform(unit.aliases, std::back_inserter(sheet.aliases), toUtf8);
+    std::ranges::transform(unit.aliases, std::back_inserter(sheet.aliases), text::toUtf8);
     sheet.definition = found.isNamed ? definitionOf(unit) : "";
     sheet.quantity = quantityOf(unit);
     std::ostringstream canonical;
@@ -78,9 +78,9 @@ report::UnitSheet sheetOf(const std::string& text, TVTypeSys::UnitTable& table) 
         sheet.notes.push_back(fmt::format(
             "an expression has no room for the number {}; the library leaves it out, the factor "
             "here has it",
-            exactText(found.reading.factor)));
+            exact::fractionText(found.reading.factor)));
     }
     return sheet;
 }
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

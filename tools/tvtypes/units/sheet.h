@@ -2,15 +2,15 @@
 /// All about one unit.
 #pragma once
 
-#include "report/unit.h"
+#include "units/records.h"
 
 #include <tvtypes/units.h>
 
 #include <string>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
-/// Throws a UnitError.
-report::UnitSheet sheetOf(const std::string& text, TVTypeSys::UnitTable& table);
+/// Throws a text::ParseError.
+units::UnitSheet sheetOf(const std::string& text, TVTypeSys::UnitTable& table);
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

@@ -1,6 +1,6 @@
-#include "unit/spelling.h"
+#include "units/spelling.h"
 
-#include "unit/tokens.h"
+#include "units/tokens.h"
 
 #include <algorithm>
 #include <charconv>
@@ -8,7 +8,7 @@
 #include <limits>
 #include <string>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 namespace {
 
@@ -34,7 +34,7 @@ std::optional<std::int64_t> wholeNumber(std::string_view text) {
 }
 
 /// A decimal number with or without point and exponent.
-std::optional<Exact> exactNumber(std::string_view text) {
+std::optional<exact::Number> exactNumber(std::string_view text) {
     if (text.size() > longestNumber) {
         return std::nullopt;
     }
@@ -53,8 +53,8 @@ std::optional<Exact> exactNumber(std::string_view text) {
     }
     // Zeros ahead would make it octal.
     digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - 1));
-    return product(Exact(boost::multiprecision::cpp_int(digits)),
-                   powerOfTen(static_cast<int>(exponent)));
+    return exact::product(exact::Number(boost::multiprecision::cpp_int(digits)),
+                          exact::powerOfTen(static_cast<int>(exponent)));
 }
 
 class Parser {
@@ -88,7 +88,7 @@ class Parser {
         std::int64_t power = 1;
         std::size_t position = 0;
         std::string_view name; ///< a number has none
-        Exact number;
+        exact::Number number;
     };
 
     void fail(std::size_t position, const char* expected) {
@@ -148,7 +148,7 @@ class Parser {
         Factor factor{group_, sign_, 1, token.position, {}, 1};
         if (token.sign == Sign::Name) {
             factor.name = token.text;
-        } else if (const std::optional<Exact> number = exactNumber(token.text)) {
+        } else if (const std::optional<exact::Number> number = exactNumber(token.text)) {
             factor.number = *number;
         } else {
             fail(token.position, shorterExpected);
@@ -284,9 +284,9 @@ class Parser {
                                            static_cast<std::int32_t>(outer)});
                 continue;
             }
-            const std::optional<Exact> number = powerOf(factor.number, power);
-            const std::optional<Exact> all =
-                number ? product(spelling_.factor, *number) : std::nullopt;
+            const std::optional<exact::Number> number = exact::power(factor.number, power);
+            const std::optional<exact::Number> all =
+                number ? exact::product(spelling_.factor, *number) : std::nullopt;
             if (!all) {
                 return fail(factor.position, shorterExpected);
             }
@@ -316,4 +316,4 @@ std::optional<Fault> parseSpelling(std::string_view text, Spelling& spelling) {
     return Parser(text, spelling).parse();
 }
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

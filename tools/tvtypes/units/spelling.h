@@ -2,7 +2,7 @@
 /// Units as people write them.
 #pragma once
 
-#include "exact.h"
+#include "exact/number.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 /// A name with its power, which is power * outer. What looks like a name may be a product, as Nm,
 /// of which `power` belongs to the end alone. The amounts of all are at most 2147483647.
@@ -23,7 +23,7 @@ struct SpeltName {
 
 struct Spelling {
     std::vector<SpeltName> names; ///< views into the text that was parsed
-    Exact factor = 1;             ///< the product of all numbers
+    exact::Number factor = 1;     ///< the product of all numbers
 };
 
 /// Where a text leaves the grammar: the position of a byte, and what should be there.
@@ -48,4 +48,4 @@ struct Fault {
 /// Replaces what `spelling` held; after a fault it holds nothing of use.
 std::optional<Fault> parseSpelling(std::string_view text, Spelling& spelling);
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

@@ -1,14 +1,14 @@
-#include "report/unit_text.h"
+#include "units/text.h"
 
-#include "fmi/remarks.h"
-#include "report/safe_text.h"
-#include "report/table.h"
+#include "output/table.h"
+#include "text/quote.h"
+#include "text/safe_text.h"
 
 #include <fmt/color.h>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-namespace tvtool::report {
+namespace tvtool::units {
 
 namespace {
 
@@ -19,11 +19,11 @@ fmt::text_style headingStyle(bool colour) {
 /// A unit may be written in any length.
 std::string shown(const std::string& text) {
     constexpr std::size_t longest = 200;
-    return safeText(fmi::shortened(text, longest));
+    return text::safeText(text::shortened(text, longest));
 }
 
 std::string joined(const std::vector<std::string>& texts) {
-    return safeText(fmt::format("{}", fmt::join(texts, ", ")));
+    return text::safeText(fmt::format("{}", fmt::join(texts, ", ")));
 }
 
 void printLine(const char* label, const std::string& text, std::ostream& os) {
@@ -36,9 +36,9 @@ std::string headingOf(const UnitSheet& sheet) {
     if (sheet.name.empty()) {
         return shown(sheet.text);
     }
-    std::string heading = safeText(sheet.name);
+    std::string heading = text::safeText(sheet.name);
     if (!sheet.symbol.empty()) {
-        heading += fmt::format(" ({})", safeText(sheet.symbol));
+        heading += fmt::format(" ({})", text::safeText(sheet.symbol));
     }
     return heading;
 }
@@ -63,9 +63,9 @@ void printSheet(const UnitSheet& sheet, fmt::text_style style, std::ostream& os)
     if (sheet.expression != sheet.text) {
         printLine("read as", shown(sheet.expression), os);
     }
-    printLine("shown as", sheet.display == sheet.symbol ? "" : safeText(sheet.display), os);
+    printLine("shown as", sheet.display == sheet.symbol ? "" : text::safeText(sheet.display), os);
     printLine("aliases", joined(sheet.aliases), os);
-    printLine("quantity", safeText(sheet.quantity), os);
+    printLine("quantity", text::safeText(sheet.quantity), os);
     printLine("definition", shown(sheet.definition), os);
     printLine("canonical", sheet.canonical.empty() ? "no dimension" : shown(sheet.canonical), os);
     printLine("factor", factorOf(sheet), os);
@@ -75,7 +75,7 @@ void printSheet(const UnitSheet& sheet, fmt::text_style style, std::ostream& os)
     printLine("systems", joined(sheet.systems), os);
     printLine("converts to", convertibleOf(sheet), os);
     for (const std::string& note : sheet.notes) {
-        printLine("note", safeText(note), os);
+        printLine("note", text::safeText(note), os);
     }
 }
 
@@ -93,7 +93,7 @@ void printText(const std::vector<UnitSheet>& sheets, bool colour, std::ostream& 
 void printText(const UnitFactor& factor, std::ostream& os) {
     if (!factor.factor) {
         constexpr std::size_t longest = 1000;
-        os << "no factor: " << safeText(fmi::shortened(factor.reason, longest)) << '\n';
+        os << "no factor: " << text::safeText(text::shortened(factor.reason, longest)) << '\n';
         return;
     }
     const std::string decimal = fmt::format("{}", *factor.factor);
@@ -109,13 +109,14 @@ void printText(const std::vector<UnitLine>& lines, bool colour, std::ostream& os
         os << "no units\n";
         return;
     }
-    Table table;
+    output::Table table;
     for (const char* const heading : {"name", "symbol", "quantity", "definition", "systems"}) {
-        table.addColumn(heading, Align::Left);
+        table.addColumn(heading, output::Align::Left);
     }
     for (const UnitLine& line : lines) {
-        table.addRow({safeText(line.name), safeText(line.symbol), safeText(line.quantity),
-                      safeText(line.definition), joined(line.systems)});
+        table.addRow({text::safeText(line.name), text::safeText(line.symbol),
+                      text::safeText(line.quantity), text::safeText(line.definition),
+                      joined(line.systems)});
     }
     table.print(os, headingStyle(colour));
 }
@@ -125,15 +126,15 @@ void printText(const std::vector<UnitWord>& words, bool colour, std::ostream& os
         os << "no words\n";
         return;
     }
-    Table table;
+    output::Table table;
     for (const char* const heading : {"word", "is", "of"}) {
-        table.addColumn(heading, Align::Left);
+        table.addColumn(heading, output::Align::Left);
     }
     for (const UnitWord& word : words) {
         const char* const article = word.kind == std::string_view("alias") ? "an alias" : word.kind;
-        table.addRow({safeText(word.word), article, safeText(word.unit)});
+        table.addRow({text::safeText(word.word), article, text::safeText(word.unit)});
     }
     table.print(os, headingStyle(colour));
 }
 
-} // namespace tvtool::report
+} // namespace tvtool::units

@@ -1,4 +1,4 @@
-#include "unit/tokens.h"
+#include "units/tokens.h"
 
 #include <unicode/uchar.h>
 #include <unicode/utf8.h>
@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <array>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 namespace {
 
@@ -144,4 +144,4 @@ RaisedNumber raisedNumber(std::string_view superscript) {
     return number;
 }
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

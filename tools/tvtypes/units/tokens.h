@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 enum class Sign : std::uint8_t {
     Name,
@@ -56,4 +56,4 @@ struct RaisedNumber {
 };
 RaisedNumber raisedNumber(std::string_view superscript);
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

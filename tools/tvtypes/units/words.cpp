@@ -1,6 +1,6 @@
-#include "unit/words.h"
+#include "units/words.h"
 
-#include "unit/text16.h"
+#include "text/utf16.h"
 
 #include <unicode/unistr.h>
 
@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <tuple>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 namespace {
 
@@ -18,7 +18,7 @@ constexpr std::size_t mostSuggestions = 5;
 constexpr std::size_t longestWord = 60;
 
 std::u32string characters(std::string_view text) {
-    const std::u16string wide = toUtf16(text);
+    const std::u16string wide = text::toUtf16(text);
     const icu::UnicodeString unicode(wide.data(), static_cast<std::int32_t>(wide.size()));
     std::u32string all;
     for (std::int32_t i = 0; i < unicode.length(); i = unicode.moveIndex32(i, 1)) {
@@ -68,11 +68,11 @@ std::vector<std::string> suggestionsFor(std::string_view word,
     if (word.empty() || word.size() > longestWord) {
         return {};
     }
-    const std::u32string folded = characters(foldCase(word));
+    const std::u32string folded = characters(text::foldCase(word));
     const std::size_t most = folded.size() < 3 ? 0 : folded.size() < 6 ? 1 : 2;
     std::vector<Candidate> candidates;
     for (const std::string& other : words) {
-        const std::u32string otherFolded = characters(foldCase(other));
+        const std::u32string otherFolded = characters(text::foldCase(other));
         const std::size_t distance = editDistance(folded, otherFolded, most);
         if (distance <= most) {
             const std::size_t distanceWithCase =
@@ -94,10 +94,10 @@ std::vector<std::string> unitWords() {
     std::vector<std::string> words;
     for (const auto& reference : TVTypeSys::UnitDatabase::getUnitDatabase()->getAllUnits()) {
         const TVTypeSys::UnitBase& unit = reference.get();
-        words.push_back(toUtf8(unit.name));
-        words.push_back(toUtf8(unit.symbol));
+        words.push_back(text::toUtf8(unit.name));
+        words.push_back(text::toUtf8(unit.symbol));
         for (const std::u16string& alias : unit.aliases) {
-            words.push_back(toUtf8(alias));
+            words.push_back(text::toUtf8(alias));
         }
     }
     std::ranges::sort(words);
@@ -106,4 +106,4 @@ std::vector<std::string> unitWords() {
     return words;
 }
 
-} // namespace tvtool::unit
+} // namespace tvtool::units

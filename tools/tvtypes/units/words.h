@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tvtool::unit {
+namespace tvtool::units {
 
 /// The names, symbols and aliases that come nearest to a misspelt one, the nearest first; of equal
 /// ones the shortest. Upper and lower case count for less than anything else.
@@ -23,4 +23,4 @@ std::vector<std::string> unitWords();
 /// one text of the other, if no part is changed twice; `most` plus one if it is more than that.
 std::size_t editDistance(std::u32string_view a, std::u32string_view b, std::size_t most);
 
-} // namespace tvtool::unit
+} // namespace tvtool::units
