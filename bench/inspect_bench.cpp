@@ -20,9 +20,9 @@ std::string file;
 void Inspect(benchmark::State& state) {
     std::size_t variables = 0;
     for (auto _ : state) {
-        const tvtool::model::Findings findings = tvtool::model::inspectFile(file);
-        variables = findings.variables;
-        benchmark::DoNotOptimize(findings.types.data());
+        const tvtool::model::Inspection inspection = tvtool::model::inspectFile(file);
+        variables = inspection.variables;
+        benchmark::DoNotOptimize(inspection.types.data());
     }
     state.counters["variables"] = static_cast<double>(variables);
 }

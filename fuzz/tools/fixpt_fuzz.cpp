@@ -1,8 +1,8 @@
 // Any bytes as the name of a numeric type, and as a value to store in it: a name that is read is
 // one that the library writes for the same record, and what is no name has a place.
+#include "fixedpoint/details.h"
 #include "fixedpoint/identifier.h"
 #include "fixedpoint/quantization.h"
-#include "fixedpoint/sheet.h"
 #include "text/excerpt.h"
 #include "text/parse_error.h"
 
@@ -26,8 +26,8 @@ void readAndShow(const std::string& name, const std::string& value) {
     const std::string written = fxpDataTypeToIdentifierString_NoCache(&record);
     check(fxdt_isequal_to()(fixedpoint::recordNamed(written), record));
     TVTypeSys::DataTypeTable table;
-    fixedpoint::sheetOf(name, record, table);
-    fixedpoint::quantized({value}, record, FXP_OVERFLOW_WRAP);
+    fixedpoint::typeDetails(name, record, table);
+    fixedpoint::quantize({value}, record, FXP_OVERFLOW_WRAP);
 }
 
 } // namespace
@@ -41,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     } catch (const text::ParseError& error) {
         check(error.position <= name.size());
         text::excerptAt(name, error.position);
-    } catch (const fixedpoint::Error&) {
+    } catch (const std::invalid_argument&) {
     }
     return 0;
 }

@@ -1,10 +1,9 @@
 // The inspection of any bytes, and the layout of its structs: reports or a files::ReadError,
 // nothing else.
 #include "model/inspection.h"
-#include "model/inspection_json.h"
-#include "model/inspection_text.h"
+#include "model/inspection_report.h"
+#include "model/layout_report.h"
 #include "model/layout_svg.h"
-#include "model/layout_text.h"
 #include "model/memory_map.h"
 
 #include <algorithm>
@@ -33,15 +32,15 @@ class MemorySource : public tvtool::fmi::Source {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     MemorySource source({reinterpret_cast<const char*>(data), size});
     try {
-        const tvtool::model::Findings findings = tvtool::model::inspectSource(source, {});
+        const tvtool::model::Inspection inspection = tvtool::model::inspectSource(source, {});
         std::ostringstream os;
-        tvtool::model::printText(findings, true, os);
-        tvtool::model::printJson(findings, os);
+        tvtool::model::printText(inspection, true, os);
+        tvtool::model::printJson(inspection, os);
         MemorySource again({reinterpret_cast<const char*>(data), size});
         const tvtool::model::Model model(again, {});
-        const tvtool::model::LayoutFindings layout = tvtool::model::mapStructs(model, "");
-        tvtool::model::printLayout(layout, true, os);
-        tvtool::model::drawLayout(layout, os);
+        const tvtool::model::MemoryMaps maps = tvtool::model::mapStructs(model, "");
+        tvtool::model::printText(maps, true, os);
+        tvtool::model::drawLayout(maps, os);
     } catch (const tvtool::files::ReadError&) {
         // No description: the reader has said so.
     }

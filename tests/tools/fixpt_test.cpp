@@ -128,7 +128,7 @@ TEST(Fixpt, QuantizesIntegersAsTheLibraryConverts) {
             const auto& record = *TVTypeSys::DataTypeTable::getBuiltinDataTypeProperties(id);
             for (const auto& overflow : convert::overflows) {
                 const auto rows =
-                    fixedpoint::quantized({fmt::format("{:.300f}", value)}, record, overflow.value)
+                    fixedpoint::quantize({fmt::format("{:.300f}", value)}, record, overflow.value)
                         .values[0]
                         .rows;
                 for (std::size_t r = 0; r < rows.size(); ++r) {

@@ -146,21 +146,21 @@ TEST(LayoutPicture, IsWrittenWholeOrNotAtAll) {
 }
 
 TEST(LayoutPicture, StaysReadableForAnyStruct) {
-    model::LayoutFindings findings;
+    model::MemoryMaps maps;
     model::StructMap map{1, "S", "]]>&\"<\x1b", 800000, 8, 100000, 100000, 100000, {}};
     map.rows.push_back({model::RowKind::Struct, 0, 0, 800000, "", "", "S", 0});
     for (int i = 0; i < 100000; ++i) {
         map.rows.push_back({model::RowKind::Leaf, 1, 8 * i, 8, "'<&\xFF\xE6\xB0\xB4'", "'<&'",
                             "double", i + 1, i, i});
     }
-    findings.structs.assign(20, map);
+    maps.structs.assign(20, map);
     model::StructMap deep{2, "D", "", 8, 8, 1, 1, 1, {}};
     for (int i = 0; i < 100; ++i) {
         deep.rows.push_back({model::RowKind::Struct, i, 0, 8, "d", "d", "D", i});
     }
-    findings.structs.front() = deep;
+    maps.structs.front() = deep;
     std::ostringstream os;
-    model::drawLayout(findings, os);
+    model::drawLayout(maps, os);
     const Shapes shapes(os.str());
     EXPECT_LT(shapes.rectangles, 100);
     EXPECT_THAT(os.str(), HasSubstr("91 of 100 nodes are too small or too deep"));

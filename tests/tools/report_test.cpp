@@ -1,7 +1,6 @@
 #include "support.h"
 
-#include "model/inspection_json.h"
-#include "model/inspection_text.h"
+#include "model/inspection_report.h"
 #include "text/safe_text.h"
 
 #include <gmock/gmock.h>
@@ -16,38 +15,38 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-model::Findings sampleFindings() {
-    model::Findings findings;
-    findings.file = "m.xml";
-    findings.fmiVersion = "3.0";
-    findings.modelName = "M";
-    findings.variables = 12;
-    findings.types = {
-        {0, "double", model::Kind::BuiltIn, 8, "double", "", 7, ""},
-        {14, "a_long_name", model::Kind::Alias, 8, "double", "double", 4, "\xE6\xB0\xB4.\xC3\xA4"},
-        {1500, "E", model::Kind::Enumerated, 4, "int32", "", 1, "x\x1b[31m"},
-        {1501, "S", model::Kind::Struct, 24, "", "", 3, "", 2, 5}};
-    findings.outside = {{"String", 2, 1}};
-    findings.units = {{"N.m", model::UnitSource::Reading, 3, "N*m", "", {"a", "b", "c", "d"}},
-                      {"\xC2\xB5", model::UnitSource::Nothing, -1, "", "0.5 * m", {}}};
-    findings.dimensions = {{5, "[n,2]", {"a", "b"}}};
-    findings.facts = {{7, "2*n==6", {"a"}}};
-    findings.remarks.problem({"Float64", 7}, "first");
-    findings.remarks.note({"archive", 0}, "second");
-    findings.remarks.note({"Int8", 9}, "third");
-    findings.remarks.note({"Int8", 11}, "third");
-    findings.remarks.sort();
-    return findings;
+model::Inspection sampleInspection() {
+    model::Inspection inspection;
+    inspection.file = "m.xml";
+    inspection.fmiVersion = "3.0";
+    inspection.modelName = "M";
+    inspection.variables = 12;
+    inspection.types = {
+        {0, "double", "built-in", 8, "double", "", 7, ""},
+        {14, "a_long_name", "alias", 8, "double", "double", 4, "\xE6\xB0\xB4.\xC3\xA4"},
+        {1500, "E", "enumerated", 4, "int32", "", 1, "x\x1b[31m"},
+        {1501, "S", "struct", 24, "", "", 3, "", 2, 5}};
+    inspection.outside = {{"String", 2, 1}};
+    inspection.units = {{"N.m", 3, "N*m", "reading", "", {"a", "b", "c", "d"}},
+                        {"\xC2\xB5", std::nullopt, "", "", "0.5 * m", {}}};
+    inspection.dimensions = {{5, "[n,2]", {"a", "b"}}};
+    inspection.facts = {{7, "2*n==6", {"a"}}};
+    inspection.remarks.problem({"Float64", 7}, "first");
+    inspection.remarks.note({"archive", 0}, "second");
+    inspection.remarks.note({"Int8", 9}, "third");
+    inspection.remarks.note({"Int8", 11}, "third");
+    inspection.remarks.sort();
+    return inspection;
 }
 
-std::string textOf(const model::Findings& findings, bool colour) {
+std::string textOf(const model::Inspection& inspection, bool colour) {
     std::ostringstream stream;
-    model::printText(findings, colour, stream);
+    model::printText(inspection, colour, stream);
     return stream.str();
 }
 
 TEST(TextReport, ColumnsAreAligned) {
-    EXPECT_EQ(textOf(sampleFindings(), false),
+    EXPECT_EQ(textOf(sampleInspection(), false),
               "m.xml: FMI 3.0, model \"M\": 12 variables, 4 types, 1 problem, 2 notes\n"
               "\n"
               "  id  name         kind        size  storage  alias of  variables  elements  leaves"
@@ -82,22 +81,22 @@ TEST(TextReport, ColumnsAreAligned) {
 }
 
 TEST(TextReport, WidthIsThatOnTheScreen) {
-    model::Findings findings = sampleFindings();
-    findings.types[0].aliasOf = "\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4";
+    model::Inspection inspection = sampleInspection();
+    inspection.types[0].aliasOf = "\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4";
     // Five wide characters take ten columns.
-    EXPECT_THAT(textOf(findings, false), HasSubstr("  double              4  "));
-    EXPECT_THAT(textOf(findings, false),
-                HasSubstr("  " + findings.types[0].aliasOf + "          7  "));
+    EXPECT_THAT(textOf(inspection, false), HasSubstr("  double              4  "));
+    EXPECT_THAT(textOf(inspection, false),
+                HasSubstr("  " + inspection.types[0].aliasOf + "          7  "));
 }
 
 TEST(TextReport, ColourIsOnlyGivenWhereItIsAskedFor) {
-    EXPECT_THAT(textOf(sampleFindings(), true), HasSubstr("\x1b["));
-    EXPECT_THAT(textOf(sampleFindings(), false), Not(HasSubstr("\x1b")));
+    EXPECT_THAT(textOf(sampleInspection(), true), HasSubstr("\x1b["));
+    EXPECT_THAT(textOf(sampleInspection(), false), Not(HasSubstr("\x1b")));
 }
 
 TEST(JsonReport, HasAllThatTheTextHas) {
     std::ostringstream stream;
-    model::printJson(sampleFindings(), stream);
+    model::printJson(sampleInspection(), stream);
     const boost::json::value expected = boost::json::parse(R"({
         "file": "m.xml", "fmiVersion": "3.0", "modelName": "M", "variables": 12,
         "types": [
@@ -141,11 +140,11 @@ TEST(SafeText, LeavesTheTerminalAlone) {
 }
 
 TEST(JsonReport, KeepsWhatItEscapes) {
-    model::Findings findings = sampleFindings();
-    findings.modelName = "\xC2\x9B\xF3\xA0\x80\x81\"\\\n";
+    model::Inspection inspection = sampleInspection();
+    inspection.modelName = "\xC2\x9B\xF3\xA0\x80\x81\"\\\n";
     std::ostringstream stream;
-    model::printJson(findings, stream);
-    EXPECT_EQ(boost::json::parse(stream.str()).at("modelName").as_string(), findings.modelName);
+    model::printJson(inspection, stream);
+    EXPECT_EQ(boost::json::parse(stream.str()).at("modelName").as_string(), inspection.modelName);
     EXPECT_THAT(stream.str(), Not(HasSubstr("\xC2\x9B")));
 }
 

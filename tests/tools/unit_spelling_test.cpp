@@ -130,14 +130,14 @@ TEST(UnitSpelling, ReadsWhatTheLibraryReads) {
             text += parts[random() % std::size(parts)];
         }
         Monomial monomial;
-        if (!parseUnitExpr(toUtf16(text), monomial) ||
+        if (!parseUnitExpr(text::toUtf16(text), monomial) ||
             std::ranges::find(monomial.names, u"1") != monomial.names.end()) {
             continue;
         }
         ++expressions;
         Powers expected;
         for (std::size_t n = 0; n < monomial.names.size(); ++n) {
-            expected[toUtf8(monomial.names[n])] += monomial.powers[n];
+            expected[text::toUtf8(monomial.names[n])] += monomial.powers[n];
         }
         Spelling spelling;
         ASSERT_FALSE(parseSpelling(text, spelling)) << text;
@@ -207,9 +207,9 @@ TEST(ExactNumbers, AreWrittenWithoutLoss) {
     for (const auto& [number, text] : rows) {
         EXPECT_EQ(exact::fractionText(number), text);
     }
-    EXPECT_EQ(powerOf(exact::Number(2, 3), -3), exact::Number(27, 8));
-    EXPECT_EQ(powerOf(1, 2147483647), exact::Number(1));
-    EXPECT_EQ(powerOf(1000, 2147483647), std::nullopt);
+    EXPECT_EQ(exact::power(exact::Number(2, 3), -3), exact::Number(27, 8));
+    EXPECT_EQ(exact::power(1, 2147483647), exact::Number(1));
+    EXPECT_EQ(exact::power(1000, 2147483647), std::nullopt);
 }
 
 } // namespace

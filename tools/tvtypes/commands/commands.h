@@ -27,6 +27,16 @@ void addInspect(CLI::App& app, Console& console);
 void addLayout(CLI::App& app, Console& console);
 void addUnit(CLI::App& app, Console& console);
 
+/// Prints a report as JSON or as text.
+template <class Report>
+void print(const Report& report, bool isJson, Console& console) {
+    if (isJson) {
+        printJson(report, console.out);
+    } else {
+        printText(report, console.colour, console.out);
+    }
+}
+
 /// Says, with the place, why a description cannot be read.
 void reportUnreadable(const std::string& file, const files::ReadError& error, Console& console);
 

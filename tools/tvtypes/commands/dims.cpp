@@ -2,9 +2,7 @@
 #include "commands/commands.h"
 #include "commands/exclusion.h"
 #include "dims/fact_file.h"
-#include "dims/json.h"
-#include "dims/sheet.h"
-#include "dims/text.h"
+#include "dims/report.h"
 #include "text/safe_text.h"
 
 #include <CLI/CLI.hpp>
@@ -43,20 +41,16 @@ constexpr const char* footer =
     "no fact, the file cannot be read or the call is wrong.";
 
 void showDims(const Options& options, Console& console) {
-    dims::Sheets sheets;
+    dims::DetailsList details;
     for (const std::string& argument : options.expressions) {
         try {
             // Without the blank that keeps a list in one piece.
-            sheets.add(argument.substr(argument.starts_with(' ') ? 1 : 0));
+            details.add(argument.substr(argument.starts_with(' ') ? 1 : 0));
         } catch (const text::ParseError& error) {
             reportUnreadable(error.text, error.position, error.what(), console);
         }
     }
-    if (options.json) {
-        dims::printJson(sheets.all(), console.out);
-    } else {
-        dims::printText(sheets.all(), console.colour, console.out);
-    }
+    print(details.all(), options.json, console);
 }
 
 void reportFaults(const dims::FactReport& report, Console& console) {

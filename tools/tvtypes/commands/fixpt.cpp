@@ -3,11 +3,8 @@
 #include "commands/exclusion.h"
 #include "convert/names.h"
 #include "fixedpoint/identifier.h"
-#include "fixedpoint/json.h"
-#include "fixedpoint/quantization.h"
 #include "fixedpoint/record.h"
-#include "fixedpoint/sheet.h"
-#include "fixedpoint/text.h"
+#include "fixedpoint/report.h"
 #include "text/parse_error.h"
 
 #include <CLI/CLI.hpp>
@@ -43,41 +40,32 @@ constexpr const char* footer =
     "\n"
     "Exit status: 0 shown, 2 a NAME is not one, a value cannot be stored or the call is wrong.";
 
-template <class Findings>
-void show(const Findings& findings, const Options& options, Console& console) {
-    if (options.json) {
-        fixedpoint::printJson(findings, console.out);
-    } else {
-        fixedpoint::printText(findings, console.colour, console.out);
-    }
-}
-
 fxpDataTypeProp withOverride(fxpDataTypeProp record, const Options& options) {
     record.DataTypeOverrideState = options.overrideOff ? 1 : 0;
     return record;
 }
 
-void showSheets(const Options& options, Console& console) {
+void showTypes(const Options& options, Console& console) {
     TVTypeSys::DataTypeTable table;
     std::vector<int> atomicWordLengths;
     for (const std::string& text : options.atomicWordLengths) {
         atomicWordLengths.push_back(fixedpoint::wordLengthOf("--atomic-word-length", text));
     }
     fixedpoint::setAtomic(atomicWordLengths, table);
-    std::vector<fixedpoint::FixptSheet> sheets;
+    std::vector<fixedpoint::TypeDetails> types;
     if (options.names.empty()) {
-        sheets.push_back(fixedpoint::sheetOf(
+        types.push_back(fixedpoint::typeDetails(
             "", withOverride(fixedpoint::recordOf(options.record), options), table));
     }
     for (const std::string& name : options.names) {
         try {
-            sheets.push_back(fixedpoint::sheetOf(
+            types.push_back(fixedpoint::typeDetails(
                 name, withOverride(fixedpoint::recordNamed(name), options), table));
         } catch (const text::ParseError& error) {
             reportUnreadable(error.text, error.position, error.what(), console);
         }
     }
-    show(sheets, options, console);
+    print(types, options.json, console);
 }
 
 void showQuantization(const Options& options, Console& console) {
@@ -86,7 +74,7 @@ void showQuantization(const Options& options, Console& console) {
                                            ? fixedpoint::recordOf(options.record)
                                            : fixedpoint::recordNamed(options.names.front());
         const auto overflow = convert::overflowNamed("--overflow", options.overflow);
-        show(fixedpoint::quantized(options.values, record, overflow), options, console);
+        print(fixedpoint::quantize(options.values, record, overflow), options.json, console);
     } catch (const text::ParseError& error) {
         reportUnreadable(error.text, error.position, error.what(), console);
     }
@@ -188,7 +176,7 @@ void addFixpt(CLI::App& app, Console& console) {
             throw CLI::RequiresError(overflow->get_name(), quantize->get_name());
         }
         if (quantize->count() == 0) {
-            showSheets(*options, console);
+            showTypes(*options, console);
         } else if (options->names.size() > 1) {
             throw CLI::ValidationError("--quantize", "takes one NAME, before it");
         } else {

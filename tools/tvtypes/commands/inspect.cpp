@@ -1,8 +1,6 @@
 // tvtypes inspect: which data types a model has.
 #include "commands/commands.h"
-#include "model/inspection.h"
-#include "model/inspection_json.h"
-#include "model/inspection_text.h"
+#include "model/inspection_report.h"
 
 #include <CLI/CLI.hpp>
 
@@ -21,13 +19,9 @@ struct Options {
 
 void inspect(const Options& options, Console& console) {
     try {
-        const model::Findings findings = model::inspectFile(options.file);
-        if (options.json) {
-            model::printJson(findings, console.out);
-        } else {
-            model::printText(findings, console.colour, console.out);
-        }
-        console.status = findings.remarks.problems().empty() ? ExitClean : ExitProblems;
+        const model::Inspection inspection = model::inspectFile(options.file);
+        print(inspection, options.json, console);
+        console.status = inspection.remarks.problems().empty() ? ExitClean : ExitProblems;
     } catch (const files::ReadError& error) {
         reportUnreadable(options.file, error, console);
     }

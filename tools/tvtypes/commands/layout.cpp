@@ -1,11 +1,8 @@
 // tvtypes layout: where in memory the elements of structs lie.
 #include "commands/commands.h"
 #include "files/new_file.h"
-#include "model/inspection_text.h"
-#include "model/layout_json.h"
+#include "model/layout_report.h"
 #include "model/layout_svg.h"
-#include "model/layout_text.h"
-#include "model/memory_map.h"
 #include "text/quote.h"
 #include "text/safe_text.h"
 
@@ -41,21 +38,19 @@ constexpr const char* footer =
     "Exit status: 0 no problems, 1 problems in the model, 2 the file cannot be read, the picture\n"
     "cannot be written or the call is wrong.";
 
-void drawInto(const std::string& path, const model::LayoutFindings& findings) {
+void drawInto(const std::string& path, const model::MemoryMaps& maps) {
     std::ostringstream picture;
-    model::drawLayout(findings, picture);
+    model::drawLayout(maps, picture);
     files::NewFile file(path);
     file.write(picture.view().data(), picture.view().size());
     file.commit();
 }
 
-void print(const Options& options, const model::LayoutFindings& findings, Console& console) {
-    if (!options.svg.empty() && !findings.structs.empty()) {
-        drawInto(options.svg, findings);
-    } else if (options.json) {
-        model::printLayoutJson(findings, console.out);
+void printOrDraw(const Options& options, const model::MemoryMaps& maps, Console& console) {
+    if (!options.svg.empty() && !maps.structs.empty()) {
+        drawInto(options.svg, maps);
     } else {
-        model::printLayout(findings, console.colour, console.out);
+        print(maps, options.json, console);
     }
 }
 
@@ -63,14 +58,13 @@ void layOut(const Options& options, Console& console) {
     const std::string file = text::safeText(options.file);
     try {
         const std::unique_ptr<model::Model> model = model::readModel(options.file);
-        model::LayoutFindings findings = model::mapStructs(*model, options.type);
-        findings.file = options.file;
-        print(options, findings, console);
-        if (findings.problems > 0) {
+        model::MemoryMaps maps = model::mapStructs(*model, options.type);
+        maps.file = options.file;
+        printOrDraw(options, maps, console);
+        if (maps.problems > 0) {
             console.err << fmt::format("tvtypes: {}: the description has {}; tvtypes inspect "
                                        "tells more\n",
-                                       file,
-                                       text::counted(findings.problems, "problem", "problems"));
+                                       file, text::counted(maps.problems, "problem", "problems"));
             console.status = ExitProblems;
         }
     } catch (const files::ReadError& error) {

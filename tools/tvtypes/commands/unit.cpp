@@ -1,12 +1,8 @@
 // tvtypes unit: what the library knows of units.
 #include "commands/commands.h"
 #include "commands/exclusion.h"
-#include "units/factor.h"
-#include "units/found.h"
-#include "units/json.h"
-#include "units/search.h"
-#include "units/sheet.h"
-#include "units/text.h"
+#include "text/parse_error.h"
+#include "units/report.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -45,30 +41,22 @@ constexpr const char* footer =
 
 void showUnits(const Options& options, Console& console) {
     TVTypeSys::UnitTable table;
-    std::vector<units::UnitSheet> sheets;
+    std::vector<units::UnitDetails> details;
     for (const std::string& text : options.units) {
         try {
-            sheets.push_back(units::sheetOf(text, table));
+            details.push_back(units::unitDetails(text, table));
         } catch (const text::ParseError& error) {
             reportUnreadable(error.text, error.position, error.what(), console);
         }
     }
-    if (options.json) {
-        units::printJson(sheets, console.out);
-    } else {
-        units::printText(sheets, console.colour, console.out);
-    }
+    print(details, options.json, console);
 }
 
 void showFactor(const Options& options, Console& console) {
     TVTypeSys::UnitTable table;
     const units::UnitFactor factor =
         units::factorBetween(options.units[0], options.units[1], table);
-    if (options.json) {
-        units::printJson(factor, console.out);
-    } else {
-        units::printText(factor, console.out);
-    }
+    print(factor, options.json, console);
     if (factor.differs) {
         console.err << fmt::format("tvtypes: the library's factor is {}, the exact one {}\n",
                                    *factor.factor, *factor.exactDecimal);
@@ -78,25 +66,16 @@ void showFactor(const Options& options, Console& console) {
     }
 }
 
-template <class Rows>
-void show(const Rows& rows, const Options& options, Console& console) {
-    if (options.json) {
-        units::printJson(rows, console.out);
-    } else {
-        units::printText(rows, console.colour, console.out);
-    }
-}
-
 void execute(const Options& options, Console& console) {
     try {
         if (options.factor) {
             showFactor(options, console);
         } else if (options.prefix) {
-            show(units::completions(*options.prefix), options, console);
+            print(units::completions(*options.prefix), options.json, console);
         } else if (options.word) {
-            show(units::unitsWith(*options.word), options, console);
+            print(units::unitsWith(*options.word), options.json, console);
         } else if (options.list) {
-            show(units::unitsOf(options.system, options.quantity), options, console);
+            print(units::unitsOf(options.system, options.quantity), options.json, console);
         } else {
             showUnits(options, console);
         }

@@ -71,7 +71,7 @@ class Lines {
 
 class FactReader {
   public:
-    dims::FactReport read(std::istream& is) {
+    FactReport read(std::istream& is) {
         Lines lines(is);
         std::string_view line;
         while (report_.lastLine == 0 && lines.next(line)) {
@@ -165,14 +165,14 @@ class FactReader {
     FactStore store_{table_};
     std::deque<TVBlock> blocks_;
     std::unordered_map<std::string, const TVBlock*> blockOfName_;
-    dims::FactReport report_;
+    FactReport report_;
 };
 
 } // namespace
 
-dims::FactReport readFacts(std::istream& is) { return FactReader().read(is); }
+FactReport readFacts(std::istream& is) { return FactReader().read(is); }
 
-dims::FactReport readFactFile(const std::string& path) {
+FactReport readFactFile(const std::string& path) {
     std::error_code ignored;
     if (std::filesystem::is_directory(path, ignored)) {
         throw files::ReadError("is a directory, not a file of facts");
@@ -181,7 +181,7 @@ dims::FactReport readFactFile(const std::string& path) {
     if (!file) {
         throw files::ReadError("cannot be opened: " + std::generic_category().message(errno));
     }
-    dims::FactReport report = readFacts(file);
+    FactReport report = readFacts(file);
     report.file = path;
     return report;
 }

@@ -2,7 +2,7 @@
 /// Files of facts and questions.
 #pragma once
 
-#include "dims/records.h"
+#include "dims/fact_records.h"
 
 #include <istream>
 #include <string>
@@ -13,9 +13,9 @@ namespace tvtool::dims {
 /// neither is a fault, and the next one is read; reading ends after some twenty of them, and where
 /// searches begin to take too long. Throws a files::ReadError if the file is no text or a line is
 /// longer than any that can be read.
-dims::FactReport readFacts(std::istream& is);
+FactReport readFacts(std::istream& is);
 
 /// The same for the file with this name. Throws a files::ReadError, also if it cannot be opened.
-dims::FactReport readFactFile(const std::string& path);
+FactReport readFactFile(const std::string& path);
 
 } // namespace tvtool::dims

@@ -13,8 +13,7 @@ namespace tvtool::dims {
 
 namespace {
 
-using dims::DimsReason;
-using Known = dims::DimsAnswer::Known;
+using Known = DimsAnswer::Known;
 
 /// Of a chain, each at its beginning and at its end.
 constexpr std::size_t mostSteps = 5;
@@ -156,7 +155,7 @@ std::string FactStore::textOf(int id) const {
     return text::shortened(table_.getDisplayString(id), longest);
 }
 
-std::vector<dims::DimsFact> FactStore::statedBy(const std::vector<const TVBlock*>& blocks) const {
+std::vector<DimsFact> FactStore::statedBy(const std::vector<const TVBlock*>& blocks) const {
     std::map<int, std::vector<std::string>> blocksOf;
     std::vector<int> ids;
     for (const TVBlock* const block : blocks) {
@@ -166,7 +165,7 @@ std::vector<dims::DimsFact> FactStore::statedBy(const std::vector<const TVBlock*
                                                        : block->name);
         }
     }
-    std::vector<dims::DimsFact> facts;
+    std::vector<DimsFact> facts;
     for (auto& [id, names] : blocksOf) {
         facts.push_back({id, table_.getSymbolicDims(id).toString(), std::move(names)});
     }

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "dims/fact_graph.h"
-#include "dims/records.h"
+#include "dims/fact_records.h"
 
 #include <tvtypes/symbolicdims.h>
 
@@ -25,31 +25,31 @@ class FactStore {
     /// differ.
     struct Objection {
         bool isRefused = false; ///< by the library, so that it is not stated
-        dims::DimsReason reason;
+        DimsReason reason;
     };
     std::optional<Objection> state(const Fact& fact);
 
     /// Whether a fact holds; its block and line are not looked at.
     struct Answer {
-        dims::DimsAnswer::Known library = dims::DimsAnswer::Known::Nothing;
+        DimsAnswer::Known library = DimsAnswer::Known::Nothing;
         /// What follows from all facts and from numbers; it is that of the library if it knows.
-        dims::DimsAnswer::Known all = dims::DimsAnswer::Known::Nothing;
-        dims::DimsReason reason;
+        DimsAnswer::Known all = DimsAnswer::Known::Nothing;
+        DimsReason reason;
     };
     Answer ask(const Fact& fact);
 
     /// The facts that blocks have stated, as the library tells them.
-    std::vector<dims::DimsFact> statedBy(const std::vector<const TVBlock*>& blocks) const;
+    std::vector<DimsFact> statedBy(const std::vector<const TVBlock*>& blocks) const;
 
     /// Whether there were too many ways between sizes to be searched; nothing is found any more.
     bool isExhausted() const { return graph_.isExhausted(); }
 
   private:
     bool tryToState(const Fact& fact);
-    std::optional<dims::DimsReason> reasonAgainst(const Fact& fact);
-    std::optional<dims::DimsReason> reasonFor(const Fact& fact);
-    dims::DimsReason libraryReasonAgainst(const Fact& fact);
-    dims::DimsReason reasonOf(const std::optional<Chain>& chain) const;
+    std::optional<DimsReason> reasonAgainst(const Fact& fact);
+    std::optional<DimsReason> reasonFor(const Fact& fact);
+    DimsReason libraryReasonAgainst(const Fact& fact);
+    DimsReason reasonOf(const std::optional<Chain>& chain) const;
     std::string textOf(int id) const;
 
     TVTypeSys::SymbolicDimsTable& table_;

@@ -57,11 +57,11 @@ class Quantizer {
     Quantizer(Grid grid, fxpModeOverflow_tag overflow)
         : grid_(std::move(grid)), overflow_(overflow) {}
 
-    fixedpoint::QuantizedValue operator()(const std::string& text) const {
+    QuantizedValue operator()(const std::string& text) const {
         const exact::Number number = exact::parseDecimal(text);
         const Parts parts = partsOf((number - grid_.bias) / grid_.slope);
-        fixedpoint::QuantizedValue value{text, {}};
-        std::map<bool, fixedpoint::QuantizedRow> rows;
+        QuantizedValue value{text, {}};
+        std::map<bool, QuantizedRow> rows;
         for (const auto& rounding : convert::roundings) {
             const bool isUp = roundsUp(parts, rounding.value);
             const auto [row, isNew] = rows.try_emplace(isUp);
@@ -84,8 +84,7 @@ class Quantizer {
         return grid_.least + offset;
     }
 
-    fixedpoint::QuantizedRow rowOf(const exact::Integer& integer,
-                                   const exact::Number& number) const {
+    QuantizedRow rowOf(const exact::Integer& integer, const exact::Number& number) const {
         const bool overflows = integer < grid_.least || integer > grid_.greatest;
         const bool wraps = overflow_ == FXP_OVERFLOW_WRAP;
         const exact::Integer stored = !overflows              ? integer
@@ -93,7 +92,7 @@ class Quantizer {
                                       : integer < grid_.least ? grid_.least
                                                               : grid_.greatest;
         const exact::Number value = grid_.valueOf(stored);
-        fixedpoint::QuantizedRow row;
+        QuantizedRow row;
         row.stored = exact::decimalText(stored);
         row.value = exact::decimalText(value);
         row.error = exact::decimalText(value - number);
@@ -134,15 +133,14 @@ Grid gridFor(fxpDataTypeProp record) {
 
 } // namespace
 
-fixedpoint::FixptQuantization quantized(const std::vector<std::string>& values,
-                                        const fxpDataTypeProp& record,
-                                        fxpModeOverflow_tag overflow) {
-    const Quantizer quantize(gridFor(record), overflow);
-    fixedpoint::FixptQuantization result;
+Quantization quantize(const std::vector<std::string>& values, const fxpDataTypeProp& record,
+                      fxpModeOverflow_tag overflow) {
+    const Quantizer quantizer(gridFor(record), overflow);
+    Quantization result;
     result.identifier = fxpDataTypeToIdentifierString(&record);
     result.range = rangeOf(record);
     for (const std::string& text : values) {
-        result.values.push_back(quantize(text));
+        result.values.push_back(quantizer(text));
     }
     return result;
 }

@@ -44,7 +44,7 @@ std::string resolutionOf(const fxpDataTypeProp& record) {
 }
 
 /// The bounds of a type with a signedness.
-fixedpoint::FixptRange boundsOf(const fxpDataTypeProp& record) {
+Range boundsOf(const fxpDataTypeProp& record) {
     const bool isSigned = record.Signedness == 1;
     const int bits = record.WordLength - (isSigned ? 1 : 0);
     const std::string scaling = scalingOf(record);
@@ -63,7 +63,7 @@ fixedpoint::FixptRange boundsOf(const fxpDataTypeProp& record) {
 }
 
 template <class Floating>
-fixedpoint::FixptRange rangeOfFormat() {
+Range rangeOfFormat() {
     using Limits = std::numeric_limits<Floating>;
     return {exact::decimalText(exact::Number(Limits::lowest())),
             exact::decimalText(exact::Number(Limits::max())),
@@ -96,7 +96,7 @@ std::string slopeFormula(const fxpDataTypeProp& record) {
                : fmt::format("{} * 2^{}", slopeAdjustmentFactorStr(record), exponent);
 }
 
-fixedpoint::FixptRange rangeOf(const fxpDataTypeProp& record) {
+Range rangeOf(const fxpDataTypeProp& record) {
     switch (record.DataTypeMode) {
     case FXP_DT_DOUBLE:
         return rangeOfFormat<double>();
@@ -109,9 +109,13 @@ fixedpoint::FixptRange rangeOf(const fxpDataTypeProp& record) {
     case FXP_DT_FIXPT:
         break;
     }
-    fixedpoint::FixptRange range = isOpen(record) ? fixedpoint::FixptRange{} : boundsOf(record);
+    Range range = isOpen(record) ? Range{} : boundsOf(record);
     range.resolution = resolutionOf(record);
     return range;
+}
+
+std::string Range::text() const {
+    return lowest.empty() ? "" : fmt::format("{} to {}", lowest, highest);
 }
 
 } // namespace tvtool::fixedpoint

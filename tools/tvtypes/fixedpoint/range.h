@@ -3,7 +3,6 @@
 #pragma once
 
 #include "exact/number.h"
-#include "fixedpoint/records.h"
 
 #include <tvtypes/fixedpoint.h>
 
@@ -34,7 +33,17 @@ exact::Number exactSlopeOf(const fxpDataTypeProp& record);
 /// The slope in its parts: 1.5 * 2^-4, or 2^-4.
 std::string slopeFormula(const fxpDataTypeProp& record);
 
-/// The range in texts. Numbers that are too large to be computed are shown as formulas.
-fixedpoint::FixptRange rangeOf(const fxpDataTypeProp& record);
+/// The real-world values of a type as texts: exact decimals, "about" and a rounded one, or formulas
+/// where the numbers are too large for either. Empty for an open signedness.
+struct Range {
+    std::string lowest;
+    std::string highest;
+    std::string resolution; ///< the distance of neighbours
+
+    /// Returns "lowest to highest", or an empty text.
+    std::string text() const;
+};
+
+Range rangeOf(const fxpDataTypeProp& record);
 
 } // namespace tvtool::fixedpoint

@@ -1,7 +1,7 @@
 #include "model/dimensions.h"
 
+#include "dims/fact_records.h"
 #include "dims/reading.h"
-#include "dims/text.h"
 #include "model/path.h"
 #include "text/quote.h"
 
@@ -179,7 +179,7 @@ void Dimensions::stateEqual(int size, std::uint64_t number, const fmi::Variable&
         remarks_.problem(variable.place, fmt::format("by variable {} {} is {}, which cannot be: {}",
                                                      text::quoted(variable.name),
                                                      text::shortened(table_.getDisplayString(size)),
-                                                     number, dims::reasonText(objection->reason)));
+                                                     number, objection->reason.text()));
     }
 }
 

@@ -42,7 +42,7 @@ class MapPicture {
     void draw() {
         svg_.text(margin, top_ - 30, "title", map_.name);
         const std::string path = map_.originalName.empty() ? "" : map_.originalName + ": ";
-        svg_.text(margin, top_ - 12, "note", path + summaryOf(map_) + "; padding is hatched");
+        svg_.text(margin, top_ - 12, "note", path + map_.summary() + "; padding is hatched");
         drawScale();
         for (const LayoutRow& row : map_.rows) {
             drawRow(row);
@@ -103,11 +103,11 @@ class MapPicture {
         const output::Box box = boxOf(row.depth, row.offset, row.size, !isStruct || isDeepest);
         const std::string bytes = fmt::format("offset {}, {} bytes", row.offset, row.size);
         if (row.kind == RowKind::Padding) {
-            svg_.rectangle(box, nameOf(row.kind), "padding, " + bytes);
+            svg_.rectangle(box, kindName(row.kind), "padding, " + bytes);
             return;
         }
         const bool isRoot = row.depth == 0;
-        svg_.rectangle(box, nameOf(row.kind),
+        svg_.rectangle(box, kindName(row.kind),
                        fmt::format("{} {}, {}", isRoot ? "struct" : row.path, row.type, bytes));
         svg_.label(box, isRoot ? map_.name : row.name, isRoot ? std::string() : row.type);
     }
@@ -165,12 +165,12 @@ class MapPicture {
 
 } // namespace
 
-void drawLayout(const LayoutFindings& findings, std::ostream& os) {
+void drawLayout(const MemoryMaps& maps, std::ostream& os) {
     output::Svg svg;
     double top = margin / 2;
     double width = 0;
     std::size_t drawn = 0;
-    for (const StructMap& map : findings.structs) {
+    for (const StructMap& map : maps.structs) {
         if (top > highestPicture) {
             break;
         }
@@ -180,7 +180,7 @@ void drawLayout(const LayoutFindings& findings, std::ostream& os) {
         top = picture.bottom() + gap;
         ++drawn;
     }
-    if (const std::size_t left = findings.structs.size() - drawn; left > 0) {
+    if (const std::size_t left = maps.structs.size() - drawn; left > 0) {
         svg.text(margin, top, "note",
                  fmt::format("{} more struct types have no room in this picture; name one to see "
                              "it alone",

@@ -3,7 +3,7 @@
 /// each level of nesting.
 #pragma once
 
-#include "model/layout.h"
+#include "model/memory_map.h"
 
 #include <ostream>
 
@@ -11,6 +11,6 @@ namespace tvtool::model {
 
 /// Draws all structs beneath each other, one SVG document that needs nothing else. What is too
 /// small, too deep or too much to be drawn is said in the picture.
-void drawLayout(const LayoutFindings& findings, std::ostream& os);
+void drawLayout(const MemoryMaps& maps, std::ostream& os);
 
 } // namespace tvtool::model

@@ -18,8 +18,6 @@ namespace tvtool::model {
 
 namespace {
 
-using model::LayoutRow;
-using model::RowKind;
 using TVTypeSys::DataType;
 using TVTypeSys::DataTypeTable;
 
@@ -159,9 +157,9 @@ class Mapper {
     std::vector<LayoutRow> rows_;
 };
 
-model::StructMap mapOf(const Model& model, const Structs::Type& type) {
+StructMap mapOf(const Model& model, const Structs::Type& type) {
     const DataTypeTable& table = model.types.table();
-    model::StructMap map;
+    StructMap map;
     map.id = type.id;
     map.name = table.getDataTypeAt(positionOf(type.id))->getName();
     map.originalName = model.types.originalNameOf(type.id);
@@ -191,10 +189,38 @@ std::string unknown(const Model& model, const std::string& name) {
 
 } // namespace
 
-model::LayoutFindings mapStructs(const Model& model, const std::string& name) {
-    model::LayoutFindings findings;
-    findings.hasStructuredNames = model.description->hasStructuredNames;
-    findings.problems = model.remarks.problems().size();
+const char* kindName(RowKind kind) {
+    switch (kind) {
+    case RowKind::Struct:
+        return "struct";
+    case RowKind::StructArray:
+        return "structArray";
+    case RowKind::Leaf:
+        return "leaf";
+    case RowKind::Padding:
+        return "padding";
+    }
+    return "";
+}
+
+std::string StructMap::summary() const {
+    const auto count = [](int number, const char* one, const char* many) {
+        return text::counted(static_cast<std::size_t>(number), one, many);
+    };
+    long long padding = 0;
+    for (const LayoutRow& row : rows) {
+        padding += row.kind == RowKind::Padding ? row.size : 0;
+    }
+    return fmt::format("{}, {} of padding, aligned to {}; {}, {}, {}", count(size, "byte", "bytes"),
+                       padding == 0 ? "none" : std::to_string(padding), alignment,
+                       count(elements, "element", "elements"), count(leaves, "leaf", "leaves"),
+                       count(scalars, "scalar", "scalars"));
+}
+
+MemoryMaps mapStructs(const Model& model, const std::string& name) {
+    MemoryMaps maps;
+    maps.hasStructuredNames = model.description->hasStructuredNames;
+    maps.problems = model.remarks.problems().size();
     if (!name.empty()) {
         const Structs::Type* type =
             model.structs.withId(model.types.table().getDataTypeId(name.c_str()));
@@ -202,15 +228,15 @@ model::LayoutFindings mapStructs(const Model& model, const std::string& name) {
         if (type == nullptr) {
             throw UnknownStruct(unknown(model, name));
         }
-        findings.structs.push_back(mapOf(model, *type));
-        return findings;
+        maps.structs.push_back(mapOf(model, *type));
+        return maps;
     }
     for (const Structs::Type& type : model.structs.all()) {
         if (type.isOutermost) {
-            findings.structs.push_back(mapOf(model, type));
+            maps.structs.push_back(mapOf(model, type));
         }
     }
-    return findings;
+    return maps;
 }
 
 } // namespace tvtool::model

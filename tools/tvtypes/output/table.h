@@ -1,5 +1,5 @@
 /// \file
-/// Aligned columns of text.
+/// Tables and labelled lines of text.
 #pragma once
 
 #include <fmt/color.h>
@@ -13,22 +13,34 @@ namespace tvtool::output {
 
 enum class Align { Left, Right };
 
-/// Rows under a heading, each column as wide as what stands in it. Widths are those that
-/// characters take on a screen.
+/// A heading and rows in aligned columns. Widths are display widths.
 class Table {
   public:
-    void addColumn(std::string heading, Align align);
-    /// One cell a column; an empty one is shown as "-".
+    /// Adds a column with the cells of the rows so far.
+    void addColumn(std::string heading, Align align, std::vector<std::string> cells = {});
+    /// Adds one cell to each column. An empty cell is printed as "-".
     void addRow(std::vector<std::string> cells);
     void print(std::ostream& os, fmt::text_style headingStyle) const;
 
   private:
-    std::string line(const std::vector<std::string>& cells) const;
+    struct Column {
+        std::string heading;
+        Align align;
+        std::vector<std::string> cells;
 
-    std::vector<std::string> headings_;
-    std::vector<Align> aligns_;
-    std::vector<std::size_t> widths_;
-    std::vector<std::vector<std::string>> rows_;
+        std::size_t width() const;
+    };
+
+    std::vector<Column> columns_;
 };
+
+/// Returns bold type, or no style without colour.
+fmt::text_style bold(bool colour);
+
+/// Returns bold type in a colour, or no style without colour.
+fmt::text_style bold(bool colour, fmt::terminal_color terminalColour);
+
+/// Prints the line "  label  text", or nothing for an empty text.
+void printField(const char* label, const std::string& text, std::ostream& os);
 
 } // namespace tvtool::output

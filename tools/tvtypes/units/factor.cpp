@@ -56,11 +56,11 @@ bool needsOffset(const FoundUnit& from, const FoundUnit& to) {
 
 } // namespace
 
-units::UnitFactor factorBetween(const std::string& fromText, const std::string& toText,
-                                TVTypeSys::UnitTable& table) {
+UnitFactor factorBetween(const std::string& fromText, const std::string& toText,
+                         TVTypeSys::UnitTable& table) {
     const FoundUnit from = findUnit(fromText, table);
     const FoundUnit to = findUnit(toText, table);
-    units::UnitFactor result;
+    UnitFactor result;
     result.from = from.reading.expression;
     result.to = to.reading.expression;
     try {

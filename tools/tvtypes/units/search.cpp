@@ -17,8 +17,8 @@ namespace {
 using TVTypeSys::UnitBase;
 using TVTypeSys::UnitDatabase;
 
-std::vector<units::UnitLine> linesOf(const std::function<bool(const UnitBase&)>& isWanted) {
-    std::vector<units::UnitLine> lines;
+std::vector<UnitLine> linesOf(const std::function<bool(const UnitBase&)>& isWanted) {
+    std::vector<UnitLine> lines;
     for (const auto& reference : UnitDatabase::getUnitDatabase()->getAllUnits()) {
         const UnitBase& unit = reference.get();
         if (isWanted(unit)) {
@@ -40,7 +40,7 @@ void expectOneOf(const char* kind, const std::string& word, const std::set<std::
 
 } // namespace
 
-std::vector<units::UnitWord> completions(const std::string& prefix) {
+std::vector<UnitWord> completions(const std::string& prefix) {
     struct Kind {
         UnitDatabase::SearchBy by;
         const char* name;
@@ -49,7 +49,7 @@ std::vector<units::UnitWord> completions(const std::string& prefix) {
                                          {UnitDatabase::SearchBySymbol, "symbol"},
                                          {UnitDatabase::SearchByAlias, "alias"}}};
     const UnitDatabase& database = *UnitDatabase::getUnitDatabase();
-    std::vector<units::UnitWord> words;
+    std::vector<UnitWord> words;
     for (const Kind& kind : kinds) {
         std::vector<std::u16string> found;
         database.getAutoCompleteUnitSuggestions(kind.by, text::toUtf16(prefix), found);
@@ -59,11 +59,11 @@ std::vector<units::UnitWord> completions(const std::string& prefix) {
                              units.empty() ? "" : text::toUtf8(units.begin()->get().name)});
         }
     }
-    std::ranges::stable_sort(words, {}, &units::UnitWord::word);
+    std::ranges::stable_sort(words, {}, &UnitWord::word);
     return words;
 }
 
-std::vector<units::UnitLine> unitsWith(const std::string& word) {
+std::vector<UnitLine> unitsWith(const std::string& word) {
     const std::string wanted = text::foldCase(word);
     const auto has = [&wanted](const std::string& text) {
         return text::foldCase(text).find(wanted) != std::string::npos;
@@ -77,7 +77,7 @@ std::vector<units::UnitLine> unitsWith(const std::string& word) {
     });
 }
 
-std::vector<units::UnitLine> unitsOf(const std::string& system, const std::string& quantity) {
+std::vector<UnitLine> unitsOf(const std::string& system, const std::string& quantity) {
     std::set<std::string> systems;
     std::set<std::string> quantities;
     for (const auto& reference : UnitDatabase::getUnitDatabase()->getAllUnits()) {

@@ -1,23 +1,37 @@
 /// \file
-/// Units of the database, looked for.
+/// Search in the units of the database.
 #pragma once
-
-#include "units/records.h"
 
 #include <string>
 #include <vector>
 
 namespace tvtool::units {
 
-/// The names, symbols and aliases that begin with a prefix, sorted.
-std::vector<units::UnitWord> completions(const std::string& prefix);
+/// A unit in a list.
+struct UnitLine {
+    std::string name;
+    std::string symbol;
+    std::string quantity;
+    std::string definition;
+    std::vector<std::string> systems;
+};
 
-/// The units of which the word stands in the name, the symbol, an alias, the quantity or the way in
-/// which they are shown. Upper and lower case are the same.
-std::vector<units::UnitLine> unitsWith(const std::string& word);
+/// A completion of a prefix.
+struct UnitWord {
+    std::string word;
+    const char* kind = ""; ///< "name", "symbol" or "alias"
+    std::string unit;      ///< name of the unit
+};
 
-/// The units of a system that measure a quantity; without either, all. Throws a text::ParseError
-/// for a system or a quantity that there is none of.
-std::vector<units::UnitLine> unitsOf(const std::string& system, const std::string& quantity);
+/// Returns the names, symbols and aliases that begin with a prefix, sorted.
+std::vector<UnitWord> completions(const std::string& prefix);
+
+/// Returns the units whose name, symbol, display, quantity or one of whose aliases contains the
+/// word, ignoring case.
+std::vector<UnitLine> unitsWith(const std::string& word);
+
+/// Returns the units of a system that measure a quantity; an empty text matches all. Throws a
+/// text::ParseError for a system or a quantity that no unit has.
+std::vector<UnitLine> unitsOf(const std::string& system, const std::string& quantity);
 
 } // namespace tvtool::units

@@ -1,4 +1,4 @@
-#include "fixedpoint/sheet.h"
+#include "fixedpoint/details.h"
 
 #include "exact/decimal.h"
 #include "fixedpoint/range.h"
@@ -52,8 +52,8 @@ std::string slopeOf(const fxpDataTypeProp& record) {
                : fmt::format("{} = {}", slopeStr(record), slopeFormula(record));
 }
 
-std::vector<fixedpoint::FixptConstructor> constructorsOf(const fxpDataTypeProp& record) {
-    std::vector<fixedpoint::FixptConstructor> constructors;
+std::vector<Constructor> constructorsOf(const fxpDataTypeProp& record) {
+    std::vector<Constructor> constructors;
     for (const auto& [baseName, base] :
          {std::pair("fixdt", FxpDT::PreferFixdt), {"numerictype", FxpDT::PreferNumericType}}) {
         for (const auto& [scalingName, scaling] :
@@ -91,34 +91,34 @@ std::optional<int> storageFor(const fxpDataTypeProp& record) {
 }
 
 /// Asks the table what it knows of the type.
-void addStorage(DataTypeTable& table, fixedpoint::FixptSheet& sheet) {
+void addStorage(DataTypeTable& table, TypeDetails& details) {
     const auto typeOf = [&](int id) -> const TVTypeSys::DataType& {
         return *table.getDataTypeAt(static_cast<std::size_t>(id) + 1);
     };
     const int id =
-        table.registerDataType(sheet.identifier.c_str(), DataTypeSourceUnchecked, nullptr);
-    sheet.isAtomic = typeOf(id).isAtomic();
-    if (isOpen(sheet.record) && sheet.record.DataTypeMode == FXP_DT_FIXPT) {
+        table.registerDataType(details.identifier.c_str(), DataTypeSourceUnchecked, nullptr);
+    details.isAtomic = typeOf(id).isAtomic();
+    if (isOpen(details.record) && details.record.DataTypeMode == FXP_DT_FIXPT) {
         return;
     }
     if (!DataTypeTable::checkForBuiltInDataType(id)) {
-        const std::optional<int> storage = storageFor(sheet.record);
+        const std::optional<int> storage = storageFor(details.record);
         if (!storage) {
             return;
         }
         table.setDataTypeStorageId(id, *storage);
     }
     const TVTypeSys::DataType& storage = typeOf(typeOf(id).getStorageId());
-    sheet.storage = storage.getName();
-    sheet.storageSize = storage.getSize();
+    details.storage = storage.getName();
+    details.storageSize = storage.getSize();
 }
 
-void addNotes(fixedpoint::FixptSheet& sheet) {
-    const auto note = [&](std::string sentence) { sheet.notes.push_back(std::move(sentence)); };
-    if (!sheet.text.empty() && sheet.text != sheet.identifier) {
+void addNotes(TypeDetails& details) {
+    const auto note = [&](std::string sentence) { details.notes.push_back(std::move(sentence)); };
+    if (!details.text.empty() && details.text != details.identifier) {
         constexpr std::size_t longest = 60;
-        note(fmt::format("the library writes {} for {}", sheet.identifier,
-                         text::shortened(sheet.text, longest)));
+        note(fmt::format("the library writes {} for {}", details.identifier,
+                         text::shortened(details.text, longest)));
     }
     const auto noteIfRounded = [&](const char* what, const std::string& decimal,
                                    const exact::Number& number) {
@@ -126,23 +126,23 @@ void addNotes(fixedpoint::FixptSheet& sheet) {
             note(fmt::format("the {} is the double nearest to {}", what, decimal));
         }
     };
-    if (hasScaling(sheet.record)) {
-        const bool isPowerOfTwo = sheet.record.SlopeAdjustmentFactor == 1.0;
-        if (isSlopeNormal(sheet.record) && !isPowerOfTwo) {
-            noteIfRounded("slope", slopeStr(sheet.record), exactSlopeOf(sheet.record));
+    if (hasScaling(details.record)) {
+        const bool isPowerOfTwo = details.record.SlopeAdjustmentFactor == 1.0;
+        if (isSlopeNormal(details.record) && !isPowerOfTwo) {
+            noteIfRounded("slope", slopeStr(details.record), exactSlopeOf(details.record));
         } else {
-            noteIfRounded("factor", slopeAdjustmentFactorStr(sheet.record),
-                          exact::Number(sheet.record.SlopeAdjustmentFactor));
+            noteIfRounded("factor", slopeAdjustmentFactorStr(details.record),
+                          exact::Number(details.record.SlopeAdjustmentFactor));
         }
-        noteIfRounded("bias", biasStr(sheet.record), exact::Number(sheet.record.Bias));
+        noteIfRounded("bias", biasStr(details.record), exact::Number(details.record.Bias));
     }
-    if (sheet.record.DataTypeMode == FXP_DT_SCALED_DOUBLE) {
+    if (details.record.DataTypeMode == FXP_DT_SCALED_DOUBLE) {
         note("it holds doubles, so no word limits its range and resolution");
     }
-    if (isOpen(sheet.record)) {
+    if (isOpen(details.record)) {
         note("the signedness is open, and the identifier is that of the unsigned type");
-    } else if (sheet.storage.empty()) {
-        note(fmt::format("no built-in type has room for {} bits", sheet.record.WordLength));
+    } else if (details.storage.empty()) {
+        note(fmt::format("no built-in type has room for {} bits", details.record.WordLength));
     }
 }
 
@@ -159,21 +159,21 @@ void setAtomic(const std::vector<int>& wordLengths, DataTypeTable& table) {
     }
 }
 
-fixedpoint::FixptSheet sheetOf(const std::string& text, const fxpDataTypeProp& record,
-                               DataTypeTable& table) {
-    fixedpoint::FixptSheet sheet;
-    sheet.text = text;
-    sheet.record = record;
-    sheet.identifier = fxpDataTypeToIdentifierString(&record);
-    sheet.fixedPointName =
+TypeDetails typeDetails(const std::string& text, const fxpDataTypeProp& record,
+                        DataTypeTable& table) {
+    TypeDetails details;
+    details.text = text;
+    details.record = record;
+    details.identifier = fxpDataTypeToIdentifierString(&record);
+    details.fixedPointName =
         hasScaling(record) ? fxpDataTypeToIdentifierStringTrueFixPt(&record) : "";
-    sheet.kind = kindOf(record, sheet.identifier);
-    sheet.slope = hasScaling(record) ? slopeOf(record) : "";
-    sheet.range = rangeOf(record);
-    sheet.constructors = constructorsOf(record);
-    addStorage(table, sheet);
-    addNotes(sheet);
-    return sheet;
+    details.kind = kindOf(record, details.identifier);
+    details.slope = hasScaling(record) ? slopeOf(record) : "";
+    details.range = rangeOf(record);
+    details.constructors = constructorsOf(record);
+    addStorage(table, details);
+    addNotes(details);
+    return details;
 }
 
 } // namespace tvtool::fixedpoint

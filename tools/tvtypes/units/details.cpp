@@ -1,4 +1,4 @@
-#include "units/sheet.h"
+#include "units/details.h"
 
 #include "text/utf16.h"
 #include "units/found.h"
@@ -19,7 +19,7 @@ using TVTypeSys::UnitBase;
 constexpr std::size_t mostConvertible = 12;
 
 /// The units that the library converts to, the nearest in size first.
-void listConvertible(const FoundUnit& found, units::UnitSheet& sheet) {
+void listConvertible(const FoundUnit& found, UnitDetails& details) {
     std::vector<std::pair<double, std::string>> names;
     for (const auto& reference : TVTypeSys::UnitDatabase::getUnitDatabase()->getAllUnits()) {
         const UnitBase& other = reference.get();
@@ -30,57 +30,58 @@ void listConvertible(const FoundUnit& found, units::UnitSheet& sheet) {
         }
     }
     std::ranges::sort(names);
-    sheet.convertibleCount = names.size();
+    details.convertibleCount = names.size();
     for (const auto& [distance, name] : names) {
-        if (sheet.convertible.size() < mostConvertible) {
-            sheet.convertible.push_back(name);
+        if (details.convertible.size() < mostConvertible) {
+            details.convertible.push_back(name);
         }
     }
 }
 
-void addMeaning(const Meaning& meaning, units::UnitSheet& sheet) {
-    sheet.base = productText(meaning.powers);
-    sheet.factor = exact::fractionText(meaning.factor);
-    sheet.factorDecimal = static_cast<double>(meaning.factor);
+void addMeaning(const Meaning& meaning, UnitDetails& details) {
+    details.base = productText(meaning.powers);
+    details.factor = exact::fractionText(meaning.factor);
+    details.factorDecimal = static_cast<double>(meaning.factor);
     if (meaning.offset != 0) {
-        sheet.conversion = conversionText({meaning.factor, meaning.offset});
+        details.conversion = conversionText({meaning.factor, meaning.offset});
     }
     if (meaning.offsetInProduct != nullptr) {
-        sheet.notes.push_back(fmt::format("{} has an offset, which counts for nothing in a product",
-                                          text::toUtf8(meaning.offsetInProduct->name)));
+        details.notes.push_back(
+            fmt::format("{} has an offset, which counts for nothing in a product",
+                        text::toUtf8(meaning.offsetInProduct->name)));
     }
 }
 
 } // namespace
 
-units::UnitSheet sheetOf(const std::string& text, TVTypeSys::UnitTable& table) {
+UnitDetails unitDetails(const std::string& text, TVTypeSys::UnitTable& table) {
     const FoundUnit found = findUnit(text, table);
     const UnitBase& unit = *found.unit;
-    units::UnitSheet sheet;
-    sheet.text = text;
-    sheet.expression = found.reading.expression;
-    sheet.name = text::toUtf8(unit.name);
-    sheet.symbol = text::toUtf8(unit.symbol);
-    sheet.display = unit.display;
-    std::ranges::transform(unit.aliases, std::back_inserter(sheet.aliases), text::toUtf8);
-    sheet.definition = found.isNamed ? definitionOf(unit) : "";
-    sheet.quantity = quantityOf(unit);
+    UnitDetails details;
+    details.text = text;
+    details.expression = found.reading.expression;
+    details.name = text::toUtf8(unit.name);
+    details.symbol = text::toUtf8(unit.symbol);
+    details.display = unit.display;
+    std::ranges::transform(unit.aliases, std::back_inserter(details.aliases), text::toUtf8);
+    details.definition = found.isNamed ? definitionOf(unit) : "";
+    details.quantity = quantityOf(unit);
     std::ostringstream canonical;
     unit.displayCanonicalForm(canonical);
-    sheet.canonical = canonical.str();
+    details.canonical = canonical.str();
     if (found.meaning) {
-        addMeaning(*found.meaning, sheet);
+        addMeaning(*found.meaning, details);
     }
-    sheet.systems = systemsOf(unit);
+    details.systems = systemsOf(unit);
     if (found.reading.factor == 1) {
-        listConvertible(found, sheet);
+        listConvertible(found, details);
     } else {
-        sheet.notes.push_back(fmt::format(
+        details.notes.push_back(fmt::format(
             "an expression has no room for the number {}; the library leaves it out, the factor "
             "here has it",
             exact::fractionText(found.reading.factor)));
     }
-    return sheet;
+    return details;
 }
 
 } // namespace tvtool::units

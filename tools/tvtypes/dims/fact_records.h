@@ -1,29 +1,18 @@
 /// \file
-/// What is to be said of symbolic dimensions: the records from which every form of it is printed.
+/// The results of checking facts about sizes, from which every form of the report is printed.
 ///
-/// Texts are as they were given or as the library writes them; whoever prints them makes them safe
-/// to show.
+/// Texts are as given or as the library prints them; they are not safe to print.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace tvtool::dims {
 
-/// All about one expression.
-struct DimsSheet {
-    std::string text; ///< as it was asked for
-    int id = 0;
-    std::string simplified;
-    int simplifiedId = 0;
-    std::string size; ///< of a list of several dimensions: their product; else empty
-    int sizeId = 0;
-    std::string obstacle;             ///< what kept it from being simplified; else empty
-    std::optional<std::size_t> equal; ///< the first sheet with the same simplest form, if ahead
-};
+/// The longest text of a dimension, in bytes, that reports show in full.
+inline constexpr std::size_t longestText = 200;
 
 /// A fact that leads to another, shortened.
 struct DimsStep {
@@ -35,8 +24,11 @@ struct DimsStep {
 /// Why something holds: by a chain of facts, or as the sentence says.
 struct DimsReason {
     std::vector<DimsStep> steps;
-    std::size_t omitted = 0; ///< how many steps are left out in the middle
+    std::size_t omitted = 0; ///< number of steps left out in the middle
     std::string sentence;
+
+    /// Returns the reason in one line, safe to print.
+    std::string text() const;
 };
 
 struct DimsAnswer {
@@ -47,7 +39,7 @@ struct DimsAnswer {
     Known all = Known::Nothing;     ///< what follows from all that is stated
     DimsReason reason;
 };
-const char* nameOf(DimsAnswer::Known known);
+const char* answerName(DimsAnswer::Known known);
 
 struct DimsObjection {
     std::uint64_t line = 0;

@@ -1,0 +1,213 @@
+#include "dims/report.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <optional>
+
+namespace tvtool::dims {
+
+namespace {
+
+using output::none;
+
+std::string shown(const std::string& text) {
+    return text::safeText(text::shortened(text, longestText));
+}
+
+std::optional<std::uint64_t> lineNumber(std::uint64_t line) {
+    return line == 0 ? std::nullopt : std::optional(line);
+}
+
+template <class Record>
+std::optional<std::uint64_t> lineOf(const Record& record) {
+    return lineNumber(record.line);
+}
+
+std::string blocksText(const DimsFact& fact) {
+    constexpr std::size_t most = 5;
+    constexpr std::size_t longest = 40;
+    std::vector<std::string> blocks;
+    for (std::size_t i = 0; i < std::min(fact.blocks.size(), most); ++i) {
+        blocks.push_back(text::safeText(text::shortened(fact.blocks[i], longest)));
+    }
+    const std::string text = fmt::format("{}", fmt::join(blocks, ", "));
+    return fact.blocks.size() > most
+               ? fmt::format("{} and {} more", text, fact.blocks.size() - most)
+               : text;
+}
+
+std::string simplifiedText(const DimsDetails& dims) {
+    return fmt::format("{} (id {})", shown(dims.simplified), dims.simplifiedId);
+}
+
+std::string obstacleText(const DimsDetails& dims) {
+    const char* const extent = dims.id == dims.simplifiedId ? "" : " in part";
+    return dims.obstacle.empty()
+               ? ""
+               : fmt::format("stays as it is{}: {}", extent, shown(dims.obstacle));
+}
+
+std::string sizeText(const DimsDetails& dims) {
+    return dims.size.empty() ? "" : fmt::format("{} (id {})", shown(dims.size), *dims.sizeId);
+}
+
+using Detail = output::Column<DimsDetails>;
+
+const output::Columns<DimsDetails> detailColumns{
+    {none, "text", &DimsDetails::text},
+    {"id", "id", &DimsDetails::id},
+    Detail("simplified", "simplified", &DimsDetails::simplified).shownAs(simplifiedText),
+    {none, "simplifiedId", &DimsDetails::simplifiedId},
+    Detail("note", none, &DimsDetails::obstacle).shownAs(obstacleText),
+    Detail("size", "size", &DimsDetails::size).shownAs(sizeText),
+    {none, "sizeId", &DimsDetails::sizeId},
+    {none, "obstacle", &DimsDetails::obstacle},
+    {none, "equals", &DimsDetails::equal},
+};
+
+const output::Columns<DimsStep> stepColumns{
+    {none, "text", &DimsStep::text},
+    {none, "line", lineOf<DimsStep>},
+    {none, "block", &DimsStep::block},
+};
+
+const output::Columns<DimsReason> reasonColumns{
+    {none, "steps",
+     [](const DimsReason& reason) { return output::jsonArray(reason.steps, stepColumns); }},
+    {none, "omitted", &DimsReason::omitted},
+    {none, "sentence", &DimsReason::sentence},
+};
+
+template <class Record>
+boost::json::value reasonObject(const Record& record) {
+    return output::jsonObject(record.reason, reasonColumns);
+}
+
+const output::Columns<DimsAnswer> answerColumns{
+    {none, "line", &DimsAnswer::line},
+    {none, "text", &DimsAnswer::text},
+    {none, "answer", [](const DimsAnswer& answer) { return answerName(answer.library); }},
+    {none, "follows", [](const DimsAnswer& answer) { return answerName(answer.all); }},
+    {none, "because", reasonObject<DimsAnswer>},
+};
+
+const output::Columns<DimsObjection> objectionColumns{
+    {none, "line", &DimsObjection::line},           {none, "text", &DimsObjection::text},
+    {none, "block", &DimsObjection::block},         {none, "refused", &DimsObjection::isRefused},
+    {none, "because", reasonObject<DimsObjection>},
+};
+
+const output::Columns<DimsNote> noteColumns{
+    {none, "line", lineOf<DimsNote>},
+    {none, "sentence", &DimsNote::sentence},
+};
+
+const output::Columns<DimsFault> faultColumns{
+    {none, "line", &DimsFault::line},
+    {none, "column", &DimsFault::column},
+    {none, "sentence", &DimsFault::sentence},
+};
+
+const output::Columns<FactReport> reportColumns{
+    {none, "file", [](const FactReport& report) { return boost::json::value(report.file); }},
+    {none, "stated", &FactReport::stated},
+    {none, "answers",
+     [](const FactReport& report) { return output::jsonArray(report.answers, answerColumns); }},
+    {none, "contradictions",
+     [](const FactReport& report) {
+         return output::jsonArray(report.objections, objectionColumns);
+     }},
+    {none, "notes",
+     [](const FactReport& report) { return output::jsonArray(report.notes, noteColumns); }},
+    {none, "facts",
+     [](const FactReport& report) { return output::jsonArray(report.facts, factColumns); }},
+    {none, "faults",
+     [](const FactReport& report) { return output::jsonArray(report.faults, faultColumns); }},
+    {none, "lastLine", [](const FactReport& report) { return lineNumber(report.lastLine); }},
+};
+
+std::string answerText(const DimsAnswer& answer) {
+    const std::string reason = answer.reason.text();
+    if (answer.library != DimsAnswer::Known::Nothing) {
+        return fmt::format("{}: {}", answerName(answer.library), reason);
+    }
+    return answer.all == DimsAnswer::Known::Nothing
+               ? "not known"
+               : fmt::format("not known to the library; {}: {}", answerName(answer.all), reason);
+}
+
+std::string objectionText(const DimsObjection& objection) {
+    const std::string block =
+        objection.block.empty() ? "" : fmt::format(" ({})", shown(objection.block));
+    return fmt::format("{}{} {}: {}", shown(objection.text), block,
+                       objection.isRefused ? "is refused"
+                                           : "cannot hold, though the library accepts it",
+                       objection.reason.text());
+}
+
+/// Prints a heading and a line for each record, with the file and the line of the record.
+template <class Record, class Text>
+void printRecords(const char* heading, fmt::text_style style, const std::string& file,
+                  const std::vector<Record>& records, const Text& text, std::ostream& os) {
+    if (records.empty()) {
+        return;
+    }
+    os << '\n' << fmt::format(style, "{}", heading) << '\n';
+    for (const Record& record : records) {
+        const std::string line = record.line == 0 ? "" : fmt::format(":{}", record.line);
+        os << fmt::format("{}{}: {}\n", text::safeText(file), line, text(record));
+    }
+}
+
+} // namespace
+
+const output::Columns<DimsFact> factColumns{
+    {"id", "id", &DimsFact::id},
+    output::Column<DimsFact>("fact", "text", &DimsFact::text).shortenedTo(longestText),
+    output::Column<DimsFact>("stated by", "blocks", &DimsFact::blocks).shownAs(blocksText),
+};
+
+void printText(const std::vector<DimsDetails>& dimensions, bool colour, std::ostream& os) {
+    const char* separator = "";
+    for (const DimsDetails& dims : dimensions) {
+        os << separator << fmt::format(output::bold(colour), "{}", shown(dims.text)) << '\n';
+        output::printFields(dims, detailColumns, os);
+        if (dims.equal) {
+            output::printField("equals", shown(dimensions[*dims.equal].text), os);
+        }
+        separator = "\n";
+    }
+}
+
+void printJson(const std::vector<DimsDetails>& dimensions, std::ostream& os) {
+    output::printJson({{"dimensions", output::jsonArray(dimensions, detailColumns)}}, os);
+}
+
+void printText(const FactReport& report, bool isListed, bool colour, std::ostream& os) {
+    os << fmt::format("{}: {}, {}, {}\n", text::safeText(report.file),
+                      text::counted(report.stated, "fact", "facts"),
+                      text::counted(report.answers.size(), "question", "questions"),
+                      text::counted(report.objections.size(), "contradiction", "contradictions"));
+    printRecords(
+        "Answers", output::bold(colour), report.file, report.answers,
+        [](const DimsAnswer& answer) {
+            return fmt::format("{} ? {}", shown(answer.text), answerText(answer));
+        },
+        os);
+    printRecords("Contradictions", output::bold(colour, fmt::terminal_color::red), report.file,
+                 report.objections, objectionText, os);
+    printRecords(
+        "Notes", output::bold(colour, fmt::terminal_color::yellow), report.file, report.notes,
+        [](const DimsNote& note) { return shown(note.sentence); }, os);
+    if (isListed) {
+        output::printSection(report.facts, factColumns, output::bold(colour), os);
+    }
+}
+
+void printJson(const FactReport& report, std::ostream& os) {
+    output::printJson(output::jsonObject(report, reportColumns), os);
+}
+
+} // namespace tvtool::dims

@@ -1,0 +1,45 @@
+/// \file
+/// The details of one numeric type.
+#pragma once
+
+#include "fixedpoint/range.h"
+
+#include <tvtypes/datatypetable.h>
+
+#include <string>
+#include <vector>
+
+namespace tvtool::fixedpoint {
+
+/// A constructor string in one of its forms.
+struct Constructor {
+    const char* base = "";    ///< the function: "fixdt" or "numerictype"
+    const char* scaling = ""; ///< "fraction length", "slope and bias" or "no scaling"
+    std::string text;
+};
+
+struct TypeDetails {
+    std::string text; ///< the name, as given; empty for a type given by options
+    fxpDataTypeProp record{};
+    std::string identifier;
+    std::string fixedPointName; ///< even for a built-in type; empty for a type without scaling
+    std::string kind;
+    std::string slope; ///< 0.0625 = 2^-4; empty for a type without scaling
+    Range range;
+    std::string storage; ///< name of the built-in type that stores it; empty if there is none
+    int storageSize = 0; ///< bytes
+    bool isAtomic = false;
+    std::vector<Constructor> constructors;
+    std::vector<std::string> notes;
+};
+
+/// Sets the word lengths that the target accesses atomically. Types of 8, 16 and 32 bits follow the
+/// built-in integers. Must be called before types are registered.
+void setAtomic(const std::vector<int>& wordLengths, TVTypeSys::DataTypeTable& table);
+
+/// Registers the type of a valid record in the table, sets its storage, and returns its details.
+/// `text` is the name by which it was given, or empty.
+TypeDetails typeDetails(const std::string& text, const fxpDataTypeProp& record,
+                        TVTypeSys::DataTypeTable& table);
+
+} // namespace tvtool::fixedpoint

@@ -1,0 +1,174 @@
+/// \file
+/// Reports declared once: a list of columns over a record type, from which both the table and the
+/// JSON come.
+///
+/// A column has a heading for the table, a member name for the JSON, and a value that is computed
+/// from the record:
+///
+///     const Columns<Word> wordColumns{
+///         {"word", "word", &Word::text},
+///         {"is", "kind", &Word::kind},
+///         {"of", "unit", [](const Word& word) { return word.unit.name; }},
+///     };
+#pragma once
+
+#include "output/json.h"
+#include "output/table.h"
+#include "text/quote.h"
+#include "text/safe_text.h"
+
+#include <boost/json.hpp>
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace tvtool::output {
+
+/// In place of a heading or a member name: the column is missing from the table, or from the JSON.
+inline constexpr const char* none = nullptr;
+
+template <class Row>
+class Column {
+  public:
+    using Value = std::function<boost::json::value(const Row&)>;
+    using Text = std::function<std::string(const Row&)>;
+
+    /// \param value a member of the row, or a function of the row; see jsonValue() for the types.
+    ///        Numbers are aligned to the right.
+    template <class Function>
+    Column(const char* heading, const char* member, Function value)
+        : heading_(heading),
+          member_(member),
+          align_(alignOf<Function>()),
+          value_([value](const Row& row) { return jsonValue(std::invoke(value, row)); }) {}
+
+    /// The table shows this text of the row instead of the value. It must be safe to print.
+    Column shownAs(Text text) && {
+        text_ = std::move(text);
+        return std::move(*this);
+    }
+    /// The table shows texts shortened to this number of bytes.
+    Column shortenedTo(std::size_t longest) && {
+        longest_ = longest;
+        return std::move(*this);
+    }
+    Column alignedRight() && {
+        align_ = Align::Right;
+        return std::move(*this);
+    }
+    /// The table has the column only if some row has a text in it.
+    Column ifAny() && {
+        isOptional_ = true;
+        return std::move(*this);
+    }
+
+    const char* heading() const { return heading_; }
+    const char* member() const { return member_; }
+    Align align() const { return align_; }
+    bool isOptional() const { return isOptional_; }
+    boost::json::value value(const Row& row) const { return value_(row); }
+    /// Returns the text of a cell, safe to print; empty if there is no value.
+    std::string text(const Row& row) const {
+        return text_ ? text_(row) : cellText(value_(row), longest_);
+    }
+
+  private:
+    template <class Function>
+    static constexpr Align alignOf() {
+        using Result = std::remove_cvref_t<std::invoke_result_t<Function, const Row&>>;
+        return isNumeric<Result> ? Align::Right : Align::Left;
+    }
+
+    const char* heading_;
+    const char* member_;
+    Align align_;
+    bool isOptional_ = false;
+    std::size_t longest_ = static_cast<std::size_t>(-1);
+    Value value_;
+    Text text_;
+};
+
+template <class Row>
+using Columns = std::vector<Column<Row>>;
+
+template <class Row>
+boost::json::object jsonObject(const Row& row, const Columns<Row>& columns) {
+    boost::json::object object;
+    for (const Column<Row>& column : columns) {
+        if (column.member() != none) {
+            object.emplace(column.member(), column.value(row));
+        }
+    }
+    return object;
+}
+
+template <class Row>
+boost::json::array jsonArray(const std::vector<Row>& rows, const Columns<Row>& columns) {
+    boost::json::array array;
+    array.reserve(rows.size());
+    for (const Row& row : rows) {
+        array.push_back(jsonObject(row, columns));
+    }
+    return array;
+}
+
+/// Prints a heading and a line for each row. An empty cell is shown as "-".
+template <class Row>
+void printTable(const std::vector<Row>& rows, const Columns<Row>& columns,
+                fmt::text_style headingStyle, std::ostream& os) {
+    Table table;
+    for (const Column<Row>& column : columns) {
+        if (column.heading() != none) {
+            std::vector<std::string> cells;
+            cells.reserve(rows.size());
+            bool isEmpty = true;
+            for (const Row& row : rows) {
+                cells.push_back(column.text(row));
+                isEmpty = isEmpty && cells.back().empty();
+            }
+            if (!column.isOptional() || !isEmpty) {
+                table.addColumn(column.heading(), column.align(), std::move(cells));
+            }
+        }
+    }
+    table.print(os, headingStyle);
+}
+
+/// Prints an empty line and the table, or nothing without rows.
+template <class Row>
+void printSection(const std::vector<Row>& rows, const Columns<Row>& columns,
+                  fmt::text_style headingStyle, std::ostream& os) {
+    if (!rows.empty()) {
+        os << '\n';
+        printTable(rows, columns, headingStyle, os);
+    }
+}
+
+/// Prints the table, or a line with `noRows` without rows.
+template <class Row>
+void printList(const std::vector<Row>& rows, const Columns<Row>& columns, const char* noRows,
+               fmt::text_style headingStyle, std::ostream& os) {
+    if (rows.empty()) {
+        os << noRows << '\n';
+    } else {
+        printTable(rows, columns, headingStyle, os);
+    }
+}
+
+/// Prints a line "  label  text" for each column with a heading and a text.
+template <class Row>
+void printFields(const Row& row, const Columns<Row>& columns, std::ostream& os) {
+    for (const Column<Row>& column : columns) {
+        if (column.heading() != none) {
+            printField(column.heading(), column.text(row), os);
+        }
+    }
+}
+
+} // namespace tvtool::output

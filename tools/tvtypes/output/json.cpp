@@ -1,0 +1,48 @@
+#include "output/json.h"
+
+#include "text/quote.h"
+#include "text/safe_text.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+
+namespace tvtool::output {
+
+namespace json = boost::json;
+
+json::value jsonValue(std::string_view text) {
+    return text.empty() ? json::value(nullptr) : json::value(text);
+}
+
+json::value jsonValue(double number) {
+    return std::isfinite(number) ? json::value(number) : json::value(nullptr);
+}
+
+std::string cellText(const json::value& value, std::size_t longest) {
+    switch (value.kind()) {
+    case json::kind::null:
+        return {};
+    case json::kind::bool_:
+        return value.get_bool() ? "yes" : "no";
+    case json::kind::string:
+        return text::safeText(text::shortened(value.get_string(), longest));
+    case json::kind::array: {
+        std::string list;
+        for (const json::value& entry : value.get_array()) {
+            list += (list.empty() ? "" : ", ") + cellText(entry, longest);
+        }
+        return list;
+    }
+    case json::kind::double_:
+        return fmt::format("{}", value.get_double());
+    default:
+        return json::serialize(value);
+    }
+}
+
+void printJson(const json::object& object, std::ostream& os) {
+    os << text::safeText(json::serialize(object)) << '\n';
+}
+
+} // namespace tvtool::output
