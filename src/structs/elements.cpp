@@ -1,6 +1,6 @@
 #include "structs/elements.h"
 
-#include "services/refuse.h"
+#include "services/errors.h"
 
 #include <tvtypes/datatypetable.h>
 
@@ -38,7 +38,7 @@ StructDataType* structAt(const DataTypeTable& table, int id) {
 StructDataType& structOf(const DataTypeTable& table, int id) {
     StructDataType* const type = structAt(table, id);
     if (type == nullptr) {
-        refuse(general::InvalidDataTypeId(id));
+        throwError(general::InvalidDataTypeId(id));
     }
     return *type;
 }
@@ -74,7 +74,7 @@ int complexWidthOf(const StructElement& element) {
 }
 
 void refuseIndex(const StructDataType& type, int index) {
-    refuse(general::InvalidStructIndex(textOf(type.getName()), index));
+    throwError(general::InvalidStructIndex(orEmpty(type.getName()), index));
 }
 
 } // namespace TVTypeSys
