@@ -31,11 +31,12 @@ class TVTYPES_API AliasDataType : public DataType {
     ~AliasDataType() override;
 
     /// \name Definition
+    /// @{
+
     /// The getters forward to the type at the end of the chain. The setters throw
     /// CannotSetDataType...OfAlias (name), where ... is Size, ConvertBetween, GreaterThan,
     /// GreaterEqual, IsNegative, IsPositive, StorageId, Ground, Properties, PropertiesSize,
     /// IsAtomic or GroundHasNonZero. Exceptions are noted.
-    /// @{
     int getSize() const override;
     void setSize(int newSize) override;
     ConvertBetweenFcn getConvertBetweenFcn() const override;
@@ -92,8 +93,9 @@ class TVTYPES_API AliasDataType : public DataType {
     void updateAliasedThruToType(DataType* type) override;
 
     /// \name Ignored setters
-    /// Do nothing: only the table changes the targets of an alias.
     /// @{
+
+    /// Do nothing: only the table changes the targets of an alias.
     virtual void setIdAliasedTo(int id);
     virtual void setIdAliasedThruTo(int id);
     /// @}

@@ -25,8 +25,9 @@ class TVTYPES_API AutoDataType : public BuiltInDataType {
     ~AutoDataType() override;
 
     /// \name Ignored setters
-    /// Do nothing.
     /// @{
+
+    /// Do nothing.
     void setSize(int newSize) override;
     void setConvertBetweenFcn(ConvertBetweenFcn function) override;
     void setGreaterThanFcn(GreaterThanFcn function) override;
@@ -43,10 +44,11 @@ class TVTYPES_API AutoDataType : public BuiltInDataType {
 };
 
 /// \name Process-wide copies of the definitions of built-in types
+/// @{
+
 /// Filled by DataTypeTable::initializeBuiltInDataTypes: "auto" and the built-in types by id + 1,
 /// and the predefined types by id - 9. All but the first keep an empty name and the id -10. For
 /// reading only; the library does not read them.
-/// @{
 extern TVTYPES_API BuiltInDataType BuiltInDataTypes[10];
 extern TVTYPES_API BuiltInDataType PreDefinedDataTypes[5];
 /// @}

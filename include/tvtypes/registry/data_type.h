@@ -62,16 +62,18 @@ class TVTYPES_API DataType {
     virtual void setSize(int newSize);
 
     /// \name Lock against becoming an alias
+    /// @{
+
     /// True if the type has a definition and cannot become an alias. Setters of the definition set
     /// it. Same flag as getIsAliasToLocked, except in an alias.
-    /// @{
     virtual void setAliasedToLocked(bool locked);
     virtual bool getAliasedToLocked() const;
     /// @}
 
     /// \name Functions on values
-    /// Return the function, or null if it is not set.
     /// @{
+
+    /// Return the function, or null if it is not set.
     virtual ConvertBetweenFcn getConvertBetweenFcn() const;
     virtual IsPositiveFcn getIsPositiveFcn() const;
     virtual IsNegativeFcn getIsNegativeFcn() const;
@@ -80,12 +82,13 @@ class TVTYPES_API DataType {
     /// @}
 
     /// \name Setters of functions on values
+    /// @{
+
     /// Set a function. Null is accepted while none is set.
     ///
     /// Throw CannotSetDataType...OfAlias (name) for an alias, and InconsistentDataType...Fcn (name)
     /// if another function is set, where ... is ConvertBetween, GreaterThan, GreaterEqual,
     /// IsNegative or IsPositive.
-    /// @{
     virtual void setConvertBetweenFcn(ConvertBetweenFcn function);
     virtual void setGreaterThanFcn(GreaterThanFcn function);
     virtual void setGreaterEqualFcn(GreaterEqualFcn function);
@@ -100,18 +103,20 @@ class TVTYPES_API DataType {
     virtual int getIdAliasedThruTo() const;
 
     /// \name Representation on the target
+    /// @{
+
     /// Return the transfer functions (null if not set) and the size of one value on the target in
     /// bytes (0 if not set).
-    /// @{
     virtual HostToTargetFcn getHostToTargetFcn() const;
     virtual TargetToHostFcn getTargetToHostFcn() const;
     virtual int getTargetSize() const;
     /// @}
 
     /// \name Setters of transfer functions
+    /// @{
+
     /// Set a transfer function. Both throw InConsistentTargetToHostFcn () if another function is
     /// set.
-    /// @{
     virtual void setHostToTargetFcn(HostToTargetFcn function);
     virtual void setTargetToHostFcn(TargetToHostFcn function);
     /// @}
@@ -124,8 +129,9 @@ class TVTYPES_API DataType {
     /// Sets the storage id without a check; DataTypeTable::setDataTypeStorageId checks it.
     virtual void setStorageId(int storageId);
     /// \name Field for tests of clients
-    /// An id that the library initialises and does not read.
     /// @{
+
+    /// An id that the library initialises and does not read.
     virtual int getIdAliasedToForTesting() const;
     virtual void setIdAliasedToForTesting(int id);
     /// @}
@@ -163,16 +169,18 @@ class TVTYPES_API DataType {
     virtual void setPropertiesSize(int newSize);
 
     /// \name Record of the code generator
-    /// Pointer to the code generator's record of this type; not owned, null by default.
     /// @{
+
+    /// Pointer to the code generator's record of this type; not owned, null by default.
     virtual CG::Type* getCGType() const;
     virtual void setCGType(CG::Type* type);
     /// @}
 
     /// \name Classification of this type
+    /// @{
+
     /// Return the result of the static function of the same subject below, for the id (and the
     /// name) of this type.
-    /// @{
     virtual bool isIntDataType() const;
     virtual bool isUnsignedIntDataType() const;
     virtual bool isSignedIntDataType() const;
@@ -202,14 +210,16 @@ class TVTYPES_API DataType {
     virtual void print(std::ostream& os) const;
 
     /// \name Access on the target
-    /// Whether the target reads and writes a value in one access; false by default.
     /// @{
+
+    /// Whether the target reads and writes a value in one access; false by default.
     virtual bool isAtomic() const;
     virtual void setIsAtomic(bool isAtomic);
     /// @}
     /// \name Stored form of the ground value
-    /// Whether the stored form of the ground value has bytes other than zero; true by default.
     /// @{
+
+    /// Whether the stored form of the ground value has bytes other than zero; true by default.
     virtual bool groundHasNonZeroStoredValue() const;
     virtual void setGroundHasNonZeroStoredValue(bool hasNonZero);
     /// @}
@@ -218,31 +228,35 @@ class TVTYPES_API DataType {
     virtual std::vector<int> dependsOn() const;
 
     /// \name Visited flag
+    /// @{
+
     /// Flag for walks over alias chains. Const lookups write it, so two of them must not run at
     /// the same time.
-    /// @{
     virtual bool getVisitFlag() const;
     virtual void setVisitFlag(bool visited) const;
     /// @}
 
     /// \name Lock against becoming an alias, second form
-    /// Same flag as getAliasedToLocked; the getter of an alias always returns true.
     /// @{
+
+    /// Same flag as getAliasedToLocked; the getter of an alias always returns true.
     virtual bool getIsAliasToLocked() const;
     virtual void setIsAliasToLocked(bool locked);
     /// @}
 
     /// \name Replacement of an alias target
+    /// @{
+
     /// Called by the table when it has replaced the record of the direct target, or of the type at
     /// the end of the chain, by `type`. Do nothing unless the type is an alias.
-    /// @{
     virtual void updateAliasedToType(DataType* type);
     virtual void updateAliasedThruToType(DataType* type);
     /// @}
 
     /// \name Classification by id
-    /// Return whether the built-in type `id` is in the class; false for any other id.
     /// @{
+
+    /// Return whether the built-in type `id` is in the class; false for any other id.
     static bool isDataTypeFloatDT(int id);
     static bool isDataTypeIntDT(int id);
     static bool isDataTypeUnsignedIntDT(int id);

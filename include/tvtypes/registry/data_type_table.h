@@ -107,10 +107,11 @@ class TVTYPES_API DataTypeTable {
     virtual bool shortCircuitRegistration(DataTypeSource source) const;
 
     /// \name Settings of the model
+    /// @{
+
     /// Diagnostic levels and code generation settings, which a derived table overrides. The library
     /// does not read them. The first three and the last two levels return 1, the three of
     /// fixed-point constants 0, and getUseIntDivNetSlopeOpt returns false.
-    /// @{
     virtual int getParameterUnderflowDiagnostic() const;
     virtual int getParameterOverflowDiagnostic() const;
     virtual int getParameterPrecisionLossDiagnostic() const;
@@ -317,9 +318,10 @@ class TVTYPES_API DataTypeTable {
     /// @}
 
     /// \name Values, without exceptions of the library
+    /// @{
+
     /// Return false where the function of the same name throws a fnd::except::IException, else
     /// true. Other exceptions that a client's function throws pass through.
-    /// @{
     bool convertToUsingSrcIdWithStatus(int dstId, int srcId, int count, const void* src,
                                        const void* extra, void* dst) const;
     bool isPositiveWithStatus(int id, int count, const void* values, const void* extra,
@@ -348,10 +350,11 @@ class TVTYPES_API DataTypeTable {
     int getDataTypeLoggingId(int id) const;
 
     /// \name Summary flags of a struct type
+    /// @{
+
     /// Return a flag of StructDataType. All are false until
     /// StructDataType::createCacheForFrequentlyAccessedProperties has computed them.
     /// \pre `id` is that of a StructDataType, not of an alias.
-    /// @{
     bool doesBusDTHaveComplexData(int id) const;
     bool doesBusDTHaveFrameBasedElements(int id) const;
     bool doesBusDTHaveVarDims(int id) const;

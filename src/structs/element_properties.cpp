@@ -1,4 +1,4 @@
-#include "structs/elements.h"
+#include "structs/element_properties.h"
 
 #include "services/errors.h"
 
@@ -12,17 +12,17 @@ namespace TVTypeSys {
 
 namespace {
 
-// Stands for a type that is not known yet, as "auto" does, and has no record.
+// Id of a type that is not determined yet. Unlike "auto" it has no record.
 constexpr int undeterminedTypeId = -2;
 
-std::span<const int> dimensionsOf(const StructElement& element) {
+std::span<const int> dimensionSpan(const StructElement& element) {
     const bool hasAny = element.dimensions != nullptr && element.numDimensions > 0;
     return {element.dimensions, hasAny ? static_cast<std::size_t>(element.numDimensions) : 0};
 }
 
 } // namespace
 
-StructDataType* structAt(const DataTypeTable& table, int id) {
+StructDataType* findStruct(const DataTypeTable& table, int id) {
     if (id == AUTO_DATA_TYPE_ID || id == undeterminedTypeId) {
         return nullptr;
     }
@@ -30,50 +30,51 @@ StructDataType* structAt(const DataTypeTable& table, int id) {
     if (!type->getIsType(DataTypeQualifierStruct)) {
         return nullptr;
     }
-    // The qualifier can be set on any record. The class itself is told faster than one below it.
+    // A client can set the qualifier on any record. Compares the exact typeid first; dynamic_cast
+    // is slower.
     return typeid(*type) == typeid(StructDataType) ? static_cast<StructDataType*>(type)
                                                    : dynamic_cast<StructDataType*>(type);
 }
 
-StructDataType& structOf(const DataTypeTable& table, int id) {
-    StructDataType* const type = structAt(table, id);
+StructDataType& requireStruct(const DataTypeTable& table, int id) {
+    StructDataType* const type = findStruct(table, id);
     if (type == nullptr) {
         throwError(general::InvalidDataTypeId(id));
     }
     return *type;
 }
 
-StructElement& elementAt(const StructDataType& type, int index) {
+StructElement& requireElement(const StructDataType& type, int index) {
     const std::vector<StructElement*>& elements = type.getElements();
     if (index < 0 || static_cast<std::size_t>(index) >= elements.size()) {
-        refuseIndex(type, index);
+        throwInvalidIndex(type, index);
     }
     return *elements[static_cast<std::size_t>(index)];
 }
 
-int sizeOfType(const DataTypeTable& table, int id) {
+int typeSize(const DataTypeTable& table, int id) {
     table.checkDataTypeId(id);
     return table.getDataTypeAt(static_cast<std::size_t>(id + 1))->getSize();
 }
 
 bool isScalar(const StructElement& element) {
-    return std::ranges::all_of(dimensionsOf(element), [](int size) { return size == 1; });
+    return std::ranges::all_of(dimensionSpan(element), [](int size) { return size == 1; });
 }
 
-int widthOf(const StructElement& element) {
-    int width = 1;
-    for (const int size : dimensionsOf(element)) {
-        width = wrapped(static_cast<long long>(width) * size);
+int width(const StructElement& element) {
+    int product = 1;
+    for (const int size : dimensionSpan(element)) {
+        product = truncateToInt(static_cast<long long>(product) * size);
     }
-    return width;
+    return product;
 }
 
-int complexWidthOf(const StructElement& element) {
-    const int width = widthOf(element);
-    return element.signalType == 1 ? wrapped(2LL * width) : width;
+int complexWidth(const StructElement& element) {
+    const int realWidth = width(element);
+    return element.signalType == 1 ? truncateToInt(2LL * realWidth) : realWidth;
 }
 
-void refuseIndex(const StructDataType& type, int index) {
+void throwInvalidIndex(const StructDataType& type, int index) {
     throwError(general::InvalidStructIndex(orEmpty(type.getName()), index));
 }
 
