@@ -67,6 +67,7 @@ void DataTypeTable::append(std::unique_ptr<DataType> newRecord) {
 
 void DataTypeTable::addDataType(DataType* dataType) {
     std::unique_ptr<DataType> owned(dataType);
+    assert(dataType->getId() == getNumDataTypes() - 1);
     const std::type_info& type = typeid(*dataType);
     hasClientRecords_ =
         hasClientRecords_ || (type != typeid(DataType) && type != typeid(BuiltInDataType) &&

@@ -30,57 +30,65 @@ class TVTYPES_API AliasDataType : public DataType {
     AliasDataType(DataType* plainType, const DataType* aliasedTo, const DataType* aliasedThruTo);
     ~AliasDataType() override;
 
-    /// \name Definition
+    /// Returns the id of the direct target.
+    int getIdAliasedTo() const override;
+    /// Returns the id of the type to which the getters are forwarded.
+    int getIdAliasedThruTo() const override;
+
+    /// \name Forwarded getters
     /// @{
 
-    /// The getters forward to the type at the end of the chain. The setters throw
-    /// CannotSetDataType...OfAlias (name), where ... is Size, ConvertBetween, GreaterThan,
-    /// GreaterEqual, IsNegative, IsPositive, StorageId, Ground, Properties, PropertiesSize,
-    /// IsAtomic or GroundHasNonZero. Exceptions are noted.
+    /// Return the property of the type at the end of the chain.
     int getSize() const override;
-    void setSize(int newSize) override;
     ConvertBetweenFcn getConvertBetweenFcn() const override;
     IsPositiveFcn getIsPositiveFcn() const override;
     IsNegativeFcn getIsNegativeFcn() const override;
     GreaterThanFcn getGreaterThanFcn() const override;
     GreaterEqualFcn getGreaterEqualFcn() const override;
-    void setConvertBetweenFcn(ConvertBetweenFcn function) override;
-    void setGreaterThanFcn(GreaterThanFcn function) override;
-    void setGreaterEqualFcn(GreaterEqualFcn function) override;
-    void setIsNegativeFcn(IsNegativeFcn function) override;
-    void setIsPositiveFcn(IsPositiveFcn function) override;
-    /// Returns the id of the direct target.
-    int getIdAliasedTo() const override;
-    /// Returns the id of the type to which the getters are forwarded.
-    int getIdAliasedThruTo() const override;
     HostToTargetFcn getHostToTargetFcn() const override;
     TargetToHostFcn getTargetToHostFcn() const override;
     int getTargetSize() const override;
-    /// Does nothing: clients set it on every type of a model.
-    void setHostToTargetFcn(HostToTargetFcn function) override;
-    /// \copydoc setHostToTargetFcn
-    void setTargetToHostFcn(TargetToHostFcn function) override;
-    /// \copydoc setHostToTargetFcn
-    void setTargetSize(int targetSize) override;
     int getStorageId() const override;
-    void setStorageId(int storageId) override;
     const void* getGround() const override;
-    void setGround(const void* value) override;
     bool getDefaultGround() const override;
-    /// \copydoc setHostToTargetFcn
-    void setDefaultGround(bool isDefault) override;
     const void* getProperties() const override;
-    void setProperties(const void* value) override;
     int getPropertiesSize() const override;
-    void setPropertiesSize(int newSize) override;
     bool isIntDataType() const override;
     bool isUnsignedIntDataType() const override;
     bool isSignedIntDataType() const override;
     bool isSignedDataType() const override;
     bool isAtomic() const override;
-    void setIsAtomic(bool isAtomic) override;
     bool groundHasNonZeroStoredValue() const override;
+    /// @}
+
+    /// \name Setters that throw
+    /// @{
+
+    /// Throw CannotSetDataType...OfAlias (name), where ... is Size, ConvertBetween, GreaterThan,
+    /// GreaterEqual, IsNegative, IsPositive, StorageId, Ground, Properties, PropertiesSize,
+    /// IsAtomic or GroundHasNonZero.
+    void setSize(int newSize) override;
+    void setConvertBetweenFcn(ConvertBetweenFcn function) override;
+    void setGreaterThanFcn(GreaterThanFcn function) override;
+    void setGreaterEqualFcn(GreaterEqualFcn function) override;
+    void setIsNegativeFcn(IsNegativeFcn function) override;
+    void setIsPositiveFcn(IsPositiveFcn function) override;
+    void setStorageId(int storageId) override;
+    void setGround(const void* value) override;
+    void setProperties(const void* value) override;
+    void setPropertiesSize(int newSize) override;
+    void setIsAtomic(bool isAtomic) override;
     void setGroundHasNonZeroStoredValue(bool hasNonZero) override;
+    /// @}
+
+    /// \name Ignored setters
+    /// @{
+
+    /// Do nothing: callers set these on every type of a model.
+    void setHostToTargetFcn(HostToTargetFcn function) override;
+    void setTargetToHostFcn(TargetToHostFcn function) override;
+    void setTargetSize(int targetSize) override;
+    void setDefaultGround(bool isDefault) override;
     /// @}
 
     /// Returns the id of the direct target.
@@ -92,7 +100,7 @@ class TVTYPES_API AliasDataType : public DataType {
     /// Sets the type to which the getters are forwarded.
     void updateAliasedThruToType(DataType* type) override;
 
-    /// \name Ignored setters
+    /// \name Ignored setters of targets
     /// @{
 
     /// Do nothing: only the table changes the targets of an alias.

@@ -234,6 +234,9 @@ class TVTYPES_API DataTypeTable {
     /// Turns a type without definition into an alias under the same id, with a new record; pointers
     /// to the old one become invalid. Does nothing if the type is an alias of `idAliasedTo`.
     ///
+    /// Aliases that the type has already keep it as the end of their chain (getIdAliasedThruTo);
+    /// their getters forward to it, and from there to its own target.
+    ///
     /// Throws, in this order, UndefinedDataTypeToBeAliasedTo (name, idAliasedTo) if there is no
     /// such type, InconsistentDataTypeIdAliasedTo (name, name of the target, name of the current
     /// target) if the type is an alias of another type, CannotSetAliasForDefinedType (name) if it
@@ -250,7 +253,7 @@ class TVTYPES_API DataTypeTable {
     /// `id` may be -10. Linear in the length of the chain.
     bool alreadyAliasedToDirectlyOrIndirectly(int id, int idAliasedTo) const;
     /// Returns the first type that is on the alias chains of both types, each starting with the
-    /// type itself, or -10 if there is none. Linear in the length of the chains.
+    /// type itself, or -10 if getIdAliasedThruTo differs. Linear in the length of the chains.
     int getDataTypeIdCommonAncestor(int id1, int id2) const;
     /// @}
 
