@@ -10,14 +10,13 @@ namespace TVTypeSys {
 /// \name Functions on arrays of values
 /// @{
 
+/// Function on an array of values. Returns 0 on failure and any other value on success.
 /// - `access` identifies the calling table.
 /// - `context` is null in calls by the table.
 /// - The ids are those at the ends of the alias chains.
 /// - `count` is the number of elements.
 /// - `extra` is the caller's argument, passed on unread.
 /// - A test writes one byte for each element to `result`: 1 where it holds, else 0.
-///
-/// Each returns 0 on failure and any other value on success.
 using ConvertBetweenFcn = int (*)(_tvDataTypeAccess_tag* access, const char* context, int dstId,
                                   int srcId, int count, const void* src, const void* extra,
                                   void* dst);
@@ -33,8 +32,8 @@ using GreaterEqualFcn = GreaterThanFcn;
 /// \name Transfer of values between host and target
 /// @{
 
-/// The library stores these functions and never calls them; the client defines the meaning of the
-/// two last arguments.
+/// Function that copies a value between host and target. The library stores it and never calls it;
+/// the client defines the meaning of the two last arguments.
 using HostToTargetFcn = void (*)(ExternalSim_tag* sim, char* target, const void* host, int, int);
 using TargetToHostFcn = void (*)(ExternalSim_tag* sim, void* host, const char* target, int, int);
 /// @}
