@@ -1,5 +1,4 @@
-// Registrations and lookups by name, each beside a plain std::unordered_map that does the same
-// naming work in the same run.
+// Registration and lookup by name, compared with a plain std::unordered_map in the same run.
 #include <tvtypes/datatypetable.h>
 
 #include <benchmark/benchmark.h>

@@ -1,7 +1,7 @@
-// The four views over struct types of three shapes, all indices in order: cold, the first time that
-// the type is read, and warm. Of every index its type and offset are asked for, of an immediate
-// element also where its scalars begin. The time is that of one index. Only a wide struct has many
-// immediate elements.
+// The four views over struct types of three shapes. Reads the type and offset of all indices in
+// order, and for immediate elements also the index of the first scalar, with an empty cache (cold)
+// and with a filled one (warm). The time is per index. The immediate view runs on the wide struct
+// only, the one shape with many immediate elements.
 #include <tvtypes/datatypetable.h>
 #include <tvtypes/elementaccess.h>
 #include <tvtypes/structdatatype.h>
@@ -18,7 +18,7 @@ namespace {
 
 using namespace TVTypeSys;
 
-/// A table with one struct type of the asked number of nodes, and those within it.
+/// A table with one struct type of a given number of nodes, and the types nested in it.
 class Model {
   public:
     int addStruct(int elements) {
@@ -69,7 +69,7 @@ std::unique_ptr<Model> arrayOfStructs(int nodes) {
     return model;
 }
 
-/// Nothing but doubles.
+/// A struct of doubles.
 std::unique_ptr<Model> wide(int nodes) {
     auto model = std::make_unique<Model>();
     model->outermost = model->addStruct(nodes - 1);
@@ -80,7 +80,7 @@ std::unique_ptr<Model> wide(int nodes) {
     return model;
 }
 
-/// A double and a struct of a double and a struct of ..., half as deep as it has nodes.
+/// Structs of a double and a nested struct; the depth is half the number of nodes.
 std::unique_ptr<Model> deep(int nodes) {
     auto model = std::make_unique<Model>();
     int inner = 0;

@@ -1,4 +1,4 @@
-// The types of a small model: registered, defined, aliased, and one of them refused.
+// Registers, defines and aliases a fixed-point type, and catches an error.
 #include <tvtypes/datatypetable.h>
 #include <tvtypes/fixedpoint.h>
 
@@ -12,7 +12,7 @@ int main() {
     const auto fromModel = static_cast<DataTypeSource>(2);
     TVTypeSys::DataTypeTable table;
 
-    // A fixed-point type is known by its name; the record says the same in numbers.
+    // The name determines a fixed-point type; the properties are the same in numbers.
     const fxpDataTypeProp angle{FXP_DT_FIXPT, 1, 16, -12, 1.0, 0.0, 0};
     const int angleId = table.registerDataType(fxpDataTypeToIdentifierString(&angle).c_str(),
                                                fromModel, "vehicle/steering");
@@ -30,8 +30,8 @@ int main() {
 
     try {
         type.setSize(4);
-    } catch (const fnd::except::IException& refusal) {
-        std::cout << refusal.diagnostic().messageId(0) << ": " << refusal.what() << '\n';
+    } catch (const fnd::except::IException& error) {
+        std::cout << error.diagnostic().messageId(0) << ": " << error.what() << '\n';
         return 0;
     }
     return 1;

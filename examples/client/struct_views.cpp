@@ -1,4 +1,4 @@
-// A struct type, laid out by hand, and what its depth-first view says of it.
+// Registers a struct type with a layout made by hand, and prints its depth-first nodes.
 #include <tvtypes/datatypetable.h>
 #include <tvtypes/elementaccess.h>
 #include <tvtypes/structdatatype.h>

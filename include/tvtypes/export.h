@@ -1,9 +1,9 @@
 /// \file
-/// The visibility of what libtv_types.so offers.
+/// Symbol visibility in libtv_types.so.
 #pragma once
 
-/// Marks an exported class, function or datum. All else in the library is hidden.
+/// Exports a class, function or variable. All other symbols of the library are hidden.
 #define TVTYPES_API __attribute__((visibility("default")))
 
-/// Marks a part of an exported class that is for the library alone.
+/// Hides a member of an exported class.
 #define TVTYPES_LOCAL __attribute__((visibility("hidden")))

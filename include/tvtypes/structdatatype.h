@@ -3,3 +3,4 @@
 #pragma once
 
 #include <tvtypes/structs/struct_data_type.h>
+#include <tvtypes/structs/struct_element.h>

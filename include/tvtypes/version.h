@@ -1,11 +1,11 @@
 /// \file
-/// The library's version and build date.
+/// Version and build date of the library.
 #pragma once
 
 #include <tvtypes/export.h>
 
-/// The library's version: numbers separated by points.
+/// Version of the library: numbers separated by points.
 extern TVTYPES_API const char libtv_types_version[];
 
-/// The date on which the library was built: the month's three letters, the day and the year.
+/// UTC date of the build: abbreviated month, day and year, such as "Jan 31 2026".
 extern TVTYPES_API const char libtv_types_build_date[];

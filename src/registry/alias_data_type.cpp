@@ -1,7 +1,7 @@
-// The record of an alias: what it forwards, what it answers itself, and what it refuses.
-#include "services/refuse.h"
+// The record of an alias: getters of the definition are forwarded, its setters throw.
+#include "services/errors.h"
 
-#include <tvtypes/datatype.h>
+#include <tvtypes/registry/alias_data_type.h>
 
 namespace TVTypeSys {
 
@@ -13,7 +13,7 @@ AliasDataType::AliasDataType(int id, const std::string& name, DataTypeSource sou
 
 AliasDataType::AliasDataType(DataType* plainType, const DataType* aliasedTo,
                              const DataType* aliasedThruTo)
-    : AliasDataType(plainType->getId(), textOf(plainType->getName()),
+    : AliasDataType(plainType->getId(), orEmpty(plainType->getName()),
                     plainType->getDataTypeSource(), aliasedTo, aliasedThruTo) {
     DataType::setInterface(plainType->getInterface());
 }
@@ -33,6 +33,7 @@ void AliasDataType::updateAliasedThruToType(DataType* type) {
     markTargets();
 }
 
+/// Marks the targets, whose replacement must update this record from now on.
 void AliasDataType::markTargets() const {
     for (const DataType* target : {aliasedToType_, aliasedThruToType_}) {
         if (target != nullptr) {
@@ -41,7 +42,7 @@ void AliasDataType::markTargets() const {
     }
 }
 
-// Answered by the type at the end of the chain.
+// Forwarded to the type at the end of the chain.
 
 int AliasDataType::getSize() const { return aliasedThruToType_->getSize(); }
 ConvertBetweenFcn AliasDataType::getConvertBetweenFcn() const {
@@ -84,46 +85,46 @@ bool AliasDataType::groundHasNonZeroStoredValue() const {
     return aliasedThruToType_->groundHasNonZeroStoredValue();
 }
 
-// Refused: the definition belongs to the type that is stood for.
+// Setters of the definition, which belongs to the target.
 
 void AliasDataType::setSize(int /*newSize*/) {
-    refuse(general::CannotSetDataTypeSizeOfAlias(textOf(getName())));
+    throwError(general::CannotSetDataTypeSizeOfAlias(orEmpty(getName())));
 }
 void AliasDataType::setConvertBetweenFcn(ConvertBetweenFcn /*function*/) {
-    refuse(general::CannotSetDataTypeConvertBetweenOfAlias(textOf(getName())));
+    throwError(general::CannotSetDataTypeConvertBetweenOfAlias(orEmpty(getName())));
 }
 void AliasDataType::setGreaterThanFcn(GreaterThanFcn /*function*/) {
-    refuse(general::CannotSetDataTypeGreaterThanOfAlias(textOf(getName())));
+    throwError(general::CannotSetDataTypeGreaterThanOfAlias(orEmpty(getName())));
 }
 void AliasDataType::setGreaterEqualFcn(GreaterEqualFcn /*function*/) {
-    refuse(general::CannotSetDataTypeGreaterEqualOfAlias(textOf(getName())));
+    throwError(general::CannotSetDataTypeGreaterEqualOfAlias(orEmpty(getName())));
 }
 void AliasDataType::setIsNegativeFcn(IsNegativeFcn /*function*/) {
-    refuse(general::CannotSetDataTypeIsNegativeOfAlias(textOf(getName())));
+    throwError(general::CannotSetDataTypeIsNegativeOfAlias(orEmpty(getName())));
 }
 void AliasDataType::setIsPositiveFcn(IsPositiveFcn /*function*/) {
-    refuse(general::CannotSetDataTypeIsPositiveOfAlias(textOf(getName())));
+    throwError(general::CannotSetDataTypeIsPositiveOfAlias(orEmpty(getName())));
 }
 void AliasDataType::setStorageId(int /*storageId*/) {
-    refuse(general::CannotSetDataTypeStorageIdOfAlias(textOf(getName())));
+    throwError(general::CannotSetDataTypeStorageIdOfAlias(orEmpty(getName())));
 }
 void AliasDataType::setGround(const void* /*value*/) {
-    refuse(general::CannotSetDataTypeGroundOfAlias(textOf(getName())));
+    throwError(general::CannotSetDataTypeGroundOfAlias(orEmpty(getName())));
 }
 void AliasDataType::setProperties(const void* /*value*/) {
-    refuse(general::CannotSetDataTypePropertiesOfAlias(textOf(getName())));
+    throwError(general::CannotSetDataTypePropertiesOfAlias(orEmpty(getName())));
 }
 void AliasDataType::setPropertiesSize(int /*newSize*/) {
-    refuse(general::CannotSetDataTypePropertiesSizeOfAlias(textOf(getName())));
+    throwError(general::CannotSetDataTypePropertiesSizeOfAlias(orEmpty(getName())));
 }
 void AliasDataType::setIsAtomic(bool /*isAtomic*/) {
-    refuse(general::CannotSetDataTypeIsAtomicOfAlias(textOf(getName())));
+    throwError(general::CannotSetDataTypeIsAtomicOfAlias(orEmpty(getName())));
 }
 void AliasDataType::setGroundHasNonZeroStoredValue(bool /*hasNonZero*/) {
-    refuse(general::CannotSetDataTypeGroundHasNonZeroOfAlias(textOf(getName())));
+    throwError(general::CannotSetDataTypeGroundHasNonZeroOfAlias(orEmpty(getName())));
 }
 
-// Dropped without a word: these are written to every type of a model, whatever it is.
+// Ignored: callers set these on every type.
 
 void AliasDataType::setHostToTargetFcn(HostToTargetFcn /*function*/) {}
 void AliasDataType::setTargetToHostFcn(TargetToHostFcn /*function*/) {}

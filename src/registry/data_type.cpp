@@ -1,9 +1,8 @@
-// The record of a data type: life, plain properties and classification.
-#include "registry/builtin_templates.h"
+// The record of a data type: construction, plain properties and classification.
+#include "registry/builtin_types.h"
 #include "services/memory.h"
-#include "services/refuse.h"
 
-#include <tvtypes/datatype.h>
+#include <tvtypes/registry/data_type.h>
 
 #include <cstring>
 #include <ostream>
@@ -89,7 +88,7 @@ void DataType::setChecksumElements(const unsigned int* words) {
 const oxArray_tag* DataType::getInterface() const { return interface_.get(); }
 
 void DataType::setInterface(const oxArray_tag* value) {
-    // Shared before the old value is given up: it may be the same one, held by nobody else.
+    // Takes the new reference first: the value may be the same one, and this its only reference.
     interface_.reset(share(value));
 }
 
@@ -142,25 +141,12 @@ bool DataType::isDataTypeSignedIntDT(int id) {
 bool DataType::isDataTypeBoolDT(int id) { return id == BOOLEAN_ID; }
 
 bool DataType::isDataTypeSignedDT(int id) {
-    if (id == BOOLEAN_ID) {
-        return builtInRows[BOOLEAN_ID].properties.Signedness == 1;
-    }
     return isDataTypeFloatDT(id) || isDataTypeSignedIntDT(id);
 }
 
 bool DataType::isDataTypeSignedFixptDT(const char* name, int id) {
-    if (id == BOOLEAN_ID) {
-        return builtInRows[BOOLEAN_ID].properties.Signedness == 1;
-    }
     const std::string_view text = name == nullptr ? std::string_view() : name;
-    return text.substr(0, 4) != "ufix" && !isDataTypeUnsignedIntDT(id);
+    return !text.starts_with("ufix") && !isDataTypeUnsignedIntDT(id) && !isDataTypeBoolDT(id);
 }
-
-BuiltInDataType::BuiltInDataType(int id, const std::string& name, DataTypeSource source)
-    : DataType(id, name, source) {
-    qualifier_ = DataTypeQualifierBuiltIn;
-}
-
-BuiltInDataType::~BuiltInDataType() = default;
 
 } // namespace TVTypeSys

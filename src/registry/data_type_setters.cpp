@@ -1,9 +1,10 @@
-// The setters of a data type's definition: each takes its first value, and after that no other.
-#include "registry/builtin_templates.h"
+// The write-once setters of a data type's definition: after the first value they accept only the
+// same one.
+#include "registry/builtin_types.h"
+#include "services/errors.h"
 #include "services/memory.h"
-#include "services/refuse.h"
 
-#include <tvtypes/datatype.h>
+#include <tvtypes/registry/data_type.h>
 
 #include <algorithm>
 #include <cstring>
@@ -12,23 +13,23 @@ namespace TVTypeSys {
 
 namespace {
 
-std::size_t sizeOf(int bytes) { return static_cast<std::size_t>(bytes); }
+std::size_t byteCount(int size) { return static_cast<std::size_t>(size); }
 
-/// Copies a value given by a client, where null stands for zeros.
+/// Copies a value of a client; null means zeros.
 void copyValue(void* destination, const void* value, int size) {
     if (value != nullptr && size > 0) {
-        std::memcpy(destination, value, sizeOf(size));
+        std::memcpy(destination, value, byteCount(size));
     } else if (size > 0) {
-        std::memset(destination, 0, sizeOf(size));
+        std::memset(destination, 0, byteCount(size));
     }
 }
 
-/// Whether a value given by a client is the one that is held.
-bool isSameValue(const void* value, const void* held, int size) {
+/// Returns whether a value of a client equals the current one; null means zeros.
+bool isSameValue(const void* value, const void* current, int size) {
     if (value != nullptr && size > 0) {
-        return std::memcmp(value, held, sizeOf(size)) == 0;
+        return std::memcmp(value, current, byteCount(size)) == 0;
     }
-    const auto* bytes = static_cast<const unsigned char*>(held);
+    const auto* bytes = static_cast<const unsigned char*>(current);
     return std::all_of(bytes, bytes + std::max(size, 0), [](unsigned char b) { return b == 0; });
 }
 
@@ -37,37 +38,37 @@ bool isSameValue(const void* value, const void* held, int size) {
 void DataType::setSize(int newSize) {
     const int oldSize = getSize();
     if (oldSize != -1 && oldSize != newSize && getId() != BOOLEAN_ID) {
-        refuse(general::CannotModifyDataTypeSize(textOf(getName()), oldSize));
+        throwError(general::CannotModifyDataTypeSize(orEmpty(getName()), oldSize));
     }
     if (newSize < 0) {
-        refuse(general::InvalidDataTypeSize(textOf(getName()), newSize));
+        throwError(general::InvalidDataTypeSize(orEmpty(getName()), newSize));
     }
     size_ = newSize;
     if (oldSize != newSize && !allocateGround()) {
-        refuse(general::MemoryAllocErr());
+        throwError(general::MemoryAllocErr());
     }
     setDefaultGround(true);
     setIsAliasToLocked(true);
 }
 
-/// Gives the type a zeroed ground value of its size, twice over. False if memory ran out.
+/// Allocates a zeroed ground value: the value twice. Returns false if memory runs out.
 bool DataType::allocateGround() {
     ground_.reset();
-    ground_.reset(allocateZeroed(2 * sizeOf(size_)));
+    ground_.reset(allocateZeroed(2 * byteCount(size_)));
     return ground_ != nullptr || size_ < 1;
 }
 
 void DataType::setGround(const void* value) {
     if (getIdAliasedTo() != INVALID_DATA_TYPE_ID) {
-        refuse(general::CannotSetDataTypeGroundOfAlias(textOf(getName())));
+        throwError(general::CannotSetDataTypeGroundOfAlias(orEmpty(getName())));
     }
     const int size = getSize();
     if (size == -1) {
-        refuse(general::CannotSetGroundRepBeforeSettingSize(textOf(getName())));
+        throwError(general::CannotSetGroundRepBeforeSettingSize(orEmpty(getName())));
     }
     if (size > 0 && ground_ == nullptr) {
-        // The size was set when there was no memory for the ground value.
-        refuse(general::MemoryAllocErr());
+        // setSize failed to allocate the ground value.
+        throwError(general::MemoryAllocErr());
     }
     if (getDefaultGround()) {
         auto* bytes = static_cast<unsigned char*>(ground_.get());
@@ -76,20 +77,21 @@ void DataType::setGround(const void* value) {
         setDefaultGround(false);
         setAliasedToLocked(true);
     } else if (!isSameValue(value, ground_.get(), size)) {
-        refuse(general::CannotModifyDataTypeGroundRepresentation(textOf(getName())));
+        throwError(general::CannotModifyDataTypeGroundRepresentation(orEmpty(getName())));
     }
 }
 
 void DataType::setPropertiesSize(int newSize) {
     if (getIdAliasedTo() != INVALID_DATA_TYPE_ID) {
-        refuse(general::CannotSetDataTypePropertiesSizeOfAlias(textOf(getName())));
+        throwError(general::CannotSetDataTypePropertiesSizeOfAlias(orEmpty(getName())));
     }
     const int oldSize = getPropertiesSize();
     if (oldSize != 0 && oldSize != newSize) {
-        refuse(general::CannotModifyDataTypePropertiesSize(textOf(getName()), oldSize, newSize));
+        throwError(
+            general::CannotModifyDataTypePropertiesSize(orEmpty(getName()), oldSize, newSize));
     }
     if (newSize < 0) {
-        refuse(general::InvalidDataTypePropertiesSize(textOf(getName()), newSize));
+        throwError(general::InvalidDataTypePropertiesSize(orEmpty(getName()), newSize));
     }
     if (oldSize == 0) {
         propertiesSize_ = newSize;
@@ -100,38 +102,37 @@ void DataType::setPropertiesSize(int newSize) {
 
 void DataType::setProperties(const void* value) {
     if (getIdAliasedTo() != INVALID_DATA_TYPE_ID) {
-        refuse(general::CannotSetDataTypePropertiesOfAlias(textOf(getName())));
+        throwError(general::CannotSetDataTypePropertiesOfAlias(orEmpty(getName())));
     }
     const int size = getPropertiesSize();
     if (value != nullptr && size == 0) {
-        refuse(general::CannotSetPropertiesBeforeSettingSize(textOf(getName())));
+        throwError(general::CannotSetPropertiesBeforeSettingSize(orEmpty(getName())));
     }
-    if (const void* held = getProperties()) {
-        if (!isSameValue(value, held, size)) {
-            refuse(general::CannotModifyDataTypeProperties(textOf(getName())));
+    if (const void* current = getProperties()) {
+        if (!isSameValue(value, current, size)) {
+            throwError(general::CannotModifyDataTypeProperties(orEmpty(getName())));
         }
         return;
     }
-    properties_.reset(allocate(sizeOf(size)));
+    properties_.reset(allocate(byteCount(size)));
     if (properties_ == nullptr && size != 0) {
-        refuse(general::MemoryAllocErr());
+        throwError(general::MemoryAllocErr());
     }
     copyValue(properties_.get(), value, size);
     setAliasedToLocked(true);
 }
 
-/// Stores a function of the type if there is none. `current` is the one there is, as the record
-/// answers it.
-template <class Refusal, class Conflict, class Function>
+/// Stores a function of the type in `field` if `current`, the function that is set, is null.
+template <class AliasError, class ConflictError, class Function>
 void DataType::setOnce(Function& field, Function current, Function function) {
     if (getIdAliasedTo() != INVALID_DATA_TYPE_ID) {
-        refuse(Refusal(textOf(getName())));
+        throwError(AliasError(orEmpty(getName())));
     }
     if (current == nullptr) {
         field = function;
         setAliasedToLocked(true);
     } else if (current != function) {
-        refuse(Conflict(textOf(getName())));
+        throwError(ConflictError(orEmpty(getName())));
     }
 }
 
@@ -181,14 +182,14 @@ TargetToHostFcn DataType::getTargetToHostFcn() const { return targetToHostFcn_; 
 
 void DataType::setHostToTargetFcn(HostToTargetFcn function) {
     if (hostToTargetFcn_ != nullptr && hostToTargetFcn_ != function) {
-        refuse(general::InConsistentTargetToHostFcn());
+        throwError(general::InConsistentTargetToHostFcn());
     }
     hostToTargetFcn_ = function;
 }
 
 void DataType::setTargetToHostFcn(TargetToHostFcn function) {
     if (targetToHostFcn_ != nullptr && targetToHostFcn_ != function) {
-        refuse(general::InConsistentTargetToHostFcn());
+        throwError(general::InConsistentTargetToHostFcn());
     }
     targetToHostFcn_ = function;
 }

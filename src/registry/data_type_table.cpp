@@ -1,14 +1,12 @@
-// The table: its life, its records, and the settings that a derived table answers.
-#include "registry/builtin_templates.h"
+// DataTypeTable: construction, reset, and the default settings of the model.
+#include "registry/builtin_types.h"
 #include "registry/name_index.h"
+#include "services/errors.h"
 #include "services/memory.h"
-#include "services/refuse.h"
 
 #include <tvtypes/datatypetable.h>
-#include <tvtypes/structdatatype.h>
 
 #include <algorithm>
-#include <typeinfo>
 #include <utility>
 
 namespace TVTypeSys {
@@ -24,7 +22,7 @@ DataTypeTable::DataTypeTable()
       dataTypeAccess_(
           static_cast<_tvDataTypeAccess_tag*>(allocateZeroed(sizeof(_tvDataTypeAccess_tag)))) {
     if (dataTypeAccess_ == nullptr) {
-        refuse(general::MemoryAllocErr());
+        throwError(general::MemoryAllocErr());
     }
     dataTypeAccess_->table = this;
     initialize();
@@ -38,13 +36,11 @@ DataTypeTable::~DataTypeTable() {
 
 void DataTypeTable::initialize() {
     initializeBuiltInDataTypes();
-    // No derived table is there yet to answer.
-    DataTypeTable::registerDataType("auto", DataTypeSourceBuiltIn, nullptr);
-    for (const BuiltInRow& row : builtInRows) {
-        DataTypeTable::registerDataType(row.name, DataTypeSourceBuiltIn, nullptr);
-    }
-    for (const PredefinedRow& row : predefinedRows) {
-        DataTypeTable::registerDataType(row.name, DataTypeSourcePredefined, nullptr);
+    // Qualified calls: the derived part of the table is not constructed yet.
+    for (int id = AUTO_DATA_TYPE_ID; id < initialCount - 1; ++id) {
+        DataTypeTable::registerDataType(
+            builtInTypeRow(id).name,
+            isPredefinedDataType(id) ? DataTypeSourcePredefined : DataTypeSourceBuiltIn, nullptr);
     }
     const double doubleZero = 0.0;
     const float singleZero = 0.0F;
@@ -81,62 +77,6 @@ void DataTypeTable::setClientDataTypeCheckCallback(
 
 void DataTypeTable::setAtomicWordLengths(const std::vector<int>& wordLengths) {
     atomicWordLengths_ = wordLengths;
-}
-
-void DataTypeTable::append(std::unique_ptr<DataType> newRecord) {
-    dataTypes_.push_back(std::move(newRecord));
-    try {
-        nameIndex_->addLast();
-    } catch (...) {
-        dataTypes_.pop_back(); // out of memory: a record that no lookup finds must not stay
-        throw;
-    }
-}
-
-void DataTypeTable::addDataType(DataType* dataType) {
-    std::unique_ptr<DataType> owned(dataType);
-    const std::type_info& type = typeid(*dataType);
-    hasClientRecords_ =
-        hasClientRecords_ || (type != typeid(DataType) && type != typeid(BuiltInDataType) &&
-                              type != typeid(AutoDataType) && type != typeid(AliasDataType) &&
-                              type != typeid(StructDataType));
-    append(std::move(owned));
-}
-
-void DataTypeTable::removeDataType(DataType* dataType) {
-    const std::size_t position = positionOf(dataType);
-    if (position < dataTypes_.size()) {
-        removeAt(position);
-    }
-}
-
-/// The position of a record, searched from the end, where the newest stand; the number of records
-/// if it is not in the table.
-std::size_t DataTypeTable::positionOf(const DataType* dataType) const {
-    const auto found =
-        std::find_if(dataTypes_.rbegin(), dataTypes_.rend(),
-                     [dataType](const auto& held) { return held.get() == dataType; });
-    return found == dataTypes_.rend()
-               ? dataTypes_.size()
-               : static_cast<std::size_t>(std::distance(found, dataTypes_.rend())) - 1;
-}
-
-/// Takes a record out, closes the gap, and destroys the record.
-void DataTypeTable::removeAt(std::size_t position) {
-    const bool isLast = position + 1 == dataTypes_.size();
-    if (isLast) {
-        nameIndex_->leave(position);
-    }
-    const std::unique_ptr<DataType> removed = std::move(dataTypes_[position]);
-    dataTypes_.erase(dataTypes_.begin() + static_cast<std::ptrdiff_t>(position));
-    if (!isLast) {
-        nameIndex_->rebuild();
-    }
-}
-
-/// Whether a record may have aliases that must be told when it is replaced.
-bool DataTypeTable::mayBeAliased(const DataType& dataType) const {
-    return hasClientRecords_ || dataType.isAliasTarget_;
 }
 
 int DataTypeTable::getParameterUnderflowDiagnostic() const { return 1; }

@@ -1,8 +1,8 @@
 /// \file
-/// Finds the records of a table by name.
+/// Index of the records of a table by name.
 #pragma once
 
-#include <tvtypes/datatype.h>
+#include <tvtypes/registry/data_type.h>
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
@@ -16,32 +16,33 @@
 
 namespace TVTypeSys {
 
-/// Answers what a scan of the records from position 0 would: the first position of a name.
+/// Returns what a scan of the records from position 0 would: the first position of a name.
 ///
-/// A record that answers getName with its own name is indexed. One that answers with a text from
-/// elsewhere may answer with another text tomorrow, so such records are asked at every lookup.
+/// A hash table holds the records whose getName returns the name that they were constructed with.
+/// Any other record may return another name at each call, so every lookup scans these records.
 class NameIndex {
   public:
     using Records = std::vector<std::unique_ptr<DataType>>;
 
-    /// The index of these records, which must outlive it or be taken out of it in time.
+    /// Makes an empty index of `records`, which must outlive it.
     explicit NameIndex(const Records& records) : records_(records) {}
 
+    /// Returns the first position of a name.
     std::optional<std::size_t> find(std::string_view name) const;
 
-    /// To be called when a record has been appended.
+    /// Adds the last record. Call it when a record has been appended.
     void addLast();
 
-    /// To be called before the record at a position leaves it, and when the position holds its
-    /// next record. The positions of all others must stay.
-    void leave(std::size_t position);
-    void enter(std::size_t position);
+    /// Remove and add the record at a position. Call `remove` before the record changes, and `add`
+    /// afterwards. The positions of all other records must not change in between.
+    void remove(std::size_t position);
+    void add(std::size_t position);
 
-    /// To be called when positions have changed.
+    /// Indexes all records again. Call it when positions have changed.
     void rebuild();
 
   private:
-    /// A name inside a record, with its hash: growing the index must not read every name again.
+    /// A name owned by a record, with its hash, so that growing the table reads no names.
     struct Key {
         const char* text;
         std::uint32_t length;
@@ -50,19 +51,19 @@ class NameIndex {
         std::string_view name() const { return {text, length}; }
         bool operator==(const Key& other) const { return name() == other.name(); }
     };
-    struct HashOfKey {
+    struct KeyHash {
         std::size_t operator()(const Key& key) const noexcept { return key.hash; }
     };
 
-    static Key keyOf(std::string_view name);
-    static std::string_view nameOf(const DataType& record);
-    static bool answersOwnName(const DataType& record);
+    static Key makeKey(std::string_view name);
+    static std::string_view recordName(const DataType& record);
+    static bool returnsOwnName(const DataType& record);
 
     const Records& records_;
-    boost::unordered_flat_map<Key, std::uint32_t, HashOfKey> firstPositions_;
-    // Positions of the records that are asked each time, in ascending order.
-    std::vector<std::uint32_t> asked_;
-    // How many indexed records have a name that an earlier one has.
+    boost::unordered_flat_map<Key, std::uint32_t, KeyHash> firstPositions_;
+    // Positions of the records that every lookup scans, in ascending order.
+    std::vector<std::uint32_t> scanned_;
+    // Number of indexed records whose name an earlier indexed record has.
     std::size_t duplicates_ = 0;
 };
 

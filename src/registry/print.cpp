@@ -1,4 +1,4 @@
-// The texts of records and tables, for people.
+// Output of records and tables.
 #include <tvtypes/datatypetable.h>
 
 #include <ostream>
@@ -6,7 +6,7 @@
 
 namespace TVTypeSys {
 
-// Numbers are written as texts, so that the stream's locale and flags do not show in them.
+// std::to_string, because the stream's locale and flags must not change the numbers.
 
 void DataType::print(std::ostream& os) const {
     const char* name = getName();

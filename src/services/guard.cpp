@@ -1,14 +1,14 @@
 #include "services/guard.h"
 
-#include "services/refuse.h"
+#include "services/errors.h"
 
 #include <fndut/alloc.h>
 #include <tv_services/diagnostics.h>
 
 namespace TVTypeSys {
 
-tvsvDiagnosticImpl* diagnosticOf(const fnd::except::IException& refusal, const char* blockPath) {
-    tvsvDiagnosticImpl* diagnostic = tvsvCreateDiagnosticFromIException(refusal, true);
+tvsvDiagnosticImpl* createDiagnostic(const fnd::except::IException& error, const char* blockPath) {
+    tvsvDiagnosticImpl* diagnostic = tvsvCreateDiagnosticFromIException(error, true);
     if (utStrlen(blockPath) != 0) {
         tvsvDiagnosticImpl* origin =
             tvsvCreateDiagnosticFromMessageID(general::DataTypeErrorFromBlock(blockPath));

@@ -1,5 +1,5 @@
 /// \file
-/// Refusals as diagnostics, for callers that do not work with exceptions.
+/// Conversion of thrown errors to diagnostics and status values.
 #pragma once
 
 #include <fnd/except.h>
@@ -8,25 +8,26 @@ class tvsvDiagnosticImpl;
 
 namespace TVTypeSys {
 
-/// The diagnostic of a refusal, with the block that asked added if its path is known. The caller
-/// owns it.
-tvsvDiagnosticImpl* diagnosticOf(const fnd::except::IException& refusal, const char* blockPath);
+/// Creates the diagnostic of an error, with DataTypeErrorFromBlock (blockPath) appended unless
+/// `blockPath` is null or empty. The caller owns it.
+tvsvDiagnosticImpl* createDiagnostic(const fnd::except::IException& error, const char* blockPath);
 
-/// Runs `operation` and gives null, or the diagnostic of its refusal. Other exceptions pass.
+/// Destroys a diagnostic.
+void discard(tvsvDiagnosticImpl* diagnostic);
+
+/// Runs `operation`. Returns null, or the diagnostic of the IException that it threw, which the
+/// caller owns. Other exceptions pass through.
 template <class Operation>
 tvsvDiagnosticImpl* guarded(const char* blockPath, const Operation& operation) {
     try {
         operation();
         return nullptr;
-    } catch (const fnd::except::IException& refusal) {
-        return diagnosticOf(refusal, blockPath);
+    } catch (const fnd::except::IException& error) {
+        return createDiagnostic(error, blockPath);
     }
 }
 
-/// Destroys a diagnostic that nobody wants.
-void discard(tvsvDiagnosticImpl* diagnostic);
-
-/// Runs `operation` and tells whether it was done and not refused. Other exceptions pass.
+/// Runs `operation`. Returns false if it threw an IException. Other exceptions pass through.
 template <class Operation>
 bool succeeds(const Operation& operation) {
     if (tvsvDiagnosticImpl* diagnostic = guarded(nullptr, operation)) {

@@ -1,5 +1,5 @@
 /// \file
-/// What the host does for the library: it has classes of values, memory and functions.
+/// Memory and functions of the host.
 #pragma once
 
 #include <ox/array.h>
@@ -10,12 +10,12 @@ class tvsvDiagnosticImpl;
 
 namespace TVTypeSys {
 
-/// Zeroed memory of the host, which the host releases; null if there is none.
+/// Allocates zeroed memory that the host releases. Returns null if memory runs out.
 void* allocateHostZeroed(std::size_t count, std::size_t elementSize);
 
-/// Calls a function of the host with one input, which it does not keep. Null on success, with the
-/// result behind `output`, which the caller owns; else the diagnostic, which the caller owns, and
-/// `output` is as it was.
+/// Calls a function of the host with one input, which it does not keep. Returns null on success
+/// and stores the result in `*output`; otherwise returns the diagnostic and leaves `*output`
+/// unchanged. The caller owns both.
 tvsvDiagnosticImpl* callHostFunction(const char* name, const oxArray_tag* input,
                                      oxArray_tag** output);
 

@@ -15,7 +15,7 @@ const oxArray_tag* share(const oxArray_tag* value) {
     return value == nullptr ? nullptr : oxShareArray(value);
 }
 
-// The host takes a changeable value because its count changes; its contents do not.
+// The parameter of the host is not const because the reference count changes; the contents do not.
 void releaseValue(const oxArray_tag* value) noexcept {
     oxDestroyArray(const_cast<oxArray_tag*>(value));
 }

@@ -1,10 +1,10 @@
 /// \file
-/// What counts as a name.
+/// Validity of names.
 #pragma once
 
 namespace TVTypeSys {
 
-/// Whether a text is an identifier. Words that C reserves are; null is not.
+/// Returns whether a text is a C identifier. Reserved words of C are accepted; null is not.
 bool isIdentifier(const char* text);
 
 } // namespace TVTypeSys

@@ -1,32 +1,15 @@
 /// \file
-/// The one short way to refuse and to warn.
+/// Former names of the functions of services/errors.h.
 #pragma once
 
-#include <tvtypes_res/messages.h>
-
-#include <string>
-
-class tvsvDiagnosticImpl;
+#include "services/errors.h"
 
 namespace TVTypeSys {
 
-namespace general = TorvaneTypes::general;
-namespace units = TorvaneTypes::Unit;
-namespace dimensions = TorvaneTypes::Dimensions;
-
-/// Throws the message as a diagnostic: `refuse(general::InvalidDataTypeId(id))`.
-[[noreturn]] void refuse(const msgcore::BaseMsgID& message);
-
-/// Throws a diagnostic that another operation gave, and takes it over.
-[[noreturn]] void refuse(tvsvDiagnosticImpl* diagnostic);
-
-/// Throws the diagnostic which says that memory ran out.
-[[noreturn]] void refuseForLackOfMemory();
-
-/// Reports the message as a warning.
-void warn(const msgcore::BaseMsgID& message);
-
-/// A text argument of a message; null counts as "".
-inline std::string textOf(const char* text) { return text == nullptr ? std::string() : text; }
+[[noreturn]] inline void refuse(const msgcore::BaseMsgID& message) { throwError(message); }
+[[noreturn]] inline void refuse(tvsvDiagnosticImpl* diagnostic) { throwError(diagnostic); }
+[[noreturn]] inline void refuseForLackOfMemory() { throwOutOfMemory(); }
+inline void warn(const msgcore::BaseMsgID& message) { reportWarning(message); }
+inline std::string textOf(const char* text) { return orEmpty(text); }
 
 } // namespace TVTypeSys

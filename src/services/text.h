@@ -1,5 +1,5 @@
 /// \file
-/// Texts between the two string types, and what is done with 16-bit ones. Narrow texts are UTF-8.
+/// Conversion between UTF-8 and UTF-16 texts, and operations on UTF-16 texts.
 #pragma once
 
 #include <string>
@@ -7,16 +7,16 @@
 
 namespace TVTypeSys {
 
-/// The 16-bit form of a text; null counts as "".
+/// Converts UTF-8 to UTF-16; null counts as "".
 std::u16string wide(const char* text);
 
-/// The narrow form of a text.
+/// Converts UTF-16 to UTF-8.
 std::string narrow(const std::u16string& text);
 
-/// Whether every character is a letter or a digit.
+/// Returns whether every character is a letter or a digit.
 bool isAlphanumeric(const std::u16string& text);
 
-/// What stands between the commas of a text; nothing if it is empty.
+/// Splits a text at its commas. Returns an empty vector for an empty text.
 std::vector<std::u16string> splitAtCommas(const std::u16string& text);
 
 } // namespace TVTypeSys

@@ -14,7 +14,7 @@ void Records::Release::operator()(oxArray_tag* value) const noexcept { oxDestroy
 
 std::size_t Records::size() const { return oxGetNumberOfElements(value_.get()); }
 
-const oxArray_tag* Records::fieldOf(std::size_t record, const char* name) const {
+const oxArray_tag* Records::fieldValue(std::size_t record, const char* name) const {
     const std::vector<std::string>& names = oxGetFieldNames(value_.get());
     if (next_ >= names.size() || names[next_] != name) {
         const auto found = std::find(names.begin(), names.end(), name);
@@ -26,7 +26,7 @@ const oxArray_tag* Records::fieldOf(std::size_t record, const char* name) const 
 }
 
 std::optional<std::u16string> Records::text(std::size_t record, const char* field) const {
-    const oxArray_tag* value = fieldOf(record, field);
+    const oxArray_tag* value = fieldValue(record, field);
     if (!oxIsString(value)) {
         return std::nullopt;
     }
@@ -35,8 +35,8 @@ std::optional<std::u16string> Records::text(std::size_t record, const char* fiel
 
 std::optional<int> Records::integer(std::size_t record, const char* field) const {
     using Limits = std::numeric_limits<int>;
-    // NaN where there is no number, and then within no bounds.
-    const double value = oxGetScalar(fieldOf(record, field));
+    // NaN, which is in no range, if the field is not a number.
+    const double value = oxGetScalar(fieldValue(record, field));
     if (!(value > Limits::min() - 1.0 && value < Limits::max() + 1.0)) {
         return std::nullopt;
     }
@@ -53,7 +53,7 @@ std::optional<VariableFile> VariableFile::open(const std::u16string& path) {
     return file;
 }
 
-std::string VariableFile::whyNotOpened() { return oxdLastError(); }
+std::string VariableFile::openError() { return oxdLastError(); }
 
 std::optional<Records> VariableFile::records(const char* variable) const {
     Records records(oxdGetVariable(file_.get(), variable));

@@ -1,5 +1,5 @@
 /// \file
-/// Files of the host that hold variables, read as arrays of records.
+/// Reader of the host's variable files, whose variables are arrays of records.
 #pragma once
 
 #include <cstddef>
@@ -12,16 +12,16 @@ struct oxdFile_tag;
 
 namespace TVTypeSys {
 
-/// The records of a variable.
+/// Array of records, the value of a variable.
 class Records {
   public:
     std::size_t size() const;
 
-    /// A field of a record, if it is there and a text.
+    /// Returns a field as a text, or nothing if the field is missing or not a text.
     std::optional<std::u16string> text(std::size_t record, const char* field) const;
 
-    /// A field of a record, if it is there and a number that an int can hold once its fraction is
-    /// cut off.
+    /// Returns a field as an integer, with its fraction truncated. Returns nothing if the field is
+    /// missing, not a number, or out of the range of int.
     std::optional<int> integer(std::size_t record, const char* field) const;
 
   private:
@@ -30,23 +30,23 @@ class Records {
         void operator()(oxArray_tag* value) const noexcept;
     };
     explicit Records(oxArray_tag* value) : value_(value) {}
-    const oxArray_tag* fieldOf(std::size_t record, const char* name) const;
+    const oxArray_tag* fieldValue(std::size_t record, const char* name) const;
 
     std::unique_ptr<oxArray_tag, Release> value_;
-    /// Where the next field is looked for first: fields are mostly read in their order.
+    /// Index of the field that is tried first: fields are mostly read in their order.
     mutable std::size_t next_ = 0;
 };
 
-/// An open file.
+/// An open variable file.
 class VariableFile {
   public:
-    /// Nothing if the file does not open.
+    /// Opens a file for reading. Returns nothing on failure; openError has the reason.
     static std::optional<VariableFile> open(const std::u16string& path);
 
-    /// Why it did not, the last time.
-    static std::string whyNotOpened();
+    /// Returns the reason of the last failure of open, with line and column.
+    static std::string openError();
 
-    /// The records of a variable, if there is one and it has records.
+    /// Returns the records of a variable, or nothing if the variable is missing or has no records.
     std::optional<Records> records(const char* variable) const;
 
   private:
@@ -58,7 +58,7 @@ class VariableFile {
     std::unique_ptr<oxdFile_tag, Close> file_;
 };
 
-/// The root of the installation.
+/// Returns the root folder of the installation.
 std::u16string installationRoot();
 
 } // namespace TVTypeSys

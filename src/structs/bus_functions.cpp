@@ -1,18 +1,18 @@
-// Struct types by id.
-#include "structs/elements.h"
+// Access to struct types by id.
+#include "structs/element_properties.h"
 
-#include <tvtypes/functions.h>
+#include <tvtypes/structs/bus_functions.h>
 
 bool DtGetDataTypeIsBus(const TVTypeSys::DataTypeTable* table, int id) {
-    const StructDataType* const type = TVTypeSys::structAt(*table, id);
+    const StructDataType* const type = TVTypeSys::findStruct(*table, id);
     return type != nullptr && type->isBusType();
 }
 
 const tvChecksumValue& DtGetStructDataTypeChecksum(const TVTypeSys::DataTypeTable* table, int id) {
-    return TVTypeSys::structOf(*table, id).getDtChecksumValue();
+    return TVTypeSys::requireStruct(*table, id).getDtChecksumValue();
 }
 
 void DtSetStructDataTypeChecksum(TVTypeSys::DataTypeTable* table, int id,
                                  const tvChecksumValue& value) {
-    TVTypeSys::structOf(*table, id).setDtChecksumValue(value);
+    TVTypeSys::requireStruct(*table, id).setDtChecksumValue(value);
 }

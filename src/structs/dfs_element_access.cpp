@@ -1,14 +1,15 @@
-#include "structs/depth_first_nodes.h"
-#include "structs/elements.h"
+// The view of the depth-first nodes.
+#include "structs/element_properties.h"
+#include "structs/node_cache.h"
 
 #include <tvtypes/datatypetable.h>
-#include <tvtypes/elementaccess.h>
+#include <tvtypes/structs/dfs_element_access.h>
 
 namespace TVTypeSys {
 
 namespace {
 
-/// One level down, as computeDataTypeIdAndIndex tells it.
+/// Result of DFSElementAccess::computeDataTypeIdAndIndex.
 struct LevelStep {
     int immediateIdx;
     int copyIdx;
@@ -16,20 +17,20 @@ struct LevelStep {
     int subIdx;
 };
 
-LevelStep stepInto(const DataTypeTable& table, const Outermost& outermost, int dfsIdx) {
-    const Instance instance = instanceOf(outermost.type, dfsIdx);
+/// Resolves a node by one level of nesting.
+LevelStep stepInto(const DataTypeTable& table, const Root& root, int dfsIdx) {
+    const Instance instance = splitIndex(root.type, dfsIdx);
     if (dfsIdx == 0) {
-        return {-1, 0, outermost.typeId, -1};
+        return {-1, 0, root.typeId, -1};
     }
     if (instance.number > 0) {
-        return {-1, instance.number, outermost.typeId, dfsIdx - instance.index};
+        return {-1, instance.number, root.typeId, dfsIdx - instance.index};
     }
-    const Step step =
-        ViewMemory::of(outermost.type).depthFirst.starts.stepTo(table, outermost.type, dfsIdx);
+    const Step step = ViewCache::get(root.type).depthFirst.starts.find(table, root.type, dfsIdx);
     if (step.copy) {
         return {step.element, *step.copy, step.typeId, step.start};
     }
-    const bool isHeader = structAt(table, step.typeId) != nullptr;
+    const bool isHeader = findStruct(table, step.typeId) != nullptr;
     return {step.element, isHeader ? -1 : 0, step.typeId, isHeader ? -1 : step.start};
 }
 
@@ -39,39 +40,33 @@ DFSElementAccess::DFSElementAccess(const DataTypeTable* table, int dataTypeId)
     : StructElementAccess(table, dataTypeId) {}
 
 StructElement* DFSElementAccess::getStructElement(int dfsIdx) {
-    return &elementOf(table(), outermostOf(table(), dataTypeId()), dfsIdx);
+    return &nodeElement(table(), findRoot(table(), dataTypeId()), dfsIdx);
 }
 
 int DFSElementAccess::getNumElements() {
-    return structOf(table(), dataTypeId()).getNumDFSElements();
+    return requireStruct(table(), dataTypeId()).getNumDFSElements();
 }
 
-const char* DFSElementAccess::getName(int index) { return getStructElement(index)->name.c_str(); }
-int DFSElementAccess::getDataTypeId(int index) { return getStructElement(index)->dataTypeId; }
-int DFSElementAccess::getUnitId(int index) { return getStructElement(index)->unitId; }
-int DFSElementAccess::getNumDimensions(int index) { return getStructElement(index)->numDimensions; }
-int* DFSElementAccess::getDimensions(int index) { return getStructElement(index)->dimensions; }
-int DFSElementAccess::getWidth(int index) { return widthOf(*getStructElement(index)); }
-int DFSElementAccess::getSignalType(int index) { return getStructElement(index)->signalType; }
-int DFSElementAccess::getSamplingMode(int index) { return getStructElement(index)->samplingMode; }
-int DFSElementAccess::getDimensionsMode(int index) {
-    return getStructElement(index)->dimensionsMode;
-}
-double DFSElementAccess::getMin(int index) { return getStructElement(index)->min; }
-double DFSElementAccess::getMax(int index) { return getStructElement(index)->max; }
+#define ELEMENT_GETTER(Result, getter, value)                                                      \
+    Result DFSElementAccess::getter(int index) {                                                   \
+        StructElement& element = *getStructElement(index);                                         \
+        return value;                                                                              \
+    }
+#include "structs/element_getters.def"
+
 bool DFSElementAccess::isIdxValid(int /*index*/) { return true; }
 
 int DFSElementAccess::getOffset(int index) {
-    return offsetOf(table(), outermostOf(table(), dataTypeId()), byteOffset, index);
+    return nodeOffset(table(), findRoot(table(), dataTypeId()), byteOffset, index);
 }
 
 int DFSElementAccess::getVarDimsOffset(int index) {
-    return offsetOf(table(), outermostOf(table(), dataTypeId()), varDimsOffset, index);
+    return nodeOffset(table(), findRoot(table(), dataTypeId()), varDimsOffset, index);
 }
 
 void DFSElementAccess::computeDataTypeIdAndIndex(int dfsIdx, int* immediateIdx, int* copyIdx,
                                                  int* dataTypeId, int* subIdx) {
-    const LevelStep step = stepInto(table(), outermostOf(table(), this->dataTypeId()), dfsIdx);
+    const LevelStep step = stepInto(table(), findRoot(table(), this->dataTypeId()), dfsIdx);
     *immediateIdx = step.immediateIdx;
     *copyIdx = step.copyIdx;
     *dataTypeId = step.dataTypeId;
@@ -80,15 +75,15 @@ void DFSElementAccess::computeDataTypeIdAndIndex(int dfsIdx, int* immediateIdx, 
 
 void DFSElementAccess::getImmediateParentDTypeIdAndOffset(int dfsIdx, int& parentDataTypeId,
                                                           int& elementIdx) {
-    const Outermost outermost = outermostOf(table(), dataTypeId());
-    const Place place = placeOf(table(), outermost, instanceOf(outermost.type, dfsIdx).index);
+    const Root root = findRoot(table(), dataTypeId());
+    const Place place = locateNode(table(), root, splitIndex(root.type, dfsIdx).index);
     const Nesting* const parent = place.element < 0 ? place.within->parent : place.within;
     if (parent == nullptr) {
         parentDataTypeId = INVALID_DATA_TYPE_ID;
         elementIdx = -1;
         return;
     }
-    parentDataTypeId = typeIdOf(outermost, *parent);
+    parentDataTypeId = nestingTypeId(root, *parent);
     elementIdx = place.element < 0 ? place.within->element : place.element;
 }
 
@@ -101,17 +96,17 @@ void DFSElementAccess::getFullPath(int dfsIdx, bool includeRoot,
     int typeId = dataTypeId();
     int index = dfsIdx;
     while (true) {
-        const Outermost level = outermostOf(table(), typeId);
+        const Root level = findRoot(table(), typeId);
         const LevelStep step = stepInto(table(), level, index);
-        const bool isStruct = structAt(table(), step.dataTypeId) != nullptr;
+        const bool isStruct = findStruct(table(), step.dataTypeId) != nullptr;
         std::string name;
         int copy = isStruct ? step.copyIdx : -1;
         if (step.immediateIdx >= 0) {
-            const StructElement& element = elementAt(level.type, step.immediateIdx);
+            const StructElement& element = requireElement(level.type, step.immediateIdx);
             name = element.name;
-            copy = widthOf(element) == 1 ? -1 : copy;
+            copy = width(element) == 1 ? -1 : copy;
         }
-        // The struct itself is named by its element, one level up.
+        // Node 0 of a nested struct has no name here: its element is already on the path.
         const bool isBottom = step.subIdx < 0;
         if (!isBottom || !name.empty()) {
             found.emplace_back(std::move(name), copy);
@@ -129,20 +124,20 @@ int DFSElementAccess::getRawElementIdx(int dfsIdx) {
     if (dfsIdx < 1) {
         return 0;
     }
-    const Outermost outermost = outermostOf(table(), dataTypeId());
-    const Instance instance = instanceOf(outermost.type, dfsIdx);
-    std::vector<unsigned>& ahead = ViewMemory::of(outermost.type).scalarsAhead;
-    // All of one instance lies ahead of a further one.
-    const int needed = instance.number > 0 ? outermost.type.getNumDFSElements() : instance.index;
-    for (auto node = static_cast<int>(ahead.size()) - 1; node < needed; ++node) {
-        const Place place = placeOf(table(), outermost, node);
-        const bool isLeaf = structAt(table(), place.typeId) == nullptr;
-        const int scalars = isLeaf ? complexWidthOf(elementAt(*place.type, place.element)) : 0;
-        ahead.push_back(ahead.back() + static_cast<unsigned>(scalars));
+    const Root root = findRoot(table(), dataTypeId());
+    const Instance instance = splitIndex(root.type, dfsIdx);
+    std::vector<unsigned>& before = ViewCache::get(root.type).scalarsBefore;
+    // A further instance needs the sum over a whole one.
+    const int needed = instance.number > 0 ? root.type.getNumDFSElements() : instance.index;
+    for (auto node = static_cast<int>(before.size()) - 1; node < needed; ++node) {
+        const Place place = locateNode(table(), root, node);
+        const bool isLeaf = findStruct(table(), place.typeId) == nullptr;
+        const int scalars = isLeaf ? complexWidth(requireElement(*place.type, place.element)) : 0;
+        before.push_back(before.back() + static_cast<unsigned>(scalars));
     }
     return static_cast<int>(static_cast<unsigned>(instance.number) *
-                                ahead[static_cast<std::size_t>(needed)] +
-                            ahead[static_cast<std::size_t>(instance.index)]);
+                                before[static_cast<std::size_t>(needed)] +
+                            before[static_cast<std::size_t>(instance.index)]);
 }
 
 } // namespace TVTypeSys

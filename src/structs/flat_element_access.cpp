@@ -1,19 +1,22 @@
-#include "structs/depth_first_nodes.h"
-#include "structs/elements.h"
+// The view of the leaves.
+#include "structs/element_properties.h"
+#include "structs/node_cache.h"
 
 #include <tvtypes/datatypetable.h>
-#include <tvtypes/elementaccess.h>
+#include <tvtypes/structs/dfs_element_access.h>
+#include <tvtypes/structs/flat_element_access.h>
 
 namespace TVTypeSys {
 
 namespace {
 
-std::vector<int> leavesOf(const DataTypeTable& table, const Outermost& outermost) {
+/// Returns the depth-first indices of the leaves of one instance.
+std::vector<int> leafNodes(const DataTypeTable& table, const Root& root) {
     std::vector<int> leaves;
-    const int count = outermost.type.getNumDFSElements();
+    const int count = root.type.getNumDFSElements();
     for (int node = 0; node < count; ++node) {
-        const Place place = placeOf(table, outermost, node);
-        if (structAt(table, place.typeId) == nullptr) {
+        const Place place = locateNode(table, root, node);
+        if (findStruct(table, place.typeId) == nullptr) {
             leaves.push_back(node);
         }
     }
@@ -29,44 +32,25 @@ FlatElementAccess::FlatElementAccess(const DataTypeTable* table, int dataTypeId)
 FlatElementAccess::~FlatElementAccess() = default;
 
 int FlatElementAccess::getDFSIdx(int flatIdx) {
-    StructDataType& type = structOf(table(), dataTypeId());
+    StructDataType& type = requireStruct(table(), dataTypeId());
     if (type.isFlatElementCacheEmpty()) {
-        type.setDFSIdxFromFlatIdx(leavesOf(table(), {type, dataTypeId()}));
+        type.setDFSIdxFromFlatIdx(leafNodes(table(), {type, dataTypeId()}));
     }
     return type.getDFSIdxFromFlatIdx(flatIdx);
 }
 
 int FlatElementAccess::getNumElements() {
-    return structOf(table(), dataTypeId()).getNumFlatElements();
+    return requireStruct(table(), dataTypeId()).getNumFlatElements();
 }
 
-const char* FlatElementAccess::getName(int index) { return dfsAccess_->getName(getDFSIdx(index)); }
-int FlatElementAccess::getDataTypeId(int index) {
-    return dfsAccess_->getDataTypeId(getDFSIdx(index));
-}
-int FlatElementAccess::getUnitId(int index) { return dfsAccess_->getUnitId(getDFSIdx(index)); }
-int FlatElementAccess::getNumDimensions(int index) {
-    return dfsAccess_->getNumDimensions(getDFSIdx(index));
-}
-int* FlatElementAccess::getDimensions(int index) {
-    return dfsAccess_->getDimensions(getDFSIdx(index));
-}
-int FlatElementAccess::getWidth(int index) { return dfsAccess_->getWidth(getDFSIdx(index)); }
+#define ELEMENT_GETTER(Result, getter, value)                                                      \
+    Result FlatElementAccess::getter(int index) { return dfsAccess_->getter(getDFSIdx(index)); }
+#include "structs/element_getters.def"
+
 int FlatElementAccess::getOffset(int index) { return dfsAccess_->getOffset(getDFSIdx(index)); }
 int FlatElementAccess::getVarDimsOffset(int index) {
     return dfsAccess_->getVarDimsOffset(getDFSIdx(index));
 }
-int FlatElementAccess::getSignalType(int index) {
-    return dfsAccess_->getSignalType(getDFSIdx(index));
-}
-int FlatElementAccess::getSamplingMode(int index) {
-    return dfsAccess_->getSamplingMode(getDFSIdx(index));
-}
-int FlatElementAccess::getDimensionsMode(int index) {
-    return dfsAccess_->getDimensionsMode(getDFSIdx(index));
-}
-double FlatElementAccess::getMin(int index) { return dfsAccess_->getMin(getDFSIdx(index)); }
-double FlatElementAccess::getMax(int index) { return dfsAccess_->getMax(getDFSIdx(index)); }
 bool FlatElementAccess::isIdxValid(int /*index*/) { return true; }
 
 void FlatElementAccess::getImmediateParentDTypeIdAndOffset(int flatIdx, int& parentDataTypeId,

@@ -1,9 +1,10 @@
-#include "structs/elements.h"
-#include "structs/view_memory.h"
+// The view of the immediate elements.
+#include "structs/element_properties.h"
+#include "structs/view_cache.h"
 
 #include <tvtypes/datatypetable.h>
-#include <tvtypes/elementaccess.h>
-#include <tvtypes/functions.h>
+#include <tvtypes/structs/bus_functions.h>
+#include <tvtypes/structs/immediate_element_access.h>
 
 #include <unordered_set>
 #include <vector>
@@ -14,26 +15,22 @@ ImmediateElementAccess::ImmediateElementAccess(const DataTypeTable* table, int d
     : StructElementAccess(table, dataTypeId) {}
 
 StructElement& ImmediateElementAccess::element(int index) {
-    return elementAt(structOf(table(), dataTypeId()), index);
+    return requireElement(requireStruct(table(), dataTypeId()), index);
 }
 
 int ImmediateElementAccess::getNumElements() {
-    return structOf(table(), dataTypeId()).getNumElements();
+    return requireStruct(table(), dataTypeId()).getNumElements();
 }
 
-const char* ImmediateElementAccess::getName(int index) { return element(index).name.c_str(); }
-int ImmediateElementAccess::getDataTypeId(int index) { return element(index).dataTypeId; }
-int ImmediateElementAccess::getUnitId(int index) { return element(index).unitId; }
-int ImmediateElementAccess::getNumDimensions(int index) { return element(index).numDimensions; }
-int* ImmediateElementAccess::getDimensions(int index) { return element(index).dimensions; }
-int ImmediateElementAccess::getWidth(int index) { return widthOf(element(index)); }
+#define ELEMENT_GETTER(Result, getter, value)                                                      \
+    Result ImmediateElementAccess::getter(int index) {                                             \
+        StructElement& element = this->element(index);                                             \
+        return value;                                                                              \
+    }
+#include "structs/element_getters.def"
+
 int ImmediateElementAccess::getOffset(int index) { return element(index).offset; }
 int ImmediateElementAccess::getVarDimsOffset(int index) { return element(index).varDimsOffset; }
-int ImmediateElementAccess::getSignalType(int index) { return element(index).signalType; }
-int ImmediateElementAccess::getSamplingMode(int index) { return element(index).samplingMode; }
-int ImmediateElementAccess::getDimensionsMode(int index) { return element(index).dimensionsMode; }
-double ImmediateElementAccess::getMin(int index) { return element(index).min; }
-double ImmediateElementAccess::getMax(int index) { return element(index).max; }
 bool ImmediateElementAccess::getMinSpec(int index) { return element(index).getMinSpec(); }
 bool ImmediateElementAccess::getMaxSpec(int index) { return element(index).getMaxSpec(); }
 bool ImmediateElementAccess::isScalar(int index) { return TVTypeSys::isScalar(element(index)); }
@@ -43,13 +40,13 @@ bool ImmediateElementAccess::isIdxValid(int index) {
 }
 
 int ImmediateElementAccess::getPadding(int index) {
-    const StructDataType& type = structOf(table(), dataTypeId());
-    const StructElement& element = elementAt(type, index);
+    const StructDataType& type = requireStruct(table(), dataTypeId());
+    const StructElement& element = requireElement(type, index);
     const bool isLast = index == type.getNumElements() - 1;
-    const long long next = isLast ? type.getSize() : elementAt(type, index + 1).offset;
+    const long long next = isLast ? type.getSize() : requireElement(type, index + 1).offset;
     const long long size =
-        static_cast<long long>(sizeOfType(table(), element.dataTypeId)) * complexWidthOf(element);
-    return wrapped(next - element.offset - size);
+        static_cast<long long>(typeSize(table(), element.dataTypeId)) * complexWidth(element);
+    return truncateToInt(next - element.offset - size);
 }
 
 void ImmediateElementAccess::containsAoBOrVarDimsOrFrames(bool* aob, bool* varDims, bool* frames) {
@@ -57,10 +54,10 @@ void ImmediateElementAccess::containsAoBOrVarDimsOrFrames(bool* aob, bool* varDi
         const StructDataType* type;
         std::size_t next = 0;
     };
-    const StructDataType& outermost = structOf(table(), dataTypeId());
-    // A bus that is met again has nothing new.
-    std::unordered_set<const StructDataType*> met{&outermost};
-    std::vector<Visit> path{{&outermost}};
+    const StructDataType& root = requireStruct(table(), dataTypeId());
+    // A bus is searched once.
+    std::unordered_set<const StructDataType*> visited{&root};
+    std::vector<Visit> path{{&root}};
     while (!path.empty()) {
         Visit& visit = path.back();
         if (visit.next == visit.type->getElements().size()) {
@@ -77,8 +74,8 @@ void ImmediateElementAccess::containsAoBOrVarDimsOrFrames(bool* aob, bool* varDi
             return;
         }
         if (isBus) {
-            const StructDataType& bus = structOf(table(), element.dataTypeId);
-            if (met.insert(&bus).second) {
+            const StructDataType& bus = requireStruct(table(), element.dataTypeId);
+            if (visited.insert(&bus).second) {
                 path.push_back({&bus});
             }
         }
@@ -86,8 +83,8 @@ void ImmediateElementAccess::containsAoBOrVarDimsOrFrames(bool* aob, bool* varDi
 }
 
 int ImmediateElementAccess::getRawElementIdx(int index) {
-    StructDataType& type = structOf(table(), dataTypeId());
-    return wrapped(ViewMemory::of(type).raw.starts.startOf(table(), type, index));
+    StructDataType& type = requireStruct(table(), dataTypeId());
+    return truncateToInt(ViewCache::get(type).raw.starts.start(table(), type, index));
 }
 
 } // namespace TVTypeSys

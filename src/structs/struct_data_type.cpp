@@ -1,7 +1,7 @@
-#include "structs/elements.h"
-#include "structs/view_memory.h"
+#include "structs/element_properties.h"
+#include "structs/view_cache.h"
 
-#include <tvtypes/structdatatype.h>
+#include <tvtypes/structs/struct_data_type.h>
 
 StructDataType::StructDataType(int id, const std::string& name, DataTypeSource source)
     : DataType(id, name, source) {
@@ -57,12 +57,12 @@ int StructDataType::getDFSIdxFromFlatIdx(int flatIdx) const {
     }
     if (flatIdx < 0 || numFlatElements_ < 1 ||
         static_cast<std::size_t>(flatIdx % numFlatElements_) >= tableSize) {
-        TVTypeSys::refuseIndex(*this, flatIdx);
+        TVTypeSys::throwInvalidIndex(*this, flatIdx);
     }
-    const long long nodesAhead =
+    const long long nodesBefore =
         static_cast<long long>(flatIdx / numFlatElements_) * numDFSElements_;
-    return TVTypeSys::wrapped(
-        nodesAhead + dfsIdxFromFlatIdx_[static_cast<std::size_t>(flatIdx % numFlatElements_)]);
+    return TVTypeSys::truncateToInt(
+        nodesBefore + dfsIdxFromFlatIdx_[static_cast<std::size_t>(flatIdx % numFlatElements_)]);
 }
 
 void StructDataType::setDFSIdxFromFlatIdx(const std::vector<int>& table) {
@@ -76,11 +76,12 @@ void StructDataType::setDtChecksumValue(const tvChecksumValue& value) { checksum
 bool StructDataType::isBusType() const { return false; }
 
 DFSElementCache* StructDataType::getCachedElement(int dfsIdx) {
-    return &TVTypeSys::ViewMemory::of(*this).nodes[dfsIdx];
+    return &TVTypeSys::ViewCache::get(*this).nodes[dfsIdx];
 }
 
+/// Clears the cached positions, which depend on the elements and counts.
 void StructDataType::forgetPositions() {
-    if (viewMemory_ != nullptr) {
-        viewMemory_->forgetPositions();
+    if (viewCache_ != nullptr) {
+        viewCache_->clearPositions();
     }
 }

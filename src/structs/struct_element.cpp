@@ -1,6 +1,6 @@
 #include "services/memory.h"
 
-#include <tvtypes/structdatatype.h>
+#include <tvtypes/structs/struct_element.h>
 
 StructElement::~StructElement() { TVTypeSys::releaseMemory(dimensions); }
 

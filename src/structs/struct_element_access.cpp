@@ -1,14 +1,14 @@
-#include "structs/elements.h"
+#include "structs/element_properties.h"
 
-#include <tvtypes/elementaccess.h>
+#include <tvtypes/structs/struct_element_access.h>
 
 namespace TVTypeSys {
 
 StructElementAccess::~StructElementAccess() = default;
 
 int StructElementAccess::getComplexWidth(int index) {
-    const int width = getWidth(index);
-    return getSignalType(index) == 1 ? wrapped(2LL * width) : width;
+    const int realWidth = getWidth(index);
+    return getSignalType(index) == 1 ? truncateToInt(2LL * realWidth) : realWidth;
 }
 
 } // namespace TVTypeSys

@@ -1,5 +1,5 @@
-// What a struct type contains somewhere, found once and remembered.
-#include "structs/elements.h"
+// Summary flags of struct types: a depth-first search with an explicit stack, memoised per type.
+#include "structs/element_properties.h"
 
 #include <tvtypes/structdatatype.h>
 
@@ -10,27 +10,27 @@ namespace {
 
 using Flags = StructDataType::SummaryFlags;
 
-/// A type whose flags are being computed, as far as its elements have been looked at.
+/// A type on the search path, and its next element.
 struct Visit {
     StructDataType* type;
     std::size_t next = 0;
-    Flags found;
+    Flags flags;
 };
 
-/// What one element adds; `nested` is the type of an element that is a struct, else null.
-void add(const StructElement& element, const StructDataType* nested, Flags& found) {
+/// Adds the flags of one element. `nested` is its type if that is a struct, else null.
+void add(const StructElement& element, const StructDataType* nested, Flags& flags) {
     const bool isVariable = element.dimensionsMode == 1;
-    found.hasFrameBasedElements |= element.samplingMode == 1;
-    found.hasVarDims |= isVariable;
+    flags.hasFrameBasedElements |= element.samplingMode == 1;
+    flags.hasVarDims |= isVariable;
     if (nested == nullptr) {
-        found.hasComplexData |= element.signalType == 1;
+        flags.hasComplexData |= element.signalType == 1;
         return;
     }
-    // The signal type of an element that is a struct itself says nothing.
-    found.hasFrameBasedElements |= nested->hasFrameBasedElements();
-    found.hasVarDims |= nested->hasVarDims();
-    found.hasAOB |= nested->hasAOB() || isVariable || !TVTypeSys::isScalar(element);
-    found.hasComplexData |= nested->hasComplexData();
+    // The signal type of an element that is a struct is ignored.
+    flags.hasFrameBasedElements |= nested->hasFrameBasedElements();
+    flags.hasVarDims |= nested->hasVarDims();
+    flags.hasAOB |= nested->hasAOB() || isVariable || !TVTypeSys::isScalar(element);
+    flags.hasComplexData |= nested->hasComplexData();
 }
 
 } // namespace
@@ -42,7 +42,7 @@ void StructDataType::createCacheForFrequentlyAccessedProperties(
 
 StructDataType::SummaryFlags
 StructDataType::cacheForFrequentlyAccessedProperties(const TVTypeSys::DataTypeTable* table) {
-    std::unordered_set<const StructDataType*> begun{this};
+    std::unordered_set<const StructDataType*> visited{this};
     std::vector<Visit> path;
     if (!propertiesCached_) {
         path.push_back({this, 0, {}});
@@ -51,18 +51,18 @@ StructDataType::cacheForFrequentlyAccessedProperties(const TVTypeSys::DataTypeTa
         Visit& visit = path.back();
         StructDataType& type = *visit.type;
         if (visit.next == type.elements_.size()) {
-            type.summaryFlags_ = visit.found;
+            type.summaryFlags_ = visit.flags;
             type.propertiesCached_ = true;
             path.pop_back();
             continue;
         }
         const StructElement& element = *type.elements_[visit.next];
-        StructDataType* const nested = TVTypeSys::structAt(*table, element.dataTypeId);
-        if (nested != nullptr && !nested->propertiesCached_ && begun.insert(nested).second) {
+        StructDataType* const nested = TVTypeSys::findStruct(*table, element.dataTypeId);
+        if (nested != nullptr && !nested->propertiesCached_ && visited.insert(nested).second) {
             path.push_back({nested, 0, {}});
             continue;
         }
-        add(element, nested, visit.found);
+        add(element, nested, visit.flags);
         ++visit.next;
     }
     return summaryFlags_;

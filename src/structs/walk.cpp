@@ -1,6 +1,6 @@
 #include "structs/walk.h"
 
-#include "structs/elements.h"
+#include "structs/element_properties.h"
 
 #include <tvtypes/datatypetable.h>
 
@@ -8,41 +8,40 @@
 
 namespace TVTypeSys {
 
-Outermost outermostOf(const DataTypeTable& table, int typeId) {
-    return {structOf(table, typeId), typeId};
+Root findRoot(const DataTypeTable& table, int typeId) {
+    return {requireStruct(table, typeId), typeId};
 }
 
-StructDataType& typeOf(const DataTypeTable& table, const Outermost& outermost,
-                       const Nesting& nesting) {
-    return nesting.parent == nullptr ? outermost.type : structOf(table, nesting.typeId);
+StructDataType& nestingType(const DataTypeTable& table, const Root& root, const Nesting& nesting) {
+    return nesting.parent == nullptr ? root.type : requireStruct(table, nesting.typeId);
 }
 
-int typeIdOf(const Outermost& outermost, const Nesting& nesting) {
-    return nesting.parent == nullptr ? outermost.typeId : nesting.typeId;
+int nestingTypeId(const Root& root, const Nesting& nesting) {
+    return nesting.parent == nullptr ? root.typeId : nesting.typeId;
 }
 
-Place locate(const DataTypeTable& table, const Outermost& outermost,
-             NumberingMemory ViewMemory::*numbering, int index) {
+Place locate(const DataTypeTable& table, const Root& root, NumberingCache ViewCache::*numbering,
+             int index) {
     if (index < 0) {
-        refuseIndex(outermost.type, index);
+        throwInvalidIndex(root.type, index);
     }
-    Nestings& nestings = (ViewMemory::of(outermost.type).*numbering).nestings;
+    Nestings& nestings = (ViewCache::get(root.type).*numbering).nestings;
     Nesting* nesting = &nestings.innermost(index);
     while (true) {
-        StructDataType& type = typeOf(table, outermost, *nesting);
-        NumberingMemory& memory = ViewMemory::of(type).*numbering;
-        const int rest = index - nesting->start;
-        if (rest < memory.firstElement) {
-            return {nesting, &type, -1, typeIdOf(outermost, *nesting), nesting->start};
+        StructDataType& type = nestingType(table, root, *nesting);
+        NumberingCache& cache = ViewCache::get(type).*numbering;
+        const int inNesting = index - nesting->start;
+        if (inNesting < cache.firstElement) {
+            return {nesting, &type, -1, nestingTypeId(root, *nesting), nesting->start};
         }
-        const Step step = memory.starts.stepTo(table, type, rest);
+        const Step step = cache.starts.find(table, type, inNesting);
         const int start = nesting->start + step.start;
         if (!step.copy) {
             return {nesting, &type, step.element, step.typeId, start};
         }
-        // A chain longer than there are types comes back to one: a struct that contains itself.
+        // Detects a cycle: more nestings than types means that a struct contains itself.
         if (nesting->depth > table.getNumDataTypes()) {
-            refuseIndex(outermost.type, index);
+            throwInvalidIndex(root.type, index);
         }
         Nesting found;
         found.parent = nesting;
@@ -61,14 +60,14 @@ constinit const OffsetKind byteOffset{&StructElement::offset, &Nesting::offset,
 constinit const OffsetKind varDimsOffset{&StructElement::varDimsOffset, &Nesting::varDimsOffset,
                                          &DFSElementCache::varDimsOffset, false};
 
-int bytesAhead(const DataTypeTable& table, const OffsetKind& kind, int typeId, int copy) {
-    return kind.countsCopies && copy > 0
-               ? wrapped(static_cast<long long>(copy) * sizeOfType(table, typeId))
+int copyOffset(const DataTypeTable& table, const OffsetKind& kind, int typeId, int copy) {
+    return kind.differsByCopy && copy > 0
+               ? truncateToInt(static_cast<long long>(copy) * typeSize(table, typeId))
                : 0;
 }
 
-int offsetOf(const DataTypeTable& table, const Outermost& outermost, const OffsetKind& kind,
-             Nesting& nesting) {
+int nestingOffset(const DataTypeTable& table, const Root& root, const OffsetKind& kind,
+                  Nesting& nesting) {
     std::vector<Nesting*> unknown;
     Nesting* known = &nesting;
     for (; known->*kind.ofNesting == -1; known = known->parent) {
@@ -77,9 +76,10 @@ int offsetOf(const DataTypeTable& table, const Outermost& outermost, const Offse
     int offset = known->*kind.ofNesting;
     for (; !unknown.empty(); unknown.pop_back()) {
         Nesting* const inner = unknown.back();
-        const StructDataType& parent = typeOf(table, outermost, *inner->parent);
-        const long long inParent = elementAt(parent, inner->element).*kind.ofElement;
-        offset = wrapped(offset + inParent + bytesAhead(table, kind, inner->typeId, inner->copy));
+        const StructDataType& parent = nestingType(table, root, *inner->parent);
+        const long long inParent = requireElement(parent, inner->element).*kind.ofElement;
+        offset =
+            truncateToInt(offset + inParent + copyOffset(table, kind, inner->typeId, inner->copy));
         inner->*kind.ofNesting = offset;
     }
     return offset;

@@ -1,58 +1,58 @@
 /// \file
-/// The walk down through nested structs to what an index names. It remembers the structs on its
-/// way with the outermost one, and the next walk begins at the innermost that it knows, so that
-/// walks to all indices, in any order, take one step for each struct inside.
+/// Resolution of an index to the innermost struct around it.
+///
+/// The walk starts at the innermost nesting that is cached in the root and adds those that it
+/// finds. Walks to all indices of a struct, in any order, take one step for each nested struct.
 #pragma once
 
-#include "structs/view_memory.h"
+#include "structs/view_cache.h"
 
 namespace TVTypeSys {
 
 class DataTypeTable;
 
-/// What an index names: an element of the innermost struct around it, or that struct itself.
+/// Position of an index: an element of the innermost struct around it, or that struct itself.
 struct Place {
-    Nesting* within = nullptr;
-    StructDataType* type = nullptr; ///< of `within`
-    int element = -1;               ///< in that struct; -1 for the struct itself
-    int typeId = 0;                 ///< of the element, or of the struct itself
-    int start = 0;                  ///< of the element, as an index of the outermost struct
+    Nesting* within = nullptr;      ///< innermost struct
+    StructDataType* type = nullptr; ///< type of `within`
+    int element = -1;               ///< element of `type`; -1 for the struct itself
+    int typeId = 0;                 ///< type of the element, or of the struct itself
+    int start = 0;                  ///< first index of the element in the root
 };
 
-/// A type in whose numbering a walk begins, by the id under which a view knows it.
-struct Outermost {
+/// Root of a walk: a struct type, and the id (of the type or an alias) that the view has for it.
+struct Root {
     StructDataType& type;
     int typeId;
 };
 
-/// Refused with InvalidDataTypeId if the type is no struct.
-Outermost outermostOf(const DataTypeTable& table, int typeId);
+/// Returns the struct type of a view as a root. Throws InvalidDataTypeId if it is not a struct.
+Root findRoot(const DataTypeTable& table, int typeId);
 
-/// The type of a nesting, and the id under which it stands there.
-StructDataType& typeOf(const DataTypeTable& table, const Outermost& outermost,
-                       const Nesting& nesting);
-int typeIdOf(const Outermost& outermost, const Nesting& nesting);
+/// Returns the struct type of a nesting, and the id that its element has for it.
+StructDataType& nestingType(const DataTypeTable& table, const Root& root, const Nesting& nesting);
+int nestingTypeId(const Root& root, const Nesting& nesting);
 
-/// Refused with InvalidStructIndex for an index that nothing has, one below 0 among them.
-Place locate(const DataTypeTable& table, const Outermost& outermost,
-             NumberingMemory ViewMemory::*numbering, int index);
+/// Finds the place of an index. Throws InvalidStructIndex, also for an index below 0.
+Place locate(const DataTypeTable& table, const Root& root, NumberingCache ViewCache::*numbering,
+             int index);
 
-/// One of the two offsets of what lies in a struct, and where it is kept.
+/// One of the two kinds of offsets, and the fields that hold it.
 struct OffsetKind {
-    int StructElement::*ofElement; ///< in its own struct
-    int Nesting::*ofNesting;       ///< in the outermost struct
-    int DFSElementCache::*ofNode;  ///< in the outermost struct
-    bool countsCopies;             ///< whether each copy in an array of structs has its own
+    int StructElement::*ofElement; ///< from the start of the struct that has the element
+    int Nesting::*ofNesting;       ///< from the start of the root
+    int DFSElementCache::*ofNode;  ///< from the start of the root
+    bool differsByCopy;            ///< whether each copy in an array of structs has its own
 };
 
 extern const OffsetKind byteOffset;
 extern const OffsetKind varDimsOffset;
 
-/// The bytes ahead of copy `copy` of a type, if this kind of offset counts them.
-int bytesAhead(const DataTypeTable& table, const OffsetKind& kind, int typeId, int copy);
+/// Returns the offset of copy `copy` of a type from the first copy.
+int copyOffset(const DataTypeTable& table, const OffsetKind& kind, int typeId, int copy);
 
-/// Where a struct begins in the outermost one: the sum of what lies on the way.
-int offsetOf(const DataTypeTable& table, const Outermost& outermost, const OffsetKind& kind,
-             Nesting& nesting);
+/// Returns the offset of a nested struct from the start of the root: the sum over its parents.
+int nestingOffset(const DataTypeTable& table, const Root& root, const OffsetKind& kind,
+                  Nesting& nesting);
 
 } // namespace TVTypeSys

@@ -1,4 +1,4 @@
-#include "services/failures.h"
+#include "services/error_list.h"
 #include "services/refuse.h"
 #include "services/text.h"
 #include "services/variable_file.h"
@@ -89,10 +89,10 @@ std::unique_ptr<UnitBase> unitOf(const UnitDatabase& database, const Record& rec
 /// Reads the records of a variable one by one, and passes over those that are refused.
 template <class Preparation, class Reading>
 void readAll(const VariableFile& file, const char* variable, const std::string& path,
-             Failures& failures, const Preparation& prepareFor, const Reading& read) {
+             ErrorList& failures, const Preparation& prepareFor, const Reading& read) {
     const std::optional<Records> records = file.records(variable);
     if (!records) {
-        failures.note(units::UnitDatabaseFileLoadMissingFieldError(path, variable));
+        failures.add(units::UnitDatabaseFileLoadMissingFieldError(path, variable));
         return;
     }
     prepareFor(records->size());
@@ -100,8 +100,8 @@ void readAll(const VariableFile& file, const char* variable, const std::string& 
         try {
             read(Record(*records, variable, i));
         } catch (const fnd::except::IUserException& refusal) {
-            failures.note(units::UnitDatabaseFileLoadFieldError(path, variable));
-            failures.note(refusal);
+            failures.add(units::UnitDatabaseFileLoadFieldError(path, variable));
+            failures.add(refusal);
         }
     }
 }
@@ -112,17 +112,17 @@ void UnitDatabase::loadUnitDatabase(const std::u16string& path) {
     const std::string shownPath = narrow(path);
     const std::optional<VariableFile> opened = VariableFile::open(path);
     if (!opened) {
-        Failures failure;
-        failure.note(units::UnitDatabaseFileOpenError(shownPath));
-        failure.note(units::UnitDatabaseFileUnreadable(VariableFile::whyNotOpened()));
-        failure.refuseIfAny();
+        ErrorList failure;
+        failure.add(units::UnitDatabaseFileOpenError(shownPath));
+        failure.add(units::UnitDatabaseFileUnreadable(VariableFile::openError()));
+        failure.throwIfAny();
     }
     const VariableFile& file = *opened;
     const auto add = [](UnitRepository& repository, std::unique_ptr<UnitBase> unit) {
         unit->parseExpressionAndGenerateAST();
         repository.addUnit(std::move(unit));
     };
-    Failures failures;
+    ErrorList failures;
     readAll(
         file, "unitSystems", shownPath, failures, [](std::size_t) {},
         [&](const Record& record) { addUnitSystem(unitSystemOf(record)); });
@@ -133,7 +133,7 @@ void UnitDatabase::loadUnitDatabase(const std::u16string& path) {
     readAll(
         file, "units", shownPath, failures, [&](std::size_t count) { units_->reserve(count); },
         [&](const Record& record) { add(*units_, unitOf(*this, record)); });
-    failures.refuseIfAny();
+    failures.throwIfAny();
 }
 
 } // namespace TVTypeSys

@@ -1,4 +1,4 @@
-// Lookups by name against what they mean: a scan of the records from position 0.
+// Lookups by name against a linear scan of the records.
 #include "table_fixture.h"
 
 #include <random>
@@ -18,7 +18,7 @@ int scan(const DataTypeTable& table, const std::string& name) {
     return INVALID_DATA_TYPE_ID;
 }
 
-// A record whose name is another text than its own, and may change.
+// A record that overrides getName, with a name that may change.
 class Renamed : public DataType {
   public:
     Renamed(int id, std::string shown)
@@ -30,7 +30,7 @@ class Renamed : public DataType {
     std::string shown_;
 };
 
-// Whether another type points at this one.
+// Whether another type is an alias of this one.
 bool isAliased(const DataTypeTable& table, int id) {
     for (int other = -1; other + 1 < table.getNumDataTypes(); ++other) {
         const DataType& type = *table.getDataTypeAt(static_cast<std::size_t>(other + 1));
@@ -43,7 +43,7 @@ bool isAliased(const DataTypeTable& table, int id) {
 
 } // namespace
 
-TEST(NameLookup, IsTheScanAfterEveryChangeOfTheTable) {
+TEST(NameLookup, MatchesLinearScan) {
     std::mt19937 random(3);
     const auto pick = [&random](int count) {
         return std::uniform_int_distribution<int>(0, count - 1)(random);
@@ -51,13 +51,13 @@ TEST(NameLookup, IsTheScanAfterEveryChangeOfTheTable) {
     const std::string names[] = {"A", "B", "C", "D", "E", "F", "", "double", "hidden"};
     for (int script = 0; script < 300; ++script) {
         ReplacingTable table;
-        // Until a record is taken from the middle, behind which ids and positions differ.
+        // Until a record is removed from the middle: ids and positions differ behind it.
         bool isNumbered = true;
         for (int step = 0; step < 40 && isNumbered; ++step) {
             const std::string& name = names[pick(std::size(names))];
             const char* text = name.c_str();
             const int last = table.getNumDataTypes() - 2;
-            // The built-in types stay.
+            // The built-in types are not replaced.
             const bool replaces = name != "double" && pick(3) == 0;
             const auto source = replaces ? clientSource : DataTypeSourceUnchecked;
             try {
@@ -99,7 +99,7 @@ TEST(NameLookup, IsTheScanAfterEveryChangeOfTheTable) {
                     }
                 }
             } catch (const std::exception&) {
-                // Refused: nothing may have changed.
+                // An error must leave the table unchanged.
             }
             for (const std::string& wanted : names) {
                 ASSERT_EQ(scan(table, wanted), table.getDataTypeId(wanted.c_str()))
@@ -109,7 +109,7 @@ TEST(NameLookup, IsTheScanAfterEveryChangeOfTheTable) {
     }
 }
 
-TEST(NameLookup, TakesNullForTheEmptyName) {
+TEST(NameLookup, NullIsEmptyName) {
     DataTypeTable table;
     EXPECT_EQ(-10, table.getDataTypeId(nullptr));
     table.addDataType(new Renamed(14, ""));

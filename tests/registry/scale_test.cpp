@@ -1,4 +1,4 @@
-// What must not grow with the square of the table: these take milliseconds, or minutes.
+// Operations that must not be quadratic in the number of types: milliseconds, or else minutes.
 #include "table_fixture.h"
 
 #include <string>
@@ -25,7 +25,7 @@ TEST(Scale, PlainTypesBecomeAliases) {
     EXPECT_EQ(14 + count - 1, table.getDataTypeId(name(count - 1).c_str()));
 }
 
-TEST(Scale, TypesAreReplaced) {
+TEST(Scale, ReplacesTypes) {
     ReplacingTable table;
     for (int round = 0; round < 2; ++round) {
         for (int i = 0; i < count; ++i) {
@@ -35,7 +35,7 @@ TEST(Scale, TypesAreReplaced) {
     EXPECT_EQ(15 + count, table.getNumDataTypes());
 }
 
-TEST(Scale, AliasChainsAreLong) {
+TEST(Scale, LongAliasChains) {
     DataTypeTable table;
     int id = 0;
     for (int i = 0; i < count; ++i) {

@@ -1,7 +1,7 @@
-// A table and short ways to fill it.
+// A table and shorthands to fill it.
 #pragma once
 
-#include "support/refusal.h"
+#include "support/errors.h"
 
 #include <tvtypes/datatypetable.h>
 
@@ -18,6 +18,9 @@ class TableTest : public testing::Test {
   protected:
     DataType& at(int id) { return TVTypeSys::at(table, id); }
     int plain(const char* name) { return table.registerDataType(name, clientSource, nullptr); }
+    int structure(const char* name) {
+        return table.registerStructDataType(name, clientSource, nullptr);
+    }
     int alias(const char* name, int id) {
         return table.registerAliasDataType(name, clientSource, id, nullptr);
     }
@@ -25,7 +28,7 @@ class TableTest : public testing::Test {
     DataTypeTable table;
 };
 
-// A table that registers known names anew for all sources but 4, which is unchecked.
+// A table in which every registration replaces the existing type, except from an unchecked source.
 class ReplacingTable : public DataTypeTable {
   public:
     bool shortCircuitRegistration(DataTypeSource source) const override {

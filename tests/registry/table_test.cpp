@@ -6,7 +6,6 @@
 
 #include <boost/make_shared.hpp>
 
-#include <cstring>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
@@ -16,66 +15,66 @@ using namespace TVTypeSys;
 
 namespace {
 
-class Hook : public ClientDataTypeCheckCallback {
+using Registration = TableTest;
+
+// Records its calls; rejects names that begin with "bad", and throws another class for "odd".
+class Callback : public ClientDataTypeCheckCallback {
   public:
     void checkRegisteredType(DataType* dataType, const char* blockPath) override {
-        seen.push_back(std::string(dataType->getName()) + "@" + (blockPath ? blockPath : "null"));
-        if (std::strncmp(dataType->getName(), "bad", 3) == 0) {
+        const std::string name = dataType->getName();
+        calls.push_back(name + "@" + (blockPath ? blockPath : "null"));
+        if (name.starts_with("bad")) {
             dataType->setSize(-7);
         }
-        if (std::strncmp(dataType->getName(), "odd", 3) == 0) {
+        if (name.starts_with("odd")) {
             throw std::runtime_error("odd");
         }
     }
-    void onResetToBuiltin() override { seen.emplace_back("reset"); }
-    std::vector<std::string> seen;
+    void onResetToBuiltin() override { calls.emplace_back("reset"); }
+    std::vector<std::string> calls;
 };
 
 } // namespace
 
-TEST(DataTypeTable, ComesUpWithItsTypes) {
-    struct {
+TEST(DataTypeTable, InitialTypes) {
+    const struct {
         const char* name;
         int size;
-        const char* properties;
-    } const types[] = {
-        {"auto", 8, nullptr},      {"double", 8, "double"},  {"single", 4, "single"},
-        {"int8", 1, "int8"},       {"uint8", 1, "uint8"},    {"int16", 2, "int16"},
-        {"uint16", 2, "uint16"},   {"int32", 4, "int32"},    {"uint32", 4, "uint32"},
-        {"boolean", 1, "boolean"}, {"fcn_call", 0, nullptr}, {"integer", 4, nullptr},
-        {"pointer", 8, nullptr},   {"action", 8, nullptr},   {"timer_uint32_pair", 8, nullptr}};
+    } types[] = {{"auto", 8},    {"double", 8},  {"single", 4},           {"int8", 1},
+                 {"uint8", 1},   {"int16", 2},   {"uint16", 2},           {"int32", 4},
+                 {"uint32", 4},  {"boolean", 1}, {"fcn_call", 0},         {"integer", 4},
+                 {"pointer", 8}, {"action", 8},  {"timer_uint32_pair", 8}};
     DataTypeTable table;
-    ASSERT_EQ(15, table.getNumDataTypes());
     EXPECT_EQ(14, DAGetNumTVDataTypes());
+    std::ostringstream expected;
+    expected << "DataTypeTable\nNumber of DataTypes : 15\n\n";
     for (int id = -1; id < 14; ++id) {
-        const auto& expected = types[id + 1];
-        const DataType& type = at(table, id);
+        const auto& [name, size] = types[id + 1];
         const bool isPredefined = id >= 9;
-        EXPECT_STREQ(expected.name, type.getName());
-        EXPECT_EQ(id, type.getId());
-        EXPECT_EQ(id, table.getDataTypeId(expected.name));
-        EXPECT_EQ(expected.size, type.getSize()) << expected.name;
-        EXPECT_EQ(id, type.getStorageId());
-        EXPECT_EQ(id >= 0 && !isPredefined ? -10 : id, type.getIdAliasedToForTesting());
-        EXPECT_EQ(isPredefined ? DataTypeQualifierPredefined : DataTypeQualifierBuiltIn,
-                  type.getType());
+        const bool isNumeric = id >= 0 && !isPredefined;
+        expected << "DataType : '" << name << "'\nID : " << id << "\nSize : " << size
+                 << "\nStorage ID : " << id << "\nDataTypeQualifier : " << isPredefined << "\n\n";
+        SCOPED_TRACE(name);
+        const DataType& type = at(table, id);
+        EXPECT_EQ(id, table.getDataTypeId(name));
+        EXPECT_EQ(isNumeric ? -10 : id, type.getIdAliasedToForTesting());
         EXPECT_EQ(isPredefined ? DataTypeSourcePredefined : DataTypeSourceBuiltIn,
                   type.getDataTypeSource());
-        EXPECT_EQ(isPredefined || id == -1, type.groundHasNonZeroStoredValue());
+        EXPECT_EQ(!isNumeric, type.groundHasNonZeroStoredValue());
         EXPECT_TRUE(type.getAliasedToLocked());
-        EXPECT_EQ(id != 0 && id != 1, type.getDefaultGround()) << expected.name;
-        EXPECT_FALSE(type.isAtomic()) << "whatever the template says";
+        EXPECT_EQ(id != 0 && id != 1, type.getDefaultGround());
+        EXPECT_FALSE(type.isAtomic()) << "unlike in BuiltInDataTypes";
         EXPECT_EQ(!isPredefined, table.checkForBuiltInDataType(id));
         EXPECT_EQ(isPredefined, table.isPredefinedDataType(id));
         const auto* properties = static_cast<const fxpDataTypeProp*>(type.getProperties());
-        ASSERT_EQ(expected.properties == nullptr, properties == nullptr) << expected.name;
-        if (properties != nullptr) {
-            EXPECT_EQ(expected.properties, fxpDataTypeToIdentifierString_NoCache(properties));
-            EXPECT_EQ(static_cast<int>(sizeof *properties), type.getPropertiesSize());
+        ASSERT_EQ(isNumeric, properties != nullptr);
+        if (isNumeric) {
+            EXPECT_EQ(name, fxpDataTypeToIdentifierString_NoCache(properties));
             EXPECT_TRUE(properties->validateFxpDTProp());
-            EXPECT_EQ(expected.size, table.getBuiltInDataTypeSize(id));
-            EXPECT_EQ(id, table.getBuiltInDataType(expected.name));
-            EXPECT_STREQ(expected.name, table.getNameOfBuiltInDataType(id));
+            EXPECT_EQ(size, table.getBuiltInDataTypeSize(id));
+            EXPECT_EQ(id, table.getBuiltInDataType(name));
+            EXPECT_STREQ(name, table.getNameOfBuiltInDataType(id));
+            EXPECT_EQ(size, BuiltInDataTypes[id + 1].getSize());
         }
     }
     EXPECT_EQ(8, table.getBuiltInDataTypeSize(-1));
@@ -83,86 +82,71 @@ TEST(DataTypeTable, ComesUpWithItsTypes) {
     EXPECT_EQ(-10, table.getBuiltInDataType("auto"));
     EXPECT_TRUE(BuiltInDataTypes[3].isAtomic() && !BuiltInDataTypes[5].isAtomic());
     EXPECT_STREQ("", BuiltInDataTypes[1].getName());
+    EXPECT_EQ(13, PreDefinedDataTypes[4].getStorageId());
+
+    std::ostringstream os;
+    os << std::hex << table;
+    EXPECT_EQ(expected.str() + "\n", os.str());
 
     const double one = 1.0;
-    EXPECT_REFUSED("CannotModifyDataTypeGroundRepresentation(double)",
-                   at(table, 0).setGround(&one));
-    EXPECT_ACCEPTED(at(table, 6).setGround(&one));
+    EXPECT_ERROR("CannotModifyDataTypeGroundRepresentation(double)", at(table, 0).setGround(&one));
+    EXPECT_NO_ERROR(at(table, 6).setGround(&one));
 }
 
-TEST(DataTypeTable, GivesOneIdForOneName) {
-    DataTypeTable table;
-    EXPECT_EQ(14, table.registerDataType("T", clientSource, nullptr));
-    EXPECT_EQ(14, table.registerDataType("T", clientSource, nullptr));
+TEST_F(Registration, IsIdempotent) {
+    EXPECT_EQ(14, plain("T"));
+    EXPECT_EQ(14, plain("T"));
     EXPECT_EQ(14, table.registerDataType("T", DataTypeSourceUnchecked, nullptr));
-    EXPECT_EQ(14, table.registerStructDataType("T", clientSource, nullptr)) << "as it stands";
-    EXPECT_EQ(16, table.getNumDataTypes());
-    EXPECT_REFUSED("DataType_SameNameAsExistingType(T)",
-                   table.registerDataType("T", otherSource, nullptr));
-    EXPECT_REFUSED("DataType_SameNameAsExistingType(double)",
-                   table.registerStructDataType("double", clientSource, nullptr));
+    EXPECT_EQ(14, structure("T")) << "kept as it is";
     EXPECT_EQ(0, table.registerDataType("double", DataTypeSourceUnchecked, nullptr));
-    for (const char* text : {"", "9", "a b", "Wheel.hub"}) {
-        EXPECT_REFUSED("InvalidDataType(" + std::string(text) + ")",
-                       table.registerDataType(text, clientSource, nullptr));
+    EXPECT_ERROR("DataType_SameNameAsExistingType(T)",
+                 table.registerDataType("T", otherSource, nullptr));
+    EXPECT_ERROR("DataType_SameNameAsExistingType(double)", structure("double"));
+    for (const char* name : {"", "9", "a b", "Wheel.hub"}) {
+        EXPECT_ERROR("InvalidDataType(" + std::string(name) + ")", plain(name));
     }
-    EXPECT_REFUSED("InvalidDataType()", table.registerDataType(nullptr, clientSource, nullptr));
+    EXPECT_ERROR("InvalidDataType()", plain(nullptr));
     EXPECT_EQ(16, table.getNumDataTypes());
 }
 
-TEST(DataTypeTable, ChecksIdsWhereItSaysSo) {
-    DataTypeTable table;
-    EXPECT_TRUE(table.isDataTypeIdValid(-1) && table.isDataTypeIdValid(13));
-    EXPECT_FALSE(table.isDataTypeIdValid(14) || table.isDataTypeIdValid(-10) ||
-                 table.isDataTypeIdValid(std::numeric_limits<int>::max()));
-    EXPECT_FALSE(table.isDataTypeIdValid_NotAuto(-1));
-    EXPECT_REFUSED("InvalidDataTypeId(-2)", table.checkDataTypeId(-2));
-    EXPECT_REFUSED("InvalidDataTypeId(14)", table.getDataTypeProperties(nullptr, 14));
-    EXPECT_ACCEPTED(table.checkDataTypeId(-1));
-}
-
-TEST(DataTypeTable, AnswersRegistrationWithADiagnostic) {
-    DataTypeTable table;
+TEST_F(Registration, ReturnsDiagnostic) {
     int id = -99;
     EXPECT_EQ(nullptr, DataTypeTable::RegisterDataType(&table, "m/Gain", "T", clientSource, &id));
     EXPECT_EQ(14, id);
     for (const char* path : {static_cast<const char*>(nullptr), "", "m/Gain"}) {
-        const std::unique_ptr<tvsvDiagnosticImpl> refusal(
+        const std::unique_ptr<tvsvDiagnosticImpl> error(
             DataTypeTable::RegisterDataType(&table, path, "T U", clientSource, &id));
-        ASSERT_NE(nullptr, refusal);
-        EXPECT_EQ("InvalidDataType(T U)", summaryOf(*refusal));
+        ASSERT_NE(nullptr, error);
+        EXPECT_EQ("InvalidDataType(T U)", messageSummary(*error));
         const bool hasPath = path != nullptr && *path != '\0';
-        ASSERT_EQ(hasPath ? 2U : 1U, refusal->size());
+        ASSERT_EQ(hasPath ? 2U : 1U, error->size());
         if (hasPath) {
-            EXPECT_EQ("DataTypeErrorFromBlock(m/Gain)", summaryOf(*refusal, 1));
+            EXPECT_EQ("DataTypeErrorFromBlock(m/Gain)", messageSummary(*error, 1));
         }
         EXPECT_EQ(14, id);
     }
 }
 
-TEST(DataTypeTable, AsksTheHookAndTakesBackWhatItRefuses) {
-    DataTypeTable table;
-    const auto hook = boost::make_shared<Hook>();
-    table.setClientDataTypeCheckCallback(hook);
+TEST_F(Registration, CallbackCanRejectTypes) {
+    const auto callback = boost::make_shared<Callback>();
+    table.setClientDataTypeCheckCallback(callback);
     table.registerDataType("good", clientSource, "m/Gain");
     table.registerDataType("good", clientSource, "m/Sum");
-    EXPECT_REFUSED("InvalidDataTypeSize(bad, -7)",
-                   table.registerDataType("bad", clientSource, nullptr));
-    EXPECT_REFUSED("CannotSetDataTypeSizeOfAlias(badAlias)",
-                   table.registerAliasDataType("badAlias", clientSource, 14, nullptr));
+    EXPECT_ERROR("InvalidDataTypeSize(bad, -7)", plain("bad"));
+    EXPECT_ERROR("CannotSetDataTypeSizeOfAlias(badAlias)", alias("badAlias", 14));
     EXPECT_EQ(16, table.getNumDataTypes());
     EXPECT_EQ(-10, table.getDataTypeId("bad"));
-    EXPECT_THROW(table.registerDataType("odd", clientSource, nullptr), std::runtime_error);
-    EXPECT_EQ(15, table.getDataTypeId("odd")) << "other exceptions pass, and the type stays";
+    EXPECT_THROW(plain("odd"), std::runtime_error);
+    EXPECT_EQ(15, table.getDataTypeId("odd")) << "other exceptions pass through, the type stays";
     table.resetToBuiltin();
     EXPECT_EQ(
         (std::vector<std::string>{"good@m/Gain", "bad@null", "badAlias@null", "odd@null", "reset"}),
-        hook->seen);
+        callback->calls);
     table.setClientDataTypeCheckCallback(nullptr);
-    EXPECT_ACCEPTED(table.registerDataType("bad", clientSource, nullptr));
+    EXPECT_NO_ERROR(plain("bad"));
 }
 
-TEST(DataTypeTable, ReplacesATypeUnderItsId) {
+TEST(DataTypeTable, ReplacementKeepsIdAndAliases) {
     ReplacingTable table;
     const int id = table.registerDataType("T", clientSource, nullptr);
     const int alias = table.registerAliasDataType("A", clientSource, id, nullptr);
@@ -186,45 +170,41 @@ TEST(DataTypeTable, ReplacesATypeUnderItsId) {
     EXPECT_NE(nullptr, dynamic_cast<StructDataType*>(&at(table, alias)));
 
     // A type cannot be replaced by an alias of itself.
-    EXPECT_REFUSED("DataTypeAliasLoop(T, T)",
-                   table.registerAliasDataType("T", clientSource, id, nullptr));
-    EXPECT_REFUSED("DataTypeAliasLoop(A, B)",
-                   table.registerAliasDataType("A", clientSource, aliasOfAlias, nullptr));
+    EXPECT_ERROR("DataTypeAliasLoop(T, T)",
+                 table.registerAliasDataType("T", clientSource, id, nullptr));
+    EXPECT_ERROR("DataTypeAliasLoop(A, B)",
+                 table.registerAliasDataType("A", clientSource, aliasOfAlias, nullptr));
     EXPECT_EQ(18, table.getNumDataTypes());
     EXPECT_EQ(id, table.registerAliasDataType("T", clientSource, 0, nullptr));
     EXPECT_EQ(8, at(table, id).getSize());
 }
 
-TEST(DataTypeTable, GoesBackToItsBuiltInTypes) {
-    DataTypeTable table;
-    auto* cgType = reinterpret_cast<CG::Type*>(&table);
-    at(table, 4).setIsAtomic(true);
-    at(table, 4).setCGType(cgType);
-    at(table, 4).setHostToTargetFcn([](ExternalSim_tag*, char*, const void*, int, int) {});
+TEST_F(Registration, ResetToBuiltin) {
+    at(4).setIsAtomic(true);
+    at(4).setCGType(reinterpret_cast<CG::Type*>(&table));
+    at(4).setHostToTargetFcn([](ExternalSim_tag*, char*, const void*, int, int) {});
     for (int i = 0; i < 50; ++i) {
-        table.registerDataType(table.generateAnonymousTypeName(), clientSource, nullptr);
+        plain(table.generateAnonymousTypeName());
     }
     EXPECT_EQ(63, table.getDataTypeId("rtt_49"));
     table.resetToBuiltin();
     EXPECT_EQ(15, table.getNumDataTypes());
     EXPECT_EQ(-10, table.getDataTypeId("rtt_49"));
-    EXPECT_EQ(nullptr, at(table, 4).getCGType());
-    EXPECT_EQ(nullptr, at(table, 4).getHostToTargetFcn());
-    EXPECT_TRUE(at(table, 4).isAtomic());
+    EXPECT_EQ(nullptr, at(4).getCGType());
+    EXPECT_EQ(nullptr, at(4).getHostToTargetFcn());
+    EXPECT_TRUE(at(4).isAtomic());
     EXPECT_STREQ("rtt_0", table.generateAnonymousTypeName());
-    EXPECT_EQ(14, table.registerDataType("rtt_49", clientSource, nullptr));
+    EXPECT_EQ(14, plain("rtt_49"));
 }
 
-TEST(DataTypeTable, IsPrinted) {
-    DataTypeTable table;
-    table.registerDataType("sfix16_En3", clientSource, nullptr);
-    std::ostringstream os;
-    os << std::hex << table;
-    const std::string text = os.str();
-    EXPECT_EQ(0U, text.find("DataTypeTable\nNumber of DataTypes : 16\n\nDataType : 'auto'\n"
-                            "ID : -1\nSize : 8\nStorage ID : -1\nDataTypeQualifier : 0\n\n"
-                            "DataType : 'double'\nID : 0\n"));
-    const std::string end = "DataType : 'sfix16_En3'\nID : 14\nSize : -1\nStorage ID : 14\n"
-                            "DataTypeQualifier : 2\n\n\n";
-    EXPECT_EQ(text.size() - end.size(), text.rfind(end));
+TEST_F(Registration, CheckedIds) {
+    EXPECT_TRUE(table.isDataTypeIdValid(-1) && table.isDataTypeIdValid(13));
+    for (const int id : {-10, -2, 14, std::numeric_limits<int>::max()}) {
+        EXPECT_FALSE(table.isDataTypeIdValid(id));
+        EXPECT_ERROR("InvalidDataTypeId(" + std::to_string(id) + ")", table.checkDataTypeId(id));
+        EXPECT_ERROR("InvalidDataTypeId(" + std::to_string(id) + ")",
+                     table.getDataTypeProperties(nullptr, id));
+    }
+    EXPECT_FALSE(table.isDataTypeIdValid_NotAuto(-1));
+    EXPECT_NO_ERROR(table.checkDataTypeId(-1));
 }

@@ -1,7 +1,7 @@
-// A table and short ways to fill it with struct types.
+// A table and shorthands to fill it with struct types.
 #pragma once
 
-#include "support/refusal.h"
+#include "support/errors.h"
 
 #include <tvtypes/datatypetable.h>
 #include <tvtypes/structdatatype.h>
@@ -48,7 +48,7 @@ class StructTest : public testing::Test {
         return element;
     }
 
-    // The counts, from those of the types within.
+    // Computes the counts from those of the nested types.
     void count(StructDataType& type) {
         int nodes = 1;
         int leaves = 0;

@@ -1,4 +1,4 @@
-#include "support/refusal.h"
+#include "support/errors.h"
 
 #include <tvtypes/datatypetable.h>
 #include <tvtypes/structdatatype.h>
@@ -9,7 +9,8 @@ namespace {
 
 class SummaryFlagsTest : public testing::Test {
   protected:
-    // A struct of a double and this element: c is complex, f frame based, v variable.
+    // Registers a struct of a double and an element; the modes are c complex, f frame based and
+    // v variable.
     StructDataType& add(const char* name, int elementId, const std::string& modes, int size) {
         const int id = table.registerStructDataType(name, DataTypeSourceUnchecked, nullptr);
         auto& type = dynamic_cast<StructDataType&>(*table.getDataTypeAliasedThruTo(id));
@@ -26,8 +27,8 @@ class SummaryFlagsTest : public testing::Test {
         return type;
     }
 
-    // The modes found in the type, and a for an array of structs.
-    std::string found(StructDataType& type) {
+    // Computes the flags: the letters of the modes, and a for an array of structs.
+    std::string flags(StructDataType& type) {
         type.createCacheForFrequentlyAccessedProperties(&table);
         const int id = type.getId();
         return std::string(table.doesBusDTHaveComplexData(id) ? "c" : "") +
@@ -41,21 +42,22 @@ class SummaryFlagsTest : public testing::Test {
 
 } // namespace
 
-TEST_F(SummaryFlagsTest, TellOnceWhatLiesAtAnyDepth) {
+TEST_F(SummaryFlagsTest, ComputedOnceForAllDepths) {
     StructDataType& leaf = add("Leaf", -1, "", 3);
     StructDataType& complex = add("Complex", 1, "c", 1);
     StructDataType& array = add("Array", complex.getId(), "", 2);
     EXPECT_FALSE(complex.hasComplexData()) << "not computed yet";
-    EXPECT_EQ("", found(leaf)) << "an array, and none of structs";
-    EXPECT_EQ("cfva", found(add("Deep", array.getId(), "fv", 1)));
-    EXPECT_TRUE(complex.hasComplexData() && array.hasAOB()) << "computed with it";
-    EXPECT_EQ("f", found(add("Framed", leaf.getId(), "cf", 1))) << "a struct is not complex itself";
-    EXPECT_EQ("va", found(add("Variable", leaf.getId(), "v", 1)));
+    EXPECT_EQ("", flags(leaf)) << "an array, but not of structs";
+    EXPECT_EQ("cfva", flags(add("Deep", array.getId(), "fv", 1)));
+    EXPECT_TRUE(complex.hasComplexData() && array.hasAOB()) << "computed with the outer struct";
+    EXPECT_EQ("f", flags(add("Framed", leaf.getId(), "cf", 1)))
+        << "the signal type of a struct is ignored";
+    EXPECT_EQ("va", flags(add("Variable", leaf.getId(), "v", 1)));
 
     StructDataType& late = add("Late", -10, "", 1);
-    EXPECT_REFUSED("InvalidDataTypeId(-10)", found(late));
+    EXPECT_ERROR("InvalidDataTypeId(-10)", flags(late));
     late.getElements()[1]->setDataTypeId(complex.getId());
-    EXPECT_EQ("c", found(late));
+    EXPECT_EQ("c", flags(late));
     late.getElements()[1]->setDataTypeId(0);
-    EXPECT_EQ("c", found(late));
+    EXPECT_EQ("c", flags(late));
 }

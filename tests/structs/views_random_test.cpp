@@ -1,5 +1,5 @@
-// The views of random struct types beside the tree of what lies inside, made node by node; and of
-// struct types so deep or wide that a walk with recursion or from the start would not end.
+// The views of random struct types against a tree built node by node, and of struct types that are
+// too deep for recursion and too wide for a walk from the start at each index.
 #include "structs/struct_fixture.h"
 
 #include <tvtypes/elementaccess.h>
@@ -29,31 +29,31 @@ struct Scalar {
 
 class RandomViewsTest : public StructTest {
   protected:
-    int among(int first, int last) { return std::uniform_int_distribution(first, last)(random); }
+    int pick(int first, int last) { return std::uniform_int_distribution(first, last)(random); }
 
-    // Up to six struct types, of each other and of types with sizes.
+    // Registers up to six struct types, whose elements are built-in types or earlier structs.
     int addStructs() {
         const int aliasOfInt8 =
             table.registerAliasDataType("Alias", DataTypeSourceUnchecked, 2, nullptr);
         std::vector<int> structs;
-        for (int i = among(0, 5); i >= 0; --i) {
-            StructDataType& type = addStruct("S" + std::to_string(i), among(0, 4));
+        for (int i = pick(0, 5); i >= 0; --i) {
+            StructDataType& type = addStruct("S" + std::to_string(i), pick(0, 4));
             for (int k = 0; k < type.getNumElements(); ++k) {
-                const bool isStruct = !structs.empty() && among(0, 1) == 1;
+                const bool isStruct = !structs.empty() && pick(0, 1) == 1;
                 const int plain[] = {0, 1, 5, 8, -1, aliasOfInt8};
-                std::vector<int> dimensions(static_cast<std::size_t>(among(0, 2)));
-                std::ranges::generate(dimensions, [this] { return among(1, among(1, 3)); });
+                std::vector<int> dimensions(static_cast<std::size_t>(pick(0, 2)));
+                std::ranges::generate(dimensions, [this] { return pick(1, pick(1, 3)); });
                 StructElement& element =
                     fill(type, k, "e" + std::to_string(k),
                          isStruct ? structs[static_cast<std::size_t>(
-                                        among(0, static_cast<int>(structs.size()) - 1))]
-                                  : plain[among(0, 5)],
-                         dimensions, among(0, 1) == 1);
-                element.setOffset(among(-1, 99));
-                element.setVarDimsOffset(among(-1, 99));
-                element.setUnitId(among(0, 9));
+                                        pick(0, static_cast<int>(structs.size()) - 1))]
+                                  : plain[pick(0, 5)],
+                         dimensions, pick(0, 1) == 1);
+                element.setOffset(pick(-1, 99));
+                element.setVarDimsOffset(pick(-1, 99));
+                element.setUnitId(pick(0, 9));
             }
-            type.setSize(among(0, 99));
+            type.setSize(pick(0, 99));
             count(type);
             structs.push_back(type.getId());
         }
@@ -64,7 +64,7 @@ class RandomViewsTest : public StructTest {
         return table.getDataTypeAt(static_cast<std::size_t>(typeId + 1))->getSize();
     }
 
-    // Adds the nodes of a struct, of which `self` is the first, and its scalars.
+    // Adds the nodes of a struct, starting with `self`, and its scalars.
     void grow(Node self) {
         const StructDataType& type = structAt(self.typeId);
         self.scalarsAhead = static_cast<int>(scalars.size());
@@ -113,7 +113,7 @@ class RandomViewsTest : public StructTest {
 
 } // namespace
 
-TEST_F(RandomViewsTest, AgreeWithTheTreeOfNodes) {
+TEST_F(RandomViewsTest, MatchTree) {
     for (int round = 0; round < 300; ++round) {
         table.resetToBuiltin();
         nodes.clear();
@@ -127,7 +127,7 @@ TEST_F(RandomViewsTest, AgreeWithTheTreeOfNodes) {
         ASSERT_EQ(count, view.getNumElements());
         ASSERT_EQ(scalars.size(), static_cast<std::size_t>(raw.getNumElements()));
 
-        // Two instances of the struct, in no order.
+        // The nodes of two instances in random order.
         std::vector<int> indices(2 * nodes.size());
         std::iota(indices.begin(), indices.end(), 0);
         std::ranges::shuffle(indices, random);
@@ -175,7 +175,7 @@ TEST_F(RandomViewsTest, AgreeWithTheTreeOfNodes) {
     }
 }
 
-TEST_F(RandomViewsTest, ReachTheBottomOfDeepStructsAndTheEndOfWideOnes) {
+TEST_F(RandomViewsTest, DeepAndWideStructs) {
     const int depth = 20000;
     int inner = 0;
     for (int i = 0; i < depth; ++i) {

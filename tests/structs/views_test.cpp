@@ -1,4 +1,4 @@
-// The views of a struct type: a worked example, and what is odd or refused.
+// The views of a struct type: a worked example, caching, errors, and flags of buses.
 #include "structs/struct_fixture.h"
 
 #include <tvtypes/elementaccess.h>
@@ -38,12 +38,12 @@ class ViewsTest : public StructTest {
 
 } // namespace
 
-TEST_F(ViewsTest, NumberWhatLiesInside) {
+TEST_F(ViewsTest, WorkedExample) {
     ASSERT_EQ((std::array{13, 8, 17}), (std::array{nodes.getNumElements(), leaves.getNumElements(),
                                                    scalars.getNumElements()}));
     const struct {
         const char* name;
-        std::array<int, 4> place; // element, copy, where the copy begins; bytes
+        std::array<int, 4> place; // element, copy, start of the copy, offset in bytes
         int leaf, scalar;
         const char* parent;
         int position;
@@ -79,7 +79,8 @@ TEST_F(ViewsTest, NumberWhatLiesInside) {
     EXPECT_EQ(16, elements.getRawElementIdx(3));
     int element = 1, typeId = 0, base = 101;
     scalars.computeDataTypeIdAndIndex(112, element, typeId, base);
-    EXPECT_EQ((std::array{2, t.getId(), 106}), (std::array{element, typeId, base})) << "from y on";
+    EXPECT_EQ((std::array{2, t.getId(), 106}), (std::array{element, typeId, base}))
+        << "search from y";
     EXPECT_EQ(0, ImmediateElementAccess(&table, t.getId()).getPadding(1));
     EXPECT_EQ(22, scalars.getOffset(5)) << "the imaginary part of the second value of y.b";
     EXPECT_EQ((std::array{7, 0, 0, 4}),
@@ -91,7 +92,7 @@ TEST_F(ViewsTest, NumberWhatLiesInside) {
     EXPECT_EQ((Path{{"", 0}, {"z", 1}, {"a", -1}, {"", 1}, {"z", 1}, {"a", -1}}), path);
 }
 
-TEST_F(ViewsTest, RememberWhatTheyHaveRead) {
+TEST_F(ViewsTest, CacheValues) {
     DFSElementCache* const node = s.getCachedElement(10);
     EXPECT_EQ(nullptr, node->element);
     StructElement& a = *t.getElements()[0];
@@ -103,50 +104,50 @@ TEST_F(ViewsTest, RememberWhatTheyHaveRead) {
     EXPECT_EQ((std::pair{&a, 40}), (std::pair{node->element, node->offset}));
     a.setOffset(4);
     EXPECT_EQ(40, nodes.getOffset(10));
-    EXPECT_EQ(0, DFSElementAccess(&table, t.getId()).getOffset(1)) << "read there on the way";
+    EXPECT_EQ(0, DFSElementAccess(&table, t.getId()).getOffset(1)) << "cached in the nested type";
 
     EXPECT_EQ(-1, nodes.getVarDimsOffset(12));
     s.getElements()[3]->setVarDimsOffset(5);
-    EXPECT_EQ(5, nodes.getVarDimsOffset(12)) << "-1 reads as not known yet";
+    EXPECT_EQ(5, nodes.getVarDimsOffset(12)) << "-1 counts as not cached";
 
-    // Names, types and dimensions of a struct within are those of its type, under its own name.
+    // The element of a nested struct has the dimensions of its type and its own name.
     StructElement* const y = nodes.getStructElement(2);
     EXPECT_TRUE(s.getCachedElement(2)->ownsElement);
     EXPECT_EQ(DFSElementAccess(&table, t.getId()).getDimensions(0), y->dimensions);
     EXPECT_EQ((std::array{1, t.getId(), 0}),
               (std::array{nodes.getWidth(2), y->dataTypeId, y->unitId}));
 
-    // One more element and other counts: the nodes lie elsewhere.
+    // New elements and counts: positions are computed again, cached values stay.
     s.setNumElements(1);
     fill(s, 0, "only", t.getId());
     count(s);
-    EXPECT_STREQ("b", nodes.getName(3 + 4)) << "read before, of what is now a second instance";
+    EXPECT_STREQ("b", nodes.getName(3 + 4)) << "cached; now a node of the second instance";
     EXPECT_EQ((std::array{1, 5, 0}),
               (std::array{nodes.getRawElementIdx(3), elements.getRawElementIdx(1),
                           scalars.getDataTypeId(0)}));
 }
 
-TEST_F(ViewsTest, RefuseWhatHasNoIndex) {
+TEST_F(ViewsTest, InvalidIndices) {
     EXPECT_TRUE(nodes.isIdxValid(-1) && leaves.isIdxValid(-1) && elements.isIdxValid(3));
     EXPECT_FALSE(elements.isIdxValid(-1) || elements.isIdxValid(4) || scalars.isIdxValid(17));
-    EXPECT_REFUSED("InvalidStructIndex(S, -1)", nodes.getName(-1));
-    EXPECT_REFUSED("InvalidStructIndex(S, -1)", leaves.getOffset(-1));
-    EXPECT_REFUSED("InvalidStructIndex(S, 17)", scalars.getOffset(17));
-    EXPECT_REFUSED("InvalidStructIndex(S, 4)", elements.getName(4));
-    EXPECT_REFUSED("InvalidDataTypeId(0)", DFSElementAccess(&table, 0).getNumElements());
+    EXPECT_ERROR("InvalidStructIndex(S, -1)", nodes.getName(-1));
+    EXPECT_ERROR("InvalidStructIndex(S, -1)", leaves.getOffset(-1));
+    EXPECT_ERROR("InvalidStructIndex(S, 17)", scalars.getOffset(17));
+    EXPECT_ERROR("InvalidStructIndex(S, 4)", elements.getName(4));
+    EXPECT_ERROR("InvalidDataTypeId(0)", DFSElementAccess(&table, 0).getNumElements());
 
-    // Counts that nobody has set, elements that nobody has filled in, a struct in itself.
+    // Counts that are not set, elements without a type, and a struct that contains itself.
     StructDataType& empty = addStruct("Empty", 1);
     DFSElementAccess unset(&table, empty.getId());
     EXPECT_EQ(0, unset.getOffset(0));
-    EXPECT_REFUSED("InvalidStructIndex(Empty, 1)", unset.getOffset(1));
+    EXPECT_ERROR("InvalidStructIndex(Empty, 1)", unset.getOffset(1));
     empty.setNumDFSElements(9);
-    EXPECT_REFUSED("InvalidDataTypeId(-10)", unset.getOffset(1));
+    EXPECT_ERROR("InvalidDataTypeId(-10)", unset.getOffset(1));
     fill(empty, 0, "self", empty.getId());
     empty.setNumRawElements(5);
     EXPECT_EQ(-8, unset.getOffset(8));
-    EXPECT_REFUSED("InvalidStructIndex(Empty, 3)",
-                   RawElementAccess(&table, empty.getId()).getOffset(3));
+    EXPECT_ERROR("InvalidStructIndex(Empty, 3)",
+                 RawElementAccess(&table, empty.getId()).getOffset(3));
 }
 
 namespace {
@@ -159,7 +160,7 @@ class Bus : public StructDataType {
 
 } // namespace
 
-TEST_F(ViewsTest, TellWhatBusesContain) {
+TEST_F(ViewsTest, FlagsOfBuses) {
     const auto addBus = [this](const char* name, int elementCount) -> StructDataType& {
         const int id = table.getNumDataTypes() - 1;
         table.addDataType(new Bus(id, name, DataTypeSourceUnchecked));
@@ -183,7 +184,7 @@ TEST_F(ViewsTest, TellWhatBusesContain) {
     };
     EXPECT_EQ((std::array{false, true, true}), found());
     bus.dimensions[1] = 2;
-    EXPECT_EQ((std::array{true, true, false}), found()) << "looks no further";
+    EXPECT_EQ((std::array{true, true, false}), found()) << "the search stops";
     outer.getElements()[0]->setDimensionsMode(0);
     EXPECT_EQ((std::array{true, false, true}), found());
     bus.dimensions[1] = 1;

@@ -1,32 +1,16 @@
-// What a refusal says, in a form that tests can compare.
+// Former names of the helpers of support/errors.h.
 #pragma once
 
-#include <fnd/except.h>
-#include <tv_services/diagnostics.h>
+#include "support/errors.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
-// The message id without its space, and the arguments: "DataTypeAliasLoop(P, Q)".
 inline std::string summaryOf(const tvsvDiagnosticImpl& diagnostic, std::size_t index = 0) {
-    const std::string& id = diagnostic.messageId(index);
-    std::string summary = id.substr(id.rfind(':') + 1) + "(";
-    for (const std::string& argument : diagnostic.arguments(index)) {
-        summary += (summary.back() == '(' ? "" : ", ") + argument;
-    }
-    return summary + ")";
+    return messageSummary(diagnostic, index);
 }
 
-// The refusal of an operation, or "accepted".
 template <class Operation>
 std::string refusalOf(const Operation& operation) {
-    try {
-        operation();
-    } catch (const fnd::except::IException& refusal) {
-        return summaryOf(refusal.diagnostic());
-    }
-    return "accepted";
+    const std::string error = thrownError(operation);
+    return error == "no error" ? "accepted" : error;
 }
 
 #define EXPECT_REFUSED(expected, statement)                                                        \

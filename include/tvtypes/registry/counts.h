@@ -1,9 +1,9 @@
 /// \file
-/// The number of types that every table has.
+/// Number of types in every table.
 #pragma once
 
 #include <tvtypes/export.h>
 
-/// Returns the number of types that every table has in addition to "auto": the nine built-in and
-/// the five predefined types, 14.
+/// Returns 14, the number of types in a new table without "auto": nine built-in and five
+/// predefined.
 TVTYPES_API int DAGetNumTVDataTypes();

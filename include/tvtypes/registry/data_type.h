@@ -1,25 +1,24 @@
 /// \file
-/// The record of one data type of a model, and of an alias.
+/// The record of one data type.
 ///
-/// A record lives in one DataTypeTable and is addressed by its id. It is write-once: a property
-/// can be set once and may then be set again to the same value only. A type that has been given a
-/// definition of its own can no longer become an alias.
+/// A record belongs to one DataTypeTable, which addresses it by its id. Its definition is
+/// write-once: a property can be set once, and later calls must pass the same value. A type with a
+/// definition can no longer become an alias.
 ///
-/// Every refusal is a fnd::except::IException whose diagnostic has the message id named here, in
-/// TorvaneTypes::general, and the type's name as its first argument. A refusal stands ahead of any
-/// change, but for MemoryAllocErr.
+/// Errors are thrown as fnd::except::IException. The message ids named here are in
+/// TorvaneTypes::general; "(name)" and the like are the message arguments, where name is the name
+/// of the type. A call that throws leaves the record unchanged, except for MemoryAllocErr.
 #pragma once
 
 #include <tvtypes/export.h>
+#include <tvtypes/registry/data_type_functions.h>
+#include <tvtypes/registry/type_ids.h>
 
-#include <cstdint>
 #include <iosfwd>
 #include <memory>
 #include <string>
 #include <vector>
 
-struct _tvDataTypeAccess_tag;
-struct ExternalSim_tag;
 struct oxArray_tag;
 enum fxpModeRounding_tag : std::int32_t;
 
@@ -27,155 +26,161 @@ namespace CG {
 class Type;
 }
 
-/// Who brought a type into the table. The values 2 and 3 are the client's own.
-enum DataTypeSource : std::int32_t {
-    DataTypeSourceBuiltIn = 0,    ///< the table itself: "auto" and the built-in types
-    DataTypeSourcePredefined = 1, ///< the table itself: the predefined types
-    DataTypeSourceUnchecked = 4   ///< matches a type of any source
-};
-
 namespace TVTypeSys {
 
 class DataTypeTable;
 
-/// There is no such type.
-inline constexpr int INVALID_DATA_TYPE_ID = -10;
-/// The type "auto". 0 to 8 are the built-in types, 9 to 13 the predefined, 14 and up all others.
-inline constexpr int AUTO_DATA_TYPE_ID = -1;
-
-/// What kind of type a record is.
-enum DataTypeQualifier : std::int32_t {
-    DataTypeQualifierBuiltIn = 0,    ///< built-in, "auto" included
-    DataTypeQualifierPredefined = 1, ///< predefined
-    DataTypeQualifierFixpt = 2,      ///< fixed point or scaled double, known by its name
-    DataTypeQualifierEnum = 3,       ///< enumerated
-    DataTypeQualifierStruct = 4,     ///< struct (bus)
-    DataTypeQualifierUnspecified = 5 ///< all else; also every alias
-};
-
-/// \name The functions of a type
-/// `access` is the record by which the calling table is known, `context` is null in calls by the
-/// table, `extra` is handed through unread. The status is not 0 on success, 0 on failure. `result`
-/// receives a byte an element, 1 where the test holds, else 0.
-/// @{
-using ConvertBetweenFcn = int (*)(_tvDataTypeAccess_tag* access, const char* context, int dstId,
-                                  int srcId, int count, const void* src, const void* extra,
-                                  void* dst);
-using IsPositiveFcn = int (*)(_tvDataTypeAccess_tag* access, const char* context, int dataTypeId,
-                              int count, const void* values, const void* extra, void* result);
-using IsNegativeFcn = IsPositiveFcn;
-using GreaterThanFcn = int (*)(_tvDataTypeAccess_tag* access, const char* context, int dataTypeId,
-                               int count, const void* lhs, const void* rhs, const void* extra,
-                               void* result);
-using GreaterEqualFcn = GreaterThanFcn;
-using HostToTargetFcn = void (*)(ExternalSim_tag* sim, char* target, const void* host, int, int);
-using TargetToHostFcn = void (*)(ExternalSim_tag* sim, void* host, const char* target, int, int);
-/// @}
-
-/// The five functions that work on the values of one type; each may be null.
-struct DataTypeFunctions {
-    ConvertBetweenFcn convertBetween = nullptr;
-    IsPositiveFcn isPositive = nullptr;
-    IsNegativeFcn isNegative = nullptr;
-    GreaterThanFcn greaterThan = nullptr;
-    GreaterEqualFcn greaterEqual = nullptr;
-};
-
-/// One data type. Every operation is virtual, and setters read other properties through the
-/// virtual getters, so that an alias can answer for the type it stands for.
+/// Record of one data type. Every operation is virtual, and the setters read other properties
+/// through the virtual getters, so that AliasDataType can forward to its target.
 class TVTYPES_API DataType {
   public:
-    /// A type with nothing set: size -1, storage id equal to its id, qualifier unspecified.
+    /// Constructs a type without definition: size -1, storage id equal to `id`, and qualifier
+    /// DataTypeQualifierUnspecified.
     DataType(int id, const std::string& name, DataTypeSource source);
+    /// Same, moving the name.
     DataType(int id, std::string&& name, DataTypeSource source);
+    /// Releases the ground value, the properties and the reference to the interface value.
     virtual ~DataType();
     DataType(const DataType&) = delete;
     DataType& operator=(const DataType&) = delete;
 
+    /// Returns the id.
     virtual int getId() const;
-    /// The name, valid as long as the record.
+    /// Returns the name. The record owns the string. A derived class may return null, which counts
+    /// as "".
     virtual const char* getName() const;
+    /// Returns the origin of the type.
     virtual DataTypeSource getDataTypeSource() const;
 
-    /// Bytes of one value; -1 if not set yet.
+    /// Returns the size of one value in bytes, or -1 if it is not set.
     virtual int getSize() const;
-    /// Sets the size, gives the type a zeroed ground value, and opens the ground value for one
-    /// write. The size of `boolean` (id 8) alone may be changed later. Refused with
-    /// CannotModifyDataTypeSize (name, size now), then InvalidDataTypeSize (name, new size) for a
-    /// negative size, then MemoryAllocErr.
+    /// Sets the size of one value in bytes. A new size allocates a zeroed ground value; every call
+    /// allows setGround to write once more. Only the size of `boolean` (id 8) can be changed.
+    ///
+    /// Throws CannotModifyDataTypeSize (name, current size) if another size is set,
+    /// InvalidDataTypeSize (name, newSize) if `newSize` is negative, and MemoryAllocErr.
     virtual void setSize(int newSize);
 
-    /// Whether the type has a definition of its own and cannot become an alias. The same mark as
-    /// getIsAliasToLocked.
+    /// \name Lock against becoming an alias
+    /// @{
+
+    /// True if the type has a definition and cannot become an alias. Setters of the definition set
+    /// it. Same flag as getIsAliasToLocked, except in an alias.
     virtual void setAliasedToLocked(bool locked);
     virtual bool getAliasedToLocked() const;
+    /// @}
 
+    /// \name Functions on values
+    /// @{
+
+    /// Return the function, or null if it is not set.
     virtual ConvertBetweenFcn getConvertBetweenFcn() const;
     virtual IsPositiveFcn getIsPositiveFcn() const;
     virtual IsNegativeFcn getIsNegativeFcn() const;
     virtual GreaterThanFcn getGreaterThanFcn() const;
     virtual GreaterEqualFcn getGreaterEqualFcn() const;
+    /// @}
 
-    /// Sets a function of the type once. Refused with CannotSetDataType...OfAlias (name) for an
-    /// alias, and with InconsistentDataType...Fcn (name) where another function is set.
+    /// \name Setters of functions on values
+    /// @{
+
+    /// Set a function. Null is accepted while none is set.
+    ///
+    /// Throw CannotSetDataType...OfAlias (name) for an alias, and InconsistentDataType...Fcn (name)
+    /// if another function is set, where ... is ConvertBetween, GreaterThan, GreaterEqual,
+    /// IsNegative or IsPositive.
     virtual void setConvertBetweenFcn(ConvertBetweenFcn function);
     virtual void setGreaterThanFcn(GreaterThanFcn function);
     virtual void setGreaterEqualFcn(GreaterEqualFcn function);
     virtual void setIsNegativeFcn(IsNegativeFcn function);
     virtual void setIsPositiveFcn(IsPositiveFcn function);
+    /// @}
 
-    /// The id of the type that this one is an alias of; -10 for a type that is no alias.
+    /// Returns the id of the direct target of an alias, or -10 if the type is no alias.
     virtual int getIdAliasedTo() const;
-    /// The id of the type that answers for this one; its own id for a type that is no alias.
+    /// Returns the id of the type whose definition this type uses: the end of the alias chain, or
+    /// its own id if the type is no alias.
     virtual int getIdAliasedThruTo() const;
 
+    /// \name Representation on the target
+    /// @{
+
+    /// Return the transfer functions (null if not set) and the size of one value on the target in
+    /// bytes (0 if not set).
     virtual HostToTargetFcn getHostToTargetFcn() const;
     virtual TargetToHostFcn getTargetToHostFcn() const;
-    /// Size of a value on the target, in bytes.
     virtual int getTargetSize() const;
-    /// Sets a function once. Refused with InConsistentTargetToHostFcn where another one is set.
+    /// @}
+
+    /// \name Setters of transfer functions
+    /// @{
+
+    /// Set a transfer function. Both throw InConsistentTargetToHostFcn () if another function is
+    /// set.
     virtual void setHostToTargetFcn(HostToTargetFcn function);
     virtual void setTargetToHostFcn(TargetToHostFcn function);
+    /// @}
+    /// Sets the size of one value on the target in bytes. Not checked.
     virtual void setTargetSize(int targetSize);
 
-    /// The built-in type that holds values of this type; the type's own id means not set yet.
+    /// Returns the id of the built-in type that stores values of this type, or the type's own id
+    /// if it is not set.
     virtual int getStorageId() const;
-    /// A plain store. DataTypeTable::setDataTypeStorageId is the operation that checks.
+    /// Sets the storage id without a check; DataTypeTable::setDataTypeStorageId checks it.
     virtual void setStorageId(int storageId);
+    /// \name Field for tests of clients
+    /// @{
+
+    /// An id that the library initialises and does not read.
     virtual int getIdAliasedToForTesting() const;
     virtual void setIdAliasedToForTesting(int id);
+    /// @}
 
-    /// The byte pattern that stands for zero: 2 * getSize() bytes, the value twice. Owned by the
-    /// record; null before the size is set.
+    /// Returns the ground value, which is the byte pattern of zero: 2 * getSize() bytes, the value
+    /// twice. Owned by the record; null before the size is set.
     virtual const void* getGround() const;
-    /// Copies getSize() bytes; null stands for zeros. Refused with CannotSetDataTypeGroundOfAlias,
-    /// CannotSetGroundRepBeforeSettingSize or, where another value was written since the size was
-    /// last set, CannotModifyDataTypeGroundRepresentation (all: name).
+    /// Copies getSize() bytes into the ground value; null means zeros.
+    ///
+    /// Throws CannotSetDataTypeGroundOfAlias (name), CannotSetGroundRepBeforeSettingSize (name),
+    /// MemoryAllocErr if setSize failed to allocate, and CannotModifyDataTypeGroundRepresentation
+    /// (name) if another value was written since the last call of setSize.
     virtual void setGround(const void* value);
-    /// Whether the ground value holds its initial zeros still and may be written.
+    /// Returns whether the ground value may be written.
     virtual bool getDefaultGround() const;
+    /// Sets whether the ground value may be written.
     virtual void setDefaultGround(bool isDefault);
 
-    /// The type's properties: getPropertiesSize() bytes, owned by the record, or null. For
-    /// built-in and fixed-point types a fxpDataTypeProp.
+    /// Returns the properties: getPropertiesSize() bytes owned by the record, or null if they are
+    /// not set. Built-in and fixed-point types have a fxpDataTypeProp.
     virtual const void* getProperties() const;
-    /// Copies getPropertiesSize() bytes; null stands for zeros. Refused with
-    /// CannotSetDataTypePropertiesOfAlias, CannotSetPropertiesBeforeSettingSize or, where others
-    /// are set, CannotModifyDataTypeProperties (all: name), then MemoryAllocErr.
+    /// Copies getPropertiesSize() bytes; null means zeros.
+    ///
+    /// Throws CannotSetDataTypePropertiesOfAlias (name), CannotSetPropertiesBeforeSettingSize
+    /// (name), CannotModifyDataTypeProperties (name) if other properties are set, and
+    /// MemoryAllocErr.
     virtual void setProperties(const void* value);
-    /// Bytes of the properties; 0 if not set yet.
+    /// Returns the size of the properties in bytes, or 0 if it is not set.
     virtual int getPropertiesSize() const;
-    /// Refused with CannotSetDataTypePropertiesSizeOfAlias (name), then
-    /// CannotModifyDataTypePropertiesSize (name, size now, new size), then
-    /// InvalidDataTypePropertiesSize (name, new size) for a negative size.
+    /// Sets the size of the properties in bytes.
+    ///
+    /// Throws CannotSetDataTypePropertiesSizeOfAlias (name), CannotModifyDataTypePropertiesSize
+    /// (name, current size, newSize) if another size is set, and InvalidDataTypePropertiesSize
+    /// (name, newSize) if `newSize` is negative.
     virtual void setPropertiesSize(int newSize);
 
-    /// Code generation's record of this type; not owned.
+    /// \name Record of the code generator
+    /// @{
+
+    /// Pointer to the code generator's record of this type; not owned, null by default.
     virtual CG::Type* getCGType() const;
     virtual void setCGType(CG::Type* type);
+    /// @}
 
-    /// \name Classification by id (and name), as the static forms below
+    /// \name Classification of this type
     /// @{
+
+    /// Return the result of the static function of the same subject below, for the id (and the
+    /// name) of this type.
     virtual bool isIntDataType() const;
     virtual bool isUnsignedIntDataType() const;
     virtual bool isSignedIntDataType() const;
@@ -183,44 +188,75 @@ class TVTYPES_API DataType {
     virtual bool isSignedFixptDT() const;
     /// @}
 
-    /// The type's checksum: four words. The setter copies them.
+    /// Returns the checksum: four words owned by the record, zeros by default.
     virtual const unsigned int* getChecksumElements() const;
+    /// Copies four words.
     virtual void setChecksumElements(const unsigned int* words);
 
-    /// The host value that describes the type, or null. The record shares it with its maker.
+    /// Returns the host value that describes the type, or null. The record holds a reference.
     virtual const oxArray_tag* getInterface() const;
+    /// Takes a reference to a host value, or to none if `value` is null, and releases the previous
+    /// one.
     virtual void setInterface(const oxArray_tag* value);
 
+    /// Returns whether the type has this qualifier.
     virtual bool getIsType(DataTypeQualifier qualifier) const;
+    /// Returns the qualifier.
     virtual DataTypeQualifier getType() const;
+    /// Sets the qualifier.
     virtual void setType(DataTypeQualifier qualifier);
 
-    /// Writes name, id, size, storage id and qualifier, a line each, and an empty line.
+    /// Writes name, id, size, storage id and qualifier, one line each, and an empty line.
     virtual void print(std::ostream& os) const;
 
-    /// Whether the target reads and writes values of this type in one access.
+    /// \name Access on the target
+    /// @{
+
+    /// Whether the target reads and writes a value in one access; false by default.
     virtual bool isAtomic() const;
     virtual void setIsAtomic(bool isAtomic);
-    /// Whether the stored form of the ground value is other than zero bytes.
+    /// @}
+    /// \name Stored form of the ground value
+    /// @{
+
+    /// Whether the stored form of the ground value has bytes other than zero; true by default.
     virtual bool groundHasNonZeroStoredValue() const;
     virtual void setGroundHasNonZeroStoredValue(bool hasNonZero);
+    /// @}
 
-    /// The ids of the types on which this one depends.
+    /// Returns the ids of the types that this type refers to directly.
     virtual std::vector<int> dependsOn() const;
 
-    /// A mark for walks over aliases. Constant walks write it too, so none may run beside another.
+    /// \name Visited flag
+    /// @{
+
+    /// Flag for walks over alias chains. Const lookups write it, so two of them must not run at
+    /// the same time.
     virtual bool getVisitFlag() const;
     virtual void setVisitFlag(bool visited) const;
+    /// @}
 
+    /// \name Lock against becoming an alias, second form
+    /// @{
+
+    /// Same flag as getAliasedToLocked; the getter of an alias always returns true.
     virtual bool getIsAliasToLocked() const;
     virtual void setIsAliasToLocked(bool locked);
+    /// @}
 
-    /// Called by the table when a record that this one may refer to has been replaced.
+    /// \name Replacement of an alias target
+    /// @{
+
+    /// Called by the table when it has replaced the record of the direct target, or of the type at
+    /// the end of the chain, by `type`. Do nothing unless the type is an alias.
     virtual void updateAliasedToType(DataType* type);
     virtual void updateAliasedThruToType(DataType* type);
+    /// @}
 
-    /// \name Classification by id alone; an id that is not built-in gives false
+    /// \name Classification by id
     /// @{
+
+    /// Return whether the built-in type `id` is in the class; false for any other id.
     static bool isDataTypeFloatDT(int id);
     static bool isDataTypeIntDT(int id);
     static bool isDataTypeUnsignedIntDT(int id);
@@ -229,18 +265,26 @@ class TVTYPES_API DataType {
     static bool isDataTypeSignedDT(int id);
     /// @}
 
-    /// Whether a type counts as signed in the fixed-point world: all but `boolean`, the unsigned
-    /// built-in integers, and names that begin with "ufix". A null name counts as "".
+    /// Returns whether a type counts as signed in fixed-point arithmetic: true for every type
+    /// except `boolean`, the unsigned built-in integers, and names that begin with "ufix". A null
+    /// name counts as "".
     static bool isDataTypeSignedFixptDT(const char* name, int id);
 
-    /// Whether a conversion between built-in types would overflow: whether any of `count` elements,
-    /// rounded in this mode, falls out of the range of the type `dstId`. Both parts of complex
-    /// elements count. `data` may lie at any address.
+    /// Returns whether a conversion between two built-in types overflows: whether any of the
+    /// elements, rounded by `rounding`, is out of the range of the type `dstId`.
     ///
-    /// To single only a finite double that would become infinite overflows, whatever the mode. An
-    /// infinity overflows every integer type, NaN none. Nothing overflows `double` and `boolean`,
-    /// nothing comes from `boolean`, and for an id that is not built-in and a mode that is none the
-    /// answer is false.
+    /// - A conversion to `single` overflows only for a finite double that becomes infinite, in
+    ///   every rounding mode.
+    /// - An infinity overflows every integer type; NaN overflows none.
+    /// - A conversion to `double` or `boolean`, or from `boolean`, does not overflow.
+    /// - An id that is not built-in, or an invalid rounding mode, returns false.
+    ///
+    /// \param data      array of elements at any address, without alignment
+    /// \param count     number of elements
+    /// \param srcId     type of the elements
+    /// \param isComplex whether an element has two parts; both are tested
+    /// \param dstId     type of the result
+    /// \param rounding  rounding mode of the conversion
     static bool CheckForOverflowDuringDataTypeConversion(const void* data, int count, int srcId,
                                                          bool isComplex, int dstId,
                                                          fxpModeRounding_tag rounding);
@@ -261,8 +305,9 @@ class TVTYPES_API DataType {
     using Bytes = std::unique_ptr<void, ReleaseMemory>;
 
     bool allocateGround();
-    template <class Refusal, class Conflict, class Function>
+    template <class AliasError, class ConflictError, class Function>
     void setOnce(Function& field, Function current, Function function);
+    TVTYPES_LOCAL void copyBuiltInRow(int id);
 
     int id_;
     std::string name_;
@@ -283,119 +328,15 @@ class TVTYPES_API DataType {
     mutable bool visitFlag_ = false;
     DataTypeQualifier qualifier_ = DataTypeQualifierUnspecified;
     bool aliasedToLocked_ = false;
-    // Whether an alias has ever pointed at this record: if not, none needs to be told of its end.
+    // Whether an alias has ever pointed at this record. If not, its replacement skips the scan for
+    // aliases to update.
     mutable bool isAliasTarget_ = false;
     TargetToHostFcn targetToHostFcn_ = nullptr;
     HostToTargetFcn hostToTargetFcn_ = nullptr;
     int targetSize_ = 0;
 };
 
-/// The record of a built-in or predefined type.
-class TVTYPES_API BuiltInDataType : public DataType {
-  public:
-    /// As DataType, with the qualifier of a built-in type.
-    BuiltInDataType(int id, const std::string& name, DataTypeSource source);
-    ~BuiltInDataType() override;
-};
-
-/// The record of the type "auto". It is complete from birth: setters of its definition do nothing.
-class TVTYPES_API AutoDataType : public BuiltInDataType {
-  public:
-    AutoDataType();
-    ~AutoDataType() override;
-
-    void setSize(int newSize) override;
-    void setConvertBetweenFcn(ConvertBetweenFcn function) override;
-    void setGreaterThanFcn(GreaterThanFcn function) override;
-    void setGreaterEqualFcn(GreaterEqualFcn function) override;
-    void setIsNegativeFcn(IsNegativeFcn function) override;
-    void setIsPositiveFcn(IsPositiveFcn function) override;
-    void setStorageId(int storageId) override;
-    void setGround(const void* value) override;
-    void setDefaultGround(bool isDefault) override;
-    void setProperties(const void* value) override;
-    void setPropertiesSize(int newSize) override;
-    void setCGType(CG::Type* type) override;
-};
-
-/// A type that stands for another one of the same table, and answers with that one's definition.
-///
-/// Size, functions, ground, properties, storage, target size and atomicity are read from the type
-/// that answers for it, in one call however long the chain of aliases is. Name, id, source,
-/// qualifier (always unspecified), checksum, interface and code-generation type are its own.
-///
-/// Setting a definition through an alias is refused with CannotSetDataType...OfAlias (name);
-/// setting target functions, target size or the mark of the default ground does nothing.
-class TVTYPES_API AliasDataType : public DataType {
-  public:
-    /// \param aliasedTo     the type named as the target; not owned
-    /// \param aliasedThruTo the type that answers, normally the end of the chain; not owned
-    AliasDataType(int id, const std::string& name, DataTypeSource source, const DataType* aliasedTo,
-                  const DataType* aliasedThruTo);
-    /// Takes id, name and source from a plain type, and shares its interface value.
-    AliasDataType(DataType* plainType, const DataType* aliasedTo, const DataType* aliasedThruTo);
-    ~AliasDataType() override;
-
-    int getSize() const override;
-    void setSize(int newSize) override;
-    ConvertBetweenFcn getConvertBetweenFcn() const override;
-    IsPositiveFcn getIsPositiveFcn() const override;
-    IsNegativeFcn getIsNegativeFcn() const override;
-    GreaterThanFcn getGreaterThanFcn() const override;
-    GreaterEqualFcn getGreaterEqualFcn() const override;
-    void setConvertBetweenFcn(ConvertBetweenFcn function) override;
-    void setGreaterThanFcn(GreaterThanFcn function) override;
-    void setGreaterEqualFcn(GreaterEqualFcn function) override;
-    void setIsNegativeFcn(IsNegativeFcn function) override;
-    void setIsPositiveFcn(IsPositiveFcn function) override;
-    int getIdAliasedTo() const override;
-    int getIdAliasedThruTo() const override;
-    HostToTargetFcn getHostToTargetFcn() const override;
-    TargetToHostFcn getTargetToHostFcn() const override;
-    int getTargetSize() const override;
-    void setHostToTargetFcn(HostToTargetFcn function) override;
-    void setTargetToHostFcn(TargetToHostFcn function) override;
-    void setTargetSize(int targetSize) override;
-    int getStorageId() const override;
-    void setStorageId(int storageId) override;
-    const void* getGround() const override;
-    void setGround(const void* value) override;
-    bool getDefaultGround() const override;
-    void setDefaultGround(bool isDefault) override;
-    const void* getProperties() const override;
-    void setProperties(const void* value) override;
-    int getPropertiesSize() const override;
-    void setPropertiesSize(int newSize) override;
-    bool isIntDataType() const override;
-    bool isUnsignedIntDataType() const override;
-    bool isSignedIntDataType() const override;
-    bool isSignedDataType() const override;
-    bool isAtomic() const override;
-    void setIsAtomic(bool isAtomic) override;
-    bool groundHasNonZeroStoredValue() const override;
-    void setGroundHasNonZeroStoredValue(bool hasNonZero) override;
-    /// The one id of getIdAliasedTo.
-    std::vector<int> dependsOn() const override;
-    /// Always true.
-    bool getIsAliasToLocked() const override;
-    void updateAliasedToType(DataType* type) override;
-    void updateAliasedThruToType(DataType* type) override;
-
-    /// Do nothing: what an alias stands for is changed by its table alone.
-    virtual void setIdAliasedTo(int id);
-    virtual void setIdAliasedThruTo(int id);
-
-  private:
-    void markTargets() const;
-
-    const DataType* aliasedToType_;
-    const DataType* aliasedThruToType_;
-};
-
-/// Writes the type through its virtual print.
+/// Calls DataType::print.
 TVTYPES_API std::ostream& operator<<(std::ostream& os, const DataType& dataType);
 
 } // namespace TVTypeSys
-
-using TVTypeSys::AUTO_DATA_TYPE_ID;
-using TVTypeSys::INVALID_DATA_TYPE_ID;

@@ -1,16 +1,21 @@
 /// \file
 /// The table of all data types of one model.
 ///
-/// A type is registered by name and from then on spoken of by its id. The record with id n stands
-/// at position n + 1: "auto" has id -1 and stands at position 0, the built-in types have the ids 0
-/// to 8, the predefined types 9 to 13, and those that are registered later 14 and up.
+/// A type is registered by name, and is addressed by its id from then on. The record with id n is
+/// at position n + 1: "auto" has id -1 and position 0, the built-in types have ids 0 to 8, the
+/// predefined types 9 to 13, and types that clients register 14 and above.
 ///
-/// A table belongs to one thread at a time, reads included. Refusals are exceptions as in
-/// datatype.h; message ids are those of TorvaneTypes::general.
+/// Ids and positions are not checked unless the description says so. An unchecked id must be -1 or
+/// above and have a record; builds with assertions check it.
+///
+/// Errors are thrown as fnd::except::IException, with the message ids of
+/// TorvaneTypes::general named here. A call that throws leaves the table unchanged.
+///
+/// A table is used by one thread at a time; even const operations write to it.
 #pragma once
 
-#include <tvtypes/registry/data_type.h>
 #include <tvtypes/export.h>
+#include <tvtypes/registry/type_ids.h>
 
 #include <boost/shared_ptr.hpp>
 
@@ -28,74 +33,85 @@ namespace TVTypeSys {
 class DataTypeTable;
 }
 
-/// With this record a table makes itself known to the functions of its types.
+/// Identifies the calling table to the functions of a type.
 struct _tvDataTypeAccess_tag {
-    TVTypeSys::DataTypeTable* table;
+    TVTypeSys::DataTypeTable* table; ///< the table that calls
 };
 
 namespace TVTypeSys {
 
+class ClientDataTypeCheckCallback;
+class DataType;
 class NameIndex;
 
-/// A client's hook into registration.
-class TVTYPES_API ClientDataTypeCheckCallback {
-  public:
-    virtual ~ClientDataTypeCheckCallback();
-
-    /// Called with each new type, once it stands in the table. If it throws a
-    /// fnd::except::IException the type is taken out again and destroyed.
-    virtual void checkRegisteredType(DataType* dataType, const char* blockPath) = 0;
-
-    /// Called when the table has been brought back to its built-in types.
-    virtual void onResetToBuiltin() = 0;
-};
-
 /// All data types of one model. The table owns its records.
+///
+/// The member functions are implemented by subject in `src/registry/`:
+///
+/// | File                     | Subject                                                       |
+/// |--------------------------|---------------------------------------------------------------|
+/// | data_type_table.cpp      | construction, reset, settings of the model                    |
+/// | table_records.cpp        | storage of the records; lookup by id, position and name       |
+/// | table_registration.cpp   | registration by name                                          |
+/// | table_aliases.cpp        | aliases: creation, resolution, update when a type is replaced |
+/// | table_classification.cpp | storage type, fixed-point names, kinds of types               |
+/// | table_values.cpp         | conversion and comparison of values                           |
+/// | builtin_types.cpp        | the built-in and predefined types                             |
+/// | print.cpp                | output                                                        |
 class TVTYPES_API DataTypeTable {
   public:
-    /// A table with "auto", the nine built-in and the five predefined types.
+    /// Constructs a table with "auto", the nine built-in and the five predefined types. Throws
+    /// MemoryAllocErr.
     DataTypeTable();
+    /// Destroys the records in the order of their positions.
     virtual ~DataTypeTable();
     DataTypeTable(const DataTypeTable&) = delete;
     DataTypeTable& operator=(const DataTypeTable&) = delete;
 
-    /// Destroys all types but the first 15. Those keep what clients have set in them, but for
-    /// their code-generation types and target functions.
+    /// Destroys all records except the first 15. Those keep what clients have set, except for the
+    /// code generator's records and the transfer functions, which are reset to null.
     virtual void resetToBuiltin();
 
     /// \name Registration
-    /// Each gives the id of the type with this name: the one that the table has, as it stands, or
-    /// a new one. `blockPath` is passed to the client's hook and may be null.
+    /// Return the id of the type with this name. If there is none, a new record is registered with
+    /// the next id. If there is one, it is kept as it is.
     ///
-    /// Refused with InvalidDataType (name) if the name is no identifier, and with
-    /// DataType_SameNameAsExistingType (name) if the type that has the name comes from another
-    /// source, unless `source` is DataTypeSourceUnchecked. What the client's hook throws passes
-    /// through.
+    /// If shortCircuitRegistration returns false, a new record replaces the existing one instead,
+    /// under the same id and with the same storage id.
     ///
-    /// In a table whose shortCircuitRegistration gives false, a name that is known is registered
-    /// anew, and the new record takes the place, id and storage id of the old one.
+    /// Parameters: `name` is a C identifier, `source` the origin of the type; `blockPath` is passed
+    /// to the client's callback and may be null.
+    ///
+    /// Throw InvalidDataType (name) if the name is not an identifier, and
+    /// DataType_SameNameAsExistingType (name) if an existing type has another source and `source`
+    /// is not DataTypeSourceUnchecked. Exceptions of the client's callback pass through.
     /// @{
 
-    /// A name such as sfix16_En3 makes a fixed-point type; any other makes a type that its
-    /// registrar goes on to define through the setters of its record.
+    /// Registers a type. A name such as sfix16_En3 makes a fixed-point type. Any other type is
+    /// without definition; the caller defines it through the setters of its record.
     virtual int registerDataType(const char* name, DataTypeSource source, const char* blockPath);
 
-    /// Makes an alias. Refused with UndefinedDataTypeToBeAliasedTo (name, id) if there is no type
-    /// `idAliasedTo`, and with DataTypeAliasLoop (name, target's name) if the new record would
-    /// take the place of a type that its target stands for.
+    /// Registers an alias of the type `idAliasedTo`. Throws UndefinedDataTypeToBeAliasedTo (name,
+    /// idAliasedTo) if there is no such type, and DataTypeAliasLoop (name, name of the target) if
+    /// the alias would replace a type on the alias chain of its target.
     virtual int registerAliasDataType(const char* name, DataTypeSource source, int idAliasedTo,
                                       const char* blockPath);
 
-    /// Makes a StructDataType.
+    /// Registers a StructDataType without elements.
     virtual int registerStructDataType(const char* name, DataTypeSource source,
                                        const char* blockPath);
     /// @}
 
-    /// Whether registering a known name gives the id of the type that has it. True here.
+    /// Returns whether registration keeps an existing type of the same name. Returns true unless
+    /// overridden.
     virtual bool shortCircuitRegistration(DataTypeSource source) const;
 
-    /// \name Settings of the model, for a derived table to answer: levels, 0 or 1 here
+    /// \name Settings of the model
     /// @{
+
+    /// Diagnostic levels and code generation settings, which a derived table overrides. The library
+    /// does not read them. The first three and the last two levels return 1, the three of
+    /// fixed-point constants 0, and getUseIntDivNetSlopeOpt returns false.
     virtual int getParameterUnderflowDiagnostic() const;
     virtual int getParameterOverflowDiagnostic() const;
     virtual int getParameterPrecisionLossDiagnostic() const;
@@ -110,193 +126,238 @@ class TVTYPES_API DataTypeTable {
     /// Writes a heading, the number of types, and every type.
     virtual void print(std::ostream& os) const;
 
-    /// The properties of the type at the end of the alias chain, or null. `ignored` is not read.
-    /// Refused with InvalidDataTypeId (id).
+    /// Returns the properties of the type at the end of the alias chain, or null if they are not
+    /// set. `ignored` is not read. Throws InvalidDataTypeId (id).
     virtual const void* getDataTypeProperties(const char* ignored, int id) const;
 
-    /// The name of an enumerated value; null here.
+    /// Returns the name of a value of an enumerated type. Returns null unless overridden.
     virtual const char* getEnumTypeStringFromValue(int id, int value) const;
 
-    /// Give a new record of a built-in type (id -1 to 8) or of a predefined type (id 9 to 13) its
-    /// definition. Refused with MemoryAllocErr.
+    /// Defines a new record as the built-in type `id`. Throws MemoryAllocErr.
+    /// \pre `id` is -1 to 8.
     virtual void registerBuiltInDataType(DataType* dataType, int id);
+    /// Defines a new record as the predefined type `id`. Throws MemoryAllocErr.
+    /// \pre `id` is 9 to 13.
     virtual void registerInternalExtraDataType(DataType* dataType, int id);
 
-    /// registerDataType for callers that work with diagnostics: null on success, with the id
-    /// behind `outId`; else the diagnostic, which the caller owns, with DataTypeErrorFromBlock
-    /// (path) added if `blockPath` is neither null nor empty, and `outId` left as it was.
+    /// Registers a type as registerDataType does, and returns errors as diagnostics.
+    ///
+    /// Returns null on success and stores the id in `*outId`. Otherwise returns a diagnostic, which
+    /// the caller owns, and leaves `*outId` unchanged; DataTypeErrorFromBlock (blockPath) is
+    /// appended if `blockPath` is neither null nor empty.
     static tvsvDiagnosticImpl* RegisterDataType(DataTypeTable* table, const char* blockPath,
                                                 const char* name, DataTypeSource source,
                                                 int* outId);
 
-    /// Installs the client's hook; an empty pointer removes it.
+    /// Installs the client's callback; an empty pointer removes it.
     void
     setClientDataTypeCheckCallback(const boost::shared_ptr<ClientDataTypeCheckCallback>& callback);
 
-    /// Puts `newType`, which stands in the table, in the place of `oldType`, with its id and
-    /// storage id; aliases of the old type become aliases of the new one. Destroys `oldType`.
+    /// Moves `newType` to the position of `oldType`, gives it the id and storage id of `oldType`,
+    /// points the aliases of `oldType` to it, and destroys `oldType`. Does nothing if one of the
+    /// two is not in the table or both are the same.
     void replaceDataType(DataType* oldType, DataType* newType);
 
-    /// Refused with DataType_SameNameAsExistingType (name) unless `source` is that of the type
-    /// `id`, or DataTypeSourceUnchecked.
+    /// Throws DataType_SameNameAsExistingType (name) unless `source` is the source of the type `id`
+    /// or DataTypeSourceUnchecked.
     void verifyDataTypeSourcesMatch(DataTypeSource source, int id) const;
 
-    /// Refused with InvalidDataType (name) unless the name is an identifier.
+    /// Throws InvalidDataType (name) unless the name is a C identifier.
     static void validateDataTypeName(const char* name);
-    /// The same as a question; null gives false.
+    /// Returns whether a name is a C identifier; false for null.
     static bool isAValidDataType(const char* name);
 
-    /// Appends a record that the caller has made with the id getNumDataTypes() - 1. The table
-    /// takes it over. A record that answers getName with another text than its own name is found
-    /// by whatever it answers at the time of a lookup; for that, each lookup asks all such records.
+    /// Appends a record, which the table then owns.
+    ///
+    /// A record whose getName returns another string than the name it was constructed with is not
+    /// indexed: every later lookup by name scans all such records.
+    /// \pre The id of the record is getNumDataTypes() - 1.
     void addDataType(DataType* dataType);
 
-    /// Takes a record out and destroys it. Later records keep their ids and lose their places, so
-    /// this is for the last record, and for one that no alias stands for. A pointer that is not in
-    /// the table is ignored.
+    /// Removes and destroys a record. Records behind it keep their ids but move down one position,
+    /// so only the last record should be removed. Does nothing if the record is not in the table.
+    /// \pre No alias refers to the record.
     void removeDataType(DataType* dataType);
 
     /// \name Lookup
-    /// Ids and positions are taken as given, without a test, unless it says otherwise.
     /// @{
 
-    /// The id of the first record with this name; -10 if there is none. Null counts as "". The
-    /// time taken does not depend on how many types there are.
+    /// Returns the id of the first record with this name, or -10 if there is none. Null counts as
+    /// "". Constant time on average.
     int getDataTypeId(const char* name) const;
-    /// The number of types, "auto" included.
+    /// Returns the number of records, "auto" included.
     int getNumDataTypes() const;
-    /// The record at a position, which is its id plus 1. Valid until the type is replaced, turned
-    /// into an alias, or destroyed.
+    /// Returns the record at a position, which is the id plus 1. The table owns it. The pointer is
+    /// valid until the type is replaced, turned into an alias, or destroyed.
+    /// \pre `position` is below getNumDataTypes().
     const DataType* getDataTypeAt(std::size_t position) const;
+    /// Same, for changes.
     DataType* getDataTypeAt(std::size_t position);
+    /// Returns whether an id is in the range of the table.
     bool isDataTypeIdValid(int id) const;
+    /// Returns whether an id is in the range of the table and not "auto".
     bool isDataTypeIdValid_NotAuto(int id) const;
-    /// Refused with InvalidDataTypeId (id) unless isDataTypeIdValid(id).
+    /// Throws InvalidDataTypeId (id) unless isDataTypeIdValid(id).
     void checkDataTypeId(int id) const;
-    /// Whether an id is -1 to 8.
+    /// Returns whether an id is -1 to 8.
     static bool checkForBuiltInDataType(int id);
-    /// Whether an id is 9 to 13.
+    /// Returns whether an id is 9 to 13.
     static bool isPredefinedDataType(int id);
-    /// 9.
+    /// Returns 9, the number of built-in types.
     static int getNumBuiltInDataTypes();
-    /// The id of a built-in type by name, 0 to 8; -10 for any other name, "auto" included.
+    /// Returns the id of a built-in type, 0 to 8, or -10 for any other name, "auto" included.
     static int getBuiltInDataType(const char* name);
+    /// Returns whether a name is that of a built-in type.
     static bool nameOfBuiltInDataType(const char* name);
-    /// The name of a built-in type, a constant text; null for any id but 0 to 8.
+    /// Returns the name of a built-in type, or null for any id except 0 to 8. The string is a
+    /// constant of the library.
     static const char* getNameOfBuiltInDataType(int id);
-    /// Bytes of one value of the type `id`, which must be -1 to 8.
+    /// Returns the size of one value of a built-in type in bytes.
+    /// \pre `id` is -1 to 8.
     static int getBuiltInDataTypeSize(int id);
-    /// The properties of the type `id`, which must be 0 to 8.
+    /// Returns the properties of a built-in type, a constant of the library.
+    /// \pre `id` is 0 to 8.
     static const fxpDataTypeProp* getBuiltinDataTypeProperties(int id);
     /// @}
 
-    /// A name for a type that has none: rtt_0, rtt_1, ... The text is overwritten by the next
-    /// call; whether the name is taken is not looked at. A constant operation that changes the
-    /// table.
+    /// Returns the next of the names rtt_0, rtt_1, ... for types without a name. The table owns the
+    /// string; the next call overwrites it. Whether the name is taken is not checked.
     const char* generateAnonymousTypeName() const;
 
-    /// Fills the records from which tables take their built-in types, once in the process.
+    /// Fills BuiltInDataTypes and PreDefinedDataTypes, once in the process. Not thread-safe; the
+    /// constructor and getBuiltInDataTypeSize call it.
     static void initializeBuiltInDataTypes();
 
     /// \name Aliases
     /// @{
 
-    /// Turns a plain type without a definition into an alias, under the same id. Pointers to its
-    /// record become invalid. Setting the same alias again does nothing. In this order refused
-    /// with UndefinedDataTypeToBeAliasedTo (name, id), InconsistentDataTypeIdAliasedTo (name,
-    /// target's name, name of the type now aliased), CannotSetAliasForDefinedType (name), and
-    /// DataTypeAliasLoop (name, target's name), the last also for a type and itself.
+    /// Turns a type without definition into an alias under the same id, with a new record; pointers
+    /// to the old one become invalid. Does nothing if the type is an alias of `idAliasedTo`.
+    ///
+    /// Aliases that the type has already keep it as the end of their chain (getIdAliasedThruTo);
+    /// their getters forward to it, and from there to its own target.
+    ///
+    /// Throws, in this order, UndefinedDataTypeToBeAliasedTo (name, idAliasedTo) if there is no
+    /// such type, InconsistentDataTypeIdAliasedTo (name, name of the target, name of the current
+    /// target) if the type is an alias of another type, CannotSetAliasForDefinedType (name) if it
+    /// has a definition, and DataTypeAliasLoop (name, name of the target) if it is on the alias
+    /// chain of its target, or is its target.
     void setDataTypeIdAliasedTo(int id, int idAliasedTo);
-    /// The id that a type is an alias of; -10 if it is none, and for -10.
+    /// Returns the id of the direct target of an alias, or -10 if the type is no alias or `id` is
+    /// -10.
     int getDataTypeIdAliasedTo(int id) const;
-    /// The record that answers for a type. Refused with InvalidDataTypeId (id).
+    /// Returns the record whose definition a type uses: the end of its alias chain, or the type
+    /// itself. Throws InvalidDataTypeId (id).
     DataType* getDataTypeAliasedThruTo(int id) const;
-    /// Whether `id` is an alias of `idAliasedTo`, directly or through others. No type is an alias
-    /// of itself.
+    /// Returns whether `idAliasedTo` is on the alias chain of `id`, which does not include `id`.
+    /// `id` may be -10. Linear in the length of the chain.
     bool alreadyAliasedToDirectlyOrIndirectly(int id, int idAliasedTo) const;
-    /// The nearest type through which the alias chains of both types pass; -10 if there is none.
+    /// Returns the first type that is on the alias chains of both types, each starting with the
+    /// type itself, or -10 if getIdAliasedThruTo differs. Linear in the length of the chains.
     int getDataTypeIdCommonAncestor(int id1, int id2) const;
     /// @}
 
     /// \name Storage and fixed-point names
     /// @{
 
-    /// Sets once which built-in type holds the values of a type. In this order refused with
-    /// CannotSetDataTypeStorageIdOfAlias (name), IllegalDataTypeToBeStorageId (name, storage's
-    /// name) for an id above 8, and InconsistentDataTypeStorageId (name, storage's name, name of
-    /// the type now the storage).
+    /// Sets the built-in type that stores values of a type. The storage can be set once; as long as
+    /// it is the type's own id it counts as not set.
+    ///
+    /// Throws, in this order, CannotSetDataTypeStorageIdOfAlias (name),
+    /// IllegalDataTypeToBeStorageId (name, name of the storage) if `storageId` is above 8, and
+    /// InconsistentDataTypeStorageId (name, name of the storage, name of the current storage).
     void setDataTypeStorageId(int id, int storageId);
-    /// Whether a name is that of a fixed-point or scaled-double type: "sfix", "ufix", "flts" or
-    /// "fltu" and a digit, with neither "sfcn" nor "_OBS" from that digit on. Stores the number
-    /// that begins there behind `wordLength`, if that is not null.
+    /// Returns whether a name is that of a fixed-point or scaled-double type: "sfix", "ufix",
+    /// "flts" or "fltu", then a digit, with neither "sfcn" nor "_OBS" from that digit on. If so,
+    /// and `wordLength` is not null, stores the number that starts at that digit in `*wordLength`,
+    /// or INT_MAX if it is larger.
     static bool isInstrinsicFixptName(const char* name, int* wordLength);
-    /// Marks a fixed-point type as atomic if the integer of its word length is.
+    /// Sets whether a fixed-point type is atomic: whether the integer of 8, 16 or 32 bits is, and
+    /// for any other word length whether setAtomicWordLengths has it. Does nothing for other types.
     void initializeFixptDataTypeAtomicity(DataType* dataType, int wordLength);
-    /// Sets the word lengths, beside 8, 16 and 32, that the target accesses atomically.
+    /// Sets the word lengths in bits, other than 8, 16 and 32, that the target accesses atomically.
+    /// Types that are registered already keep their setting.
     void setAtomicWordLengths(const std::vector<int>& wordLengths);
 
-    /// Whether a type is "auto", built-in or fixed-point; the second leaves `boolean` out. Refused
-    /// with InvalidDataTypeId (-10) for -10.
+    /// Returns whether the type at the end of the alias chain is "auto", built-in or fixed-point.
+    /// Throws InvalidDataTypeId (-10) for -10.
     bool IsDataTypeNumericOrBoolean(int id) const;
+    /// Same, with false for `boolean`.
     bool IsDataTypeNumericNonBoolean(int id) const;
-    /// Refused with InvalidDataTypeId (id).
+    /// Returns whether the type at the end of the alias chain is fixed-point and not a scaled
+    /// double. Throws InvalidDataTypeId (id).
     bool IsFixptDTNotScaledDouble(int id) const;
-    /// False for -10 and -1. Refused with InvalidDataTypeId (id) for any other id without a type.
+    /// Returns whether the type at the end of the alias chain is enumerated; false for -10 and -1.
+    /// Throws InvalidDataTypeId (id) for any other id without a type.
     bool isEnumType(int id) const;
     /// @}
 
     /// \name Values
-    /// Each calls, once for the whole array of `count` elements, a function of the type, which
-    /// sees the ids of the types that answer for those given. `extra` is handed to it unread.
+    /// Each calls a function of the type once for the array of `count` elements, with the ids at
+    /// the ends of the alias chains. `extra` is passed on unread.
     ///
-    /// The result is the function's status, which is not 0. Refused with
-    /// DataType...FcnDoesNotExist (name) if the type has no function for it, as predefined types
-    /// have none, and with DataType...FcnUnknownError (name) if its status is 0. Then what is
-    /// written is not defined.
+    /// Return the status of the function, which is not 0. Throw DataType...FcnDoesNotExist (name)
+    /// if the type has no such function (predefined types have none), and
+    /// DataType...FcnUnknownError (name) if its status is 0; the content of the output is then
+    /// unspecified. "..." is ConvertBetween, IsPositive, IsNegative, GreaterThan or GreaterEqual.
     /// @{
 
-    /// Converts by the ConvertBetween function of the source's or of the destination's type.
+    /// Converts values with the ConvertBetween function of the source type.
     int convertToUsingSrcId(int dstId, int srcId, int count, const void* src, const void* extra,
                             void* dst) const;
+    /// Converts values with the ConvertBetween function of the destination type.
     int convertToUsingDstId(int dstId, int srcId, int count, const void* src, const void* extra,
                             void* dst) const;
-    /// Test by the IsPositive, IsNegative, GreaterThan and GreaterEqual functions. `result`
-    /// receives a byte an element: 1 where the test holds, else 0.
+    /// Tests which values are above 0. Writes one byte for each element to `result`: 1 or 0.
     int isPositive(int id, int count, const void* values, const void* extra, void* result) const;
+    /// Tests which values are below 0. Writes one byte for each element to `result`: 1 or 0.
     int isNegative(int id, int count, const void* values, const void* extra, void* result) const;
+    /// Tests lhs > rhs. Writes one byte for each element to `result`: 1 or 0.
     int greaterThan(int id, int count, const void* lhs, const void* rhs, const void* extra,
                     void* result) const;
+    /// Tests lhs >= rhs. Writes one byte for each element to `result`: 1 or 0.
     int greaterEqual(int id, int count, const void* lhs, const void* rhs, const void* extra,
                      void* result) const;
+    /// @}
 
-    /// The same, with false instead of a refusal and true else. Other exceptions that a function
-    /// throws pass through.
+    /// \name Values, without exceptions of the library
+    /// @{
+
+    /// Return false where the function of the same name throws a fnd::except::IException, else
+    /// true. Other exceptions that a client's function throws pass through.
     bool convertToUsingSrcIdWithStatus(int dstId, int srcId, int count, const void* src,
                                        const void* extra, void* dst) const;
     bool isPositiveWithStatus(int id, int count, const void* values, const void* extra,
                               void* result) const;
     /// @}
 
-    /// Whether an array holds anything but zero; false for a `count` below 1. For `double` and
-    /// `single` NaN is not zero and both zeros are. For any other type, their aliases included, the
-    /// bytes of each element are held against the ground value. Complex elements are two parts,
-    /// side by side. `data` may lie at any address.
+    /// Returns whether an array has an element other than zero; false if `count` is below 1.
+    ///
+    /// For `double` and `single`, zeros of both signs are zero and NaN is not. For every other
+    /// type, aliases of `double` and `single` included, each part is compared with the bytes of the
+    /// ground value. Throws MemoryAllocErr if setSize failed to allocate the ground value.
+    ///
+    /// \param data      array of elements at any address, without alignment
+    /// \param count     number of elements
+    /// \param id        type of the elements
+    /// \param isComplex whether an element is two parts, side by side
     bool checkIfNonZeroArray(const void* data, int count, int id, bool isComplex) const;
 
-    /// How a type is written in a parameter: fixdt('sfix16_En3'), "Enum: E", "Bus: B", else the
-    /// name alone, as for every alias.
+    /// Returns the form of a type name in a block parameter: fixdt('sfix16_En3') for a fixed-point
+    /// type, "Enum: E", "Bus: B", and the name alone for all other types and every alias.
     std::string getDTACompliantString(int id) const;
 
-    /// The id of the built-in type as which values are logged: for an enumerated type its storage,
-    /// for "auto" and built-in types their own, for all else that of `double`. Refused with
-    /// InvalidDataTypeId (id).
+    /// Returns the id of the built-in type in which values are logged: the type itself for "auto"
+    /// and the built-in types, the storage of an enumerated type, and `double` for any other type.
+    /// Throws InvalidDataTypeId (id).
     int getDataTypeLoggingId(int id) const;
 
-    /// \name What lies in a struct type
-    /// The summary flags of the type, which are all false until
-    /// StructDataType::createCacheForFrequentlyAccessedProperties has computed them. The id must
-    /// be that of a StructDataType itself, and not of an alias; it is not tested.
+    /// \name Summary flags of a struct type
     /// @{
+
+    /// Return a flag of StructDataType. All are false until
+    /// StructDataType::createCacheForFrequentlyAccessedProperties has computed them.
+    /// \pre `id` is that of a StructDataType, not of an alias.
     bool doesBusDTHaveComplexData(int id) const;
     bool doesBusDTHaveFrameBasedElements(int id) const;
     bool doesBusDTHaveVarDims(int id) const;
@@ -310,13 +371,16 @@ class TVTYPES_API DataTypeTable {
 
     void initialize();
     DataType* record(int id) const;
-    bool isNewName(const char* name, DataTypeSource source, int& existingId) const;
+    TVTYPES_LOCAL DataType* recordAt(std::size_t position) const;
     void append(std::unique_ptr<DataType> newRecord);
-    int adopt(std::unique_ptr<DataType> newRecord, int existingId, const char* blockPath);
     std::size_t positionOf(const DataType* dataType) const;
     void removeAt(std::size_t position);
     void replaceAt(std::size_t oldPosition, std::size_t newPosition);
+    TVTYPES_LOCAL int registeredId(const char* name) const;
+    TVTYPES_LOCAL bool keepsExistingType(int existingId, DataTypeSource source) const;
+    int adopt(std::unique_ptr<DataType> newRecord, int existingId, const char* blockPath);
     bool mayBeAliased(const DataType& dataType) const;
+    TVTYPES_LOCAL void retargetAliases(const DataType& oldType, DataType* newType) const;
     bool isNumeric(int id, bool booleanCounts) const;
     int convert(const DataType& type, int dstId, int srcId, int count, const void* src,
                 const void* extra, void* dst) const;
@@ -325,7 +389,8 @@ class TVTYPES_API DataTypeTable {
     boost::shared_ptr<ClientDataTypeCheckCallback> clientCheckCallback_;
     std::vector<std::unique_ptr<DataType>> dataTypes_;
     std::unique_ptr<NameIndex> nameIndex_;
-    // Whether there are records of a client's own class, which may be aliases of any kind.
+    // Whether addDataType has added a record of a client's class, whose override of
+    // getIdAliasedTo may return any id.
     bool hasClientRecords_ = false;
     mutable int anonymousTypeCount_ = 0;
     mutable char anonymousTypeName_[16] = {};
@@ -333,13 +398,7 @@ class TVTYPES_API DataTypeTable {
     std::vector<int> atomicWordLengths_;
 };
 
-/// Writes the table through its virtual print.
+/// Calls DataTypeTable::print.
 TVTYPES_API std::ostream& operator<<(std::ostream& os, const DataTypeTable& table);
-
-/// The records from which every table takes its definitions: "auto" and the built-in types, and
-/// the predefined types. Filled by DataTypeTable::initializeBuiltInDataTypes; all but the first
-/// keep an empty name and the id -10.
-extern TVTYPES_API BuiltInDataType BuiltInDataTypes[10];
-extern TVTYPES_API BuiltInDataType PreDefinedDataTypes[5];
 
 } // namespace TVTypeSys

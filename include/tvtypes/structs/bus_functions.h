@@ -1,5 +1,5 @@
 /// \file
-/// Properties of struct types by id. An alias is resolved to the type at the end of its chain.
+/// Access to struct types by id. An alias is resolved to the type at the end of its chain.
 #pragma once
 
 #include <tvtypes/export.h>
@@ -12,7 +12,7 @@ class DataTypeTable;
 
 /// \name Struct types by id
 /// All throw TorvaneTypes::general::InvalidDataTypeId (id) for an id that the table does not have;
-/// the two checksum functions also throw it for an id that is no struct type.
+/// the two checksum functions also throw it for a type that is not a struct.
 /// @{
 
 /// Returns whether the type is a struct type with StructDataType::isBusType. False for -1, "auto".

@@ -1,110 +1,61 @@
 /// \file
-/// Struct (bus) types and their elements. What lies inside is read through the views of
-/// elementaccess.h.
+/// Struct (bus) types. Their contents are read through the views of elementaccess.h.
 #pragma once
 
-#include <tvtypes/registry/data_type.h>
 #include <tvtypes/export.h>
+#include <tvtypes/registry/data_type.h>
+#include <tvtypes/structs/struct_element.h>
 
 #include <cstdint>
-#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace TVTypeSys {
 class DataTypeTable;
-struct ViewMemory;
+struct ViewCache;
 } // namespace TVTypeSys
 
 /// A checksum of four words.
 struct tvChecksumValue {
-    std::uint32_t words[4];
+    std::uint32_t words[4]; ///< the words
 };
 
-/// One element of a struct. The fields are public; the setters are plain stores.
-class TVTYPES_API StructElement {
-  public:
-    StructElement() = default;
-    ~StructElement();
-    StructElement(const StructElement&) = delete;
-    StructElement& operator=(const StructElement&) = delete;
-
-    /// Null counts as "".
-    void setName(const char* newName);
-    void setDataTypeId(int id) { dataTypeId = id; }
-    void setUnitId(int id) { unitId = id; }
-    void setNumDimensions(int count) { numDimensions = count; }
-    /// Takes over an array made with utCalloc or utMalloc. One held before is not released.
-    void setDimensions(int* sizes) { dimensions = sizes; }
-    void setOffset(int bytes) { offset = bytes; }
-    void setVarDimsOffset(int value) { varDimsOffset = value; }
-    void setSignalType(int value) { signalType = value; }
-    void setSamplingMode(int value) { samplingMode = value; }
-    void setDimensionsMode(int value) { dimensionsMode = value; }
-    void setMin(double value) { min = value; }
-    void setMax(double value) { max = value; }
-    double getMin() const { return min; }
-    double getMax() const { return max; }
-    /// Whether a limit is specified: anything but the infinity of its side, a NaN included.
-    bool getMinSpec() const;
-    bool getMaxSpec() const;
-
-    std::string name;
-    int dataTypeId = INVALID_DATA_TYPE_ID; ///< -1 is "auto"
-    int unitId = -1;
-    int numDimensions = 0;     ///< length of `dimensions`
-    int* dimensions = nullptr; ///< owned, released with utFree
-    int offset = -1;           ///< bytes from the start of the struct
-    int varDimsOffset = -1;    ///< offset of the variable-dimensions data
-    int signalType = -1;       ///< 1 is complex
-    int samplingMode = -1;     ///< 1 is frame based
-    int dimensionsMode = -1;   ///< 1 is variable
-    double min = -std::numeric_limits<double>::infinity();
-    double max = std::numeric_limits<double>::infinity();
-};
-
-/// What the views remember of one node of the depth-first numbering.
-struct TVTYPES_API DFSElementCache {
-    DFSElementCache() = default;
-    ~DFSElementCache();
-    DFSElementCache(const DFSElementCache&) = delete;
-    DFSElementCache& operator=(const DFSElementCache&) = delete;
-
-    StructElement* element = nullptr; ///< null until it has been asked for
-    bool ownsElement = false;         ///< made for this node; its dimensions are only borrowed
-    int offset = -1;                  ///< -1 until it has been asked for
-    int varDimsOffset = -1;           ///< the same
-};
-
-/// A type whose values are sequences of named elements. It remembers what its maker lays out:
-/// elements, offsets and counts are filled in by the client, and then read through views.
+/// A type whose values are sequences of named elements. The client sets the elements, their
+/// offsets, and the counts of the numberings.
 ///
-/// What the views have read they remember here, each node once, so reading writes to the type.
-/// An element or offset that changes afterwards may leave old answers; where the nodes lie is
-/// found anew after a call of setNumElements or of a setter of the three counts. A struct type
-/// within this one must not be replaced in its table while this one is read.
+/// The views cache what they read in the type, each node once, so reading writes to the type.
+/// After a change of an element, views may return its former values. Positions of nodes are
+/// computed again after setNumElements and after the setters of the three counts. The record of a
+/// struct type nested in this one must not be replaced in its table while this type is read.
 class TVTYPES_API StructDataType : public TVTypeSys::DataType {
   public:
+    /// Constructs a type without elements, with the qualifier DataTypeQualifierStruct.
     StructDataType(int id, const std::string& name, DataTypeSource source);
+    /// Destroys the elements.
     ~StructDataType() override;
 
-    /// The type ids of the elements, in order, duplicates and -1 kept.
+    /// Returns the type ids of the elements, in order, with duplicates and -1.
     std::vector<int> dependsOn() const override;
 
+    /// Returns the number of elements.
     virtual int getNumElements() const;
-    /// Makes `count` elements with nothing set in place of those before. Meant to be called once.
+    /// Replaces the elements by `count` elements with default values. Elements that are replaced
+    /// stay allocated until the type is destroyed, since clients may hold pointers to them.
     virtual void setNumElements(int count);
 
-    /// \name How many nodes the other numberings have, as the client lays them out
-    /// The views trust these counts.
-    ///
-    /// - Depth-first: the struct itself, 1, and for each element: 1 if it is no struct, the count
-    ///   of its type if it is a single one, 1 more than the counts of all for an array of structs.
-    /// - Flat: the depth-first nodes that are no structs.
-    /// - Raw: for each element its width, times the count of its type if that is a struct, times 2
-    ///   if it is no struct and complex.
+    /// \name Sizes of the numberings
     /// @{
+
+    /// Numbers of indices of one instance in the other numberings. The client sets them, and the
+    /// views rely on them:
+    ///
+    /// - Depth-first: 1 for the struct itself, and for each element 1 if it is not a struct, the
+    ///   count of its type if it is a single struct, and 1 more than the sum over all copies if it
+    ///   is an array of structs.
+    /// - Flat: the depth-first nodes that are not structs.
+    /// - Raw: for each element its width, times the count of its type if that is a struct, times 2
+    ///   if it is complex and not a struct.
     virtual int getNumFlatElements() const;
     virtual void setNumFlatElements(int count);
     virtual int getNumRawElements() const;
@@ -113,55 +64,64 @@ class TVTYPES_API StructDataType : public TVTypeSys::DataType {
     virtual void setNumDFSElements(int count);
     /// @}
 
+    /// Returns the elements, which the type owns.
     virtual const std::vector<StructElement*>& getElements() const;
 
-    /// The depth-first index of a flat one, by the table that a flat view or the client has set;
-    /// an index past the table means a further instance of the struct. Refused with
-    /// TorvaneTypes::general::InvalidStructIndex (name, index) if no instance has it.
+    /// Returns the depth-first index of a flat index, by the table that setDFSIdxFromFlatIdx has
+    /// set. An index past the table belongs to a further instance of the struct. Throws
+    /// TorvaneTypes::general::InvalidStructIndex (name, index) if no instance has the index.
     virtual int getDFSIdxFromFlatIdx(int flatIdx) const;
-    /// Sets the depth-first indices of one instance's flat ones.
+    /// Sets the depth-first indices of the flat indices of one instance.
     virtual void setDFSIdxFromFlatIdx(const std::vector<int>& table);
 
+    /// Returns the checksum, zeros by default.
     virtual const tvChecksumValue& getDtChecksumValue() const;
+    /// Sets the checksum.
     virtual void setDtChecksumValue(const tvChecksumValue& value);
 
-    /// False; for a derived class to answer.
+    /// Returns whether the struct is a bus. Returns false unless overridden.
     virtual bool isBusType() const;
 
+    /// Returns whether setDFSIdxFromFlatIdx has set no table, or an empty one.
     bool isFlatElementCacheEmpty() const { return dfsIdxFromFlatIdx_.empty(); }
 
-    /// What is remembered of a node, made if there is nothing yet. Good for the life of the type.
+    /// Returns the cache entry of a node, and makes an empty one if there is none. The pointer is
+    /// valid until the type is destroyed.
     DFSElementCache* getCachedElement(int dfsIdx);
 
-    /// Whether padding is written into generated code; false until it is set.
+    /// Returns whether generated code has padding members; false by default.
     bool emitPaddingInCode() const { return emitPadding_ == 1; }
+    /// Sets whether generated code has padding members.
     void emitPaddingInCode(bool emit) { emitPadding_ = emit ? 1 : 0; }
 
-    /// What lies in a struct, at any depth.
+    /// Properties of the contents of a struct, at any depth.
     struct SummaryFlags {
-        bool hasFrameBasedElements = false;
-        bool hasVarDims = false;     ///< an element of variable dimensions
-        bool hasAOB = false;         ///< an array of structs
-        bool hasComplexData = false; ///< a complex element that is no struct itself
+        bool hasFrameBasedElements = false; ///< an element is frame based
+        bool hasVarDims = false;            ///< an element has variable dimensions
+        bool hasAOB = false;                ///< an element is an array of structs
+        bool hasComplexData = false;        ///< an element is complex and not a struct
     };
 
-    /// \name The summary flags, all false until they have been computed
+    /// \name Summary flags
     /// @{
+
+    /// Return one of the summary flags. All are false until they are computed.
     bool hasFrameBasedElements() const { return summaryFlags_.hasFrameBasedElements; }
     bool hasVarDims() const { return summaryFlags_.hasVarDims; }
     bool hasAOB() const { return summaryFlags_.hasAOB; }
     bool hasComplexData() const { return summaryFlags_.hasComplexData; }
     /// @}
 
-    /// Compute the summary flags of this type and of all struct types within it, once: elements
-    /// that change afterwards change nothing. The elements' types stand in `table`. A type that
-    /// contains itself is looked at once. Refused with TorvaneTypes::general::InvalidDataTypeId
-    /// (id) for an element whose type is not there.
+    /// Computes the summary flags of this type and of all struct types nested in it, which `table`
+    /// must hold. Later calls do nothing, even if elements have changed. Each type is visited once,
+    /// so a type that contains itself is accepted. Throws TorvaneTypes::general::InvalidDataTypeId
+    /// (id) for an element whose type is not in the table.
     void createCacheForFrequentlyAccessedProperties(const TVTypeSys::DataTypeTable* table);
+    /// Same, and returns the flags of this type.
     SummaryFlags cacheForFrequentlyAccessedProperties(const TVTypeSys::DataTypeTable* table);
 
   private:
-    friend struct TVTypeSys::ViewMemory;
+    friend struct TVTypeSys::ViewCache;
     void forgetPositions();
 
     int numFlatElements_ = 0;
@@ -169,11 +129,11 @@ class TVTYPES_API StructDataType : public TVTypeSys::DataType {
     int numDFSElements_ = 0;
     std::vector<int> dfsIdxFromFlatIdx_;
     std::vector<StructElement*> elements_;
-    // Keeps every element that was handed out, also those that setNumElements has replaced.
+    // All elements, including those that setNumElements has replaced.
     std::vector<std::unique_ptr<StructElement>> ownedElements_;
     tvChecksumValue checksum_ = {{0, 0, 0, 0}};
-    int emitPadding_ = -1;
+    int emitPadding_ = -1; // -1: not set
     bool propertiesCached_ = false;
     SummaryFlags summaryFlags_;
-    std::unique_ptr<TVTypeSys::ViewMemory> viewMemory_; ///< null until a view has read
+    std::unique_ptr<TVTypeSys::ViewCache> viewCache_; // null until a view reads
 };

@@ -1,6 +1,6 @@
-#include "structs/numbering.h"
+#include "structs/element_starts.h"
 
-#include "structs/elements.h"
+#include "structs/element_properties.h"
 
 #include <algorithm>
 
@@ -8,23 +8,24 @@ namespace TVTypeSys {
 
 namespace {
 
-constexpr std::int64_t beyondAnyIndex = std::int64_t{1} << 40;
+// Clamps starts, so that sums cannot overflow; above every index.
+constexpr std::int64_t maxStart = std::int64_t{1} << 40;
 
 ElementSpan depthFirstSpan(const DataTypeTable& table, const StructElement& element) {
-    const StructDataType* const type = structAt(table, element.dataTypeId);
+    const StructDataType* const type = findStruct(table, element.dataTypeId);
     if (type == nullptr) {
         return {1, 0, 0};
     }
-    const int width = widthOf(element);
-    return {width == 1 ? 0 : 1, std::max(width, 0), std::max(type->getNumDFSElements(), 0)};
+    const int copies = width(element);
+    return {copies == 1 ? 0 : 1, std::max(copies, 0), std::max(type->getNumDFSElements(), 0)};
 }
 
 ElementSpan rawSpan(const DataTypeTable& table, const StructElement& element) {
-    const StructDataType* const type = structAt(table, element.dataTypeId);
+    const StructDataType* const type = findStruct(table, element.dataTypeId);
     if (type == nullptr) {
-        return {std::max(complexWidthOf(element), 0), 0, 0};
+        return {std::max(complexWidth(element), 0), 0, 0};
     }
-    return {0, std::max(widthOf(element), 0), std::max(type->getNumRawElements(), 0)};
+    return {0, std::max(width(element), 0), std::max(type->getNumRawElements(), 0)};
 }
 
 } // namespace
@@ -32,32 +33,32 @@ ElementSpan rawSpan(const DataTypeTable& table, const StructElement& element) {
 constinit const Numbering depthFirstNumbering{1, depthFirstSpan};
 constinit const Numbering rawNumbering{0, rawSpan};
 
-Step ElementStarts::stepTo(const DataTypeTable& table, const StructDataType& type, int index) {
+Step ElementStarts::find(const DataTypeTable& table, const StructDataType& type, int index) {
     const std::size_t count = type.getElements().size();
     while (starts_.back() <= index && spans_.size() < count) {
         addNext(table, type);
     }
     const auto end = std::ranges::upper_bound(starts_, index);
     if (end == starts_.begin() || end == starts_.end()) {
-        refuseIndex(type, index);
+        throwInvalidIndex(type, index);
     }
     const auto element = static_cast<int>(end - starts_.begin()) - 1;
-    const int typeId = elementAt(type, element).dataTypeId;
+    const int typeId = requireElement(type, element).dataTypeId;
     const ElementSpan& span = spans_[static_cast<std::size_t>(element)];
     const auto start = static_cast<int>(*(end - 1));
-    const std::int64_t behindOwn = index - start - span.own;
-    if (behindOwn < 0) {
+    const std::int64_t inCopies = index - start - span.own;
+    if (inCopies < 0) {
         return {element, std::nullopt, typeId, start, 0};
     }
-    const std::int64_t copy = behindOwn / span.copySize;
+    const std::int64_t copy = inCopies / span.copySize;
     return {element, static_cast<int>(copy), typeId,
             static_cast<int>(start + span.own + copy * span.copySize), span.copySize};
 }
 
-std::int64_t ElementStarts::startOf(const DataTypeTable& table, const StructDataType& type,
-                                    int element) {
+std::int64_t ElementStarts::start(const DataTypeTable& table, const StructDataType& type,
+                                  int element) {
     if (element < 0 || static_cast<std::size_t>(element) > type.getElements().size()) {
-        refuseIndex(type, element);
+        throwInvalidIndex(type, element);
     }
     while (spans_.size() < static_cast<std::size_t>(element)) {
         addNext(table, type);
@@ -65,16 +66,16 @@ std::int64_t ElementStarts::startOf(const DataTypeTable& table, const StructData
     return starts_[static_cast<std::size_t>(element)];
 }
 
-void ElementStarts::forget() {
+void ElementStarts::clear() {
     spans_.clear();
     starts_.assign(1, numbering_.first);
 }
 
 void ElementStarts::addNext(const DataTypeTable& table, const StructDataType& type) {
-    const ElementSpan span = numbering_.spanOf(table, *type.getElements()[spans_.size()]);
+    const ElementSpan span = numbering_.span(table, *type.getElements()[spans_.size()]);
     const std::int64_t size = span.own + span.copies * span.copySize;
     spans_.push_back(span);
-    starts_.push_back(std::min(starts_.back() + size, beyondAnyIndex));
+    starts_.push_back(std::min(starts_.back() + size, maxStart));
 }
 
 } // namespace TVTypeSys

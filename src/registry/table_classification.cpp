@@ -1,10 +1,12 @@
-// What a type is, told by its name, its qualifier and its storage.
-#include "registry/builtin_templates.h"
-#include "services/refuse.h"
+// Classification of types: storage type, fixed-point names, kinds by qualifier.
+#include "registry/builtin_types.h"
+#include "services/errors.h"
 
 #include <tvtypes/datatypetable.h>
+#include <tvtypes/structdatatype.h>
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <limits>
 #include <string_view>
@@ -14,27 +16,27 @@ namespace TVTypeSys {
 void DataTypeTable::setDataTypeStorageId(int id, int storageId) {
     DataType& dataType = *record(id);
     if (dataType.getIdAliasedTo() != INVALID_DATA_TYPE_ID) {
-        refuse(general::CannotSetDataTypeStorageIdOfAlias(textOf(dataType.getName())));
+        throwError(general::CannotSetDataTypeStorageIdOfAlias(orEmpty(dataType.getName())));
     }
     if (storageId > BOOLEAN_ID) {
-        refuse(general::IllegalDataTypeToBeStorageId(textOf(dataType.getName()),
-                                                     textOf(record(storageId)->getName())));
+        throwError(general::IllegalDataTypeToBeStorageId(orEmpty(dataType.getName()),
+                                                         orEmpty(record(storageId)->getName())));
     }
     const int storageNow = dataType.getStorageId();
     if (storageNow == id) {
         dataType.setStorageId(storageId);
         dataType.setAliasedToLocked(true);
     } else if (storageNow != storageId) {
-        refuse(general::InconsistentDataTypeStorageId(textOf(dataType.getName()),
-                                                      textOf(record(storageId)->getName()),
-                                                      textOf(record(storageNow)->getName())));
+        throwError(general::InconsistentDataTypeStorageId(orEmpty(dataType.getName()),
+                                                          orEmpty(record(storageId)->getName()),
+                                                          orEmpty(record(storageNow)->getName())));
     }
 }
 
 bool DataTypeTable::isInstrinsicFixptName(const char* name, int* wordLength) {
     const std::string_view text = name == nullptr ? std::string_view() : name;
-    const std::string_view stem = text.substr(0, 4);
-    if (stem != "sfix" && stem != "ufix" && stem != "flts" && stem != "fltu") {
+    const std::string_view prefix = text.substr(0, 4);
+    if (prefix != "sfix" && prefix != "ufix" && prefix != "flts" && prefix != "fltu") {
         return false;
     }
     const std::string_view rest = text.substr(4);
@@ -91,12 +93,54 @@ bool DataTypeTable::IsDataTypeNumericNonBoolean(int id) const { return isNumeric
 
 bool DataTypeTable::IsFixptDTNotScaledDouble(int id) const {
     const DataType& end = *getDataTypeAliasedThruTo(id);
-    return end.getIsType(DataTypeQualifierFixpt) && !textOf(end.getName()).starts_with("flt");
+    return end.getIsType(DataTypeQualifierFixpt) && !orEmpty(end.getName()).starts_with("flt");
 }
 
 bool DataTypeTable::isEnumType(int id) const {
     return id != INVALID_DATA_TYPE_ID && id != AUTO_DATA_TYPE_ID &&
            getDataTypeAliasedThruTo(id)->getIsType(DataTypeQualifierEnum);
 }
+
+std::string DataTypeTable::getDTACompliantString(int id) const {
+    const DataType& type = *record(id);
+    const std::string name = orEmpty(type.getName());
+    switch (type.getType()) {
+    case DataTypeQualifierFixpt:
+        return "fixdt('" + name + "')";
+    case DataTypeQualifierEnum:
+        return "Enum: " + name;
+    case DataTypeQualifierStruct:
+        return "Bus: " + name;
+    default:
+        return name;
+    }
+}
+
+int DataTypeTable::getDataTypeLoggingId(int id) const {
+    if (checkForBuiltInDataType(id)) {
+        return id;
+    }
+    if (!getDataTypeAliasedThruTo(id)->getIsType(DataTypeQualifierEnum)) {
+        return DOUBLE_ID;
+    }
+    return record(id)->getStorageId();
+}
+
+const StructDataType& DataTypeTable::structRecord(int id) const {
+    assert(dynamic_cast<const StructDataType*>(record(id)) != nullptr);
+    return static_cast<const StructDataType&>(*record(id));
+}
+
+bool DataTypeTable::doesBusDTHaveComplexData(int id) const {
+    return structRecord(id).hasComplexData();
+}
+
+bool DataTypeTable::doesBusDTHaveFrameBasedElements(int id) const {
+    return structRecord(id).hasFrameBasedElements();
+}
+
+bool DataTypeTable::doesBusDTHaveVarDims(int id) const { return structRecord(id).hasVarDims(); }
+
+bool DataTypeTable::doesBusDTHaveAoB(int id) const { return structRecord(id).hasAOB(); }
 
 } // namespace TVTypeSys

@@ -1,6 +1,6 @@
-// Types that stand for other types.
+// Aliases in DataTypeTable: creation, resolution of chains, and update when a type is replaced.
 #include "registry/name_index.h"
-#include "services/refuse.h"
+#include "services/errors.h"
 
 #include <tvtypes/datatypetable.h>
 
@@ -12,17 +12,17 @@ int DataTypeTable::registerAliasDataType(const char* name, DataTypeSource source
                                          const char* blockPath) {
     validateDataTypeName(name);
     if (!isDataTypeIdValid(idAliasedTo)) {
-        refuse(general::UndefinedDataTypeToBeAliasedTo(name, idAliasedTo));
+        throwError(general::UndefinedDataTypeToBeAliasedTo(name, idAliasedTo));
     }
-    int existingId = INVALID_DATA_TYPE_ID;
-    if (!isNewName(name, source, existingId)) {
+    const int existingId = registeredId(name);
+    if (keepsExistingType(existingId, source)) {
         return existingId;
     }
     DataType* const target = record(idAliasedTo);
     if (existingId != INVALID_DATA_TYPE_ID &&
         (idAliasedTo == existingId ||
          alreadyAliasedToDirectlyOrIndirectly(idAliasedTo, existingId))) {
-        refuse(general::DataTypeAliasLoop(name, textOf(target->getName())));
+        throwError(general::DataTypeAliasLoop(name, orEmpty(target->getName())));
     }
     DataType* const end = record(target->getIdAliasedThruTo());
     return adopt(std::make_unique<AliasDataType>(getNumDataTypes() - 1, name, source, target, end),
@@ -31,9 +31,9 @@ int DataTypeTable::registerAliasDataType(const char* name, DataTypeSource source
 
 void DataTypeTable::setDataTypeIdAliasedTo(int id, int idAliasedTo) {
     DataType* const plainType = record(id);
-    const std::string name = textOf(plainType->getName());
+    const std::string name = orEmpty(plainType->getName());
     if (!isDataTypeIdValid(idAliasedTo)) {
-        refuse(general::UndefinedDataTypeToBeAliasedTo(name, idAliasedTo));
+        throwError(general::UndefinedDataTypeToBeAliasedTo(name, idAliasedTo));
     }
     const int aliasedToNow = plainType->getIdAliasedTo();
     if (aliasedToNow == idAliasedTo) {
@@ -41,24 +41,24 @@ void DataTypeTable::setDataTypeIdAliasedTo(int id, int idAliasedTo) {
     }
     DataType* const target = record(idAliasedTo);
     if (aliasedToNow != INVALID_DATA_TYPE_ID) {
-        refuse(general::InconsistentDataTypeIdAliasedTo(name, textOf(target->getName()),
-                                                        textOf(record(aliasedToNow)->getName())));
+        throwError(general::InconsistentDataTypeIdAliasedTo(
+            name, orEmpty(target->getName()), orEmpty(record(aliasedToNow)->getName())));
     }
     if (plainType->getAliasedToLocked()) {
-        refuse(general::CannotSetAliasForDefinedType(name));
+        throwError(general::CannotSetAliasForDefinedType(name));
     }
     if (idAliasedTo == id ||
         (mayBeAliased(*plainType) && alreadyAliasedToDirectlyOrIndirectly(idAliasedTo, id))) {
-        refuse(general::DataTypeAliasLoop(name, textOf(target->getName())));
+        throwError(general::DataTypeAliasLoop(name, orEmpty(target->getName())));
     }
     DataType* const end = record(target->getIdAliasedThruTo());
     auto alias = std::make_unique<AliasDataType>(plainType, target, end);
     DataType* const newType = alias.get();
     const auto position = static_cast<std::size_t>(id) + 1;
-    nameIndex_->leave(position);
-    // Kept until nothing points at it any more.
+    nameIndex_->remove(position);
+    // Kept until the aliases that point to it are updated.
     const std::unique_ptr<DataType> old = std::exchange(dataTypes_[position], std::move(alias));
-    nameIndex_->enter(position);
+    nameIndex_->add(position);
     if (!mayBeAliased(*old)) {
         return;
     }
@@ -66,11 +66,35 @@ void DataTypeTable::setDataTypeIdAliasedTo(int id, int idAliasedTo) {
         if (dataType->getIdAliasedTo() != dataType->getId() && dataType->getIdAliasedTo() == id) {
             dataType->updateAliasedToType(newType);
         }
-        // Aliases that ended here now end at the new alias, and reach its end through it.
+        // Aliases that ended here now forward to the new alias, which forwards to its own end.
         if (dataType->getIdAliasedThruTo() == id) {
             dataType->updateAliasedThruToType(newType);
         }
     }
+}
+
+/// Points the aliases of `oldType`, which is being replaced, to its new record.
+void DataTypeTable::retargetAliases(const DataType& oldType, DataType* newType) const {
+    if (!mayBeAliased(oldType)) {
+        return;
+    }
+    for (const std::unique_ptr<DataType>& dataType : dataTypes_) {
+        if (dataType->getIdAliasedTo() == INVALID_DATA_TYPE_ID) {
+            continue;
+        }
+        if (dataType->getIdAliasedTo() == oldType.getId()) {
+            dataType->updateAliasedToType(newType);
+        }
+        if (dataType->getIdAliasedThruTo() == oldType.getId()) {
+            dataType->updateAliasedThruToType(newType);
+        }
+    }
+}
+
+/// Returns whether aliases may point to a record. Records of client classes may be aliases of any
+/// type, so with one of them in the table every record counts as a target.
+bool DataTypeTable::mayBeAliased(const DataType& dataType) const {
+    return hasClientRecords_ || dataType.isAliasTarget_;
 }
 
 int DataTypeTable::getDataTypeIdAliasedTo(int id) const {
@@ -103,17 +127,17 @@ int DataTypeTable::getDataTypeIdCommonAncestor(int id1, int id2) const {
     if (end == id2 || end == id1) {
         return end;
     }
-    const auto markChainOfFirst = [this, id1](bool visited) {
+    const auto setVisitFlags = [this, id1](bool visited) {
         for (int id = id1; id != INVALID_DATA_TYPE_ID; id = record(id)->getIdAliasedTo()) {
             record(id)->setVisitFlag(visited);
         }
     };
-    markChainOfFirst(true);
+    setVisitFlags(true);
     int ancestor = id2;
     while (ancestor != INVALID_DATA_TYPE_ID && !record(ancestor)->getVisitFlag()) {
         ancestor = record(ancestor)->getIdAliasedTo();
     }
-    markChainOfFirst(false);
+    setVisitFlags(false);
     return ancestor;
 }
 

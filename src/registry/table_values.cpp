@@ -1,10 +1,9 @@
-// What can be done with values of a type: the functions that its record holds are called here.
-#include "registry/builtin_templates.h"
+// Conversion and comparison of values, through the functions of their types.
+#include "registry/builtin_types.h"
+#include "services/errors.h"
 #include "services/guard.h"
-#include "services/refuse.h"
 
 #include <tvtypes/datatypetable.h>
-#include <tvtypes/structdatatype.h>
 
 #include <cstring>
 
@@ -12,20 +11,21 @@ namespace TVTypeSys {
 
 namespace {
 
-/// Calls a function of a type. Refused in the type's name if there is none, and if it fails.
+/// Calls a function of a type. Throws DoesNotExist (name) if it is null, and Failed (name) if its
+/// status is 0.
 template <class DoesNotExist, class Failed, class Function, class... Arguments>
 int call(const DataType& type, Function function, Arguments... arguments) {
     if (function == nullptr) {
-        refuse(DoesNotExist(textOf(type.getName())));
+        throwError(DoesNotExist(orEmpty(type.getName())));
     }
     const int status = function(arguments...);
     if (status == 0) {
-        refuse(Failed(textOf(type.getName())));
+        throwError(Failed(orEmpty(type.getName())));
     }
     return status;
 }
 
-/// Whether a floating-point array holds anything but zeros of either sign; NaN is none.
+/// Returns whether a floating-point array has a part other than zero; NaN is not zero.
 template <class Float>
 bool anyNonZero(const unsigned char* data, std::size_t parts) {
     for (std::size_t i = 0; i < parts; ++i) {
@@ -38,8 +38,9 @@ bool anyNonZero(const unsigned char* data, std::size_t parts) {
     return false;
 }
 
-bool anyOtherThan(const void* ground, std::size_t size, const unsigned char* data,
-                  std::size_t parts) {
+/// Returns whether an array has a part whose bytes differ from the ground value.
+bool anyDiffersFrom(const void* ground, std::size_t size, const unsigned char* data,
+                    std::size_t parts) {
     for (std::size_t i = 0; i < parts; ++i) {
         if (std::memcmp(data + i * size, ground, size) != 0) {
             return true;
@@ -60,7 +61,7 @@ int DataTypeTable::convertToUsingDstId(int dstId, int srcId, int count, const vo
     return convert(*record(dstId), dstId, srcId, count, src, extra, dst);
 }
 
-/// Converts with the function of one of the two types.
+/// Converts with the function of `type`, one of the two types.
 int DataTypeTable::convert(const DataType& type, int dstId, int srcId, int count, const void* src,
                            const void* extra, void* dst) const {
     return call<general::DataTypeConvertBetweenFcnDoesNotExist,
@@ -135,51 +136,10 @@ bool DataTypeTable::checkIfNonZeroArray(const void* data, int count, int id, boo
     }
     const void* ground = type.getGround();
     if (ground == nullptr) {
-        // The size was set when there was no memory for the ground value.
-        refuse(general::MemoryAllocErr());
+        // setSize failed to allocate the ground value.
+        throwError(general::MemoryAllocErr());
     }
-    return anyOtherThan(ground, static_cast<std::size_t>(size), bytes, parts);
+    return anyDiffersFrom(ground, static_cast<std::size_t>(size), bytes, parts);
 }
-
-std::string DataTypeTable::getDTACompliantString(int id) const {
-    const DataType& type = *record(id);
-    const std::string name = textOf(type.getName());
-    switch (type.getType()) {
-    case DataTypeQualifierFixpt:
-        return "fixdt('" + name + "')";
-    case DataTypeQualifierEnum:
-        return "Enum: " + name;
-    case DataTypeQualifierStruct:
-        return "Bus: " + name;
-    default:
-        return name;
-    }
-}
-
-int DataTypeTable::getDataTypeLoggingId(int id) const {
-    if (checkForBuiltInDataType(id)) {
-        return id;
-    }
-    if (!getDataTypeAliasedThruTo(id)->getIsType(DataTypeQualifierEnum)) {
-        return DOUBLE_ID;
-    }
-    return record(id)->getStorageId();
-}
-
-const StructDataType& DataTypeTable::structRecord(int id) const {
-    return static_cast<const StructDataType&>(*record(id));
-}
-
-bool DataTypeTable::doesBusDTHaveComplexData(int id) const {
-    return structRecord(id).hasComplexData();
-}
-
-bool DataTypeTable::doesBusDTHaveFrameBasedElements(int id) const {
-    return structRecord(id).hasFrameBasedElements();
-}
-
-bool DataTypeTable::doesBusDTHaveVarDims(int id) const { return structRecord(id).hasVarDims(); }
-
-bool DataTypeTable::doesBusDTHaveAoB(int id) const { return structRecord(id).hasAOB(); }
 
 } // namespace TVTypeSys

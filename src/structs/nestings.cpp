@@ -1,4 +1,4 @@
-#include "structs/nesting.h"
+#include "structs/nestings.h"
 
 #include <algorithm>
 #include <iterator>
@@ -7,26 +7,26 @@
 namespace TVTypeSys {
 
 Nestings::Nestings() {
-    outermost_.end = std::numeric_limits<int>::max();
-    outermost_.offset = 0;
-    outermost_.varDimsOffset = 0;
+    root_.end = std::numeric_limits<int>::max();
+    root_.offset = 0;
+    root_.varDimsOffset = 0;
 }
 
 Nesting& Nestings::innermost(int index) {
-    const auto behind = fromIndex_.upper_bound(index);
-    return behind == fromIndex_.begin() ? outermost_ : *std::prev(behind)->second;
+    const auto next = fromIndex_.upper_bound(index);
+    return next == fromIndex_.begin() ? root_ : *std::prev(next)->second;
 }
 
 Nesting& Nestings::add(const Nesting& found) {
     Nesting& nesting = found_.emplace_front(found);
-    // Counts that do not fit together must not let it stick out.
+    // Clients may set inconsistent counts: the range must stay within the parent.
     nesting.end = std::min(nesting.end, nesting.parent->end);
     fromIndex_.try_emplace(nesting.end, nesting.parent);
     fromIndex_[nesting.start] = &nesting;
     return nesting;
 }
 
-void Nestings::forget() {
+void Nestings::clear() {
     fromIndex_.clear();
     found_.clear();
 }

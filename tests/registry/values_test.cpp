@@ -18,31 +18,31 @@ std::vector<std::uintptr_t> words(Arguments... arguments) {
     return {word(arguments)...};
 }
 
-// What `see` was called with last, and the status that it gives.
-std::vector<std::uintptr_t> seen;
-int statusToGive = 0;
+// The arguments of the last call of `record`, and the status that it returns; below 0 it throws.
+std::vector<std::uintptr_t> recorded;
+int statusToReturn = 0;
 
-// A function of any type.
+// A function of any signature.
 template <class... Arguments>
-int see(_tvDataTypeAccess_tag* access, Arguments... arguments) {
-    if (statusToGive < 0) {
-        throw std::runtime_error("of another class");
+int record(_tvDataTypeAccess_tag* access, Arguments... arguments) {
+    if (statusToReturn < 0) {
+        throw std::runtime_error("not of the library");
     }
-    seen = words(access->table, arguments...);
-    return statusToGive;
+    recorded = words(access->table, arguments...);
+    return statusToReturn;
 }
 
 class ValueOperationsTest : public TableTest {
   protected:
-    // An alias of an alias of a type that has all functions, which give this status.
-    int typeGiving(int status) {
+    // An alias of an alias of a type with all functions, which return this status.
+    int typeReturning(int status) {
         DataType& type = at(plain("T"));
-        type.setConvertBetweenFcn(see);
-        type.setIsPositiveFcn(see);
-        type.setIsNegativeFcn(see);
-        type.setGreaterThanFcn(see);
-        type.setGreaterEqualFcn(see);
-        statusToGive = status;
+        type.setConvertBetweenFcn(record);
+        type.setIsPositiveFcn(record);
+        type.setIsNegativeFcn(record);
+        type.setGreaterThanFcn(record);
+        type.setGreaterEqualFcn(record);
+        statusToReturn = status;
         return alias("A", alias("B", type.getId()));
     }
 
@@ -53,13 +53,13 @@ class ValueOperationsTest : public TableTest {
 
 } // namespace
 
-TEST_F(ValueOperationsTest, CallTheFunctionOfTheType) {
-    const int id = typeGiving(12);
+TEST_F(ValueOperationsTest, CallsFunctionWithResolvedIds) {
+    const int id = typeReturning(12);
     const int end = table.getDataTypeId("T");
     const int byte = alias("Byte", 3);
     const auto expect = [this](int status, auto... arguments) {
         EXPECT_EQ(12, status);
-        EXPECT_EQ(words(&table, nullptr, arguments...), seen);
+        EXPECT_EQ(words(&table, nullptr, arguments...), recorded);
     };
     expect(table.convertToUsingSrcId(byte, id, 3, x, y, out), 3, end, 3, x, y, out);
     expect(table.convertToUsingDstId(id, byte, 0, x, y, out), end, 3, 0, x, y, out);
@@ -69,39 +69,39 @@ TEST_F(ValueOperationsTest, CallTheFunctionOfTheType) {
     expect(table.greaterEqual(id, 3, x, y, this, out), end, 3, x, y, this, out);
     EXPECT_TRUE(table.convertToUsingSrcIdWithStatus(byte, id, 3, x, y, out));
     EXPECT_TRUE(table.isPositiveWithStatus(id, 3, x, y, out));
-    statusToGive = -1;
+    statusToReturn = -1;
     EXPECT_THROW(table.isPositiveWithStatus(id, 3, x, y, out), std::runtime_error);
 
     EXPECT_EQ(1, table.greaterThan(-1, 3, y, x, nullptr, out));
     EXPECT_EQ(0, std::memcmp(out, "\0\1\1\7", 4)) << "\"auto\" compares like double";
 }
 
-TEST_F(ValueOperationsTest, AreRefusedWithoutAFunctionAndWhereItFails) {
+TEST_F(ValueOperationsTest, ThrowsForMissingOrFailingFunction) {
     const struct {
         int id;
-        std::string why;
-    } cases[] = {{typeGiving(0), "FcnUnknownError(A)"},
+        std::string error;
+    } cases[] = {{typeReturning(0), "FcnUnknownError(A)"},
                  {10, "FcnDoesNotExist(integer)"},
                  {plain("New"), "FcnDoesNotExist(New)"}};
     for (const auto& c : cases) {
         const int id = c.id;
-        const std::string& why = c.why;
-        // The other side has no function, or another one.
+        const std::string& error = c.error;
+        // The function of the other type must not be called.
         const int other = id == 10 ? table.getDataTypeId("A") : 10;
-        EXPECT_REFUSED("DataTypeConvertBetween" + why,
-                       table.convertToUsingSrcId(other, id, 3, x, y, out));
-        EXPECT_REFUSED("DataTypeConvertBetween" + why,
-                       table.convertToUsingDstId(id, other, 3, x, y, out));
-        EXPECT_REFUSED("DataTypeIsPositive" + why, table.isPositive(id, 3, x, y, out));
-        EXPECT_REFUSED("DataTypeIsNegative" + why, table.isNegative(id, 3, x, y, out));
-        EXPECT_REFUSED("DataTypeGreaterThan" + why, table.greaterThan(id, 3, x, y, x, out));
-        EXPECT_REFUSED("DataTypeGreaterEqual" + why, table.greaterEqual(id, 3, x, y, x, out));
+        EXPECT_ERROR("DataTypeConvertBetween" + error,
+                     table.convertToUsingSrcId(other, id, 3, x, y, out));
+        EXPECT_ERROR("DataTypeConvertBetween" + error,
+                     table.convertToUsingDstId(id, other, 3, x, y, out));
+        EXPECT_ERROR("DataTypeIsPositive" + error, table.isPositive(id, 3, x, y, out));
+        EXPECT_ERROR("DataTypeIsNegative" + error, table.isNegative(id, 3, x, y, out));
+        EXPECT_ERROR("DataTypeGreaterThan" + error, table.greaterThan(id, 3, x, y, x, out));
+        EXPECT_ERROR("DataTypeGreaterEqual" + error, table.greaterEqual(id, 3, x, y, x, out));
         EXPECT_FALSE(table.convertToUsingSrcIdWithStatus(other, id, 3, x, y, out));
         EXPECT_FALSE(table.isPositiveWithStatus(id, 3, x, y, out));
     }
 }
 
-TEST_F(ValueOperationsTest, FindWhatIsNotZero) {
+TEST_F(ValueOperationsTest, NonZeroArray) {
     // Two real elements, and one complex.
     const auto nonZero = [this](const auto& values, int id) {
         const bool found = table.checkIfNonZeroArray(values, 2, id, false);
@@ -113,36 +113,39 @@ TEST_F(ValueOperationsTest, FindWhatIsNotZero) {
     const double notANumber[] = {0.0, std::nan("")};
     const float smallest[] = {0.0F, -1e-45F};
     EXPECT_FALSE(nonZero(minusZero, 0));
-    EXPECT_TRUE(nonZero(minusZero, alias("Speed", 0))) << "its bytes are not those of the ground";
+    EXPECT_TRUE(nonZero(minusZero, alias("Speed", 0)))
+        << "compared with the bytes of the ground value";
     EXPECT_TRUE(nonZero(notANumber, 0));
     EXPECT_TRUE(nonZero(smallest, 1));
     EXPECT_FALSE(nonZero("\0\0\0\0\0\0\0\x80", 1));
 
     DataType& offset = at(plain("Offset"));
-    EXPECT_FALSE(nonZero("", offset.getId())) << "no size, and nothing is read";
+    EXPECT_FALSE(nonZero("", offset.getId())) << "no size: nothing is read";
     offset.setSize(2);
     offset.setGround("\5\0");
     EXPECT_FALSE(nonZero("\5\0\5\0", offset.getId()));
     EXPECT_TRUE(nonZero("\5\0\5\1", offset.getId()));
 }
 
-TEST_F(ValueOperationsTest, NameAndLogTypesByTheirKind) {
-    const int fixed = plain("sfix16_En3");
+TEST_F(ValueOperationsTest, ParameterNamesAndLoggingTypes) {
     const int color = plain("Color");
     at(color).setType(DataTypeQualifierEnum);
     table.setDataTypeStorageId(color, 6);
-    const int bus = table.registerStructDataType("B", clientSource, nullptr);
-    const int paint = alias("Paint", color);
-    EXPECT_EQ("fixdt('sfix16_En3')", table.getDTACompliantString(fixed));
-    EXPECT_EQ("Enum: Color", table.getDTACompliantString(color));
-    EXPECT_EQ("Bus: B", table.getDTACompliantString(bus));
-    EXPECT_EQ("auto", table.getDTACompliantString(-1));
-    EXPECT_EQ("Paint", table.getDTACompliantString(paint));
-    EXPECT_EQ(
-        (std::vector<int>{-1, 8, 0, 0, 0, 6, 6}),
-        (std::vector<int>{table.getDataTypeLoggingId(-1), table.getDataTypeLoggingId(8),
-                          table.getDataTypeLoggingId(9), table.getDataTypeLoggingId(fixed),
-                          table.getDataTypeLoggingId(alias("Byte", 3)),
-                          table.getDataTypeLoggingId(color), table.getDataTypeLoggingId(paint)}));
-    EXPECT_REFUSED("InvalidDataTypeId(-10)", table.getDataTypeLoggingId(-10));
+    struct {
+        int id;
+        const char* parameterName;
+        int loggingId;
+    } const cases[] = {{-1, "auto", -1},
+                       {8, "boolean", 8},
+                       {9, "fcn_call", 0},
+                       {plain("sfix16_En3"), "fixdt('sfix16_En3')", 0},
+                       {alias("Byte", 3), "Byte", 0},
+                       {structure("B"), "Bus: B", 0},
+                       {color, "Enum: Color", 6},
+                       {alias("Paint", color), "Paint", 6}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.parameterName, table.getDTACompliantString(c.id));
+        EXPECT_EQ(c.loggingId, table.getDataTypeLoggingId(c.id)) << c.parameterName;
+    }
+    EXPECT_ERROR("InvalidDataTypeId(-10)", table.getDataTypeLoggingId(-10));
 }

@@ -1,0 +1,135 @@
+// Storage of the records in DataTypeTable, and their lookup by id, position and name.
+#include "registry/name_index.h"
+#include "services/errors.h"
+
+#include <tvtypes/datatypetable.h>
+#include <tvtypes/structdatatype.h>
+
+#include <algorithm>
+#include <cassert>
+#include <string_view>
+#include <typeinfo>
+#include <utility>
+
+namespace TVTypeSys {
+
+DataType* DataTypeTable::record(int id) const {
+    // Converted before the addition, so that -1, "auto", wraps around to position 0.
+    return recordAt(static_cast<std::size_t>(id) + 1);
+}
+
+/// Returns the record at a position, which is checked here alone.
+DataType* DataTypeTable::recordAt(std::size_t position) const {
+    assert(position < dataTypes_.size());
+    return dataTypes_[position].get();
+}
+
+int DataTypeTable::getDataTypeId(const char* name) const {
+    const auto position = nameIndex_->find(name == nullptr ? std::string_view() : name);
+    return position ? dataTypes_[*position]->getId() : INVALID_DATA_TYPE_ID;
+}
+
+int DataTypeTable::getNumDataTypes() const { return static_cast<int>(dataTypes_.size()); }
+
+const DataType* DataTypeTable::getDataTypeAt(std::size_t position) const {
+    return recordAt(position);
+}
+
+DataType* DataTypeTable::getDataTypeAt(std::size_t position) { return recordAt(position); }
+
+bool DataTypeTable::isDataTypeIdValid(int id) const {
+    return id >= AUTO_DATA_TYPE_ID && id < getNumDataTypes() - 1;
+}
+
+bool DataTypeTable::isDataTypeIdValid_NotAuto(int id) const {
+    return id >= 0 && isDataTypeIdValid(id);
+}
+
+void DataTypeTable::checkDataTypeId(int id) const {
+    if (!isDataTypeIdValid(id)) {
+        throwError(general::InvalidDataTypeId(id));
+    }
+}
+
+const void* DataTypeTable::getDataTypeProperties(const char* /*ignored*/, int id) const {
+    return getDataTypeAliasedThruTo(id)->getProperties();
+}
+
+void DataTypeTable::append(std::unique_ptr<DataType> newRecord) {
+    dataTypes_.push_back(std::move(newRecord));
+    try {
+        nameIndex_->addLast();
+    } catch (...) {
+        dataTypes_.pop_back(); // out of memory: every record must be in the index
+        throw;
+    }
+}
+
+void DataTypeTable::addDataType(DataType* dataType) {
+    std::unique_ptr<DataType> owned(dataType);
+    assert(dataType->getId() == getNumDataTypes() - 1);
+    const std::type_info& type = typeid(*dataType);
+    hasClientRecords_ =
+        hasClientRecords_ || (type != typeid(DataType) && type != typeid(BuiltInDataType) &&
+                              type != typeid(AutoDataType) && type != typeid(AliasDataType) &&
+                              type != typeid(StructDataType));
+    append(std::move(owned));
+}
+
+void DataTypeTable::removeDataType(DataType* dataType) {
+    const std::size_t position = positionOf(dataType);
+    if (position < dataTypes_.size()) {
+        removeAt(position);
+    }
+}
+
+/// Returns the position of a record, or the number of records if it is not in the table. Searches
+/// from the end, since callers mostly pass a recent record.
+std::size_t DataTypeTable::positionOf(const DataType* dataType) const {
+    const auto found =
+        std::find_if(dataTypes_.rbegin(), dataTypes_.rend(),
+                     [dataType](const auto& held) { return held.get() == dataType; });
+    return found == dataTypes_.rend()
+               ? dataTypes_.size()
+               : static_cast<std::size_t>(std::distance(found, dataTypes_.rend())) - 1;
+}
+
+/// Removes a record, closes the gap, and destroys the record.
+void DataTypeTable::removeAt(std::size_t position) {
+    const bool isLast = position + 1 == dataTypes_.size();
+    if (isLast) {
+        nameIndex_->remove(position);
+    }
+    const std::unique_ptr<DataType> removed = std::move(dataTypes_[position]);
+    dataTypes_.erase(dataTypes_.begin() + static_cast<std::ptrdiff_t>(position));
+    if (!isLast) {
+        nameIndex_->rebuild();
+    }
+}
+
+void DataTypeTable::replaceDataType(DataType* oldType, DataType* newType) {
+    const std::size_t oldPosition = positionOf(oldType);
+    const std::size_t newPosition = positionOf(newType);
+    if (oldType != newType && oldPosition < dataTypes_.size() && newPosition < dataTypes_.size()) {
+        replaceAt(oldPosition, newPosition);
+    }
+}
+
+/// Moves the record at `newPosition` to `oldPosition`, with the id and storage id of the record
+/// there, which is destroyed.
+void DataTypeTable::replaceAt(std::size_t oldPosition, std::size_t newPosition) {
+    DataType* const oldType = dataTypes_[oldPosition].get();
+    DataType* const newType = dataTypes_[newPosition].get();
+    retargetAliases(*oldType, newType);
+    newType->id_ = oldType->getId();
+    newType->storageId_ = oldType->getStorageId();
+
+    nameIndex_->remove(newPosition);
+    nameIndex_->remove(oldPosition);
+    std::swap(dataTypes_[oldPosition], dataTypes_[newPosition]);
+    nameIndex_->add(oldPosition);
+    nameIndex_->add(newPosition);
+    removeAt(newPosition);
+}
+
+} // namespace TVTypeSys

@@ -1,0 +1,22 @@
+#include "services/errors.h"
+
+#include <tv_services/diagnostics.h>
+
+namespace TVTypeSys {
+
+void throwError(const msgcore::BaseMsgID& message) {
+    throwError(tvsvCreateDiagnosticFromMessageID(message));
+}
+
+void throwError(tvsvDiagnosticImpl* diagnostic) {
+    tvsvThrowIExceptionFromDiagnostic(diagnostic, nullptr);
+}
+
+void throwOutOfMemory() { throwError(tvsvCreateMemoryAllocationDiagnostic()); }
+
+void reportWarning(const msgcore::BaseMsgID& message) {
+    tvsvDiagnosticImpl* diagnostic = tvsvCreateDiagnosticFromMessageID(message);
+    tvsvReportAsWarning(diagnostic);
+}
+
+} // namespace TVTypeSys

@@ -1,0 +1,32 @@
+/// \file
+/// Throws errors and reports warnings, with the messages of the catalogue.
+#pragma once
+
+#include <tvtypes_res/messages.h>
+
+#include <string>
+
+class tvsvDiagnosticImpl;
+
+namespace TVTypeSys {
+
+namespace general = TorvaneTypes::general;
+namespace units = TorvaneTypes::Unit;
+namespace dimensions = TorvaneTypes::Dimensions;
+
+/// Throws a message as a fnd::except::IException: `throwError(general::InvalidDataTypeId(id))`.
+[[noreturn]] void throwError(const msgcore::BaseMsgID& message);
+
+/// Throws a diagnostic and takes ownership of it.
+[[noreturn]] void throwError(tvsvDiagnosticImpl* diagnostic);
+
+/// Throws the host's diagnostic for a failed allocation.
+[[noreturn]] void throwOutOfMemory();
+
+/// Reports a message as a warning.
+void reportWarning(const msgcore::BaseMsgID& message);
+
+/// Returns a text as a message argument, with "" for null.
+inline std::string orEmpty(const char* text) { return text == nullptr ? std::string() : text; }
+
+} // namespace TVTypeSys

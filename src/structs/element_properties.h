@@ -1,0 +1,38 @@
+/// \file
+/// Checked access to struct types and elements, and values computed from one element.
+#pragma once
+
+#include <tvtypes/structs/struct_data_type.h>
+
+namespace TVTypeSys {
+
+class DataTypeTable;
+
+/// Returns the struct type at the end of the alias chain of `id`, or null if that is another type,
+/// or `id` is -1 or -2. Throws InvalidDataTypeId.
+StructDataType* findStruct(const DataTypeTable& table, int id);
+
+/// Same, but throws InvalidDataTypeId where findStruct returns null.
+StructDataType& requireStruct(const DataTypeTable& table, int id);
+
+/// Returns an element of a struct. Throws InvalidStructIndex.
+StructElement& requireElement(const StructDataType& type, int index);
+
+/// Returns the size of one value of a type in bytes. Throws InvalidDataTypeId.
+int typeSize(const DataTypeTable& table, int id);
+
+/// Returns whether every dimension is 1.
+bool isScalar(const StructElement& element);
+
+/// Returns the product of the dimensions; complexWidth doubles it for a complex element.
+int width(const StructElement& element);
+int complexWidth(const StructElement& element);
+
+/// Throws InvalidStructIndex.
+[[noreturn]] void throwInvalidIndex(const StructDataType& type, int index);
+
+/// Truncates to int, in two's complement: sums and products of values that clients set may
+/// overflow.
+inline int truncateToInt(long long value) { return static_cast<int>(static_cast<unsigned>(value)); }
+
+} // namespace TVTypeSys
