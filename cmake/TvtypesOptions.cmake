@@ -19,9 +19,19 @@ if(TVTYPES_SANITIZE)
   endif()
 endif()
 
-# quick_to_compile(TARGET HEADERS...): what runs for moments and takes far longer to compile, except where it
-# is a release. The headers of other libraries are compiled once; the preset asan-ubsan does
-# without that, so that a file which does not include what it uses is found.
+# tvtypes_shared_library(TARGET): version and SONAME of an installed library. Until 1.0 a minor
+# version may change the interface, so the SONAME carries it.
+function(tvtypes_shared_library TARGET)
+  set(SOVERSION ${PROJECT_VERSION_MAJOR})
+  if(SOVERSION EQUAL 0)
+    set(SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+  endif()
+  set_target_properties(${TARGET} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${SOVERSION})
+endfunction()
+
+# quick_to_compile(TARGET HEADERS...): less optimisation outside of releases, for targets that take
+# far longer to compile than to run, and HEADERS precompiled. The preset asan-ubsan compiles without
+# precompiled headers, which finds missing includes.
 function(quick_to_compile TARGET)
   target_compile_options(${TARGET} PRIVATE $<$<CONFIG:RelWithDebInfo>:-O1>)
   target_precompile_headers(${TARGET} PRIVATE ${ARGN})
