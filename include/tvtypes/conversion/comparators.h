@@ -1,13 +1,14 @@
 /// \file
-/// Comparison of values of the built-in types.
+/// Comparators of the built-in types: the functions in their records for getIsPositiveFcn() and the
+/// other comparisons.
 #pragma once
 
 #include <tvtypes/export.h>
 
 struct _tvDataTypeAccess_tag;
 
-/// \name Comparison of values of the built-in types
-/// The functions that built-in types carry, one of each kind for every element type:
+/// \name Comparators of the built-in types
+/// One function of each kind for every element type:
 ///
 /// | Suffix      | Element             | Suffix      | Element               |
 /// |-------------|---------------------|-------------|-----------------------|
@@ -17,11 +18,16 @@ struct _tvDataTypeAccess_tag;
 /// | `uint8_T`   | 8-bit unsigned      | `uint32_T`  | 32-bit unsigned       |
 /// | `boolean_T` | a byte, as unsigned |             |                       |
 ///
-/// `utIsPositive_*` tests for x > 0, `utIsNegative_*` for x < 0, `utGreaterThan_*` for lhs > rhs
-/// and `utGreaterEqual_*` for lhs >= rhs. No test holds for NaN, and -0.0 is not negative. Complex
-/// vectors are vectors of twice as many parts. `result` receives a byte an element, 1 or 0; with a
-/// `count` below 1 nothing is written. Always 1. The other arguments are not read, nor are the
-/// values by `utIsNegative_*` of an unsigned type.
+/// `utIsPositive_*` tests x > 0, `utIsNegative_*` x < 0, `utGreaterThan_*` lhs > rhs and
+/// `utGreaterEqual_*` lhs >= rhs. Every test with NaN is false, and -0.0 is not negative.
+///
+/// `count` is the number of elements; pass twice the number for complex vectors, whose parts are
+/// compared one by one. Vectors may have any alignment. `result` receives one byte an element, 1 or
+/// 0. Nothing is read or written if `count` is below 1. `access`, `context`, `dataTypeId` and
+/// `extra` are ignored, as are the values by `utIsNegative_*` of an unsigned type.
+///
+/// The functions return 1 and do not fail.
+/// \pre The vectors have `count` elements and `result` has `count` bytes; neither is checked.
 /// @{
 
 #define TVTYPES_DECLARE_COMPARATORS(suffix)                                                        \
