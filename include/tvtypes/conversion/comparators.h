@@ -7,7 +7,26 @@
 
 struct _tvDataTypeAccess_tag;
 
+/// \cond
+#define TVTYPES_DECLARE_COMPARATORS(suffix)                                                        \
+    TVTYPES_API int utIsPositive_##suffix(_tvDataTypeAccess_tag* access, const char* context,      \
+                                          int dataTypeId, int count, const void* values,           \
+                                          const void* extra, void* result);                        \
+    TVTYPES_API int utIsNegative_##suffix(_tvDataTypeAccess_tag* access, const char* context,      \
+                                          int dataTypeId, int count, const void* values,           \
+                                          const void* extra, void* result);                        \
+    TVTYPES_API int utGreaterThan_##suffix(_tvDataTypeAccess_tag* access, const char* context,     \
+                                           int dataTypeId, int count, const void* lhs,             \
+                                           const void* rhs, const void* extra, void* result);      \
+    TVTYPES_API int utGreaterEqual_##suffix(_tvDataTypeAccess_tag* access, const char* context,    \
+                                            int dataTypeId, int count, const void* lhs,            \
+                                            const void* rhs, const void* extra, void* result);
+/// \endcond
+
+extern "C" {
 /// \name Comparators of the built-in types
+/// @{
+
 /// One function of each kind for every element type:
 ///
 /// | Suffix      | Element             | Suffix      | Element               |
@@ -28,23 +47,6 @@ struct _tvDataTypeAccess_tag;
 ///
 /// The functions return 1 and do not fail.
 /// \pre The vectors have `count` elements and `result` has `count` bytes; neither is checked.
-/// @{
-
-#define TVTYPES_DECLARE_COMPARATORS(suffix)                                                        \
-    TVTYPES_API int utIsPositive_##suffix(_tvDataTypeAccess_tag* access, const char* context,      \
-                                          int dataTypeId, int count, const void* values,           \
-                                          const void* extra, void* result);                        \
-    TVTYPES_API int utIsNegative_##suffix(_tvDataTypeAccess_tag* access, const char* context,      \
-                                          int dataTypeId, int count, const void* values,           \
-                                          const void* extra, void* result);                        \
-    TVTYPES_API int utGreaterThan_##suffix(_tvDataTypeAccess_tag* access, const char* context,     \
-                                           int dataTypeId, int count, const void* lhs,             \
-                                           const void* rhs, const void* extra, void* result);      \
-    TVTYPES_API int utGreaterEqual_##suffix(_tvDataTypeAccess_tag* access, const char* context,    \
-                                            int dataTypeId, int count, const void* lhs,            \
-                                            const void* rhs, const void* extra, void* result);
-
-extern "C" {
 TVTYPES_DECLARE_COMPARATORS(real_T)
 TVTYPES_DECLARE_COMPARATORS(real32_T)
 TVTYPES_DECLARE_COMPARATORS(int8_T)
@@ -54,8 +56,8 @@ TVTYPES_DECLARE_COMPARATORS(uint16_T)
 TVTYPES_DECLARE_COMPARATORS(int32_T)
 TVTYPES_DECLARE_COMPARATORS(uint32_T)
 TVTYPES_DECLARE_COMPARATORS(boolean_T)
+
+/// @}
 }
 
 #undef TVTYPES_DECLARE_COMPARATORS
-
-/// @}

@@ -86,7 +86,10 @@ namespace utdtypeconv {
 template <class T>
 TVTYPES_API T ScalarConvergentPreInt(T x);
 
+/// Instantiated for double.
 extern template TVTYPES_API double ScalarConvergentPreInt<double>(double x);
+
+/// Instantiated for float.
 extern template TVTYPES_API float ScalarConvergentPreInt<float>(float x);
 
 } // namespace utdtypeconv
