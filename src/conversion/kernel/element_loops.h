@@ -45,7 +45,7 @@ TVTYPES_LOOP bool isRealValued(const void* source, Count count) {
     return found == 0;
 }
 
-/// Copies the real parts of a complex source. T is the unsigned type of the element's width.
+/// Copies the real parts of a complex source.
 template <class T>
 TVTYPES_LOOP void takeRealParts(const void* source, void* destination, Count count) {
     const auto* src = elements<T>(source);

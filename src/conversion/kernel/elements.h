@@ -77,17 +77,36 @@ struct UnsignedOfSize<8> {
     using Type = uint64_T;
 };
 
-/// The unsigned type of the width of T. Used for arithmetic that wraps, and for moving elements.
+/// The unsigned type of the width of T. Used for arithmetic that wraps.
 template <class T>
 using Unsigned = typename UnsignedOfSize<sizeof(T)>::Type;
+
+/// Selects A if `condition` is true, otherwise B.
+template <bool condition, class A, class B>
+struct Select {
+    using Type = A;
+};
+template <class A, class B>
+struct Select<false, A, B> {
+    using Type = B;
+};
+
+/// The type that moves the bits of a T: signed integers share the loops of unsigned ones.
+template <class T>
+using Bits = typename Select<isFloat<T>, T, Unsigned<T>>::Type;
 
 /// Elements that are converted, checked and rearranged at a time: few enough to stay in the
 /// first-level cache in between.
 inline constexpr int blockLength = 512;
 
+/// Returns the length of the next block.
+inline int nextBlock(Count count) {
+    return count < blockLength ? static_cast<int>(count) : blockLength;
+}
+
 /// Returns the length of a block, 1 to blockLength. That range lets the compiler unroll loops over
 /// blocks of short elements completely.
-inline int blockCount(int count) {
+inline int boundedLength(int count) {
     if (count < 1 || count > blockLength) {
         __builtin_unreachable();
     }

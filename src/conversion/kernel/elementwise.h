@@ -21,16 +21,6 @@ struct Cast {
     static D convert(S x) { return static_cast<D>(x); }
 };
 
-/// Selects A if `condition` is true, otherwise B.
-template <bool condition, class A, class B>
-struct Select {
-    using Type = A;
-};
-template <class A, class B>
-struct Select<false, A, B> {
-    using Type = B;
-};
-
 /// The cast that gives the same bits as Cast<S, D>, one for several pairs of integers: in two's
 /// complement the sign of the source matters only if the destination is wider, that of the
 /// destination never.

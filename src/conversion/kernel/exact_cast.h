@@ -41,11 +41,24 @@ struct Common<I, real32_T> {
 /// Casts with detection of loss.
 template <class S, class D>
 struct ExactCast {
-    /// Casts a block of elements. Returns false, with the destination unspecified, if an element is
-    /// not kept; NaN never is.
-    static bool cast(const void* source, void* destination, int count) {
+    /// Casts elements up to the first block with one that is not kept, and returns their number.
+    /// NaN is never kept.
+    TVTYPES_LOOP static Count cast(const void* source, void* destination, Count count) {
         const auto* src = elements<S>(source);
         auto* dst = elements<D>(destination);
+        Count kept = 0;
+        while (kept < count) {
+            const int length = nextBlock(count - kept);
+            if (!castBlock(src + kept, dst + kept, length)) {
+                break;
+            }
+            kept += static_cast<Count>(length);
+        }
+        return kept;
+    }
+
+  private:
+    static bool castBlock(const Stored<S>* src, Stored<D>* dst, int count) {
         if constexpr (!isFloat<S> && !isFloat<D>) {
             return castIntegers(src, dst, count);
         } else if constexpr (!isFloat<S>) {
@@ -59,9 +72,8 @@ struct ExactCast {
         }
     }
 
-  private:
-    static bool castIntegers(const Stored<S>* src, Stored<D>* dst, int count) {
-        const int length = blockCount(count);
+    TVTYPES_LOOP static bool castIntegers(const Stored<S>* src, Stored<D>* dst, int count) {
+        const int length = boundedLength(count);
         Unsigned<S> distances = 0;
         TVTYPES_INDEPENDENT
         for (int i = 0; i < length; ++i) {
@@ -73,8 +85,8 @@ struct ExactCast {
     }
 
     // A value without an int32 differs from its substitute, or that is out of the range of D.
-    static bool castByIntegers(const Stored<S>* src, Stored<D>* dst, int count) {
-        const int length = blockCount(count);
+    TVTYPES_LOOP static bool castByIntegers(const Stored<S>* src, Stored<D>* dst, int count) {
+        const int length = boundedLength(count);
         uint32_T distances = 0;
         Unsigned<S> remainders = 0;
         TVTYPES_INDEPENDENT
@@ -89,8 +101,8 @@ struct ExactCast {
     }
 
     // The values of uint32_T, shifted down by half its range into that of int32_T.
-    static bool castShifted(const Stored<S>* src, Stored<D>* dst, int count) {
-        const int length = blockCount(count);
+    TVTYPES_LOOP static bool castShifted(const Stored<S>* src, Stored<D>* dst, int count) {
+        const int length = boundedLength(count);
         uint64_T remainders = 0;
         TVTYPES_INDEPENDENT
         for (int i = 0; i < length; ++i) {
@@ -109,8 +121,8 @@ struct ExactCast {
     }
 
     // double represents the values of both types.
-    static bool castAndCompare(const Stored<S>* src, Stored<D>* dst, int count) {
-        const int length = blockCount(count);
+    TVTYPES_LOOP static bool castAndCompare(const Stored<S>* src, Stored<D>* dst, int count) {
+        const int length = boundedLength(count);
         uint64_T lost = 0;
         TVTYPES_INDEPENDENT
         for (int i = 0; i < length; ++i) {

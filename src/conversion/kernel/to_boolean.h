@@ -11,7 +11,7 @@ namespace {
 template <class S>
 struct BooleanElements {
     TVTYPES_LOOP static void convertParts(const void* source, void* destination, int count) {
-        const int length = blockCount(count);
+        const int length = boundedLength(count);
         const auto* src = elements<S>(source);
         auto* dst = elements<uint8_T>(destination);
         TVTYPES_INDEPENDENT
@@ -20,7 +20,7 @@ struct BooleanElements {
         }
     }
     TVTYPES_LOOP static void convertPairs(const void* source, void* destination, int count) {
-        const int length = blockCount(count);
+        const int length = boundedLength(count);
         const auto* src = elements<S>(source);
         auto* dst = elements<uint8_T>(destination);
         TVTYPES_INDEPENDENT
@@ -32,7 +32,7 @@ struct BooleanElements {
     }
     /// Whether every element is 0 or 1.
     TVTYPES_LOOP static bool arePartsKept(const void* source, int count) {
-        const int length = blockCount(count);
+        const int length = boundedLength(count);
         const auto* src = elements<S>(source);
         if constexpr (isFloat<S>) {
             unsigned int lost = 0;
@@ -51,7 +51,7 @@ struct BooleanElements {
     }
     /// Whether every real part is 0 or 1 and every imaginary part 0.
     TVTYPES_LOOP static bool arePairsKept(const void* source, int count) {
-        const int length = blockCount(count);
+        const int length = boundedLength(count);
         const auto* src = elements<S>(source);
         unsigned int lost = 0;
         for (int i = 0; i < length; ++i) {
@@ -81,7 +81,7 @@ struct BooleanLoopsFrom {
 inline bool convertToBoolean(const BooleanLoops& loops, Cursor at, Count count, bool checkLoss) {
     bool kept = true;
     while (count > 0) {
-        const int length = blockOf(count);
+        const int length = nextBlock(count);
         loops.convert(at.src, at.dst, length);
         kept = (!checkLoss || !kept || loops.areKept(at.src, length)) && kept;
         const Count converted = static_cast<Count>(length);

@@ -1,7 +1,7 @@
 /// \file
 /// Conversion of vectors by blocks of elements: loss, complex vectors and scalar sources. Not
-/// templates: a conversion passes its element loops as a record of function pointers, which are
-/// called once for a block.
+/// templates: a conversion passes its element loops as a record of function pointers, each called
+/// once for a block or a vector.
 #pragma once
 
 #include "conversion/kernel/element_loops.h"
@@ -23,8 +23,8 @@ struct ElementType {
 };
 
 template <class T>
-inline constexpr ElementType elementType = {sizeof(T), isRealValued<T>, takeRealParts<Unsigned<T>>,
-                                            addImaginaryParts<Unsigned<T>>, replicate<Unsigned<T>>};
+inline constexpr ElementType elementType = {sizeof(T), isRealValued<T>, takeRealParts<Bits<T>>,
+                                            addImaginaryParts<Bits<T>>, replicate<Bits<T>>};
 
 /// The loops of one conversion.
 struct ConversionLoops {
@@ -35,9 +35,10 @@ struct ConversionLoops {
     /// Faster form of `convert`: false, with the destination unspecified, if it does not apply to
     /// all elements of the block. Null if there is none.
     bool (*convertByIntegers)(const void* source, void* destination, int count);
-    /// Casts a block: false, with the destination unspecified, if an element is not kept. Null if
-    /// the destination holds every value of the source.
-    bool (*castExactly)(const void* source, void* destination, int count);
+    /// Casts elements up to the first block with one that is not kept, and returns their number;
+    /// beyond them the destination is unspecified. Null if the destination holds every value of the
+    /// source.
+    Count (*castExactly)(const void* source, void* destination, Count count);
 };
 
 /// A source and a destination, advanced together.
@@ -51,10 +52,6 @@ struct Cursor {
     }
 };
 
-inline int blockOf(Count count) {
-    return count < blockLength ? static_cast<int>(count) : blockLength;
-}
-
 /// Converts elements by way of their int32 if all elements of a block have one.
 TVTYPES_LOOP void convertByBlocks(const ConversionLoops& loops, Cursor at, Count count) {
     // After a block with values without an int32, the next ones are likely to have some too.
@@ -63,7 +60,7 @@ TVTYPES_LOOP void convertByBlocks(const ConversionLoops& loops, Cursor at, Count
     const Count srcSize = loops.src->size;
     const Count dstSize = loops.dst->size;
     while (count > 0) {
-        const int length = blockOf(count);
+        const int length = nextBlock(count);
         if (blocksToSkip == 0 && !loops.convertByIntegers(at.src, at.dst, length)) {
             blocksToSkip = blocksBeforeRetry;
         }
@@ -90,19 +87,13 @@ inline void convertUnchecked(const ConversionLoops& loops, Cursor at, Count coun
 
 /// Converts elements; returns whether all of them were kept. The first loss ends the check.
 TVTYPES_LOOP bool convertChecked(const ConversionLoops& loops, Cursor at, Count count) {
-    const Count srcSize = loops.src->size;
-    const Count dstSize = loops.dst->size;
-    while (count > 0) {
-        const int length = blockOf(count);
-        if (!loops.castExactly(at.src, at.dst, length)) {
-            convertUnchecked(loops, at, count);
-            return false;
-        }
-        const Count converted = static_cast<Count>(length);
-        at.advance(converted, srcSize, dstSize);
-        count -= converted;
+    const Count kept = loops.castExactly(at.src, at.dst, count);
+    if (kept == count) {
+        return true;
     }
-    return true;
+    at.advance(kept, loops.src->size, loops.dst->size);
+    convertUnchecked(loops, at, count - kept);
+    return false;
 }
 
 /// Converts elements; with `checkLoss`, returns whether all of them were kept.
