@@ -1,5 +1,5 @@
-// Every conversion function of the matrix beside memcpy, and beside other libraries where they do
-// the same. What is compared is timed in turn, within one benchmark.
+// Times of every conversion function, compared with memcpy and with other libraries that implement
+// the same conversion. Compared jobs take turns within one benchmark.
 #include "conversion/buffers.h"
 #include "conversion/others.h"
 #include "conversion/summary.h"
@@ -21,11 +21,11 @@ namespace {
 
 constexpr double defaultSeconds = 0.03;
 
-/// Something to be timed beside the case, and the counter that takes the ratio.
+/// A job that is timed in turns with the case, and the counter for the ratio of their times.
 struct Rival {
     std::string counter;
     Job job;
-    bool isOther = false; ///< another library's: its results must be the same
+    bool isOther = false; ///< of another library: its results must be identical
 };
 
 Job conversion(tvBuiltinDtypeConvFcn convert, const Case& timed, const Buffers& buffers) {
@@ -53,7 +53,7 @@ Job copy(std::size_t bytes, const Buffers& buffers) {
     };
 }
 
-Job conversionOf(OtherFcn convert, const Case& timed, const Buffers& buffers) {
+Job otherConversion(OtherFcn convert, const Case& timed, const Buffers& buffers) {
     const void* const src = buffers.source();
     void* const dst = buffers.destination();
     return [=, count = timed.count](long times) {
@@ -64,7 +64,7 @@ Job conversionOf(OtherFcn convert, const Case& timed, const Buffers& buffers) {
     };
 }
 
-std::vector<Rival> rivalsOf(const Case& timed, const Buffers& buffers) {
+std::vector<Rival> findRivals(const Case& timed, const Buffers& buffers) {
     const tvBuiltinDtypeConvFcn convert = timed.cell.function();
     std::vector<Rival> rivals = {
         {"copy_half", copy((timed.srcBytes() + timed.dstBytes()) / 2, buffers)},
@@ -80,7 +80,7 @@ std::vector<Rival> rivalsOf(const Case& timed, const Buffers& buffers) {
     }
     const bool partsBecomeParts = timed.cell.dst != booleanId || timed.cell.src == booleanId;
     if (timed.shape == Shape::Complex && partsBecomeParts) {
-        // As many parts, so that the times compare as those of a part do.
+        // With the same number of parts, so that the ratio is that of a part.
         Case real = timed;
         real.shape = Shape::Real;
         real.count = 2 * timed.count;
@@ -89,17 +89,16 @@ std::vector<Rival> rivalsOf(const Case& timed, const Buffers& buffers) {
     if (timed.shape == Shape::Real && !timed.checked) {
         for (const Other& other : others()) {
             if (const OtherFcn theirs = other.find != nullptr ? other.find(timed) : nullptr) {
-                rivals.push_back(
-                    {std::string("to_") + other.name, conversionOf(theirs, timed, buffers), true});
+                rivals.push_back({std::string("to_") + other.name,
+                                  otherConversion(theirs, timed, buffers), true});
             }
         }
     }
     return rivals;
 }
 
-/// Whether the case does what is said of it: nothing is lost of what is called kept, something
-/// otherwise.
-bool dataAreAsNamed(const Case& timed, const Buffers& buffers) {
+/// Whether the conversion loses values exactly if the data are not named kept.
+bool dataMatchName(const Case& timed, const Buffers& buffers) {
     if (timed.data == Data::Far) {
         return true;
     }
@@ -110,7 +109,7 @@ bool dataAreAsNamed(const Case& timed, const Buffers& buffers) {
     return kept == (timed.data == Data::Kept);
 }
 
-/// Whether the other library gives the very bytes that this one gives.
+/// Whether the results of both libraries are identical, byte for byte.
 bool sameResults(const Job& ours, const Job& theirs, const Case& timed, const Buffers& buffers) {
     ours(1);
     const auto* bytes = static_cast<const unsigned char*>(buffers.destination());
@@ -134,12 +133,12 @@ void run(benchmark::State& state, const Case& timed, Context& context) {
     };
     Buffers& buffers = context.buffers;
     buffers.prepare(timed);
-    if (!dataAreAsNamed(timed, buffers)) {
-        fail("the data are not what the name says");
+    if (!dataMatchName(timed, buffers)) {
+        fail("the data do not match the name of the case");
         return;
     }
     const Job ours = conversion(timed.cell.function(), timed, buffers);
-    const std::vector<Rival> rivals = rivalsOf(timed, buffers);
+    const std::vector<Rival> rivals = findRivals(timed, buffers);
     std::vector<Job> jobs = {ours};
     for (const Rival& rival : rivals) {
         if (rival.isOther && !sameResults(ours, rival.job, timed, buffers)) {

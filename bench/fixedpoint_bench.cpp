@@ -1,5 +1,5 @@
-// Texts of numeric types: from the cache, beside a plain hash table with the same keys in the same
-// run, and made anew, beside a formatting library.
+// Strings of numeric types: from the cache, compared with a plain hash table of the same keys, and
+// computed without it, compared with a formatting library.
 #include <tvtypes/fixedpoint.h>
 
 #include <benchmark/benchmark.h>
@@ -21,7 +21,7 @@ std::int64_t allocations = 0;
 
 } // namespace
 
-// Compiled into what calls them, they would seem to mix new and free.
+// Inlined, they would draw warnings about mixing new and free.
 [[gnu::noinline]] void* operator new(std::size_t size) {
     ++allocations;
     if (void* const memory = std::malloc(size)) {
@@ -40,7 +40,8 @@ namespace {
 
 using Records = std::vector<fxpDataTypeProp>;
 
-/// Different plain records in no order: signed and unsigned, 1 to 64 bits, exponents of -40 to 40.
+/// Distinct binary-point records in random order: signed and unsigned, 1 to 64 bits, exponents from
+/// -40 to 40.
 Records binaryPointRecords(std::size_t count) {
     Records records;
     for (int exponent = -40; exponent <= 40; ++exponent) {
@@ -66,7 +67,7 @@ Records slopeAndBiasRecords(std::size_t count) {
     return records;
 }
 
-/// The fields one after another, with the arithmetic of the cache's hash, open to the compiler.
+/// The arithmetic of the cache's hash, inlined.
 struct PlainHash {
     std::size_t operator()(const fxpDataTypeProp& record) const {
         std::size_t seed = 0;
@@ -112,10 +113,9 @@ double medianOf(std::vector<double> values) {
     return *middle;
 }
 
-/// Requests of texts that are there and lookups in a plain table in turns, so that what else the
-/// machine does comes to both.
+/// Cached requests and lookups in a plain table, in turns, so that a disturbance affects both.
 template <class Request>
-void besidePlainTable(benchmark::State& state, const Records& records, Request request) {
+void compareWithPlainTable(benchmark::State& state, const Records& records, Request request) {
     PlainTable table;
     for (const fxpDataTypeProp& record : records) {
         table.emplace(record, *request(record));
@@ -141,32 +141,32 @@ void besidePlainTable(benchmark::State& state, const Records& records, Request r
     state.counters["allocations"] = static_cast<double>(allocated);
 }
 
-// Objects, since a call by a pointer would take time of its own.
-constexpr auto identifierOf = [](const fxpDataTypeProp& record) {
+// Function objects, which are inlined; a call through a pointer would be timed too.
+constexpr auto requestIdentifier = [](const fxpDataTypeProp& record) {
     return &fxpDataTypeToIdentifierString(&record);
 };
-constexpr auto constructorOf = [](const fxpDataTypeProp& record) {
+constexpr auto requestConstructor = [](const fxpDataTypeProp& record) {
     return &fxpDataTypeToConstructorString(record, FxpDT::PreferFixdt, FxpDT::PreferFractionLength);
 };
 
 void cachedIdentifier(benchmark::State& state) {
-    besidePlainTable(state, binaryPointRecords(static_cast<std::size_t>(state.range(0))),
-                     identifierOf);
+    compareWithPlainTable(state, binaryPointRecords(static_cast<std::size_t>(state.range(0))),
+                          requestIdentifier);
 }
 
 void cachedConstructor(benchmark::State& state) {
-    besidePlainTable(state, binaryPointRecords(static_cast<std::size_t>(state.range(0))),
-                     constructorOf);
+    compareWithPlainTable(state, binaryPointRecords(static_cast<std::size_t>(state.range(0))),
+                          requestConstructor);
 }
 
 void cachedSlopeAndBias(benchmark::State& state) {
-    besidePlainTable(state, slopeAndBiasRecords(static_cast<std::size_t>(state.range(0))),
-                     constructorOf);
+    compareWithPlainTable(state, slopeAndBiasRecords(static_cast<std::size_t>(state.range(0))),
+                          requestConstructor);
 }
 
-/// Makes a text for each of the records in turn.
+/// Computes a string for each record in turn.
 template <class Request>
-void timeMaking(benchmark::State& state, const Records& records, Request request) {
+void timeComputation(benchmark::State& state, const Records& records, Request request) {
     const std::int64_t before = allocations;
     std::size_t next = 0;
     for (auto _ : state) {
@@ -184,21 +184,21 @@ Records recordsToFormat(const benchmark::State& state) {
 }
 
 void newIdentifier(benchmark::State& state) {
-    timeMaking(state, recordsToFormat(state), [](const fxpDataTypeProp& record) {
+    timeComputation(state, recordsToFormat(state), [](const fxpDataTypeProp& record) {
         return fxpDataTypeToIdentifierString_NoCache(&record);
     });
 }
 
 void newConstructor(benchmark::State& state) {
-    timeMaking(state, recordsToFormat(state), [](const fxpDataTypeProp& record) {
+    timeComputation(state, recordsToFormat(state), [](const fxpDataTypeProp& record) {
         return fxpDataTypeToConstructorString_NoCache(record, FxpDT::PreferFixdt,
                                                       FxpDT::PreferFractionLength);
     });
 }
 
-/// The same constructor strings but for the spelling of large and small numbers.
+/// The same constructor strings, except for the form of large and small numbers.
 void fmtConstructor(benchmark::State& state) {
-    timeMaking(state, recordsToFormat(state), [](const fxpDataTypeProp& record) {
+    timeComputation(state, recordsToFormat(state), [](const fxpDataTypeProp& record) {
         return record.Bias == 0.0 && record.SlopeAdjustmentFactor == 1.0
                    ? fmt::format("fixdt({},{},{})", record.Signedness, record.WordLength,
                                  -record.FixedExponent)

@@ -13,8 +13,7 @@ namespace {
 
 constexpr std::size_t capacity = counts.back() * 2 * sizeof(double);
 
-/// Values to draw from: `step` times a whole number, from `low` to `high`; any in between if it is
-/// 0.
+/// Range of random values: multiples of `step` from `low` to `high`; all values if `step` is 0.
 struct Range {
     double low;
     double high;
@@ -80,7 +79,7 @@ Buffers::Memory Buffers::allocate() {
 }
 
 void Buffers::prepare(const Case& wanted) {
-    // Where an imaginary part is dropped, only zero is kept.
+    // A dropped imaginary part is kept only if it is zero.
     const bool dropsImaginaryParts =
         wanted.srcIsComplex() && (!wanted.dstIsComplex() || wanted.cell.dst == booleanId);
     const Contents contents = {wanted.cell.src, wanted.cell.dst, wanted.data, wanted.count,

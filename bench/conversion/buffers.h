@@ -1,5 +1,5 @@
 /// \file
-/// The two buffers that everything is timed on, and what lies in the source.
+/// The source and destination buffers of all cases, and the source data.
 #pragma once
 
 #include "conversion/cells.h"
@@ -15,7 +15,7 @@ class Buffers {
   public:
     Buffers();
 
-    /// Fills the source with what the case asks for, if it does not hold that already.
+    /// Fills the source with the data of the case, unless it holds them already.
     void prepare(const Case& wanted);
 
     void* source() const { return source_.get(); }

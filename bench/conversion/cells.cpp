@@ -15,7 +15,7 @@ constexpr Named roundings[] = {{FXP_ROUND_ZERO, "zero"},   {FXP_ROUND_NEAR, "nea
                                {FXP_ROUND_CEIL, "ceil"},   {FXP_ROUND_FLOOR, "floor"},
                                {FXP_ROUND_ROUND, "round"}, {FXP_ROUND_CONVERGENT, "convergent"}};
 
-const char* nameOf(fxpModeRounding_tag rounding) {
+const char* roundingName(fxpModeRounding_tag rounding) {
     return std::find_if(std::begin(roundings), std::end(roundings),
                         [&](const Named& each) { return each.value == rounding; })
         ->name;
@@ -31,7 +31,7 @@ bool canLose(const Cell& cell) {
            cell.fromFloatToInteger();
 }
 
-// From the widest integers to single: some of what it holds lies beyond its consecutive integers.
+// From 32-bit integers to single, which does not represent all of them.
 bool canExceedDigits(const Cell& cell) {
     return !cell.from().isFloat && cell.to().isFloat && canLose(cell);
 }
@@ -59,7 +59,7 @@ void addCases(std::vector<Case>& result, const Cell& cell, Data data, std::size_
 
 } // namespace
 
-// Whole numbers up to 2^53 and 2^24 have all their digits in double and single.
+// double and single represent all integers up to 2^53 and 2^24.
 const std::array<Type, 9> types = {{{"double", 8, true, -0x1p53, 0x1p53},
                                     {"single", 4, true, -0x1p24, 0x1p24},
                                     {"int8", 1, false, -0x80, 0x7F},
@@ -78,7 +78,7 @@ std::string Cell::name() const {
         result += overflow == FXP_OVERFLOW_SATURATE ? "/saturate" : "/wrap";
     }
     result += '/';
-    return result + (roundingMatters ? nameOf(rounding) : "any");
+    return result + (roundingMatters ? roundingName(rounding) : "any");
 }
 
 tvBuiltinDtypeConvFcn Cell::function() const { return function(rounding); }
@@ -127,7 +127,7 @@ std::size_t Case::srcBytes() const {
 }
 
 std::size_t Case::dstBytes() const {
-    // A boolean has one part; only from boolean itself are both copied.
+    // A boolean destination has one part, except from boolean, which is copied.
     const bool pairs = dstIsComplex() && (cell.dst != booleanId || cell.src == booleanId);
     return count * cell.to().size * (pairs ? 2 : 1);
 }

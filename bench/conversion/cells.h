@@ -1,5 +1,5 @@
 /// \file
-/// What there is to time: pairs of types, modes, shapes and kinds of data.
+/// The cases that are timed: pairs of types, modes, shapes and kinds of data.
 #pragma once
 
 #include <tvtypes/functions.h>
@@ -11,7 +11,7 @@
 
 namespace convbench {
 
-/// A built-in type as the data sees it. Of whole numbers it holds all from `lowest` to `greatest`.
+/// A built-in type. It represents all integers from `lowest` to `greatest`.
 struct Type {
     const char* name;
     std::size_t size; ///< bytes
@@ -23,8 +23,8 @@ struct Type {
 inline constexpr int booleanId = 8;
 extern const std::array<Type, 9> types;
 
-/// A pair of types in modes that have a function of their own. A mode that makes no difference to
-/// the pair has the name "any".
+/// A pair of types in modes that select a function. The name of a mode without effect on the pair
+/// is "any".
 struct Cell {
     int src;
     int dst;
@@ -41,15 +41,15 @@ struct Cell {
     tvBuiltinDtypeConvFcn function(fxpModeRounding_tag other) const;
 };
 
-/// Every function of the matrix once.
+/// Every conversion function once.
 std::vector<Cell> allCells();
 
 enum class Shape { Real, Complex, RealToComplex, ComplexToReal, Scalar };
 
 enum class Data {
-    Kept,  ///< whole numbers that both types hold
+    Kept,  ///< integers that both types represent
     Lossy, ///< within about 1.5 times the destination's range, with fractions
-    Far    ///< where the quicker ways end: far outside the range, or with more digits
+    Far    ///< values that the faster loops cannot convert: far out of range, or of more digits
 };
 
 struct Case {
@@ -68,7 +68,7 @@ struct Case {
 
 inline constexpr std::array<std::size_t, 2> counts = {4'096, 4'194'304};
 
-/// In an order in which neighbours share their data.
+/// All cases; those with the same data are adjacent.
 std::vector<Case> allCases();
 
 } // namespace convbench

@@ -10,7 +10,7 @@ namespace convbench {
 
 namespace {
 
-// A boolean is a byte where it is read and a truth value where it is written.
+// A boolean source is a byte, a boolean destination a bool.
 using Sources = std::tuple<double, float, std::int8_t, std::uint8_t, std::int16_t, std::uint16_t,
                            std::int32_t, std::uint32_t, std::uint8_t>;
 using Destinations = std::tuple<double, float, std::int8_t, std::uint8_t, std::int16_t,
@@ -28,7 +28,7 @@ void castAll(const void* src, void* dst, std::size_t count) {
 }
 
 template <std::size_t... Pair>
-OtherFcn castOf(std::size_t pair, std::index_sequence<Pair...>) {
+OtherFcn selectCast(std::size_t pair, std::index_sequence<Pair...>) {
     static constexpr OtherFcn casts[] = {castAll<std::tuple_element_t<Pair / 9, Sources>,
                                                  std::tuple_element_t<Pair % 9, Destinations>>...};
     return casts[pair];
@@ -43,8 +43,8 @@ OtherFcn findInEigen(const Case& wanted) {
     if (!sameModes || !defined || (cell.src == booleanId && cell.dst == booleanId)) {
         return nullptr;
     }
-    return castOf(static_cast<std::size_t>(9 * cell.src + cell.dst),
-                  std::make_index_sequence<81>());
+    return selectCast(static_cast<std::size_t>(9 * cell.src + cell.dst),
+                      std::make_index_sequence<81>());
 }
 
 } // namespace convbench

@@ -8,7 +8,7 @@ namespace convbench {
 
 namespace {
 
-// By the built-in ids, double to int32. There is no uint32.
+// By built-in id, double to int32. OpenCV has no uint32.
 constexpr int depths[] = {CV_64F, CV_32F, CV_8S, CV_8U, CV_16S, CV_16U, CV_32S};
 constexpr std::size_t known = std::size(depths);
 
@@ -17,14 +17,14 @@ void convertAll(const void* src, void* dst, std::size_t count) {
     const int size = static_cast<int>(count);
     constexpr int from = CV_MAKETYPE(depths[Pair / known], 1);
     constexpr int to = CV_MAKETYPE(depths[Pair % known], 1);
-    // Headers over the buffers: what has the right size and type is not allocated anew.
+    // Matrix headers over the buffers; one of the right size and type is not reallocated.
     const cv::Mat source(1, size, from, const_cast<void*>(src));
     cv::Mat destination(1, size, to, dst);
     source.convertTo(destination, to);
 }
 
 template <std::size_t... Pair>
-OtherFcn conversionOf(std::size_t pair, std::index_sequence<Pair...>) {
+OtherFcn selectConversion(std::size_t pair, std::index_sequence<Pair...>) {
     static constexpr OtherFcn conversions[] = {convertAll<Pair>...};
     return conversions[pair];
 }
@@ -46,7 +46,7 @@ OtherFcn findInOpenCv(const Case& wanted) {
         return nullptr;
     }
     cv::setNumThreads(1);
-    return conversionOf(known * src + dst, std::make_index_sequence<known * known>());
+    return selectConversion(known * src + dst, std::make_index_sequence<known * known>());
 }
 
 } // namespace convbench

@@ -35,7 +35,7 @@ bool saturates(const Case& c, int src, bool to32Bits) {
     return rounds(c, src, false) && (c.cell.to().size == 4) == to32Bits;
 }
 
-// Every pair belongs to one class. For the classes only plain cases count: real, not checked.
+// Classes of pairs, each pair in one. They contain only plain cases: real, not checked.
 constexpr Row classes[] = {
     {"the same type", [](const Case& c) { return c.cell.src == c.cell.dst; }},
     {"integer, wrap: narrowing and same width",
@@ -59,8 +59,8 @@ constexpr Row classes[] = {
      [](const Case& c) { return c.cell.dst == booleanId && c.cell.src != booleanId; }},
 };
 
-// Cases that belong to no class.
-constexpr Row besides[] = {
+// Groups of the other cases.
+constexpr Row otherGroups[] = {
     {"floating point far outside the integers",
      [](const Case& c) { return !c.checked && c.data == Data::Far; }},
     {"complex to complex", [](const Case& c) { return !c.checked && c.shape == Shape::Complex; }},
@@ -94,7 +94,7 @@ constexpr RatioRow ownRatios[] = {
      [](const Case& c) { return !c.checked; }},
 };
 
-/// The mean and the worst of a ratio over some results.
+/// Geometric mean and maximum of a ratio over results.
 class Figure {
   public:
     void add(const Result& result, const std::string& counter) {
@@ -127,7 +127,7 @@ class Table {
           std::vector<std::string> counters)
         : out_(out), results_(results), heading_(heading), counters_(std::move(counters)) {}
 
-    /// Nothing, if no case was run that belongs to the row.
+    /// Writes a row, unless no case of it was run.
     template <class Accepts>
     void row(const std::string& label, const std::vector<std::string>& counters,
              const Accepts& accepts) {
@@ -201,7 +201,7 @@ void writeSummary(std::ostream& out, const std::vector<Result>& results) {
     for (const Row& row : classes) {
         copies.row(row.label, [&](const Case& c) { return plain(c) && row.belongs(c); });
     }
-    for (const Row& row : besides) {
+    for (const Row& row : otherGroups) {
         copies.row(row.label, row.belongs);
     }
 

@@ -1,5 +1,5 @@
 /// \file
-/// What came of the run, by classes of conversions, as tables in Markdown.
+/// Results by class of conversion, as tables in Markdown.
 #pragma once
 
 #include "conversion/cells.h"
@@ -11,8 +11,7 @@
 
 namespace convbench {
 
-/// How much longer a case took than each thing it was timed beside. The names are those of the
-/// benchmarks' counters.
+/// Ratios of the time of a case to the times of the jobs compared with it, by counter name.
 struct Result {
     Case timed;
     std::map<std::string, double> ratios;

@@ -10,10 +10,10 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Nanoseconds = std::chrono::duration<double, std::nano>;
 
-constexpr double shortestTiming = 20'000; // ns: the clock's own step and cost vanish in it
+constexpr double shortestTiming = 20'000; // ns: large beside the resolution and cost of the clock
 constexpr std::size_t fewestRounds = 5;
 
-double timeOf(const Job& job, long times) {
+double nanoseconds(const Job& job, long times) {
     const auto start = Clock::now();
     job(times);
     return Nanoseconds(Clock::now() - start).count();
@@ -21,8 +21,9 @@ double timeOf(const Job& job, long times) {
 
 long timesInOneTiming(const Job& job) {
     long times = 1;
-    timeOf(job, times);
-    for (double taken = timeOf(job, times); taken < shortestTiming; taken = timeOf(job, times)) {
+    nanoseconds(job, times);
+    for (double taken = nanoseconds(job, times); taken < shortestTiming;
+         taken = nanoseconds(job, times)) {
         times *= 2;
     }
     return times;
@@ -39,7 +40,7 @@ std::vector<double> takeTurns(const std::vector<Job>& jobs, double seconds) {
     const auto end = Clock::now() + std::chrono::duration<double>(seconds);
     do {
         for (std::size_t i = 0; i < jobs.size(); ++i) {
-            taken[i].push_back(timeOf(jobs[i], times[i]) / static_cast<double>(times[i]));
+            taken[i].push_back(nanoseconds(jobs[i], times[i]) / static_cast<double>(times[i]));
         }
     } while (taken.front().size() < fewestRounds || Clock::now() < end);
     std::vector<double> medians;

@@ -1,6 +1,5 @@
 /// \file
-/// Times of things that are compared with each other: taken in turn, so that what disturbs one
-/// disturbs the others too.
+/// Timing of jobs that are compared. They take turns, so that a disturbance affects all of them.
 #pragma once
 
 #include <functional>
@@ -8,13 +7,14 @@
 
 namespace convbench {
 
-/// Does one thing so many times.
+/// Executes one operation `times` times.
 using Job = std::function<void(long times)>;
 
-/// The median time of each job in nanoseconds. The jobs take turns for about so many seconds, five
-/// rounds at least. What is quick is timed many times at once.
+/// Returns the median time of each job in nanoseconds. The jobs take turns for about `seconds`, at
+/// least five rounds. Short operations are repeated within one timing.
 std::vector<double> takeTurns(const std::vector<Job>& jobs, double seconds);
 
+/// Returns the median.
 double medianOf(std::vector<double> values);
 
 } // namespace convbench

@@ -1,6 +1,6 @@
 /// \file
-/// Numeric types of the fixed-point world: the record that says everything about one, its name and
-/// constructor strings, and the cache that keeps them.
+/// Fixed-point and other numeric types: the record of a type, its identifier and constructor
+/// strings, and the cache of these strings.
 #pragma once
 
 #include <tvtypes/fixedpoint/cache.h>

@@ -1,7 +1,7 @@
-// The comparisons that built-in types carry: four operations by nine element types.
+// The comparators of the built-in types: four operations on nine element types.
 #include "conversion/unaligned.h"
 
-#include <tvtypes/functions.h>
+#include <tvtypes/conversion/comparators.h>
 
 #include <cstdint>
 #include <type_traits>
@@ -38,7 +38,7 @@ struct GreaterOrEqual {
     }
 };
 
-/// Writes for every element whether the test holds. The vectors are those of the test's operands.
+/// Writes the result of the test for every element. There is one vector for each operand.
 template <class Element, class Test, class... Vectors>
 int testEach(int count, void* result, const Vectors*... vectors) {
     auto* holds = static_cast<unsigned char*>(result);
@@ -49,7 +49,7 @@ int testEach(int count, void* result, const Vectors*... vectors) {
     return 1;
 }
 
-/// As testEach, but that the values of a type without negative values are not read.
+/// Tests for negative values, without reading the values of an unsigned type.
 template <class Element>
 int testEachNegative(int count, void* result, const void* values) {
     if constexpr (std::is_unsigned_v<Element>) {
@@ -90,5 +90,5 @@ TVTYPES_DEFINE_COMPARATORS(int16_T, std::int16_t)
 TVTYPES_DEFINE_COMPARATORS(uint16_T, std::uint16_t)
 TVTYPES_DEFINE_COMPARATORS(int32_T, std::int32_t)
 TVTYPES_DEFINE_COMPARATORS(uint32_T, std::uint32_t)
-// A byte of any value, and not a bool, which would have to be 0 or 1.
+// A byte of any value; a bool other than 0 and 1 would be undefined.
 TVTYPES_DEFINE_COMPARATORS(boolean_T, std::uint8_t)

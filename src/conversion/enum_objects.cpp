@@ -1,9 +1,9 @@
-// Integers of the host become objects of an enumeration: its class is called with them.
+// Construction of enumeration objects: the class is a host function that is called with integers.
 #include "services/host.h"
 #include "services/memory.h"
 #include "services/refuse.h"
 
-#include <tvtypes/functions.h>
+#include <tvtypes/conversion/host_values.h>
 
 tvsvDiagnosticImpl* tvGetEnumObjectFromIntValue(const oxArray_tag* value, oxArray_tag** object,
                                                 const char* enumClassName) {

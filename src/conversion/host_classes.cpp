@@ -1,9 +1,9 @@
-// Types and classes of the host, and memory of the host for values of a type.
+// Class ids of the host, and allocation of host memory for values of a type.
 #include "services/host.h"
 #include "services/refuse.h"
 
+#include <tvtypes/conversion/host_values.h>
 #include <tvtypes/datatypetable.h>
-#include <tvtypes/functions.h>
 
 #include <cstdint>
 #include <iterator>
@@ -47,8 +47,7 @@ void* oxDTypeCalloc(const TVTypeSys::DataTypeTable* table, int count, int dataTy
     if (size < 1) {
         return nullptr;
     }
-    // More parts than 32 bits can count are more than there is memory for: they must not wrap
-    // around to a few.
+    // The host counts parts in 32 bits; a greater number must fail instead of wrapping around.
     const std::int64_t parts = (isComplex ? 2 : 1) * std::int64_t{count};
     void* memory = nullptr;
     if (parts <= std::numeric_limits<std::int32_t>::max()) {

@@ -10,7 +10,7 @@ namespace TVTypeSys::conversion {
 
 namespace {
 
-// Bits of ecx by which cpuid tells of what the compilers' own query has no name for.
+// Bits of ecx in cpuid results, for features that __builtin_cpu_supports has no name for.
 constexpr unsigned int basicLeaf = 1;
 constexpr unsigned int cmpxchg16b = 1U << 13;
 constexpr unsigned int movbe = 1U << 22;
@@ -19,7 +19,7 @@ constexpr unsigned int extendedLeaf = 0x80000001;
 constexpr unsigned int lahf = 1U << 0;
 constexpr unsigned int lzcnt = 1U << 5;
 
-bool reports(unsigned int leaf, unsigned int bits) {
+bool hasBits(unsigned int leaf, unsigned int bits) {
     unsigned int eax = 0;
     unsigned int ebx = 0;
     unsigned int ecx = 0;
@@ -27,21 +27,21 @@ bool reports(unsigned int leaf, unsigned int bits) {
     return __get_cpuid(leaf, &eax, &ebx, &ecx, &edx) != 0 && (ecx & bits) == bits;
 }
 
-// What each level adds to the one below it. Of the vector extensions, the compilers' query also
-// tells whether the operating system saves their registers.
+// What each level adds to the one below it. For vector extensions, __builtin_cpu_supports also
+// tests whether the operating system saves their registers.
 
 bool hasLevel2() {
     return __builtin_cpu_supports("popcnt") && __builtin_cpu_supports("sse3") &&
            __builtin_cpu_supports("ssse3") && __builtin_cpu_supports("sse4.1") &&
-           __builtin_cpu_supports("sse4.2") && reports(basicLeaf, cmpxchg16b) &&
-           reports(extendedLeaf, lahf);
+           __builtin_cpu_supports("sse4.2") && hasBits(basicLeaf, cmpxchg16b) &&
+           hasBits(extendedLeaf, lahf);
 }
 
 bool hasLevel3() {
     return __builtin_cpu_supports("avx") && __builtin_cpu_supports("avx2") &&
            __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2") &&
-           __builtin_cpu_supports("fma") && reports(basicLeaf, movbe | f16c) &&
-           reports(extendedLeaf, lzcnt);
+           __builtin_cpu_supports("fma") && hasBits(basicLeaf, movbe | f16c) &&
+           hasBits(extendedLeaf, lzcnt);
 }
 
 bool hasLevel4() {

@@ -1,12 +1,13 @@
 /// \file
-/// Which form of the kernels this processor runs best.
+/// Selection of the kernel for this processor.
 #pragma once
 
 #include "conversion/kernel/kernel.h"
 
 namespace TVTypeSys::conversion {
 
-/// The kernel of the highest instruction set that processor and operating system both support.
+/// Returns the kernel of the highest instruction set that both the processor and the operating
+/// system support.
 const Kernel& bestKernel();
 
 } // namespace TVTypeSys::conversion

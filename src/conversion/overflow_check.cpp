@@ -1,11 +1,14 @@
-// Whether a conversion would overflow, told from the source alone.
+// Detection of overflow from the source of a conversion alone.
+#include "conversion/rounding.h"
 #include "conversion/unaligned.h"
 
+#include <tvtypes/conversion/overflow_check.h>
 #include <tvtypes/datatype.h>
-#include <tvtypes/functions.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 
 namespace TVTypeSys {
@@ -13,74 +16,6 @@ namespace TVTypeSys {
 namespace {
 
 enum TypeId { doubleId, singleId, int8Id, uint8Id, int16Id, uint16Id, int32Id, uint32Id };
-
-/// How many plain elements there are, real and imaginary parts counted alike; no more than fit.
-std::size_t partsOf(int count, bool isComplex) {
-    return count < 1 ? 0 : (isComplex ? 2 : 1) * static_cast<std::size_t>(count);
-}
-
-template <class Src, class Test>
-bool anyElement(const void* data, std::size_t parts, const Test& overflows) {
-    for (std::size_t i = 0; i < parts; ++i) {
-        if (overflows(elementAt<Src>(data, i))) {
-            return true;
-        }
-    }
-    return false;
-}
-
-/// Whether any floating-point element, rounded, falls out of the range of `Dst`. Every limit is a
-/// double, and every element is compared as one. NaN meets no limit.
-template <class Dst, class Src>
-bool anyRoundedOutside(const void* data, std::size_t parts, fxpModeRounding_tag rounding) {
-    constexpr double lb = std::numeric_limits<Dst>::min();
-    constexpr double ub = std::numeric_limits<Dst>::max();
-    switch (rounding) {
-    case FXP_ROUND_ZERO:
-    case FXP_ROUND_ZERO_ALIAS:
-        return anyElement<Src>(data, parts, [](double x) { return x >= ub + 1 || x <= lb - 1; });
-    case FXP_ROUND_NEAR:
-    case FXP_ROUND_CONVERGENT: // lb is even and ub odd, so the ties go as those of Near
-        return anyElement<Src>(data, parts, [](double x) { return x >= ub + 0.5 || x < lb - 0.5; });
-    case FXP_ROUND_CEIL:
-        return anyElement<Src>(data, parts, [](double x) { return x > ub || x <= lb - 1; });
-    case FXP_ROUND_FLOOR:
-        return anyElement<Src>(data, parts, [](double x) { return x >= ub + 1 || x < lb; });
-    case FXP_ROUND_ROUND:
-        return anyElement<Src>(data, parts,
-                               [](double x) { return x >= ub + 0.5 || x <= lb - 0.5; });
-    }
-    return false;
-}
-
-/// As anyRoundedOutside, for the integer type with this id; false for every other id.
-template <class Src>
-bool anyRoundedOutside(const void* data, std::size_t parts, int dstId,
-                       fxpModeRounding_tag rounding) {
-    switch (dstId) {
-    case int8Id:
-        return anyRoundedOutside<signed char, Src>(data, parts, rounding);
-    case uint8Id:
-        return anyRoundedOutside<unsigned char, Src>(data, parts, rounding);
-    case int16Id:
-        return anyRoundedOutside<short, Src>(data, parts, rounding);
-    case uint16Id:
-        return anyRoundedOutside<unsigned short, Src>(data, parts, rounding);
-    case int32Id:
-        return anyRoundedOutside<int, Src>(data, parts, rounding);
-    case uint32Id:
-        return anyRoundedOutside<unsigned int, Src>(data, parts, rounding);
-    default:
-        return false;
-    }
-}
-
-/// Whether a finite double is nearer to what would follow the greatest single than to that single.
-/// The tie goes to the even neighbour, which is infinity.
-bool becomesInfiniteAsSingle(double x) {
-    constexpr double firstToOverflow = 0x1.ffffffp+127;
-    return std::fabs(x) >= firstToOverflow && !std::isinf(x);
-}
 
 struct Range {
     std::int64_t min;
@@ -95,12 +30,80 @@ constexpr Range integerRanges[] = {rangeOf<std::int8_t>,  rangeOf<std::uint8_t>,
                                    rangeOf<std::int16_t>, rangeOf<std::uint16_t>,
                                    rangeOf<std::int32_t>, rangeOf<std::uint32_t>};
 
-/// Whether any integer element falls out of the range of the integer type with this id.
+bool isIntegerId(int id) { return id >= int8Id && id <= uint32Id; }
+
+/// Returns the number of plain elements, real and imaginary parts counted alike.
+std::size_t partCount(int count, bool isComplex) {
+    return count < 1 ? 0 : (isComplex ? 2 : 1) * static_cast<std::size_t>(count);
+}
+
+template <class Src, class Test>
+bool anyElement(const void* data, std::size_t parts, const Test& overflows) {
+    for (std::size_t i = 0; i < parts; ++i) {
+        if (overflows(elementAt<Src>(data, i))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The values next to the range of an integer type that a rounding mode takes out of it.
+struct RoundingLimits {
+    double below; ///< the greatest value that is rounded to less than the minimum
+    double above; ///< the least value that is rounded to more than the maximum
+};
+
+/// Rounding is monotonic, and its result changes at an integer, half way between two, or just
+/// beyond either. So a limit is one of four candidates, the nearest that is rounded out of range.
+/// All are exact as double for ranges of up to 32 bits.
+template <class Mode>
+RoundingLimits limitsOf(Range range) {
+    const auto min = static_cast<double>(range.min);
+    const auto max = static_cast<double>(range.max);
+    const auto pred = [](double x) { return std::nextafter(x, -HUGE_VAL); };
+    const auto succ = [](double x) { return std::nextafter(x, HUGE_VAL); };
+    const double below[] = {pred(min), min - 0.5, pred(min - 0.5), min - 1};
+    const double above[] = {succ(max), max + 0.5, succ(max + 0.5), max + 1};
+    return {*std::ranges::find_if(below, [&](double x) { return Mode::whole(x) < min; }),
+            *std::ranges::find_if(above, [&](double x) { return Mode::whole(x) > max; })};
+}
+
+template <class... Modes>
+struct LimitTable {
+    RoundingLimits rows[sizeof...(Modes)][std::size(integerRanges)];
+
+    LimitTable() {
+        for (std::size_t type = 0; type < std::size(integerRanges); ++type) {
+            std::size_t mode = 0;
+            ((rows[mode++][type] = limitsOf<Modes>(integerRanges[type])), ...);
+        }
+    }
+};
+
+/// Returns whether any floating-point element, rounded, is outside the range of the integer type
+/// with this id; false if `rounding` is not an enumerator. NaN is not outside.
 template <class Src>
-bool anyOutside(const void* data, std::size_t parts, int dstId) {
-    if (dstId < int8Id || dstId > uint32Id) {
+bool anyRoundedOutside(const void* data, std::size_t parts, int dstId,
+                       fxpModeRounding_tag rounding) {
+    static const RoundingModes<LimitTable> limits;
+    if (rounding < 0 || rounding >= static_cast<int>(std::size(limits.rows))) {
         return false;
     }
+    const RoundingLimits& limit = limits.rows[rounding][dstId - int8Id];
+    return anyElement<Src>(data, parts,
+                           [limit](double x) { return x >= limit.above || x <= limit.below; });
+}
+
+/// Returns whether a finite double becomes an infinite single: at least half way from the greatest
+/// single to its successor. The tie goes to the even neighbour, which is infinity.
+bool becomesInfiniteAsSingle(double x) {
+    constexpr double firstToOverflow = 0x1.ffffffp+127;
+    return std::fabs(x) >= firstToOverflow && !std::isinf(x);
+}
+
+/// Returns whether any integer element is outside the range of the integer type with this id.
+template <class Src>
+bool anyOutside(const void* data, std::size_t parts, int dstId) {
     const Range dst = integerRanges[dstId - int8Id];
     if (dst.min <= rangeOf<Src>.min && rangeOf<Src>.max <= dst.max) {
         return false;
@@ -114,11 +117,16 @@ bool anyOutside(const void* data, std::size_t parts, int dstId) {
 bool DataType::CheckForOverflowDuringDataTypeConversion(const void* data, int count, int srcId,
                                                         bool isComplex, int dstId,
                                                         fxpModeRounding_tag rounding) {
-    const std::size_t parts = partsOf(count, isComplex);
+    const std::size_t parts = partCount(count, isComplex);
+    if (srcId == doubleId && dstId == singleId) {
+        return anyElement<double>(data, parts, becomesInfiniteAsSingle);
+    }
+    if (!isIntegerId(dstId)) {
+        return false;
+    }
     switch (srcId) {
     case doubleId:
-        return dstId == singleId ? anyElement<double>(data, parts, becomesInfiniteAsSingle)
-                                 : anyRoundedOutside<double>(data, parts, dstId, rounding);
+        return anyRoundedOutside<double>(data, parts, dstId, rounding);
     case singleId:
         return anyRoundedOutside<float>(data, parts, dstId, rounding);
     case int8Id:
@@ -143,7 +151,9 @@ namespace DataTypeConvOverflowUtilities {
 template <class Dst, class Src>
 bool CheckFloatVectForConvOverflow(const Src* data, int count, bool isComplex,
                                    fxpModeRounding_tag rounding) {
-    return anyRoundedOutside<Dst, Src>(data, partsOf(count, isComplex), rounding);
+    constexpr int signedId = sizeof(Dst) == 1 ? int8Id : sizeof(Dst) == 2 ? int16Id : int32Id;
+    constexpr int dstId = std::numeric_limits<Dst>::is_signed ? signedId : signedId + 1;
+    return anyRoundedOutside<Src>(data, partCount(count, isComplex), dstId, rounding);
 }
 
 #define TVTYPES_INSTANTIATE_CHECK(Dst)                                                             \

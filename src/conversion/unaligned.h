@@ -1,5 +1,5 @@
 /// \file
-/// Elements of vectors that may lie at any address.
+/// Access to elements of vectors with any alignment.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@
 
 namespace TVTypeSys {
 
-/// The element at an index of a vector of `Element`.
+/// Returns the element of type `Element` at an index.
 template <class Element>
 Element elementAt(const void* vector, std::size_t index) {
     Element element;

@@ -1,4 +1,4 @@
-// The texts of every record that the process has asked for.
+// Cache of identifier and constructor strings.
 #include <tvtypes/fixedpoint/cache.h>
 #include <tvtypes/fixedpoint/identifier.h>
 
@@ -48,8 +48,8 @@ bool fxdt_isequal_to::operator()(const fxpDataTypeProp& a, const fxpDataTypeProp
            a.SlopeAdjustmentFactor == b.SlopeAdjustmentFactor && a.Bias == b.Bias;
 }
 
-// The table keeps no hashes, and so asks whether two records of one bucket are equal where their
-// hashes are not: those that differ in the override state alone.
+// The table does not store hashes, so it also compares records of one bucket whose hashes differ.
+// Hence the equality that includes the override state, which is part of the hash.
 decltype(dtCacheHash) dtCacheHash(initialBuckets, fxdt_ihash(), fxdt_isequal_to::withEqualHash());
 
 decltype(dtCacheMap) dtCacheMap;
@@ -59,30 +59,30 @@ fxpDataTypeCachedStrings::fxpDataTypeCachedStrings(const fxpDataTypeProp& record
 
 const fxpDataTypeProp& fxpDataTypeCachedStrings::record() const { return record_; }
 
-// A request finds its text by a hash, nearly always. What else may have to be done is not compiled
-// into it, so that it saves no registers for calls that it does not make.
+// Nearly every request is a hit. The paths of a miss are separate functions that are not inlined,
+// so that a hit saves no registers for them.
 namespace {
 
-[[gnu::noinline]] const std::string& madeIdentifier(const fxpDataTypeProp& record,
-                                                    std::string& text) {
+[[gnu::noinline]] const std::string& computeIdentifier(const fxpDataTypeProp& record,
+                                                       std::string& text) {
     return text = fxpDataTypeToIdentifierString_NoCache(&record);
 }
 
-[[gnu::noinline]] const std::string& madeConstructor(const fxpDataTypeProp& record,
-                                                     FxpDT::baseCtorPrefer base,
-                                                     FxpDT::scalingRepPrefer scaling,
-                                                     std::string& text) {
+[[gnu::noinline]] const std::string& computeConstructor(const fxpDataTypeProp& record,
+                                                        FxpDT::baseCtorPrefer base,
+                                                        FxpDT::scalingRepPrefer scaling,
+                                                        std::string& text) {
     return text = fxpDataTypeToConstructorString_NoCache(record, base, scaling);
 }
 
-[[gnu::noinline]] fxpDataTypeCachedStrings& madeHashEntry(const fxpDataTypeProp& record) {
+[[gnu::noinline]] fxpDataTypeCachedStrings& insertHashEntry(const fxpDataTypeProp& record) {
     return dtCacheHash.try_emplace(record, record).first->second;
 }
 
 } // namespace
 
 const std::string& fxpDataTypeCachedStrings::getFxpDataTypeToIdentifierString() const {
-    return identifier_.empty() ? madeIdentifier(record_, identifier_) : identifier_;
+    return identifier_.empty() ? computeIdentifier(record_, identifier_) : identifier_;
 }
 
 const std::string&
@@ -90,12 +90,12 @@ fxpDataTypeCachedStrings::getCtorForOndrixEval(FxpDT::baseCtorPrefer base,
                                                FxpDT::scalingRepPrefer scaling) const {
     const bool prefersNumericType = base == FxpDT::PreferNumericType;
     std::string& text = constructors_[2 * scalingIndex(scaling) + (prefersNumericType ? 0 : 1)];
-    return text.empty() ? madeConstructor(record_, base, scaling, text) : text;
+    return text.empty() ? computeConstructor(record_, base, scaling, text) : text;
 }
 
 fxpDataTypeCachedStrings& fxpDataTypeCacheFindHash(const fxpDataTypeProp& record) {
     const auto found = dtCacheHash.find(record);
-    return found != dtCacheHash.end() ? found->second : madeHashEntry(record);
+    return found != dtCacheHash.end() ? found->second : insertHashEntry(record);
 }
 
 [[gnu::noinline]] fxpDataTypeCachedStrings& fxpDataTypeCacheFindMap(const fxpDataTypeProp& record) {

@@ -1,4 +1,4 @@
-// What the host evaluates to rebuild the type that a record describes.
+// Constructor strings.
 #include "fixedpoint/scaling.h"
 #include "fixedpoint/short_text.h"
 #include "services/number_text.h"

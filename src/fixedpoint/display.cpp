@@ -1,4 +1,4 @@
-// Records written out for people.
+// Display of records on standard output.
 #include <tvtypes/fixedpoint/properties.h>
 
 #include <cstdio>

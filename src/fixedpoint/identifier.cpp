@@ -1,4 +1,4 @@
-// The canonical name of a record, in the form that the data type table recognises.
+// Identifiers of records.
 #include "fixedpoint/scaling.h"
 #include "fixedpoint/short_text.h"
 
@@ -12,7 +12,8 @@ using TVTypeSys::totalSlope;
 
 constexpr std::string_view separator = "_";
 
-/// The name of the built-in integer type that a fixed-point record describes; empty if none.
+/// Returns the name of the built-in integer type with the properties of a fixed-point record; empty
+/// if there is none.
 std::string_view builtInName(const fxpDataTypeProp& record) {
     if (record.FixedExponent != 0 || record.SlopeAdjustmentFactor != 1.0 || record.Bias != 0.0) {
         return {};
@@ -64,8 +65,9 @@ void appendBias(ShortText& name, const fxpDataTypeProp& record) {
     }
 }
 
-std::string textOf(void (*append)(ShortText&, const fxpDataTypeProp&),
-                   const fxpDataTypeProp& record) {
+/// Returns one component of a name.
+std::string component(void (*append)(ShortText&, const fxpDataTypeProp&),
+                      const fxpDataTypeProp& record) {
     ShortText text;
     append(text, record);
     return text.str();
@@ -111,19 +113,19 @@ std::string fxpDataTypeToIdentifierStringTrueFixPt(const fxpDataTypeProp* record
 }
 
 std::string getStringForFixedExponentComponent(const fxpDataTypeProp* record) {
-    return textOf(appendExponent, *record);
+    return component(appendExponent, *record);
 }
 
 std::string getStringForSlopeComponent(const fxpDataTypeProp* record) {
-    return textOf(appendSlope, *record);
+    return component(appendSlope, *record);
 }
 
 std::string getStringForSlopeAdjustmentComponent(const fxpDataTypeProp* record) {
-    return textOf(appendFactor, *record);
+    return component(appendFactor, *record);
 }
 
 std::string getStringForBiasComponent(const fxpDataTypeProp* record) {
-    return textOf(appendBias, *record);
+    return component(appendBias, *record);
 }
 
 std::string getPartOfDataTypeStr(double value, char letter) {
@@ -142,7 +144,8 @@ void strrep(std::string& text, const std::string& from, const std::string& to) {
     if (from.empty()) {
         return;
     }
-    // What is read stands reversed in `ahead`; `done` never holds an occurrence but at its end.
+    // `ahead` is the unread text, reversed. `done` contains an occurrence only at its end, where it
+    // is replaced at once and the replacement read again.
     std::string ahead(text.rbegin(), text.rend());
     std::string done;
     while (!ahead.empty()) {

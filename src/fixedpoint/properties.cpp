@@ -1,4 +1,4 @@
-// Which values make a valid record, and the order of records.
+// Validation and order of records.
 #include <tvtypes/fixedpoint/properties.h>
 
 #include <cmath>

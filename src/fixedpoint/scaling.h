@@ -1,5 +1,5 @@
 /// \file
-/// The total slope of a record.
+/// Total slope of a record.
 #pragma once
 
 #include <tvtypes/fixedpoint/properties.h>
@@ -8,11 +8,12 @@
 
 namespace TVTypeSys {
 
+/// Returns the factor times two to the power of the exponent.
 inline double totalSlope(const fxpDataTypeProp& record) {
     return std::ldexp(record.SlopeAdjustmentFactor, record.FixedExponent);
 }
 
-/// Whether a valid factor and the record's exponent make a slope that is a normal double.
+/// Returns whether the total slope is a normal double, given a valid factor.
 inline bool slopeIsNormal(const fxpDataTypeProp& record) {
     return record.FixedExponent >= -1022 && record.FixedExponent <= 1023;
 }

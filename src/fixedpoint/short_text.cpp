@@ -1,4 +1,4 @@
-// Numbers as they stand in the texts of records.
+// Texts of numbers in identifiers and constructor strings.
 #include "fixedpoint/short_text.h"
 
 #include "services/number_text.h"
@@ -28,7 +28,7 @@ char identifierCharacter(char c) {
 } // namespace
 
 void ShortText::appendInteger(std::int64_t value) {
-    // Every digit may have a separator before it, which may be any character, also '\0'.
+    // The locale may put a separator before every digit, which may be any character, even '\0'.
     const auto padded = boost::lexical_cast<std::array<char, 48>>(value);
     const std::string_view text(padded.data(), padded.size());
     append(text.substr(0, text.find_last_not_of('\0') + 1));

@@ -24,12 +24,12 @@ using BuiltIns =
                    BuiltIn<std::int32_t, 6>, BuiltIn<std::uint32_t, 7>, BuiltIn<std::uint8_t, 8>>;
 TYPED_TEST_SUITE(ComparatorTest, BuiltIns);
 
-TYPED_TEST(ComparatorTest, ComparesByValue) {
+TYPED_TEST(ComparatorTest, ComparesValues) {
     using Element = typename TypeParam::Element;
     using Limits = std::numeric_limits<Element>;
     const DataTypeTable table;
     const DataType& type = *table.getDataTypeAt(TypeParam::id + 1);
-    // What integers do not have, is 0 among them.
+    // Values that integers do not have become 0.
     std::vector<Element> values{0, 2, Limits::infinity(), Limits::quiet_NaN(),
                                 Limits::denorm_min()};
     for (std::size_t i = values.size(); i-- > 0;) {
@@ -40,7 +40,7 @@ TYPED_TEST(ComparatorTest, ComparesByValue) {
         for (const Element b : values) {
             const auto lhs = behindOneByte<Element>({a, b, a});
             const auto rhs = behindOneByte<Element>({b, a, a});
-            // Of two elements, and then of none.
+            // Two elements, then none.
             unsigned char out[] = {9, 9, 9};
             const auto expect = [&](bool first, bool second, const auto& test, auto... extra) {
                 for (const int count : {2, 0, -1}) {

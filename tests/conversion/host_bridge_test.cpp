@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-TEST(HostBridge, MapsClassesThereAndBack) {
+TEST(HostBridge, ClassesMapBothWays) {
     for (int id = 0; id <= 8; ++id) {
         EXPECT_EQ(id == 8 ? 3 : id + 6, utGetoxClassIdFromDTypeId(id, false));
         EXPECT_EQ(id == 8 ? 9 : id + 6, utGetoxClassIdFromDTypeId(id, true));
@@ -23,7 +23,7 @@ TEST(HostBridge, MapsClassesThereAndBack) {
     }
 }
 
-TEST(HostBridge, AllocatesRoomForEveryPart) {
+TEST(HostBridge, AllocatesAllParts) {
     const TVTypeSys::DataTypeTable table;
     void* memory = oxDTypeCalloc(&table, 3, 4, true);
     const auto* bytes = static_cast<const unsigned char*>(memory);
@@ -34,7 +34,7 @@ TEST(HostBridge, AllocatesRoomForEveryPart) {
     EXPECT_REFUSED("MemoryAllocErr()", oxDTypeCalloc(&table, 1 << 30, 2, true));
 }
 
-TEST(HostBridge, MakesObjectsByTheClassOfTheEnumeration) {
+TEST(HostBridge, EnumerationObjectsComeFromTheirClass) {
     tvsvRegisterHostFunction("Colour", [](int, oxArray_tag** outputs, int, oxArray_tag** inputs) {
         outputs[0] = oxGetScalar(inputs[0]) == 1.0 ? oxCreateString("Red") : nullptr;
         return static_cast<tvsvDiagnosticImpl*>(nullptr);
@@ -44,11 +44,11 @@ TEST(HostBridge, MakesObjectsByTheClassOfTheEnumeration) {
     EXPECT_EQ(nullptr, tvGetEnumObjectFromIntValue(value, &object, "Colour"));
     EXPECT_EQ("Red", oxcore::get_string(object));
     EXPECT_ACCEPTED(TVTypeConv::tvConvertMatrixToEnumObjects(value, "Colour"));
-    EXPECT_EQ("Red", oxcore::get_string(value)) << "the object has taken the value's place";
+    EXPECT_EQ("Red", oxcore::get_string(value)) << "replaced by the object";
 
     EXPECT_REFUSED("HostFunctionWithoutResult(Colour, 1)",
                    TVTypeConv::tvConvertMatrixToEnumObjects(value, "Colour"));
-    EXPECT_EQ("Red", oxcore::get_string(value)) << "refused, it is as it was";
+    EXPECT_EQ("Red", oxcore::get_string(value)) << "unchanged";
     oxDestroyArray(value);
     oxDestroyArray(object);
     tvsvRegisterHostFunction("Colour", nullptr);

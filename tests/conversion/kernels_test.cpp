@@ -1,8 +1,8 @@
-// Each conversion function of each instruction set that this machine has, held against the
-// reference.
+// Every conversion function, for each instruction set of this machine, against the reference model.
 #include "reference.h"
 
 #include "conversion/instruction_set.h"
+#include "conversion/selection.h"
 
 #include <gtest/gtest.h>
 
@@ -34,7 +34,7 @@ struct Level {
 
 void PrintTo(const Level& level, std::ostream* os) { *os << level.name; }
 
-std::vector<Level> levelsOfThisMachine() {
+std::vector<Level> supportedLevels() {
     using namespace TVTypeSys::conversion;
 #if defined(__x86_64__)
     const Level all[] = {
@@ -52,7 +52,7 @@ std::vector<Level> levelsOfThisMachine() {
     return levels;
 }
 
-// A vector at any address, between bytes that nobody may touch.
+// A vector at any address, between guard bytes.
 class Vector {
   public:
     Vector(std::size_t count, int id, std::size_t offset)
@@ -65,7 +65,7 @@ class Vector {
     double operator[](std::size_t position) { return reference::load(data(), position, id_); }
     void set(std::size_t position, double value) { reference::store(value, data(), position, id_); }
 
-    // Whether an element is the value; a zero of an integer has no sign.
+    // Whether an element is the value, including the sign of a floating-point zero.
     bool holds(double value, std::size_t position) {
         const double element = (*this)[position];
         if (std::isnan(value)) {
@@ -98,11 +98,11 @@ struct Shape {
     bool dstIsComplex = false;
 };
 
-class EachLevel : public testing::TestWithParam<Level> {
+class InstructionSetTest : public testing::TestWithParam<Level> {
   protected:
     bool run(const Conversion& c, Vector& src, Vector& dst, Shape shape, bool checkLoss) const {
-        const int slot = 2 * c.rounding + c.overflow;
-        return GetParam().kernel->rows[c.srcId][c.dstId][slot](
+        return selectFunction(*GetParam().kernel, c.srcId, c.dstId, fxpModeOverflow_tag(c.overflow),
+                              fxpModeRounding_tag(c.rounding))(
             src.data(), dst.data(), shape.srcCount, shape.dstCount, shape.srcIsComplex,
             shape.dstIsComplex, checkLoss, c.srcId, c.dstId, fxpModeOverflow_tag(c.overflow),
             fxpModeRounding_tag(c.rounding));
@@ -125,20 +125,20 @@ class EachLevel : public testing::TestWithParam<Level> {
     }
 };
 
-TEST_P(EachLevel, ConvertsEveryValue) {
+TEST_P(InstructionSetTest, MatchesReference) {
     for (const Conversion& c : reference::allConversions()) {
         const std::vector<double>& values = reference::interestingValues(c.srcId);
         expectConverted(c, values);
-        // Values that all have an integer of 32 bits take a shorter way.
-        std::vector<double> shorter;
-        std::copy_if(values.begin(), values.end(), std::back_inserter(shorter),
+        // A vector of values with an int32 takes the faster loops.
+        std::vector<double> small;
+        std::copy_if(values.begin(), values.end(), std::back_inserter(small),
                      [](double x) { return std::abs(x) < 0x1p31 - 1; });
-        expectConverted(c, shorter);
+        expectConverted(c, small);
     }
 }
 
-// One value among others that are kept: a loss is found wherever it stands.
-TEST_P(EachLevel, FindsEveryLoss) {
+// One value among others that are kept, at changing positions.
+TEST_P(InstructionSetTest, DetectsEveryLoss) {
     constexpr std::size_t count = 600;
     for (const Conversion& c : reference::allConversions()) {
         const std::vector<double>& values = reference::interestingValues(c.srcId);
@@ -159,61 +159,56 @@ TEST_P(EachLevel, FindsEveryLoss) {
     }
 }
 
-// Real and complex, scalar and vector, at awkward lengths and addresses.
-TEST_P(EachLevel, SpreadsScalarsAndComplexValues) {
+// Real and complex, scalar and vector, with unaligned addresses and lengths around block sizes.
+TEST_P(InstructionSetTest, HandlesScalarsAndComplexVectors) {
     for (const Conversion& c : reference::allConversions()) {
         const std::vector<double>& values = reference::interestingValues(c.srcId);
-        // To boolean, a source count of 0 means no scalar, and the destination is never complex.
+        // To boolean, a source count of 0 is not a scalar, and the destination has one part.
         const bool toBoolean = c.dstId == 8 && c.srcId != 8;
         std::size_t next = 0;
-        int variant = 0;
-        for (std::size_t count : {0U, 1U, 2U, 3U, 5U, 17U, 33U, 67U, 129U, 511U, 513U, 1030U}) {
-            for (std::size_t srcCount :
-                 {std::size_t(0), std::size_t(1), std::max<std::size_t>(count, 2)}) {
-                for (bool srcIsComplex : {false, true}) {
-                    for (bool dstIsComplex : {false, true}) {
-                        ++variant;
-                        const bool isScalar = toBoolean ? srcCount == 1 : srcCount <= 1;
-                        const std::size_t srcParts = srcIsComplex ? 2 : 1;
-                        const std::size_t dstParts = dstIsComplex && !toBoolean ? 2 : 1;
-                        const std::size_t held = std::max<std::size_t>(count, 2) * srcParts;
-                        Vector src(held, c.srcId, static_cast<std::size_t>(variant % 5));
-                        Vector dst(count * dstParts, c.dstId,
-                                   static_cast<std::size_t>(variant % 3));
-                        for (std::size_t i = 0; i < held; ++i) {
-                            src.set(i, variant % 2 == 0 ? 1.0 : values[next++ * 7 % values.size()]);
-                        }
-                        bool kept = true;
-                        std::vector<double> expected;
-                        for (std::size_t i = 0; i < count; ++i) {
-                            const std::size_t k = isScalar ? 0 : i * srcParts;
-                            const double imaginary = srcIsComplex ? src[k + 1] : 0;
-                            expected.push_back(reference::convert(src[k], c));
-                            kept = kept && reference::keeps(src[k], c);
-                            if (dstParts == 2) {
-                                expected.push_back(reference::convert(imaginary, c));
-                                kept = kept && reference::keeps(imaginary, c);
-                            } else {
-                                kept = kept && (!reference::canLose(c) || imaginary == 0);
-                            }
-                            if (toBoolean && imaginary != 0) {
-                                expected.back() = 1;
-                            }
-                        }
-                        const Shape shape = {srcCount, count, srcIsComplex, dstIsComplex};
-                        ASSERT_EQ(kept, run(c, src, dst, shape, true)) << testing::PrintToString(c);
-                        for (std::size_t i = 0; i < expected.size(); ++i) {
-                            ASSERT_TRUE(dst.holds(expected[i], i)) << testing::PrintToString(c);
-                        }
-                        ASSERT_TRUE(src.isFenceIntact() && dst.isFenceIntact());
+        for (std::size_t count : {0U, 1U, 2U, 3U, 5U, 17U, 33U, 67U, 129U, 511U, 513U, 4097U}) {
+            for (std::size_t variant = 0; variant < 12; ++variant) {
+                const std::size_t srcCounts[] = {0, 1, std::max<std::size_t>(count, 2)};
+                const Shape shape = {srcCounts[variant / 4], count, variant % 2 != 0,
+                                     variant / 2 % 2 != 0};
+                const bool isScalar = toBoolean ? shape.srcCount == 1 : shape.srcCount <= 1;
+                const std::size_t srcParts = shape.srcIsComplex ? 2 : 1;
+                const std::size_t dstParts = shape.dstIsComplex && !toBoolean ? 2 : 1;
+                const std::size_t held = srcCounts[2] * srcParts;
+                Vector src(held, c.srcId, (count + variant) % 5);
+                Vector dst(count * dstParts, c.dstId, (count + variant) % 3);
+                const bool isKept = (count / 2 + variant) % 2 == 0;
+                for (std::size_t i = 0; i < held; ++i) {
+                    src.set(i, isKept ? 1.0 : values[next++ * 7 % values.size()]);
+                }
+                bool kept = true;
+                std::vector<double> expected;
+                for (std::size_t i = 0; i < count; ++i) {
+                    const std::size_t k = isScalar ? 0 : i * srcParts;
+                    const double imaginary = shape.srcIsComplex ? src[k + 1] : 0;
+                    expected.push_back(reference::convert(src[k], c));
+                    kept = kept && reference::keeps(src[k], c);
+                    if (dstParts == 2) {
+                        expected.push_back(reference::convert(imaginary, c));
+                        kept = kept && reference::keeps(imaginary, c);
+                    } else {
+                        kept = kept && (!reference::canLose(c) || imaginary == 0);
+                    }
+                    if (toBoolean && imaginary != 0) {
+                        expected.back() = 1;
                     }
                 }
+                ASSERT_EQ(kept, run(c, src, dst, shape, true)) << testing::PrintToString(c);
+                for (std::size_t i = 0; i < expected.size(); ++i) {
+                    ASSERT_TRUE(dst.holds(expected[i], i)) << testing::PrintToString(c);
+                }
+                ASSERT_TRUE(src.isFenceIntact() && dst.isFenceIntact());
             }
         }
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(InstructionSets, EachLevel, testing::ValuesIn(levelsOfThisMachine()),
+INSTANTIATE_TEST_SUITE_P(InstructionSets, InstructionSetTest, testing::ValuesIn(supportedLevels()),
                          [](const auto& info) { return std::string(info.param.name); });
 
 } // namespace

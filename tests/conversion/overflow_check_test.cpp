@@ -12,7 +12,7 @@ using namespace TVTypeSys;
 
 namespace {
 
-// Whether the last imaginary part of a vector behind one byte is found to overflow.
+// Checks an unaligned complex vector whose last imaginary part is x.
 bool overflows(double x, int srcId, int dstId, int rounding = FXP_ROUND_ZERO) {
     std::vector<std::byte> bytes(1 + 4 * reference::sizeOf(srcId));
     reference::store(x, bytes.data() + 1, 3, srcId);
@@ -22,7 +22,7 @@ bool overflows(double x, int srcId, int dstId, int rounding = FXP_ROUND_ZERO) {
 
 } // namespace
 
-TEST(OverflowCheck, IsThatOfTheRoundedValue) {
+TEST(OverflowCheck, MatchesReference) {
     for (const reference::Conversion& c : reference::allConversions()) {
         for (const double x : reference::interestingValues(c.srcId)) {
             ASSERT_EQ(reference::overflows(x, c), overflows(x, c.srcId, c.dstId, c.rounding))
@@ -31,12 +31,12 @@ TEST(OverflowCheck, IsThatOfTheRoundedValue) {
         }
     }
     EXPECT_TRUE(overflows(128, 0, 2, FXP_ROUND_ZERO_ALIAS));
-    EXPECT_FALSE(overflows(1e30, 0, 2, 7) || overflows(1e30, 0, 2, -1)) << "no rounding at all";
+    EXPECT_FALSE(overflows(1e30, 0, 2, 7) || overflows(1e30, 0, 2, -1)) << "no rounding mode";
     EXPECT_TRUE((DataTypeConvOverflowUtilities::CheckFloatVectForConvOverflow<short, float>(
         std::vector<float>{0, 0, 0, 32768}.data(), 2, true, FXP_ROUND_FLOOR)));
 }
 
-TEST(OverflowCheck, FindsNothingOutsideTheBuiltInTypes) {
+TEST(OverflowCheck, IgnoresOtherTypes) {
     const double huge = 1e300;
     for (const int id : {-10, -1, 9}) {
         for (const auto& [srcId, dstId] : {std::pair(id, 2), {0, id}}) {

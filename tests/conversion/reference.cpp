@@ -128,7 +128,7 @@ std::vector<double> makeValues(int id) {
         add(x);
     }
     add(std::numeric_limits<double>::quiet_NaN());
-    // Any bits at all, and any exponent with what it leads to.
+    // Random bits, and random values with uniform exponents.
     std::mt19937_64 random(7);
     for (int i = 0; i < 20000; ++i) {
         const std::uint64_t bits = random();

@@ -1,5 +1,5 @@
-// Conversion of one value at a time, written to be obviously right: a double holds every value of
-// the nine built-in types.
+// Reference model of the conversions, simple and slow: one value at a time, as a double, which
+// represents every value of the nine built-in types.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,7 @@ inline constexpr int typeCount = 9;
 std::size_t sizeOf(int id);
 bool isFloat(int id);
 
-// The element at a position of a vector that may lie at any address.
+// Access to an element of an unaligned vector.
 double load(const std::byte* vector, std::size_t position, int id);
 void store(double value, std::byte* vector, std::size_t position, int id);
 
@@ -23,18 +23,18 @@ struct Conversion {
     int rounding;
 };
 
-// Every pair in every mode that makes a difference to it.
+// All pairs, in all modes that have an effect on them.
 std::vector<Conversion> allConversions();
 
-// Whether the pair loses some values at all, what becomes of a value, whether it is kept, and
-// whether it, rounded, falls out of the range.
+// Whether a pair can lose a value, the result for a value, whether the value is kept, and whether
+// it overflows.
 bool canLose(const Conversion& c);
 double convert(double x, const Conversion& c);
 bool keeps(double x, const Conversion& c);
 bool overflows(double x, const Conversion& c);
 
-// All values of the types of 8 and 16 bits. Of the others those at and around the bounds of all
-// types, ties, values of every magnitude, and what is no number.
+// All values of types of 8 and 16 bits. For the others: values at and next to the bounds of all
+// types, ties, values of every magnitude, random ones, infinities and NaN.
 const std::vector<double>& interestingValues(int id);
 
 } // namespace reference

@@ -1,10 +1,10 @@
-// Vectors that lie where no element of theirs would.
+// Unaligned vectors.
 #pragma once
 
 #include <cstring>
 #include <vector>
 
-// The elements one after the other, behind one byte.
+// The elements, preceded by one byte.
 template <class Element>
 std::vector<unsigned char> behindOneByte(const std::vector<Element>& elements) {
     std::vector<unsigned char> bytes(1 + elements.size() * sizeof(Element));

@@ -13,8 +13,21 @@
 ///   0 (wrap) or the bound (saturate).
 /// - A mode without effect on a pair is ignored: rounding of an integer, saturation where no value
 ///   is out of range.
-/// - To `boolean`: 1 if the value is not zero (NaN is not zero), otherwise 0.
+/// - To `boolean`: 1 if the value is not zero (NaN is not zero), otherwise 0. A source byte of
+///   `boolean` is converted as an integer, also if it is neither 0 nor 1.
 /// - double to single is the IEEE conversion and has no saturating form.
+///
+/// Bytes that a conversion writes for each destination element:
+///
+/// | Destination          | Real | Complex |
+/// |----------------------|-----:|--------:|
+/// | double               |    8 |      16 |
+/// | single               |    4 |       8 |
+/// | int8, uint8          |    1 |       2 |
+/// | int16, uint16        |    2 |       4 |
+/// | int32, uint32        |    4 |       8 |
+/// | boolean              |    1 |       1 |
+/// | boolean from boolean |    1 |       2 |
 #pragma once
 
 #include <tvtypes/export.h>
@@ -22,37 +35,45 @@
 
 struct _tvDataTypeAccess_tag;
 
-/// Converts `dstCount` elements. With a `srcCount` of 0 or 1 the source is a scalar that is
-/// replicated into every element (for `boolean` destinations only with 1); otherwise the source has
-/// `dstCount` elements. Real to complex gives imaginary parts of zero, complex to real drops them;
-/// a `boolean` destination is one byte an element, complex or not.
+/// A conversion function of one pair of types: converts `dstCount` elements.
+///
+/// With a `srcCount` of 0 or 1 the source is one element, which is replicated into every
+/// destination element (for `boolean` destinations of another source type only with 1); otherwise
+/// the source has `dstCount` elements. Real to complex gives imaginary parts of zero, complex to
+/// real drops them. A complex element is 1 in a `boolean` destination if either part is not zero.
 ///
 /// Returns false if `checkLoss` is true and something was lost: an element converted back differs
 /// from its source, the source is NaN, or a dropped imaginary part is not zero. The destination is
-/// written in full either way. The ids and modes are ignored: they are fixed by the selection of
-/// the function.
+/// written in full either way. The ids and modes are ignored: the selection of the function fixes
+/// them.
+/// \pre Unless `dstCount` is 0, `src` has the elements described above and `dst` has room for the
+/// bytes of the table in conversion.h; the two do not overlap. Only null pointers are checked, in
+/// builds with assertions.
 using tvBuiltinDtypeConvFcn = bool (*)(const void* src, void* dst, unsigned long srcCount,
                                        unsigned long dstCount, bool srcIsComplex, bool dstIsComplex,
                                        bool checkLoss, int srcId, int dstId,
                                        fxpModeOverflow_tag overflow, fxpModeRounding_tag rounding);
 
-/// Returns the conversion function of a pair of types in the given modes; never null.
-/// \pre The ids are 0 to 8 and the modes are enumerators; neither is checked.
+/// Returns the conversion function of a pair of types in the given modes; never null. Takes
+/// constant time. \pre The ids are 0 to 8 and the modes are enumerators; checked only in builds
+/// with assertions.
 TVTYPES_API tvBuiltinDtypeConvFcn utGetTvBuiltinDtypeConvFcn(int srcId, int dstId,
                                                              fxpModeOverflow_tag overflow,
                                                              fxpModeRounding_tag rounding);
 
 /// Selects the conversion function, calls it and returns its result.
-/// \pre The ids are 0 to 8 and the modes are enumerators; neither is checked.
+/// \pre Those of utGetTvBuiltinDtypeConvFcn and of tvBuiltinDtypeConvFcn.
 TVTYPES_API bool tvConvertBuiltInDTypeVectWithCheck(const void* src, unsigned long srcCount,
                                                     int srcId, bool srcIsComplex, void* dst,
                                                     unsigned long dstCount, int dstId,
                                                     bool dstIsComplex, fxpModeOverflow_tag overflow,
                                                     fxpModeRounding_tag rounding, bool checkLoss);
 
-/// The conversion function of the built-in types' records: converts `count` real elements, rounded
-/// toward zero and saturated. The ids may be those of aliases. Returns 1 in all cases; a loss is
-/// not reported. `context` and `extra` are ignored.
+/// The conversion function in the records of the built-in types: converts `count` real elements,
+/// rounded toward zero and saturated; none if `count` is below 1. `context` and `extra` are
+/// ignored. Returns 1 in all cases; a loss is not reported. \pre `access` refers to a table in
+/// which both ids are valid and resolve to built-in types, 0 to 8; the buffers are as for
+/// tvBuiltinDtypeConvFcn.
 TVTYPES_API int ConvertBetweenBuiltinFcn(_tvDataTypeAccess_tag* access, const char* context,
                                          int dstId, int srcId, int count, const void* src,
                                          const void* extra, void* dst);
@@ -60,11 +81,15 @@ TVTYPES_API int ConvertBetweenBuiltinFcn(_tvDataTypeAccess_tag* access, const ch
 namespace utdtypeconv {
 
 /// Returns the nearest integral value, ties to even, for `T` double and float. A zero result has
-/// the sign of `x`; NaN and the infinities are returned unchanged.
+/// the sign of `x`; NaN and the infinities are returned unchanged. Assumes the default rounding
+/// mode of the floating-point environment.
 template <class T>
 TVTYPES_API T ScalarConvergentPreInt(T x);
 
+/// Instantiated for double.
 extern template TVTYPES_API double ScalarConvergentPreInt<double>(double x);
+
+/// Instantiated for float.
 extern template TVTYPES_API float ScalarConvergentPreInt<float>(float x);
 
 } // namespace utdtypeconv

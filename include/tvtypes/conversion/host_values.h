@@ -12,36 +12,41 @@ namespace TVTypeSys {
 class DataTypeTable;
 }
 
-/// \name The host's classes, memory and enumerations
-/// @{
-
-/// The host's class for a built-in type, and for the predefined type "integer", which is int32;
-/// 0 for every other id. `boolean` is the host's uint8 if `booleanAsUint8` holds, else its boolean.
+/// Returns the host's class of a built-in type, or of the predefined type "integer", which is
+/// int32; 0 for every other id. The class of `boolean` is the host's uint8 if `booleanAsUint8` is
+/// true, otherwise its boolean.
 TVTYPES_API oxClassID utGetoxClassIdFromDTypeId(int dataTypeId, bool booleanAsUint8);
 
-/// The built-in type that a class of the host stands for; -10 if there is none.
+/// Returns the id of the built-in type of a class of the host; INVALID_DATA_TYPE_ID (-10) if there
+/// is none.
 TVTYPES_API int utGetDTypeIdFromOxClassId(oxClassID classId);
 
-/// Zeroed memory of the host, released by the host, for `count` values of a type of the table;
-/// complex values take two parts each. Null if `count` is below 1 or the type has no size. The id
-/// is not tested. Refused with TorvaneTypes::general::MemoryAllocErr if there is no such memory,
-/// and if there are 2^31 parts or more.
+/// Allocates zeroed host memory for `count` values of a type of `table`; complex values have two
+/// parts each. Returns null if `count` is below 1 or the type has no size. The caller owns the
+/// memory and frees it with the host's function.
+///
+/// Throws TorvaneTypes::general::MemoryAllocErr if the allocation fails or there are 2^31 parts or
+/// more.
+/// \pre `table` is not null and `dataTypeId` is valid in it; neither is checked.
 TVTYPES_API void* oxDTypeCalloc(const TVTypeSys::DataTypeTable* table, int count, int dataTypeId,
                                 bool isComplex);
 
-/// Makes an object of an enumeration by calling its class, a function of the host, with an integer
-/// value, which stays the caller's. Null on success, with the new object behind `object`, owned by
-/// the caller; else the diagnostic of the call, owned by the caller.
+/// Constructs an object of an enumeration by calling its class, a function of the host, with an
+/// integer value. `value` remains the caller's.
+///
+/// Returns null on success, with the new object, owned by the caller, in `object`; otherwise the
+/// diagnostic of the call, owned by the caller.
+/// \pre No pointer is null; unchecked.
 TVTYPES_API tvsvDiagnosticImpl* tvGetEnumObjectFromIntValue(const oxArray_tag* value,
                                                             oxArray_tag** object,
                                                             const char* enumClassName);
 
 namespace TVTypeConv {
 
-/// Puts the object that the enumeration's class makes of `array` in the place of `array`, which it
-/// gives up. Refused with the diagnostic of the call; then `array` is as it was.
+/// Replaces `array` by the object that the class of the enumeration constructs from it, and
+/// releases the previous value. Throws the diagnostic of the call if that fails; `array` is then
+/// unchanged.
+/// \pre No pointer is null; unchecked.
 TVTYPES_API void tvConvertMatrixToEnumObjects(oxArray_tag*& array, const char* enumClassName);
 
 } // namespace TVTypeConv
-
-/// @}

@@ -1,12 +1,12 @@
 /// \file
-/// The cache of the texts of records: one for the process, filled on demand, kept until exit.
+/// Cache of the identifier and constructor strings of records: one for the process, filled on
+/// demand, kept until exit.
 ///
-/// Nothing is ever removed or moved, so references stay valid. There is no lock: all requests of a
-/// process must come from one thread at a time. What runs at once with others uses the _NoCache
-/// forms.
+/// Entries are never removed or moved, so references stay valid until exit. There is no lock: only
+/// one thread at a time may use the cache. Concurrent code calls the _NoCache functions.
 ///
-/// A record with a NaN must not be looked up: it counts as equal to the first entry with the same
-/// leading fields and gets its texts. Valid records hold none.
+/// \pre A record that is looked up has no NaN (valid records have none); unchecked. One with a NaN
+/// compares equal to the first entry with the same leading fields and returns its strings.
 #pragma once
 
 #include <tvtypes/export.h>
@@ -19,58 +19,66 @@
 #include <map>
 #include <string>
 
-/// All texts of one record, each made when it is first asked for.
+/// The strings of one record, each computed on first use.
 class TVTYPES_API fxpDataTypeCachedStrings {
   public:
+    /// Copies the record. No string is computed yet.
     explicit fxpDataTypeCachedStrings(const fxpDataTypeProp& record);
 
-    /// The record whose texts these are.
+    /// Returns the copy of the record.
     const fxpDataTypeProp& record() const;
 
-    /// The texts of fxpDataTypeToIdentifierString and fxpDataTypeToConstructorString.
+    /// Returns the string of fxpDataTypeToIdentifierString(), valid as long as this object.
     const std::string& getFxpDataTypeToIdentifierString() const;
+
+    /// Returns the string of fxpDataTypeToConstructorString(), valid as long as this object.
     const std::string& getCtorForOndrixEval(FxpDT::baseCtorPrefer base,
                                             FxpDT::scalingRepPrefer scaling) const;
 
   private:
     fxpDataTypeProp record_;
-    // A memo, and no part of the value: empty texts are still to be made.
+    // Memoised; empty until first used.
     mutable std::string identifier_;
     mutable std::string constructors_[6];
 };
 
-/// The hash of a record's integers. The value is the same in every version.
+/// Hash of the integer fields of a record.
 struct TVTYPES_API fxdt_ihash {
+    /// Returns the hash. The value is the same in every version and on every platform.
     std::uint64_t operator()(const fxpDataTypeProp& record) const;
 };
 
-/// Whether two records are the same type: all is equal but perhaps the override state.
+/// Equality of records: all fields except the override state.
 class TVTYPES_API fxdt_isequal_to {
   public:
+    /// Compares all fields except the override state.
     fxdt_isequal_to() = default;
 
-    /// The same where also the hashes are equal: then so are the override states.
+    /// Returns the equality that agrees with fxdt_ihash: it compares the override state too.
     static fxdt_isequal_to withEqualHash();
 
+    /// Returns whether the records are equal. -0.0 equals 0.0; a NaN equals nothing.
     bool operator()(const fxpDataTypeProp& a, const fxpDataTypeProp& b) const;
 
   private:
     bool comparesOverrideState_ = false;
 };
 
-/// The entries of records without slope and bias.
+/// The entries of records with factor 1 and bias 0.
 extern TVTYPES_API
     boost::unordered_map<fxpDataTypeProp, fxpDataTypeCachedStrings, fxdt_ihash, fxdt_isequal_to>
         dtCacheHash;
 
-/// The entries of all others: their identity lies in two doubles, which are compared, not hashed.
+/// The entries of all other records, which differ in two doubles that are compared, not hashed.
 extern TVTYPES_API std::map<fxpDataTypeProp, fxpDataTypeCachedStrings, fxpDataTypeSortCompare>
     dtCacheMap;
 
-/// The entry of a record, made if there is none: in dtCacheHash if the factor is 1 and the bias 0,
-/// else in dtCacheMap.
+/// Returns the entry of a record, inserted if there is none: in dtCacheHash if the factor is 1 and
+/// the bias 0, otherwise in dtCacheMap. Constant time in dtCacheHash, logarithmic in dtCacheMap.
 TVTYPES_API fxpDataTypeCachedStrings& fxpDataTypeCacheFind(const fxpDataTypeProp& record);
 
-/// The same in one of the two, whatever the record.
+/// Returns the entry of any record in dtCacheHash, inserted if there is none.
 TVTYPES_API fxpDataTypeCachedStrings& fxpDataTypeCacheFindHash(const fxpDataTypeProp& record);
+
+/// Returns the entry of any record in dtCacheMap, inserted if there is none.
 TVTYPES_API fxpDataTypeCachedStrings& fxpDataTypeCacheFindMap(const fxpDataTypeProp& record);

@@ -1,20 +1,20 @@
 /// \file
-/// Constructor strings: what the host numeric environment evaluates to rebuild a type.
+/// Constructor strings: expressions that the host's numeric environment evaluates to a type.
 ///
 /// constructor := base arguments [",'DataTypeOverride','Off'"] ")"
 /// base        := "numerictype(" | "fixdt("
 /// arguments   := "'double'" | "'single'" | "'boolean'"
 ///              | sign "," wordlength [scaling] [",'DataType','ScaledDouble'"]
-/// sign        := "1" | "0" | "[]"                       "[]": the signedness is left open
+/// sign        := "1" | "0" | "[]"                       "[]": unspecified signedness
 /// scaling     := "," fractionlength | "," slope "," bias | "," factor "," exponent "," bias
 ///
-/// Every record has a string, valid or not; a mode that is none reads as boolean. The host reads
-/// numbers back as the same doubles. Only exhausted memory can fail. All functions are pure, and
-/// can be called from any thread, but for fxpDataTypeToConstructorString, which uses the cache: see
-/// fixedpoint/cache.h.
+/// Every record has a string, valid or not; a mode that is not an enumerator is written as boolean.
+/// Numbers convert back to the same doubles. The functions throw nothing but std::bad_alloc. All
+/// are pure and may be called from any thread, except fxpDataTypeToConstructorString, which uses
+/// the cache: see fixedpoint/cache.h.
 ///
-/// Integers are written with the digit groups of the global locale if it has any; the classic
-/// locale, which a program starts with, has none.
+/// Integers are written with the digit grouping of the global locale; the classic locale, which is
+/// the initial one, has none.
 #pragma once
 
 #include <tvtypes/export.h>
@@ -25,29 +25,30 @@
 
 namespace FxpDT {
 
-/// The function called. Any other value acts as PreferFixdt.
+/// The function that the string calls. Any other value acts as PreferFixdt.
 enum baseCtorPrefer : std::int32_t {
     PreferNumericType = 0, ///< numerictype(
-    PreferFixdt = 1        ///< fixdt(, but numerictype( for scaled doubles, which need it
+    PreferFixdt = 1        ///< fixdt(; numerictype( for scaled doubles, which fixdt cannot express
 };
 
-/// How the scaling is spelled. Any other value acts as PreferSlopeBias.
+/// The form of the scaling. Any other value acts as PreferSlopeBias.
 enum scalingRepPrefer : std::int32_t {
-    PreferFractionLength = 0, ///< the fraction length if that says it all, else slope and bias
+    PreferFractionLength = 0, ///< fraction length if factor is 1 and bias 0, else slope and bias
     PreferSlopeBias = 1,      ///< slope and bias
-    PreferNoScaling = 2       ///< left out
+    PreferNoScaling = 2       ///< omitted
 };
 
 } // namespace FxpDT
 
-/// The string from the cache: the same text object for equal records, valid until exit. A scaling
-/// preference beyond the enumerators shares what is kept for PreferNoScaling: whichever of them is
-/// asked for first stays. fxpDataTypeToConstructorString_NoCache tells them apart.
+/// Returns the string from the cache: the same object for equal records, valid until exit. A
+/// `scaling` that is not an enumerator shares the cached string of PreferNoScaling: the first of
+/// the two requests determines it. fxpDataTypeToConstructorString_NoCache distinguishes them. \pre
+/// That of fixedpoint/cache.h.
 TVTYPES_API const std::string& fxpDataTypeToConstructorString(const fxpDataTypeProp& record,
                                                               FxpDT::baseCtorPrefer base,
                                                               FxpDT::scalingRepPrefer scaling);
 
-/// The string, made anew.
+/// Computes the string without the cache.
 TVTYPES_API std::string fxpDataTypeToConstructorString_NoCache(const fxpDataTypeProp& record,
                                                                FxpDT::baseCtorPrefer base,
                                                                FxpDT::scalingRepPrefer scaling);
@@ -57,11 +58,17 @@ TVTYPES_API void fxpDataTypeToConstructorString_FixptGuts(std::string& text,
                                                           const fxpDataTypeProp& record,
                                                           FxpDT::scalingRepPrefer scaling);
 
-/// \name The numbers of a record as texts
-/// @{
-TVTYPES_API std::string fractionLengthStr(const fxpDataTypeProp& record); ///< the exponent negated
+/// Returns the negated exponent as text.
+TVTYPES_API std::string fractionLengthStr(const fxpDataTypeProp& record);
+
+/// Returns the exponent as text.
 TVTYPES_API std::string fixedExponentStr(const fxpDataTypeProp& record);
-TVTYPES_API std::string slopeStr(const fxpDataTypeProp& record); ///< the total slope
+
+/// Returns the total slope as text.
+TVTYPES_API std::string slopeStr(const fxpDataTypeProp& record);
+
+/// Returns the slope adjustment factor as text.
 TVTYPES_API std::string slopeAdjustmentFactorStr(const fxpDataTypeProp& record);
+
+/// Returns the bias as text.
 TVTYPES_API std::string biasStr(const fxpDataTypeProp& record);
-/// @}

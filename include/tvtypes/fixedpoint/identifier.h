@@ -1,22 +1,24 @@
 /// \file
-/// The canonical name of a record, as the data type table recognises it.
+/// Identifiers: canonical names of records, which DataTypeTable recognises as types.
 ///
 /// name     := "double" | "single" | "boolean" | ("int" | "uint") ("8" | "16" | "32")
 ///           | stem digits [exponent | slope | factor exponent] [bias]
-/// stem     := "sfix" | "ufix" | "flts" | "fltu"         signed or not; flt for scaled doubles
-/// exponent := "_E" ["n"] digits                         not if 0
+/// stem     := "sfix" | "ufix" | "flts" | "fltu"         signed, unsigned; flt: scaled double
+/// exponent := "_E" ["n"] digits                         omitted if 0
 /// slope    := "_S" number                               the total slope, if it is a normal double
 /// factor   := "_F" number                               and no power of two
-/// bias     := "_B" number                               not if 0
+/// bias     := "_B" number                               omitted if 0
 /// number   := decimal digits with "p" for the point, "n" for a minus, "e" for the exponent
 ///
-/// Every record has a name, valid or not: sfix16_En4, ufix8_Sp375_Bnp5, flts32_S1p5. The override
-/// state has no place in it, and a signedness left open reads as unsigned. Only exhausted memory
-/// can fail. All functions are pure, and can be called from any thread, but for
-/// fxpDataTypeToIdentifierString, which uses the cache: see fixedpoint/cache.h.
+/// Examples: sfix16_En4, ufix8_Sp375_Bnp5, flts32_S1p5. Every record has a name, valid or not. The
+/// override state is not part of it, and an unspecified signedness is written as unsigned. The
+/// functions throw nothing but std::bad_alloc. All are pure and may be called from any thread,
+/// except fxpDataTypeToIdentifierString, which uses the cache: see fixedpoint/cache.h.
 ///
-/// Integers are written with the digit groups of the global locale if it has any; the classic
-/// locale, which a program starts with, has none.
+/// Integers are written with the digit grouping of the global locale; the classic locale, which is
+/// the initial one, has none.
+///
+/// \pre No pointer to a record is null; unchecked.
 #pragma once
 
 #include <tvtypes/export.h>
@@ -24,31 +26,37 @@
 
 #include <string>
 
-/// The whole name, from the cache: the same text object for equal records, valid until exit.
+/// Returns the name from the cache: the same object for equal records, valid until exit.
+/// \pre That of fixedpoint/cache.h.
 TVTYPES_API const std::string& fxpDataTypeToIdentifierString(const fxpDataTypeProp* record);
 
-/// The whole name, made anew.
+/// Computes the name without the cache.
 TVTYPES_API std::string fxpDataTypeToIdentifierString_NoCache(const fxpDataTypeProp* record);
 
-/// The name built from stem, word length and scaling, also where a built-in type has another.
+/// Computes the name of stem, word length and scaling, also for the records of built-in types.
 TVTYPES_API std::string fxpDataTypeToIdentifierStringTrueFixPt(const fxpDataTypeProp* record);
 
-/// \name Components of a name, each with its underscore and letter; empty where they say nothing
-/// @{
+/// Returns the component `exponent` of the grammar; empty if the exponent is 0.
 TVTYPES_API std::string getStringForFixedExponentComponent(const fxpDataTypeProp* record);
-TVTYPES_API std::string getStringForSlopeComponent(const fxpDataTypeProp* record);
-TVTYPES_API std::string getStringForSlopeAdjustmentComponent(const fxpDataTypeProp* record);
-TVTYPES_API std::string getStringForBiasComponent(const fxpDataTypeProp* record);
-/// @}
 
-/// An underscore, the letter, and the number rewritten for use in an identifier.
+/// Returns the component `slope` of the grammar; empty if the total slope is 1.
+TVTYPES_API std::string getStringForSlopeComponent(const fxpDataTypeProp* record);
+
+/// Returns the component `factor` of the grammar; empty if the factor is 1.
+TVTYPES_API std::string getStringForSlopeAdjustmentComponent(const fxpDataTypeProp* record);
+
+/// Returns the component `bias` of the grammar; empty if the bias is 0.
+TVTYPES_API std::string getStringForBiasComponent(const fxpDataTypeProp* record);
+
+/// Returns an underscore, the letter, and the number in the form `number` of the grammar.
 TVTYPES_API std::string getPartOfDataTypeStr(double value, char letter);
 
-/// The decimal text of a number rewritten for use in an identifier: "p" for the point, "n" for a
-/// minus, no plus, "e" for the exponent, no zero alone before or behind the point.
+/// Rewrites the decimal text of a number for an identifier: "p" for the point, "n" for a minus, no
+/// plus, "e" for the exponent, no zero alone before or after the point.
 TVTYPES_API std::string numStrToIdentifierStr(std::string text);
 
-/// Replaces every occurrence of `from`, also those that come about by replacing; an empty `from`
-/// occurs nowhere. `to` must not contain `from`, nor make more of it with what stands beside it
-/// each time: the text would grow without end.
+/// Replaces every occurrence of `from`, including those that a replacement creates; an empty `from`
+/// does not occur.
+/// \pre `to` does not contain `from`, and replacing does not create occurrences forever: the call
+/// would not return. Unchecked.
 TVTYPES_API void strrep(std::string& text, const std::string& from, const std::string& to);

@@ -1,12 +1,12 @@
 /// \file
-/// The record of a numeric type, its checks and its order.
+/// Record of a numeric type, its validation and its order.
 ///
-/// A real-world value V is held as a stored integer Q:
+/// A real-world value V is represented by a stored integer Q:
 /// V = SlopeAdjustmentFactor * 2^FixedExponent * Q + Bias.
 /// The product SlopeAdjustmentFactor * 2^FixedExponent is the total slope.
 ///
-/// Nothing here refuses: a failed check is a false result. All functions are pure but for the
-/// displays, which write to standard output.
+/// Nothing here throws: a failed check is a false result. All functions are pure, except those that
+/// write to standard output. No pointer to a record may be null; that is unchecked.
 #pragma once
 
 #include <tvtypes/export.h>
@@ -16,19 +16,19 @@
 /// The kinds of numeric type.
 enum fxpModeDataType : std::int32_t {
     FXP_DT_FIXPT = 0,         ///< true fixed point
-    FXP_DT_SCALED_DOUBLE = 1, ///< a double that carries the scaling of a fixed-point type
+    FXP_DT_SCALED_DOUBLE = 1, ///< a double with the scaling of a fixed-point type
     FXP_DT_DOUBLE = 2,        ///< 64-bit floating point
     FXP_DT_SINGLE = 3,        ///< 32-bit floating point
     FXP_DT_BOOLEAN = 4        ///< boolean
 };
 
-/// What becomes of a value outside the destination's range.
+/// Overflow modes: the result for a value outside the range of the destination.
 enum fxpModeOverflow_tag : std::int32_t {
-    FXP_OVERFLOW_WRAP = 0,    ///< taken modulo the destination's range
+    FXP_OVERFLOW_WRAP = 0,    ///< the value modulo 2^N for a word length of N
     FXP_OVERFLOW_SATURATE = 1 ///< the nearer bound
 };
 
-/// How a floating-point value becomes an integer.
+/// Rounding modes of conversions from floating point to integers.
 enum fxpModeRounding_tag : std::int32_t {
     FXP_ROUND_ZERO = 0,       ///< toward zero
     FXP_ROUND_NEAR = 1,       ///< to nearest, ties toward positive infinity
@@ -39,57 +39,67 @@ enum fxpModeRounding_tag : std::int32_t {
     FXP_ROUND_CONVERGENT = 6  ///< to nearest, ties to even
 };
 
-/// All that is known about a numeric type. A plain record: copied by value, compared by field.
+/// A numeric type. A plain aggregate.
 struct TVTYPES_API fxpDataTypeProp {
-    fxpModeDataType DataTypeMode;
-    std::uint32_t Signedness;     ///< 1 signed, 0 unsigned, any other value left open
-    std::int32_t WordLength;      ///< bits
-    std::int32_t FixedExponent;   ///< the negated fraction length
-    double SlopeAdjustmentFactor; ///< in [1, 2) if valid; 1.0 outside fixed point
-    double Bias;
+    fxpModeDataType DataTypeMode;       ///< the kind
+    std::uint32_t Signedness;           ///< 1 signed, 0 unsigned, any other value unspecified
+    std::int32_t WordLength;            ///< bits
+    std::int32_t FixedExponent;         ///< the negated fraction length
+    double SlopeAdjustmentFactor;       ///< in [1, 2) if valid; 1.0 outside fixed point
+    double Bias;                        ///< added to the scaled integer
     std::int32_t DataTypeOverrideState; ///< 1: data type override is off for this type
 
-    /// Whether a value may be a word length: greater than 0, or not 0.
+    /// Returns whether a word length, in bits, is valid: greater than 0.
     static bool preValidateWordLength(int wordLength);
+
+    /// Returns whether a word length, in bits, is valid: not 0.
     static bool preValidateWordLength(unsigned int wordLength);
 
-    /// Whether a value may be a slope adjustment factor: finite and in [1, 2).
+    /// Returns whether a slope adjustment factor is valid: in [1, 2).
     static bool preValidateSlopeAdjustmentFactor(double factor);
 
-    /// Whether a value may be a total slope: finite and greater than 0.
+    /// Returns whether a total slope is valid: finite and greater than 0.
     static bool preValidateTotalSlope(double slope);
 
-    /// Whether a value may be a bias: finite.
+    /// Returns whether a bias is valid: finite.
     static bool preValidateBias(double bias);
 
-    /// Whether the values together form a valid record. For the two fixed-point modes the word
-    /// length, the factor and the bias must pass, and nothing else is looked at; for the others
-    /// there is one valid record each, of word length 64, 32 or 8, no scaling and no bias.
+    /// Returns whether the values form a valid record. For the two fixed-point modes the word
+    /// length, the factor and the bias must be valid, and nothing else matters. Each other mode has
+    /// one valid record, without scaling and bias: double signed with 64 bits, single signed with
+    /// 32, boolean unsigned with 8. A mode that is not an enumerator is invalid.
     static bool preValidateCombo(fxpModeDataType mode, unsigned int signedness, int wordLength,
                                  double slopeAdjustmentFactor, int fixedExponent, double bias);
+
+    /// As above, for an unsigned word length.
     static bool preValidateCombo(fxpModeDataType mode, unsigned int signedness,
                                  unsigned int wordLength, double slopeAdjustmentFactor,
                                  int fixedExponent, double bias);
 
-    /// Whether this record is valid: preValidateCombo of its own fields.
+    /// Returns preValidateCombo of the fields of this record.
     bool validateFxpDTProp() const;
 };
 
-static_assert(sizeof(fxpDataTypeProp) == 40, "records lie in memory that clients share");
+static_assert(sizeof(fxpDataTypeProp) == 40, "clients share records in memory");
 
-/// The enumerator's name of the record's mode, or "UNKNOWN". A constant text.
+/// Returns the name of the enumerator of the record's mode, or "UNKNOWN"; a constant string.
 TVTYPES_API const char* fxpDtpGetClassName(const fxpDataTypeProp* record);
 
-/// Gives `condition` back; if it is false, first writes "Data Type Assertion" and the record.
+/// Returns `condition`; if it is false, first writes "Data Type Assertion" and the record to
+/// standard output.
 TVTYPES_API bool fxpDtpPreAssert(bool condition, const fxpDataTypeProp* record);
 
-/// Writes the record to standard output, a field a line or all in one.
+/// Writes the record to standard output, one field a line. Omits the override state.
 TVTYPES_API void displayFxpDTP(const fxpDataTypeProp* record);
+
+/// Writes the record to standard output in one line. Omits the override state.
 TVTYPES_API void displayFxpDTPFlat(const fxpDataTypeProp* record);
 
-/// The order of records: by mode, then, for the two fixed-point modes, by exponent, factor, bias,
-/// word length and signedness (both unsigned), and last by override state. A NaN in factor or
-/// bias is equivalent to all that it meets there.
+/// Order of records: by mode, then, for the two fixed-point modes only, by exponent, factor, bias,
+/// word length and signedness (both compared as unsigned), then by override state.
+/// \pre No factor or bias is NaN; unchecked. A NaN compares equivalent to every value, so that the
+/// order is not a strict weak one.
 struct TVTYPES_API fxpDataTypeSortCompare {
+    /// Returns whether `a` is ordered before `b`.
     bool operator()(const fxpDataTypeProp& a, const fxpDataTypeProp& b) const;
 };

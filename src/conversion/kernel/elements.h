@@ -1,9 +1,9 @@
 /// \file
-/// The elements that the kernels work on, and how they lie in memory.
+/// Element types of the kernels and their layout in memory.
 ///
-/// Everything below this folder is compiled once for each instruction set. All of it has internal
-/// linkage and nothing of it uses inline library code: of a function that several objects share,
-/// the linker keeps one copy, and that could be one which an older processor cannot run.
+/// This folder is compiled once for each instruction set. Everything in it has internal linkage and
+/// it uses no inline library code: of a function that several objects define, the linker keeps one
+/// copy, which may need instructions that an older processor lacks.
 #pragma once
 
 namespace {
@@ -21,11 +21,22 @@ using uint64_T = unsigned long;
 static_assert(sizeof(int16_T) == 2 && sizeof(int32_T) == 4 && sizeof(uint64_T) == 8);
 static_assert(sizeof(real32_T) == 4 && sizeof(real_T) == 8);
 
-/// An element in a caller's buffer, which may lie at any address and be declared as any type.
+using Count = unsigned long;
+
+/// An element of a caller's buffer, which may have any alignment and any declared type.
 template <class T>
 struct __attribute__((packed, may_alias)) Stored {
     T value;
 };
+
+template <class T>
+const Stored<T>* elements(const void* vector) {
+    return static_cast<const Stored<T>*>(vector);
+}
+template <class T>
+Stored<T>* elements(void* vector) {
+    return static_cast<Stored<T>*>(vector);
+}
 
 template <class T>
 inline constexpr bool isFloat = false;
@@ -46,40 +57,69 @@ inline constexpr bool isSame<A, A> = true;
 inline uint64_T bitsOf(real_T x) { return __builtin_bit_cast(uint64_T, x); }
 inline uint32_T bitsOf(real32_T x) { return __builtin_bit_cast(uint32_T, x); }
 
-/// The unsigned type of the width of T, in which what wraps is computed.
-template <class T>
-struct UnsignedOf {
-    using Type = T;
-};
+/// The unsigned type with a size in bytes.
+template <unsigned long size>
+struct UnsignedOfSize;
 template <>
-struct UnsignedOf<int8_T> {
+struct UnsignedOfSize<1> {
     using Type = uint8_T;
 };
 template <>
-struct UnsignedOf<int16_T> {
+struct UnsignedOfSize<2> {
     using Type = uint16_T;
 };
 template <>
-struct UnsignedOf<int32_T> {
+struct UnsignedOfSize<4> {
     using Type = uint32_T;
 };
 template <>
-struct UnsignedOf<real32_T> {
-    using Type = uint32_T;
-};
-template <>
-struct UnsignedOf<real_T> {
+struct UnsignedOfSize<8> {
     using Type = uint64_T;
 };
+
+/// The unsigned type of the width of T. Used for arithmetic that wraps.
 template <class T>
-using Unsigned = typename UnsignedOf<T>::Type;
+using Unsigned = typename UnsignedOfSize<sizeof(T)>::Type;
+
+/// Selects A if `condition` is true, otherwise B.
+template <bool condition, class A, class B>
+struct Select {
+    using Type = A;
+};
+template <class A, class B>
+struct Select<false, A, B> {
+    using Type = B;
+};
+
+/// The type that moves the bits of a T: signed integers share the loops of unsigned ones.
+template <class T>
+using Bits = typename Select<isFloat<T>, T, Unsigned<T>>::Type;
+
+/// Elements that are converted, checked and rearranged at a time: few enough to stay in the
+/// first-level cache in between.
+inline constexpr int blockLength = 512;
+
+/// Returns the length of the next block.
+inline int nextBlock(Count count) {
+    return count < blockLength ? static_cast<int>(count) : blockLength;
+}
+
+/// Returns the length of a block, 1 to blockLength. That range lets the compiler unroll loops over
+/// blocks of short elements completely.
+inline int boundedLength(int count) {
+    if (count < 1 || count > blockLength) {
+        __builtin_unreachable();
+    }
+    return count;
+}
 
 } // namespace
 
-/// A loop that is one function wherever it is called from.
+/// A loop that is compiled once, not into each caller.
 #define TVTYPES_LOOP __attribute__((noinline))
 
-/// Before a loop over two buffers: they do not overlap. Others than g++ find out at run time.
+/// Before a loop over two buffers: they do not overlap. Compilers other than g++ test that at run
+/// time.
 #if defined(__clang__)
 #define TVTYPES_INDEPENDENT
 #else

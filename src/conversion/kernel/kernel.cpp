@@ -1,98 +1,126 @@
-// The family of conversion functions as a table. Compiled once for each instruction set;
-// TVTYPES_KERNEL is the name under which this one's table is known.
+// The table of conversions. Compiled once for each instruction set; TVTYPES_KERNEL is the name of
+// the table.
 #include "conversion/kernel/kernel.h"
 
-#include "conversion/kernel/loops.h"
+#include "conversion/kernel/exact_cast.h"
+#include "conversion/kernel/to_boolean.h"
+#include "conversion/kernel/vectors.h"
+
+#include <cassert>
 
 namespace {
 
-using TVTypeSys::conversion::ConversionFcn;
-using TVTypeSys::conversion::Kernel;
+using namespace TVTypeSys::conversion;
+
+/// A conversion function: calls `convert` with `loops`. The only place that asserts the
+/// precondition of the conversions on buffers.
+template <auto convert, const auto& loops>
+bool conversionFunction(const void* src, void* dst, Count srcCount, Count dstCount,
+                        bool srcIsComplex, bool dstIsComplex, bool checkLoss, int /*srcId*/,
+                        int /*dstId*/, fxpModeOverflow_tag /*overflow*/,
+                        fxpModeRounding_tag /*rounding*/) {
+    assert(dstCount == 0 || (src != nullptr && dst != nullptr));
+    return convert(src, dst, srcCount, dstCount, srcIsComplex, dstIsComplex, checkLoss, loops);
+}
+
+/// The loops of one conversion function, null where it has none.
+template <class S, class D, auto convert, auto convertByIntegers, auto castExactly>
+struct Loops {
+    static constexpr ConversionLoops value = {&elementType<S>, &elementType<D>, convert,
+                                              convertByIntegers, castExactly};
+};
+
+template <class S, class D, auto convert, auto convertByIntegers, auto castExactly>
+constexpr ConversionFcn functionOf =
+    conversionFunction<convertVector, Loops<S, D, convert, convertByIntegers, castExactly>::value>;
+
+/// The functions of a pair to which no mode matters.
+template <ConversionFcn function>
+constexpr ConversionFcn inAllModes[][overflowModes] = {{function, function}};
+
+/// Whether a cast leaves all bits as they are.
+template <class S, class D>
+constexpr bool isCopy = isSame<S, D> || (!isFloat<S> && !isFloat<D> && sizeof(S) == sizeof(D));
+
+/// The loop of a cast; null for a copy.
+template <class S, class D>
+constexpr auto castLoop = convertElements<SharedCast<S, D>>;
+template <class S, class D>
+requires isCopy<S, D>
+constexpr auto castLoop<S, D> = nullptr;
+
+// The kinds of pairs.
+
+/// The destination holds every value of S.
+template <class S, class D>
+constexpr ConversionPair exact = {inAllModes<functionOf<S, D, castLoop<S, D>, nullptr, nullptr>>,
+                                  false};
+
+/// The same type.
+template <class S>
+constexpr ConversionPair same = exact<S, S>;
+
+/// The destination is a floating-point type with fewer digits.
+template <class S, class D>
+constexpr ConversionPair inexact = {
+    inAllModes<functionOf<S, D, castLoop<S, D>, nullptr, ExactCast<S, D>::cast>>, false};
+
+/// Between integers; the destination does not hold every value of S.
+template <class S, class D>
+constexpr ConversionFcn overflowFunctions[][overflowModes] = {
+    {functionOf<S, D, castLoop<S, D>, nullptr, ExactCast<S, D>::cast>,
+     functionOf<S, D, convertElements<Saturate<S, D>>, nullptr, ExactCast<S, D>::cast>}};
+template <class S, class D>
+constexpr ConversionPair overflow = {overflowFunctions<S, D>, false};
+
+/// From floating point to integers.
+template <class S, class D>
+struct RoundingFunctions {
+    template <class Conversion>
+    static constexpr ConversionFcn function =
+        functionOf<S, D, convertElements<Conversion>, convertByIntegers<Conversion>,
+                   ExactCast<S, D>::cast>;
+
+    template <class... Modes>
+    struct InModes {
+        static_assert(sizeof...(Modes) == roundingModes);
+        static constexpr ConversionFcn value[][overflowModes] = {
+            {function<RoundAndWrap<S, Unsigned<D>, Modes>>,
+             function<RoundAndSaturate<S, D, Modes>>}...};
+    };
+};
+template <class S, class D>
+constexpr ConversionPair rounding = {
+    RoundingModes<RoundingFunctions<S, D>::template InModes>::value, true};
+
+/// The destination is boolean. The sign of an integer does not matter: S is unsigned.
+template <class S>
+constexpr ConversionPair toBool = {
+    inAllModes<conversionFunction<convertVectorToBoolean, BooleanLoopsFrom<S>::loops>>, false};
 
 // clang-format off
-
-// The same value: copied.
-template <class S>
-constexpr ConversionFcn N[] = {tvConvBuiltinDTypeTpl<S, S, NoConv<S, S>, NoDiff>::conv};
-
-// The destination holds every value of the source.
-template <class S, class D>
-constexpr ConversionFcn C[] = {tvConvBuiltinDTypeTpl<S, D, Cast_Conv<S, D>, NoDiff>::conv};
-
-// The destination has fewer digits.
-template <class S, class D>
-constexpr ConversionFcn L[] = {tvConvBuiltinDTypeTpl<S, D, Cast_Conv<S, D>, CastDiff<S, D>>::conv};
-
-// To boolean.
-template <class S>
-constexpr ConversionFcn B[] = {tvConvBuiltinDType2BoolTpl<S>::conv};
-
-// Between integers: wrap, saturate. The letters tell which bounds of D a value of S can pass: the
-// lower one, the upper one, or both.
-template <class S, class D, class Saturate>
-constexpr ConversionFcn integerRow[] = {
-    tvConvBuiltinDTypeTpl<S, D, Cast_Conv<S, D>, CastDiff<S, D>>::conv,
-    tvConvBuiltinDTypeTpl<S, D, Saturate,        CastDiff<S, D>>::conv};
-template <class S, class D>
-constexpr const ConversionFcn* Pl = integerRow<S, D, Sat_Lb_Conv<S, D, BoundOf<D>>>;
-template <class S, class D>
-constexpr const ConversionFcn* Pu = integerRow<S, D, Sat_Ub_Conv<S, D, BoundOf<D>>>;
-template <class S, class D>
-constexpr const ConversionFcn* Plu = integerRow<S, D, Sat_Conv<S, D, BoundOf<D>, Cast_Conv<S, D>>>;
-
-// From floating point to integer: wrap and saturate for each value of rounding. Value 4 is value 0.
-template <class S, class D, class Policy>
-constexpr ConversionFcn rounded = tvConvBuiltinDTypeTpl<S, D, Policy, CastDiff<S, D>>::conv;
-
-template <class S, class D, class B>
-constexpr ConversionFcn Fs[] = {
-    rounded<S, D, Zero_Wrap_Signed_Conv<S, D>>,       rounded<S, D, Sat_Conv<S, D, B, Cast_Conv<S, D>>>,
-    rounded<S, D, Near_Wrap_Signed_Conv<S, D>>,       rounded<S, D, Sat_Conv<S, D, B, Near_Conv<S, D>>>,
-    rounded<S, D, Ceil_Wrap_Signed_Conv<S, D>>,       rounded<S, D, Sat_Conv<S, D, B, Ceil_Conv<S, D>>>,
-    rounded<S, D, Floor_Wrap_Signed_Conv<S, D>>,      rounded<S, D, Sat_Conv<S, D, B, Floor_Conv<S, D>>>,
-    rounded<S, D, Zero_Wrap_Signed_Conv<S, D>>,       rounded<S, D, Sat_Conv<S, D, B, Cast_Conv<S, D>>>,
-    rounded<S, D, Round_Wrap_Signed_Conv<S, D>>,      rounded<S, D, Sat_Conv<S, D, B, Round_Conv<S, D>>>,
-    rounded<S, D, Convergent_Wrap_Signed_Conv<S, D>>, rounded<S, D, Sat_Conv<S, D, B, Convergent_Conv<S, D>>>};
-
-template <class S, class D, class B>
-constexpr ConversionFcn Fu[] = {
-    rounded<S, D, Zero_Wrap_Unsigned_Conv<S, D>>,       rounded<S, D, Sat_Conv<S, D, B, Cast_Conv<S, D>>>,
-    rounded<S, D, Near_Wrap_Unsigned_Conv<S, D>>,       rounded<S, D, Sat_Conv<S, D, B, Near_Conv<S, D>>>,
-    rounded<S, D, Ceil_Wrap_Unsigned_Conv<S, D>>,       rounded<S, D, Sat_Conv<S, D, B, Ceil_Conv<S, D>>>,
-    rounded<S, D, Floor_Wrap_Unsigned_Conv<S, D>>,      rounded<S, D, Sat_Conv<S, D, B, Floor_Conv<S, D>>>,
-    rounded<S, D, Zero_Wrap_Unsigned_Conv<S, D>>,       rounded<S, D, Sat_Conv<S, D, B, Cast_Conv<S, D>>>,
-    rounded<S, D, Round_Wrap_Unsigned_Conv<S, D>>,      rounded<S, D, Sat_Conv<S, D, B, Round_Conv<S, D>>>,
-    rounded<S, D, Convergent_Wrap_Unsigned_Conv<S, D>>, rounded<S, D, Sat_Conv<S, D, B, Convergent_Conv<S, D>>>};
-
 using f64 = real_T;   using f32 = real32_T;
 using i8  = int8_T;   using u8  = uint8_T;
 using i16 = int16_T;  using u16 = uint16_T;
 using i32 = int32_T;  using u32 = uint32_T;
 
-template <class S> constexpr const ConversionFcn* toInt8   = Fs<S, i8,  Int8Bound>;
-template <class S> constexpr const ConversionFcn* toUint8  = Fu<S, u8,  Uint8Bound>;
-template <class S> constexpr const ConversionFcn* toInt16  = Fs<S, i16, Int16Bound>;
-template <class S> constexpr const ConversionFcn* toUint16 = Fu<S, u16, Uint16Bound>;
-template <class S> constexpr const ConversionFcn* toInt32  = Fs<S, i32, Int32Bound>;
-template <class S> constexpr const ConversionFcn* toUint32 = Fu<S, u32, Uint32Bound>;
-
 } // namespace
 
 namespace TVTypeSys::conversion {
 
-// A source a row, a destination a column.
+// By source and destination.
 constinit const Kernel TVTYPES_KERNEL = {{
-//               double       single       int8           uint8          int16          uint16          int32          uint32          boolean
-/* double  */ { N<f64>,      L<f64, f32>, toInt8<f64>,   toUint8<f64>,  toInt16<f64>,  toUint16<f64>,  toInt32<f64>,  toUint32<f64>,  B<f64> },
-/* single  */ { C<f32, f64>, N<f32>,      toInt8<f32>,   toUint8<f32>,  toInt16<f32>,  toUint16<f32>,  toInt32<f32>,  toUint32<f32>,  B<f32> },
-/* int8    */ { C<i8, f64>,  C<i8, f32>,  N<i8>,         Pl<i8, u8>,    C<i8, i16>,    Pl<i8, u16>,    C<i8, i32>,    Pl<i8, u32>,    B<i8> },
-/* uint8   */ { C<u8, f64>,  C<u8, f32>,  Pu<u8, i8>,    N<u8>,         C<u8, i16>,    C<u8, u16>,     C<u8, i32>,    C<u8, u32>,     B<u8> },
-/* int16   */ { C<i16, f64>, C<i16, f32>, Plu<i16, i8>,  Plu<i16, u8>,  N<i16>,        Pl<i16, u16>,   C<i16, i32>,   Pl<i16, u32>,   B<i16> },
-/* uint16  */ { C<u16, f64>, C<u16, f32>, Pu<u16, i8>,   Pu<u16, u8>,   Pu<u16, i16>,  N<u16>,         C<u16, i32>,   C<u16, u32>,    B<u16> },
-/* int32   */ { C<i32, f64>, L<i32, f32>, Plu<i32, i8>,  Plu<i32, u8>,  Plu<i32, i16>, Plu<i32, u16>,  N<i32>,        Pl<i32, u32>,   B<i32> },
-/* uint32  */ { C<u32, f64>, L<u32, f32>, Pu<u32, i8>,   Pu<u32, u8>,   Pu<u32, i16>,  Pu<u32, u16>,   Pu<u32, i32>,  N<u32>,         B<u32> },
-// A byte other than 0 and 1 is taken as it is; there is nothing to lose in a boolean.
-/* boolean */ { C<u8, f64>,  C<u8, f32>,  C<u8, i8>,     C<u8, u8>,     C<u8, i16>,    C<u8, u16>,     C<u8, i32>,    C<u8, u32>,     N<u8> },
+//               double           single             int8               uint8              int16               uint16              int32               uint32              boolean
+/* double  */ { same<f64>,       inexact<f64, f32>, rounding<f64, i8>, rounding<f64, u8>, rounding<f64, i16>, rounding<f64, u16>, rounding<f64, i32>, rounding<f64, u32>, toBool<f64> },
+/* single  */ { exact<f32, f64>, same<f32>,         rounding<f32, i8>, rounding<f32, u8>, rounding<f32, i16>, rounding<f32, u16>, rounding<f32, i32>, rounding<f32, u32>, toBool<f32> },
+/* int8    */ { exact<i8, f64>,  exact<i8, f32>,    same<i8>,          overflow<i8, u8>,  exact<i8, i16>,     overflow<i8, u16>,  exact<i8, i32>,     overflow<i8, u32>,  toBool<u8> },
+/* uint8   */ { exact<u8, f64>,  exact<u8, f32>,    overflow<u8, i8>,  same<u8>,          exact<u8, i16>,     exact<u8, u16>,     exact<u8, i32>,     exact<u8, u32>,     toBool<u8> },
+/* int16   */ { exact<i16, f64>, exact<i16, f32>,   overflow<i16, i8>, overflow<i16, u8>, same<i16>,          overflow<i16, u16>, exact<i16, i32>,    overflow<i16, u32>, toBool<u16> },
+/* uint16  */ { exact<u16, f64>, exact<u16, f32>,   overflow<u16, i8>, overflow<u16, u8>, overflow<u16, i16>, same<u16>,          exact<u16, i32>,    exact<u16, u32>,    toBool<u16> },
+/* int32   */ { exact<i32, f64>, inexact<i32, f32>, overflow<i32, i8>, overflow<i32, u8>, overflow<i32, i16>, overflow<i32, u16>, same<i32>,          overflow<i32, u32>, toBool<u32> },
+/* uint32  */ { exact<u32, f64>, inexact<u32, f32>, overflow<u32, i8>, overflow<u32, u8>, overflow<u32, i16>, overflow<u32, u16>, overflow<u32, i32>, same<u32>,          toBool<u32> },
+// A byte of any value is converted as it is; a conversion from boolean neither overflows nor loses.
+/* boolean */ { exact<u8, f64>,  exact<u8, f32>,    exact<u8, i8>,     exact<u8, u8>,     exact<u8, i16>,     exact<u8, u16>,     exact<u8, i32>,     exact<u8, u32>,     same<u8> },
 }};
 // clang-format on
 

@@ -1,5 +1,5 @@
 /// \file
-/// What the kernels hand out: for each pair of built-in types a row of conversion functions.
+/// The tables of conversion functions, one for each instruction set.
 #pragma once
 
 enum fxpModeOverflow_tag : int;
@@ -8,16 +8,25 @@ enum fxpModeRounding_tag : int;
 namespace TVTypeSys::conversion {
 
 inline constexpr int builtInTypes = 9;
+inline constexpr int overflowModes = 2;
+inline constexpr int roundingModes = 7; // an alias of mode 0 included
 
 using ConversionFcn = bool (*)(const void* src, void* dst, unsigned long srcCount,
                                unsigned long dstCount, bool srcIsComplex, bool dstIsComplex,
                                bool checkLoss, int srcId, int dstId, fxpModeOverflow_tag overflow,
                                fxpModeRounding_tag rounding);
 
-/// All conversion functions for one instruction set: rows[source id][destination id][slot]. A row
-/// has one slot, two (wrap, saturate), or two for each rounding value.
+/// What a pair of types selects.
+struct ConversionPair {
+    /// By rounding mode and overflow mode. If the overflow mode does not matter to the pair, both
+    /// functions of a row are the same.
+    const ConversionFcn (*functions)[overflowModes];
+    bool roundingMatters; ///< if not, there is only the row of rounding mode 0
+};
+
+/// The conversion functions for one instruction set.
 struct Kernel {
-    const ConversionFcn* rows[builtInTypes][builtInTypes];
+    ConversionPair pairs[builtInTypes][builtInTypes]; ///< by source id and destination id
 };
 
 #if defined(__x86_64__)

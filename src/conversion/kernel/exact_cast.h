@@ -1,20 +1,17 @@
 /// \file
-/// What a conversion can lose. A value is kept if it comes back the same from the destination.
+/// Detection of loss. A value is kept if it converts back to itself.
 ///
-/// Wrapping, saturating and every rounding leave alone exactly the values that the destination
-/// holds. So whether a value is kept is a question to the value alone, the same in all modes; and
-/// what is kept needs only a plain cast, whatever the mode.
+/// Wrapping, saturating and every rounding mode leave exactly those values unchanged that the
+/// destination holds. So whether a value is kept does not depend on the modes, and a plain cast is
+/// the conversion of a kept value in every mode.
 #pragma once
 
-#include "conversion/kernel/blocks.h"
+#include "conversion/kernel/elementwise.h"
 
 namespace {
 
-/// Nothing can be lost.
-struct NoDiff {};
-
-/// The values that the integer types I and D both hold: 2^n of them in a row. So their distances
-/// from the lowest, joined by "or", tell of all at once whether they are in the row.
+/// The values that the integer types I and D both hold: a range of 2^n values. The bitwise or of
+/// distances from the lowest one is less than 2^n exactly if all distances are.
 template <class I, class D>
 struct Common {
     static constexpr bool toSigned = isSigned<I> && isSigned<D>;
@@ -32,7 +29,7 @@ struct Common {
     }
 };
 
-/// The integers whose digits a single always has.
+/// The range of integers that single represents without gaps.
 template <class I>
 struct Common<I, real32_T> {
     static constexpr Unsigned<I> lowest = isSigned<I> ? Unsigned<I>(-0x1000000) : Unsigned<I>(0);
@@ -41,12 +38,27 @@ struct Common<I, real32_T> {
     static Unsigned<I> distance(I x) { return static_cast<Unsigned<I>>(x) - lowest; }
 };
 
-/// Holds every value against its own conversion.
+/// Casts with detection of loss.
 template <class S, class D>
-struct CastDiff {
-    /// Casts a block and tells whether all of it was kept; NaN never is. If not, what was written
-    /// is not the result yet.
-    static bool cast(const Stored<S>* src, Stored<D>* dst, int count) {
+struct ExactCast {
+    /// Casts elements up to the first block with one that is not kept, and returns their number.
+    /// NaN is never kept.
+    TVTYPES_LOOP static Count cast(const void* source, void* destination, Count count) {
+        const auto* src = elements<S>(source);
+        auto* dst = elements<D>(destination);
+        Count kept = 0;
+        while (kept < count) {
+            const int length = nextBlock(count - kept);
+            if (!castBlock(src + kept, dst + kept, length)) {
+                break;
+            }
+            kept += static_cast<Count>(length);
+        }
+        return kept;
+    }
+
+  private:
+    static bool castBlock(const Stored<S>* src, Stored<D>* dst, int count) {
         if constexpr (!isFloat<S> && !isFloat<D>) {
             return castIntegers(src, dst, count);
         } else if constexpr (!isFloat<S>) {
@@ -60,11 +72,11 @@ struct CastDiff {
         }
     }
 
-  private:
     TVTYPES_LOOP static bool castIntegers(const Stored<S>* src, Stored<D>* dst, int count) {
+        const int length = boundedLength(count);
         Unsigned<S> distances = 0;
         TVTYPES_INDEPENDENT
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < length; ++i) {
             const S x = src[i].value;
             dst[i].value = static_cast<D>(x);
             distances = static_cast<Unsigned<S>>(distances | Common<S, D>::distance(x));
@@ -72,12 +84,13 @@ struct CastDiff {
         return distances <= Common<S, D>::greatestDistance;
     }
 
-    // What has no integer differs from it, or is out of the range of a shorter D.
+    // A value without an int32 differs from its substitute, or that is out of the range of D.
     TVTYPES_LOOP static bool castByIntegers(const Stored<S>* src, Stored<D>* dst, int count) {
+        const int length = boundedLength(count);
         uint32_T distances = 0;
         Unsigned<S> remainders = 0;
         TVTYPES_INDEPENDENT
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < length; ++i) {
             const S x = src[i].value;
             const int32_T integer = integerOf(x);
             dst[i].value = static_cast<D>(integer);
@@ -87,11 +100,12 @@ struct CastDiff {
         return distances <= Common<int32_T, D>::greatestDistance && isZero(remainders);
     }
 
-    // All of uint32_T, which int32_T holds when it is moved down by half its range.
+    // The values of uint32_T, shifted down by half its range into that of int32_T.
     TVTYPES_LOOP static bool castShifted(const Stored<S>* src, Stored<D>* dst, int count) {
+        const int length = boundedLength(count);
         uint64_T remainders = 0;
         TVTYPES_INDEPENDENT
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < length; ++i) {
             const real_T x = src[i].value;
             const int32_T integer = integerOf(x - twoTo31);
             dst[i].value = static_cast<D>(static_cast<uint32_T>(integer) ^ 0x80000000U);
@@ -106,11 +120,12 @@ struct CastDiff {
         return static_cast<Bits>(bits + bits) == 0;
     }
 
-    // double holds the values of both sides.
+    // double represents the values of both types.
     TVTYPES_LOOP static bool castAndCompare(const Stored<S>* src, Stored<D>* dst, int count) {
+        const int length = boundedLength(count);
         uint64_T lost = 0;
         TVTYPES_INDEPENDENT
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < length; ++i) {
             const S x = src[i].value;
             const D y = static_cast<D>(x);
             dst[i].value = y;

@@ -1,0 +1,179 @@
+/// \file
+/// Conversion of vectors by blocks of elements: loss, complex vectors and scalar sources. Not
+/// templates: a conversion passes its element loops as a record of function pointers, each called
+/// once for a block or a vector.
+#pragma once
+
+#include "conversion/kernel/element_loops.h"
+
+namespace {
+
+inline constexpr int largestElement = 8; // bytes
+
+/// Bytes of a buffer for rearranged elements.
+inline constexpr Count blockSize = blockLength * largestElement;
+
+/// The loops that depend on one element type only.
+struct ElementType {
+    Count size; ///< bytes
+    bool (*isRealValued)(const void* source, Count count);
+    void (*takeRealParts)(const void* source, void* destination, Count count);
+    void (*addImaginaryParts)(const void* source, void* destination, Count count);
+    void (*replicate)(const void* element, int parts, void* destination, Count count);
+};
+
+template <class T>
+inline constexpr ElementType elementType = {sizeof(T), isRealValued<T>, takeRealParts<Bits<T>>,
+                                            addImaginaryParts<Bits<T>>, replicate<Bits<T>>};
+
+/// The loops of one conversion.
+struct ConversionLoops {
+    const ElementType* src;
+    const ElementType* dst;
+    /// Converts elements of any value; null if the conversion is a copy.
+    void (*convert)(const void* source, void* destination, Count count);
+    /// Faster form of `convert`: false, with the destination unspecified, if it does not apply to
+    /// all elements of the block. Null if there is none.
+    bool (*convertByIntegers)(const void* source, void* destination, int count);
+    /// Casts elements up to the first block with one that is not kept, and returns their number;
+    /// beyond them the destination is unspecified. Null if the destination holds every value of the
+    /// source.
+    Count (*castExactly)(const void* source, void* destination, Count count);
+};
+
+/// A source and a destination, advanced together.
+struct Cursor {
+    const unsigned char* src;
+    unsigned char* dst;
+
+    void advance(Count elements, Count srcSize, Count dstSize) {
+        src += elements * srcSize;
+        dst += elements * dstSize;
+    }
+};
+
+/// Converts elements by way of their int32 if all elements of a block have one.
+TVTYPES_LOOP void convertByBlocks(const ConversionLoops& loops, Cursor at, Count count) {
+    // After a block with values without an int32, the next ones are likely to have some too.
+    constexpr int blocksBeforeRetry = 8;
+    int blocksToSkip = 0;
+    const Count srcSize = loops.src->size;
+    const Count dstSize = loops.dst->size;
+    while (count > 0) {
+        const int length = nextBlock(count);
+        if (blocksToSkip == 0 && !loops.convertByIntegers(at.src, at.dst, length)) {
+            blocksToSkip = blocksBeforeRetry;
+        }
+        const Count converted = static_cast<Count>(length);
+        if (blocksToSkip > 0) {
+            loops.convert(at.src, at.dst, converted);
+            --blocksToSkip;
+        }
+        at.advance(converted, srcSize, dstSize);
+        count -= converted;
+    }
+}
+
+/// Converts elements without a check.
+inline void convertUnchecked(const ConversionLoops& loops, Cursor at, Count count) {
+    if (loops.convertByIntegers != nullptr) {
+        convertByBlocks(loops, at, count);
+    } else if (loops.convert != nullptr) {
+        loops.convert(at.src, at.dst, count);
+    } else {
+        __builtin_memmove(at.dst, at.src, count * loops.dst->size);
+    }
+}
+
+/// Converts elements; returns whether all of them were kept. The first loss ends the check.
+TVTYPES_LOOP bool convertChecked(const ConversionLoops& loops, Cursor at, Count count) {
+    const Count kept = loops.castExactly(at.src, at.dst, count);
+    if (kept == count) {
+        return true;
+    }
+    at.advance(kept, loops.src->size, loops.dst->size);
+    convertUnchecked(loops, at, count - kept);
+    return false;
+}
+
+/// Converts elements; with `checkLoss`, returns whether all of them were kept.
+inline bool convertParts(const ConversionLoops& loops, Cursor at, Count count, bool checkLoss) {
+    if (checkLoss) {
+        return convertChecked(loops, at, count);
+    }
+    convertUnchecked(loops, at, count);
+    return true;
+}
+
+TVTYPES_LOOP bool convertScalar(const ConversionLoops& loops, Cursor at, Count count,
+                                bool srcIsComplex, bool dstIsComplex, bool checkLoss) {
+    unsigned char element[2 * largestElement] = {};
+    const Count parts = srcIsComplex && dstIsComplex ? 2 : 1;
+    bool kept = convertParts(loops, {at.src, element}, parts, checkLoss);
+    if (checkLoss && srcIsComplex && !dstIsComplex) {
+        kept = loops.src->isRealValued(at.src, 1) && kept;
+    }
+    loops.dst->replicate(element, dstIsComplex ? 2 : 1, at.dst, count);
+    return kept;
+}
+
+TVTYPES_LOOP bool convertToComplex(const ConversionLoops& loops, Cursor at, Count count,
+                                   bool checkLoss) {
+    if (loops.convert == nullptr && !checkLoss) {
+        loops.dst->addImaginaryParts(at.src, at.dst, count);
+        return true;
+    }
+    bool kept = true;
+    alignas(64) unsigned char block[blockSize];
+    const Count capacity = blockSize / loops.dst->size;
+    while (count > 0) {
+        const Count length = count < capacity ? count : capacity;
+        kept = convertParts(loops, {at.src, block}, length, checkLoss && kept) && kept;
+        loops.dst->addImaginaryParts(block, at.dst, length);
+        at.advance(length, loops.src->size, 2 * loops.dst->size);
+        count -= length;
+    }
+    return kept;
+}
+
+TVTYPES_LOOP bool convertToReal(const ConversionLoops& loops, Cursor at, Count count,
+                                bool checkLoss) {
+    if (loops.convert == nullptr && !checkLoss) {
+        loops.src->takeRealParts(at.src, at.dst, count);
+        return true;
+    }
+    bool kept = true;
+    alignas(64) unsigned char block[blockSize];
+    const Count capacity = blockSize / loops.src->size;
+    while (count > 0) {
+        const Count length = count < capacity ? count : capacity;
+        loops.src->takeRealParts(at.src, block, length);
+        kept = convertParts(loops, {block, at.dst}, length, checkLoss && kept) && kept;
+        kept = (!checkLoss || !kept || loops.src->isRealValued(at.src, length)) && kept;
+        at.advance(length, 2 * loops.src->size, loops.dst->size);
+        count -= length;
+    }
+    return kept;
+}
+
+/// The conversions except those to boolean. In the order of the conversion functions' arguments, so
+/// that these pass theirs on as they are.
+TVTYPES_LOOP bool convertVector(const void* src, void* dst, Count srcCount, Count dstCount,
+                                bool srcIsComplex, bool dstIsComplex, bool checkLoss,
+                                const ConversionLoops& loops) {
+    const Cursor at = {static_cast<const unsigned char*>(src), static_cast<unsigned char*>(dst)};
+    const bool checks = checkLoss && loops.castExactly != nullptr;
+    if (dstCount == 0) {
+        return true;
+    }
+    if (srcCount <= 1) {
+        return convertScalar(loops, at, dstCount, srcIsComplex, dstIsComplex, checks);
+    }
+    if (srcIsComplex == dstIsComplex) {
+        return convertParts(loops, at, srcIsComplex ? 2 * dstCount : dstCount, checks);
+    }
+    return srcIsComplex ? convertToReal(loops, at, dstCount, checks)
+                        : convertToComplex(loops, at, dstCount, checks);
+}
+
+} // namespace
