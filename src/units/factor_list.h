@@ -2,7 +2,7 @@
 /// What has been read of a unit expression so far.
 #pragma once
 
-#include "units/wrapping.h"
+#include "units/wrapping_arithmetic.h"
 
 #include <tvtypes/units/expression.h>
 

@@ -1,5 +1,5 @@
 #include "units/name_positions.h"
-#include "units/wrapping.h"
+#include "units/wrapping_arithmetic.h"
 
 #include <tvtypes/units/expression.h>
 

@@ -1,4 +1,4 @@
-#include "units/wrapping.h"
+#include "units/wrapping_arithmetic.h"
 
 #include <tvtypes/units/rational.h>
 

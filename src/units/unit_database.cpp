@@ -1,7 +1,6 @@
 #include "services/text.h"
 #include "services/variable_file.h"
 #include "units/fundamental_units.h"
-#include "units/unit_lookup.h"
 #include "units/unit_repository.h"
 
 #include <tvtypes/units/database.h>
@@ -170,14 +169,5 @@ std::ostream& operator<<(std::ostream& stream, const UnitDatabase& database) {
     database.print(stream);
     return stream;
 }
-
-UnitMatch UnitLookup::concrete(const UnitDatabase& database, std::u16string_view text) {
-    return database.units_->match(text);
-}
-UnitMatch UnitLookup::abstract(const UnitDatabase& database, std::u16string_view text) {
-    return database.abstractUnits_->match(text);
-}
-
-unsigned UnitLookup::generation() { return UnitDatabase::generation_; }
 
 } // namespace TVTypeSys
