@@ -5,6 +5,8 @@
 #include "units/name_positions.h"
 #include "units/unit_lookup.h"
 
+#include <boost/container/small_vector.hpp>
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,7 +34,7 @@ class ResolvedNames {
     const UnitDatabase& database_;
     const std::vector<std::u16string>& names_;
     NamePositions positions_;
-    std::vector<UnitMatch> matches_; ///< by index of the name
+    boost::container::small_vector<UnitMatch, 8> matches_; ///< by index of the name
 };
 
 } // namespace TVTypeSys

@@ -51,7 +51,7 @@ UnitDatabase* UnitDatabase::getUnitDatabase() {
     }
     UnitDatabase& database = *_unit_database_;
     if (!database.loaded_) {
-        // Set first: what is being loaded asks for the database, as far as it has come.
+        // Set before loading: units that are being loaded look up others in the database.
         database.loaded_ = true;
         database.loadUnitDatabase(installationRoot() + unitDBPath);
     }
@@ -67,7 +67,7 @@ void UnitDatabase::print(std::ostream& stream) const {
     line(getNumUnits());
     stream << "Number of Abstract Units : ";
     line(getNumAbstractUnits());
-    // The label that readers of this dump expect ahead of the number of unit systems.
+    // Readers of this output expect this label for the number of unit systems too.
     stream << "Number of Abstract Units : ";
     line(getNumUnitSystems());
 }

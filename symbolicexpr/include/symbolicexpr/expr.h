@@ -54,9 +54,10 @@ class TV_PLATFORM_API SymbolicExpr {
     unsigned long getDimension(unsigned long index) const;
 
     /// \name Operands
+    /// @{
+
     /// Number of operands of an operator or entries of a list, and the id of one, from 0.
     /// \pre `index` is less than their number.
-    /// @{
     virtual unsigned long getNumArgs() const { return 0; }
     virtual unsigned long getArg(unsigned long index) const;
     virtual unsigned long getNumInputs() const { return 0; }
@@ -64,8 +65,9 @@ class TV_PLATFORM_API SymbolicExpr {
     /// @}
 
     /// \name Classification
-    /// A name is a term, a number a number value, and a list a multi expression.
     /// @{
+
+    /// A name is a term, a number a number value, and a list a multi expression.
     virtual bool isTermExpr() const { return false; }
     virtual bool isNumValue() const { return false; }
     virtual bool isUnaryExpr() const { return false; }
@@ -79,6 +81,7 @@ class TV_PLATFORM_API SymbolicExpr {
     /// \param hash equal for equal expressions
     SymbolicExpr(SymbolicOp op, std::size_t hash)
         : hash_(static_cast<std::uint32_t>(hash ^ (hash >> 32))), op_(op) {}
+    /// For copyTo().
     SymbolicExpr(const SymbolicExpr&) = default;
 
   private:
@@ -117,9 +120,10 @@ class TV_PLATFORM_API SymbolicString final : public SymbolicExpr {
 class TV_PLATFORM_API SymbolicIntValue final : public SymbolicExpr {
   public:
     /// \name Constructors
+    /// @{
+
     /// From a value, or from decimal digits with an optional minus, where leading zeros are
     /// ignored. Other texts throw std::invalid_argument.
-    /// @{
     SymbolicIntValue(const SymbolicExprTable& table, int value);
     SymbolicIntValue(const SymbolicExprTable& table, std::int64_t value);
     SymbolicIntValue(const SymbolicExprTable& table, const std::string& digits);
@@ -151,8 +155,9 @@ class TV_PLATFORM_API SymbolicIntValue final : public SymbolicExpr {
 class TV_PLATFORM_API SymbolicUnaryMinusExpr final : public SymbolicExpr {
   public:
     /// \name Constructors
-    /// From an operand, which is interned, or from its id.
     /// @{
+
+    /// From an operand, which is interned, or from its id.
     SymbolicUnaryMinusExpr(const SymbolicExprTable& table, const SymbolicExpr& operand);
     SymbolicUnaryMinusExpr(const SymbolicExprTable& table, unsigned long operand);
     /// @}
@@ -178,8 +183,9 @@ class TV_PLATFORM_API SymbolicBinaryExpr : public SymbolicExpr {
 
   protected:
     /// \name Constructors
-    /// From operands, which are interned, the left one first, or from their ids.
     /// @{
+
+    /// From operands, which are interned, the left one first, or from their ids.
     SymbolicBinaryExpr(SymbolicOp op, const SymbolicExprTable& table, const SymbolicExpr& left,
                        const SymbolicExpr& right);
     SymbolicBinaryExpr(SymbolicOp op, const std::array<unsigned long, 2>& operands);
@@ -198,8 +204,9 @@ template <SymbolicOp operation>
 class SymbolicBinaryExprOf final : public SymbolicBinaryExpr {
   public:
     /// \name Constructors
-    /// From operands, which are interned, the left one first, or from their ids.
     /// @{
+
+    /// From operands, which are interned, the left one first, or from their ids.
     SymbolicBinaryExprOf(const SymbolicExprTable& table, const SymbolicExpr& left,
                          const SymbolicExpr& right)
         : SymbolicBinaryExpr(operation, table, left, right) {}
@@ -219,8 +226,9 @@ extern template class TV_PLATFORM_API SymbolicBinaryExprOf<SymbolicEqualOp>;
 extern template class TV_PLATFORM_API SymbolicBinaryExprOf<SymbolicGreaterThanOp>;
 
 /// \name Binary operators
-/// The classes of arithmetic and of relations.
 /// @{
+
+/// The classes of arithmetic and of relations.
 using SymbolicPlusExpr = SymbolicBinaryExprOf<SymbolicPlusOp>;
 using SymbolicMinusExpr = SymbolicBinaryExprOf<SymbolicMinusOp>;
 using SymbolicMultiplyExpr = SymbolicBinaryExprOf<SymbolicMultiplyOp>;
