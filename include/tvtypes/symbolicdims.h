@@ -1,6 +1,6 @@
 /// \file
-/// Symbolic dimensions: sizes that are names or expressions, by id; arithmetic on them; relations between
-/// them; and their propagation through blocks.
+/// Symbolic dimensions: sizes that are names or expressions, by id; arithmetic on them; relations
+/// between them; and their propagation through blocks.
 #pragma once
 
 #include <tvtypes/symbolicdims/constraints.h>

@@ -1,6 +1,6 @@
 /// \file
-/// Physical units: scale factors, unit expressions, units with canonical forms, the unit database, and
-/// the table of the units of a model.
+/// Physical units: scale factors, unit expressions, units with canonical forms, the unit database,
+/// and the table of the units of a model.
 #pragma once
 
 #include <tvtypes/units/database.h>

@@ -6,7 +6,7 @@
 
 namespace general = TorvaneTypes::general;
 
-TEST(Diagnostics, JoinInOrderAndAreConsumed) {
+TEST(Diagnostics, ConcatenatesAndConsumes) {
     tvsvDiagnosticImpl* all = nullptr;
     for (int id : {-2, -3}) {
         auto* one = tvsvCreateDiagnosticFromMessageID(general::InvalidDataTypeId(id));
@@ -30,7 +30,7 @@ TEST(Diagnostics, JoinInOrderAndAreConsumed) {
     }
 }
 
-TEST(Diagnostics, WarningsGoToTheHandlerInPlace) {
+TEST(Diagnostics, CallsWarningHandler) {
     std::vector<std::string> heard;
     const auto before = tvsvSetWarningHandler(
         [&](const tvsvDiagnosticImpl& warning) { heard.push_back(summaryOf(warning)); });

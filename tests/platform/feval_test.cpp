@@ -7,9 +7,9 @@
 #include <new>
 #include <stdexcept>
 
-// F gives its input back and a number more, and then ends in one way or another. Where it fails,
-// the outputs are to be as before, and nothing is to be kept.
-TEST(HostFunctions, GiveTheirOutputsAwayOrADiagnostic) {
+// F returns its input and a number, and then succeeds, fails or throws. If it fails, the outputs
+// must be unchanged and all references released.
+TEST(HostFunctions, ReturnOutputsOrDiagnostic) {
     using Ending = tvsvDiagnosticImpl*;
     oxArray_tag* input = oxCreateDoubleScalar(4);
     oxArray_tag* outputs[] = {nullptr, nullptr};
@@ -50,7 +50,7 @@ TEST(HostFunctions, GiveTheirOutputsAwayOrADiagnostic) {
               callEnding([](auto) -> Ending { throw 7; }));
     EXPECT_EQ("HostFunctionWithoutResult(F, 2)", callEnding(forgets));
     EXPECT_TRUE(outputs[0] == nullptr && outputs[1] == nullptr);
-    EXPECT_EQ(1, oxGetReferenceCount(input)) << "an output was not given up";
+    EXPECT_EQ(1, oxGetReferenceCount(input)) << "an output was not released";
 
     EXPECT_EQ("done", callEnding([](auto) -> Ending { return nullptr; }));
     EXPECT_EQ(input, outputs[0]);
