@@ -7,7 +7,7 @@ namespace {
 
 using SymbolicValueTest = SymbolicTest;
 
-TEST_F(SymbolicValueTest, Calculates) {
+TEST_F(SymbolicValueTest, ComputesArithmetic) {
     const SymbolicDims n = dims("N");
     const SymbolicDims m = dims("M");
     EXPECT_EQ((n + m + n).toString(), "M+2*N");
@@ -17,11 +17,11 @@ TEST_F(SymbolicValueTest, Calculates) {
     const int count = table.getNumSymbolicDimss();
     EXPECT_EQ((-(-n)).toString(), "--N");
     EXPECT_EQ(table.getNumSymbolicDimss(), count + 2);
-    SymbolicDimsTable other; // that of the right operand does not count
+    SymbolicDimsTable other; // the table of the right operand is not used
     EXPECT_EQ((n + other.getSymbolicDims(m.getId())).getId(), (n + m).getId());
 }
 
-TEST_F(SymbolicValueTest, ShowsAbsentDimensionsAsNothing) {
+TEST_F(SymbolicValueTest, HidesPredefinedIds) {
     EXPECT_EQ(table.getSymbolicDims(-1).getExprWithEmptyInherit(), "");
     EXPECT_EQ(table.getSymbolicDims(0).getExprWithEmptyInherit(), "");
     EXPECT_EQ(dims("N").getExprWithEmptyInherit(), "N");
@@ -30,7 +30,7 @@ TEST_F(SymbolicValueTest, ShowsAbsentDimensionsAsNothing) {
     EXPECT_EQ(printed.str(), "SymbolicDims : '2*N'\n");
 }
 
-TEST_F(SymbolicValueTest, TakesDimensionsApart) {
+TEST_F(SymbolicValueTest, AccessesDimensions) {
     for (const char* single : {"N", "[]"}) {
         const SymbolicDims value = dims(single);
         EXPECT_EQ(value.getNumDimensions(), 1);
@@ -53,7 +53,7 @@ TEST_F(SymbolicValueTest, TakesDimensionsApart) {
     EXPECT_EQ(dims("[N]").getSize().toString() + dims("[N]").getSize(1).toString(), "[N]N");
 }
 
-TEST_F(SymbolicValueTest, IsMadeOfTextsNumbersAndLists) {
+TEST_F(SymbolicValueTest, ConstructsFromTextsIntegersAndLists) {
     EXPECT_EQ(SymbolicDimsString(table, "5").getId(), SymbolicDimsString(&table, "5").getId());
     EXPECT_EQ(SymbolicDimsIntValue(table, -5).toString(), "-5");
     const int five = SymbolicDimsIntValue(&table, 5).getId();
