@@ -19,11 +19,11 @@ TEST(Diagnostics, ConcatenatesAndConsumes) {
     try {
         tvsvThrowIExceptionFromDiagnostic(all, nullptr);
         FAIL();
-    } catch (const fnd::except::IUserException& refusal) {
+    } catch (const fnd::except::IUserException& error) {
         EXPECT_EQ(nullptr, all);
-        const tvsvDiagnosticImpl& carried = refusal.diagnostic();
-        EXPECT_EQ(carried.text(0) + "\n" + carried.text(1), refusal.what());
-        tvsvDiagnosticImpl* copy = tvsvCreateDiagnosticFromIException(refusal, true);
+        const tvsvDiagnosticImpl& carried = error.diagnostic();
+        EXPECT_EQ(carried.text(0) + "\n" + carried.text(1), error.what());
+        tvsvDiagnosticImpl* copy = tvsvCreateDiagnosticFromIException(error, true);
         EXPECT_EQ(2U, copy->size());
         tvsvDiscardDiagnostic(copy);
         EXPECT_EQ(nullptr, copy);

@@ -15,9 +15,9 @@ class SymbolicServicesTest : public SymbolicTest {
     // Returns the text of a constant's output, "" if it is unchanged, or the error.
     std::string constant(const std::vector<std::string>& sizes, bool vectorForm) {
         int output = untouched;
-        const std::string refusal =
+        const std::string error =
             refusalOf([&] { Const::ComputeOutput(&table, sizes, output, vectorForm); });
-        return refusal != "accepted" ? refusal : output == untouched ? "" : text(output);
+        return error != "accepted" ? error : output == untouched ? "" : text(output);
     }
 
     // Returns the text of the unknown input, which is given as "?", or the error; and its index.
@@ -29,11 +29,11 @@ class SymbolicServicesTest : public SymbolicTest {
         }
         int result = untouched;
         int unknown = untouched;
-        const std::string refusal = refusalOf([&] {
+        const std::string error = refusalOf([&] {
             Concat::ComputeInput(&table, ids, id(output), result, unknown, axis, vectorForm,
                                  block(1));
         });
-        return (refusal != "accepted" ? refusal
+        return (error != "accepted"   ? error
                 : result == untouched ? "none"
                                       : text(result)) +
                " at " + std::to_string(unknown);

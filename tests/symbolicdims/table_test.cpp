@@ -25,9 +25,9 @@ TEST_F(SymbolicTableTest, HasPredefinedIds) {
     EXPECT_FALSE(table.isSymbolicDimsIdValid_NotInherit(-1));
     EXPECT_TRUE(table.isSymbolicDimsIdValid_NotInherit(0));
     for (const int none : {-2, 1}) {
-        const std::string refusal = "InvalidDataTypeId(" + std::to_string(none) + ")";
-        EXPECT_REFUSED(refusal, table.checkSymbolicDimsId(none));
-        EXPECT_REFUSED(refusal, table.getDisplayString(none));
+        const std::string error = "InvalidDataTypeId(" + std::to_string(none) + ")";
+        EXPECT_REFUSED(error, table.checkSymbolicDimsId(none));
+        EXPECT_REFUSED(error, table.getDisplayString(none));
     }
     EXPECT_EQ(table.getSymbolicDimsAt(0).toString(), "INHERIT");
     for (const unsigned long none : {2UL, 1UL << 32, ~0UL}) {

@@ -60,13 +60,13 @@ TEST_F(SymbolicValueTest, ConstructsFromTextsIntegersAndLists) {
     EXPECT_EQ(SymbolicDimsND(table, {five, -1}).toString(), "[5,INHERIT]");
     const int count = table.getNumSymbolicDimss();
     for (const int none : {-2, 999}) {
-        const std::string refusal = "InvalidDataTypeId(" + std::to_string(none) + ")";
+        const std::string error = "InvalidDataTypeId(" + std::to_string(none) + ")";
         const SymbolicDims value(&table, none);
-        EXPECT_REFUSED(refusal, SymbolicDimsND(&table, {five, none}));
-        EXPECT_REFUSED(refusal, value.toString());
-        EXPECT_REFUSED(refusal, -value);
-        EXPECT_REFUSED(refusal, table.getSymbolicDims(five) * value);
-        EXPECT_REFUSED(refusal, value.getSize());
+        EXPECT_REFUSED(error, SymbolicDimsND(&table, {five, none}));
+        EXPECT_REFUSED(error, value.toString());
+        EXPECT_REFUSED(error, -value);
+        EXPECT_REFUSED(error, table.getSymbolicDims(five) * value);
+        EXPECT_REFUSED(error, value.getSize());
     }
     EXPECT_EQ(table.getNumSymbolicDimss(), count);
     EXPECT_EQ(convertSymbDimsId2SymbolicExprId({-1, 7}), (std::vector<unsigned long>{0, 8}));

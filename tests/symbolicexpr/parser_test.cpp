@@ -60,9 +60,9 @@ TEST_F(SymbolicParser, ReportsErrorColumn) {
         try {
             parse(text);
             ADD_FAILURE() << text;
-        } catch (const fnd::except::IException& refusal) {
+        } catch (const fnd::except::IException& error) {
             EXPECT_EQ((std::vector<std::string>{text, std::to_string(column)}),
-                      refusal.diagnostic().arguments(0));
+                      error.diagnostic().arguments(0));
         }
     }
     EXPECT_EQ(0u, table.size());

@@ -60,10 +60,10 @@ TEST_F(UnitTableTest, RejectsUnknownNames) {
     EXPECT_REFUSED("InvalidUnitExpression()", id(nullptr));
     EXPECT_EQ(table.getNumUnits(), 2);
     int given = 7;
-    tvsvDiagnosticImpl* refused = UnitTable::RegisterUnit(&table, "Model/Gain", "x", &given);
-    ASSERT_NE(refused, nullptr);
-    EXPECT_EQ(summaryOf(*refused, 1), "DataTypeErrorFromBlock(Model/Gain)");
-    tvsvDiscardDiagnostic(refused);
+    tvsvDiagnosticImpl* diagnostic = UnitTable::RegisterUnit(&table, "Model/Gain", "x", &given);
+    ASSERT_NE(diagnostic, nullptr);
+    EXPECT_EQ(summaryOf(*diagnostic, 1), "DataTypeErrorFromBlock(Model/Gain)");
+    tvsvDiscardDiagnostic(diagnostic);
     EXPECT_EQ(given, 7);
     EXPECT_EQ(UnitTable::RegisterUnit(&table, nullptr, "m", &given), nullptr);
     EXPECT_EQ(given, 1);
