@@ -11,6 +11,7 @@
 #include <boost/lexical_cast.hpp>
 
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
 #include <optional>
 
@@ -75,6 +76,7 @@ int SymbolicDimsTable::importSymbolicDims(const SymbolicDimsTable& source, int i
 tvsvDiagnosticImpl* SymbolicDimsTable::RegisterSymbolicDims(SymbolicDimsTable* table,
                                                             const char* blockName, const char* dims,
                                                             int* idOut) {
+    assert(table != nullptr && idOut != nullptr);
     return guarded(blockName, [&] { *idOut = table->registerSymbolicDims(dims); });
 }
 

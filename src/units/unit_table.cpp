@@ -164,6 +164,7 @@ const UnitTable::Registration* UnitTable::registrationOf(const std::u16string& t
 
 tvsvDiagnosticImpl* UnitTable::RegisterUnit(UnitTable* table, const char* blockPath,
                                             const char* expression, int* id) {
+    assert(table != nullptr && id != nullptr);
     return guarded(blockPath, [&] { *id = table->registerUnit(expression, true); });
 }
 

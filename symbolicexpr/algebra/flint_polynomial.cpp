@@ -1,6 +1,7 @@
 #include "algebra/flint_polynomial.h"
 
 #include "algebra/flint_integer.h"
+#include "algebra/limits.h"
 
 #include <boost/unordered/unordered_flat_set.hpp>
 
@@ -107,6 +108,7 @@ class FlintPolynomial {
 } // namespace
 
 Polynomial multiply(const Polynomial& a, const Polynomial& b, const NameOrder& order) {
+    assert(limits::mayMultiply(a, b));
     Context context(a, b, order);
     FlintPolynomial product(context);
     fmpz_mpoly_mul(product.get(), FlintPolynomial(a, context).get(),
@@ -115,6 +117,7 @@ Polynomial multiply(const Polynomial& a, const Polynomial& b, const NameOrder& o
 }
 
 Polynomial raise(const Polynomial& base, std::uint32_t exponent, const NameOrder& order) {
+    assert(limits::mayRaise(base, exponent));
     Context context(base, base, order);
     FlintPolynomial power(context);
     if (fmpz_mpoly_pow_ui(power.get(), FlintPolynomial(base, context).get(), exponent,

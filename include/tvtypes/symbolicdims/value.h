@@ -4,6 +4,7 @@
 
 #include <tvtypes/export.h>
 
+#include <cassert>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -18,7 +19,9 @@ class SymbolicDimsTable;
 class TVTYPES_API SymbolicDims {
   public:
     /// Refers to an id of a table. \pre `table` is not null.
-    SymbolicDims(SymbolicDimsTable* table, int id) : table_(table), id_(id) {}
+    SymbolicDims(SymbolicDimsTable* table, int id) : table_(table), id_(id) {
+        assert(table != nullptr);
+    }
 
     /// Returns the id.
     int getId() const { return id_; }
