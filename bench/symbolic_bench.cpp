@@ -1,5 +1,5 @@
-// Symbolic expressions: reading and simplifying, printing, sums that grow, products multiplied out,
-// memory, facts. Where GiNaC is installed, it does the same with the same texts in the same run.
+// Symbolic expressions: parsing and simplification, printing, running sums, expansion of products,
+// memory, relations. If GiNaC is installed, it is measured on the same texts in the same run.
 #include <symbolicexpr/expr.h>
 #include <symbolicexpr/parser.h>
 #include <symbolicexpr/printer.h>
@@ -32,10 +32,10 @@ constexpr std::size_t termCount = 256;
 
 using Texts = std::vector<std::string>;
 
-/// Sizes such as models have, no two alike.
+/// Typical sizes, all different.
 const Texts& expressions() {
     static const Texts all = [] {
-        // A letter stands for a name, a # for a number.
+        // Templates: letters are replaced by names, # by integers.
         const char* const forms[] = {"#*A+#",     "A-#",           "(A+#)/#",    "(A+B)*#-A/#",
                                      "A*B",       "(A*B+#)/(A-#)", "#*A+#*B-C",  "(A-#)/B+#",
                                      "A*(B-C)+#", "-A+B*#",        "(A+B)*(A-#)"};
@@ -66,7 +66,7 @@ const Texts& expressions() {
     return all;
 }
 
-/// Terms to be added up: each another name, or each another product of two or three of 16 names.
+/// Distinct terms: names, or products of two or three of 16 names.
 Texts terms(bool areProducts) {
     std::mt19937 random(2);
     std::set<std::string> made;
@@ -117,7 +117,7 @@ std::size_t heapInUse() {
     return info.uordblks + info.hblkhd;
 }
 
-/// A line of /proc/self/status, in bytes.
+/// Returns a value of /proc/self/status in bytes.
 double memoryOfProcess(const std::string& name) {
     std::ifstream status("/proc/self/status");
     std::string word;
@@ -129,7 +129,7 @@ double memoryOfProcess(const std::string& name) {
     return kibibytes * 1024;
 }
 
-/// The greatest memory of the process from here on, above what it is now.
+/// Growth of the peak memory of the process since construction.
 class Peak {
   public:
     Peak() {
@@ -244,7 +244,7 @@ void expandPower(benchmark::State& state) {
 }
 BENCHMARK(expandPower)->Unit(benchmark::kMicrosecond);
 
-/// What a registered size takes, and what simplifying it adds to reading it.
+/// Memory of a registered size, parsed only or simplified too.
 void memory(benchmark::State& state) {
     const bool isSimplified = state.range(0) != 0;
     const Texts& texts = expressions();
@@ -275,15 +275,15 @@ void productOfSums(benchmark::State& state) {
 }
 BENCHMARK(productOfSums)->ArgName("simplified")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
-/// Sizes of which each is greater than others: the next one, both of the next pair, or some later
-/// ones.
+/// Greater-than relations: each size is greater than the next one, than both of the next pair, or
+/// than random later ones.
 enum Shape { chain, ladder, manyFacts };
 
-const char* nameOf(std::int64_t shape) {
+const char* shapeName(std::int64_t shape) {
     return shape == chain ? "chain" : shape == ladder ? "ladder" : "many facts";
 }
 
-std::vector<std::pair<int, int>> factsOf(int shape, int sizes) {
+std::vector<std::pair<int, int>> makeFacts(int shape, int sizes) {
     std::mt19937 random(3);
     std::vector<std::pair<int, int>> facts;
     for (int greater = 0; greater + 1 < sizes; ++greater) {
@@ -328,7 +328,7 @@ void eachShapeOfFacts(benchmark::internal::Benchmark* made) {
 
 void stateFacts(benchmark::State& state) {
     const auto sizes = static_cast<int>(state.range(1));
-    const auto facts = factsOf(static_cast<int>(state.range(0)), sizes);
+    const auto facts = makeFacts(static_cast<int>(state.range(0)), sizes);
     for ([[maybe_unused]] auto iteration : state) {
         state.PauseTiming();
         auto stated = std::make_optional<Facts>(sizes);
@@ -338,7 +338,7 @@ void stateFacts(benchmark::State& state) {
         stated.reset();
         state.ResumeTiming();
     }
-    state.SetLabel(nameOf(state.range(0)));
+    state.SetLabel(shapeName(state.range(0)));
     countItems(state, facts.size());
 }
 BENCHMARK(stateFacts)->Apply(eachShapeOfFacts);
@@ -347,7 +347,7 @@ void askFacts(benchmark::State& state) {
     constexpr std::size_t questionCount = 100;
     const auto sizes = static_cast<int>(state.range(1));
     Facts facts(sizes);
-    facts.state(factsOf(static_cast<int>(state.range(0)), sizes));
+    facts.state(makeFacts(static_cast<int>(state.range(0)), sizes));
     std::mt19937 random(4);
     std::vector<int> asked(2 * questionCount);
     for (int& id : asked) {
@@ -358,14 +358,14 @@ void askFacts(benchmark::State& state) {
             benchmark::DoNotOptimize(facts.table.hasGreaterThanRelation(asked[i], asked[i + 1]));
         }
     }
-    state.SetLabel(nameOf(state.range(0)));
+    state.SetLabel(shapeName(state.range(0)));
     countItems(state, questionCount);
 }
 BENCHMARK(askFacts)->Apply(eachShapeOfFacts);
 
 #ifdef TVTYPES_BENCH_GINAC
 
-/// A form that equal expressions share.
+/// A normal form: equal expressions have the same one.
 GiNaC::ex normalForm(const GiNaC::ex& expr) {
     const GiNaC::ex parts = expr.numer_denom();
     return parts.op(0).expand() / parts.op(1).expand();
@@ -403,7 +403,7 @@ void ginacPrint(benchmark::State& state) {
 }
 BENCHMARK(ginacPrint);
 
-/// With a normal form at each step, and without, which is enough as long as nothing is divided.
+/// With a normal form at each step, and without, which suffices if there are no divisions.
 void ginacRunningSum(benchmark::State& state) {
     const bool isNormal = state.range(1) != 0;
     GiNaC::parser reader;

@@ -1,5 +1,5 @@
-// Units: reading expressions, registering and looking them up, factors, loading the database. Where
-// UDUNITS-2 is installed, it does the same with the same texts in the same run.
+// Units: parsing, registration, lookup, conversion factors, loading of the database. If UDUNITS-2
+// is installed, it is measured on the same texts in the same run.
 #include <tvtypes/units.h>
 
 #include <benchmark/benchmark.h>
@@ -24,8 +24,7 @@ using TVTypeSys::UnitTable;
 
 constexpr std::size_t expressionCount = 1000;
 
-/// Expressions such as engineers write, of one to four symbols that both libraries know and take
-/// for the same.
+/// Typical expressions of one to four symbols that have the same meaning in both libraries.
 const std::vector<std::string>& expressions() {
     static const std::vector<std::string> all = [] {
         const char* symbols[] = {"m",   "kg", "s",   "A",  "K",  "mol", "cd", "N",   "Pa",
@@ -57,7 +56,7 @@ const std::vector<std::string>& expressions() {
     return all;
 }
 
-/// The expressions with another factor behind each.
+/// The expressions, each multiplied by another factor.
 std::vector<std::string> expressionsTimes(const std::string& factor) {
     std::vector<std::string> made = expressions();
     for (std::string& text : made) {
@@ -81,7 +80,7 @@ void parse(benchmark::State& state) {
         for (const std::u16string& text : texts) {
             Monomial result;
             if (!parseUnitExpr(text, result)) {
-                state.SkipWithError("an expression that is none");
+                state.SkipWithError("invalid expression");
                 return;
             }
             benchmark::DoNotOptimize(result);

@@ -19,7 +19,7 @@ struct Base {
     std::string_view unit;
 };
 
-/// What the library knows without a file.
+/// Base quantities and units, which are built into the library.
 constexpr std::array<Base, 8> bases{{{"mass", "kg"},
                                      {"length", "m"},
                                      {"time", "s"},
@@ -29,29 +29,28 @@ constexpr std::array<Base, 8> bases{{{"mass", "kg"},
                                      {"luminous_intensity", "cd"},
                                      {"memory", "b"}}};
 
-/// They mean something else where a unit is expected.
+/// Texts with another meaning in a table of units.
 constexpr std::array<std::string_view, 2> reserved{"unitless", "inherit"};
 
-/// A factor that fits no form is held with parts small enough to be multiplied by those of a foot,
-/// 762/25, and anything smaller; a precise one, with the largest parts that there are.
+/// Largest parts of the nearest form of a factor without an exact one. By default, the product with
+/// the parts of a foot, 762/25, still fits 32 bits; a precise factor uses all 32 bits.
 constexpr std::int32_t largestPart = std::numeric_limits<std::int32_t>::max();
-constexpr std::int32_t largestPartOfOthers = largestPart / 768;
+constexpr std::int32_t largestDefaultPart = largestPart / 768;
 
 void checkName(std::string_view kind, const std::string& name) {
     if (!isName(name)) {
-        throw Fault(fmt::format("the {} \"{}\" has other characters than letters, digits and _",
-                                kind, name));
+        throw Fault(fmt::format("the {} \"{}\" must consist of letters, digits and _", kind, name));
     }
 }
 
-/// The form of a factor: an exact one if there is one.
-Form formOf(const Exact& factor, std::optional<int> exponent, bool precise) {
+/// Selects the form of a factor: exact if possible.
+Form selectForm(const Exact& factor, std::optional<int> exponent, bool precise) {
     if (const auto form = exactForm(factor, exponent)) {
         return *form;
     }
-    const Form form = nearestForm(factor, precise ? largestPart : largestPartOfOthers);
+    const Form form = nearestForm(factor, precise ? largestPart : largestDefaultPart);
     if (abs(valueOf(form) / factor - 1) * raised(10, 12) > 1) {
-        throw Fault("the factor fits no form to 12 digits that leaves room; set \"precise\"");
+        throw Fault("the factor has no default form that is correct to 12 digits; set \"precise\"");
     }
     return form;
 }
@@ -104,10 +103,10 @@ void Catalogue::addSystem(Record& record) {
     const std::string name = record.text("name");
     record.finish();
     if (!isName(name) || name.find('_') != std::string::npos) {
-        throw Fault("the name has other characters than letters and digits");
+        throw Fault("the name must consist of letters and digits");
     }
     if (std::ranges::find(systems_, name) != systems_.end()) {
-        throw Fault("there is such a system already");
+        throw Fault("the system is already defined");
     }
     systems_.push_back(name);
 }
@@ -118,7 +117,7 @@ void Catalogue::addConstant(Record& record) {
     record.finish();
     checkName("name", name);
     if (!constants_.emplace(name, value).second) {
-        throw Fault("there is such a constant already");
+        throw Fault("the constant is already defined");
     }
 }
 
@@ -135,7 +134,7 @@ void Catalogue::addPrefix(Record& record) {
     checkName("symbol", prefix.symbol);
     for (const Prefix& other : prefixes_) {
         if (other.name == prefix.name || other.symbol == prefix.symbol) {
-            throw Fault("there is such a prefix already");
+            throw Fault("the prefix is already defined");
         }
     }
     prefixes_.push_back(std::move(prefix));
@@ -151,11 +150,11 @@ void Catalogue::addQuantity(Record& record) {
     const Powers terms = parseExpression(quantity.expression);
     const bool isBase = std::ranges::find(bases, quantity.name, &Base::quantity) != bases.end();
     if (isBase && quantity.expression != quantity.name) {
-        throw Fault("a base quantity is nothing but itself");
+        throw Fault("the expression of a base quantity must be its name");
     }
     quantity.dimension = isBase ? terms : dimensionOfQuantity(terms);
     if (!quantityByName_.emplace(quantity.name, quantities_.size()).second) {
-        throw Fault("there is such a quantity already");
+        throw Fault("the quantity is already defined");
     }
     quantities_.push_back(std::move(quantity));
 }
@@ -210,7 +209,7 @@ Powers Catalogue::dimensionOfQuantity(const Powers& terms) const {
     for (const auto& [name, power] : terms) {
         const auto found = quantityByName_.find(name);
         if (found == quantityByName_.end()) {
-            throw Fault(fmt::format("there is no quantity \"{}\" before this one", name));
+            throw Fault(fmt::format("the quantity \"{}\" is not defined before this one", name));
         }
         multiply(dimension, quantities_[found->second].dimension, power);
     }
@@ -228,13 +227,13 @@ Powers Catalogue::dimensionOfUnits(const Powers& terms) const {
         } else if (std::ranges::find(bases, name, &Base::unit) != bases.end()) {
             dimension[name] += power;
         } else {
-            throw Fault(fmt::format("there is no unit \"{}\" before this one", name));
+            throw Fault(fmt::format("the unit \"{}\" is not defined before this one", name));
         }
     }
     return dimension;
 }
 
-/// The expression itself, if all of its units have the factor 1.
+/// Rewrites an expression over units with the factor 1; returns it unchanged if it is one.
 std::string Catalogue::coherentExpression(const std::string& expression) const {
     const Powers terms = parseExpression(expression);
     Powers coherent;
@@ -242,7 +241,7 @@ std::string Catalogue::coherentExpression(const std::string& expression) const {
         const Unit* const unit = findUnit(name);
         multiply(coherent, parseExpression(unit == nullptr ? name : unit->coherent), power);
     }
-    return coherent == terms ? expression : expressionOf(coherent);
+    return coherent == terms ? expression : formatExpression(coherent);
 }
 
 void Catalogue::define(Unit& unit, const UnitSource& source) const {
@@ -255,17 +254,17 @@ void Catalogue::define(Unit& unit, const UnitSource& source) const {
             unit.factor *= raised(term->factor, power);
         }
     }
-    // All of the factor stands in the scaling, so that no product of factors is ever taken.
+    // The scaling is the whole factor, so that loading multiplies no factors.
     unit.expression = source.expression.value_or(coherentExpression(definition.expression));
     unit.dimension = dimensionOfUnits(parseExpression(unit.expression));
     if (coherentExpression(unit.expression) != unit.expression) {
         throw Fault(
-            "\"expression\" has more than symbols of units with the factor 1 to the base units");
+            "\"expression\" must consist of symbols of units with the factor 1 to the base units");
     }
     if (withoutZeros(unit.dimension) != withoutZeros(dimension)) {
         throw Fault("\"expression\" and \"is\" have different dimensions");
     }
-    unit.scaling = formOf(unit.factor, source.exponent, source.precise);
+    unit.scaling = selectForm(unit.factor, source.exponent, source.precise);
     unit.coherent = unit.factor == 1 ? unit.symbol : unit.expression;
     if (source.offset) {
         const auto offset = exactForm(parseNumber(*source.offset, constants_), {});
@@ -302,11 +301,11 @@ Unit Catalogue::prefixed(const Unit& unit, const Prefix& prefix, const UnitSourc
     form.factor *= prefix.factor;
     const Form scaling = exactForm(prefix.factor, {}).value_or(Form());
     if (scaling.numerator == 1 && scaling.denominator == 1) {
-        // A power of ten is safe in a product: it only adds to an exponent.
+        // A power of ten cannot overflow in a product: it only changes the exponent.
         form.expression = unit.symbol;
         form.scaling = scaling;
     } else {
-        form.scaling = formOf(form.factor, {}, source.precise);
+        form.scaling = selectForm(form.factor, {}, source.precise);
     }
     return form;
 }
@@ -316,7 +315,7 @@ void Catalogue::check(const Unit& unit, bool cancels) const {
     checkName("symbol", unit.symbol);
     const auto quantity = quantityByName_.find(unit.quantity);
     if (quantity == quantityByName_.end()) {
-        throw Fault(fmt::format("there is no quantity \"{}\"", unit.quantity));
+        throw Fault(fmt::format("unknown quantity \"{}\"", unit.quantity));
     }
     Powers expected;
     for (const auto& [name, power] : quantities_[quantity->second].dimension) {
@@ -324,16 +323,16 @@ void Catalogue::check(const Unit& unit, bool cancels) const {
     }
     const Powers actual = withoutZeros(unit.dimension);
     if (actual != expected) {
-        throw Fault(fmt::format("the dimension is {}, and that of {} is {}", actual, unit.quantity,
+        throw Fault(fmt::format("the dimension is {}, but that of {} is {}", actual, unit.quantity,
                                 expected));
     }
     if ((actual != unit.dimension) != cancels) {
         throw Fault(cancels ? "\"cancels\" is set, but no base unit cancels"
-                            : "a base unit cancels, and \"cancels\" is not set");
+                            : "a base unit cancels, but \"cancels\" is not set");
     }
     for (const std::string& system : splitList(unit.systems)) {
         if (std::ranges::find(systems_, system) == systems_.end()) {
-            throw Fault(fmt::format("there is no unit system \"{}\"", system));
+            throw Fault(fmt::format("unknown unit system \"{}\"", system));
         }
     }
 }
@@ -351,7 +350,7 @@ void Catalogue::add(Unit unit, bool cancels) {
         }
         const auto [entry, isNew] = unitByKey_.emplace(key, units_.size());
         if (!isNew) {
-            throw Fault(fmt::format("\"{}\" means {} already", key,
+            throw Fault(fmt::format("\"{}\" already denotes {}", key,
                                     entry->second == units_.size() ? "this unit"
                                                                    : units_[entry->second].name));
         }

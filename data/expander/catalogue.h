@@ -1,5 +1,5 @@
 /// \file
-/// What the sources define, in order, expanded and checked.
+/// Definitions of the sources: expanded, checked and in order.
 #pragma once
 
 #include "definition.h"
@@ -16,7 +16,7 @@ namespace tvdata {
 struct Quantity {
     std::string name;
     std::string expression;
-    /// Over the names of the base quantities, without powers of 0.
+    /// Powers by name of the base quantity, without powers of 0.
     Powers dimension;
 };
 
@@ -30,15 +30,17 @@ struct Unit {
     std::vector<std::string> aliases;
     Form scaling;
     Form offset;
-    /// The factor to the base units by definition, whether or not it fits a form.
+    /// Exact factor to the base units, whether or not it has an exact form.
     Exact factor;
-    /// An expression with the factor 1 to the base units and the same dimension.
+    /// Expression with the factor 1 to the base units and the same dimension.
     std::string coherent;
-    /// Over the symbols of the base units, as the library gets it: what cancels stays with power 0.
+    /// Powers by symbol of the base unit, as the library computes them: a unit that cancels has
+    /// power 0.
     Powers dimension;
 };
 
-/// The operations throw a Fault if the record is faulty or contradicts an earlier one.
+/// Systems, constants, prefixes, quantities and units. Adding a record throws Fault if it is
+/// invalid or contradicts an earlier one.
 class Catalogue {
   public:
     void addSystem(Record& record);
@@ -51,8 +53,8 @@ class Catalogue {
     const std::vector<std::string>& systems() const { return systems_; }
     const std::vector<Quantity>& quantities() const { return quantities_; }
     const std::vector<Unit>& units() const { return units_; }
-    /// The unit of which \p key is the name, the symbol or an alias; null if there is none. Good
-    /// until another one is added.
+    /// Returns the unit of which `key` is the name, the symbol or an alias; null if there is none.
+    /// Valid until a unit is added.
     const Unit* findUnit(std::string_view key) const;
 
   private:
@@ -81,7 +83,7 @@ class Catalogue {
     std::vector<Quantity> quantities_;
     std::map<std::string, std::size_t, std::less<>> quantityByName_;
     std::vector<Unit> units_;
-    /// By name, symbol and alias.
+    /// Index by name, symbol and alias.
     std::map<std::string, std::size_t, std::less<>> unitByKey_;
 };
 

@@ -15,16 +15,16 @@ void addForm(boost::json::object& record, std::string_view what, const Form& for
     record[fmt::format("Base10ExponentOf{}", what)] = form.exponent;
 }
 
-boost::json::object recordOf(const std::string& system) { return {{"Name", system}}; }
+boost::json::object toRecord(const std::string& system) { return {{"Name", system}}; }
 
-boost::json::object recordOf(const Quantity& quantity) {
+boost::json::object toRecord(const Quantity& quantity) {
     boost::json::object record{{"Name", quantity.name}, {"Expression", quantity.expression}};
     addForm(record, "Scaling", {1, 1, 0});
     addForm(record, "Offset", {});
     return record;
 }
 
-boost::json::object recordOf(const Unit& unit) {
+boost::json::object toRecord(const Unit& unit) {
     boost::json::object record{{"Name", unit.name},
                                {"Symbol", unit.symbol},
                                {"Expression", unit.expression},
@@ -38,12 +38,12 @@ boost::json::object recordOf(const Unit& unit) {
 }
 
 template <class Records>
-std::string variable(std::string_view name, const Records& records) {
+std::string formatVariable(std::string_view name, const Records& records) {
     std::string text = fmt::format("\"{}\": [", name);
     std::string_view separator = "\n";
     for (const auto& record : records) {
         text += separator;
-        text += boost::json::serialize(recordOf(record));
+        text += boost::json::serialize(toRecord(record));
         separator = ",\n";
     }
     return text + "\n]";
@@ -52,9 +52,9 @@ std::string variable(std::string_view name, const Records& records) {
 } // namespace
 
 std::string databaseText(const Catalogue& catalogue) {
-    return fmt::format("{{\n{},\n{},\n{}\n}}\n", variable("unitSystems", catalogue.systems()),
-                       variable("abstractUnits", catalogue.quantities()),
-                       variable("units", catalogue.units()));
+    return fmt::format("{{\n{},\n{},\n{}\n}}\n", formatVariable("unitSystems", catalogue.systems()),
+                       formatVariable("abstractUnits", catalogue.quantities()),
+                       formatVariable("units", catalogue.units()));
 }
 
 } // namespace tvdata

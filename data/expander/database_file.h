@@ -1,5 +1,5 @@
 /// \file
-/// The unit database as the library reads it.
+/// Output file of the expander: the unit database.
 #pragma once
 
 #include "catalogue.h"
@@ -8,7 +8,7 @@
 
 namespace tvdata {
 
-/// One JSON object with the three variables of the file, a record a line.
+/// Returns the text of the file: one JSON object with three variables, one line for each record.
 std::string databaseText(const Catalogue& catalogue);
 
 } // namespace tvdata

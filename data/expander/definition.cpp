@@ -22,7 +22,7 @@ bool isNameCharacter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || isDigit(c) || c == '_';
 }
 
-/// The characters of a text, with what both grammars have in common.
+/// Scanner with the tokens that numbers and expressions have in common.
 class Reader {
   public:
     explicit Reader(std::string_view text) : text_(text) {}
@@ -46,7 +46,7 @@ class Reader {
         return text_.substr(begin, position_ - begin);
     }
 
-    /// An integer, after a "^".
+    /// Reads the integer after a "^".
     int takePower() {
         const bool negative = take('-');
         const std::string_view digits = takeWhile(isDigit);
@@ -66,8 +66,7 @@ class Reader {
     void skip(std::size_t count) { position_ += count; }
 
     [[noreturn]] void fail() const {
-        throw Fault(
-            fmt::format("\"{}\" is not understood from character {} on", text_, position_ + 1));
+        throw Fault(fmt::format("syntax error in \"{}\" at character {}", text_, position_ + 1));
     }
 
   private:
@@ -76,7 +75,7 @@ class Reader {
 };
 
 Exact decimal(std::string_view whole, std::string_view decimals) {
-    // A leading 0 would make the text octal.
+    // Without leading zeros: they would make the text octal.
     std::string digits = std::string(whole) + std::string(decimals);
     digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - 1));
     return Exact(Integer(digits)) / raised(10, static_cast<int>(decimals.size()));
@@ -98,7 +97,7 @@ Exact takeFactor(Reader& reader, const Constants& constants) {
         throw Fault(fmt::format("\"{}\" is neither a number nor a constant", word));
     }
     if (number <= 0) {
-        throw Fault(fmt::format("\"{}\" is not above 0", word));
+        throw Fault(fmt::format("\"{}\" is not positive", word));
     }
     return reader.take('^') ? raised(number, reader.takePower()) : number;
 }
@@ -202,7 +201,7 @@ Powers parseExpression(std::string_view text) {
     return powers;
 }
 
-std::string expressionOf(const Powers& powers) {
+std::string formatExpression(const Powers& powers) {
     std::vector<std::string> over;
     std::vector<std::string> under;
     for (const auto& [name, power] : powers) {

@@ -1,12 +1,12 @@
 /// \file
-/// What is wrong with a source.
+/// Error in a source file.
 #pragma once
 
 #include <stdexcept>
 
 namespace tvdata {
 
-/// Says what is wrong; who catches it adds the file and the record.
+/// An error in a record. Handlers add the file and the record.
 class Fault : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;

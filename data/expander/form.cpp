@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::int32_t largestPart = std::numeric_limits<std::int32_t>::max();
 
-/// How often \p prime divides \p number, which is left without it.
-int takeOut(Integer& number, int prime) {
+/// Divides a number by all factors `prime` and returns their count.
+int divideOut(Integer& number, int prime) {
     int count = 0;
     while (number % prime == 0) {
         number /= prime;
@@ -32,8 +32,8 @@ bool fits(const Fraction& fraction, std::int32_t largest) {
     return fraction.numerator <= largest && fraction.denominator <= largest;
 }
 
-/// The fraction nearest to \p number with both parts from 1 to \p largest: the last convergent of
-/// the continued fraction that fits, or the last of the fractions between it and the next one.
+/// Returns the fraction nearest to a number, with parts from 1 to `largest`: the last convergent of
+/// its continued fraction that fits, or the last semiconvergent after it.
 std::optional<Fraction> nearestFraction(const Exact& number, std::int32_t largest) {
     Fraction before{0, 1};
     Fraction last{1, 0};
@@ -72,7 +72,7 @@ std::optional<Fraction> nearestFraction(const Exact& number, std::int32_t larges
     }
 }
 
-/// The power of ten below \p number, or one near to it.
+/// Returns the decimal logarithm of a number, up to an error of one.
 int magnitude(const Exact& number) {
     const auto digits = [](const Integer& part) { return static_cast<int>(part.str().size()); };
     return digits(numerator(number)) - digits(denominator(number));
@@ -83,8 +83,8 @@ int magnitude(const Exact& number) {
 std::vector<Form> exactForms(const Exact& number) {
     Integer top = numerator(number);
     Integer bottom = denominator(number);
-    const int twos = takeOut(top, 2) - takeOut(bottom, 2);
-    const int fives = takeOut(top, 5) - takeOut(bottom, 5);
+    const int twos = divideOut(top, 2) - divideOut(bottom, 2);
+    const int fives = divideOut(top, 5) - divideOut(bottom, 5);
     std::vector<Form> forms;
     for (int exponent = std::min(twos, fives); exponent <= std::max(twos, fives); ++exponent) {
         const Exact fraction =
@@ -116,7 +116,7 @@ std::optional<Form> exactForm(const Exact& number, std::optional<int> exponent) 
 Form nearestForm(const Exact& number, std::int32_t largest) {
     std::optional<Form> nearest;
     Exact smallestError = 0;
-    // Far from a value of 1 one of the parts is small, and the fraction is a poor one.
+    // Only mantissas near 1: far from it one part is small, and the fraction is inaccurate.
     constexpr int reach = 10;
     const int middle = magnitude(number);
     for (int exponent = middle - reach; exponent <= middle + reach; ++exponent) {
@@ -128,7 +128,7 @@ Form nearestForm(const Exact& number, std::int32_t largest) {
         const Exact error = abs(Exact(fraction->numerator, fraction->denominator) * power - number);
         if (!nearest || error < smallestError) {
             smallestError = error;
-            // The parts may end in zeros, which belong in the exponent.
+            // Moves trailing zeros of the parts to the exponent.
             nearest = exactForm(Exact(fraction->numerator, fraction->denominator) * power, {});
         }
     }

@@ -1,5 +1,5 @@
 /// \file
-/// A number as the library holds it: a fraction of 32-bit integers times a power of ten.
+/// Representation of numbers in the library: a fraction of 32-bit integers times a power of ten.
 #pragma once
 
 #include "definition.h"
@@ -10,23 +10,26 @@
 
 namespace tvdata {
 
+/// The number numerator / denominator * 10^exponent.
 struct Form {
     std::int32_t numerator = 0;
     std::int32_t denominator = 1;
     int exponent = 0;
 };
 
-/// The forms that are exactly \p number, which is not 0. They differ in where factors of 2 and 5
-/// stand. Empty if none fits.
+/// Returns all exact forms of a number. They differ in the distribution of factors of 2 and 5.
+/// Empty if none fits. \pre `number` is not 0.
 std::vector<Form> exactForms(const Exact& number);
 
-/// The exact form whose larger part is the smallest, or, if \p exponent is given, the one with this
-/// exponent. Throws a Fault if there is none with it; nothing if there is no exact form at all.
+/// Returns the exact form with this exponent and throws Fault if there is none; without an exponent
+/// the one whose larger part is the smallest, or no value if there is none. \pre `number` is not 0.
 std::optional<Form> exactForm(const Exact& number, std::optional<int> exponent);
 
-/// The form nearest to \p number, which is above 0, of those whose parts do not exceed \p largest.
+/// Returns the form nearest to a number, with parts of at most `largest`. \pre `number` is
+/// positive.
 Form nearestForm(const Exact& number, std::int32_t largest);
 
+/// Returns the value of a form.
 Exact valueOf(const Form& form);
 
 } // namespace tvdata

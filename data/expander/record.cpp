@@ -9,9 +9,9 @@ namespace tvdata {
 
 namespace {
 
-std::string textOf(const boost::json::value& value, std::string_view field) {
+std::string nonEmptyText(const boost::json::value& value, std::string_view field) {
     if (!value.is_string() || value.get_string().empty()) {
-        throw Fault(fmt::format("\"{}\" is not a text, or empty", field));
+        throw Fault(fmt::format("\"{}\" is not a text or is empty", field));
     }
     return std::string(value.get_string());
 }
@@ -43,12 +43,12 @@ std::string Record::text(std::string_view field) {
     if (value == nullptr) {
         throw Fault(fmt::format("\"{}\" is missing", field));
     }
-    return textOf(*value, field);
+    return nonEmptyText(*value, field);
 }
 
 std::optional<std::string> Record::optionalText(std::string_view field) {
     const boost::json::value* const value = find(field);
-    return value == nullptr ? std::nullopt : std::optional(textOf(*value, field));
+    return value == nullptr ? std::nullopt : std::optional(nonEmptyText(*value, field));
 }
 
 std::vector<std::string> Record::list(std::string_view field) {
@@ -62,7 +62,7 @@ std::optional<int> Record::optionalInteger(std::string_view field) {
     }
     constexpr int limit = 1000;
     if (!value->is_int64() || value->get_int64() < -limit || value->get_int64() > limit) {
-        throw Fault(fmt::format("\"{}\" is not an integer, or too large", field));
+        throw Fault(fmt::format("\"{}\" is not an integer from -1000 to 1000", field));
     }
     return static_cast<int>(value->get_int64());
 }
@@ -84,19 +84,19 @@ std::vector<std::string> Record::listWithin(std::string_view field, std::string_
         throw Fault(fmt::format("\"{}\" is not an object", field));
     }
     const boost::json::value* const member = value->get_object().if_contains(key);
-    return member == nullptr ? std::vector<std::string>() : splitList(textOf(*member, key));
+    return member == nullptr ? std::vector<std::string>() : splitList(nonEmptyText(*member, key));
 }
 
 void Record::finish() const {
     for (const auto& field : fields_) {
-        if (!asked_.contains(std::string_view(field.key()))) {
-            throw Fault(fmt::format("there is no field \"{}\"", std::string_view(field.key())));
+        if (!read_.contains(std::string_view(field.key()))) {
+            throw Fault(fmt::format("unknown field \"{}\"", std::string_view(field.key())));
         }
     }
 }
 
 const boost::json::value* Record::find(std::string_view field) {
-    asked_.emplace(field);
+    read_.emplace(field);
     return fields_.if_contains(field);
 }
 

@@ -39,8 +39,8 @@ boost::json::value parseFile(const std::string& path) {
     return value;
 }
 
-/// How people find the record: by its number, and by its name if it has one.
-std::string placeOf(const boost::json::value& record, std::size_t number) {
+/// Returns the number of a record and its name, if it has one.
+std::string recordLabel(const boost::json::value& record, std::size_t number) {
     const boost::json::value* const name =
         record.is_object() ? record.get_object().if_contains("name") : nullptr;
     return name != nullptr && name->is_string()
@@ -56,7 +56,7 @@ void readSourceFile(const std::string& path, Catalogue& catalogue) {
         const auto kind = std::ranges::find(kinds, std::string_view(member), &Kind::member);
         if (kind == kinds.end() || !records.is_array()) {
             throw Fault(
-                fmt::format("{}: \"{}\" is no list of records", path, std::string_view(member)));
+                fmt::format("{}: \"{}\" is not a list of records", path, std::string_view(member)));
         }
         for (std::size_t i = 0; i < records.get_array().size(); ++i) {
             const boost::json::value& fields = records.get_array()[i];
@@ -68,7 +68,7 @@ void readSourceFile(const std::string& path, Catalogue& catalogue) {
                 (catalogue.*kind->add)(record);
             } catch (const Fault& fault) {
                 throw Fault(fmt::format("{}: {}, record {}: {}", path, std::string_view(member),
-                                        placeOf(fields, i + 1), fault.what()));
+                                        recordLabel(fields, i + 1), fault.what()));
             }
         }
     }

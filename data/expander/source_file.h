@@ -1,5 +1,5 @@
 /// \file
-/// A file of records.
+/// Source files of the unit database.
 #pragma once
 
 #include "catalogue.h"
@@ -8,8 +8,7 @@
 
 namespace tvdata {
 
-/// Adds what the file holds, in its order, to \p catalogue. Throws a Fault that names the file and
-/// the record.
+/// Adds the records of a file to a catalogue, in order. Throws Fault with the file and the record.
 void readSourceFile(const std::string& path, Catalogue& catalogue);
 
 } // namespace tvdata

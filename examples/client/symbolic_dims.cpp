@@ -1,5 +1,5 @@
-// The symbolic dimensions of a small model: what blocks state of them, the input that a
-// concatenation lacks, and a fact that is refused.
+// Symbolic dimensions of a small model: computes the unknown input of a concatenation, lists the
+// relations that it implies, and shows the error of a contradiction.
 #include <tvtypes/symbolicdims.h>
 
 #include <fnd/except.h>
@@ -11,7 +11,7 @@ int main() {
     TVTypeSys::SymbolicDimsTable table;
     const auto id = [&](const char* text) { return table.registerSymbolicDimsExpr(text); };
 
-    // A matrix is put together from three along its rows; one of them is not known yet.
+    // Three matrices are concatenated along their rows; the second is unknown.
     const std::vector<int> inputs{id("[2,K]"), -1, id("[N,K]")};
     int missing = -1;
     int index = -1;
@@ -21,15 +21,15 @@ int main() {
               << table.getSymbolicDims(missing).getSize().toString() << " elements\n";
 
     table.addGreaterThanConstraint(id("N"), 1, nullptr);
-    std::vector<int> facts;
-    table.getSymbolicDimsConstraints(facts);
-    for (const int fact : facts) {
-        std::cout << "known: " << table.getDisplayString(fact) << '\n';
+    std::vector<int> relations;
+    table.getSymbolicDimsConstraints(relations);
+    for (const int relation : relations) {
+        std::cout << "known: " << table.getDisplayString(relation) << '\n';
     }
     try {
         table.addEqualConstraint(id("N"), 1, nullptr);
-    } catch (const fnd::except::IException& refusal) {
-        std::cout << refusal.what() << '\n';
+    } catch (const fnd::except::IException& error) {
+        std::cout << error.what() << '\n';
         return 0;
     }
     return 1;

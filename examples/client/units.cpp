@@ -1,4 +1,5 @@
-// The units of a small model: registered, compared, converted, and one of them refused.
+// Registers units, prints their canonical forms, and converts between them; the last conversion is
+// an error.
 #include <tvtypes/units.h>
 
 #include <fnd/except.h>
@@ -16,8 +17,8 @@ int main() {
               << '\n';
     try {
         torque.getScalingFactorToConvertTo(*table.getUnit(table.registerUnit("N/m", true)));
-    } catch (const fnd::except::IException& refusal) {
-        std::cout << refusal.what() << '\n';
+    } catch (const fnd::except::IException& error) {
+        std::cout << error.what() << '\n';
         return 0;
     }
     return 1;

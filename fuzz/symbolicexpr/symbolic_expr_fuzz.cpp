@@ -1,5 +1,5 @@
-// A text as an expression of a size: read, written, simplified, and both held against each other at
-// a point of a finite field.
+// Parses, prints and simplifies a text as an expression, and compares the values of the expression
+// and its simplified form at a point of a finite field.
 #include <symbolicexpr/expr.h>
 #include <symbolicexpr/parser.h>
 #include <symbolicexpr/printer.h>
@@ -17,17 +17,17 @@
 
 namespace {
 
-// What the parser takes.
+// Longest text that the parser accepts.
 constexpr std::size_t maximumText = std::size_t{1} << 20;
 
-/// What the expressions of a table are modulo a prime, where each name is some number.
+/// Values of the expressions of a table modulo a prime, with a number for each name.
 class Values {
   public:
     explicit Values(const TV::SymbolicExprTable& table) : table_(&table) {}
 
-    /// None for lists, and for what divides by what happens to be 0.
+    /// Returns no value for lists and on division by zero.
     std::optional<std::uint64_t> of(unsigned long id) {
-        // Parts have lower ids than what they are parts of.
+        // Operands have lower ids than their operators.
         while (values_.size() <= id) {
             values_.push_back(compute(table_->get(values_.size())));
         }
@@ -36,7 +36,7 @@ class Values {
 
   private:
     using Value = std::optional<std::uint64_t>;
-    // So that products fit into 64 bits.
+    // Products of two residues fit 64 bits.
     static constexpr std::uint64_t prime = 4294967291;
 
     static std::uint64_t inverse(std::uint64_t value) {
@@ -110,29 +110,32 @@ void check(TV::SymbolicExprTable& table, Values& values, const std::string& text
     try {
         id = parse(text);
     } catch (const fnd::except::IException&) {
-        require(table.size() == before, "a refused text left something behind", text);
+        require(table.size() == before, "an invalid text changed the table", text);
         return;
     }
     require(table.size() - before <= text.size(), "more expressions than characters", text);
-    require(parse(print(table.get(id))) == id, "what is printed reads as another", text);
+    require(parse(print(table.get(id))) == id, "the printed text parses to another expression",
+            text);
 
     const std::size_t parsed = table.size();
     const unsigned long simple = simplifier.simplify(id, flag);
     const std::string written = print(table.get(simple));
     if (written.size() <= maximumText) {
-        require(table.size() - parsed <= written.size(), "simplifying left more behind", text);
-        require(parse(written) == simple, "a simplified one reads as another", text);
+        require(table.size() - parsed <= written.size(),
+                "simplification added too many expressions", text);
+        require(parse(written) == simple, "the simplified text parses to another expression", text);
     }
-    require(simplifier.simplify(simple, flag) == simple, "simplifying twice changes it", text);
+    require(simplifier.simplify(simple, flag) == simple, "simplification is not idempotent", text);
     const auto value = values.of(id);
     const auto simpleValue = values.of(simple);
-    require(!value || !simpleValue || *value == *simpleValue, "simplified to another value", text);
+    require(!value || !simpleValue || *value == *simpleValue, "simplification changed the value",
+            text);
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    // Texts meet what others have left, but not without end.
+    // The table is shared by many texts, up to a size.
     static std::optional<TV::SymbolicExprTable> table;
     static std::optional<Values> values;
     if (!table || table->size() > 100'000) {

@@ -1,4 +1,4 @@
-// A text as a unit expression: read, registered, and converted to itself and to a metre.
+// Registers a text as a unit and converts it to itself and to a metre.
 #include <tvtypes/units.h>
 
 #include <fnd/except.h>
@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         unit.getScalingFactorToConvertTo(unit);
         unit.getScalingFactorToConvertTo(*table.getUnit(metre));
     } catch (const fnd::except::IException&) {
-        // Most texts are refused.
+        // Most texts are not valid units.
     } catch (const boost::bad_rational&) {
         // Some products wrap to a denominator of 0.
     }

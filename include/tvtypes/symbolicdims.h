@@ -1,6 +1,6 @@
 /// \file
-/// Symbolic dimensions: sizes that are names or expressions, by id; arithmetic on them; the facts
-/// that are known of them; and what blocks compute of their ports.
+/// Symbolic dimensions: sizes that are names or expressions, by id; arithmetic on them; relations
+/// between them; and their propagation through blocks.
 #pragma once
 
 #include <tvtypes/symbolicdims/constraints.h>

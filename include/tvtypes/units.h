@@ -1,6 +1,6 @@
 /// \file
-/// Physical units: exact scale factors, unit expressions, units with canonical forms, the database
-/// of the units that the product knows, and the units of a model by id.
+/// Physical units: scale factors, unit expressions, units with canonical forms, the unit database,
+/// and the table of the units of a model.
 #pragma once
 
 #include <tvtypes/units/database.h>

@@ -8,7 +8,7 @@ IException::IException(std::shared_ptr<const tvsvDiagnosticImpl> diagnostic,
                        const std::string& text)
     : std::runtime_error(text), diagnostic_(std::move(diagnostic)) {}
 
-// Defined here, so that the type information of both classes has one home.
+// Out of line, so that this library alone defines the type information of both classes.
 IException::IException(const IException&) noexcept = default;
 IException& IException::operator=(const IException&) noexcept = default;
 IException::~IException() = default;

@@ -14,8 +14,7 @@ namespace files = std::filesystem;
 
 constexpr int parentsToTry = 3;
 
-/// Has an address in this library, which dladdr finds. Not exported, so that no other library can
-/// stand in for it.
+/// An address in this library for dladdr. Not exported, so that no other library can interpose it.
 const char anchor = 0;
 
 files::path libraryFolder() {
@@ -28,7 +27,7 @@ files::path libraryFolder() {
     return (unresolved ? files::path(library.dli_fname) : resolved).parent_path();
 }
 
-files::path rootBeside(const files::path& folder) {
+files::path rootNear(const files::path& folder) {
     files::path parent = folder;
     for (int i = 0; i < parentsToTry; ++i) {
         parent = parent.parent_path();
@@ -42,17 +41,17 @@ files::path rootBeside(const files::path& folder) {
 }
 
 fnd::ustring defaultPath() {
-    const files::path root = rootBeside(libraryFolder());
+    const files::path root = rootNear(libraryFolder());
     try {
         return root.u16string();
-    } catch (const files::filesystem_error&) { // bytes that are no text
+    } catch (const files::filesystem_error&) { // the path is not UTF-8
         return {};
     }
 }
 
 struct InstallPath {
     std::mutex mutex;
-    fnd::ustring path; // "" as long as none is set
+    fnd::ustring path; // "" if not set
 };
 
 InstallPath& installPath() {
@@ -63,16 +62,16 @@ InstallPath& installPath() {
 } // namespace
 
 fnd::ustring get_install_path() {
-    static const fnd::ustring byDefault = defaultPath();
-    InstallPath& chosen = installPath();
-    const std::lock_guard lock(chosen.mutex);
-    return chosen.path.empty() ? byDefault : chosen.path;
+    static const fnd::ustring defaultRoot = defaultPath();
+    InstallPath& configured = installPath();
+    const std::lock_guard lock(configured.mutex);
+    return configured.path.empty() ? defaultRoot : configured.path;
 }
 
 void set_install_path(const fnd::ustring& path) {
-    InstallPath& chosen = installPath();
-    const std::lock_guard lock(chosen.mutex);
-    chosen.path = path;
+    InstallPath& configured = installPath();
+    const std::lock_guard lock(configured.mutex);
+    configured.path = path;
 }
 
 } // namespace fnd::filesystem

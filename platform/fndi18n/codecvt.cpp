@@ -14,7 +14,7 @@ icu::LocalUConverterPointer open(const std::string& encoding) {
     UErrorCode status = U_ZERO_ERROR;
     icu::LocalUConverterPointer converter(ucnv_open(encoding.c_str(), &status));
     if (U_FAILURE(status)) {
-        throw std::invalid_argument("there is no encoding \"" + encoding + "\"");
+        throw std::invalid_argument("unknown encoding \"" + encoding + "\"");
     }
     return converter;
 }

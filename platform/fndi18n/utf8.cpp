@@ -11,11 +11,11 @@ namespace {
 
 constexpr UChar32 replacement = 0xFFFD;
 
-// Most texts are names: shorter than this, they are converted without memory of their own.
+// Longest text that is converted in a buffer on the stack. Most texts are names.
 constexpr std::size_t shortText = 128;
 
-// A 16-bit character takes three bytes at most: those beyond are pairs, and take four.
-constexpr std::size_t mostBytes = 3;
+// UTF-8 bytes per 16-bit code unit. Code points of four bytes take two code units.
+constexpr std::size_t maximumBytes = 3;
 
 std::size_t convert(std::u16string_view text, char* bytes, std::size_t capacity) {
     UErrorCode status = U_ZERO_ERROR;
@@ -25,7 +25,7 @@ std::size_t convert(std::u16string_view text, char* bytes, std::size_t capacity)
     return static_cast<std::size_t>(length);
 }
 
-/// A byte makes one 16-bit character at most, so a buffer as long as the text has room.
+/// \pre The buffer has as many code units as the text has bytes; no byte becomes more than one.
 std::size_t convert(std::string_view text, char16_t* characters) {
     UErrorCode status = U_ZERO_ERROR;
     int32_t length = 0;
@@ -35,7 +35,7 @@ std::size_t convert(std::string_view text, char16_t* characters) {
     return static_cast<std::size_t>(length);
 }
 
-/// Nearly all texts are, and then need no converter.
+/// ASCII texts, which are most, are copied without a converter.
 bool isAscii(std::string_view text) {
     unsigned char bits = 0;
     for (const char byte : text) {
@@ -48,7 +48,7 @@ bool isAscii(std::string_view text) {
 
 std::int32_t checkedLength(std::size_t length) {
     if (length > longestText) {
-        throw std::length_error("a text is too long to be converted");
+        throw std::length_error("a text to convert is longer than 2^27 characters");
     }
     return static_cast<std::int32_t>(length);
 }
@@ -56,10 +56,10 @@ std::int32_t checkedLength(std::size_t length) {
 std::string toUtf8(std::u16string_view text) {
     checkedLength(text.size());
     if (text.size() <= shortText) {
-        std::array<char, mostBytes * shortText> buffer;
+        std::array<char, maximumBytes * shortText> buffer;
         return std::string(buffer.data(), convert(text, buffer.data(), buffer.size()));
     }
-    std::string result(mostBytes * text.size(), '\0');
+    std::string result(maximumBytes * text.size(), '\0');
     result.resize(convert(text, result.data(), result.size()));
     return result;
 }

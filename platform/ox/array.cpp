@@ -2,6 +2,7 @@
 #include <ox/array.h>
 
 #include <algorithm>
+#include <cassert>
 #include <limits>
 #include <memory>
 #include <numeric>
@@ -11,11 +12,11 @@
 
 namespace {
 
-/// An array of records. Its fields lie record by record, in the order of the names.
+/// An array of records. Fields are stored record by record, in the order of the names.
 struct Records {
     std::size_t count;
     std::vector<std::string> fieldNames;
-    std::vector<std::size_t> index; // places of the names in the order of comesBefore
+    std::vector<std::size_t> index; // positions of the names in the order of isBefore
     std::vector<std::unique_ptr<oxArray_tag, TOxArrayDeleter>> fields;
 };
 
@@ -35,28 +36,28 @@ oxArray_tag* make(Content content) {
     return std::make_unique<oxArray_tag>(oxArray_tag{std::move(content)}).release();
 }
 
-/// What a value holds if it is of this kind, else null.
+/// Returns the content of a value of this kind; null for other kinds.
 template <class Kind, class Value>
 auto* contentOf(Value* value) {
     return value == nullptr ? nullptr : std::get_if<Kind>(&value->content);
 }
 
-/// The order of the index of fields: most names differ in length, which is the cheaper to compare.
-bool comesBefore(std::string_view left, std::string_view right) {
+/// Order of the index of fields: by length first, which is cheaper to compare and mostly differs.
+bool isBefore(std::string_view left, std::string_view right) {
     return left.size() != right.size() ? left.size() < right.size() : left < right;
 }
 
-std::vector<std::size_t> indexOf(const std::vector<std::string>& names) {
+std::vector<std::size_t> sortedPositions(const std::vector<std::string>& names) {
     std::vector<std::size_t> index(names.size());
     std::iota(index.begin(), index.end(), std::size_t{0});
     std::stable_sort(index.begin(), index.end(), [&names](std::size_t left, std::size_t right) {
-        return comesBefore(names[left], names[right]);
+        return isBefore(names[left], names[right]);
     });
     return index;
 }
 
-/// The place of a name among the names of the fields, or their number.
-std::size_t fieldIndexOf(const oxArray_tag* value, const char* fieldName) {
+/// Returns the position of a field name; the number of fields if there is none. Binary search.
+std::size_t fieldPosition(const oxArray_tag* value, const char* fieldName) {
     const Records* records = contentOf<Records>(value);
     if (records == nullptr) {
         return 0;
@@ -65,13 +66,13 @@ std::size_t fieldIndexOf(const oxArray_tag* value, const char* fieldName) {
     const std::vector<std::size_t>& index = records->index;
     const std::string_view name = fieldName == nullptr ? "" : fieldName;
     const auto found = std::lower_bound(index.begin(), index.end(), name,
-                                        [&names](std::size_t place, std::string_view sought) {
-                                            return comesBefore(names[place], sought);
+                                        [&names](std::size_t position, std::string_view sought) {
+                                            return isBefore(names[position], sought);
                                         });
     return found != index.end() && names[*found] == name ? *found : names.size();
 }
 
-/// The place of a field; null if there is no such record or field.
+/// Returns the slot of a field; null if there is no such record or field.
 template <class Kind>
 auto* fieldAt(Kind* records, std::size_t index, std::size_t fieldIndex) {
     const bool exists =
@@ -90,7 +91,7 @@ oxArray_tag* oxCreateString(const char* text) {
 oxArray_tag* oxCreateString(std::string text) { return make(std::move(text)); }
 
 oxArray_tag* oxCreateRecords(std::size_t count, const std::vector<std::string>& fieldNames) {
-    Records records{count, fieldNames, indexOf(fieldNames), {}};
+    Records records{count, fieldNames, sortedPositions(fieldNames), {}};
     if (!fieldNames.empty()) {
         if (count > records.fields.max_size() / fieldNames.size()) {
             return nullptr;
@@ -124,7 +125,7 @@ const std::vector<std::string>& oxGetFieldNames(const oxArray_tag* value) {
 }
 
 const oxArray_tag* oxGetField(const oxArray_tag* value, std::size_t index, const char* fieldName) {
-    return oxGetFieldAt(value, index, fieldIndexOf(value, fieldName));
+    return oxGetFieldAt(value, index, fieldPosition(value, fieldName));
 }
 
 const oxArray_tag* oxGetFieldAt(const oxArray_tag* value, std::size_t index,
@@ -135,7 +136,7 @@ const oxArray_tag* oxGetFieldAt(const oxArray_tag* value, std::size_t index,
 
 bool oxSetField(oxArray_tag* value, std::size_t index, const char* fieldName,
                 oxArray_tag* fieldValue) {
-    return oxSetFieldAt(value, index, fieldIndexOf(value, fieldName), fieldValue);
+    return oxSetFieldAt(value, index, fieldPosition(value, fieldName), fieldValue);
 }
 
 bool oxSetFieldAt(oxArray_tag* value, std::size_t index, std::size_t fieldIndex,
@@ -149,6 +150,7 @@ bool oxSetFieldAt(oxArray_tag* value, std::size_t index, std::size_t fieldIndex,
 }
 
 const oxArray_tag* oxShareArray(const oxArray_tag* value) {
+    assert(value != nullptr);
     ++value->references;
     value->temporary = false;
     return value;
@@ -160,9 +162,15 @@ void oxDestroyArray(oxArray_tag* value) {
     }
 }
 
-int oxGetReferenceCount(const oxArray_tag* value) { return value->references; }
+int oxGetReferenceCount(const oxArray_tag* value) {
+    assert(value != nullptr);
+    return value->references;
+}
 
-bool oxIsTemporary(const oxArray_tag* value) { return value->temporary; }
+bool oxIsTemporary(const oxArray_tag* value) {
+    assert(value != nullptr);
+    return value->temporary;
+}
 
 namespace oxcore {
 

@@ -4,9 +4,9 @@
 #include <cstdlib>
 
 void* oxCallocEx(std::size_t count, std::size_t elementSize) {
-    // Not left to calloc: under a memory checker it ends the process at such a request.
-    constexpr std::size_t most = PTRDIFF_MAX;
-    if (elementSize != 0 && count > most / elementSize) {
+    // Checked here: under AddressSanitizer, calloc ends the process on such a request.
+    constexpr std::size_t largestSize = PTRDIFF_MAX;
+    if (elementSize != 0 && count > largestSize / elementSize) {
         return nullptr;
     }
     return std::calloc(count, elementSize);

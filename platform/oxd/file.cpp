@@ -20,15 +20,15 @@ struct oxdFile_tag {
 
 namespace {
 
-constexpr std::uintmax_t mostBytes = std::uintmax_t{16} << 20;
+constexpr std::uintmax_t maximumSize = std::uintmax_t{16} << 20;
 
 std::string& lastError() {
     thread_local std::string reason;
     return reason;
 }
 
-/// The bytes of a file; nothing, with the reason, if they are not to be had.
-std::optional<std::string> contentOf(const std::filesystem::path& path, std::string& reason) {
+/// Returns the contents of a file; no value, with the reason, if it cannot be read.
+std::optional<std::string> readFile(const std::filesystem::path& path, std::string& reason) {
     std::error_code failure;
     const std::filesystem::file_status status = std::filesystem::status(path, failure);
     if (failure) {
@@ -40,7 +40,7 @@ std::optional<std::string> contentOf(const std::filesystem::path& path, std::str
         return std::nullopt;
     }
     const std::uintmax_t size = std::filesystem::file_size(path, failure);
-    if (failure || size > mostBytes) {
+    if (failure || size > maximumSize) {
         reason = failure ? failure.message() : "it is larger than 16 MiB";
         return std::nullopt;
     }
@@ -65,13 +65,13 @@ std::unique_ptr<oxdFile_tag> open(const std::basic_string<char16_t>& path, const
         return nullptr;
     }
     const std::optional<std::string> content =
-        contentOf(ConvertUStringToStdString(path, true), reason);
+        readFile(ConvertUStringToStdString(path, true), reason);
     if (!content) {
         return nullptr;
     }
     oxd::Reading reading = oxd::read(*content);
     if (reading.variables == nullptr) {
-        reason = std::move(reading.fault);
+        reason = std::move(reading.error);
         return nullptr;
     }
     return std::make_unique<oxdFile_tag>(oxdFile_tag{std::move(reading.variables)});

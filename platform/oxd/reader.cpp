@@ -20,16 +20,16 @@ namespace {
 using boost::json::error_code;
 using boost::json::string_view;
 
-constexpr std::size_t mostFields = std::size_t{1} << 24;
+constexpr std::size_t maximumFields = std::size_t{1} << 24;
 
-/// Equality that keeps 0 and -0 apart.
+/// Equality that distinguishes 0 and -0.
 bool sameBits(double left, double right) {
     return left == right && std::signbit(left) == std::signbit(right);
 }
 
-std::string_view plain(string_view text) { return {text.data(), text.size()}; }
+std::string_view toStd(string_view text) { return {text.data(), text.size()}; }
 
-/// An array of records that is being read.
+/// An array of records during parsing.
 class Table {
   public:
     void beginRecord() {
@@ -37,8 +37,8 @@ class Table {
         next_ = 0;
     }
 
-    /// Turns to a field of the last record; false if the record has it already.
-    bool turnTo(std::string_view name) {
+    /// Selects a field of the last record. Returns false if the record has it already.
+    bool select(std::string_view name) {
         place_ = placeOf(name);
         next_ = place_ + 1;
         return std::exchange(lastRecordWith_[place_], count_) != count_;
@@ -48,7 +48,8 @@ class Table {
 
     void put(Value value) { cells_.push_back({count_ - 1, place_, std::move(value)}); }
 
-    /// Columns repeat themselves: what equals the last text or number of its column shares it.
+    /// Shares the value of a cell with the previous one of its column if they are equal, which is
+    /// frequent.
     void putText(std::string_view text) {
         Latest& latest = latest_[place_];
         if (latest.text == nullptr || latest.characters != text) {
@@ -69,7 +70,7 @@ class Table {
         }
     }
 
-    /// The fields of all records, those that hold nothing included.
+    /// Returns the number of fields of all records, with empty ones.
     std::size_t size() const { return count_ * names_.size(); }
 
     Value finish() {
@@ -86,10 +87,10 @@ class Table {
         std::size_t place;
         Value value;
     };
-    /// The last values of a column, which a cell holds.
+    /// Last text and number of a column, which a cell owns.
     struct Latest {
         oxArray_tag* text = nullptr;
-        std::string characters; ///< of the text
+        std::string characters; ///< content of the text
         oxArray_tag* number = nullptr;
     };
 
@@ -99,7 +100,7 @@ class Table {
     }
 
     std::size_t placeOf(std::string_view name) {
-        // Records mostly have their fields in the same order.
+        // Most records have their fields in the same order.
         if (next_ < names_.size() && names_[next_] == name) {
             return next_;
         }
@@ -120,13 +121,13 @@ class Table {
     std::size_t next_ = 0;
     std::vector<std::string> names_;
     std::map<std::string, std::size_t, std::less<>> places_;
-    std::vector<std::size_t> lastRecordWith_; // by field; records are counted from 1 here
+    std::vector<std::size_t> lastRecordWith_; // by field; records count from 1
     std::vector<Latest> latest_;              // by field
     std::vector<Cell> cells_;
 };
 
-/// Builds values from what the parser finds. A text or name comes in parts if it holds escapes, a
-/// number only where it is cut.
+/// Event handler of the JSON parser, which builds the values. A string or name with escapes is
+/// delivered in parts.
 class Builder {
   public:
     static constexpr std::size_t max_object_size = SIZE_MAX;
@@ -135,7 +136,7 @@ class Builder {
     static constexpr std::size_t max_string_size = SIZE_MAX;
 
     Value take() { return std::move(result_); }
-    const std::string& refusal() const { return refusal_; }
+    const std::string& error() const { return error_; }
 
     bool on_document_begin(error_code&) { return true; }
     bool on_document_end(error_code&) { return true; }
@@ -144,7 +145,7 @@ class Builder {
         if (tables_.empty()) {
             tables_.emplace_back();
         } else if (inRecord_) {
-            return refuse(error, "an object stands where no array of records is");
+            return fail(error, "an object is not allowed outside an array");
         }
         tables_.back().beginRecord();
         inRecord_ = true;
@@ -158,7 +159,7 @@ class Builder {
 
     bool on_array_begin(error_code& error) {
         if (!inRecord_) {
-            return refuse(error, notARecord());
+            return fail(error, notARecordReason());
         }
         tables_.emplace_back();
         inRecord_ = false;
@@ -167,32 +168,32 @@ class Builder {
 
     bool on_array_end(std::size_t, error_code& error) { return finishTable(error); }
 
-    bool on_key_part(string_view part, std::size_t, error_code&) { return keep(part); }
+    bool on_key_part(string_view part, std::size_t, error_code&) { return append(part); }
 
     bool on_key(string_view part, std::size_t, error_code& error) {
-        const bool isNew = tables_.back().turnTo(whole(part));
-        kept_.clear();
-        return isNew || refuse(error, "the name \"" + tables_.back().fieldName() +
-                                          "\" stands twice in one object");
+        const bool isNew = tables_.back().select(whole(part));
+        partial_.clear();
+        return isNew || fail(error, "the name \"" + tables_.back().fieldName() +
+                                        "\" is duplicated in one object");
     }
 
-    bool on_string_part(string_view part, std::size_t, error_code&) { return keep(part); }
+    bool on_string_part(string_view part, std::size_t, error_code&) { return append(part); }
 
     bool on_string(string_view part, std::size_t, error_code& error) {
         if (!inRecord_) {
-            return refuse(error, notARecord());
+            return fail(error, notARecordReason());
         }
         tables_.back().putText(whole(part));
-        kept_.clear();
+        partial_.clear();
         return true;
     }
 
-    bool on_number_part(string_view part, error_code&) { return keep(part); }
+    bool on_number_part(string_view part, error_code&) { return append(part); }
 
     bool on_int64(std::int64_t value, string_view part, error_code& error) {
-        constexpr std::int64_t mostExact = std::int64_t{1} << 53;
-        if (value > 0 && value < mostExact) {
-            kept_.clear();
+        constexpr std::int64_t largestExact = std::int64_t{1} << 53;
+        if (value > 0 && value < largestExact) {
+            partial_.clear();
             return putNumber(static_cast<double>(value), error);
         }
         return onNumber(static_cast<double>(value), part, error);
@@ -207,14 +208,14 @@ class Builder {
     }
 
     bool on_bool(bool, error_code& error) {
-        return refuse(error, "true and false are no values of a variable or a field");
+        return fail(error, "true and false are not allowed as values");
     }
 
     bool on_null(error_code& error) {
         if (!inRecord_) {
-            return refuse(error, notARecord());
+            return fail(error, notARecordReason());
         }
-        return tables_.size() > 1 || refuse(error, "null is no value of a variable");
+        return tables_.size() > 1 || fail(error, "null is not allowed as the value of a variable");
     }
 
     // The parser allows no comments.
@@ -222,41 +223,42 @@ class Builder {
     bool on_comment(string_view, error_code&) { return true; }
 
   private:
-    bool refuse(error_code& error, std::string reason) {
-        refusal_ = std::move(reason);
+    bool fail(error_code& error, std::string reason) {
+        error_ = std::move(reason);
         error = boost::json::error::input_error;
         return false;
     }
 
-    std::string notARecord() const {
-        return tables_.empty() ? "the file does not begin with an object, which holds the variables"
-                               : "an array holds what is not an object, and so not a record";
+    std::string notARecordReason() const {
+        return tables_.empty() ? "the file does not begin with an object"
+                               : "an array has an element that is not an object";
     }
 
-    bool keep(string_view part) {
-        kept_ += plain(part);
+    bool append(string_view part) {
+        partial_ += toStd(part);
         return true;
     }
 
-    /// What was kept with the last part behind it; valid until either changes.
+    /// Returns the preceding parts with the last one; valid until either changes.
     std::string_view whole(string_view part) {
-        if (kept_.empty()) {
-            return plain(part);
+        if (partial_.empty()) {
+            return toStd(part);
         }
-        kept_ += plain(part);
-        return kept_;
+        partial_ += toStd(part);
+        return partial_;
     }
 
-    /// The parser's own value may be off by the last digit, and so only tells large from small.
+    /// Converts digits with correct rounding. The parser's own value can be off by one unit in the
+    /// last place, and is used only to distinguish overflow from underflow.
     bool onNumber(double approximate, string_view part, error_code& error) {
         const std::string_view digits = whole(part);
         double value = 0;
         const auto [end, failure] =
             std::from_chars(digits.data(), digits.data() + digits.size(), value);
-        kept_.clear();
+        partial_.clear();
         if (failure == std::errc::result_out_of_range) {
             if (std::fabs(approximate) > 1) {
-                return refuse(error, "a number is too large for a double");
+                return fail(error, "a number is too large for a double");
             }
             value = std::copysign(0.0, approximate);
         }
@@ -265,7 +267,7 @@ class Builder {
 
     bool putNumber(double value, error_code& error) {
         if (!inRecord_) {
-            return refuse(error, notARecord());
+            return fail(error, notARecordReason());
         }
         tables_.back().putNumber(value);
         return true;
@@ -273,8 +275,8 @@ class Builder {
 
     bool finishTable(error_code& error) {
         const std::size_t size = tables_.back().size();
-        if (size > mostFields - fields_) {
-            return refuse(error, "the records have more than 2^24 fields");
+        if (size > maximumFields - fields_) {
+            return fail(error, "the records have more than 2^24 fields");
         }
         fields_ += size;
         Value records = tables_.back().finish();
@@ -288,11 +290,11 @@ class Builder {
         return true;
     }
 
-    std::vector<Table> tables_; // from the outside in; the first is the file's one record
-    bool inRecord_ = false;     // and not between the records of the innermost table
+    std::vector<Table> tables_; // nested arrays, outermost first; the first is the file itself
+    bool inRecord_ = false;     // false between the records of the innermost table
     std::size_t fields_ = 0;
-    std::string kept_;
-    std::string refusal_;
+    std::string partial_;
+    std::string error_;
     Value result_;
 };
 
@@ -301,12 +303,12 @@ bool isUtf8(std::string_view text) {
     return ConvertUStringToStdString(ConvertStdStringToUString(narrow, true), true) == narrow;
 }
 
-std::string describe(std::string_view text, std::size_t offset, std::string reason) {
+std::string describeError(std::string_view text, std::size_t offset, std::string reason) {
     const std::string_view before = text.substr(0, offset);
     const auto lines = std::count(before.begin(), before.end(), '\n');
     const std::string_view line = before.substr(before.rfind('\n') + 1);
     const auto characters = std::count_if(line.begin(), line.end(), [](char byte) {
-        return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; // the first of its bytes
+        return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; // not a continuation byte
     });
     return "line " + std::to_string(lines + 1) + ", column " + std::to_string(characters + 1) +
            ": " + reason;
@@ -325,11 +327,11 @@ Reading read(std::string_view text) {
     if (!error) {
         return {builder.take(), {}};
     }
-    std::string reason = builder.refusal().empty() ? error.message() : builder.refusal();
+    std::string reason = builder.error().empty() ? error.message() : builder.error();
     if (error == boost::json::error::syntax && !isUtf8(text)) {
         reason = "the text is not UTF-8";
     }
-    return {nullptr, describe(text, stop, std::move(reason))};
+    return {nullptr, describeError(text, stop, std::move(reason))};
 }
 
 } // namespace oxd

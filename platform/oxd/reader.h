@@ -1,3 +1,5 @@
+/// \file
+/// Parser of variable files.
 #pragma once
 
 #include <ox/array.h>
@@ -10,12 +12,13 @@ namespace oxd {
 
 using Value = std::unique_ptr<oxArray_tag, TOxArrayDeleter>;
 
-/// What a text of variables holds.
+/// Result of parsing.
 struct Reading {
-    Value variables;   ///< one record, whose fields are the variables; null after a fault
-    std::string fault; ///< with its line and column
+    Value variables;   ///< one record, whose fields are the variables; null on error
+    std::string error; ///< line, column and reason
 };
 
+/// Parses the text of a file.
 Reading read(std::string_view text);
 
 } // namespace oxd

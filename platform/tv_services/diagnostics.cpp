@@ -2,6 +2,7 @@
 
 #include <tvtypes_res/messages.h>
 
+#include <cassert>
 #include <cstdio>
 #include <memory>
 #include <utility>
@@ -18,7 +19,7 @@ tvsvWarningHandler& currentWarningHandler() {
     return handler;
 }
 
-/// Takes a diagnostic out of the caller's hand.
+/// Takes ownership of a diagnostic and sets the pointer to null.
 std::unique_ptr<tvsvDiagnosticImpl> take(tvsvDiagnosticImpl*& diagnostic) {
     return std::unique_ptr<tvsvDiagnosticImpl>(std::exchange(diagnostic, nullptr));
 }
@@ -61,6 +62,7 @@ tvsvDiagnosticImpl* tvsvCreateDiagnosticFromIException(const fnd::except::IExcep
 }
 
 void tvsvThrowIExceptionFromDiagnostic(tvsvDiagnosticImpl*& diagnostic, const char* context) {
+    assert(diagnostic != nullptr);
     std::shared_ptr<const tvsvDiagnosticImpl> owned = take(diagnostic);
     std::string text = owned->wholeText();
     if (context != nullptr) {
@@ -70,8 +72,9 @@ void tvsvThrowIExceptionFromDiagnostic(tvsvDiagnosticImpl*& diagnostic, const ch
 }
 
 void tvsvReportAsWarning(tvsvDiagnosticImpl*& diagnostic) {
+    assert(diagnostic != nullptr);
     const std::unique_ptr<const tvsvDiagnosticImpl> owned = take(diagnostic);
-    // A copy: the handler may install another one.
+    // Copied, since the handler may install another one.
     if (const tvsvWarningHandler handler = currentWarningHandler()) {
         handler(*owned);
     }

@@ -20,7 +20,7 @@ HostFunctions& hostFunctions() {
     return functions;
 }
 
-/// What a function has written. It is given up again, unless it is handed over.
+/// Outputs of a function, which are released unless they are moved to the caller.
 class Outputs {
   public:
     explicit Outputs(int count) : values_(static_cast<std::size_t>(std::max(count, 0))) {}
@@ -30,13 +30,13 @@ class Outputs {
 
     oxArray_tag** data() { return values_.data(); }
 
-    /// The number of the first that is missing, counted from 1; 0 if none is.
+    /// Returns the number of the first output that is null, from 1; 0 if there is none.
     int firstMissing() const {
         const auto missing = std::find(values_.begin(), values_.end(), nullptr);
         return missing == values_.end() ? 0 : static_cast<int>(missing - values_.begin()) + 1;
     }
 
-    void handOver(oxArray_tag** receiver) {
+    void moveTo(oxArray_tag** receiver) {
         std::copy(values_.begin(), values_.end(), receiver);
         values_.clear();
     }
@@ -45,14 +45,14 @@ class Outputs {
     std::vector<oxArray_tag*> values_;
 };
 
-/// Calls the function, and makes a diagnostic of whatever it throws.
+/// Calls the function and converts an exception to a diagnostic.
 tvsvDiagnosticImpl* callGuarded(const std::string& name, const tvsvHostFunction& function,
                                 int outCount, oxArray_tag** outputs, int inCount,
                                 oxArray_tag** inputs) {
     try {
         return function(outCount, outputs, inCount, inputs);
-    } catch (const fnd::except::IException& refusal) {
-        return tvsvCreateDiagnosticFromIException(refusal, true);
+    } catch (const fnd::except::IException& error) {
+        return tvsvCreateDiagnosticFromIException(error, true);
     } catch (const std::bad_alloc&) {
         return tvsvCreateMemoryAllocationDiagnostic();
     } catch (const std::exception& exception) {
@@ -83,15 +83,15 @@ tvsvDiagnosticImpl* tvsvFEVAL_NoThrow(int outCount, oxArray_tag** outputs, int i
     if (found == hostFunctions().end()) {
         return tvsvCreateDiagnosticFromMessageID(general::HostFunctionDoesNotExist(name));
     }
-    // A copy: the function may register another one under its name.
+    // Copied, since the function may register another one under its name.
     const tvsvHostFunction function = found->second;
-    Outputs made(outCount);
-    if (auto* refusal = callGuarded(name, function, outCount, made.data(), inCount, inputs)) {
-        return refusal;
+    Outputs results(outCount);
+    if (auto* diagnostic = callGuarded(name, function, outCount, results.data(), inCount, inputs)) {
+        return diagnostic;
     }
-    if (const int number = made.firstMissing()) {
+    if (const int number = results.firstMissing()) {
         return tvsvCreateDiagnosticFromMessageID(general::HostFunctionWithoutResult(name, number));
     }
-    made.handOver(outputs);
+    results.moveTo(outputs);
     return nullptr;
 }

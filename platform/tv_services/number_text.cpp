@@ -25,7 +25,7 @@ char* tvsv_dtoa_into(char* text, double x) {
     const std::chars_format format = magnitude >= 1e-5 && magnitude < 1e15
                                          ? std::chars_format::fixed
                                          : std::chars_format::scientific;
-    // The longest: a minus, "0.0000" and 17 digits, or a minus, 17 digits, a point and "e-308".
+    // Longest texts: a minus, "0.0000" and 17 digits, or a minus, 17 digits, a point and "e-308".
     return std::to_chars(text, text + tvsvLongestNumberText, x, format).ptr;
 }
 

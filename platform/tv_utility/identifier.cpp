@@ -10,7 +10,7 @@ constexpr bool isLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
 }
 
-// Looked up for every character of every name that is registered.
+// A table, since every character of every registered name is checked.
 constexpr std::array<bool, 256> isLetterOrDigit = [] {
     std::array<bool, 256> table{};
     for (std::size_t code = 0; code < 128; ++code) {

@@ -13,7 +13,8 @@ namespace tvtypes_res {
 
 namespace {
 
-std::string withoutPattern(std::string_view id, const std::vector<std::string>& arguments) {
+/// Text of a message without a usable pattern: the id and the arguments.
+std::string fallbackText(std::string_view id, const std::vector<std::string>& arguments) {
     std::string text(id);
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         text += i == 0 ? ": " : ", ";
@@ -22,8 +23,8 @@ std::string withoutPattern(std::string_view id, const std::vector<std::string>& 
     return text;
 }
 
-/// The numbers of the arguments that a pattern uses; nothing if it is no pattern of plain
-/// numbered arguments.
+/// Returns the numbers of the arguments of a pattern; no value if it is not a pattern with numbered
+/// arguments.
 std::optional<std::set<std::size_t>> argumentsUsed(const std::string& pattern) {
     UErrorCode status = U_ZERO_ERROR;
     const icu::MessagePattern parsed(icu::UnicodeString::fromUTF8(pattern), nullptr, status);
@@ -79,11 +80,11 @@ const Catalogue& Catalogue::builtIn() {
 std::string Catalogue::text(std::string_view id, const std::vector<std::string>& arguments) const {
     const auto found = patterns_.find(id);
     if (found == patterns_.end()) {
-        return withoutPattern(id, arguments);
+        return fallbackText(id, arguments);
     }
     const std::optional<std::set<std::size_t>> used = argumentsUsed(found->second);
     if (!used || (!used->empty() && *used->rbegin() >= arguments.size())) {
-        return withoutPattern(id, arguments);
+        return fallbackText(id, arguments);
     }
     std::vector<icu::Formattable> values;
     values.reserve(arguments.size());
@@ -97,7 +98,7 @@ std::string Catalogue::text(std::string_view id, const std::vector<std::string>&
     icu::FieldPosition ignored(icu::FieldPosition::DONT_CARE);
     format.format(values.data(), static_cast<int32_t>(values.size()), sentence, ignored, status);
     if (U_FAILURE(status)) {
-        return withoutPattern(id, arguments);
+        return fallbackText(id, arguments);
     }
     std::string text;
     sentence.toUTF8String(text);
@@ -118,7 +119,7 @@ std::optional<std::string> Catalogue::faultOf(const MessageSignature& message) c
         expected.insert(i);
     }
     if (*used != expected) {
-        return "the entry uses other arguments than the message has";
+        return "the entry does not use exactly the arguments of the message";
     }
     return std::nullopt;
 }

@@ -4,7 +4,7 @@
 
 namespace tvtypes_res {
 
-/// The text of the message catalogue.
+/// Contents of data/messages.json.
 extern const std::string_view messagesJson;
 
 } // namespace tvtypes_res

@@ -23,23 +23,23 @@ SymbolicDimsConstraints::Impl::Impl(SymbolicDimsTable* table, TV::SymbolicExprTa
     : table_(table), exprTable_(exprTable) {}
 
 void SymbolicDimsConstraints::Impl::addEqual(int first, int second, const TVBlock* block) {
-    const auto [a, b] = sizesOf(first, second);
+    const auto [a, b] = sizes(first, second);
     if (a == b) {
         return;
     }
     using dimensions::InconsistentSymbolicDimensionNotEqual;
     for (const auto& [greater, lesser] : {std::pair(a, b), std::pair(b, a)}) {
         if (ordering_.isGreater(greater, lesser)) {
-            const std::string text = textOfSize(lesser);
-            refuse(InconsistentSymbolicDimensionNotEqual(textOfSize(greater), text, text));
+            const std::string text = sizeText(lesser);
+            refuse(InconsistentSymbolicDimensionNotEqual(sizeText(greater), text, text));
         }
     }
     if (block != nullptr) {
-        blockConstraints_[block].insert(constraintOf<TV::SymbolicEqualExpr>(a, b));
+        blockConstraints_[block].insert(registerRelation<TV::SymbolicEqualExpr>(a, b));
     }
     const auto [low, high] = std::minmax(a, b);
     const int* parentOfLow = findIn(equalParent_, low);
-    // One step, not to the root.
+    // The parent, which need not be the root: the listings show this forest.
     const int root = parentOfLow == nullptr ? low : std::min(*parentOfLow, low);
     if (parentOfLow == nullptr) {
         equalParent_[low] = low;
@@ -64,20 +64,20 @@ void SymbolicDimsConstraints::Impl::addEqual(int first, int second, const TVBloc
 }
 
 void SymbolicDimsConstraints::Impl::addGreaterThan(int first, int second, const TVBlock* block) {
-    const auto [a, b] = sizesOf(first, second);
+    const auto [a, b] = sizes(first, second);
     if (a == b) {
         return;
     }
     if (areEqual(a, b)) {
-        const std::string text = textOfSize(b);
-        refuse(dimensions::InconsistentSymbolicDimensionEqual(textOfSize(a), text, text));
+        const std::string text = sizeText(b);
+        refuse(dimensions::InconsistentSymbolicDimensionEqual(sizeText(a), text, text));
     }
-    if (!ordering_.makeRoom(a, b)) {
-        const std::string text = textOfSize(b);
-        refuse(dimensions::InconsistentSymbolicDimensionGreaterThan(textOfSize(a), text, text));
+    if (!ordering_.reorder(a, b)) {
+        const std::string text = sizeText(b);
+        refuse(dimensions::InconsistentSymbolicDimensionGreaterThan(sizeText(a), text, text));
     }
     if (block != nullptr) {
-        blockConstraints_[block].insert(constraintOf<TV::SymbolicGreaterThanExpr>(a, b));
+        blockConstraints_[block].insert(registerRelation<TV::SymbolicGreaterThanExpr>(a, b));
         greaterThanBlocks_[a].insert(block);
     }
     Ids& lesser = greaterThanEdges_[a];
@@ -94,23 +94,23 @@ void SymbolicDimsConstraints::Impl::addGreaterThan(int first, int second, const 
 }
 
 bool SymbolicDimsConstraints::Impl::isEqual(int first, int second) const {
-    const auto [a, b] = sizesOf(first, second);
+    const auto [a, b] = sizes(first, second);
     return areEqual(a, b);
 }
 
 bool SymbolicDimsConstraints::Impl::isGreaterThan(int first, int second) const {
-    const auto [a, b] = sizesOf(first, second);
+    const auto [a, b] = sizes(first, second);
     return ordering_.isGreater(a, b);
 }
 
-std::pair<int, int> SymbolicDimsConstraints::Impl::sizesOf(int first, int second) const {
+std::pair<int, int> SymbolicDimsConstraints::Impl::sizes(int first, int second) const {
     table_->checkSymbolicDimsId(first);
     table_->checkSymbolicDimsId(second);
     const int a = SymbolicDims(table_, first).getSize().getId();
     return {a, SymbolicDims(table_, second).getSize().getId()};
 }
 
-std::string SymbolicDimsConstraints::Impl::textOfSize(int size) const {
+std::string SymbolicDimsConstraints::Impl::sizeText(int size) const {
     return SymbolicDims(table_, size).toString();
 }
 
@@ -128,8 +128,8 @@ int SymbolicDimsConstraints::Impl::findRootKey(int size) const {
 }
 
 template <class Relation>
-int SymbolicDimsConstraints::Impl::constraintOf(int a, int b) const {
-    return registered(exprTable_, Relation(exprTable_, expressionIdOf(a), expressionIdOf(b)));
+int SymbolicDimsConstraints::Impl::registerRelation(int a, int b) const {
+    return internExpression(exprTable_, Relation(exprTable_, toExpressionId(a), toExpressionId(b)));
 }
 
 void SymbolicDimsConstraints::Impl::getEquivalentSymbolicDims(Pairs& pairs) const {
@@ -154,14 +154,14 @@ template <class Visit>
 void SymbolicDimsConstraints::Impl::visitConstraints(const Visit& visit) const {
     for (const auto& [representative, members] : equalMembers_) {
         for (const int member : members) {
-            visit(constraintOf<TV::SymbolicEqualExpr>(representative, member),
+            visit(registerRelation<TV::SymbolicEqualExpr>(representative, member),
                   findIn(equalBlocks_, member));
         }
     }
     for (const auto& [greater, lesser] : greaterThanEdges_) {
         const Blocks* blocks = findIn(greaterThanBlocks_, greater);
         for (const int member : lesser) {
-            visit(constraintOf<TV::SymbolicGreaterThanExpr>(greater, member), blocks);
+            visit(registerRelation<TV::SymbolicGreaterThanExpr>(greater, member), blocks);
         }
     }
 }
@@ -198,16 +198,16 @@ void SymbolicDimsConstraints::Impl::getSymbolicDimsConstraints(
 void SymbolicDimsConstraints::Impl::getSymbolicDimsConstraints(
     const TVBlock* block, const boost::function<const TVBlock*(const TVBlock*)>& blockOf,
     std::vector<int>& constraintIds) const {
-    // The function is the client's and may state facts, which is no time to walk the map.
+    // Copied, since the client's function may state relations, which would change the map.
     std::vector<const TVBlock*> blocks;
     blocks.reserve(blockConstraints_.size());
     for (const auto& entry : blockConstraints_) {
         blocks.push_back(entry.first);
     }
     Ids all;
-    for (const TVBlock* stating : blocks) {
-        if (blockOf(stating) == block) {
-            const Ids& stated = blockConstraints_.at(stating);
+    for (const TVBlock* source : blocks) {
+        if (blockOf(source) == block) {
+            const Ids& stated = blockConstraints_.at(source);
             all.insert(stated.begin(), stated.end());
         }
     }

@@ -1,5 +1,5 @@
 /// \file
-/// The facts of a table.
+/// Relations between the sizes of a table.
 #pragma once
 
 #include "symbolicdims/ordering.h"
@@ -19,8 +19,9 @@ class SymbolicExprTable;
 
 namespace TVTypeSys {
 
-/// Equal sizes form a forest: each has a parent of a lower id or itself, and those with one root
-/// are equal. The maps are walked to list the facts, so what is entered where, and when, shows.
+/// Equal sizes form a union-find forest without path compression: a parent has a lower id than its
+/// child, a root is its own parent, and sizes with one root are equal. Listings iterate over the
+/// maps, so the keys of an entry and the order of insertion are visible to clients.
 class SymbolicDimsConstraints::Impl {
   public:
     Impl(SymbolicDimsTable* table, TV::SymbolicExprTable& exprTable);
@@ -47,35 +48,39 @@ class SymbolicDimsConstraints::Impl {
     using IdsById = boost::unordered_map<int, Ids>;
     using BlocksById = boost::unordered_map<int, Blocks>;
 
-    /// The sizes that two dimensions are told apart by. If one is refused nothing is added.
-    std::pair<int, int> sizesOf(int first, int second) const;
-    std::string textOfSize(int size) const;
+    /// Returns the ids of the sizes (products of dimensions) of two symbolic dimensions. Throws
+    /// before it registers a product.
+    std::pair<int, int> sizes(int first, int second) const;
+    std::string sizeText(int size) const;
 
-    /// These take sizes.
+    /// The following take ids of sizes.
     bool areEqual(int a, int b) const;
+    /// \pre The size is in the forest.
     int findRootKey(int size) const;
+    /// Registers a relation as an expression and returns its id.
     template <class Relation>
-    int constraintOf(int a, int b) const;
+    int registerRelation(int a, int b) const;
 
-    /// Calls `visit(constraintId, blocks)` for each fact; `blocks` is null if there are none.
+    /// Calls `visit(constraintId, blocks)` for each relation; `blocks` is null if there are none.
     template <class Visit>
     void visitConstraints(const Visit& visit) const;
     static void createConstraintsList(const IdsById& map, Pairs& pairs);
 
+    /// Determines the order of iteration, and so of the listings.
     static constexpr std::size_t buckets = 11;
 
     IdsById equalMembers_{buckets};                       ///< by representative
-    boost::unordered_map<int, int> equalParent_{buckets}; ///< a root is its own
-    BlocksById equalBlocks_{buckets};                     ///< who brought a size in
-    IdsById greaterThanEdges_{buckets};                   ///< the lesser by the greater
-    BlocksById greaterThanBlocks_{buckets};               ///< by the greater
+    boost::unordered_map<int, int> equalParent_{buckets}; ///< a root is its own parent
+    BlocksById equalBlocks_{buckets};                     ///< blocks that added a size
+    IdsById greaterThanEdges_{buckets};                   ///< lesser sizes by greater size
+    BlocksById greaterThanBlocks_{buckets};               ///< by greater size
     boost::unordered_map<const TVBlock*, Ids> blockConstraints_{buckets};
     SymbolicDimsTable* table_;
     TV::SymbolicExprTable& exprTable_;
-    /// How many facts were entered, which listings reserve.
+    /// Numbers of relations that were added, for which listings reserve memory.
     std::uint64_t numEqual_ = 0;
     std::uint64_t numGreaterThan_ = 0;
-    /// The same as greaterThanEdges_, for questions.
+    /// The relations of greaterThanEdges_ in an order that answers queries fast.
     Ordering ordering_;
 };
 

@@ -1,20 +1,20 @@
 /// \file
-/// Ids of symbolic dimensions and those of their expressions, which are one more.
+/// Conversion between ids of symbolic dimensions and of expressions, which are one greater.
 #pragma once
 
 #include <symbolicexpr/expr.h>
 
 namespace TVTypeSys {
 
-/// An id that is less than -1 becomes one that no table has.
-inline unsigned long expressionIdOf(int id) { return static_cast<unsigned long>(id) + 1; }
+/// Converts an id less than -1 to an id that no table has.
+inline unsigned long toExpressionId(int id) { return static_cast<unsigned long>(id) + 1; }
 
-inline int dimsIdOf(unsigned long expressionId) { return static_cast<int>(expressionId) - 1; }
+inline int toDimsId(unsigned long expressionId) { return static_cast<int>(expressionId) - 1; }
 
-/// The id of an expression, which is put into the table if it is new.
-inline int registered(const TV::SymbolicExprTable& expressions,
-                      const TV::SymbolicExpr& expression) {
-    return dimsIdOf(expression.getId(expressions));
+/// Interns an expression and returns its symbolic dimension id.
+inline int internExpression(const TV::SymbolicExprTable& expressions,
+                            const TV::SymbolicExpr& expression) {
+    return toDimsId(expression.getId(expressions));
 }
 
 } // namespace TVTypeSys

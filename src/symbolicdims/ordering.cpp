@@ -2,13 +2,14 @@
 
 #include <boost/unordered/unordered_flat_set.hpp>
 
+#include <cassert>
 #include <queue>
 #include <tuple>
 
 namespace TVTypeSys {
 
-/// What searches up and down have in common. A height is a level, seen in the direction of the
-/// search, so that it grows along the facts.
+/// Base of searches in one direction of the edges. A height is a level with the sign of the
+/// direction, so heights increase along the search.
 struct OrderingSearch {
     using Index = Ordering::Index;
     using Indices = Ordering::Indices;
@@ -32,33 +33,35 @@ struct OrderingSearch {
 
     const std::vector<Size>& sizes;
     Direction direction;
-    std::size_t spent = 0;
+    std::size_t cost = 0;
     bool found = false;
 
-    class Walk;
-    class Move;
+    class Reachability;
+    class Relabelling;
 
-    /// Goes on with the search whose next step leaves it the cheaper one, until one is done.
+    /// Interleaves two searches: advances the one whose cost after its next step is the lower,
+    /// until one is complete, and returns that one.
     template <class Search>
-    static Search& firstDone(Search& a, Search& b) {
-        while (!a.isDone() && !b.isDone()) {
-            (a.costOfNext() <= b.costOfNext() ? a : b).step();
+    static Search& firstComplete(Search& a, Search& b) {
+        while (!a.isComplete() && !b.isComplete()) {
+            (a.nextCost() <= b.nextCost() ? a : b).step();
         }
-        return a.isDone() ? a : b;
+        return a.isComplete() ? a : b;
     }
 };
 
-/// Looks for a size among those that lie beyond another.
-class OrderingSearch::Walk : public OrderingSearch {
+/// Depth-first search for a path from one size to another. Sizes beyond the height of the goal are
+/// not visited.
+class OrderingSearch::Reachability : public OrderingSearch {
   public:
-    Walk(const std::vector<Size>& all, const Direction& towards, Index from, Index to)
+    Reachability(const std::vector<Size>& all, const Direction& towards, Index from, Index to)
         : OrderingSearch(all, towards), goal_(to), waiting_{from} {}
 
-    bool isDone() const { return found || waiting_.empty(); }
-    std::size_t costOfNext() const { return spent + 1 + next(waiting_.back()).size(); }
+    bool isComplete() const { return found || waiting_.empty(); }
+    std::size_t nextCost() const { return cost + 1 + next(waiting_.back()).size(); }
 
     void step() {
-        spent = costOfNext();
+        cost = nextCost();
         const Index from = waiting_.back();
         waiting_.pop_back();
         for (const Index i : next(from)) {
@@ -74,98 +77,99 @@ class OrderingSearch::Walk : public OrderingSearch {
 
     Index goal_;
     std::vector<Index> waiting_;
-    /// Without those that only one fact leads to.
+    /// Visited sizes, except those with a single incoming edge, which are reached once only.
     boost::unordered_flat_set<Index> seen_;
 };
 
-/// Finds what has to move, and how far, so that a size gets beyond another; or that the other lies
-/// beyond it. Sizes are taken in the order of their heights, so that each is taken once all that
-/// push it are known.
-class OrderingSearch::Move : public OrderingSearch {
+/// Computes the relabelling that a new edge needs so that `from` gets a greater height than `past`,
+/// or detects a cycle: `past` is reachable from `from`. Sizes are processed in the order of their
+/// heights, from a priority queue, so that the target height of each is final when it is processed.
+class OrderingSearch::Relabelling : public OrderingSearch {
   public:
-    Move(const std::vector<Size>& all, const Direction& towards, Index from, Index past)
+    Relabelling(const std::vector<Size>& all, const Direction& towards, Index from, Index past)
         : OrderingSearch(all, towards), past_(past) {
         waiting_.push({height(from), from, height(past) + 1});
     }
 
-    bool isDone() const { return found || waiting_.empty(); }
-    std::size_t costOfNext() const { return spent + 1 + next(waiting_.top().size).size(); }
+    bool isComplete() const { return found || waiting_.empty(); }
+    std::size_t nextCost() const { return cost + 1 + next(waiting_.top().size).size(); }
 
     void step() {
-        spent = costOfNext();
-        const Pushed pushed = waiting_.top();
+        cost = nextCost();
+        const Target target = waiting_.top();
         waiting_.pop();
-        if (!moved_.empty() && moved_.back().size == pushed.size) {
-            return;
+        if (!relabelled_.empty() && relabelled_.back().size == target.size) {
+            return; // a lower target of the same size
         }
-        moved_.push_back(pushed);
-        for (const Index i : next(pushed.size)) {
+        relabelled_.push_back(target);
+        for (const Index i : next(target.size)) {
             found = found || i == past_;
-            if (height(i) <= pushed.target) {
-                waiting_.push({height(i), i, pushed.target + 1});
+            if (height(i) <= target.newHeight) {
+                waiting_.push({height(i), i, target.newHeight + 1});
             }
         }
     }
 
     void applyTo(std::vector<Size>& all) const noexcept {
-        for (const Pushed& pushed : moved_) {
-            all[pushed.size].level = direction.sign * pushed.target;
+        for (const Target& target : relabelled_) {
+            all[target.size].level = direction.sign * target.newHeight;
         }
     }
 
   private:
-    struct Pushed {
+    struct Target {
         Level height;
         Index size;
-        Level target;
+        Level newHeight;
 
-        /// The queue gives the greatest: the lowest size, and of its pushes the farthest.
-        bool operator<(const Pushed& other) const {
-            return std::tie(other.height, other.size, target) <
-                   std::tie(height, size, other.target);
+        /// The queue returns the greatest element: the lowest size, and of its targets the highest.
+        bool operator<(const Target& other) const {
+            return std::tie(other.height, other.size, newHeight) <
+                   std::tie(height, size, other.newHeight);
         }
     };
 
     Index past_;
-    std::priority_queue<Pushed> waiting_;
-    std::vector<Pushed> moved_;
+    std::priority_queue<Target> waiting_;
+    std::vector<Target> relabelled_;
 };
 
 bool Ordering::isGreater(int greater, int lesser) const {
-    const auto from = places_.find(greater);
-    const auto to = places_.find(lesser);
-    if (from == places_.end() || to == places_.end() ||
+    const auto from = indices_.find(greater);
+    const auto to = indices_.find(lesser);
+    if (from == indices_.end() || to == indices_.end() ||
         sizes_[from->second].level <= sizes_[to->second].level) {
         return false;
     }
-    OrderingSearch::Walk down(sizes_, OrderingSearch::down, from->second, to->second);
-    OrderingSearch::Walk up(sizes_, OrderingSearch::up, to->second, from->second);
-    return OrderingSearch::firstDone(down, up).found;
+    OrderingSearch::Reachability down(sizes_, OrderingSearch::down, from->second, to->second);
+    OrderingSearch::Reachability up(sizes_, OrderingSearch::up, to->second, from->second);
+    return OrderingSearch::firstComplete(down, up).found;
 }
 
-bool Ordering::makeRoom(int greater, int lesser) {
-    const auto above = places_.find(greater);
-    const auto below = places_.find(lesser);
-    if (above == places_.end() || below == places_.end() ||
+bool Ordering::reorder(int greater, int lesser) {
+    const auto above = indices_.find(greater);
+    const auto below = indices_.find(lesser);
+    if (above == indices_.end() || below == indices_.end() ||
         sizes_[above->second].level > sizes_[below->second].level) {
         return true;
     }
-    OrderingSearch::Move raised(sizes_, OrderingSearch::up, above->second, below->second);
-    OrderingSearch::Move lowered(sizes_, OrderingSearch::down, below->second, above->second);
-    const OrderingSearch::Move& made = OrderingSearch::firstDone(raised, lowered);
-    if (made.found) {
+    OrderingSearch::Relabelling raised(sizes_, OrderingSearch::up, above->second, below->second);
+    OrderingSearch::Relabelling lowered(sizes_, OrderingSearch::down, below->second, above->second);
+    const OrderingSearch::Relabelling& relabelling = OrderingSearch::firstComplete(raised, lowered);
+    if (relabelling.found) {
         return false;
     }
-    made.applyTo(sizes_);
+    relabelling.applyTo(sizes_);
     return true;
 }
 
 void Ordering::add(int greater, int lesser) {
-    // A new size gets a level that needs no other to move.
-    const auto known = places_.find(lesser);
+    // A new size gets a level that requires no relabelling.
+    const auto known = indices_.find(lesser);
     const Index above =
-        place(greater, known == places_.end() ? 0 : sizes_[known->second].level + 1);
-    const Index below = place(lesser, sizes_[above].level - 1);
+        findOrAdd(greater, known == indices_.end() ? 0 : sizes_[known->second].level + 1);
+    const Index below = findOrAdd(lesser, sizes_[above].level - 1);
+    assert(sizes_[above].level > sizes_[below].level);
     sizes_[above].lesser.push_back(below);
     try {
         sizes_[below].greater.push_back(above);
@@ -175,13 +179,13 @@ void Ordering::add(int greater, int lesser) {
     }
 }
 
-Ordering::Index Ordering::place(int id, Level level) {
-    const auto [found, isNew] = places_.try_emplace(id, static_cast<Index>(sizes_.size()));
+Ordering::Index Ordering::findOrAdd(int id, Level level) {
+    const auto [found, isNew] = indices_.try_emplace(id, static_cast<Index>(sizes_.size()));
     if (isNew) {
         try {
             sizes_.push_back({level, {}, {}});
         } catch (...) {
-            places_.erase(found);
+            indices_.erase(found);
             throw;
         }
     }

@@ -1,5 +1,5 @@
 /// \file
-/// The greater-than facts as a graph that answers without walking far.
+/// Incremental topological order of the greater-than relations.
 #pragma once
 
 #include <boost/container/small_vector.hpp>
@@ -10,20 +10,26 @@
 
 namespace TVTypeSys {
 
-/// Each size has a level, and what is greater has a higher one. So most questions are answered by
-/// two levels, and a walk leaves out what is not between them.
+/// A directed acyclic graph of sizes with a topological order that is maintained as edges are
+/// added. The order is given by levels: a size has a higher level than all lesser sizes. Sizes that
+/// are not ordered may share a level. Most queries are answered by comparing two levels, and a
+/// search visits only sizes whose levels are between them.
 ///
-/// What has to be walked is walked from both ends in turn, and the end that is done first decides.
-/// The same goes for levels that have to change. So a chain of n facts takes time proportional to
-/// n log n in whatever order they come.
+/// Reachability is decided by a two-way search, forward from one size and backward from the other,
+/// which advances the cheaper direction and ends when either is complete. Relabelling for a new
+/// edge uses the same scheme: it either raises the greater size and those above it or lowers the
+/// lesser size and those below it. So a chain of n edges takes O(n log n) in any order of
+/// insertion.
 class Ordering {
   public:
-    /// Whether facts lead from the one to the other.
+    /// Returns whether there is a path from one size to the other.
     bool isGreater(int greater, int lesser) const;
 
-    /// Moves levels so that a fact can be added. False if the second is greater than the first.
-    bool makeRoom(int greater, int lesser);
-    /// Adds a fact that is not there and has been made room for. All or nothing.
+    /// Relabels sizes so that an edge can be added. Returns false, with nothing changed, if the
+    /// edge would close a cycle.
+    bool reorder(int greater, int lesser);
+    /// Adds an edge; if this throws, nothing has changed. \pre The edge is new, and reorder() of
+    /// the two sizes has returned true.
     void add(int greater, int lesser);
 
   private:
@@ -33,15 +39,16 @@ class Ordering {
     using Level = std::int64_t;
     using Indices = boost::container::small_vector<Index, 2>;
 
+    /// A node of the graph.
     struct Size {
         Level level;
-        Indices greater, lesser; // by facts
+        Indices greater, lesser; // by edges
     };
 
-    /// The place of a size, which is entered at the level if it is new.
-    Index place(int id, Level level);
+    /// Returns the index of a size, which is added with this level if it is new.
+    Index findOrAdd(int id, Level level);
 
-    boost::unordered_flat_map<int, Index> places_;
+    boost::unordered_flat_map<int, Index> indices_;
     std::vector<Size> sizes_;
 };
 

@@ -11,6 +11,7 @@
 #include <boost/lexical_cast.hpp>
 
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
 #include <optional>
 
@@ -18,7 +19,7 @@ namespace TVTypeSys {
 
 namespace {
 
-/// Whether the C library reads a text as one number, of any base and size. It does so with "".
+/// Whether strtol with base 0 reads the whole text, whatever the size of the number. True for "".
 bool isNumber(const std::string& text) {
     char* end = nullptr;
     static_cast<void>(std::strtol(text.c_str(), &end, 0));
@@ -37,15 +38,15 @@ int SymbolicDimsTable::registerSymbolicDims(const char* text) {
     if (isNumber(name)) {
         return registerSymbolicDims(boost::lexical_cast<int>(name));
     }
-    return registered(*expressions_, TV::SymbolicString(*expressions_, name));
+    return internExpression(*expressions_, TV::SymbolicString(*expressions_, name));
 }
 
 int SymbolicDimsTable::registerSymbolicDims(int value) {
-    return registered(*expressions_, TV::SymbolicIntValue(*expressions_, value));
+    return internExpression(*expressions_, TV::SymbolicIntValue(*expressions_, value));
 }
 
 int SymbolicDimsTable::registerSymbolicDims(const std::vector<std::string>& sizes) {
-    // Read ahead, so that a number which is too large leaves nothing behind.
+    // Converted first, so that nothing is registered if a number is too large.
     std::vector<std::optional<int>> numbers;
     numbers.reserve(sizes.size());
     for (const std::string& size : sizes) {
@@ -59,21 +60,23 @@ int SymbolicDimsTable::registerSymbolicDims(const std::vector<std::string>& size
                           ? TV::SymbolicIntValue(*expressions_, *numbers[i]).getId(*expressions_)
                           : TV::SymbolicString(*expressions_, sizes[i]).getId(*expressions_));
     }
-    return ids.size() == 1 ? dimsIdOf(ids.front())
-                           : registered(*expressions_, TV::SymbolicNDExpr(*expressions_, ids));
+    return ids.size() == 1
+               ? toDimsId(ids.front())
+               : internExpression(*expressions_, TV::SymbolicNDExpr(*expressions_, ids));
 }
 
 int SymbolicDimsTable::registerSymbolicDimsExpr(const char* text) {
-    return dimsIdOf(TV::SymbolicExprParser(*expressions_)(textOf(text)));
+    return toDimsId(TV::SymbolicExprParser(*expressions_)(textOf(text)));
 }
 
 int SymbolicDimsTable::importSymbolicDims(const SymbolicDimsTable& source, int id) {
-    return dimsIdOf(TV::SymbolicExprCopy(*source.expressions_, *expressions_)(expressionIdOf(id)));
+    return toDimsId(TV::SymbolicExprCopy(*source.expressions_, *expressions_)(toExpressionId(id)));
 }
 
 tvsvDiagnosticImpl* SymbolicDimsTable::RegisterSymbolicDims(SymbolicDimsTable* table,
                                                             const char* blockName, const char* dims,
                                                             int* idOut) {
+    assert(table != nullptr && idOut != nullptr);
     return guarded(blockName, [&] { *idOut = table->registerSymbolicDims(dims); });
 }
 

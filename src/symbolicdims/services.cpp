@@ -13,7 +13,7 @@ namespace {
 constexpr int inherit = -1;
 constexpr int noneUnknown = -10;
 
-std::vector<int> dimensionsOf(SymbolicDimsTable* table, int id) {
+std::vector<int> dimensionIds(SymbolicDimsTable* table, int id) {
     const SymbolicDims dims(table, id);
     std::vector<int> dimensions(dims.getNumDimensions());
     for (std::size_t i = 0; i < dimensions.size(); ++i) {
@@ -22,7 +22,7 @@ std::vector<int> dimensionsOf(SymbolicDimsTable* table, int id) {
     return dimensions;
 }
 
-/// The sum along an axis; inputs that do not have it are passed over.
+/// Sum of the inputs along an axis. Inputs that lack it are ignored; no value if all do.
 std::optional<SymbolicDims> sumAlong(SymbolicDimsTable* table, std::size_t axis,
                                      const std::vector<std::vector<int>>& inputs) {
     std::optional<SymbolicDims> sum;
@@ -58,8 +58,8 @@ void Concat::ComputeOutput(SymbolicDimsTable*, const std::vector<int>&, int&, in
 void Concat::ComputeInput(SymbolicDimsTable* table, const std::vector<int>& inputIds,
                           const int& outputId, int& resultId, int& unknownIndex, int concatDim,
                           bool vectorForm, const TVBlock* block) {
-    const std::vector<int> output = dimensionsOf(table, outputId);
-    std::vector<std::vector<int>> inputs(inputIds.size()); // nothing for one that is not known
+    const std::vector<int> output = dimensionIds(table, outputId);
+    std::vector<std::vector<int>> inputs(inputIds.size()); // empty for unknown inputs
     int unknown = noneUnknown;
     std::size_t unknowns = 0;
     for (std::size_t i = 0; i < inputIds.size(); ++i) {
@@ -67,7 +67,7 @@ void Concat::ComputeInput(SymbolicDimsTable* table, const std::vector<int>& inpu
             unknown = static_cast<int>(i);
             ++unknowns;
         } else {
-            inputs[i] = dimensionsOf(table, inputIds[i]);
+            inputs[i] = dimensionIds(table, inputIds[i]);
         }
     }
     const auto axis = static_cast<std::size_t>(concatDim);

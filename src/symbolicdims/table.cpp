@@ -53,7 +53,7 @@ int SymbolicDimsTable::getNumSymbolicDimss() const {
 }
 
 SymbolicDims SymbolicDimsTable::getSymbolicDims(int id) const {
-    // A value does nothing to the table but add expressions, which a const one takes as well.
+    // A value only adds expressions to the table, which is allowed on a const table.
     return {const_cast<SymbolicDimsTable*>(this), id};
 }
 
@@ -62,9 +62,9 @@ SymbolicDims SymbolicDimsTable::getSymbolicDims(const char* name) {
 }
 
 SymbolicDims SymbolicDimsTable::getSymbolicDimsAt(unsigned long index) const {
-    // No table has as many as this.
+    // Not an id of any table.
     constexpr int last = std::numeric_limits<int>::max();
-    return getSymbolicDims(index <= static_cast<unsigned long>(last) ? dimsIdOf(index) : last);
+    return getSymbolicDims(index <= static_cast<unsigned long>(last) ? toDimsId(index) : last);
 }
 
 const TV::SymbolicExpr& SymbolicDimsTable::getSymbolicExpr(unsigned long expressionId) const {
@@ -74,7 +74,7 @@ const TV::SymbolicExpr& SymbolicDimsTable::getSymbolicExpr(unsigned long express
 const char* SymbolicDimsTable::getDisplayString(int id) {
     checkSymbolicDimsId(id);
     displayStrings_.resize(expressions_->size());
-    std::string& text = displayStrings_[expressionIdOf(id)];
+    std::string& text = displayStrings_[toExpressionId(id)];
     if (text.empty()) {
         text = SymbolicDims(this, id).toString();
     }

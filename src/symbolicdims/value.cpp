@@ -14,26 +14,26 @@ namespace TVTypeSys {
 
 namespace {
 
-const TV::SymbolicExpr& expressionOf(const SymbolicDimsTable& table, int id) {
-    return table.getSymbolicExpr(expressionIdOf(id));
+const TV::SymbolicExpr& getExpression(const SymbolicDimsTable& table, int id) {
+    return table.getSymbolicExpr(toExpressionId(id));
 }
 
-int simplified(TV::SymbolicExprTable& expressions, unsigned long expressionId) {
+int simplify(TV::SymbolicExprTable& expressions, unsigned long expressionId) {
     unsigned long ignored = 0;
-    return dimsIdOf(TV::SymbolicExprSimplify(expressions, 10).simplify(expressionId, ignored));
+    return toDimsId(TV::SymbolicExprSimplify(expressions, 10).simplify(expressionId, ignored));
 }
 
 template <class Operation>
-int result(const SymbolicDimsTable& table, TV::SymbolicExprTable& expressions, int left,
-           int right) {
-    const Operation operation(expressions, expressionOf(table, left), expressionOf(table, right));
-    return simplified(expressions, operation.getId(expressions));
+int computeResult(const SymbolicDimsTable& table, TV::SymbolicExprTable& expressions, int left,
+                  int right) {
+    const Operation operation(expressions, getExpression(table, left), getExpression(table, right));
+    return simplify(expressions, operation.getId(expressions));
 }
 
 } // namespace
 
 std::string SymbolicDims::toString() const {
-    return TV::SymbolicExprPrinter(*table_->expressions_, 0)(expressionOf(*table_, id_));
+    return TV::SymbolicExprPrinter(*table_->expressions_, 0)(getExpression(*table_, id_));
 }
 
 std::string SymbolicDims::getExprWithEmptyInherit() const {
@@ -41,42 +41,45 @@ std::string SymbolicDims::getExprWithEmptyInherit() const {
 }
 
 SymbolicDims SymbolicDims::operator+(const SymbolicDims& right) const {
-    return {table_, result<TV::SymbolicPlusExpr>(*table_, *table_->expressions_, id_, right.id_)};
+    return {table_,
+            computeResult<TV::SymbolicPlusExpr>(*table_, *table_->expressions_, id_, right.id_)};
 }
 
 SymbolicDims SymbolicDims::operator-(const SymbolicDims& right) const {
-    return {table_, result<TV::SymbolicMinusExpr>(*table_, *table_->expressions_, id_, right.id_)};
+    return {table_,
+            computeResult<TV::SymbolicMinusExpr>(*table_, *table_->expressions_, id_, right.id_)};
 }
 
 SymbolicDims SymbolicDims::operator*(const SymbolicDims& right) const {
-    return {table_,
-            result<TV::SymbolicMultiplyExpr>(*table_, *table_->expressions_, id_, right.id_)};
+    return {table_, computeResult<TV::SymbolicMultiplyExpr>(*table_, *table_->expressions_, id_,
+                                                            right.id_)};
 }
 
 SymbolicDims SymbolicDims::operator/(const SymbolicDims& right) const {
-    return {table_, result<TV::SymbolicDivideExpr>(*table_, *table_->expressions_, id_, right.id_)};
+    return {table_,
+            computeResult<TV::SymbolicDivideExpr>(*table_, *table_->expressions_, id_, right.id_)};
 }
 
 SymbolicDims SymbolicDims::operator-() const {
     const TV::SymbolicExprTable& expressions = *table_->expressions_;
-    return {table_, registered(expressions, TV::SymbolicUnaryMinusExpr(
-                                                expressions, expressionOf(*table_, id_)))};
+    return {table_, internExpression(expressions, TV::SymbolicUnaryMinusExpr(
+                                                      expressions, getExpression(*table_, id_)))};
 }
 
 unsigned long SymbolicDims::getNumDimensions() const {
-    return std::max(expressionOf(*table_, id_).getNumDimensions(), 1UL);
+    return std::max(getExpression(*table_, id_).getNumDimensions(), 1UL);
 }
 
 SymbolicDims SymbolicDims::getDimension(unsigned long index) const {
-    const TV::SymbolicExpr& expression = expressionOf(*table_, id_);
+    const TV::SymbolicExpr& expression = getExpression(*table_, id_);
     if (expression.getNumDimensions() == 0) {
         return *this;
     }
-    return {table_, dimsIdOf(expression.getDimension(index))};
+    return {table_, toDimsId(expression.getDimension(index))};
 }
 
 SymbolicDims SymbolicDims::getSize(unsigned long count) const {
-    const TV::SymbolicExpr& expression = expressionOf(*table_, id_);
+    const TV::SymbolicExpr& expression = getExpression(*table_, id_);
     const unsigned long available = expression.getNumDimensions();
     if (available == 0) {
         return *this;
@@ -91,7 +94,7 @@ SymbolicDims SymbolicDims::getSize(unsigned long count) const {
         product = TV::SymbolicMultiplyExpr(expressions, product, expression.getDimension(i))
                       .getId(expressions);
     }
-    return {table_, simplified(expressions, product)};
+    return {table_, simplify(expressions, product)};
 }
 
 SymbolicDims SymbolicDims::getSize() const {
@@ -112,22 +115,22 @@ SymbolicDimsString::SymbolicDimsString(SymbolicDimsTable& table, const std::stri
     : SymbolicDimsString(&table, name) {}
 
 SymbolicDimsString::SymbolicDimsString(SymbolicDimsTable* table, const std::string& name)
-    : SymbolicDims(table, registered(*table->expressions_,
-                                     TV::SymbolicString(*table->expressions_, name))) {}
+    : SymbolicDims(table, internExpression(*table->expressions_,
+                                           TV::SymbolicString(*table->expressions_, name))) {}
 
 SymbolicDimsIntValue::SymbolicDimsIntValue(SymbolicDimsTable& table, int value)
     : SymbolicDimsIntValue(&table, value) {}
 
 SymbolicDimsIntValue::SymbolicDimsIntValue(SymbolicDimsTable* table, int value)
-    : SymbolicDims(table, registered(*table->expressions_,
-                                     TV::SymbolicIntValue(*table->expressions_, value))) {}
+    : SymbolicDims(table, internExpression(*table->expressions_,
+                                           TV::SymbolicIntValue(*table->expressions_, value))) {}
 
 SymbolicDimsND::SymbolicDimsND(SymbolicDimsTable& table, const std::vector<int>& dimensions)
     : SymbolicDimsND(&table, dimensions) {}
 
 SymbolicDimsND::SymbolicDimsND(SymbolicDimsTable* table, const std::vector<int>& dimensions)
-    : SymbolicDims(table,
-                   registered(*table->expressions_,
+    : SymbolicDims(table, internExpression(
+                              *table->expressions_,
                               TV::SymbolicNDExpr(*table->expressions_,
                                                  convertSymbDimsId2SymbolicExprId(dimensions)))) {}
 
@@ -137,6 +140,6 @@ std::vector<unsigned long>
 convertSymbDimsId2SymbolicExprId(const std::vector<int>& symbolicDimsIds) {
     std::vector<unsigned long> expressionIds(symbolicDimsIds.size());
     std::transform(symbolicDimsIds.begin(), symbolicDimsIds.end(), expressionIds.begin(),
-                   TVTypeSys::expressionIdOf);
+                   TVTypeSys::toExpressionId);
     return expressionIds;
 }

@@ -10,21 +10,21 @@ void CompletionWords::add(std::u16string_view word) {
 
 void CompletionWords::append(std::vector<std::u16string>& out, std::u16string_view prefix) const {
     const std::lock_guard lock(mutex_);
-    putInOrder();
+    sort();
     for (auto word = words_.lower_bound(prefix); word != words_.end() && word->starts_with(prefix);
          ++word) {
         out.emplace_back(*word);
     }
 }
 
-void CompletionWords::keep() {
-    putInOrder();
-    std::deque<std::u16string> kept(words_.begin(), words_.end());
-    words_ = std::set<std::u16string_view>(kept.begin(), kept.end());
-    kept_ = std::move(kept);
+void CompletionWords::own() {
+    sort();
+    std::deque<std::u16string> owned(words_.begin(), words_.end());
+    words_ = std::set<std::u16string_view>(owned.begin(), owned.end());
+    owned_ = std::move(owned);
 }
 
-void CompletionWords::putInOrder() const {
+void CompletionWords::sort() const {
     words_.insert(added_.begin(), added_.end());
     added_.clear();
 }

@@ -1,5 +1,5 @@
 /// \file
-/// Words found by how they begin.
+/// Prefix search in a set of words.
 #pragma once
 
 #include <deque>
@@ -11,29 +11,29 @@
 
 namespace TVTypeSys {
 
-/// A set of words. In the order of their code units a word stands ahead of its extensions, and all
-/// extensions of a prefix stand together.
+/// A sorted set of words, in which all words with a common prefix are adjacent. It takes less
+/// memory than a prefix tree.
 ///
-/// Words are put in order when they are first asked for, which most programs never do. A lock lets
-/// threads ask at once.
+/// Words are sorted by the first search, which most programs never make. A lock allows concurrent
+/// searches.
 class CompletionWords {
   public:
-    /// Adds a word that stays where it is until `keep` is called. The empty text is no word.
+    /// Adds a word, unless it is empty. \pre It stays valid until own() is called.
     void add(std::u16string_view word);
 
-    /// Appends the words that begin with the prefix, the prefix itself included.
+    /// Appends the words that begin with the prefix, in the order of code units.
     void append(std::vector<std::u16string>& out, std::u16string_view prefix) const;
 
-    /// Copies the words that have been added, so that their origin may go.
-    void keep();
+    /// Copies the words, so that the texts from which they were added can be destroyed.
+    void own();
 
   private:
-    void putInOrder() const;
+    void sort() const;
 
     mutable std::mutex mutex_;
-    mutable std::vector<std::u16string_view> added_;
+    mutable std::vector<std::u16string_view> added_; ///< not sorted yet
     mutable std::set<std::u16string_view> words_;
-    std::deque<std::u16string> kept_;
+    std::deque<std::u16string> owned_; ///< texts of words_ after own()
 };
 
 } // namespace TVTypeSys

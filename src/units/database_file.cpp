@@ -11,7 +11,7 @@ namespace TVTypeSys {
 
 namespace {
 
-/// A record of a variable, whose fields must be there.
+/// A record of a variable. Reading a field that is missing or has the wrong type throws.
 class Record {
   public:
     Record(const Records& records, const char* variable, std::size_t index)
@@ -22,7 +22,7 @@ class Record {
     }
 
     Rational rational(const char* numerator, const char* denominator, const char* exponent) const {
-        // One after the other, so that of several faults the first in this order is told.
+        // In sequence, so that the first of several errors is reported.
         const int top = integer(numerator);
         const int bottom = integer(denominator);
         return {top, bottom, integer(exponent)};
@@ -53,9 +53,9 @@ class Record {
     std::size_t index_;
 };
 
-UnitSystem unitSystemOf(const Record& record) { return UnitSystem(record.text("Name")); }
+UnitSystem readUnitSystem(const Record& record) { return UnitSystem(record.text("Name")); }
 
-std::unique_ptr<UnitBase> abstractUnitOf(const Record& record) {
+std::unique_ptr<UnitBase> readAbstractUnit(const Record& record) {
     const std::u16string name = record.text("Name");
     const std::u16string expression = record.text("Expression");
     const Rational scaling = record.scaling();
@@ -65,7 +65,7 @@ std::unique_ptr<UnitBase> abstractUnitOf(const Record& record) {
     return unit;
 }
 
-std::unique_ptr<UnitBase> unitOf(const UnitDatabase& database, const Record& record) {
+std::unique_ptr<UnitBase> readUnit(const UnitDatabase& database, const Record& record) {
     const std::u16string name = record.text("Name");
     const std::u16string symbol = record.text("Symbol");
     const std::u16string expression = record.text("Expression");
@@ -86,22 +86,22 @@ std::unique_ptr<UnitBase> unitOf(const UnitDatabase& database, const Record& rec
     return unit;
 }
 
-/// Reads the records of a variable one by one, and passes over those that are refused.
+/// Reads the records of a variable. Records that cause an error are noted and skipped.
 template <class Preparation, class Reading>
 void readAll(const VariableFile& file, const char* variable, const std::string& path,
-             ErrorList& failures, const Preparation& prepareFor, const Reading& read) {
+             ErrorList& errors, const Preparation& reserve, const Reading& read) {
     const std::optional<Records> records = file.records(variable);
     if (!records) {
-        failures.add(units::UnitDatabaseFileLoadMissingFieldError(path, variable));
+        errors.add(units::UnitDatabaseFileLoadMissingFieldError(path, variable));
         return;
     }
-    prepareFor(records->size());
+    reserve(records->size());
     for (std::size_t i = 0; i < records->size(); ++i) {
         try {
             read(Record(*records, variable, i));
-        } catch (const fnd::except::IUserException& refusal) {
-            failures.add(units::UnitDatabaseFileLoadFieldError(path, variable));
-            failures.add(refusal);
+        } catch (const fnd::except::IUserException& error) {
+            errors.add(units::UnitDatabaseFileLoadFieldError(path, variable));
+            errors.add(error);
         }
     }
 }
@@ -122,18 +122,18 @@ void UnitDatabase::loadUnitDatabase(const std::u16string& path) {
         unit->parseExpressionAndGenerateAST();
         repository.addUnit(std::move(unit));
     };
-    ErrorList failures;
+    ErrorList errors;
     readAll(
-        file, "unitSystems", shownPath, failures, [](std::size_t) {},
-        [&](const Record& record) { addUnitSystem(unitSystemOf(record)); });
+        file, "unitSystems", shownPath, errors, [](std::size_t) {},
+        [&](const Record& record) { addUnitSystem(readUnitSystem(record)); });
     readAll(
-        file, "abstractUnits", shownPath, failures,
+        file, "abstractUnits", shownPath, errors,
         [&](std::size_t count) { abstractUnits_->reserve(count); },
-        [&](const Record& record) { add(*abstractUnits_, abstractUnitOf(record)); });
+        [&](const Record& record) { add(*abstractUnits_, readAbstractUnit(record)); });
     readAll(
-        file, "units", shownPath, failures, [&](std::size_t count) { units_->reserve(count); },
-        [&](const Record& record) { add(*units_, unitOf(*this, record)); });
-    failures.throwIfAny();
+        file, "units", shownPath, errors, [&](std::size_t count) { units_->reserve(count); },
+        [&](const Record& record) { add(*units_, readUnit(*this, record)); });
+    errors.throwIfAny();
 }
 
 } // namespace TVTypeSys

@@ -6,8 +6,8 @@ namespace TVTypeSys {
 
 namespace {
 
-/// Whether the text is the number of a place holder: digits alone, and within 32 bits.
-bool isWholeNumber(std::u16string_view text) {
+/// Whether the text can be a placeholder: digits only, at most 2^31-1.
+bool isPlaceholder(std::u16string_view text) {
     std::int64_t value = 0;
     for (const char16_t character : text) {
         if (character < u'0' || character > u'9') {
@@ -52,7 +52,7 @@ bool ExpressionReader::close() {
 
 bool ExpressionReader::name(std::u16string_view name) {
     factors_.add(name);
-    levels_.back().operand = isWholeNumber(name) ? Operand::unsignedNumber : Operand::unit;
+    levels_.back().operand = isPlaceholder(name) ? Operand::unsignedNumber : Operand::unit;
     return true;
 }
 

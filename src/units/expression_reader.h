@@ -1,5 +1,5 @@
 /// \file
-/// What the texts of a unit expression mean where they stand.
+/// Semantic actions of the unit grammar.
 #pragma once
 
 #include "units/factor_list.h"
@@ -9,35 +9,34 @@
 
 namespace TVTypeSys {
 
-/// Is told of the parts of an expression in their order, and says whether each may stand there.
-/// Operands and operators alternate; this is the caller's concern. After a false answer the text
-/// is no expression, whatever follows.
+/// Semantic actions of the grammar, called for each token in order. A false result rejects the
+/// token, and with it the text. The grammar makes sure that operands and operators alternate.
 ///
-/// Nesting is kept here and not on the stack of the host.
+/// Open parentheses are on a stack of this object, not on the call stack.
 class ExpressionReader {
   public:
     static constexpr int maximumNesting = 1000;
 
     ExpressionReader() : levels_(1) {}
 
-    /// How many parentheses are open.
+    /// Returns the number of open parentheses.
     int depth() const { return static_cast<int>(levels_.size()) - 1; }
 
     bool open();
     bool close();
 
-    /// A name, as a view into the text. A whole number is one too, but a place holder where it
-    /// stands alone ahead of the first operator of its level, and this is a division.
+    /// A name, as a view into the text. An integer is a name too, except for a placeholder: it is
+    /// the first operand of its level, and the operator after it is a division.
     bool name(std::u16string_view name);
 
-    /// A number with a sign, which can only be a place holder.
+    /// An integer with a sign, which is valid only as a placeholder.
     bool signedNumber();
 
     bool power(int exponent);
     bool multiply() { return operate(1); }
     bool divide() { return operate(-1); }
 
-    /// Whether the text may end, and all has been read.
+    /// End of the text. Completes factors().
     bool end();
 
     const FactorList& factors() const { return factors_; }
@@ -45,13 +44,13 @@ class ExpressionReader {
   private:
     enum class Operand { unit, unsignedNumber, signedNumber };
 
-    /// What a pair of parentheses encloses, or the whole text.
+    /// The inside of a pair of parentheses, or the whole text.
     struct Level {
-        std::size_t factor = 0; ///< where the factor at hand begins in the list
-        Exponent exponent;      ///< of this factor
+        std::size_t factor = 0; ///< position of the current factor in the list
+        Exponent exponent;      ///< of the current factor
         Operand operand = Operand::unit;
         bool first = true; ///< no operator has been read yet
-        /// A group stands first. It is all that this level may hold, unless it is a number.
+        /// The first operand is a group. The level must not contain more, unless it is a number.
         bool isGroupAlone = false;
     };
 

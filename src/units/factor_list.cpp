@@ -9,15 +9,15 @@ namespace TVTypeSys {
 
 namespace {
 
-/// The name with the low 16 bits of each character: for a pair of surrogates, of what it encodes.
-std::u16string lowBits(std::u16string_view text) {
+/// Truncates each character to its low 16 bits; a surrogate pair to those of its code point.
+std::u16string truncateCharacters(std::u16string_view text) {
     constexpr std::uint32_t surrogateBits = 10;
     std::u16string name;
     name.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         const std::uint32_t unit = text[i];
         if ((unit & 0xfc00U) == 0xd800U) {
-            // What a pair of surrogates adds to its bits does not reach into the low 16.
+            // The offset 0x10000 of a surrogate pair does not affect the low 16 bits.
             name.push_back(
                 static_cast<char16_t>((unit << surrogateBits | (text[++i] & 0x3ffU)) & 0xffffU));
         } else {
@@ -42,12 +42,12 @@ void FactorList::raise(std::size_t from, const Exponent& exponent) {
 
 void FactorList::merge(Monomial& result) const {
     Monomial merged;
-    // Room for all ahead of the search, which needs the names to stay where they are.
+    // Reserved, since NamePositions requires stable strings.
     merged.names.reserve(factors_.size());
     merged.powers.reserve(factors_.size());
     NamePositions positions(merged.names);
     for (const Factor& factor : factors_) {
-        std::u16string name = lowBits(factor.name);
+        std::u16string name = truncateCharacters(factor.name);
         const std::size_t position = positions.find(name, merged.names.size());
         if (position < merged.names.size()) {
             merged.powers[position] = wrappingSum(merged.powers[position], factor.power);

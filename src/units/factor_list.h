@@ -1,11 +1,12 @@
 /// \file
-/// What has been read of a unit expression so far.
+/// Factors of a unit expression during parsing.
 #pragma once
 
-#include "units/wrapping.h"
+#include "units/wrapping_arithmetic.h"
 
 #include <tvtypes/units/expression.h>
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -13,10 +14,10 @@
 
 namespace TVTypeSys {
 
-/// The exponents behind a factor, and the sign of the operator ahead of it, taken together.
+/// Product of the exponents after a factor and the sign of the operator before it.
 struct Exponent {
     std::int32_t product = 1;
-    bool removes = false; ///< one of them was 0
+    bool removes = false; ///< whether one of them is 0; the factor is removed then
 
     void multiply(int exponent) {
         product = wrappingProduct(product, exponent);
@@ -24,21 +25,25 @@ struct Exponent {
     }
 };
 
-/// Each name as it was written, with its power. A group is the names from a position to the end.
+/// The names in the order of the text, each with its power. A group is the names from a position to
+/// the end.
 class FactorList {
   public:
     std::size_t size() const { return factors_.size(); }
 
-    /// Takes the name as a view into the text.
+    /// Appends a name with the power 1. \pre The view stays valid.
     void add(std::u16string_view name) { factors_.push_back({name, 1}); }
 
-    /// Forgets the names from a position on.
-    void truncate(std::size_t from) { factors_.resize(from); }
+    /// Removes the names from a position on. \pre `from` is at most size().
+    void truncate(std::size_t from) {
+        assert(from <= factors_.size());
+        factors_.resize(from);
+    }
 
-    /// Raises the names from a position on.
+    /// Raises the names from a position on to a power.
     void raise(std::size_t from, const Exponent& exponent);
 
-    /// Puts equal names together, in order of first appearance.
+    /// Sums the powers of equal names, in order of first appearance.
     void merge(Monomial& result) const;
 
   private:

@@ -29,7 +29,8 @@ constexpr Texts dimensionlessQuantities[] = {
 };
 // clang-format on
 
-/// Takes a unit over and gives it its texts. The expression of a fundamental unit is never read.
+/// Takes ownership of a unit and sets its texts. The expression of a fundamental unit is never
+/// parsed.
 UnitBase& add(boost::ptr_vector<UnitBase>& units, UnitBase* unit, const char* symbol,
               const char* name) {
     units.push_back(unit);

@@ -1,5 +1,5 @@
 /// \file
-/// The units that no file defines: the floor on which every canonical form rests.
+/// Fundamental units, which no file defines.
 #pragma once
 
 #include <tvtypes/units/unit.h>
@@ -8,13 +8,13 @@
 
 namespace TVTypeSys {
 
-/// Eight quantities with one measure each, and two quantities without dimension. The canonical
-/// form of each of the eight is itself, that of the two has all eight with power 0.
+/// Eight abstract units with one concrete unit each, and two abstract units without dimension. The
+/// canonical form of each of the eight is itself, that of the two has all eight with power 0.
 class FundamentalUnits {
   public:
     FundamentalUnits();
 
-    /// The eight in the order of their names.
+    /// Return the eight, or the two, in the order of their names.
     const UnitBase::ReferenceSet& concrete() const { return concreteUnitSet_; }
     const UnitBase::ReferenceSet& abstract() const { return abstractUnitSet_; }
     const UnitBase::ReferenceSet& dimensionless() const { return dimensionlessAbstractUnitSet_; }

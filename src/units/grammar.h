@@ -1,5 +1,5 @@
 /// \file
-/// The grammar of unit expressions.
+/// Token grammar of unit expressions.
 #pragma once
 
 #include "units/expression_reader.h"
@@ -21,11 +21,11 @@ namespace TVTypeSys {
 
 using UnitExprIterator = boost::u16_to_u32_iterator<const char16_t*>;
 
-/// The sequence of the texts. What may enclose what is up to the reader, which is told of each.
+/// Alternation of operands and operators. The semantic actions of the Reader check nesting.
 ///
-/// Each choice is settled by what comes next, and nothing is read twice: once an operator or a
-/// parenthesis has been read, no other reading of it could succeed. So the time is proportional to
-/// the length of the text. Holds no state of a text; one object serves all threads.
+/// The grammar is LL(1): each alternative is selected by the next token and never backtracks, so
+/// the time is linear in the length of the text. The grammar has no state, so one object serves all
+/// threads.
 template <class Reader, class Iterator>
 class UnitExprParser : public boost::spirit::qi::grammar<Iterator, void(Reader&),
                                                          boost::spirit::standard_wide::space_type> {
@@ -51,10 +51,10 @@ class UnitExprParser : public boost::spirit::qi::grammar<Iterator, void(Reader&)
                   (unitName(_r1) | omit[int_] >> eps(bind(&Reader::signedNumber, _r1))) >>
                   *(lit(L')') >> eps(bind(&Reader::close, _r1)) | lit(L'^') >> exponentTerm(_r1));
 
-        unitName = raw[lexeme[+(alnum | char_(L'_'))]][_pass = bind(&tellName, _r1, _1)];
+        unitName = raw[lexeme[+(alnum | char_(L'_'))]][_pass = bind(&addName, _r1, _1)];
 
-        // A number in as many parentheses as are opened ahead of it.
-        exponentTerm = eps[_a = 0] >> *(lit(L'(') >> eps(bind(&mayOpen, _r1, _a)) >> eps[++_a]) >>
+        // An integer in balanced parentheses.
+        exponentTerm = eps[_a = 0] >> *(lit(L'(') >> eps(bind(&canOpen, _r1, _a)) >> eps[++_a]) >>
                        int_[_pass = bind(&Reader::power, _r1, _1)] >>
                        *(eps(_a > 0) >> lit(L')') >> eps[--_a]) >> eps(_a == 0);
     }
@@ -64,11 +64,11 @@ class UnitExprParser : public boost::spirit::qi::grammar<Iterator, void(Reader&)
     template <class... Locals>
     using Rule = boost::spirit::qi::rule<Iterator, void(Reader&), Skipper, Locals...>;
 
-    static bool tellName(Reader& reader, const boost::iterator_range<Iterator>& name) {
+    static bool addName(Reader& reader, const boost::iterator_range<Iterator>& name) {
         const auto* begin = name.begin().base();
         return reader.name({begin, static_cast<std::size_t>(name.end().base() - begin)});
     }
-    static bool mayOpen(const Reader& reader, int open) {
+    static bool canOpen(const Reader& reader, int open) {
         return reader.depth() + open < Reader::maximumNesting;
     }
 

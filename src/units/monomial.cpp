@@ -1,5 +1,5 @@
 #include "units/name_positions.h"
-#include "units/wrapping.h"
+#include "units/wrapping_arithmetic.h"
 
 #include <tvtypes/units/expression.h>
 
@@ -33,7 +33,7 @@ Monomial Monomial::power(const Monomial& exponent) const { return power(exponent
 Monomial& Monomial::operator*=(const Monomial& other) {
     const std::size_t held = std::min(names.size(), powers.size());
     const std::size_t added = std::min(other.names.size(), other.powers.size());
-    // Room for all ahead of the search, which needs the names to stay where they are.
+    // Reserved, since NamePositions requires stable strings.
     names.resize(held);
     names.reserve(held + added);
     powers.resize(held);

@@ -1,10 +1,11 @@
 /// \file
-/// Where a name stands in a growing list of names.
+/// Search in a growing list of names.
 #pragma once
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -12,16 +13,18 @@
 
 namespace TVTypeSys {
 
-/// Finds names in a list whose strings stay where they are. A short list is searched through; from
-/// a longer one an index is made, so that a search takes constant time.
+/// Finds names in a list that may grow at its end. A short list is searched linearly; for a longer
+/// one an index is built, so that a search takes constant time. \pre The strings of the list keep
+/// their addresses.
 class NamePositions {
   public:
     explicit NamePositions(const std::vector<std::u16string>& names) : names_(names) {}
 
-    /// The position of a name among the first `count`; `count` if it is not there. `count` must
-    /// not shrink from call to call.
+    /// Returns the position of a name among the first `count` names; `count` if it is not one of
+    /// them. \pre `count` does not decrease from call to call.
     std::size_t find(std::u16string_view name, std::size_t count) {
-        if (count <= searchedThrough) {
+        assert(indexed_ <= count && count <= names_.size());
+        if (count <= linearSearchLimit) {
             const auto begin = names_.begin();
             const auto end = begin + static_cast<std::ptrdiff_t>(count);
             return static_cast<std::size_t>(std::find(begin, end, name) - begin);
@@ -34,7 +37,7 @@ class NamePositions {
     }
 
   private:
-    static constexpr std::size_t searchedThrough = 16;
+    static constexpr std::size_t linearSearchLimit = 16;
 
     const std::vector<std::u16string>& names_;
     boost::unordered_flat_map<std::u16string_view, std::size_t> index_;

@@ -7,7 +7,7 @@ bool parseUnitExpr(const std::u16string& expression, Monomial& result) {
     using TVTypeSys::UnitExprIterator;
     static const TVTypeSys::UnitExprParser<ExpressionReader, UnitExprIterator> parser;
 
-    // Behind its last character a string has a null, which completes no pair of surrogates.
+    // The terminating null ends a lone surrogate at the end of the text: the iterator throws.
     UnitExprIterator position(expression.data());
     const UnitExprIterator end(expression.data() + expression.size());
     ExpressionReader reader;

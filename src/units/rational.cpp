@@ -1,4 +1,4 @@
-#include "units/wrapping.h"
+#include "units/wrapping_arithmetic.h"
 
 #include <tvtypes/units/rational.h>
 
@@ -18,8 +18,9 @@ constexpr double greatestPart = Limits::max();
 constexpr int greatestPartExponent = 31;
 constexpr double greatestPartLog10 = 9.331929865381182;
 
-/// Boost's normalisation negates and divides in int, which the least int does not bear.
-boost::rational<int> fractionOf(int numerator, int denominator) {
+/// Reduces a fraction. Boost's normalisation negates and divides in int, which overflows for
+/// INT_MIN.
+boost::rational<int> reduced(int numerator, int denominator) {
     if (denominator == 0 || (numerator != Limits::min() && denominator != Limits::min())) {
         return {numerator, denominator};
     }
@@ -33,7 +34,7 @@ boost::rational<int> fractionOf(int numerator, int denominator) {
     return {static_cast<int>(top), static_cast<int>(bottom)};
 }
 
-/// What a part counts as. NaN is not below anything.
+/// Magnitude of a part: at most the largest double, and 0 for NaN.
 double magnitude(double part) {
     return std::isnan(part) ? 0.0 : std::min(std::abs(part), std::numeric_limits<double>::max());
 }
@@ -44,14 +45,15 @@ int binaryExponent(double value) {
     return exponent;
 }
 
-/// Scales both parts by a power of two, so that `reference` comes to fit 31 bits.
+/// Scales both parts by the power of two that makes `reference` fit 31 bits.
 void scaleBoth(double& a, double& b, double reference) {
     const int excess = binaryExponent(reference) - greatestPartExponent + 1;
     a = std::ldexp(a, -excess);
     b = std::ldexp(b, -excess);
 }
 
-/// Narrows parts of which at least one is too wide, and gives the power of ten that this costs.
+/// Narrows parts of which at least one is too wide. Returns the power of ten to add to the
+/// exponent.
 int narrow(double& a, double& b) {
     const double greater = std::max(a, b);
     const double smaller = std::min(a, b);
@@ -69,25 +71,25 @@ int narrow(double& a, double& b) {
     return &wide == &a ? power : -power;
 }
 
-/// The power of a part. Most powers are 1, and most parts.
-double powerOf(double part, double power) {
+/// std::pow, faster for a base or exponent of 1, which are the common cases.
+double partPower(double part, double power) {
     return power == 1.0 || part == 1.0 ? part : std::pow(part, power);
 }
 
-constexpr int mostKeptPower = 64;
+constexpr int largestTabulated = 64;
 
-/// std::pow(10.0, exponent), which is kept for the exponents that units have.
+/// std::pow(10.0, exponent), tabulated for the exponents that units have.
 double powerOfTen(int exponent) {
-    static const auto kept = [] {
-        std::array<double, 2 * mostKeptPower + 1> powers;
-        for (int i = -mostKeptPower; i <= mostKeptPower; ++i) {
-            powers[static_cast<std::size_t>(i + mostKeptPower)] = std::pow(10.0, i);
+    static const auto table = [] {
+        std::array<double, 2 * largestTabulated + 1> powers;
+        for (int i = -largestTabulated; i <= largestTabulated; ++i) {
+            powers[static_cast<std::size_t>(i + largestTabulated)] = std::pow(10.0, i);
         }
         return powers;
     }();
-    const bool isKept = -mostKeptPower <= exponent && exponent <= mostKeptPower;
-    return isKept ? kept[static_cast<std::size_t>(exponent + mostKeptPower)]
-                  : std::pow(10.0, exponent);
+    const bool isTabulated = -largestTabulated <= exponent && exponent <= largestTabulated;
+    return isTabulated ? table[static_cast<std::size_t>(exponent + largestTabulated)]
+                       : std::pow(10.0, exponent);
 }
 
 double valueOf(const Rational& number) {
@@ -101,7 +103,7 @@ constinit const Rational Rational::unity(1);
 constinit const Rational Rational::zero(0);
 
 Rational::Rational(int numerator, int denominator, int exponent)
-    : Rational(fractionOf(numerator, denominator), exponent, 0) {}
+    : Rational(reduced(numerator, denominator), exponent, 0) {}
 
 Rational::Rational(boost::rational<int> fraction, int exponent, int precision)
     : fraction_(fraction), exponent_(exponent), precision_(precision) {
@@ -133,11 +135,11 @@ Rational Rational::operator^(int power) const {
     const double top = numerator();
     const double bottom = denominator();
     if (power > 0) {
-        return safeConvertToRational<double>(powerOf(top, power), powerOf(bottom, power),
+        return safeConvertToRational<double>(partPower(top, power), partPower(bottom, power),
                                              resultExponent);
     }
     const double inverted = -static_cast<double>(power);
-    return safeConvertToRational<double>(powerOf(bottom, inverted), powerOf(top, inverted),
+    return safeConvertToRational<double>(partPower(bottom, inverted), partPower(top, inverted),
                                          resultExponent);
 }
 

@@ -23,7 +23,7 @@ int Unit::getUnitType() const { return 2; }
 Unit* Unit::clone() const { return std::make_unique<Unit>(*this).release(); }
 
 double Unit::getScalingFactorToConvertTo(const UnitBase& other) const {
-    // Most names differ in length, which is all that has to be looked at then.
+    // Names of different length differ: most calls end this comparison here.
     if (name.size() == other.name.size() && compare(other) == 0) {
         return 1.0;
     }

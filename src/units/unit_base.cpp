@@ -1,7 +1,8 @@
 #include "services/refuse.h"
 #include "services/text.h"
+#include "units/canonical_form.h"
 #include "units/unit_lookup.h"
-#include "units/wrapping.h"
+#include "units/wrapping_arithmetic.h"
 
 #include <tvtypes/units/expression.h>
 #include <tvtypes/units/unit.h>
@@ -13,8 +14,8 @@ namespace TVTypeSys {
 
 namespace {
 
-/// -1, 0 or 1, by code units and then by length.
-int order(const std::u16string& a, const std::u16string& b) {
+/// Three-way lexicographic comparison of code units: -1, 0 or 1.
+int threeWayCompare(const std::u16string& a, const std::u16string& b) {
     const int difference = a.compare(b);
     return (difference > 0) - (difference < 0);
 }
@@ -65,17 +66,7 @@ void UnitBase::parseExpressionAndGenerateAST() {
 
 void UnitBase::addTerms(const Monomial& terms) {
     for (std::size_t i = 0; i < terms.names.size(); ++i) {
-        const Reference term = getFirstMatchingUnitInDatabase(terms.names[i]);
-        const std::int32_t power = terms.powers[i];
-        addUnitInfo(term, {power, 0});
-        if (term.get().offset == Rational::zero) {
-            for (const auto& [fundamental, info] : term.get().fundamentalExprAST) {
-                addToFundamentalExprAST(fundamental, {wrappingProduct(power, info.power), 0});
-            }
-        } else {
-            addToFundamentalExprAST(term, {power, 0});
-        }
-        updateBaseScalingFactor(term.get().baseScalingFactor, power);
+        addTerm(*this, getFirstMatchingUnitInDatabase(terms.names[i]), terms.powers[i]);
     }
     updateBaseScalingFactor(scaling, 1);
     if (scaling.precision() == 1) {
@@ -97,14 +88,14 @@ int UnitBase::compare(const UnitBase& other) const {
     if (this == &other) {
         return 0;
     }
-    if (const int byName = order(name, other.name)) {
+    if (const int byName = threeWayCompare(name, other.name)) {
         return byName;
     }
-    if (const int bySymbol = order(symbol, other.symbol)) {
+    if (const int bySymbol = threeWayCompare(symbol, other.symbol)) {
         return bySymbol;
     }
     if (scaling == other.scaling) {
-        return order(expression, other.expression);
+        return threeWayCompare(expression, other.expression);
     }
     return other.scaling / scaling > 1.0 ? 1 : 0;
 }
@@ -115,7 +106,7 @@ bool UnitBase::dimensionallyEquivalentWithUnit(const UnitBase& other) const {
     }
     auto term = other.fundamentalExprAST.begin();
     for (const auto& [unit, info] : fundamentalExprAST) {
-        // Nearly always the very same fundamental unit.
+        // Almost always the same object: a fundamental unit of the database.
         const bool isSame = unit.get_pointer() == term->first.get_pointer();
         if (info.power != term->second.power || info.secondary != term->second.secondary ||
             !(isSame || unit.get().compare(term->first) == 0)) {

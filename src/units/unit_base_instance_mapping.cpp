@@ -18,8 +18,8 @@ void UnitBaseInstanceMapping::addUnit(const UnitBase* unit) {
     } else {
         add(unit, UnitDatabase::SearchBySymbol, unit->symbol);
     }
-    // Only other units can have an alias already: one given twice is no matter for a warning.
-    std::vector<std::u16string_view> taken;
+    // Added after the check, so that an alias that the unit has twice causes no warning.
+    std::vector<std::u16string_view> accepted;
     for (const std::u16string& alias : unit->aliases) {
         if (has(UnitDatabase::SearchByAlias, alias)) {
             warn(units::SimilarInstanceThere(narrow(unit->name), narrow(unit->symbol)));
@@ -27,10 +27,10 @@ void UnitBaseInstanceMapping::addUnit(const UnitBase* unit) {
         if (alias.empty()) {
             warn(units::SymbolNotDefined());
         } else {
-            taken.push_back(alias);
+            accepted.push_back(alias);
         }
     }
-    for (const std::u16string_view alias : taken) {
+    for (const std::u16string_view alias : accepted) {
         add(unit, UnitDatabase::SearchByAlias, alias);
     }
 }
@@ -42,7 +42,7 @@ void UnitBaseInstanceMapping::add(const UnitBase* unit, UnitDatabase::SearchBy b
     List& list = lists_[text];
     (list.first == none ? list.first : entries_[list.last].next) = position;
     list.last = position;
-    list.roles |= bitOf(by);
+    list.roles |= roleBit(by);
 }
 
 template <class Visitor>
@@ -57,7 +57,7 @@ void UnitBaseInstanceMapping::visit(std::u16string_view text, const Visitor& vis
 
 bool UnitBaseInstanceMapping::has(UnitDatabase::SearchBy by, std::u16string_view text) const {
     const auto list = lists_.find(text);
-    return list != lists_.end() && (list->second.roles & bitOf(by)) != 0;
+    return list != lists_.end() && (list->second.roles & roleBit(by)) != 0;
 }
 
 void UnitBaseInstanceMapping::find(std::vector<const UnitBase*>& out, UnitDatabase::SearchBy by,
@@ -70,8 +70,7 @@ void UnitBaseInstanceMapping::find(std::vector<const UnitBase*>& out, UnitDataba
 }
 
 UnitMatch UnitBaseInstanceMapping::match(std::u16string_view text) const {
-    // A unit may have the text in more than one role, mostly as its name and its symbol; its
-    // entries follow each other.
+    // A unit may have the text in several roles, such as name and symbol. Its entries are adjacent.
     UnitMatch match;
     const UnitBase* latest = nullptr;
     visit(text, [&](const Entry& entry) {
@@ -87,9 +86,9 @@ UnitMatch UnitBaseInstanceMapping::match(std::u16string_view text) const {
 }
 
 void UnitBaseInstanceMapping::reserve(std::size_t units) {
-    constexpr std::size_t textsOfAUnit = 4; // by and large
-    lists_.reserve(lists_.size() + textsOfAUnit * units);
-    entries_.reserve(entries_.size() + textsOfAUnit * units);
+    constexpr std::size_t textsPerUnit = 4; // an average
+    lists_.reserve(lists_.size() + textsPerUnit * units);
+    entries_.reserve(entries_.size() + textsPerUnit * units);
 }
 
 void UnitBaseInstanceMapping::clear() {

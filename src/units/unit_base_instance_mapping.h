@@ -1,5 +1,5 @@
 /// \file
-/// Units found by name, symbol and alias.
+/// Hash index of units by name, symbol and alias.
 #pragma once
 
 #include "units/unit_lookup.h"
@@ -14,30 +14,30 @@
 
 namespace TVTypeSys {
 
-/// One table for all three, so that the common question, what a text means at all, is one search.
-/// The texts lie in the units.
+/// One hash table for names, symbols and aliases, so that the most frequent query, all units of a
+/// text in any role, is one search. The keys are views of the texts of the units.
 class UnitBaseInstanceMapping {
   public:
-    /// Keeps the address of the unit, whose texts must not change. Warns as told at UnitDatabase.
+    /// Adds a unit. \pre It keeps its address and texts. Warns as UnitDatabase::addUnit does.
     void addUnit(const UnitBase* unit);
 
-    /// Appends the units that have the text as a name, a symbol or an alias, in the order in which
-    /// they were added.
+    /// Appends the units of which the text is the name, the symbol or an alias, as `by` selects, in
+    /// the order in which they were added.
     void find(std::vector<const UnitBase*>& out, UnitDatabase::SearchBy by,
               std::u16string_view text) const;
 
-    /// What the text means, be it name, symbol or alias.
+    /// Returns the units of which the text is the name, the symbol or an alias.
     UnitMatch match(std::u16string_view text) const;
 
     void clear();
 
-    /// Makes room for the texts of as many further units.
+    /// Reserves memory for the texts of further units.
     void reserve(std::size_t units);
 
   private:
     static constexpr std::uint32_t none = UINT32_MAX;
 
-    /// A unit under a text. Those under one text make a list.
+    /// An entry of the linked list of units of one text.
     struct Entry {
         const UnitBase* unit;
         UnitDatabase::SearchBy by;
@@ -46,10 +46,10 @@ class UnitBaseInstanceMapping {
     struct List {
         std::uint32_t first = none;
         std::uint32_t last = none;
-        std::uint32_t roles = 0; ///< a bit for each SearchBy that an entry has
+        std::uint32_t roles = 0; ///< bit set of the SearchBy values of the entries
     };
 
-    static std::uint32_t bitOf(UnitDatabase::SearchBy by) { return 1U << by; }
+    static std::uint32_t roleBit(UnitDatabase::SearchBy by) { return 1U << by; }
     bool has(UnitDatabase::SearchBy by, std::u16string_view text) const;
     void add(const UnitBase* unit, UnitDatabase::SearchBy by, std::u16string_view text);
     template <class Visitor>

@@ -1,7 +1,6 @@
 #include "services/text.h"
 #include "services/variable_file.h"
 #include "units/fundamental_units.h"
-#include "units/unit_lookup.h"
 #include "units/unit_repository.h"
 
 #include <tvtypes/units/database.h>
@@ -52,7 +51,7 @@ UnitDatabase* UnitDatabase::getUnitDatabase() {
     }
     UnitDatabase& database = *_unit_database_;
     if (!database.loaded_) {
-        // Set first: what is being loaded asks for the database, as far as it has come.
+        // Set before loading: units that are being loaded look up others in the database.
         database.loaded_ = true;
         database.loadUnitDatabase(installationRoot() + unitDBPath);
     }
@@ -68,7 +67,7 @@ void UnitDatabase::print(std::ostream& stream) const {
     line(getNumUnits());
     stream << "Number of Abstract Units : ";
     line(getNumAbstractUnits());
-    // The label that readers of this dump expect ahead of the number of unit systems.
+    // Readers of this output expect this label for the number of unit systems too.
     stream << "Number of Abstract Units : ";
     line(getNumUnitSystems());
 }
@@ -170,14 +169,5 @@ std::ostream& operator<<(std::ostream& stream, const UnitDatabase& database) {
     database.print(stream);
     return stream;
 }
-
-UnitMatch UnitLookup::concrete(const UnitDatabase& database, std::u16string_view text) {
-    return database.units_->match(text);
-}
-UnitMatch UnitLookup::abstract(const UnitDatabase& database, std::u16string_view text) {
-    return database.abstractUnits_->match(text);
-}
-
-unsigned UnitLookup::generation() { return UnitDatabase::generation_; }
 
 } // namespace TVTypeSys

@@ -9,7 +9,7 @@ namespace TVTypeSys {
 
 namespace {
 
-constexpr const char* absence = "Unspecified";
+constexpr const char* unspecified = "Unspecified";
 
 } // namespace
 
@@ -51,12 +51,12 @@ AbstractUnit* UnitFactory::createAbstractUnit(const std::u16string& expression,
 }
 
 UnitBase::Reference UnitFactory::getDefaultAbstractUnit() {
-    static const AbstractUnit unit(wide(absence), Rational::unity, Rational::zero);
+    static const AbstractUnit unit(wide(unspecified), Rational::unity, Rational::zero);
     return boost::cref<UnitBase>(unit);
 }
 
 UnitBase::Reference UnitFactory::getDefaultUnit() {
-    static const Unit unit(wide(absence), Rational::unity, Rational::zero,
+    static const Unit unit(wide(unspecified), Rational::unity, Rational::zero,
                            getDefaultAbstractUnit());
     return boost::cref<UnitBase>(unit);
 }

@@ -1,5 +1,5 @@
 /// \file
-/// Units by text, without a set made for the answer.
+/// Lookup of units by text.
 #pragma once
 
 #include <tvtypes/units/database.h>
@@ -9,19 +9,21 @@
 
 namespace TVTypeSys {
 
-/// What a text means among the units of one kind.
+/// The units of one kind of which a text is the name, the symbol or an alias.
 struct UnitMatch {
-    const UnitBase* first = nullptr; ///< the least of them, or null
-    std::size_t count = 0;
+    const UnitBase* first = nullptr; ///< the least of them in UnitBase::compare(), or null
+    std::size_t count = 0;           ///< the number of distinct units
 };
 
+/// Looks up units without building the set that UnitDatabase::getUnit returns. One search of a hash
+/// table, plus a comparison for each further unit with this text.
 class UnitLookup {
   public:
     static UnitMatch concrete(const UnitDatabase& database, std::u16string_view text);
     static UnitMatch abstract(const UnitDatabase& database, std::u16string_view text);
 
-    /// Changes whenever a text that meant a unit may have ceased to, or the file is to be read
-    /// again. Never 0.
+    /// Returns a number that changes when units are cleared: then a text may not denote a unit any
+    /// more, or the file has to be loaded again. Never 0.
     static unsigned generation();
 };
 

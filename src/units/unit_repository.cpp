@@ -15,7 +15,7 @@ void UnitDatabase::UnitRepository::addUnit(std::unique_ptr<UnitBase> unit) {
     }
     const UnitBase* added = unit.get();
     units_.push_back(std::move(unit));
-    if (!firstOf_.try_emplace({added->name, added->symbol}, added).second) {
+    if (!firstByNameAndSymbol_.try_emplace({added->name, added->symbol}, added).second) {
         further_.insert(added);
     }
     mapping_.addUnit(added);
@@ -29,15 +29,15 @@ void UnitDatabase::UnitRepository::addUnit(std::unique_ptr<UnitBase> unit) {
 void UnitDatabase::UnitRepository::reserve(std::size_t count) {
     units_.reserve(units_.size() + count);
     mapping_.reserve(count);
-    firstOf_.reserve(firstOf_.size() + count);
+    firstByNameAndSymbol_.reserve(firstByNameAndSymbol_.size() + count);
 }
 
 bool UnitDatabase::UnitRepository::hasEqual(const UnitBase& unit) const {
-    const auto first = firstOf_.find({unit.name, unit.symbol});
-    if (first == firstOf_.end()) {
+    const auto first = firstByNameAndSymbol_.find({unit.name, unit.symbol});
+    if (first == firstByNameAndSymbol_.end()) {
         return false;
     }
-    // Where scales differ, neither comes before the other.
+    // Units that differ in scale are neither less nor greater.
     const UnitBase& known = *first->second;
     return known.scaling != unit.scaling || known.expression == unit.expression ||
            further_.contains(&unit);
@@ -87,10 +87,10 @@ void UnitDatabase::UnitRepository::appendConstUnitBaseRefsSearched(
 
 void UnitDatabase::UnitRepository::clearAll() {
     for (CompletionWords& words : words_) {
-        words.keep();
+        words.own();
     }
     mapping_.clear();
-    firstOf_.clear();
+    firstByNameAndSymbol_.clear();
     further_.clear();
     units_.clear();
 }

@@ -1,5 +1,5 @@
 /// \file
-/// The units of one kind.
+/// Units of one kind: concrete or abstract.
 #pragma once
 
 #include "units/completion_words.h"
@@ -16,38 +16,40 @@
 
 namespace TVTypeSys {
 
-/// Owns copies of units, no two of which compare as equal.
+/// Owns units, no two of which compare as equal, and finds them by text.
 class UnitDatabase::UnitRepository {
   public:
-    /// Takes a unit over, which no flag of lost digits survives. Warns, and adds nothing, if an
-    /// equal unit is there.
+    /// Adds a unit and resets precision() of its numbers. If an equal unit is there, warns with
+    /// UnitAlreadyInDatabase and adds nothing.
     void addUnit(std::unique_ptr<UnitBase> unit);
 
-    /// Makes room for units yet to come.
+    /// Reserves memory for further units.
     void reserve(std::size_t count);
 
     std::size_t size() const { return units_.size(); }
 
+    /// Returns the units of which the text is the name, the symbol or an alias.
     UnitMatch match(std::u16string_view text) const { return mapping_.match(text); }
 
-    /// The units of which the text is the name, the symbol or an alias.
+    /// Returns the same as a set.
     UnitBase::ReferenceSet matches(const std::u16string& text) const;
 
     UnitBase::ReferenceSet all() const;
 
-    /// Appends words that begin with the prefix. Anything that is no SearchBy finds nothing.
+    /// Appends the words of a kind that begin with the prefix. Another value of `by` finds nothing.
     void complete(SearchBy by, const std::u16string& prefix,
                   std::vector<std::u16string>& out) const;
 
-    /// Adds the units that have such a word.
+    /// Adds the units that have such words.
     void appendCompleted(SearchBy by, UnitBase::ReferenceSet& out,
                          const std::u16string& prefix) const;
 
-    /// Forgets all units, but none of the words.
+    /// Destroys all units. Completion still finds their words.
     void clearAll();
 
   private:
-    /// Whether a unit is there that compares as equal, neither coming before the other.
+    /// Whether there is a unit that is neither less nor greater in the order of
+    /// UnitBase::compare().
     bool hasEqual(const UnitBase& unit) const;
 
     void appendConstUnitBaseRefsSearched(SearchBy by, UnitBase::ReferenceSet& out,
@@ -55,9 +57,9 @@ class UnitDatabase::UnitRepository {
 
     UnitBaseInstanceMapping mapping_;
     std::vector<std::unique_ptr<UnitBase>> units_;
-    /// The first unit of a name and a symbol, and those that differ from such a one in expression.
+    /// First unit with a name and a symbol; further_ has those that differ from it in expression.
     boost::unordered_flat_map<std::pair<std::u16string_view, std::u16string_view>, const UnitBase*>
-        firstOf_;
+        firstByNameAndSymbol_;
     std::set<const UnitBase*, UnitBase::UnitsComparator> further_;
     std::array<CompletionWords, 3> words_; ///< by SearchBy
 };

@@ -1,13 +1,15 @@
 #include "services/guard.h"
 #include "services/refuse.h"
 #include "services/text.h"
-#include "units/composite_texts.h"
-#include "units/unit_lookup.h"
+#include "units/canonical_form.h"
+#include "units/composite_names.h"
+#include "units/resolved_names.h"
 
 #include <tvtypes/units/expression.h>
 #include <tvtypes/units/table.h>
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 #include <limits>
 #include <ostream>
@@ -22,19 +24,24 @@ constexpr int unitless = 0;
 
 using Units = std::vector<std::unique_ptr<UnitBase>>;
 
-/// Blank units, of which there are as many as every table has names from the start.
+/// One unit without texts for each predefined name of a table.
 const Units& builtInUnits() {
     static const Units units = [] {
-        Units made;
+        Units created;
         for (const int id : {inherit, unitless}) {
-            made.emplace_back(UnitFactory::createUnit(noUnit, u"", u"", "", Rational::unity,
-                                                      Rational::zero, {}, "", {}, false,
-                                                      UnitFactory::getDefaultAbstractUnit()));
-            made.back()->setId(id);
+            created.emplace_back(UnitFactory::createUnit(noUnit, u"", u"", "", Rational::unity,
+                                                         Rational::zero, {}, "", {}, false,
+                                                         UnitFactory::getDefaultAbstractUnit()));
+            created.back()->setId(id);
         }
-        return made;
+        return created;
     }();
     return units;
+}
+
+/// Names that every table has. They need not be units of the database.
+bool isPredefinedName(const std::u16string& text) {
+    return text == u"inherit" || text == u"unitless";
 }
 
 } // namespace
@@ -69,38 +76,54 @@ int UnitTable::registerUnit(const char* expression, bool parse) {
         return known->id;
     }
     Monomial terms;
-    const bool valid =
-        parseUnitExpr(text, terms) &&
-        std::all_of(terms.names.begin(), terms.names.end(), UnitBase::isValidUnitName);
-    if (!valid && text != u"inherit" && text != u"unitless") {
-        refuse(units::InvalidUnitExpression(textOf(expression)));
-    }
-    // Taken after the search, which may have had to load the database.
-    const unsigned generation = valid ? UnitLookup::generation() : 0;
+    const bool isExpression = parseUnitExpr(text, terms);
+    const auto throwInvalid = [&] { refuse(units::InvalidUnitExpression(textOf(expression))); };
     if (known != nullptr) {
-        exprToId_[text].generation = generation;
+        // Registered without a lookup, or before units of the database were cleared.
+        const bool isValid = isExpression && std::all_of(terms.names.begin(), terms.names.end(),
+                                                         UnitBase::isValidUnitName);
+        if (!isValid && !isPredefinedName(text)) {
+            throwInvalid();
+        }
+        // Read after the lookup, which may have loaded the database. 0 is never current.
+        exprToId_[text].generation = isValid ? UnitLookup::generation() : 0;
         return known->id;
     }
-    std::unique_ptr<UnitBase> unit = makeUnit(text, parse ? &terms : nullptr);
-    unit->setId(newId());
-    const int id = unit->getId();
-    enter(text, std::move(unit), generation);
+    if (!parse) {
+        terms.powers.clear();
+    }
+    std::unique_ptr<UnitBase> unit = isExpression ? makeUnit(text, &terms) : nullptr;
+    if (unit == nullptr) {
+        throwInvalid();
+    }
+    const int id = newId();
+    unit->setId(id);
+    enter(text, std::move(unit), isPredefinedName(text) ? 0 : UnitLookup::generation());
     return id;
 }
 
 std::unique_ptr<UnitBase> UnitTable::makeUnit(const std::u16string& text,
                                               const Monomial* terms) const {
+    assert(terms != nullptr);
     const UnitDatabase& database = *UnitDatabase::getUnitDatabase();
-    if (const UnitBase* found = UnitLookup::concrete(database, text).first) {
+    ResolvedNames names(database, terms->names);
+    if (!names.allFound() && !isPredefinedName(text)) {
+        return nullptr;
+    }
+    if (const UnitBase* found = names.match(text).first) {
         return std::unique_ptr<UnitBase>(found->clone());
     }
-    const CompositeTexts texts = compositeTexts(database, text);
+    const CompositeNames composite = compositeNames(names, text);
     std::unique_ptr<UnitBase> unit(UnitFactory::createUnit(
-        noUnit, texts.name, text, texts.display, Rational::unity, Rational::zero, {}, "", {}, false,
-        UnitFactory::getDefaultAbstractUnit()));
-    unit->symbol = texts.symbol;
-    if (terms != nullptr) {
-        unit->addTerms(*terms);
+        noUnit, composite.name, text, composite.display, Rational::unity, Rational::zero, {}, "",
+        {}, false, UnitFactory::getDefaultAbstractUnit()));
+    unit->symbol = composite.symbol;
+    for (std::size_t i = 0; i < terms->powers.size(); ++i) {
+        const UnitBase* term = names[i].first;
+        addTerm(*unit,
+                term != nullptr ? boost::cref(*term)
+                                : unit->getFirstMatchingUnitInDatabase(terms->names[i]),
+                terms->powers[i]);
     }
     return unit;
 }
@@ -141,6 +164,7 @@ const UnitTable::Registration* UnitTable::registrationOf(const std::u16string& t
 
 tvsvDiagnosticImpl* UnitTable::RegisterUnit(UnitTable* table, const char* blockPath,
                                             const char* expression, int* id) {
+    assert(table != nullptr && id != nullptr);
     return guarded(blockPath, [&] { *id = table->registerUnit(expression, true); });
 }
 
@@ -173,8 +197,8 @@ void UnitTable::removeUnit(const UnitBase* unit) {
     if (unit == nullptr || getUnit(id) != unit) {
         refuse(general::InvalidDataTypeId(id));
     }
-    // Copies of the database's units are registered under another text than their expression;
-    // without the unit that registration has lapsed.
+    // A copy of a database unit is registered under another text than its expression. That
+    // registration lapses without the unit: its serial number is not current.
     const Registration* registration = registrationOf(unit->expression);
     if (registration != nullptr && registration->id == id) {
         exprToId_.erase(unit->expression);

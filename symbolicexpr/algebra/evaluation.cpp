@@ -1,6 +1,6 @@
 #include "algebra/evaluation.h"
 
-#include "algebra/bounds.h"
+#include "algebra/limits.h"
 
 #include <boost/container/small_vector.hpp>
 #include <boost/unordered/unordered_flat_map.hpp>
@@ -11,33 +11,33 @@
 namespace TV {
 namespace {
 
-/// How many terms one expression is worth, with those on the way.
+/// Terms of all intermediate results of one evaluation.
 constexpr std::size_t maximumWork = std::size_t(1) << 20;
 
-/// Goes down an expression on a stack of its own, since expressions can be deeper than that of the
-/// process; computes each part once, since they can be shared.
+/// Depth-first evaluation with an explicit stack, since expressions can be deeper than the call
+/// stack allows. Each subexpression is computed once, since they can be shared.
 class Evaluation {
   public:
     using Result = std::optional<Fraction>;
 
     Evaluation(const SymbolicExprTable::Contents& contents, NormalForms& forms)
-        : contents_(contents), names_(contents), forms_(forms) {}
+        : contents_(contents), order_(contents), forms_(forms) {}
 
-    Value of(std::uint32_t root) {
+    Value valueOfRoot(std::uint32_t root) {
         stack_.reserve(8);
-        stack_.push_back(stepFor(root));
+        stack_.push_back(makeFrame(root));
         while (true) {
             if (const auto missing = nextMissing(stack_.back())) {
-                stack_.push_back(stepFor(*missing));
+                stack_.push_back(makeFrame(*missing));
                 continue;
             }
-            const bool hasParts = readParts(stack_.back());
-            Result result = hasParts ? compute(stack_.back()) : std::nullopt;
+            const bool operandsHaveValues = readOperands(stack_.back());
+            Result result = operandsHaveValues ? compute(stack_.back()) : std::nullopt;
             if (stack_.size() == 1) {
-                return {std::move(result), hasParts};
+                return {std::move(result), operandsHaveValues};
             }
-            // Whatever it is a part of has no value either.
-            if (!result || !bounds::hold(*result) || !isWithinWork(*result)) {
+            // Without a value for an operand there is none for the root.
+            if (!result || !limits::admits(*result) || !isWithinWork(*result)) {
                 return {std::nullopt, false};
             }
             results_.insert_or_assign(stack_.back().id, std::move(*result));
@@ -46,83 +46,87 @@ class Evaluation {
     }
 
   private:
-    /// What an expression is computed from.
-    struct Part {
+    /// An operand of a flattened sum or product.
+    struct Operand {
         std::uint32_t id;
-        Integer multiplicity; ///< how often it is added, or multiplied
+        Integer multiplicity; ///< times that it is added, or multiplied
 
-        bool operator<(const Part& other) const { return id < other.id; }
+        bool operator<(const Operand& other) const { return id < other.id; }
     };
-    using Parts = boost::container::small_vector<Part, 4>;
+    using Operands = boost::container::small_vector<Operand, 4>;
 
-    /// An expression that is being evaluated.
-    struct Step {
+    /// An expression on the stack.
+    struct Frame {
         std::uint32_t id;
-        Parts parts;
-        std::size_t next = 0;
+        Operands operands;
+        std::size_t next = 0; ///< index of the first operand that may lack a value
     };
 
     static bool isSum(SymbolicOp op) {
         return op == SymbolicPlusOp || op == SymbolicMinusOp || op == SymbolicUnaryMinusOp;
     }
-    static bool isOneOperation(SymbolicOp a, SymbolicOp b) {
+    static bool canFlatten(SymbolicOp a, SymbolicOp b) {
         return (isSum(a) && isSum(b)) || (a == SymbolicMultiplyOp && b == SymbolicMultiplyOp);
     }
 
-    static std::uint32_t operand(const SymbolicExpr& expr, unsigned long index) {
+    static std::uint32_t argumentId(const SymbolicExpr& expr, unsigned long index) {
         return static_cast<std::uint32_t>(expr.getArg(index));
     }
 
-    Step stepFor(std::uint32_t id) {
+    Frame makeFrame(std::uint32_t id) {
         const SymbolicExpr& expr = contents_[id];
         if (expr.op() == SymbolicDivideOp) {
-            return {id, {{operand(expr, 0), 1}, {operand(expr, 1), 1}}};
+            return {id, {{argumentId(expr, 0), 1}, {argumentId(expr, 1), 1}}};
         }
-        return {id, partsOf(id)};
+        return {id, flatten(id)};
     }
 
-    /// What a sum of sums adds up, or a product of products multiplies, each once. So a long one is
-    /// not computed by way of all its beginnings. Parts have lower ids than the whole: going down
-    /// from the highest, all that a part stands in has come before it.
-    Parts partsOf(std::uint32_t root) {
+    /// Collects the operands of a sum of sums or a product of products, each once with its
+    /// multiplicity, so that a long sum is not computed through all its prefixes. Operands have
+    /// lower ids than their operators: in descending order of ids, taken from a heap, the
+    /// multiplicity of an operand is complete when it is taken.
+    Operands flatten(std::uint32_t root) {
         const SymbolicOp operation = contents_[root].op();
-        Parts parts;
+        Operands operands;
         open_.assign(1, {root, 1});
         while (!open_.empty()) {
-            Part part = takeHighest();
-            while (!open_.empty() && open_.front().id == part.id) {
-                part.multiplicity += takeHighest().multiplicity;
+            Operand operand = takeHighest();
+            while (!open_.empty() && open_.front().id == operand.id) {
+                operand.multiplicity += takeHighest().multiplicity;
             }
-            const SymbolicExpr& expr = contents_[part.id];
-            if (part.id != root && (!isOneOperation(operation, expr.op()) || isKnown(part.id))) {
-                parts.push_back(std::move(part));
+            const SymbolicExpr& expr = contents_[operand.id];
+            if (operand.id != root &&
+                (!canFlatten(operation, expr.op()) || isSettled(operand.id))) {
+                operands.push_back(std::move(operand));
                 continue;
             }
             for (unsigned long i = 0; i < expr.getNumArgs(); ++i) {
-                open_.push_back({operand(expr, i), part.multiplicity});
+                open_.push_back({argumentId(expr, i), operand.multiplicity});
                 if (expr.op() == SymbolicUnaryMinusOp || (expr.op() == SymbolicMinusOp && i == 1)) {
                     open_.back().multiplicity.negate();
                 }
                 std::push_heap(open_.begin(), open_.end());
             }
         }
-        return parts;
+        return operands;
     }
 
-    bool isKnown(std::uint32_t id) const {
+    /// Whether an expression is used as one operand: it was simplified, and is not one that further
+    /// operands can bring within the limits.
+    bool isSettled(std::uint32_t id) const {
         const NormalForms::Entry* entry = forms_.find(id);
         return entry != nullptr && !entry->isTooLong;
     }
 
-    Part takeHighest() {
+    Operand takeHighest() {
         std::pop_heap(open_.begin(), open_.end());
-        Part part = std::move(open_.back());
+        Operand operand = std::move(open_.back());
         open_.pop_back();
-        return part;
+        return operand;
     }
 
-    /// Names and numbers have no parts, and are remembered at once.
-    void rememberTerm(std::uint32_t id, const SymbolicExpr& expr) {
+    /// Memoises the value of a name or number.
+    void memoiseTerm(std::uint32_t id, const SymbolicExpr& expr) {
         if (expr.op() == SymbolicNameOp) {
             forms_.addCanonical(id, {Polynomial(id)});
         } else if (expr.op() == SymbolicNumberOp) {
@@ -132,9 +136,10 @@ class Evaluation {
         }
     }
 
-    std::optional<std::uint32_t> nextMissing(Step& step) {
-        for (; step.next < step.parts.size(); ++step.next) {
-            const std::uint32_t id = step.parts[step.next].id;
+    /// Returns the next operand that has operands itself and no value yet.
+    std::optional<std::uint32_t> nextMissing(Frame& frame) {
+        for (; frame.next < frame.operands.size(); ++frame.next) {
+            const std::uint32_t id = frame.operands[frame.next].id;
             if (forms_.find(id) != nullptr || results_.find(id) != results_.end()) {
                 continue;
             }
@@ -142,12 +147,12 @@ class Evaluation {
             if (expr.getNumArgs() != 0 || expr.getNumInputs() != 0) {
                 return id;
             }
-            rememberTerm(id, expr);
+            memoiseTerm(id, expr);
         }
         return std::nullopt;
     }
 
-    /// The value of a part. Null if it has none.
+    /// Returns the value of an operand; null if it has none.
     const Fraction* valueOf(std::uint32_t id) const {
         if (const NormalForms::Entry* entry = forms_.find(id)) {
             return forms_.find(entry->simplified)->fraction.get();
@@ -156,34 +161,34 @@ class Evaluation {
         return found == results_.end() ? nullptr : &found->second;
     }
 
-    /// Whether all parts have values, which are then at hand.
-    bool readParts(const Step& step) {
+    /// Collects the values of all operands. Returns false if one has none.
+    bool readOperands(const Frame& frame) {
         values_.clear();
-        for (const Part& part : step.parts) {
-            const Fraction* value = valueOf(part.id);
+        for (const Operand& operand : frame.operands) {
+            const Fraction* value = valueOf(operand.id);
             if (value == nullptr) {
                 return false;
             }
-            values_.push_back({part.multiplicity, value});
+            values_.push_back({operand.multiplicity, value});
         }
         return true;
     }
 
-    Result compute(const Step& step) {
-        const SymbolicExpr& expr = contents_[step.id];
+    Result compute(const Frame& frame) {
+        const SymbolicExpr& expr = contents_[frame.id];
         switch (expr.op()) {
         case SymbolicNameOp:
         case SymbolicNumberOp:
-            rememberTerm(step.id, expr);
-            return *valueOf(step.id);
+            memoiseTerm(frame.id, expr);
+            return *valueOf(frame.id);
         case SymbolicUnaryMinusOp:
         case SymbolicPlusOp:
         case SymbolicMinusOp:
-            return sum(values_, names_);
+            return sum(values_, order_);
         case SymbolicMultiplyOp:
-            return product(values_, names_);
+            return product(values_, order_);
         case SymbolicDivideOp:
-            return quotient(*values_[0].fraction, *values_[1].fraction, names_);
+            return quotient(*values_[0].fraction, *values_[1].fraction, order_);
         default:
             return std::nullopt;
         }
@@ -195,19 +200,19 @@ class Evaluation {
     }
 
     const SymbolicExprTable::Contents& contents_;
-    Names names_;
+    NameOrder order_;
     NormalForms& forms_;
-    boost::unordered_flat_map<std::uint32_t, Fraction> results_; ///< of parts, by id
-    std::vector<Step> stack_;
-    std::vector<Part> open_;       ///< a heap
-    std::vector<Multiple> values_; ///< of the parts of one expression
+    boost::unordered_flat_map<std::uint32_t, Fraction> results_; ///< by id
+    std::vector<Frame> stack_;
+    std::vector<Operand> open_;    ///< heap of flatten()
+    std::vector<Multiple> values_; ///< operands of the expression that is computed
     std::size_t work_ = 0;
 };
 
 } // namespace
 
 Value evaluate(std::uint32_t id, const SymbolicExprTable::Contents& contents, NormalForms& forms) {
-    return Evaluation(contents, forms).of(id);
+    return Evaluation(contents, forms).valueOfRoot(id);
 }
 
 } // namespace TV

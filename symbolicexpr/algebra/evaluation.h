@@ -1,5 +1,5 @@
 /// \file
-/// What expressions mean.
+/// Evaluation of expressions as rational functions.
 #pragma once
 
 #include "algebra/fraction.h"
@@ -12,15 +12,15 @@ namespace TV {
 
 struct Value {
     std::optional<Fraction> fraction;
-    bool hasParts; ///< what it is a sum, product or quotient of has values
+    bool operandsHaveValues; ///< whether only the result itself has no value
 };
 
-/// The rational function that an expression of arithmetic is. None where it divides by what is
-/// zero, where something else stands in it, and where it or a part is beyond all bounds. Names and
-/// numbers in it are remembered.
+/// Evaluates arithmetic as a rational function of its names. There is no value where the expression
+/// divides by zero, contains a list or relation, or exceeds the limits of limits.h, in itself or in
+/// an operand. The values of names and numbers in it are memoised in `forms`.
 ///
-/// A sum of sums is taken as one, and so is a product of products: it depends on their parts alone
-/// whether there is a value, and not on what was simplified before.
+/// Nested sums are flattened into one sum and nested products into one product. So whether there is
+/// a value depends on their operands alone, and not on what was simplified before.
 Value evaluate(std::uint32_t id, const SymbolicExprTable::Contents& contents, NormalForms& forms);
 
 } // namespace TV

@@ -1,59 +1,60 @@
 #include "algebra/fraction.h"
 
-#include "algebra/bounds.h"
-#include "algebra/flint.h"
+#include "algebra/flint_polynomial.h"
+#include "algebra/limits.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace TV {
 namespace {
 
 std::optional<Polynomial> boundedProduct(const Polynomial& a, const Polynomial& b,
-                                         const Names& names) {
+                                         const NameOrder& order) {
     if (a.isOne()) {
         return b;
     }
     if (b.isOne()) {
         return a;
     }
-    if (!bounds::mayMultiply(a, b)) {
+    if (!limits::mayMultiply(a, b)) {
         return std::nullopt;
     }
     if (a.isZero() || b.isZero()) {
         return Polynomial();
     }
-    Polynomial product = a.terms().size() == 1   ? multiply(b, a.terms().front(), names)
-                         : b.terms().size() == 1 ? multiply(a, b.terms().front(), names)
-                                                 : multiply(a, b, names);
-    if (product.terms().size() > bounds::maximumTerms) {
+    Polynomial product = a.terms().size() == 1   ? multiply(b, a.terms().front(), order)
+                         : b.terms().size() == 1 ? multiply(a, b.terms().front(), order)
+                                                 : multiply(a, b, order);
+    if (product.terms().size() > limits::maximumTerms) {
         return std::nullopt;
     }
     return product;
 }
 
 std::optional<Polynomial> boundedPower(const Polynomial& base, std::uint32_t exponent,
-                                       const Names& names) {
+                                       const NameOrder& order) {
     if (exponent == 1 || base.isOne()) {
         return base;
     }
-    if (bounds::mayRaise(base, exponent)) {
-        Polynomial result = raise(base, exponent, names);
-        if (result.terms().size() > bounds::maximumTerms) {
+    if (limits::mayRaise(base, exponent)) {
+        Polynomial result = raise(base, exponent, order);
+        if (result.terms().size() > limits::maximumTerms) {
             return std::nullopt;
         }
         return result;
     }
-    // It may have far fewer terms than any such power could have.
-    std::optional<Polynomial> half = boundedPower(base, exponent / 2, names);
-    std::optional<Polynomial> result = half ? boundedProduct(*half, *half, names) : std::nullopt;
-    return result && exponent % 2 != 0 ? boundedProduct(*result, base, names) : result;
+    // Square and multiply: the power may have far fewer terms than the bound of mayRaise.
+    std::optional<Polynomial> half = boundedPower(base, exponent / 2, order);
+    std::optional<Polynomial> result = half ? boundedProduct(*half, *half, order) : std::nullopt;
+    return result && exponent % 2 != 0 ? boundedProduct(*result, base, order) : result;
 }
 
-/// The greatest common divisor of a term and a polynomial, which is a term.
-Term commonTerm(const Term& term, const Polynomial& polynomial, const Names& names) {
+/// Greatest common divisor of a term and a polynomial, which is a term.
+Term commonTerm(const Term& term, const Polynomial& polynomial, const NameOrder& order) {
     Term common = term;
-    common.written = 0;
+    common.internedId = 0;
     if (common.coefficient.isNegative()) {
         common.coefficient.negate();
     }
@@ -62,15 +63,17 @@ Term commonTerm(const Term& term, const Polynomial& polynomial, const Names& nam
             common.coefficient = greatestCommonDivisor(common.coefficient, other.coefficient);
         }
         if (common.monomial.degree != 0) {
-            common.monomial = greatestCommonDivisor(common.monomial, other.monomial, names);
+            common.monomial = greatestCommonDivisor(common.monomial, other.monomial, order);
         }
     }
     return common;
 }
 
-/// Divides both by their greatest common divisor, and gives it. `b` is not zero. None, with both as
-/// they were, if it takes too long to find; it is found if one of them is a term.
-std::optional<Polynomial> reduce(Polynomial& a, Polynomial& b, const Names& names) {
+/// Divides both by their greatest common divisor and returns it. Returns no value, and changes
+/// nothing, if it would take too long to compute; this cannot happen if one of them is a single
+/// term. \pre `b` is not zero.
+std::optional<Polynomial> reduce(Polynomial& a, Polynomial& b, const NameOrder& order) {
+    assert(!b.isZero());
     if (b.isOne()) {
         return Integer(1);
     }
@@ -78,11 +81,11 @@ std::optional<Polynomial> reduce(Polynomial& a, Polynomial& b, const Names& name
         return std::exchange(b, Integer(1));
     }
     if (a.terms().size() > 1 && b.terms().size() > 1) {
-        return bounds::mayDivide(a, b) ? std::optional(takeCommonDivisor(a, b, names))
+        return limits::mayDivide(a, b) ? std::optional(divideByCommonDivisor(a, b, order))
                                        : std::nullopt;
     }
     const bool isFirst = a.terms().size() == 1;
-    const Term common = commonTerm((isFirst ? a : b).terms().front(), isFirst ? b : a, names);
+    const Term common = commonTerm((isFirst ? a : b).terms().front(), isFirst ? b : a, order);
     a.divideExactlyBy(common);
     b.divideExactlyBy(common);
     return Polynomial(Polynomial::Terms{common});
@@ -95,19 +98,19 @@ void makeDenominatorPositive(Fraction& fraction) {
     }
 }
 
-/// Leaves in `first` what all are together; by halves, so that most of what is combined is small.
-/// Ends at once where two cannot be combined.
+/// Reduces a range to its first item by divide and conquer, so that most operands are small. Stops
+/// and returns false where `combineTwo` does.
 template <class Iterator, class Combine>
-bool combine(Iterator first, Iterator last, const Combine& combineTwo) {
+bool reduceByHalves(Iterator first, Iterator last, const Combine& combineTwo) {
     if (last - first < 2) {
         return true;
     }
     const Iterator middle = first + (last - first) / 2;
-    return combine(first, middle, combineTwo) && combine(middle, last, combineTwo) &&
+    return reduceByHalves(first, middle, combineTwo) && reduceByHalves(middle, last, combineTwo) &&
            combineTwo(*first, *middle);
 }
 
-/// The same of what can be beyond all bounds.
+/// The same for an operation that returns no value beyond the limits.
 template <class CombineTwo>
 std::optional<Fraction> combined(std::vector<Fraction> items, const CombineTwo& combineTwo) {
     const auto replaceFirst = [&](Fraction& a, const Fraction& b) {
@@ -117,17 +120,17 @@ std::optional<Fraction> combined(std::vector<Fraction> items, const CombineTwo& 
         }
         return both.has_value();
     };
-    return combine(items.begin(), items.end(), replaceFirst)
+    return reduceByHalves(items.begin(), items.end(), replaceFirst)
                ? std::optional(std::move(items.front()))
                : std::nullopt;
 }
 
-/// The common denominator of those fractions whose denominators are numbers. None if with it the
-/// numbers would be beyond all bounds, although those of the sum need not be.
+/// Least common denominator of the fractions whose denominators are integers. Returns no value if
+/// the coefficients over it would exceed the limit, although those of the reduced sum might not.
 std::optional<Integer> commonDenominator(const std::vector<Multiple>& addends) {
     Integer denominator = 1;
     std::size_t terms = 0;
-    std::size_t bitsOfTimes = 0;
+    std::size_t largestTimesBits = 0;
     for (const Multiple& addend : addends) {
         const Polynomial& own = addend.fraction->denominator;
         if (own.isConstant()) {
@@ -135,8 +138,8 @@ std::optional<Integer> commonDenominator(const std::vector<Multiple>& addends) {
                 denominator = leastCommonMultiple(denominator, own.constant());
             }
             terms += addend.fraction->numerator.terms().size();
-            bitsOfTimes = std::max(bitsOfTimes, addend.times.bits());
-            if (terms * (denominator.bits() + bitsOfTimes) > bounds::maximumBits) {
+            largestTimesBits = std::max(largestTimesBits, addend.times.bits());
+            if (terms * (denominator.bits() + largestTimesBits) > limits::maximumBits) {
                 return std::nullopt;
             }
         }
@@ -144,9 +147,9 @@ std::optional<Integer> commonDenominator(const std::vector<Multiple>& addends) {
     return denominator;
 }
 
-/// The sum of those fractions whose denominators are numbers.
-Fraction sumOverNumbers(const std::vector<Multiple>& addends, const Integer& denominator,
-                        const Names& names) {
+/// Sum of the fractions whose denominators are integers.
+Fraction sumOverIntegers(const std::vector<Multiple>& addends, const Integer& denominator,
+                         const NameOrder& order) {
     std::vector<Polynomial> numerators;
     numerators.reserve(addends.size());
     for (const Multiple& addend : addends) {
@@ -164,47 +167,47 @@ Fraction sumOverNumbers(const std::vector<Multiple>& addends, const Integer& den
     }
     Fraction result;
     if (!numerators.empty()) {
-        combine(numerators.begin(), numerators.end(), [&](Polynomial& a, Polynomial& b) {
-            a = add(std::move(a), std::move(b), names);
+        reduceByHalves(numerators.begin(), numerators.end(), [&](Polynomial& a, Polynomial& b) {
+            a = add(std::move(a), std::move(b), order);
             return true;
         });
         result = {std::move(numerators.front()), denominator};
-        reduce(result.numerator, result.denominator, names);
+        reduce(result.numerator, result.denominator, order);
     }
     return result;
 }
 
-std::optional<Fraction> multiplied(const Multiple& addend, const Names& names) {
-    if (addend.times.bits() * addend.fraction->numerator.terms().size() > bounds::maximumBits) {
+std::optional<Fraction> scaled(const Multiple& addend, const NameOrder& order) {
+    if (addend.times.bits() * addend.fraction->numerator.terms().size() > limits::maximumBits) {
         return std::nullopt;
     }
     Fraction fraction = *addend.fraction;
     Polynomial times = addend.times;
-    reduce(times, fraction.denominator, names);
+    reduce(times, fraction.denominator, order);
     fraction.numerator.multiplyBy(times.constant());
     return fraction;
 }
 
-std::optional<Fraction> sumOfTwo(const Fraction& a, const Fraction& b, const Names& names) {
-    // With both denominators divided by what they have in common, only that can have a divisor in
-    // common with the numerator.
+std::optional<Fraction> sumOfTwo(const Fraction& a, const Fraction& b, const NameOrder& order) {
+    // Over the least common denominator, only the common divisor of the two denominators can share
+    // a factor with the numerator.
     Polynomial left = a.denominator;
     Polynomial right = b.denominator;
-    auto common = reduce(left, right, names);
+    auto common = reduce(left, right, order);
     if (!common) {
         return std::nullopt;
     }
-    const auto first = boundedProduct(a.numerator, right, names);
-    const auto second = boundedProduct(b.numerator, left, names);
-    const auto distinct = boundedProduct(left, right, names);
+    const auto first = boundedProduct(a.numerator, right, order);
+    const auto second = boundedProduct(b.numerator, left, order);
+    const auto distinct = boundedProduct(left, right, order);
     if (!first || !second || !distinct) {
         return std::nullopt;
     }
-    Polynomial numerator = add(*first, *second, names);
-    if (!reduce(numerator, *common, names)) {
+    Polynomial numerator = add(*first, *second, order);
+    if (!reduce(numerator, *common, order)) {
         return std::nullopt;
     }
-    auto denominator = boundedProduct(*distinct, *common, names);
+    auto denominator = boundedProduct(*distinct, *common, order);
     if (!denominator) {
         return std::nullopt;
     }
@@ -214,7 +217,7 @@ std::optional<Fraction> sumOfTwo(const Fraction& a, const Fraction& b, const Nam
     return Fraction{std::move(numerator), std::move(*denominator)};
 }
 
-std::optional<Fraction> power(const Fraction& base, const Integer& times, const Names& names) {
+std::optional<Fraction> power(const Fraction& base, const Integer& times, const NameOrder& order) {
     if (times.isOne()) {
         return base;
     }
@@ -222,27 +225,27 @@ std::optional<Fraction> power(const Fraction& base, const Integer& times, const 
     if (!exponent) {
         return std::nullopt;
     }
-    auto numerator = boundedPower(base.numerator, *exponent, names);
-    auto denominator = boundedPower(base.denominator, *exponent, names);
+    auto numerator = boundedPower(base.numerator, *exponent, order);
+    auto denominator = boundedPower(base.denominator, *exponent, order);
     if (!numerator || !denominator) {
         return std::nullopt;
     }
     return Fraction{std::move(*numerator), std::move(*denominator)};
 }
 
-std::optional<Fraction> productOfTwo(const Fraction& a, const Fraction& b, const Names& names) {
+std::optional<Fraction> productOfTwo(const Fraction& a, const Fraction& b, const NameOrder& order) {
     if (a.denominator.isOne() && b.denominator.isOne()) {
-        auto whole = boundedProduct(a.numerator, b.numerator, names);
+        auto whole = boundedProduct(a.numerator, b.numerator, order);
         return whole ? std::optional(Fraction{std::move(*whole)}) : std::nullopt;
     }
     Fraction left = a;
     Fraction right = b;
-    if (!reduce(left.numerator, right.denominator, names) ||
-        !reduce(right.numerator, left.denominator, names)) {
+    if (!reduce(left.numerator, right.denominator, order) ||
+        !reduce(right.numerator, left.denominator, order)) {
         return std::nullopt;
     }
-    auto numerator = boundedProduct(left.numerator, right.numerator, names);
-    auto denominator = boundedProduct(left.denominator, right.denominator, names);
+    auto numerator = boundedProduct(left.numerator, right.numerator, order);
+    auto denominator = boundedProduct(left.denominator, right.denominator, order);
     if (!numerator || !denominator) {
         return std::nullopt;
     }
@@ -251,13 +254,13 @@ std::optional<Fraction> productOfTwo(const Fraction& a, const Fraction& b, const
 
 } // namespace
 
-std::optional<Fraction> sum(const std::vector<Multiple>& addends, const Names& names) {
+std::optional<Fraction> sum(const std::vector<Multiple>& addends, const NameOrder& order) {
     const auto denominator = commonDenominator(addends);
     std::vector<Fraction> others;
     for (const Multiple& addend : addends) {
-        const bool isOverNumber = denominator && addend.fraction->denominator.isConstant();
-        if (!isOverNumber && !addend.times.isZero()) {
-            auto other = multiplied(addend, names);
+        const bool isOverInteger = denominator && addend.fraction->denominator.isConstant();
+        if (!isOverInteger && !addend.times.isZero()) {
+            auto other = scaled(addend, order);
             if (!other) {
                 return std::nullopt;
             }
@@ -265,34 +268,35 @@ std::optional<Fraction> sum(const std::vector<Multiple>& addends, const Names& n
         }
     }
     if (denominator || others.empty()) {
-        others.push_back(denominator ? sumOverNumbers(addends, *denominator, names) : Fraction());
+        others.push_back(denominator ? sumOverIntegers(addends, *denominator, order) : Fraction());
     }
     return combined(std::move(others),
-                    [&](const Fraction& a, const Fraction& b) { return sumOfTwo(a, b, names); });
+                    [&](const Fraction& a, const Fraction& b) { return sumOfTwo(a, b, order); });
 }
 
-std::optional<Fraction> product(const std::vector<Multiple>& factors, const Names& names) {
+std::optional<Fraction> product(const std::vector<Multiple>& factors, const NameOrder& order) {
+    assert(!factors.empty());
     std::vector<Fraction> powers;
     powers.reserve(factors.size());
     for (const Multiple& factor : factors) {
-        auto raised = power(*factor.fraction, factor.times, names);
+        auto raised = power(*factor.fraction, factor.times, order);
         if (!raised) {
             return std::nullopt;
         }
         powers.push_back(std::move(*raised));
     }
     return combined(std::move(powers), [&](const Fraction& a, const Fraction& b) {
-        return productOfTwo(a, b, names);
+        return productOfTwo(a, b, order);
     });
 }
 
-std::optional<Fraction> quotient(const Fraction& a, const Fraction& b, const Names& names) {
+std::optional<Fraction> quotient(const Fraction& a, const Fraction& b, const NameOrder& order) {
     if (b.numerator.isZero()) {
         return std::nullopt;
     }
     Fraction inverse{b.denominator, b.numerator};
     makeDenominatorPositive(inverse);
-    return productOfTwo(a, inverse, names);
+    return productOfTwo(a, inverse, order);
 }
 
 } // namespace TV

@@ -1,5 +1,5 @@
 /// \file
-/// Rational functions of names.
+/// Arithmetic of rational functions of names.
 #pragma once
 
 #include "algebra/polynomial.h"
@@ -9,23 +9,25 @@
 
 namespace TV {
 
-/// Numerator over denominator in the one way to write them: without a common factor, numbers
-/// included, and the first term of the denominator positive. Zero is 0 over 1.
+/// A rational function in lowest terms: numerator and denominator have no common factor, integers
+/// included, and the first term of the denominator is positive. Zero is 0 over 1. So equal
+/// functions have equal numerators and denominators.
 struct Fraction {
     Polynomial numerator;
     Polynomial denominator = Integer(1);
 };
 
-/// A fraction that is added, or multiplied, so many times.
+/// A fraction that is added, or multiplied, `times` times.
 struct Multiple {
     Integer times;
     const Fraction* fraction;
 };
 
-/// Results have no value where they would be beyond all bounds; the quotient also if the divisor is
-/// zero. There is at least one factor.
-std::optional<Fraction> sum(const std::vector<Multiple>& addends, const Names& names);
-std::optional<Fraction> product(const std::vector<Multiple>& factors, const Names& names);
-std::optional<Fraction> quotient(const Fraction& a, const Fraction& b, const Names& names);
+/// Sum, product and quotient. Each returns no value if the result, or an intermediate result,
+/// exceeds the limits of limits.h; the quotient also if the divisor is zero. \pre There is at least
+/// one factor.
+std::optional<Fraction> sum(const std::vector<Multiple>& addends, const NameOrder& order);
+std::optional<Fraction> product(const std::vector<Multiple>& factors, const NameOrder& order);
+std::optional<Fraction> quotient(const Fraction& a, const Fraction& b, const NameOrder& order);
 
 } // namespace TV

@@ -1,5 +1,5 @@
 /// \file
-/// Whole numbers of any size.
+/// Integers of any size.
 #pragma once
 
 #include <cstddef>
@@ -11,13 +11,14 @@
 
 namespace TV {
 
-/// Is kept in place as long as 64 bits hold it.
+/// Stored in place while it fits 64 bits, else on the heap as an integer of FLINT.
 class Integer {
   public:
     Integer(std::int64_t value = 0) : value_(value) {}
+    /// Parses decimal digits with an optional minus; 0 for any other text.
     explicit Integer(const std::string& digits);
     Integer(const Integer& other)
-        : value_(other.value_), big_(other.big_ ? copyOf(*other.big_) : nullptr) {}
+        : value_(other.value_), big_(other.big_ ? cloneBig(*other.big_) : nullptr) {}
     Integer(Integer&& other) noexcept = default;
     Integer& operator=(const Integer& other) { return *this = Integer(other); }
     Integer& operator=(Integer&& other) noexcept = default;
@@ -31,12 +32,12 @@ class Integer {
     Integer& operator+=(const Integer& other);
     Integer& operator*=(const Integer& other);
     void negate();
-    /// By a divisor that leaves no rest.
+    /// \pre The divisor is not zero and leaves no remainder.
     void divideExactly(const Integer& divisor);
 
     bool operator==(const Integer& other) const;
 
-    /// The number if it is one from 0 to 2^32-1.
+    /// Returns the value if it is from 0 to 2^32-1.
     std::optional<std::uint32_t> asExponent() const {
         if (big_ || value_ < 0 || value_ > UINT32_MAX) {
             return std::nullopt;
@@ -44,11 +45,12 @@ class Integer {
         return static_cast<std::uint32_t>(value_);
     }
 
-    /// How many bits the magnitude takes.
+    /// Returns the number of bits of the magnitude.
     std::size_t bits() const;
 
+    /// Returns decimal digits, with a minus if negative.
     std::string text() const;
-    /// The number, if it is kept in place.
+    /// Returns the value if it is stored in place.
     std::optional<std::int64_t> small() const {
         return big_ ? std::nullopt : std::optional(value_);
     }
@@ -62,16 +64,16 @@ class Integer {
     };
     using BigPointer = std::unique_ptr<Big, Destroy>;
 
-    static BigPointer copyOf(const Big& big);
+    static BigPointer cloneBig(const Big& big);
     bool isBigNegative() const;
 
     std::int64_t value_;
     BigPointer big_;
 };
 
-/// Not negative; 0 for two zeros.
+/// Returns the greatest common divisor, which is not negative; 0 for two zeros.
 Integer greatestCommonDivisor(const Integer& a, const Integer& b);
-/// Of numbers that are positive.
+/// Returns the least common multiple. \pre Both are positive.
 Integer leastCommonMultiple(const Integer& a, const Integer& b);
 
 } // namespace TV

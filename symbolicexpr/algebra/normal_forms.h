@@ -1,8 +1,9 @@
 /// \file
-/// What is known of simplified expressions.
+/// Memo of simplification results.
 #pragma once
 
 #include "algebra/fraction.h"
+#include "table/contents.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
@@ -13,30 +14,34 @@
 
 namespace TV {
 
-/// Remembers what has been simplified, so that an expression made of simplified ones does not have
-/// to be computed from its names.
-class NormalForms {
+/// Memoises the results of simplification by expression id, so that an expression whose operands
+/// are simplified is not computed from its names again.
+class NormalForms : public SymbolicExprTable::Contents::Memo {
   public:
     struct Entry {
-        std::uint32_t simplified;
-        /// Whether it, or each of its parts, has a canonical form; otherwise it stays as it is.
+        std::uint32_t simplified; ///< id of the result
+        /// Whether the result is canonical: for a list or relation, whether each entry or side is.
+        /// Other arithmetic is its own result.
         bool isCanonical = false;
-        /// Of a sum or product that stays as it is: whether it does although its parts have values.
-        /// Then more parts can make a value of it.
+        /// For a sum or product without a canonical form: whether its operands have values, and
+        /// only the result exceeds the limits. Further operands can bring it within the limits.
         bool isTooLong = false;
-        /// Of one that is too long, and known to be a polynomial: how many terms it has at least.
+        /// For one that is too long and known to be a polynomial: a lower bound of its terms, else
+        /// 0.
         std::size_t leastTerms = 0;
-        /// What a canonical form means. Null for others, and for lists and relations.
+        /// Value of a canonical form of arithmetic; null for all others.
         std::unique_ptr<const Fraction> fraction = nullptr;
     };
 
-    /// Null if the expression has not been simplified.
+    /// Returns the memoised result; null if the expression has not been simplified.
     const Entry* find(std::uint32_t id) const {
         const auto found = entries_.find(id);
         return found == entries_.end() ? nullptr : &found->second;
     }
 
+    /// Adds a result unless the expression has one.
     void add(std::uint32_t id, Entry entry) { entries_.try_emplace(id, std::move(entry)); }
+    /// Adds or replaces the value of an expression that is a canonical form itself.
     void addCanonical(std::uint32_t id, Fraction fraction) {
         Entry entry{id, true};
         entry.fraction = std::make_unique<const Fraction>(std::move(fraction));

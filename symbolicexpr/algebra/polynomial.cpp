@@ -6,7 +6,7 @@
 
 namespace TV {
 
-Monomial multiply(const Monomial& a, const Monomial& b, const Names& names) {
+Monomial multiply(const Monomial& a, const Monomial& b, const NameOrder& order) {
     if (a.factors.empty()) {
         return b;
     }
@@ -21,7 +21,7 @@ Monomial multiply(const Monomial& a, const Monomial& b, const Names& names) {
             ++left;
             ++right;
         } else {
-            auto& first = names.isBefore(left->name, right->name) ? left : right;
+            auto& first = order.isBefore(left->name, right->name) ? left : right;
             product.factors.push_back(*first);
             ++first;
         }
@@ -31,7 +31,7 @@ Monomial multiply(const Monomial& a, const Monomial& b, const Names& names) {
     return product;
 }
 
-Monomial greatestCommonDivisor(const Monomial& a, const Monomial& b, const Names& names) {
+Monomial greatestCommonDivisor(const Monomial& a, const Monomial& b, const NameOrder& order) {
     Monomial divisor;
     auto left = a.factors.begin();
     auto right = b.factors.begin();
@@ -43,7 +43,7 @@ Monomial greatestCommonDivisor(const Monomial& a, const Monomial& b, const Names
             ++left;
             ++right;
         } else {
-            ++(names.isBefore(left->name, right->name) ? left : right);
+            ++(order.isBefore(left->name, right->name) ? left : right);
         }
     }
     return divisor;
@@ -68,17 +68,17 @@ Monomial divideExactly(const Monomial& dividend, const Monomial& divisor) {
     return quotient;
 }
 
-bool isAhead(const Monomial& a, const Monomial& b, const Names& names) {
+bool isBefore(const Monomial& a, const Monomial& b, const NameOrder& order) {
     if (a.degree != b.degree) {
         return a.degree > b.degree;
     }
     const auto [left, right] = std::mismatch(a.factors.begin(), a.factors.end(), //
                                              b.factors.begin(), b.factors.end());
     if (left == a.factors.end() || right == b.factors.end()) {
-        return false; // of the same degree, so both are at the end
+        return false; // equal: monomials of one degree end together
     }
     return left->name == right->name ? left->power > right->power
-                                     : names.isBefore(left->name, right->name);
+                                     : order.isBefore(left->name, right->name);
 }
 
 Polynomial::Polynomial(Integer constant) {
@@ -118,7 +118,7 @@ void Polynomial::multiplyBy(const Integer& factor) {
     }
     for (Term& term : terms_) {
         term.coefficient *= factor;
-        term.written = 0;
+        term.internedId = 0;
     }
 }
 
@@ -127,7 +127,7 @@ void Polynomial::divideExactlyBy(const Term& divisor) {
         return;
     }
     for (Term& term : terms_) {
-        term.written = 0;
+        term.internedId = 0;
         if (!divisor.coefficient.isOne()) {
             term.coefficient.divideExactly(divisor.coefficient);
         }
@@ -137,7 +137,7 @@ void Polynomial::divideExactlyBy(const Term& divisor) {
     }
 }
 
-Polynomial add(Polynomial a, Polynomial b, const Names& names) {
+Polynomial add(Polynomial a, Polynomial b, const NameOrder& order) {
     Polynomial::Terms sum;
     sum.reserve(a.terms_.size() + b.terms_.size());
     auto left = a.terms_.begin();
@@ -145,14 +145,14 @@ Polynomial add(Polynomial a, Polynomial b, const Names& names) {
     while (left != a.terms_.end() && right != b.terms_.end()) {
         if (left->monomial == right->monomial) {
             left->coefficient += right->coefficient;
-            left->written = 0;
+            left->internedId = 0;
             if (!left->coefficient.isZero()) {
                 sum.push_back(std::move(*left));
             }
             ++left;
             ++right;
         } else {
-            auto& first = isAhead(left->monomial, right->monomial, names) ? left : right;
+            auto& first = isBefore(left->monomial, right->monomial, order) ? left : right;
             sum.push_back(std::move(*first));
             ++first;
         }
@@ -162,12 +162,12 @@ Polynomial add(Polynomial a, Polynomial b, const Names& names) {
     return Polynomial(std::move(sum));
 }
 
-Polynomial multiply(const Polynomial& a, const Term& b, const Names& names) {
-    // What is ahead stays ahead, whatever both are multiplied by.
+Polynomial multiply(const Polynomial& a, const Term& b, const NameOrder& order) {
+    // Graded lexicographic order is compatible with multiplication, so the terms stay in order.
     Polynomial::Terms product;
     product.reserve(a.terms().size());
     for (const Term& term : a.terms()) {
-        product.push_back({term.coefficient, multiply(term.monomial, b.monomial, names), 0});
+        product.push_back({term.coefficient, multiply(term.monomial, b.monomial, order), 0});
         product.back().coefficient *= b.coefficient;
     }
     return Polynomial(std::move(product));

@@ -1,22 +1,23 @@
 /// \file
-/// Polynomials in names, with whole numbers as coefficients.
+/// Polynomials in names, with integer coefficients.
 #pragma once
 
 #include "algebra/integer.h"
-#include "algebra/names.h"
+#include "algebra/name_order.h"
 
 #include <boost/container/small_vector.hpp>
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
 
 namespace TV {
 
-/// A product of names with powers, the names in byte order.
+/// A product of powers of names, the names in byte order, each once.
 struct Monomial {
     struct Factor {
-        std::uint32_t name; ///< the id of the name
+        std::uint32_t name; ///< id of the name
         std::uint32_t power;
         bool operator==(const Factor&) const = default;
     };
@@ -26,27 +27,27 @@ struct Monomial {
     }
 
     boost::container::small_vector<Factor, 4> factors;
-    std::uint32_t degree = 0;
+    std::uint32_t degree = 0; ///< sum of the powers
 };
 
-Monomial multiply(const Monomial& a, const Monomial& b, const Names& names);
-/// The greatest that divides both.
-Monomial greatestCommonDivisor(const Monomial& a, const Monomial& b, const Names& names);
-/// By one that divides it.
+Monomial multiply(const Monomial& a, const Monomial& b, const NameOrder& order);
+Monomial greatestCommonDivisor(const Monomial& a, const Monomial& b, const NameOrder& order);
+/// \pre `divisor` divides `dividend`.
 Monomial divideExactly(const Monomial& dividend, const Monomial& divisor);
 
-/// Whether the first stands ahead of the second in a sum: it has the higher degree, or its names
-/// spelled out come first.
-bool isAhead(const Monomial& a, const Monomial& b, const Names& names);
+/// Returns whether `a` comes before `b` in a sum (graded lexicographic order): it has the higher
+/// degree, or at equal degree its names, powers written as repeated names, are lexicographically
+/// less.
+bool isBefore(const Monomial& a, const Monomial& b, const NameOrder& order);
 
 struct Term {
     Integer coefficient; ///< not 0
     Monomial monomial;
-    /// The expression of the term without its sign, once there is one; 0 until then.
-    std::uint32_t written = 0;
+    /// Id of the expression of this term without its sign; 0 until it is interned.
+    std::uint32_t internedId = 0;
 };
 
-/// Terms in their order in a sum, each monomial once.
+/// A sum of terms in graded lexicographic order, each monomial once. Zero has no terms.
 class Polynomial {
   public:
     using Terms = boost::container::small_vector<Term, 1>;
@@ -54,7 +55,7 @@ class Polynomial {
     Polynomial() = default; ///< zero
     Polynomial(Integer constant);
     explicit Polynomial(std::uint32_t name);
-    /// Of terms that are in order.
+    /// \pre The terms are in order.
     explicit Polynomial(Terms terms) : terms_(std::move(terms)) {}
 
     const Terms& terms() const { return terms_; }
@@ -65,22 +66,26 @@ class Polynomial {
     }
     bool isOne() const { return isConstant() && !isZero() && terms_.front().coefficient.isOne(); }
     bool isNegative() const { return !isZero() && terms_.front().coefficient.isNegative(); }
-    /// Of a constant.
-    Integer constant() const { return isZero() ? Integer() : terms_.front().coefficient; }
+    /// \pre The polynomial is constant.
+    Integer constant() const {
+        assert(isConstant());
+        return isZero() ? Integer() : terms_.front().coefficient;
+    }
 
     bool operator==(const Polynomial& other) const;
 
     void negate();
     void multiplyBy(const Integer& factor);
+    /// \pre The divisor divides each term.
     void divideExactlyBy(const Term& divisor);
 
   private:
-    friend Polynomial add(Polynomial a, Polynomial b, const Names& names);
+    friend Polynomial add(Polynomial a, Polynomial b, const NameOrder& order);
 
     Terms terms_;
 };
 
-Polynomial add(Polynomial a, Polynomial b, const Names& names);
-Polynomial multiply(const Polynomial& a, const Term& b, const Names& names);
+Polynomial add(Polynomial a, Polynomial b, const NameOrder& order);
+Polynomial multiply(const Polynomial& a, const Term& b, const NameOrder& order);
 
 } // namespace TV

@@ -1,24 +1,32 @@
 #include <symbolicexpr/simplify.h>
 
-#include "algebra/bounds.h"
-#include "algebra/canonical.h"
-#include "table/contents.h"
+#include "algebra/canonical_form.h"
 #include "algebra/evaluation.h"
+#include "algebra/limits.h"
 #include "algebra/normal_forms.h"
-#include "table/parts.h"
+#include "table/contents.h"
+#include "table/operands.h"
 
 #include <vector>
 
 namespace TV {
 namespace {
 
+/// Returns the memo of a table, which is created on first use.
+NormalForms& normalForms(SymbolicExprTable::Contents& contents) {
+    if (contents.normalForms == nullptr) {
+        contents.normalForms = std::make_unique<NormalForms>();
+    }
+    return static_cast<NormalForms&>(*contents.normalForms);
+}
+
 class Simplifier {
   public:
     Simplifier(const SymbolicExprTable& table, SymbolicExprTable::Contents& contents)
-        : table_(table), contents_(contents), forms_(*contents.normalForms) {}
+        : table_(table), contents_(contents), forms_(normalForms(contents)) {}
 
     const NormalForms::Entry& simplify(std::uint32_t root) {
-        // Lists can be in lists deeper than the stack of the process.
+        // Lists can be nested deeper than the call stack allows.
         std::vector<std::uint32_t> open{root};
         while (!open.empty()) {
             const std::uint32_t id = open.back();
@@ -27,8 +35,8 @@ class Simplifier {
                 open.pop_back();
             } else if (isArithmetic(expr)) {
                 simplifyArithmetic(id);
-            } else if (!openParts(expr, open)) {
-                simplifyParts(id, expr);
+            } else if (!pushUnsimplified(expr, open)) {
+                simplifyOperands(id, expr);
             }
         }
         return *forms_.find(root);
@@ -41,26 +49,27 @@ class Simplifier {
     }
 
     void simplifyArithmetic(std::uint32_t id) {
-        const std::size_t leastTerms = leastTermsOf(contents_[id]);
-        if (leastTerms > bounds::maximumTerms) {
-            forms_.add(id, {id, false, true, leastTerms, nullptr});
+        const std::size_t least = leastTerms(contents_[id]);
+        if (least > limits::maximumTerms) {
+            forms_.add(id, {id, false, true, least, nullptr});
             return;
         }
         Value value = evaluate(id, contents_, forms_);
-        if (!value.fraction || !bounds::hold(*value.fraction)) {
+        if (!value.fraction || !limits::admits(*value.fraction)) {
             const bool isPolynomial = value.fraction && value.fraction->denominator.isConstant();
-            forms_.add(id, {id, false, value.hasParts,
+            forms_.add(id, {id, false, value.operandsHaveValues,
                             isPolynomial ? value.fraction->numerator.terms().size() : 0, nullptr});
             return;
         }
-        const std::uint32_t simplified = enterCanonicalForm(*value.fraction, table_);
+        const std::uint32_t simplified = internCanonicalForm(*value.fraction, table_);
         forms_.addCanonical(simplified, std::move(*value.fraction));
         forms_.add(id, {simplified, true});
     }
 
-    /// How many terms are left, whatever cancels, where a sum that is too long gets one more part.
-    /// So most of the steps by which it is made cost nothing.
-    std::size_t leastTermsOf(const SymbolicExpr& expr) const {
+    /// Returns a lower bound of the terms of a sum, of which one operand is known to be too long:
+    /// at most as many terms cancel as the other operand has. So most steps that build a sum beyond
+    /// the limits term by term evaluate nothing.
+    std::size_t leastTerms(const SymbolicExpr& expr) const {
         if (expr.op() != SymbolicPlusOp && expr.op() != SymbolicMinusOp) {
             return 0;
         }
@@ -79,11 +88,11 @@ class Simplifier {
         return longer.leastTerms > terms ? longer.leastTerms - terms : 0;
     }
 
-    /// Whether there were parts to be simplified first.
-    bool openParts(const SymbolicExpr& expr, std::vector<std::uint32_t>& open) const {
+    /// Pushes the operands that are not simplified yet. Returns whether there were any.
+    bool pushUnsimplified(const SymbolicExpr& expr, std::vector<std::uint32_t>& open) const {
         const std::size_t size = open.size();
-        for (unsigned long i = 0; i < numberOfParts(expr); ++i) {
-            const auto id = static_cast<std::uint32_t>(part(expr, i));
+        for (unsigned long i = 0; i < numberOfOperands(expr); ++i) {
+            const auto id = static_cast<std::uint32_t>(operandId(expr, i));
             if (forms_.find(id) == nullptr) {
                 open.push_back(id);
             }
@@ -91,18 +100,18 @@ class Simplifier {
         return open.size() > size;
     }
 
-    void simplifyParts(std::uint32_t id, const SymbolicExpr& expr) {
-        std::vector<unsigned long> parts;
+    void simplifyOperands(std::uint32_t id, const SymbolicExpr& expr) {
+        std::vector<unsigned long> operands;
         bool isCanonical = true;
-        for (unsigned long i = 0; i < numberOfParts(expr); ++i) {
-            const auto& form = *forms_.find(static_cast<std::uint32_t>(part(expr, i)));
-            parts.push_back(form.simplified);
+        for (unsigned long i = 0; i < numberOfOperands(expr); ++i) {
+            const auto& form = *forms_.find(static_cast<std::uint32_t>(operandId(expr, i)));
+            operands.push_back(form.simplified);
             isCanonical = isCanonical && form.isCanonical;
         }
-        const unsigned long found = expr.op() == SymbolicNDOp
-                                        ? SymbolicNDExpr(table_, parts).getId(table_)
-                                        : binaryId(table_, expr.op(), parts[0], parts[1]);
-        const auto simplified = static_cast<std::uint32_t>(found);
+        const unsigned long result =
+            expr.op() == SymbolicNDOp ? SymbolicNDExpr(table_, operands).getId(table_)
+                                      : internBinary(table_, expr.op(), operands[0], operands[1]);
+        const auto simplified = static_cast<std::uint32_t>(result);
         forms_.add(simplified, {simplified, isCanonical});
         forms_.add(id, {simplified, isCanonical});
     }
@@ -115,7 +124,7 @@ class Simplifier {
 } // namespace
 
 unsigned long SymbolicExprSimplify::simplify(unsigned long id, unsigned long& simplified) const {
-    table_->get(id);
+    table_->get(id); // throws if there is no such id
     SymbolicExprTable::Contents& contents = *table_->contents_;
     const NormalForms::Entry& entry =
         Simplifier(*table_, contents).simplify(static_cast<std::uint32_t>(id));

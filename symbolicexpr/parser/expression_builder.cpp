@@ -1,129 +1,132 @@
 #include "parser/expression_builder.h"
 
-#include "table/parts.h"
+#include "table/operands.h"
 
 #include <array>
+#include <cassert>
 #include <string>
 #include <vector>
 
 namespace TV {
 namespace {
 
-constexpr int sumRank = 1;
-constexpr int unaryRank = 3;
+constexpr int sumPrecedence = 1;
+constexpr int productPrecedence = 2;
+constexpr int unaryPrecedence = 3;
 
 struct Operator {
-    int rank; ///< 0 for brackets, which no operator reaches beyond
+    int precedence; ///< 0 for parentheses and brackets, where a reduction stops
     SymbolicOp op;
 };
 
-/// In the order of what waits.
+/// Indexed by Pending.
 constexpr std::array<Operator, 7> operators{{{0, SymbolicNameOp},
                                              {0, SymbolicNDOp},
-                                             {sumRank, SymbolicPlusOp},
-                                             {sumRank, SymbolicMinusOp},
-                                             {2, SymbolicMultiplyOp},
-                                             {2, SymbolicDivideOp},
-                                             {unaryRank, SymbolicUnaryMinusOp}}};
+                                             {sumPrecedence, SymbolicPlusOp},
+                                             {sumPrecedence, SymbolicMinusOp},
+                                             {productPrecedence, SymbolicMultiplyOp},
+                                             {productPrecedence, SymbolicDivideOp},
+                                             {unaryPrecedence, SymbolicUnaryMinusOp}}};
 
 } // namespace
 
-bool ExpressionBuilder::before(char token) {
+bool ExpressionBuilder::prefix(char token) {
     if (token == '-') {
-        waiting_.push_back({Waiting::unaryMinus, 0});
+        pending_.push_back({Pending::unaryMinus, 0});
         return true;
     }
     if (depth_ == maximumNesting) {
         return false;
     }
     ++depth_;
-    waiting_.push_back({token == '(' ? Waiting::group : Waiting::list, 0});
+    pending_.push_back({token == '(' ? Pending::group : Pending::list, 0});
     return true;
 }
 
-bool ExpressionBuilder::between(char token) {
+bool ExpressionBuilder::infix(char token) {
     if (token == ',') {
-        complete(sumRank);
-        if (!isLast(Waiting::list)) {
+        reduce(sumPrecedence);
+        if (!isLast(Pending::list)) {
             return false;
         }
-        ++waiting_.back().entries;
+        ++pending_.back().entries;
         return true;
     }
-    const Waiting kind = token == '+'   ? Waiting::plus
-                         : token == '-' ? Waiting::minus
-                         : token == '*' ? Waiting::multiply
-                                        : Waiting::divide;
-    complete(operators[static_cast<std::size_t>(kind)].rank);
-    waiting_.push_back({kind, 0});
+    const Pending kind = token == '+'   ? Pending::plus
+                         : token == '-' ? Pending::minus
+                         : token == '*' ? Pending::multiply
+                                        : Pending::divide;
+    reduce(operators[static_cast<std::size_t>(kind)].precedence);
+    pending_.push_back({kind, 0});
     return true;
 }
 
-bool ExpressionBuilder::behind(char token) {
-    complete(sumRank);
-    if (!isLast(token == ')' ? Waiting::group : Waiting::list)) {
+bool ExpressionBuilder::postfix(char token) {
+    reduce(sumPrecedence);
+    if (!isLast(token == ')' ? Pending::group : Pending::list)) {
         return false;
     }
     if (token == ']') {
-        steps_.push_back({SymbolicNDOp, false, 0, waiting_.back().entries + 1});
+        steps_.push_back({SymbolicNDOp, false, 0, pending_.back().entries + 1});
     }
     --depth_;
-    waiting_.pop_back();
+    pending_.pop_back();
     return true;
 }
 
 bool ExpressionBuilder::closeEmptyList() {
-    if (!isLast(Waiting::list) || waiting_.back().entries > 0) {
+    if (!isLast(Pending::list) || pending_.back().entries > 0) {
         return false;
     }
     steps_.push_back({SymbolicNDOp, false, 0, 0});
     --depth_;
-    waiting_.pop_back();
+    pending_.pop_back();
     return true;
 }
 
-bool ExpressionBuilder::isLast(Waiting kind) const {
-    return !waiting_.empty() && waiting_.back().kind == kind;
+bool ExpressionBuilder::isLast(Pending kind) const {
+    return !pending_.empty() && pending_.back().kind == kind;
 }
 
-void ExpressionBuilder::complete(int rank) {
-    while (!waiting_.empty()) {
-        const Operator& last = operators[static_cast<std::size_t>(waiting_.back().kind)];
-        if (last.rank < rank) {
+void ExpressionBuilder::reduce(int precedence) {
+    while (!pending_.empty()) {
+        const Operator& last = operators[static_cast<std::size_t>(pending_.back().kind)];
+        if (last.precedence < precedence) {
             return;
         }
         steps_.push_back({last.op, false, 0, 0});
-        waiting_.pop_back();
+        pending_.pop_back();
     }
 }
 
-void ExpressionBuilder::name(std::string_view name) { addText(SymbolicNameOp, false, name); }
+void ExpressionBuilder::name(std::string_view name) { addOperand(SymbolicNameOp, false, name); }
 
 void ExpressionBuilder::number(std::string_view digits) {
-    const bool isNegative = isLast(Waiting::unaryMinus);
+    const bool isNegative = isLast(Pending::unaryMinus);
     if (isNegative) {
-        waiting_.pop_back();
+        pending_.pop_back();
     }
-    addText(SymbolicNumberOp, isNegative, digits);
+    addOperand(SymbolicNumberOp, isNegative, digits);
 }
 
-void ExpressionBuilder::addText(SymbolicOp op, bool isNegative, std::string_view text) {
+void ExpressionBuilder::addOperand(SymbolicOp op, bool isNegative, std::string_view text) {
     steps_.push_back({op, isNegative, static_cast<std::uint32_t>(text.data() - text_.data()),
                       static_cast<std::uint32_t>(text.size())});
 }
 
 bool ExpressionBuilder::end() {
-    complete(sumRank);
-    return waiting_.empty();
+    reduce(sumPrecedence);
+    return pending_.empty();
 }
 
-unsigned long ExpressionBuilder::enter(const SymbolicExprTable& table) const {
+unsigned long ExpressionBuilder::intern(const SymbolicExprTable& table) const {
     boost::container::small_vector<unsigned long, 32> ids;
-    const auto take = [&ids] {
+    const auto pop = [&ids] {
         const unsigned long last = ids.back();
         ids.pop_back();
         return last;
     };
+    assert(pending_.empty() && !steps_.empty());
     std::string text;
     for (const Step& step : steps_) {
         switch (step.op) {
@@ -137,7 +140,7 @@ unsigned long ExpressionBuilder::enter(const SymbolicExprTable& table) const {
             ids.push_back(SymbolicIntValue(table, text).getId(table));
             break;
         case SymbolicUnaryMinusOp:
-            ids.push_back(SymbolicUnaryMinusExpr(table, take()).getId(table));
+            ids.push_back(SymbolicUnaryMinusExpr(table, pop()).getId(table));
             break;
         case SymbolicNDOp: {
             const std::vector<unsigned long> entries(ids.end() - step.size, ids.end());
@@ -146,9 +149,9 @@ unsigned long ExpressionBuilder::enter(const SymbolicExprTable& table) const {
             break;
         }
         default: {
-            const unsigned long right = take();
-            const unsigned long left = take();
-            ids.push_back(binaryId(table, step.op, left, right));
+            const unsigned long right = pop();
+            const unsigned long left = pop();
+            ids.push_back(internBinary(table, step.op, left, right));
         }
         }
     }

@@ -1,5 +1,5 @@
 /// \file
-/// The tokens of an expression, brought into the order in which a table takes them.
+/// Conversion of an expression's tokens from infix to postfix order.
 #pragma once
 
 #include <symbolicexpr/expr.h>
@@ -11,61 +11,65 @@
 
 namespace TV {
 
-/// Is told of the tokens of an expression in their order. Where a token may not stand everywhere,
-/// the answer says whether it may stand there; after a false answer the text is no expression,
-/// whatever follows. Operands and operators alternate; this is the caller's concern.
+/// Semantic actions of the grammar: operator precedence parsing with an operator stack
+/// (shunting-yard algorithm). A false result rejects the token, and with it the text. The grammar
+/// makes sure that operands and operators alternate.
 ///
-/// Nothing comes to a table before all has been read. What waits for its last operand is kept here
-/// and not on the stack of the host.
+/// The table is not changed until the whole text has been read. Pending operators are on a stack of
+/// this object, not on the call stack.
 class ExpressionBuilder {
   public:
     static constexpr int maximumNesting = 1000;
 
     explicit ExpressionBuilder(std::string_view text) : text_(text) {}
 
-    /// What stands before an operand: a minus, or a parenthesis or a bracket that opens.
-    bool before(char token);
-    /// What stands between two: an operator, or a comma.
-    bool between(char token);
-    /// What stands behind one: a parenthesis or a bracket that closes.
-    bool behind(char token);
-    /// A bracket that closes where an operand could stand, in an empty list.
+    /// Token before an operand: a minus, an opening parenthesis or an opening bracket.
+    bool prefix(char token);
+    /// Token between operands: an operator or a comma.
+    bool infix(char token);
+    /// Token after an operand: a closing parenthesis or bracket.
+    bool postfix(char token);
+    /// A closing bracket in place of an operand, as in an empty list.
     bool closeEmptyList();
 
-    /// Both are views into the text. A minus straight before a number is part of it.
+    /// Operands, as views into the text. A minus directly before a number is part of the number.
     void name(std::string_view name);
     void number(std::string_view digits);
 
-    /// Whether the text may end, and all has been read.
+    /// End of the text. Returns false if a parenthesis or bracket is open.
     bool end();
 
-    /// Puts what has been read into a table, parts first and from the left. The id of the whole.
-    unsigned long enter(const SymbolicExprTable& table) const;
+    /// Interns the expression, operands before operators and from left to right. Returns its id.
+    /// \pre end() has returned true.
+    unsigned long intern(const SymbolicExprTable& table) const;
 
   private:
-    enum class Waiting : std::uint8_t { group, list, plus, minus, multiply, divide, unaryMinus };
+    enum class Pending : std::uint8_t { group, list, plus, minus, multiply, divide, unaryMinus };
 
+    /// An entry of the operator stack.
     struct Frame {
-        Waiting kind;
-        std::uint32_t entries; ///< of a list, those that have a comma behind them
+        Pending kind;
+        std::uint32_t entries; ///< for a list, the number of entries followed by a comma
     };
 
-    /// An expression whose parts are the last ones before it that are no parts yet.
+    /// An item of the postfix sequence.
     struct Step {
         SymbolicOp op;
-        bool isNegative;      ///< of a number
-        std::uint32_t offset; ///< of a name or of digits in the text
-        std::uint32_t size;   ///< of that text; of a list, how many entries it takes
+        bool isNegative;      ///< for a number
+        std::uint32_t offset; ///< for a name or number, the position in the text
+        std::uint32_t
+            size; ///< for a name or number, the length in the text; for a list, its entries
     };
 
-    /// Gives their last operand to what waits for it and binds as strongly as this, or more so.
-    void complete(int rank);
-    void addText(SymbolicOp op, bool isNegative, std::string_view text);
-    bool isLast(Waiting kind) const;
+    /// Moves operators of at least this precedence from the stack to the postfix sequence, up to
+    /// the innermost open parenthesis or bracket.
+    void reduce(int precedence);
+    void addOperand(SymbolicOp op, bool isNegative, std::string_view text);
+    bool isLast(Pending kind) const;
 
     std::string_view text_;
     int depth_ = 0;
-    boost::container::small_vector<Frame, 16> waiting_;
+    boost::container::small_vector<Frame, 16> pending_;
     boost::container::small_vector<Step, 32> steps_;
 };
 

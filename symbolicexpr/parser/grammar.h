@@ -1,5 +1,5 @@
 /// \file
-/// The grammar of expressions of sizes.
+/// Token grammar of symbolic expressions.
 #pragma once
 
 #include "parser/expression_builder.h"
@@ -17,12 +17,12 @@
 
 namespace TV {
 
-/// The sequence of the tokens. What encloses what, and which operands an operator takes, is up to
-/// the builder, which is told of each.
+/// Alternation of operands and operators. The semantic actions of ExpressionBuilder check nesting
+/// and apply operator precedence.
 ///
-/// Where there is no operand, an expectation failure tells the place; where an operand cannot be
-/// followed by what is there, the grammar ends ahead of it. Nothing is read twice and nothing
-/// recurs. Holds no state of a text; one object serves all threads.
+/// A missing operand is an expectation failure, which has the position; where an operand is
+/// followed by another token than the grammar allows, parsing stops before that token. There is no
+/// backtracking and no recursion. The grammar has no state, so one object serves all threads.
 class ExpressionGrammar : public boost::spirit::qi::grammar<const char*, void(ExpressionBuilder&),
                                                             boost::spirit::ascii::space_type> {
   public:
@@ -36,14 +36,14 @@ class ExpressionGrammar : public boost::spirit::qi::grammar<const char*, void(Ex
         using boost::spirit::qi::raw;
         using Builder = ExpressionBuilder;
 
-        expression = operand(_r1) >
-                     *(char_("-+*/,")[_pass = bind(&Builder::between, _r1, _1)] > operand(_r1));
+        expression =
+            operand(_r1) > *(char_("-+*/,")[_pass = bind(&Builder::infix, _r1, _1)] > operand(_r1));
 
-        operand = *char_("([-")[_pass = bind(&Builder::before, _r1, _1)] >
-                  (raw[lexeme[char_("a-zA-Z_") >> *char_("a-zA-Z_0-9")]][bind(&tellName, _r1, _1)] |
-                   raw[lexeme[+char_("0-9")]][bind(&tellNumber, _r1, _1)] |
+        operand = *char_("([-")[_pass = bind(&Builder::prefix, _r1, _1)] >
+                  (raw[lexeme[char_("a-zA-Z_") >> *char_("a-zA-Z_0-9")]][bind(&addName, _r1, _1)] |
+                   raw[lexeme[+char_("0-9")]][bind(&addNumber, _r1, _1)] |
                    lit(']') >> eps(bind(&Builder::closeEmptyList, _r1))) >
-                  *char_(")]")[_pass = bind(&Builder::behind, _r1, _1)];
+                  *char_(")]")[_pass = bind(&Builder::postfix, _r1, _1)];
     }
 
   private:
@@ -51,10 +51,10 @@ class ExpressionGrammar : public boost::spirit::qi::grammar<const char*, void(Ex
     using Rule = boost::spirit::qi::rule<const char*, void(ExpressionBuilder&),
                                          boost::spirit::ascii::space_type>;
 
-    static void tellName(ExpressionBuilder& builder, const Range& text) {
+    static void addName(ExpressionBuilder& builder, const Range& text) {
         builder.name({text.begin(), text.size()});
     }
-    static void tellNumber(ExpressionBuilder& builder, const Range& text) {
+    static void addNumber(ExpressionBuilder& builder, const Range& text) {
         builder.number({text.begin(), text.size()});
     }
 

@@ -1,6 +1,6 @@
 #include <symbolicexpr/printer.h>
 
-#include "table/parts.h"
+#include "table/operands.h"
 
 #include <tv_utility/identifier.h>
 
@@ -14,17 +14,18 @@ namespace {
 
 constexpr std::size_t maximumLength = std::size_t{16} << 20;
 
-/// How firmly an expression holds together. Where a firmer one is needed, it is in parentheses.
+/// Precedence. An expression of lower precedence than its context requires is put in parentheses.
 enum class Rank { relation, text, sum, product, unaryMinus, operand, parentheses };
 
-/// How an expression with parts is written, and what the first part and the others need to be.
+/// Syntax of an operation: its precedence, its tokens, and the precedence that its first and its
+/// other operands require.
 struct Form {
     Rank rank;
-    std::string_view before, between, behind;
+    std::string_view prefix, infix, postfix;
     Rank first, others;
 };
 
-/// By SymbolicOp. Operators take their operands from the left, so a right one has to be firmer.
+/// Indexed by SymbolicOp. Operators are left-associative, so right operands require a higher rank.
 constexpr std::array<Form, 10> forms{{
     {Rank::operand, "", "", "", Rank::relation, Rank::relation},
     {Rank::operand, "", "", "", Rank::relation, Rank::relation},
@@ -38,36 +39,36 @@ constexpr std::array<Form, 10> forms{{
     {Rank::operand, "[", ",", "]", Rank::relation, Rank::relation},
 }};
 
-const std::string& nameOf(const SymbolicExpr& expr) {
+const std::string& nameText(const SymbolicExpr& expr) {
     return static_cast<const SymbolicString&>(expr).text();
 }
 
-const SymbolicIntValue& numberOf(const SymbolicExpr& expr) {
+const SymbolicIntValue& asNumber(const SymbolicExpr& expr) {
     return static_cast<const SymbolicIntValue&>(expr);
 }
 
 bool isIdentifier(const std::string& name) {
-    // A name may hold nulls, and then it is not what a text that ends there says.
+    // A name may contain null characters, where tvIsValidANSICIdentifier stops reading.
     return tvIsValidANSICIdentifier(name.c_str(), true) && name.find('\0') == name.npos;
 }
 
-/// Writes expressions and keeps those that are not complete, so that nothing recurs.
+/// Depth-first traversal with an explicit stack of incomplete expressions.
 class Writer {
   public:
     explicit Writer(const SymbolicExprTable& table) : table_(&table) {}
 
     std::string write(const SymbolicExpr& expr, Rank needed) {
         begin(expr, needed);
-        while (!begun_.empty()) {
+        while (!open_.empty()) {
             advance();
         }
         return std::move(text_);
     }
 
   private:
-    struct Begun {
+    struct Open {
         const SymbolicExpr* expr;
-        unsigned long next; ///< the part that comes next
+        unsigned long next; ///< index of the next operand
         bool isEnclosed;
     };
 
@@ -77,40 +78,40 @@ class Writer {
             return;
         }
         const Form& form = forms[expr.op()];
-        const bool isText = expr.op() == SymbolicNameOp && !isIdentifier(nameOf(expr));
+        const bool isText = expr.op() == SymbolicNameOp && !isIdentifier(nameText(expr));
         const bool isEnclosed = (isText ? Rank::text : form.rank) < needed;
         text_ += isEnclosed ? "(" : "";
-        text_ += form.before;
+        text_ += form.prefix;
         if (expr.op() == SymbolicNameOp) {
-            text_ += nameOf(expr);
+            text_ += nameText(expr);
         } else if (expr.op() == SymbolicNumberOp) {
-            text_ += numberOf(expr).text();
+            text_ += asNumber(expr).text();
         }
-        begun_.push_back({&expr, 0, isEnclosed});
+        open_.push_back({&expr, 0, isEnclosed});
     }
 
     void advance() {
-        Begun& last = begun_.back();
+        Open& last = open_.back();
         const SymbolicExpr& expr = *last.expr;
         const Form& form = forms[expr.op()];
         const unsigned long next = last.next++;
-        if (next == numberOfParts(expr)) {
-            text_ += form.behind;
+        if (next == numberOfOperands(expr)) {
+            text_ += form.postfix;
             text_ += last.isEnclosed ? ")" : "";
-            begun_.pop_back();
+            open_.pop_back();
             return;
         }
-        text_ += next > 0 ? form.between : "";
-        const SymbolicExpr& inner = table_->get(part(expr, next));
-        // Straight behind a minus a number without a sign would take it for its own.
-        const bool takesMinus = expr.op() == SymbolicUnaryMinusOp &&
-                                inner.op() == SymbolicNumberOp && !numberOf(inner).isNegative();
-        begin(inner, takesMinus ? Rank::parentheses : next == 0 ? form.first : form.others);
+        text_ += next > 0 ? form.infix : "";
+        const SymbolicExpr& inner = table_->get(operandId(expr, next));
+        // Directly after a minus, a number without a sign would be parsed as a negative number.
+        const bool absorbsMinus = expr.op() == SymbolicUnaryMinusOp &&
+                                  inner.op() == SymbolicNumberOp && !asNumber(inner).isNegative();
+        begin(inner, absorbsMinus ? Rank::parentheses : next == 0 ? form.first : form.others);
     }
 
     const SymbolicExprTable* table_;
     std::string text_;
-    std::vector<Begun> begun_;
+    std::vector<Open> open_;
 };
 
 } // namespace

@@ -1,6 +1,6 @@
 #include <symbolicexpr/copy.h>
 
-#include "table/parts.h"
+#include "table/operands.h"
 
 #include <symbolicexpr/expr.h>
 
@@ -11,49 +11,52 @@
 namespace TV {
 namespace {
 
-/// A part of an expression, on the way to its own parts.
+/// An expression on the stack of the depth-first traversal.
 struct Visit {
     unsigned long id;
     const SymbolicExpr* expr;
-    unsigned long next; ///< the part that comes next
+    unsigned long next; ///< index of the next operand to visit
 };
 
 } // namespace
 
 unsigned long SymbolicExprCopy::operator()(unsigned long id) const {
     boost::unordered_flat_map<unsigned long, unsigned long> copies;
-    const auto copyOfPart = [&](const SymbolicExpr& expr, unsigned long index) {
-        return copies.at(part(expr, index));
+    const auto copiedOperand = [&](const SymbolicExpr& expr, unsigned long index) {
+        return copies.at(operandId(expr, index));
     };
-    const auto copyOf = [&](const SymbolicExpr& expr) {
+    const auto internCopy = [&](const SymbolicExpr& expr) {
         switch (expr.op()) {
         case SymbolicNameOp:
         case SymbolicNumberOp:
             return expr.getId(*destination_);
         case SymbolicUnaryMinusOp:
-            return SymbolicUnaryMinusExpr(*destination_, copyOfPart(expr, 0)).getId(*destination_);
+            return SymbolicUnaryMinusExpr(*destination_, copiedOperand(expr, 0))
+                .getId(*destination_);
         case SymbolicNDOp: {
             std::vector<unsigned long> entries(expr.getNumInputs());
             for (std::size_t i = 0; i < entries.size(); ++i) {
-                entries[i] = copyOfPart(expr, i);
+                entries[i] = copiedOperand(expr, i);
             }
             return SymbolicNDExpr(*destination_, entries).getId(*destination_);
         }
         default:
-            return binaryId(*destination_, expr.op(), copyOfPart(expr, 0), copyOfPart(expr, 1));
+            return internBinary(*destination_, expr.op(), copiedOperand(expr, 0),
+                                copiedOperand(expr, 1));
         }
     };
 
+    // Post-order with an explicit stack: expressions can be deeper than the call stack allows.
     std::vector<Visit> visits{{id, &source_->get(id), 0}};
     while (!visits.empty()) {
         Visit& visit = visits.back();
-        if (visit.next < numberOfParts(*visit.expr)) {
-            const unsigned long inside = part(*visit.expr, visit.next++);
-            if (!copies.contains(inside)) {
-                visits.push_back({inside, &source_->get(inside), 0});
+        if (visit.next < numberOfOperands(*visit.expr)) {
+            const unsigned long operand = operandId(*visit.expr, visit.next++);
+            if (!copies.contains(operand)) {
+                visits.push_back({operand, &source_->get(operand), 0});
             }
         } else {
-            copies.emplace(visit.id, copyOf(*visit.expr));
+            copies.emplace(visit.id, internCopy(*visit.expr));
             visits.pop_back();
         }
     }

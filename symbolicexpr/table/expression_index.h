@@ -1,31 +1,34 @@
 /// \file
-/// Ids by hash.
+/// Hash index from expressions to their ids.
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
 namespace TV {
 
-/// A hash table of ids that finds an id and the place for a new one in one look. Hashes are kept,
-/// so that it grows without a look at what has them.
+/// A hash table of ids with open addressing and linear probing. One probe sequence finds an id or
+/// the slot for a new one. Hashes are stored, so that the table grows without reading expressions.
 class ExpressionIndex {
   public:
     static constexpr std::uint32_t none = UINT32_MAX;
 
-    /// Makes room for one more id, which is all that can fail.
-    void makeRoom() {
-        if (slots_.empty() || (count_ + 1) * 4 > slots_.size() * 3) {
+    /// Reserves a slot for one more id. This is the only operation that can fail.
+    void reserveOne() {
+        if (!hasRoom()) {
             grow();
         }
     }
 
-    /// The id that is kept with this hash and for which `isSought(id)` holds. If there is none,
-    /// `none`, at the place for it: who assigns an id calls added(). There has to be room.
+    /// Returns the slot of the id that is stored with this hash and for which `isSought(id)` holds.
+    /// If there is none, returns an empty slot, which holds `none`; a caller that assigns an id to
+    /// it calls added(). \pre reserveOne() has been called since the last id was added.
     template <class IsSought>
     std::uint32_t& find(std::uint32_t hash, const IsSought& isSought) {
-        Slot* slot = &slots_[placeOf(hash)];
+        assert(hasRoom());
+        Slot* slot = &slots_[firstSlot(hash)];
         while (slot->id != none && !(slot->hash == hash && isSought(slot->id))) {
             slot = slot == &slots_.back() ? &slots_.front() : slot + 1;
         }
@@ -42,7 +45,10 @@ class ExpressionIndex {
         std::uint32_t id = none;
     };
 
-    std::size_t placeOf(std::uint32_t hash) const {
+    /// At most three quarters of the slots are in use.
+    bool hasRoom() const { return !slots_.empty() && (count_ + 1) * 4 <= slots_.size() * 3; }
+
+    std::size_t firstSlot(std::uint32_t hash) const {
         return (hash * 0x9e3779b97f4a7c15ULL >> 32) & (slots_.size() - 1);
     }
 
@@ -56,7 +62,7 @@ class ExpressionIndex {
         }
     }
 
-    std::vector<Slot> slots_;
+    std::vector<Slot> slots_; ///< a power of two of them
     std::size_t count_ = 0;
 };
 

@@ -1,9 +1,8 @@
 #include <symbolicexpr/table.h>
 
 #include "table/contents.h"
-#include "algebra/normal_forms.h"
-#include "table/parts.h"
-#include "table/refuse.h"
+#include "table/errors.h"
+#include "table/operands.h"
 
 #include <limits>
 #include <new>
@@ -11,13 +10,14 @@
 namespace TV {
 namespace {
 
-/// Of a key to a table of this size.
-[[noreturn]] void refuseParts(const SymbolicExpr& key, std::size_t size) {
+/// Throws InvalidDataTypeId for the first operand of the key that a table of this size lacks.
+/// \pre There is one.
+[[noreturn]] void throwMissingOperand(const SymbolicExpr& key, std::size_t size) {
     unsigned long i = 0;
-    while (part(key, i) < size) {
+    while (operandId(key, i) < size) {
         ++i;
     }
-    refuseId(part(key, i));
+    throwInvalidId(operandId(key, i));
 }
 
 } // namespace
@@ -26,11 +26,11 @@ SymbolicExprTable::SymbolicExprTable() : contents_(std::make_unique<Contents>())
 
 SymbolicExprTable::~SymbolicExprTable() = default;
 
-SymbolicExprTable::Contents::Contents() : normalForms(std::make_unique<NormalForms>()) {}
+SymbolicExprTable::Contents::Contents() = default;
 
 SymbolicExprTable::Contents::~Contents() {
     for (const SymbolicExpr* expression : expressions) {
-        // Operators hold no memory of their own, and are most of all.
+        // Operators, which are the majority, hold no memory of their own.
         if (expression->getNumArgs() == 0) {
             expression->~SymbolicExpr();
         }
@@ -41,13 +41,13 @@ std::size_t SymbolicExprTable::size() const { return contents_->expressions.size
 
 const SymbolicExpr& SymbolicExprTable::get(unsigned long id) const {
     if (id >= contents_->expressions.size()) {
-        refuseId(id);
+        throwInvalidId(id);
     }
     return (*contents_)[id];
 }
 
 std::uint32_t SymbolicExprTable::Contents::intern(const SymbolicExpr& key) {
-    index_.makeRoom();
+    index_.reserveOne();
     std::uint32_t& id = index_.find(key.hash_, [&](std::uint32_t other) {
         const SymbolicExpr& expression = *expressions[other];
         return key.op_ == expression.op_ && key.hasSamePartsAs(expression);
@@ -55,11 +55,11 @@ std::uint32_t SymbolicExprTable::Contents::intern(const SymbolicExpr& key) {
     if (id != ExpressionIndex::none) {
         return id;
     }
-    // A part that is not there yet could come to be the expression itself.
+    // An operand that is not in the table could later become the expression itself: a cycle.
     if (!key.hasPartsBelow(expressions.size())) {
-        refuseParts(key, expressions.size());
+        throwMissingOperand(key, expressions.size());
     }
-    // Models know an id as an int.
+    // Clients hold ids as int.
     if (expressions.size() >= std::numeric_limits<std::int32_t>::max()) {
         throw std::bad_alloc();
     }

@@ -8,28 +8,28 @@
 using tvtypes_res::allMessages;
 using tvtypes_res::Catalogue;
 
-TEST(Catalogue, HasOneWellFormedEntryForEveryMessageAndNoOther) {
+TEST(Catalogue, HasOneValidEntryPerMessage) {
     std::set<std::string> known;
     for (const auto& message : allMessages()) {
         EXPECT_EQ(std::nullopt, Catalogue::builtIn().faultOf(message)) << message.id;
         known.emplace(message.id);
     }
     for (const std::string& id : Catalogue::builtIn().ids()) {
-        EXPECT_EQ(1U, known.count(id)) << id << " has a sentence, and no message";
+        EXPECT_EQ(1U, known.count(id)) << id << " has a sentence but no message";
     }
 }
 
-TEST(Catalogue, FillsInTheArgumentsAsTheyStand) {
+TEST(Catalogue, InsertsArgumentsVerbatim) {
     const TorvaneTypes::general::DataTypeAliasLoop message("{0} it's", "caf\xc3\xa9");
     EXPECT_EQ("TorvaneTypes::general::DataTypeAliasLoop", message.id());
     EXPECT_NE(std::string::npos,
               message.text().find("\"{0} it's\" cannot be made an alias of \"caf\xc3\xa9\""));
     EXPECT_NE(std::string::npos,
-              TorvaneTypes::general::InvalidDataTypeId(-1234567).text().find("id -1234567 in"));
+              TorvaneTypes::general::InvalidDataTypeId(-1234567).text().find("id -1234567."));
 }
 
-// A faulty entry is found by faultOf, and still yields a text with the id and the arguments.
-TEST(Catalogue, SaysIdAndArgumentsWhereAnEntryIsFaulty) {
+// An invalid entry is reported by faultOf and formatted as the id and the arguments.
+TEST(Catalogue, FallsBackToIdAndArguments) {
     const std::string id = "TorvaneTypes::general::InvalidDataTypeSize";
     for (const char* json : {
              R"(not json)",

@@ -6,7 +6,7 @@
 
 namespace general = TorvaneTypes::general;
 
-TEST(Diagnostics, JoinInOrderAndAreConsumed) {
+TEST(Diagnostics, ConcatenatesAndConsumes) {
     tvsvDiagnosticImpl* all = nullptr;
     for (int id : {-2, -3}) {
         auto* one = tvsvCreateDiagnosticFromMessageID(general::InvalidDataTypeId(id));
@@ -19,18 +19,18 @@ TEST(Diagnostics, JoinInOrderAndAreConsumed) {
     try {
         tvsvThrowIExceptionFromDiagnostic(all, nullptr);
         FAIL();
-    } catch (const fnd::except::IUserException& refusal) {
+    } catch (const fnd::except::IUserException& error) {
         EXPECT_EQ(nullptr, all);
-        const tvsvDiagnosticImpl& carried = refusal.diagnostic();
-        EXPECT_EQ(carried.text(0) + "\n" + carried.text(1), refusal.what());
-        tvsvDiagnosticImpl* copy = tvsvCreateDiagnosticFromIException(refusal, true);
+        const tvsvDiagnosticImpl& carried = error.diagnostic();
+        EXPECT_EQ(carried.text(0) + "\n" + carried.text(1), error.what());
+        tvsvDiagnosticImpl* copy = tvsvCreateDiagnosticFromIException(error, true);
         EXPECT_EQ(2U, copy->size());
         tvsvDiscardDiagnostic(copy);
         EXPECT_EQ(nullptr, copy);
     }
 }
 
-TEST(Diagnostics, WarningsGoToTheHandlerInPlace) {
+TEST(Diagnostics, CallsWarningHandler) {
     std::vector<std::string> heard;
     const auto before = tvsvSetWarningHandler(
         [&](const tvsvDiagnosticImpl& warning) { heard.push_back(summaryOf(warning)); });

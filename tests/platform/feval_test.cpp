@@ -7,16 +7,16 @@
 #include <new>
 #include <stdexcept>
 
-// F gives its input back and a number more, and then ends in one way or another. Where it fails,
-// the outputs are to be as before, and nothing is to be kept.
-TEST(HostFunctions, GiveTheirOutputsAwayOrADiagnostic) {
+// F returns its input and a number, and then succeeds, fails or throws. If it fails, the outputs
+// must be unchanged and all references released.
+TEST(HostFunctions, ReturnOutputsOrDiagnostic) {
     using Ending = tvsvDiagnosticImpl*;
     oxArray_tag* input = oxCreateDoubleScalar(4);
     oxArray_tag* outputs[] = {nullptr, nullptr};
     const auto call = [&] {
-        auto* refusal = tvsvFEVAL_NoThrow(2, outputs, 1, &input, "F", true, nullptr);
-        const std::string summary = refusal == nullptr ? "done" : summaryOf(*refusal);
-        tvsvDiscardDiagnostic(refusal);
+        auto* diagnostic = tvsvFEVAL_NoThrow(2, outputs, 1, &input, "F", true, nullptr);
+        const std::string summary = diagnostic == nullptr ? "done" : summaryOf(*diagnostic);
+        tvsvDiscardDiagnostic(diagnostic);
         return summary;
     };
     const auto callEnding = [&](Ending (*end)(oxArray_tag**)) {
@@ -29,28 +29,28 @@ TEST(HostFunctions, GiveTheirOutputsAwayOrADiagnostic) {
         tvsvRegisterHostFunction("F", nullptr);
         return result;
     };
-    const auto refuses = [](oxArray_tag**) -> Ending {
+    const auto returnsDiagnostic = [](oxArray_tag**) -> Ending {
         return tvsvCreateDiagnosticFromMessageID(TorvaneTypes::general::InvalidDataTypeId(-2));
     };
     const auto throws = [](oxArray_tag**) -> Ending {
-        tvsvDiagnosticImpl* refusal = tvsvCreateMemoryAllocationDiagnostic();
-        tvsvThrowIExceptionFromDiagnostic(refusal, nullptr);
+        tvsvDiagnosticImpl* diagnostic = tvsvCreateMemoryAllocationDiagnostic();
+        tvsvThrowIExceptionFromDiagnostic(diagnostic, nullptr);
     };
-    const auto forgets = [](oxArray_tag** made) -> Ending {
+    const auto leavesNull = [](oxArray_tag** made) -> Ending {
         oxDestroyArray(std::exchange(made[1], nullptr));
         return nullptr;
     };
     EXPECT_EQ("HostFunctionDoesNotExist(F)", call());
-    EXPECT_EQ("InvalidDataTypeId(-2)", callEnding(refuses));
+    EXPECT_EQ("InvalidDataTypeId(-2)", callEnding(returnsDiagnostic));
     EXPECT_EQ("MemoryAllocErr()", callEnding(throws));
     EXPECT_EQ("MemoryAllocErr()", callEnding([](auto) -> Ending { throw std::bad_alloc(); }));
     EXPECT_EQ("HostFunctionFailed(F, odd)",
               callEnding([](auto) -> Ending { throw std::runtime_error("odd"); }));
     EXPECT_EQ("HostFunctionFailed(F, an exception of an unknown kind)",
               callEnding([](auto) -> Ending { throw 7; }));
-    EXPECT_EQ("HostFunctionWithoutResult(F, 2)", callEnding(forgets));
+    EXPECT_EQ("HostFunctionWithoutResult(F, 2)", callEnding(leavesNull));
     EXPECT_TRUE(outputs[0] == nullptr && outputs[1] == nullptr);
-    EXPECT_EQ(1, oxGetReferenceCount(input)) << "an output was not given up";
+    EXPECT_EQ(1, oxGetReferenceCount(input)) << "an output was not released";
 
     EXPECT_EQ("done", callEnding([](auto) -> Ending { return nullptr; }));
     EXPECT_EQ(input, outputs[0]);

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstdint>
 
-TEST(HostRecords, HoldAValueAFieldAndGiveItUp) {
+TEST(HostRecords, OwnFieldValues) {
     oxArray_tag* outer = oxCreateRecords(1, {"Inner"});
     oxArray_tag* inner = oxCreateRecords(2, {"Name", "Factor"});
     oxArray_tag* text = oxCreateString("foot");
@@ -33,7 +33,7 @@ TEST(HostRecords, HoldAValueAFieldAndGiveItUp) {
     EXPECT_EQ(nullptr, oxCallocEx(SIZE_MAX / 2 + 2, 2)) << "the product wraps to 2";
 }
 
-TEST(HostRecords, FindEveryFieldByItsNameAndOfEqualNamesTheFirst) {
+TEST(HostRecords, FindFieldsByName) {
     const std::vector<std::string> names{"b", "", "a", "ab", "b", "Z", "aa"};
     oxArray_tag* records = oxCreateRecords(1, names);
     for (const std::string& name : names) {
@@ -49,7 +49,7 @@ TEST(HostRecords, FindEveryFieldByItsNameAndOfEqualNamesTheFirst) {
     oxDestroyArray(records);
 }
 
-TEST(HostValues, GiveTheirTextInSeveralForms) {
+TEST(HostValues, ConvertTexts) {
     const fnd::i18n::codecvt_ustring_to_string latin1("ISO-8859-1", true);
     oxArray_tag* text = oxCreateString("\xc2\xb5m");
     EXPECT_EQ(u"\u00b5m", oxcore::get_ustring(text));
@@ -62,7 +62,7 @@ TEST(HostValues, GiveTheirTextInSeveralForms) {
     EXPECT_EQ(u"", oxcore::get_ustring(nullptr));
 }
 
-TEST(HostValues, AreReadAsNothingWhereThereIsNone) {
+TEST(HostValues, AcceptNull) {
     EXPECT_FALSE(oxIsDouble(nullptr) || oxIsString(nullptr) || oxIsRecords(nullptr));
     EXPECT_EQ("", oxcore::get_string(nullptr));
     EXPECT_TRUE(std::isnan(oxGetScalar(nullptr)));

@@ -4,8 +4,8 @@
 
 #include <filesystem>
 
-// Programs and libraries of the build lie beside one another, as where they are installed.
-TEST(InstallPath, IsBesideTheLibraryUnlessSet) {
+// The build tree has the layout of an installation.
+TEST(InstallPath, DefaultsToLibraryPrefix) {
     const auto program = std::filesystem::canonical("/proc/self/exe");
     const auto expected = program.parent_path().parent_path() / "share" / "tvtypes";
     EXPECT_EQ(expected.u16string(), fnd::filesystem::get_install_path());

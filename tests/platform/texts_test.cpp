@@ -11,7 +11,7 @@
 #include <random>
 #include <string>
 
-TEST(NumberText, ChoosesTheNotationByMagnitude) {
+TEST(NumberText, SelectsNotationByMagnitude) {
     struct {
         double x;
         const char* text;
@@ -41,7 +41,7 @@ TEST(NumberText, ChoosesTheNotationByMagnitude) {
     EXPECT_EQ("+3", tvsv_dtoa(3.0, true));
 }
 
-TEST(NumberText, ReadsBackAsTheSameDouble) {
+TEST(NumberText, RoundTrips) {
     std::mt19937_64 random(7);
     for (int i = 0; i < 100000; ++i) {
         const std::uint64_t bits = random();
@@ -54,7 +54,7 @@ TEST(NumberText, ReadsBackAsTheSameDouble) {
     }
 }
 
-TEST(Identifier, IsThatOfC) {
+TEST(Identifier, FollowsCRules) {
     for (const char* name : {"a", "_", "A9_b", "double", "auto", "fcn_call", "timer_uint32_pair"}) {
         EXPECT_TRUE(tvIsValidANSICIdentifier(name, true)) << name;
     }

@@ -8,8 +8,8 @@
 
 using fnd::ustring;
 
-// A long text takes another road than a short one.
-TEST(UnicodeTexts, ConvertBothWaysAndReplaceWhatIsIllFormed) {
+// Texts of more than 128 bytes are converted without the buffer on the stack.
+TEST(UnicodeTexts, ConvertAndReplaceIllFormed) {
     const struct {
         std::string narrow;
         ustring wide;
@@ -51,7 +51,7 @@ TEST(UnicodeTexts, ConvertToOtherEncodings) {
     EXPECT_THROW(fnd::i18n::codecvt_ustring_to_string("no encoding", true), std::invalid_argument);
 }
 
-TEST(UnicodeTexts, KnowLettersAndDigitsOfAllScripts) {
+TEST(UnicodeTexts, ClassifyAlphanumerics) {
     for (const char16_t character : u"aZ09_"
                                     u"\u00e9\u03a9\u0663\u4e2d") {
         EXPECT_EQ(character != u'_' && character != u'\0', tvsvIsalphanum(character))
@@ -62,7 +62,7 @@ TEST(UnicodeTexts, KnowLettersAndDigitsOfAllScripts) {
     }
 }
 
-TEST(UnicodeTexts, AreSplitAtTheDelimiter) {
+TEST(UnicodeTexts, SplitAtDelimiters) {
     const struct {
         ustring text;
         char16_t escape;

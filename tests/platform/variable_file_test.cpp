@@ -15,7 +15,7 @@ using namespace std::string_literals;
 using File = std::unique_ptr<oxdFile_tag, TOxdFileDeleter>;
 using Value = std::unique_ptr<oxArray_tag, TOxArrayDeleter>;
 
-/// A value in short: `(x=1 y=-)(x='t' y=2)` are two records, of which the first holds no y.
+/// Short notation of a value: `[(x=1 y=-)(x='t' y=2)]` are two records, the first with an empty y.
 std::string show(const oxArray_tag* value) {
     if (value == nullptr) {
         return "-";
@@ -62,7 +62,7 @@ std::string nested(int levels) {
     return text + "1" + ends + "}";
 }
 
-/// Records with a field each, no two alike, so that they hold the square of their number.
+/// Records with one field each, all different, so that the array has count * count fields.
 std::string sparse(int count) {
     std::string text;
     for (int i = 0; i < count; ++i) {
@@ -73,7 +73,7 @@ std::string sparse(int count) {
 
 } // namespace
 
-TEST_F(VariableFile, HoldsWhatTheTextSays) {
+TEST_F(VariableFile, ReadsValues) {
     const std::pair<const char*, const char*> cases[] = {
         {R"( {} )", "-"},
         {R"({"w": 1})", "-"},
@@ -101,26 +101,26 @@ TEST_F(VariableFile, HoldsWhatTheTextSays) {
     EXPECT_EQ(nullptr, oxdGetVariable(open("{}").get(), nullptr));
 }
 
-TEST_F(VariableFile, IsRefusedWithThePlaceOfTheFault) {
+TEST_F(VariableFile, ReportsErrorPosition) {
     const std::pair<std::string, const char*> cases[] = {
         {"", "line 1, column 1: incomplete JSON"},
         {"{\n \"v\":\n  \"\xc3\xa9\", x}", "line 3, column 8: syntax error"},
         {R"({"v": [{"x": 1},)", "line 1, column 17: incomplete JSON"},
         {R"({"v": 1} {})", "line 1, column 10: extra data"},
         {"{\"v\": 1}\n\0"s, "line 2, column 1: extra data"},
-        {R"({"v": 1, "v": 2})", R"(column 12: the name "v" stands twice)"},
+        {R"({"v": 1, "v": 2})", R"(column 12: the name "v" is duplicated)"},
         {R"({"v": [{"a": 1, "b": 2}, {"b": 1, "a": 2, "\u0062": 3}]})", R"(the name "b")"},
         {"{\"v\": \"\xc0\xaf\"}", "line 1, column 8: the text is not UTF-8"},
         {"{\"v\": \"\xed\xa0\x80\"}", "not UTF-8"},
         {R"({"v": "\ud83d"})", "syntax error"},
         {R"({"v": -1e400})", "too large for a double"},
         {R"({"v": true})", "column 7: true and false"},
-        {R"({"v": null})", "null is no value of a variable"},
-        {R"({"v": {"x": 1}})", "column 7: an object stands where"},
-        {R"({"v": [{"x": {"y": 1}}]})", "column 14: an object stands where"},
-        {R"({"v": [{}, 1]})", "an array holds what is not an object"},
-        {R"({"v": [null]})", "an array holds what is not an object"},
-        {R"({"v": [[]]})", "an array holds what is not an object"},
+        {R"({"v": null})", "null is not allowed as the value"},
+        {R"({"v": {"x": 1}})", "column 7: an object is not allowed"},
+        {R"({"v": [{"x": {"y": 1}}]})", "column 14: an object is not allowed"},
+        {R"({"v": [{}, 1]})", "an array has an element that is not"},
+        {R"({"v": [null]})", "an array has an element that is not"},
+        {R"({"v": [[]]})", "an array has an element that is not"},
         {R"([{"v": 1}])", "column 1: the file does not begin with an object"},
         {R"("v")", "the file does not begin with an object"},
         {nested(16), "too deep"},
@@ -134,7 +134,7 @@ TEST_F(VariableFile, IsRefusedWithThePlaceOfTheFault) {
     }
 }
 
-TEST_F(VariableFile, IsRefusedWhereNoTextIsToBeRead) {
+TEST_F(VariableFile, ReportsUnreadableFiles) {
     ASSERT_NE(nullptr, open("{}"));
     const fnd::ustring path = path_.u16string();
     const auto reason = [](const fnd::ustring& where, const char* mode) {

@@ -12,15 +12,15 @@ constexpr int untouched = -77;
 
 class SymbolicServicesTest : public SymbolicTest {
   protected:
-    // The output of a constant in writing, or why it is refused.
+    // Returns the text of a constant's output, "" if it is unchanged, or the error.
     std::string constant(const std::vector<std::string>& sizes, bool vectorForm) {
         int output = untouched;
-        const std::string refusal =
+        const std::string error =
             refusalOf([&] { Const::ComputeOutput(&table, sizes, output, vectorForm); });
-        return refusal != "accepted" ? refusal : output == untouched ? "" : text(output);
+        return error != "accepted" ? error : output == untouched ? "" : text(output);
     }
 
-    // The input that a concatenation lacks and its place, in writing; "?" is one that is unknown.
+    // Returns the text of the unknown input, which is given as "?", or the error; and its index.
     std::string missingInput(const std::vector<const char*>& inputs, const char* output, int axis,
                              bool vectorForm = false) {
         std::vector<int> ids;
@@ -29,18 +29,18 @@ class SymbolicServicesTest : public SymbolicTest {
         }
         int result = untouched;
         int unknown = untouched;
-        const std::string refusal = refusalOf([&] {
+        const std::string error = refusalOf([&] {
             Concat::ComputeInput(&table, ids, id(output), result, unknown, axis, vectorForm,
                                  block(1));
         });
-        return (refusal != "accepted" ? refusal
+        return (error != "accepted"   ? error
                 : result == untouched ? "none"
                                       : text(result)) +
                " at " + std::to_string(unknown);
     }
 };
 
-TEST_F(SymbolicServicesTest, ConstantHasTheDimensionsOfItsValue) {
+TEST_F(SymbolicServicesTest, ComputesConstantOutput) {
     EXPECT_EQ(constant({}, false), "");
     EXPECT_EQ(constant({}, true), "");
     EXPECT_EQ(constant({"N"}, false), "N");
@@ -55,13 +55,13 @@ TEST_F(SymbolicServicesTest, ConstantHasTheDimensionsOfItsValue) {
     EXPECT_THROW(constant({"1", "0x10"}, true), boost::bad_lexical_cast);
 }
 
-TEST_F(SymbolicServicesTest, ConcatenationSolvesTheOneMissingInput) {
+TEST_F(SymbolicServicesTest, ComputesMissingConcatInput) {
     EXPECT_EQ(missingInput({"[2,K]", "?"}, "[M,K]", 0), "[M-2,K] at 1");
     EXPECT_EQ(missingInput({"?", "[2,K]"}, "[M,K]", 0, true), "M-2 at 0");
     EXPECT_EQ(missingInput({"[2,K]", "?", "?"}, "[M,K]", 0), "none at 2");
     EXPECT_EQ(missingInput({"?"}, "[M,K]", 1), "[M,K] at 0");
     EXPECT_EQ(missingInput({}, "[M,K]", 1), "none at -10");
-    // An input without this dimension does not count along it.
+    // An input that lacks this dimension is ignored along it.
     EXPECT_EQ(missingInput({"A", "[M,3]", "?"}, "[M,K]", 1), "[M,K-3] at 2");
     EXPECT_TRUE(table.hasEqualRelation(id("A"), id("M")));
     std::vector<int> stated;
@@ -69,8 +69,8 @@ TEST_F(SymbolicServicesTest, ConcatenationSolvesTheOneMissingInput) {
     EXPECT_EQ(stated.size(), 1);
 }
 
-TEST_F(SymbolicServicesTest, ConcatenationStatesWhatItImplies) {
-    id("C"); // the lowest id of those that are equal
+TEST_F(SymbolicServicesTest, StatesConcatRelations) {
+    id("C"); // the representative of the equal sizes
     EXPECT_EQ(missingInput({"[2,A]", "[N,B]", "[3,A]"}, "[M,C]", 0), "none at -10");
     EXPECT_TRUE(table.hasEqualRelation(id("M"), id("N+5")));
     EXPECT_TRUE(table.hasEqualRelation(id("A"), id("B")));
@@ -79,7 +79,7 @@ TEST_F(SymbolicServicesTest, ConcatenationStatesWhatItImplies) {
     EXPECT_EQ(stated.size(), 3);
 }
 
-TEST_F(SymbolicServicesTest, ConcatenationIsRefused) {
+TEST_F(SymbolicServicesTest, RejectsInvalidConcat) {
     for (const int axis : {-1, 2}) {
         EXPECT_EQ(missingInput({"[2,K]", "?"}, "[M,K]", axis),
                   "InvalidDimensionIndex(" + std::to_string(axis) + ", 2) at -77");

@@ -1,4 +1,4 @@
-// A table, and short ways to ask it.
+// Fixture with a table of symbolic dimensions.
 #pragma once
 
 #include "support/refusal.h"
@@ -18,7 +18,7 @@ class SymbolicTest : public testing::Test {
     SymbolicDims dims(const char* expression) { return table.getSymbolicDims(id(expression)); }
     std::string text(int dimsId) { return table.getSymbolicDims(dimsId).toString(); }
 
-    // Blocks are told apart by their addresses and never looked into. The first is none.
+    // Blocks are compared by address and never dereferenced. Block 0 is null.
     static const TVBlock* block(int i) {
         static constexpr char places[8] = {};
         return i == 0 ? nullptr : reinterpret_cast<const TVBlock*>(places + i);

@@ -18,16 +18,16 @@ class SymbolicTableTest : public SymbolicTest {
     }
 };
 
-TEST_F(SymbolicTableTest, BeginsWithTwo) {
+TEST_F(SymbolicTableTest, HasPredefinedIds) {
     table.initialize();
     EXPECT_EQ(table.getNumSymbolicDimss(), 2);
     EXPECT_ACCEPTED(table.checkSymbolicDimsId(-1));
     EXPECT_FALSE(table.isSymbolicDimsIdValid_NotInherit(-1));
     EXPECT_TRUE(table.isSymbolicDimsIdValid_NotInherit(0));
     for (const int none : {-2, 1}) {
-        const std::string refusal = "InvalidDataTypeId(" + std::to_string(none) + ")";
-        EXPECT_REFUSED(refusal, table.checkSymbolicDimsId(none));
-        EXPECT_REFUSED(refusal, table.getDisplayString(none));
+        const std::string error = "InvalidDataTypeId(" + std::to_string(none) + ")";
+        EXPECT_REFUSED(error, table.checkSymbolicDimsId(none));
+        EXPECT_REFUSED(error, table.getDisplayString(none));
     }
     EXPECT_EQ(table.getSymbolicDimsAt(0).toString(), "INHERIT");
     for (const unsigned long none : {2UL, 1UL << 32, ~0UL}) {
@@ -39,7 +39,7 @@ TEST_F(SymbolicTableTest, BeginsWithTwo) {
                              "SymbolicDims : 'INHERIT'\nSymbolicDims : 'NOSYMBOLIC'\n\n");
 }
 
-TEST_F(SymbolicTableTest, TellsNumbersFromNames) {
+TEST_F(SymbolicTableTest, DistinguishesIntegersFromNames) {
     for (const auto& [text, value] :
          {std::pair("5", 5), {"010", 10}, {"+7", 7}, {"-3", -3}, {"-2147483648", -2147483648}}) {
         EXPECT_EQ(table.registerSymbolicDims(text), table.registerSymbolicDims(value)) << text;
@@ -75,7 +75,7 @@ TEST_F(SymbolicTableTest, RegistersListsOfSizes) {
     EXPECT_EQ(table.getNumSymbolicDimss(), count);
 }
 
-TEST_F(SymbolicTableTest, KnowsNames) {
+TEST_F(SymbolicTableTest, ValidatesNames) {
     EXPECT_TRUE(SymbolicDimsTable::isAValidSymbolicDims("N_1"));
     EXPECT_FALSE(SymbolicDimsTable::isAValidSymbolicDims(nullptr));
     EXPECT_REFUSED("InvalidDataType(N+1)", SymbolicDimsTable::validateSymbolicDimsExpr("N+1"));
@@ -85,21 +85,21 @@ TEST_F(SymbolicTableTest, KnowsNames) {
     EXPECT_EQ(given, 1);
 }
 
-TEST_F(SymbolicTableTest, TakesExpressionsFromOtherTables) {
+TEST_F(SymbolicTableTest, ImportsExpressions) {
     SymbolicDimsTable other;
     const int imported = other.importSymbolicDims(table, id("[2,N*(M+1)]"));
     EXPECT_STREQ(other.getDisplayString(imported), "[2,N*(M+1)]");
     EXPECT_REFUSED("InvalidDataTypeId(-2)", other.importSymbolicDims(table, -2));
 }
 
-TEST_F(SymbolicTableTest, ForgetsAtReset) {
+TEST_F(SymbolicTableTest, ResetRemovesEverything) {
     table.addEqualConstraint(id("N"), 3, block(1));
     EXPECT_STREQ(table.getDisplayString(1), "N");
     table.resetToBuiltin();
     EXPECT_EQ(table.getNumSymbolicDimss(), 2);
     EXPECT_STREQ(table.getDisplayString(id("M")), "M");
     EXPECT_FALSE(table.hasEqualConstraint(1, 3));
-    EXPECT_EQ(table.getNumSymbolicDimss(), 4); // asking has registered the number
+    EXPECT_EQ(table.getNumSymbolicDimss(), 4); // the query has registered the integer
 }
 
 } // namespace

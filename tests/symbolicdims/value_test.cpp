@@ -7,7 +7,7 @@ namespace {
 
 using SymbolicValueTest = SymbolicTest;
 
-TEST_F(SymbolicValueTest, Calculates) {
+TEST_F(SymbolicValueTest, ComputesArithmetic) {
     const SymbolicDims n = dims("N");
     const SymbolicDims m = dims("M");
     EXPECT_EQ((n + m + n).toString(), "M+2*N");
@@ -17,11 +17,11 @@ TEST_F(SymbolicValueTest, Calculates) {
     const int count = table.getNumSymbolicDimss();
     EXPECT_EQ((-(-n)).toString(), "--N");
     EXPECT_EQ(table.getNumSymbolicDimss(), count + 2);
-    SymbolicDimsTable other; // that of the right operand does not count
+    SymbolicDimsTable other; // the table of the right operand is not used
     EXPECT_EQ((n + other.getSymbolicDims(m.getId())).getId(), (n + m).getId());
 }
 
-TEST_F(SymbolicValueTest, ShowsAbsentDimensionsAsNothing) {
+TEST_F(SymbolicValueTest, HidesPredefinedIds) {
     EXPECT_EQ(table.getSymbolicDims(-1).getExprWithEmptyInherit(), "");
     EXPECT_EQ(table.getSymbolicDims(0).getExprWithEmptyInherit(), "");
     EXPECT_EQ(dims("N").getExprWithEmptyInherit(), "N");
@@ -30,7 +30,7 @@ TEST_F(SymbolicValueTest, ShowsAbsentDimensionsAsNothing) {
     EXPECT_EQ(printed.str(), "SymbolicDims : '2*N'\n");
 }
 
-TEST_F(SymbolicValueTest, TakesDimensionsApart) {
+TEST_F(SymbolicValueTest, AccessesDimensions) {
     for (const char* single : {"N", "[]"}) {
         const SymbolicDims value = dims(single);
         EXPECT_EQ(value.getNumDimensions(), 1);
@@ -53,20 +53,20 @@ TEST_F(SymbolicValueTest, TakesDimensionsApart) {
     EXPECT_EQ(dims("[N]").getSize().toString() + dims("[N]").getSize(1).toString(), "[N]N");
 }
 
-TEST_F(SymbolicValueTest, IsMadeOfTextsNumbersAndLists) {
+TEST_F(SymbolicValueTest, ConstructsFromTextsIntegersAndLists) {
     EXPECT_EQ(SymbolicDimsString(table, "5").getId(), SymbolicDimsString(&table, "5").getId());
     EXPECT_EQ(SymbolicDimsIntValue(table, -5).toString(), "-5");
     const int five = SymbolicDimsIntValue(&table, 5).getId();
     EXPECT_EQ(SymbolicDimsND(table, {five, -1}).toString(), "[5,INHERIT]");
     const int count = table.getNumSymbolicDimss();
     for (const int none : {-2, 999}) {
-        const std::string refusal = "InvalidDataTypeId(" + std::to_string(none) + ")";
+        const std::string error = "InvalidDataTypeId(" + std::to_string(none) + ")";
         const SymbolicDims value(&table, none);
-        EXPECT_REFUSED(refusal, SymbolicDimsND(&table, {five, none}));
-        EXPECT_REFUSED(refusal, value.toString());
-        EXPECT_REFUSED(refusal, -value);
-        EXPECT_REFUSED(refusal, table.getSymbolicDims(five) * value);
-        EXPECT_REFUSED(refusal, value.getSize());
+        EXPECT_REFUSED(error, SymbolicDimsND(&table, {five, none}));
+        EXPECT_REFUSED(error, value.toString());
+        EXPECT_REFUSED(error, -value);
+        EXPECT_REFUSED(error, table.getSymbolicDims(five) * value);
+        EXPECT_REFUSED(error, value.getSize());
     }
     EXPECT_EQ(table.getNumSymbolicDimss(), count);
     EXPECT_EQ(convertSymbDimsId2SymbolicExprId({-1, 7}), (std::vector<unsigned long>{0, 8}));

@@ -11,7 +11,7 @@ namespace {
 
 using namespace TV;
 
-/// Numbers modulo a prime, in which a rational function has a value but where it divides by zero.
+/// Modulus of a finite field in which rational functions are evaluated.
 constexpr std::uint64_t prime = 2147483647;
 
 std::uint64_t inverse(std::uint64_t value) {
@@ -33,7 +33,8 @@ class SymbolicAlgebra : public ExpressionTest {
     }
     std::string simplified(const std::string& text) { return print(simplify(parse(text))); }
 
-    /// The value at a point that the texts of the names tell; none where it divides by zero.
+    /// Evaluates an expression at a point that is derived from the names; no value on division by
+    /// zero.
     std::optional<std::uint64_t> valueOf(unsigned long id) {
         const SymbolicExpr& expr = table.get(id);
         if (expr.op() == SymbolicNameOp) {
@@ -70,7 +71,7 @@ class SymbolicAlgebra : public ExpressionTest {
     unsigned long isSimplified = 0;
 };
 
-TEST_F(SymbolicAlgebra, HasOneFormForWhatIsEqual) {
+TEST_F(SymbolicAlgebra, ProducesCanonicalForms) {
     const std::pair<const char*, const char*> cases[] = {
         // Sums: the order of terms, numbers, signs.
         {"1+N+1", "N+2"},
@@ -116,7 +117,7 @@ TEST_F(SymbolicAlgebra, HasOneFormForWhatIsEqual) {
     }
 }
 
-TEST_F(SymbolicAlgebra, LeavesWhatItCannotSimplify) {
+TEST_F(SymbolicAlgebra, LeavesUndefinedArithmetic) {
     for (const char* text : {"1/(N-N)", "0/0", "N/0*0", "1/0-1/0", "1/(1/(N-N))", "N+N+(M-M)/(M-M)",
                              "[N]+[N]", "[N,M]*0", "2*[]"}) {
         EXPECT_EQ(text, simplified(text));
@@ -130,22 +131,23 @@ TEST_F(SymbolicAlgebra, LeavesWhatItCannotSimplify) {
     EXPECT_EQ("2*N>1", print(simplify(relation)));
 }
 
-TEST_F(SymbolicAlgebra, TakesANameForOneWhateverItsText) {
+TEST_F(SymbolicAlgebra, TreatsAnyNameAsAtom) {
     const unsigned long opaque = SymbolicString(table, "N+1").getId(table);
     const unsigned long sum = SymbolicPlusExpr(table, opaque, parse("N+1")).getId(table);
     EXPECT_EQ("N+(N+1)+1", print(simplify(sum)));
     EXPECT_EQ("2*INHERIT", simplified("INHERIT+INHERIT"));
 }
 
-/// A random expression, and another one that means the same: operands of a sum or product change
-/// places, and parts may have been simplified.
+/// A random expression and an equal one: operands of sums and products are swapped, and some
+/// operands are simplified.
 struct Twins {
     unsigned long id;
     unsigned long twin;
 };
 
-// Values at a point, forms in any order of making, and texts, of random expressions.
-TEST_F(SymbolicAlgebra, KeepsTheMeaning) {
+// The simplified form has the same value at a point, is the same for equal expressions in any order
+// of creation, and round-trips through its text.
+TEST_F(SymbolicAlgebra, PreservesValues) {
     std::mt19937 random(1);
     const char* const terms[] = {"a", "b", "C", "n1", "0", "1", "2", "-3", "12", "6"};
     const std::function<Twins(int)> make = [&](int depth) -> Twins {
@@ -205,7 +207,7 @@ std::string repeated(int count, const std::function<std::string(int)>& item, cha
     return text;
 }
 
-TEST_F(SymbolicAlgebra, StopsWhereFormsAreBeyondAllBounds) {
+TEST_F(SymbolicAlgebra, RespectsLimits) {
     const auto name = [](int i) { return "n" + std::to_string(i); };
     const auto pair = [](int i) {
         return "(a" + std::to_string(i) + "+b" + std::to_string(i) + ")";
@@ -232,7 +234,7 @@ TEST_F(SymbolicAlgebra, StopsWhereFormsAreBeyondAllBounds) {
     } cases[] = {
         {repeated(4096, name, '+'), true},
         {repeated(4097, name, '+'), false},
-        {repeated(5000, name, '+') + "-" + repeated(5000, name, '-'), true}, // two times n0
+        {repeated(5000, name, '+') + "-" + repeated(5000, name, '-'), true}, // 2*n0
         {repeated(12, pair, '*'), true},
         {repeated(13, pair, '*'), false},
         {repeated(40, pair, '*'), false},
@@ -250,7 +252,7 @@ TEST_F(SymbolicAlgebra, StopsWhereFormsAreBeyondAllBounds) {
          true},
         {repeated(50'000, name, '*'), true},
         {repeated(3'000, fraction, '+'), false},
-        // Over one denominator each of the numbers would be as long as all together.
+        // Over the common denominator each coefficient would be as long as all denominators.
         {repeated(
              20'000, [&](int i) { return name(i) + "/" + std::to_string(1'000'003 + 2 * i); }, '+'),
          false},
@@ -268,8 +270,8 @@ TEST_F(SymbolicAlgebra, StopsWhereFormsAreBeyondAllBounds) {
     }
 }
 
-// Step by step numbers, powers and terms grow without end, and what is shared doubles.
-TEST_F(SymbolicAlgebra, GrowsNoFurtherThanItsBounds) {
+// Repeated squaring, sharing and nesting: each step doubles the size of the written expression.
+TEST_F(SymbolicAlgebra, RespectsLimitsStepByStep) {
     for (const char* start : {"3", "N/(M-1)", "-1"}) {
         unsigned long id = parse(start);
         for (int i = 0; i < 60; ++i) {

@@ -7,7 +7,7 @@ namespace {
 using namespace TV;
 using SymbolicCopy = ExpressionTest;
 
-TEST_F(SymbolicCopy, CopiesEachPartOncePartsFirst) {
+TEST_F(SymbolicCopy, CopiesInPostOrder) {
     SymbolicExprTable other;
     const SymbolicExprCopy copy(table, other);
     parse("unused");
@@ -29,8 +29,8 @@ TEST_F(SymbolicCopy, CopiesEachPartOncePartsFirst) {
     EXPECT_EQ(table.size(), other.size());
 }
 
-// 2^200 names were each part copied wherever it stands, and as many calls deep were it to recur.
-TEST_F(SymbolicCopy, TakesDeepAndSharedExpressions) {
+// 2^100000 names if each occurrence were copied, and a recursion of depth 100,000.
+TEST_F(SymbolicCopy, CopiesDeepSharedExpressions) {
     unsigned long id = parse("N");
     for (int i = 0; i < 100'000; ++i) {
         id = SymbolicMultiplyExpr(table, id, id).getId(table);

@@ -1,4 +1,4 @@
-// A table and what is asked of it.
+// Fixture with a table of expressions.
 #pragma once
 
 #include "support/refusal.h"
@@ -19,7 +19,7 @@ class ExpressionTest : public testing::Test {
         return TV::SymbolicExprPrinter(table, rank)(table.get(id));
     }
 
-    // The structure, operators first: "(+ N (* 2 M))".
+    // Returns the structure in prefix notation: "(+ N (* 2 M))".
     std::string tree(unsigned long id) const { return tree(table, id); }
     static std::string tree(const TV::SymbolicExprTable& table, unsigned long id) {
         const char* const operators[] = {"", "", "-", "+", "-", "*", "/", "==", ">"};

@@ -44,7 +44,7 @@ TEST_F(SymbolicParser, BuildsTrees) {
     }
 }
 
-TEST_F(SymbolicParser, RefusesWhereATokenCannotStand) {
+TEST_F(SymbolicParser, ReportsErrorColumn) {
     using namespace std::string_literals;
     const std::pair<std::string, int> cases[] = {
         {"", 1},        {"  ", 3},        {"N+", 3},   {"N + ", 5},   {"-", 2},   {"+N", 1},
@@ -60,15 +60,15 @@ TEST_F(SymbolicParser, RefusesWhereATokenCannotStand) {
         try {
             parse(text);
             ADD_FAILURE() << text;
-        } catch (const fnd::except::IException& refusal) {
+        } catch (const fnd::except::IException& error) {
             EXPECT_EQ((std::vector<std::string>{text, std::to_string(column)}),
-                      refusal.diagnostic().arguments(0));
+                      error.diagnostic().arguments(0));
         }
     }
     EXPECT_EQ(0u, table.size());
 }
 
-TEST_F(SymbolicParser, EntersPartsFirstAndFromTheLeft) {
+TEST_F(SymbolicParser, InternsInPostOrder) {
     EXPECT_EQ(6u, parse("(B+1)/[A,B]-B"));
     const char* const expected[] = {"B", "1", "(+ B 1)", "A", "[A B]", "(/ (+ B 1) [A B])"};
     for (unsigned long id = 0; id < std::size(expected); ++id) {
@@ -86,7 +86,7 @@ std::string repeated(const std::string& text, std::size_t count) {
     return all;
 }
 
-TEST_F(SymbolicParser, NestsToABound) {
+TEST_F(SymbolicParser, LimitsNesting) {
     const auto nested = [](std::size_t depth, const std::string& open, const std::string& close) {
         return repeated(open, depth) + "N" + repeated(close, depth);
     };
@@ -98,7 +98,7 @@ TEST_F(SymbolicParser, NestsToABound) {
     EXPECT_REFUSED("InvalidSymbolicDimensionExpr(" + tooDeep + ", 2001)", parse(tooDeep));
 }
 
-TEST_F(SymbolicParser, TakesLongTextsToABound) {
+TEST_F(SymbolicParser, LimitsLength) {
     for (const std::string& text :
          {"N" + repeated("+M*2", 100'000), "N" + repeated("/M", 100'000),
           repeated("-", 500'000) + "N", repeated("-", 500'000) + "3", std::string(500'000, '9'),

@@ -10,7 +10,7 @@ class SymbolicPrinter : public ExpressionTest {
   protected:
     unsigned long name(const std::string& text) { return SymbolicString(table, text).getId(table); }
 
-    // An expression of everything that stands in sizes, and that no text need have led to.
+    // An expression without relations. It need not be the parse of a text.
     unsigned long randomExpression(int depth) {
         const auto below = [this](std::size_t bound) { return random() % bound; };
         const auto part = [&] { return randomExpression(depth - 1); };
@@ -43,7 +43,7 @@ class SymbolicPrinter : public ExpressionTest {
     std::mt19937 random{20260101};
 };
 
-TEST_F(SymbolicPrinter, WritesNoNeedlessParentheses) {
+TEST_F(SymbolicPrinter, OmitsRedundantParentheses) {
     for (const std::string text :
          {"M-2",     "2*N+1",   "(N+1)/2", "-N",      "[2,N]",   "[]",           "A+B-C",
           "A-(B+C)", "A+(B+C)", "A*B/C",   "A*(B*C)", "A/(B*C)", "A+B*C",        "(A-B)*(C+D)",
@@ -54,7 +54,7 @@ TEST_F(SymbolicPrinter, WritesNoNeedlessParentheses) {
     }
 }
 
-TEST_F(SymbolicPrinter, WritesWhatItParses) {
+TEST_F(SymbolicPrinter, RoundTrips) {
     for (int i = 0; i < 3000; ++i) {
         const unsigned long id = randomExpression(i % 7);
         ASSERT_EQ(id, parse(print(id))) << tree(id) << " " << print(id);
@@ -67,7 +67,7 @@ TEST_F(SymbolicPrinter, WritesWhatItParses) {
     EXPECT_EQ(deep, parse(print(deep)));
 }
 
-TEST_F(SymbolicPrinter, WritesRelationsAndNamesThatAreNone) {
+TEST_F(SymbolicPrinter, PrintsRelationsAndOpaqueNames) {
     const unsigned long text = name("N+1");
     const unsigned long null = name(std::string("M\0", 2));
     const unsigned long sum = parse("A+B");
@@ -89,8 +89,8 @@ TEST_F(SymbolicPrinter, WritesRelationsAndNamesThatAreNone) {
     EXPECT_EQ("A+B>0", SymbolicExprPrinter(table)(SymbolicGreaterThanExpr(table, sum, parse("0"))));
 }
 
-// Each is the product of the one before with itself: text of 2^200 names.
-TEST_F(SymbolicPrinter, EndsWhereTextGrowsBeyondAllBounds) {
+// Repeated squaring: the text has 2^200 names.
+TEST_F(SymbolicPrinter, LimitsLength) {
     unsigned long id = name("N");
     for (int i = 0; i < 200; ++i) {
         id = SymbolicMultiplyExpr(table, id, id).getId(table);

@@ -8,7 +8,7 @@ namespace {
 using namespace TV;
 using SymbolicTable = ExpressionTest;
 
-TEST_F(SymbolicTable, HoldsOneOfEach) {
+TEST_F(SymbolicTable, InternsEqualExpressions) {
     const SymbolicString n(table, "N");
     const SymbolicString m(table, "M");
     const SymbolicPlusExpr sum(table, m, n);
@@ -38,7 +38,7 @@ TEST_F(SymbolicTable, HoldsOneOfEach) {
     }
 }
 
-TEST_F(SymbolicTable, WritesNumbersInOneWay) {
+TEST_F(SymbolicTable, NormalisesNumbers) {
     const int least = std::numeric_limits<int>::min();
     const std::pair<const char*, const char*> cases[] = {
         {"0", "0"}, {"-0", "0"}, {"-000", "0"}, {"0010", "10"}, {"-0010", "-10"}};
@@ -52,10 +52,10 @@ TEST_F(SymbolicTable, WritesNumbersInOneWay) {
     }
 }
 
-TEST_F(SymbolicTable, RefusesPartsAndIdsThatAreNotThere) {
+TEST_F(SymbolicTable, RejectsMissingOperandsAndIds) {
     parse("N+1");
     EXPECT_REFUSED("InvalidDataTypeId(2)", table.get(3));
-    // Had it been put there, it would be a part of itself.
+    // If this were interned, it would be its own operand.
     EXPECT_REFUSED("InvalidDataTypeId(2)", SymbolicUnaryMinusExpr(table, 3).getId(table));
     EXPECT_REFUSED("InvalidDataTypeId(6)", SymbolicPlusExpr(table, 0, 7).getId(table));
     EXPECT_REFUSED("InvalidDataTypeId(2)", SymbolicNDExpr(table, {0, 3}).getId(table));

@@ -1,4 +1,4 @@
-// A unit database of a few units, in a file of the test's own.
+// Fixture with a unit database of a few units, in a temporary file.
 #pragma once
 
 #include "support/refusal.h"
@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-// A record as JSON text. Scale and offset are three numbers each, as they stand in the file.
+// Scale and offset as JSON fields. Each is given as numerator, denominator and exponent.
 inline std::string scales(const std::string& scaling, const std::string& offset) {
     std::string fields;
     const auto add = [&](const std::string& of, const std::string& numbers) {

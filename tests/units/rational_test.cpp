@@ -16,7 +16,7 @@ constexpr int least = std::numeric_limits<int>::min();
 constexpr int greatest = std::numeric_limits<int>::max();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/// Text and flag.
+/// Returns the text, with a mark if precision() is set.
 std::string show(const Rational& number) {
     return number.toString() + (number.precision() == 0 ? "" : " lossy");
 }
@@ -25,7 +25,7 @@ std::string made(double numerator, double denominator, int exponent) {
     return show(Rational::safeConvertToRational<double>(numerator, denominator, exponent));
 }
 
-TEST(Rational, IsKeptInLowestTermsWithoutFactorsOfTen) {
+TEST(Rational, ReducesToLowestTerms) {
     EXPECT_EQ(show({100, 1, 0}), "1/1*1e2");
     EXPECT_EQ(show({1, 1000, 0}), "1/1*1e-3");
     EXPECT_EQ(show({3, 20, 0}), "3/2*1e-1");
@@ -42,7 +42,7 @@ TEST(Rational, IsKeptInLowestTermsWithoutFactorsOfTen) {
     }
 }
 
-TEST(Rational, DropsDigitsThatDoNotFitAndSaysSo) {
+TEST(Rational, FlagsLostDigits) {
     EXPECT_EQ(made(1e20, 3.0, 0), "1/3*1e20 lossy");
     EXPECT_EQ(made(2147483647.0, 1.0, 0), "2147483647/1*1e0");
     EXPECT_EQ(made(2147483648.0, 1.0, 0), "214748364/1*1e1 lossy");
@@ -52,7 +52,7 @@ TEST(Rational, DropsDigitsThatDoNotFitAndSaysSo) {
     EXPECT_EQ(made(2.9, 4.9, 0), "1/2*1e0");
     // Negative over negative is negative.
     EXPECT_EQ(made(-3.0, -4.0, 0), "-3/4*1e0");
-    // Values that no 32 bits hold have a result as well.
+    // Infinite and NaN parts.
     EXPECT_EQ(made(infinity, 1.0, 0), made(std::numeric_limits<double>::max(), 1.0, 0));
     EXPECT_EQ(made(infinity, -infinity, 0), "-1/1*1e0 lossy");
     EXPECT_EQ(made(std::nan(""), 1.0, 0), "0/1*1e0");
@@ -62,16 +62,16 @@ TEST(Rational, DropsDigitsThatDoNotFitAndSaysSo) {
     EXPECT_THROW(made(1.0, std::nan(""), 0), boost::bad_rational);
 }
 
-TEST(Rational, CarriesTheFlagThroughProductsButNotIntoCopies) {
+TEST(Rational, PropagatesFlagToProductsNotCopies) {
     const Rational lossy = Rational(99999, 1, 0) ^ 3;
     EXPECT_EQ(lossy.precision(), 1);
-    EXPECT_EQ(Rational(lossy).precision(), 0); // NOLINT: the copy is what is looked at
+    EXPECT_EQ(Rational(lossy).precision(), 0); // NOLINT: the copy is tested
     Rational product(2, 1, 0);
     EXPECT_EQ((product *= lossy).precision(), 1);
     EXPECT_EQ((lossy ^ 1).precision(), 0);
 }
 
-TEST(Rational, WrapsProductsInSilence) {
+TEST(Rational, WrapsOnOverflow) {
     Rational wrapped(65537, 1, 0);
     wrapped *= Rational(65537, 1, 0);
     EXPECT_EQ(show(wrapped), "131073/1*1e0");
@@ -81,7 +81,7 @@ TEST(Rational, WrapsProductsInSilence) {
     EXPECT_EQ(show(Rational(127, 5, -3) ^ least), show(Rational(127, 5, -3) ^ least));
 }
 
-TEST(Rational, FormsPowers) {
+TEST(Rational, ComputesPowers) {
     EXPECT_EQ(show(Rational(381, 125, -1) ^ 3), "55306341/1953125*1e-3");
     EXPECT_EQ(show(Rational(381, 125, -1) ^ -2), "15625/145161*1e2");
     EXPECT_EQ(show(Rational(7, 9, 4) ^ 0), "1/1*1e0");
@@ -89,7 +89,7 @@ TEST(Rational, FormsPowers) {
     EXPECT_THROW(Rational::zero ^ -1, boost::bad_rational);
 }
 
-TEST(Rational, ComparesFormsAndNotValues) {
+TEST(Rational, ComparesForms) {
     EXPECT_NE(Rational(5, 1, -1), Rational(1, 2, 0));
     EXPECT_NE(Rational(0, 7, 5), Rational::zero);
     EXPECT_EQ(Rational(5, 1, -1).toDouble(), Rational(1, 2, 0).toDouble());
@@ -107,7 +107,7 @@ std::int64_t scaled(const Rational& number) {
     return value / number.denominator();
 }
 
-TEST(Rational, ProductsOfSmallNumbersAreExact) {
+TEST(Rational, MultipliesSmallNumbersExactly) {
     std::mt19937 random(20);
     std::uniform_int_distribution<int> parts(-2000, 2000);
     constexpr int denominators[] = {1, 2, 4, 5, 8, 10, 25, 125, 1000};
@@ -117,7 +117,6 @@ TEST(Rational, ProductsOfSmallNumbersAreExact) {
         const int divisor = denominators[random() % std::size(denominators)];
         Rational product(a, divisor, 0);
         product *= Rational(b, divisor, 0);
-        // A product of two negatives comes out as a negative over a positive, so signs are kept.
         ASSERT_EQ(scaled(product) * divisor * divisor, std::int64_t{1000000} * a * b);
         ASSERT_EQ(product.precision(), 0);
         ASSERT_EQ(std::gcd(product.numerator(), product.denominator()), 1);

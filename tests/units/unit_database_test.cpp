@@ -12,15 +12,14 @@ using Texts = std::vector<std::string>;
 
 class UnitDatabaseTest : public WithUnitDatabase {
   protected:
-    /// All elements of the refusal of the first call that needs the database.
-    static Texts failuresOfLoading() {
+    /// Returns all elements of the error that loading throws, without paths.
+    static Texts loadErrors() {
         Texts all;
         try {
             database();
-        } catch (const fnd::except::IException& refusal) {
-            for (std::size_t i = 0; i < refusal.diagnostic().size(); ++i) {
-                const std::string text = summaryOf(refusal.diagnostic(), i);
-                // The path differs from run to run.
+        } catch (const fnd::except::IException& error) {
+            for (std::size_t i = 0; i < error.diagnostic().size(); ++i) {
+                const std::string text = summaryOf(error.diagnostic(), i);
                 const std::size_t path = text.find("/");
                 const std::size_t end = text.find(".oxd") + 4;
                 all.push_back(path == std::string::npos ? text
@@ -55,7 +54,7 @@ TEST_F(UnitDatabaseTest, LoadsOnFirstUse) {
               "Unit : 'kg*m/s^2'\n");
 }
 
-TEST_F(UnitDatabaseTest, CollectsWhatIsWrongAndLoadsTheRest) {
+TEST_F(UnitDatabaseTest, SkipsInvalidRecords) {
     units = {
         record("Metres", "m", "m", "length"),     record("broken", "x", "m*", "length"),
         record("late", "y", "x*later", "length"), record("odd", "z", "m", "colour"),
@@ -63,7 +62,7 @@ TEST_F(UnitDatabaseTest, CollectsWhatIsWrongAndLoadsTheRest) {
         record("later", "v", "m", "length")};
     writeFile();
     const std::string skipped = "UnitDatabaseFileLoadFieldError(, units)";
-    EXPECT_EQ(failuresOfLoading(),
+    EXPECT_EQ(loadErrors(),
               Texts({skipped, "ParsingError(m*)", skipped, "UnitNotInDatabase(x)", skipped,
                      "UnitNotInDatabase(colour)", skipped,
                      "UnitDatabaseFileLoadRecordError(units, 4, Symbol)", skipped,
@@ -71,17 +70,16 @@ TEST_F(UnitDatabaseTest, CollectsWhatIsWrongAndLoadsTheRest) {
     EXPECT_EQ(database().getNumUnits(), 2); // no second attempt
 }
 
-TEST_F(UnitDatabaseTest, SaysWhatTheFileLacks) {
+TEST_F(UnitDatabaseTest, ReportsInvalidFiles) {
     write("{\"unitSystems\": 3, \"units\": []}");
-    EXPECT_EQ(failuresOfLoading(),
-              Texts({"UnitDatabaseFileLoadMissingFieldError(, unitSystems)",
-                     "UnitDatabaseFileLoadMissingFieldError(, abstractUnits)"}));
+    EXPECT_EQ(loadErrors(), Texts({"UnitDatabaseFileLoadMissingFieldError(, unitSystems)",
+                                   "UnitDatabaseFileLoadMissingFieldError(, abstractUnits)"}));
     database().clearAll();
     write("{\"units\": [");
-    const Texts failures = failuresOfLoading();
-    ASSERT_EQ(failures.size(), 2);
-    EXPECT_EQ(failures[0], "UnitDatabaseFileOpenError()");
-    EXPECT_EQ(failures[1].substr(0, 33), "UnitDatabaseFileUnreadable(line 1");
+    const Texts errors = loadErrors();
+    ASSERT_EQ(errors.size(), 2);
+    EXPECT_EQ(errors[0], "UnitDatabaseFileOpenError()");
+    EXPECT_EQ(errors[1].substr(0, 33), "UnitDatabaseFileUnreadable(line 1");
     database().clearAll();
     units = {record("no", "n", "m", "length", "", "1 0 0"), record("Metres", "m", "m", "length")};
     writeFile();
@@ -105,7 +103,7 @@ TEST_F(UnitDatabaseTest, FindsNamesSymbolsAndAliases) {
     EXPECT_EQ(found.begin()->get().name, u"Metres");
 }
 
-TEST_F(UnitDatabaseTest, WarnsOfWhatIsThereAlready) {
+TEST_F(UnitDatabaseTest, WarnsOfDuplicates) {
     const auto add = [](const std::u16string& name, const std::u16string& symbol,
                         const Words& aliases, const std::u16string& expression = u"m") {
         const std::unique_ptr<TVTypeSys::Unit> added(
@@ -133,7 +131,7 @@ TEST_F(UnitDatabaseTest, WarnsOfWhatIsThereAlready) {
     EXPECT_EQ(warnings(), Texts({"UnitAlreadyInDatabase(u, w)"}));
 }
 
-TEST_F(UnitDatabaseTest, LoadsAgainIntoWhatWasNotCleared) {
+TEST_F(UnitDatabaseTest, ReloadsAfterClear) {
     UnitDatabase& cleared = database();
     cleared.clearAllUnits();
     EXPECT_EQ(cleared.getNumUnits(), 0);

@@ -21,13 +21,13 @@ std::string show(const Monomial& monomial) {
     return text;
 }
 
-/// "none", or the names with their powers.
+/// Returns the names with their powers; "none" if the text is not an expression.
 std::string parsed(const std::string& text) {
     Monomial result;
     return parseUnitExpr(wide(text), result) ? show(result) : "none";
 }
 
-TEST(UnitExpression, HasNamesAndPowers) {
+TEST(UnitExpression, ParsesNamesAndPowers) {
     const std::pair<const char*, const char*> cases[] = {
         {"m", "= m^1"},
         {" kg * m / s ^ 2 ", "= kg^1 m^1 s^-2"},
@@ -69,7 +69,7 @@ TEST(UnitExpression, HasNamesAndPowers) {
     }
 }
 
-TEST(UnitExpression, LeavesTheResultAloneIfThereIsNone) {
+TEST(UnitExpression, KeepsResultOnError) {
     Monomial result(std::vector<wchar_t>{L'm', L'\x1F600'});
     ASSERT_FALSE(parseUnitExpr(u"s*", result));
     EXPECT_EQ(result.names, std::vector<std::u16string>({u"m\xF600"}));
@@ -77,7 +77,7 @@ TEST(UnitExpression, LeavesTheResultAloneIfThereIsNone) {
     EXPECT_EQ(result.powers, std::vector<std::int32_t>({1}));
 }
 
-/// The grammar as an ordered choice that tries everything in its order, however long that takes.
+/// Reference parser: recursive descent with ordered choice and unlimited backtracking.
 class Reference {
   public:
     static std::string parse(const std::string& text) {
@@ -100,7 +100,7 @@ class Reference {
         return there;
     }
 
-    /// Runs a rule, and goes back if it fails.
+    /// Applies a rule and backtracks if it fails.
     template <class Rule>
     Result attempt(const Rule& rule) {
         const std::size_t start = position_;
@@ -201,7 +201,7 @@ class Reference {
     std::size_t position_ = 0;
 };
 
-TEST(UnitExpression, IsTheOrderedChoice) {
+TEST(UnitExpression, MatchesReferenceParser) {
     std::mt19937 random(5);
     const std::string alphabet = "((()))))//**^^15+-m0s ";
     int expressions = 0;
@@ -225,8 +225,8 @@ std::string repeated(const std::string& part, int times) {
     return text;
 }
 
-// Were anything read twice, these would not end.
-TEST(UnitExpression, IsReadInOneGo) {
+// A parser that backtracks would take exponential or quadratic time.
+TEST(UnitExpression, RunsInLinearTime) {
     const auto nested = [](const std::string& open, const std::string& core, int depth) {
         return repeated(open, depth) + core + repeated(")", depth);
     };

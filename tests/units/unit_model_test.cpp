@@ -13,7 +13,7 @@ using TVTypeSys::UnitFactory;
 
 class UnitModel : public WithUnitDatabase {
   protected:
-    /// A unit that has not been parsed yet.
+    /// Returns a unit whose expression is not parsed.
     static std::unique_ptr<Unit> blank(const std::u16string& expression,
                                        const Rational& scaling = Rational::unity) {
         return std::unique_ptr<Unit>(UnitFactory::createUnit(
@@ -24,7 +24,7 @@ class UnitModel : public WithUnitDatabase {
         made->parseExpressionAndGenerateAST();
         return made;
     }
-    static std::string formOf(const UnitBase& shown) {
+    static std::string canonicalForm(const UnitBase& shown) {
         std::ostringstream stream;
         shown.displayCanonicalForm(stream);
         return stream.str() + " " + shown.baseScalingFactor.toString();
@@ -42,17 +42,17 @@ TEST_F(UnitModel, BuildsCanonicalForms) {
         {u"cd*A^-1", "A^-1cd^1 1/1*1e0"}, // not in the file, but fundamental
     };
     for (const auto& [expression, expected] : cases) {
-        EXPECT_EQ(formOf(*parsed(expression)), expected);
+        EXPECT_EQ(canonicalForm(*parsed(expression)), expected);
     }
     EXPECT_EQ(parsed(u"kN*m")->exprTermMap.begin()->first.get().name, u"Metres");
     EXPECT_TRUE(warnings().empty());
 }
 
-TEST_F(UnitModel, ConvertsByAFactorWhereThereIsOne) {
+TEST_F(UnitModel, ComputesScaleFactors) {
     EXPECT_EQ(unit(u"km").getScalingFactorToConvertTo(unit(u"m")), 1000.0);
     EXPECT_EQ(unit(u"m").getScalingFactorToConvertTo(unit(u"km")), 0.001);
     EXPECT_EQ(parsed(u"N*s")->getScalingFactorToConvertTo(*parsed(u"kg*km/s")), 0.001);
-    // The offset between the two is not part of a factor.
+    // Offsets are not part of a factor.
     EXPECT_EQ(unit(u"degC").getScalingFactorToConvertTo(unit(u"K")), 1.0);
     EXPECT_REFUSED("UnitsNotSeparatedByScalingFactor(Metres, Seconds)",
                    unit(u"m").getScalingFactorToConvertTo(unit(u"s")));
@@ -64,14 +64,14 @@ TEST_F(UnitModel, ConvertsByAFactorWhereThereIsOne) {
                    length.getScalingFactorToConvertTo(unit(u"m")));
 }
 
-TEST_F(UnitModel, RefusesWhatItCannotRead) {
+TEST_F(UnitModel, RejectsInvalidExpressions) {
     EXPECT_REFUSED("ParsingError(m*)", parsed(u"m*"));
     const auto half = blank(u"m*furlong");
     EXPECT_REFUSED("UnitNotInDatabase(furlong)", half->parseExpressionAndGenerateAST());
-    EXPECT_EQ(formOf(*half), "m^1 1/1*1e0");
+    EXPECT_EQ(canonicalForm(*half), "m^1 1/1*1e0");
     EXPECT_FALSE(UnitBase::isValidUnitExpr(u"m*furlong"));
     EXPECT_TRUE(UnitBase::isValidUnitExpr(u"furlong^0"));
-    // Fundamental units have to be in the file to count here.
+    // A fundamental unit that is not in the file.
     EXPECT_FALSE(UnitBase::isValidUnitName(u"cd"));
 }
 
@@ -87,12 +87,12 @@ TEST_F(UnitModel, OrdersUnitsByNameSymbolAndExpression) {
     EXPECT_EQ(unit(u"celsius").getDisplayString(), u"K");
 }
 
-TEST_F(UnitModel, TellsWhatMeansTheSame) {
+TEST_F(UnitModel, DeterminesEquivalence) {
     EXPECT_TRUE(parsed(u"kg*m/s^2")->equivalentToUnit(unit(u"N")));
     EXPECT_FALSE(unit(u"N").equivalentToUnit(unit(u"kN")));
     EXPECT_TRUE(unit(u"N").compatibleWithUnit(unit(u"kN")));
     EXPECT_FALSE(unit(u"N").compatibleWithUnit(unit(u"m")));
-    // Whatever has not been parsed has the same form as all that has not.
+    // Units that are not parsed have equal, empty forms.
     EXPECT_TRUE(blank(u"m")->dimensionallyEquivalentWithUnit(*blank(u"s")));
     EXPECT_FALSE(parsed(u"m*s/s")->dimensionallyEquivalentWithUnit(unit(u"m")));
     const UnitBase& unspecified = UnitFactory::getDefaultAbstractUnit();
@@ -104,7 +104,7 @@ TEST_F(UnitModel, TellsWhatMeansTheSame) {
     EXPECT_EQ(other.begin()->get().fundamentalExprAST.size(), 8);
 }
 
-TEST_F(UnitModel, CopiesUnitsWithoutTheirFlags) {
+TEST_F(UnitModel, CloneClearsPrecisionFlags) {
     auto lossy = blank(u"m");
     lossy->scaling = Rational(99999, 1, 0) ^ 3;
     lossy->symbol = u"x";
@@ -115,7 +115,7 @@ TEST_F(UnitModel, CopiesUnitsWithoutTheirFlags) {
     EXPECT_EQ(copy->scaling.precision() + copy->baseScalingFactor.precision(), 0);
 }
 
-TEST_F(UnitModel, KnowsTheFundamentalUnits) {
+TEST_F(UnitModel, HasFundamentalUnits) {
     const auto symbols = [](auto symbolAt) {
         std::u16string all;
         for (unsigned long i = 0; i < 9; ++i) {

@@ -15,7 +15,7 @@ class UnitTableTest : public WithUnitDatabase {
     UnitTable table;
 };
 
-TEST_F(UnitTableTest, BeginsWithTwo) {
+TEST_F(UnitTableTest, HasPredefinedUnits) {
     EXPECT_EQ(table.getNumUnits(), 2);
     EXPECT_EQ(table.getUnitId("inherit"), -1);
     EXPECT_EQ(table.getUnitId("unitless"), 0);
@@ -25,7 +25,7 @@ TEST_F(UnitTableTest, BeginsWithTwo) {
     EXPECT_EQ(UnitTable::getNumBaseUnits(), 1);
 }
 
-TEST_F(UnitTableTest, GivesEachSpellingAnId) {
+TEST_F(UnitTableTest, RegistersEachSpelling) {
     EXPECT_EQ(id("m"), 1);
     EXPECT_EQ(id("metre"), 2);
     EXPECT_EQ(id("m/s"), 3);
@@ -34,11 +34,11 @@ TEST_F(UnitTableTest, GivesEachSpellingAnId) {
     EXPECT_EQ(id("m/s"), 3);
     EXPECT_EQ(table.getUnit(2)->name, u"Metres");
     EXPECT_EQ(table.getUnit(2)->getId(), 2);
-    // A text that the database knows is not taken apart.
+    // A text that is an alias is not parsed into its units.
     EXPECT_EQ(table.getUnit(id("kN/ft"))->name, u"foot");
 }
 
-TEST_F(UnitTableTest, NamesWhatIsMadeOfUnits) {
+TEST_F(UnitTableTest, NamesCompositeUnits) {
     const UnitBase& made = *table.getUnit(id("kN*degC/(meter*min^-2)"));
     EXPECT_EQ(made.name, u"kilonewton*celsius/(Metres*minute^-2)");
     EXPECT_EQ(made.symbol, u"kN*degC/(m*min^-2)");
@@ -46,12 +46,12 @@ TEST_F(UnitTableTest, NamesWhatIsMadeOfUnits) {
                             "C/(m*min^-2)");
     EXPECT_EQ(made.expression, u"kN*degC/(meter*min^-2)");
     EXPECT_EQ(made.baseScalingFactor.toString(), "36/1*1e5");
-    // Blanks belong to a token.
+    // Blanks are part of a token.
     EXPECT_EQ(table.getUnit(id("meter / s"))->symbol, u"meter / s");
     EXPECT_TRUE(table.getUnit(table.registerUnit("m*m", false))->fundamentalExprAST.empty());
 }
 
-TEST_F(UnitTableTest, RefusesWhatIsNoExpressionOfKnownNames) {
+TEST_F(UnitTableTest, RejectsUnknownNames) {
     for (const char* text : {"furlong", "m*furlong", "m*", "", "m\xed\xa0\x80", "cd"}) {
         EXPECT_REFUSED("InvalidUnitExpression(" + std::string(text) + ")", id(text));
         EXPECT_REFUSED("InvalidDataType(" + std::string(text) + ")",
@@ -60,10 +60,10 @@ TEST_F(UnitTableTest, RefusesWhatIsNoExpressionOfKnownNames) {
     EXPECT_REFUSED("InvalidUnitExpression()", id(nullptr));
     EXPECT_EQ(table.getNumUnits(), 2);
     int given = 7;
-    tvsvDiagnosticImpl* refused = UnitTable::RegisterUnit(&table, "Model/Gain", "x", &given);
-    ASSERT_NE(refused, nullptr);
-    EXPECT_EQ(summaryOf(*refused, 1), "DataTypeErrorFromBlock(Model/Gain)");
-    tvsvDiscardDiagnostic(refused);
+    tvsvDiagnosticImpl* diagnostic = UnitTable::RegisterUnit(&table, "Model/Gain", "x", &given);
+    ASSERT_NE(diagnostic, nullptr);
+    EXPECT_EQ(summaryOf(*diagnostic, 1), "DataTypeErrorFromBlock(Model/Gain)");
+    tvsvDiscardDiagnostic(diagnostic);
     EXPECT_EQ(given, 7);
     EXPECT_EQ(UnitTable::RegisterUnit(&table, nullptr, "m", &given), nullptr);
     EXPECT_EQ(given, 1);
@@ -80,7 +80,7 @@ TEST_F(UnitTableTest, ComparesUnits) {
     EXPECT_REFUSED("InvalidDataTypeId(-10)", table.checkUnitId(table.getUnitId("nowhere")));
 }
 
-TEST_F(UnitTableTest, GivesIdsAgain) {
+TEST_F(UnitTableTest, ReusesIds) {
     const int metre = id("metre");
     const int speed = id("m/s");
     table.removeUnit(table.getUnit(speed));
@@ -97,7 +97,7 @@ TEST_F(UnitTableTest, GivesIdsAgain) {
     EXPECT_EQ(id("s/m"), 1);
 }
 
-TEST_F(UnitTableTest, TakesUnitsOver) {
+TEST_F(UnitTableTest, OwnsAddedUnits) {
     const auto make = [](int given) {
         std::unique_ptr<UnitBase> made(unit(u"N").clone());
         made->setId(given);
@@ -117,7 +117,7 @@ TEST_F(UnitTableTest, TakesUnitsOver) {
     EXPECT_REFUSED("InvalidDataTypeId(2147483647)", id("s"));
 }
 
-TEST_F(UnitTableTest, LooksAgainOnceTheDatabaseHasBeenCleared) {
+TEST_F(UnitTableTest, RevalidatesAfterClear) {
     EXPECT_EQ(id("m"), 1);
     units.clear();
     writeFile();

@@ -1,5 +1,5 @@
 /// \file
-/// What is known of symbolic dimensions.
+/// Relations between symbolic dimensions.
 #pragma once
 
 #include <tvtypes/export.h>
@@ -17,61 +17,65 @@ namespace TVTypeSys {
 
 class SymbolicDimsTable;
 
-/// A fact, and who stated it.
+/// A relation and the blocks that stated it.
 struct TVTYPES_API SymbolicDimsConstraint {
     int constraintId = -1; ///< symbolic dimension id of an equal or greater-than expression
-    std::vector<const TVBlock*> blocks;
+    std::vector<const TVBlock*> blocks; ///< in the order of their addresses, each once
 };
 
-/// The facts that have been stated of the sizes of a table: two are equal, or one is greater than
-/// the other. A fact that contradicts another is refused and changes nothing.
+/// Relations between the sizes of a table: two are equal, or one is greater than the other. A
+/// relation that contradicts another is an error and changes nothing.
 ///
-/// A list of dimensions stands for the product of its dimensions; the table may get it by this.
-/// Sizes are told apart by id, and no numbers are computed: that N equals 3 and equals 5 is no
-/// contradiction here. Greater-than is followed from fact to fact, but not across equal sizes.
+/// A list of dimensions is replaced by the product of its dimensions, which may add it to the
+/// table. Sizes are compared by id, not by value: that N equals 3 and N equals 5 is no
+/// contradiction here. Greater-than is transitive, but not through equal sizes.
 ///
-/// Blocks are kept and compared and never looked into. A fact stated with a null block is listed
-/// without one.
+/// Blocks are compared by address and never dereferenced. A relation stated with a null block is
+/// listed without one. Each operation on two ids throws TorvaneTypes::general::InvalidDataTypeId
+/// (id) if the table does not have one of them.
 class TVTYPES_API SymbolicDimsConstraints {
   public:
+    /// Creates an empty set of relations.
+    /// \param table not null; must outlive this object
     explicit SymbolicDimsConstraints(SymbolicDimsTable* table);
     SymbolicDimsConstraints(const SymbolicDimsConstraints&) = delete;
     SymbolicDimsConstraints& operator=(const SymbolicDimsConstraints&) = delete;
     ~SymbolicDimsConstraints();
 
-    /// States that two sizes are equal; of a size and itself nothing is kept. Refused:
-    /// TorvaneTypes::Dimensions::InconsistentSymbolicDimensionNotEqual (the greater, the lesser,
-    /// the lesser) if one is known to be greater than the other.
+    /// States that two sizes are equal. Ignored for a size and itself. Throws
+    /// TorvaneTypes::Dimensions::InconsistentSymbolicDimensionNotEqual (greater, lesser, lesser) if
+    /// one is greater than the other.
     void addEqual(int a, int b, const TVBlock* block) const;
-    /// States that the first is greater than the second; of a size and itself nothing is kept.
-    /// Refused: TorvaneTypes::Dimensions::InconsistentSymbolicDimensionEqual (a, b, b) if they are
-    /// known to be equal, InconsistentSymbolicDimensionGreaterThan (a, b, b) if the second is
-    /// known to be greater.
+    /// States that `a` is greater than `b`. Ignored for a size and itself. Throws
+    /// TorvaneTypes::Dimensions::InconsistentSymbolicDimensionEqual (a, b, b) if they are equal,
+    /// InconsistentSymbolicDimensionGreaterThan (a, b, b) if `b` is greater than `a`. A chain of n
+    /// relations takes O(n log n) in any order.
     void addGreaterThan(int a, int b, const TVBlock* block) const;
 
-    /// Whether two sizes are known to be equal. A size of which nothing equal was stated does not
-    /// even equal itself.
+    /// Returns whether two sizes are known to be equal. A size without an equality is not even
+    /// equal to itself.
     bool isEqual(int a, int b) const;
-    /// Whether greater-than facts lead from the first to the second.
+    /// Returns whether `a` is known to be greater than `b`, directly or through other sizes.
     bool isGreaterThan(int a, int b) const;
 
-    /// Replaces the list by all pairs of the size that stands for equal ones, the lowest id of
-    /// them, and one of them.
+    /// Replaces the list by all pairs of a representative, which is the lowest id of equal sizes,
+    /// and one of these sizes.
     void getEquivalentSymbolicDims(std::list<std::pair<const int, const int>>& pairs) const;
-    /// Replaces the list by all pairs of a greater and a lesser size that were stated.
+    /// Replaces the list by all stated pairs of a greater and a lesser size.
     void getGreaterThanSymbolicDims(std::list<std::pair<const int, const int>>& pairs) const;
 
-    /// Replaces the vector by all facts, those of equality first: for each pair of the lists above
-    /// the expression that states it. Its blocks, in the order of their addresses, are for an equal
-    /// pair those that brought its second size in; for a greater-than pair all that stated anything
-    /// to be less than its first.
+    /// Replaces the vector by all relations, equalities first: the expressions of the pairs of the
+    /// two lists above. The blocks of an equality are those that added its second size, those of a
+    /// greater-than relation all that stated anything less than its first size.
     void getSymbolicDimsConstraints(std::vector<SymbolicDimsConstraint>& constraints) const;
-    /// The same without blocks.
+    /// Replaces the vector by the ids of all relations, in the same order.
     void getSymbolicDimsConstraints(std::vector<int>& constraintIds) const;
-    /// Replaces the vector by the facts that a block stated, as it stated them, in ascending order.
+    /// Replaces the vector by the relations that a block stated, as it stated them, in ascending
+    /// order.
     void getSymbolicDimsConstraints(const TVBlock* block, std::vector<int>& constraintIds) const;
-    /// The same for all blocks that `blockOf` maps to `block`. An empty function throws
-    /// boost::bad_function_call where it would be called, and the vector stays as it was.
+    /// Replaces the vector by the relations of all blocks that `blockOf` maps to `block`, in
+    /// ascending order, each once. Throws boost::bad_function_call if the function is empty and
+    /// there is a relation of a block; the vector is unchanged then.
     void getSymbolicDimsConstraints(const TVBlock* block,
                                     boost::function<const TVBlock*(const TVBlock*)> blockOf,
                                     std::vector<int>& constraintIds) const;

@@ -1,5 +1,5 @@
 /// \file
-/// The symbolic dimensions of a model, by id.
+/// Table of the symbolic dimensions of a model.
 #pragma once
 
 #include <tvtypes/export.h>
@@ -25,92 +25,124 @@ class SymbolicExprTable;
 
 namespace TVTypeSys {
 
-/// Gives ids to sizes: numbers, names, expressions of them, and lists of them for signals of many
-/// dimensions. -1 is "INHERIT", a size that is to be taken from elsewhere; 0 is "NOSYMBOLIC", for a
-/// signal without a symbolic dimension; the others count from 1.
+/// Ids of sizes: integers, names, expressions of them, and lists of them for signals of several
+/// dimensions. -1 is "INHERIT", a size that is determined elsewhere; 0 is "NOSYMBOLIC", for a
+/// signal without a symbolic dimension; further ids count from 1.
 ///
-/// What is written alike has one id, which it keeps until resetToBuiltin(). An id is that of the
-/// expression in the table's TV::SymbolicExprTable minus one. Used by one thread at a time; reads
-/// may add to the table.
+/// Sizes that are written alike have one id, which is valid until resetToBuiltin(). It is the id of
+/// the expression in the table's TV::SymbolicExprTable minus one. A table may be used by one thread
+/// at a time; reads may add expressions.
 class TVTYPES_API SymbolicDimsTable {
   public:
+    /// Creates a table with "INHERIT" and "NOSYMBOLIC".
     SymbolicDimsTable();
     SymbolicDimsTable(const SymbolicDimsTable&) = delete;
     SymbolicDimsTable& operator=(const SymbolicDimsTable&) = delete;
     ~SymbolicDimsTable();
 
-    /// Registers the first two again, which changes nothing.
+    /// Registers "INHERIT" and "NOSYMBOLIC", which the constructor has done.
     void initialize();
-    /// Forgets all facts and all ids above 0. Values, and texts from getDisplayString(), are not
-    /// valid afterwards.
+    /// Removes all relations and all ids above 0. Invalidates values of the table and the texts
+    /// that getDisplayString() has returned.
     void resetToBuiltin();
 
+    /// Returns whether the table has the id.
     bool isSymbolicDimsIdValid(int id) const;
+    /// Returns whether the table has the id and it is not -1.
     bool isSymbolicDimsIdValid_NotInherit(int id) const;
-    /// Refused if there is no such id: TorvaneTypes::general::InvalidDataTypeId (id).
+    /// Throws TorvaneTypes::general::InvalidDataTypeId (id) if the table does not have the id.
     void checkSymbolicDimsId(int id) const;
-    /// How many ids there are, with the first two.
+    /// Returns the number of ids, with -1 and 0.
     int getNumSymbolicDimss() const;
 
-    /// The id of a name or number. A text that strtol with base 0 reads whole is a number, and then
-    /// has to be one for boost::lexical_cast to int: `010` is ten; `0x10`, "" and numbers beyond
-    /// int throw boost::bad_lexical_cast. All other texts are names as they are, `N+1` too. Null
-    /// counts as "".
+    /// Registers a name or integer and returns its id. A text that strtol with base 0 reads
+    /// completely is an integer, and must be one for boost::lexical_cast to int too: `010` is ten;
+    /// `0x10`, "" and integers beyond int throw boost::bad_lexical_cast. Any other text is a name
+    /// and not parsed, `N+1` too. Null counts as "".
     int registerSymbolicDims(const char* text);
+    /// Registers an integer and returns its id.
     int registerSymbolicDims(int value);
-    /// The id of a list of sizes; the list of one is this size itself. Entries of decimal digits
-    /// alone are numbers (beyond int they throw boost::bad_lexical_cast), all others names, -3 and
-    /// "" too.
+    /// Registers a list of sizes and returns its id; for one size returns the id of this size.
+    /// Texts of decimal digits are integers (beyond int they throw boost::bad_lexical_cast, with
+    /// nothing registered), all other texts names, `-3` and "" too.
     int registerSymbolicDims(const std::vector<std::string>& sizes);
-    /// The id of the expression that a text is, as it is written. Refused:
-    /// TorvaneTypes::Dimensions::InvalidSymbolicDimensionExpr (the text, the column from 1); null
-    /// counts as "".
+    /// Parses an expression, registers it as written and returns its id. Throws
+    /// TorvaneTypes::Dimensions::InvalidSymbolicDimensionExpr (text, column from 1) for a syntax
+    /// error; null counts as "".
     int registerSymbolicDimsExpr(const char* text);
-    /// The id here of an expression of another table. Refused: InvalidDataTypeId (id).
+    /// Registers an expression of another table and returns its id here. Throws InvalidDataTypeId
+    /// (id) if the other table does not have it.
     int importSymbolicDims(const SymbolicDimsTable& source, int id);
-    /// registerSymbolicDims of a text, for callers that do not work with exceptions: null and the
-    /// id, or what was refused, as a diagnostic that the caller owns. It ends with
-    /// TorvaneTypes::general::DataTypeErrorFromBlock (name) if `blockName` is not empty.
-    /// boost::bad_lexical_cast passes.
+    /// Calls registerSymbolicDims(dims), for callers that do not use exceptions; but
+    /// boost::bad_lexical_cast is not caught.
+    /// \param table     not null
+    /// \param blockName null, "", or the name that an error reports
+    /// \param dims      null counts as ""
+    /// \param idOut     set to the id on success; not null
+    /// \return null on success, else a diagnostic that the caller owns. It ends with
+    ///         TorvaneTypes::general::DataTypeErrorFromBlock (name) if there is a name.
     static tvsvDiagnosticImpl* RegisterSymbolicDims(SymbolicDimsTable* table, const char* blockName,
                                                     const char* dims, int* idOut);
 
-    /// Whether a text is a name: an identifier.
+    /// Returns whether a text is a C identifier.
     static bool isAValidSymbolicDims(const char* text);
-    /// Refused if it is not: TorvaneTypes::general::InvalidDataType (text).
+    /// Throws TorvaneTypes::general::InvalidDataType (text) unless isAValidSymbolicDims(text).
     static void validateSymbolicDimsExpr(const char* text);
 
-    /// The value with this id, which is not checked.
+    /// \name Values
+    /// @{
+
+    /// Returns the value with this id, which is not checked. The overload for non-const tables
+    /// resolves getSymbolicDims(0), where 0 could also be a null pointer.
     SymbolicDims getSymbolicDims(int id) const;
-    /// The same; without it 0 could be a null pointer as well as an id.
     SymbolicDims getSymbolicDims(int id) { return {this, id}; }
-    /// The value of a name, which is registered. A number is a name here too; null counts as "".
+    /// @}
+
+    /// Registers a name and returns its value. The text is not parsed: an integer is a name too.
+    /// Null counts as "".
     SymbolicDims getSymbolicDims(const char* name);
-    /// The value at a place of the table: at 0 is "INHERIT".
+    /// Returns the value at a position of the table, 0 for "INHERIT". The position is not checked.
     SymbolicDims getSymbolicDimsAt(unsigned long index) const;
-    /// The expression with this id of the expression table (one more than the id here), which the
-    /// table owns. Refused: InvalidDataTypeId (the id here).
+    /// Returns the expression with this id of the expression table, one more than the id here. The
+    /// table owns it. Throws InvalidDataTypeId (the id here) if there is none.
     const TV::SymbolicExpr& getSymbolicExpr(unsigned long expressionId) const;
-    /// What SymbolicDims::toString gives. Valid until the table has got more ids and this is called
-    /// again. Refused: InvalidDataTypeId (id).
+    /// Returns the text of SymbolicDims::toString, which is computed once. Valid until this is
+    /// called again after the table has grown. Throws InvalidDataTypeId (id) if there is no such
+    /// id.
     const char* getDisplayString(int id);
 
+    /// Prints the number of sizes and a line for each.
     void print(std::ostream& stream) const;
 
-    /// Facts, as SymbolicDimsConstraints tells: `a` and `b` are ids, `block` is who states it and
-    /// may be null. A value is registered as a number, by the questions too.
+    /// \name Relations
+    /// @{
+
+    /// States a relation between two ids, or an id and an integer, which is registered. `block` is
+    /// the block that states it and may be null. Errors are those of SymbolicDimsConstraints.
     void addEqualRelation(int a, int b, const TVBlock* block);
     void addGreaterThanRelation(int a, int b, const TVBlock* block);
     void addEqualConstraint(int a, int value, const TVBlock* block);
     void addGreaterThanConstraint(int a, int value, const TVBlock* block);
     void addLessThanConstraint(int a, int value, const TVBlock* block);
+    /// @}
+
+    /// \name Queries
+    /// @{
+
+    /// Returns whether a relation is known, as SymbolicDimsConstraints determines it. An integer is
+    /// registered.
     bool hasEqualRelation(int a, int b) const;
     bool hasGreaterThanRelation(int a, int b) const;
     bool hasEqualConstraint(int a, int value);
     bool hasGreaterThanConstraint(int a, int value);
     bool hasLessThanConstraint(int a, int value);
+    /// @}
 
-    /// Lists of the facts, as SymbolicDimsConstraints tells.
+    /// \name Lists of relations
+    /// @{
+
+    /// Replaces the argument by the relations that the function of SymbolicDimsConstraints with
+    /// this name lists.
     void getEquivalentSymbolicDims(std::list<std::pair<const int, const int>>& pairs) const;
     void getGreaterThanSymbolicDims(std::list<std::pair<const int, const int>>& pairs) const;
     void getSymbolicDimsConstraints(std::vector<SymbolicDimsConstraint>& constraints);
@@ -119,6 +151,7 @@ class TVTYPES_API SymbolicDimsTable {
     void getSymbolicDimsConstraints(const TVBlock* block,
                                     boost::function<const TVBlock*(const TVBlock*)> blockOf,
                                     std::vector<int>& constraintIds) const;
+    /// @}
 
   private:
     friend class SymbolicDims;
@@ -132,6 +165,7 @@ class TVTYPES_API SymbolicDimsTable {
     std::vector<std::string> displayStrings_;
 };
 
+/// Calls table.print().
 TVTYPES_API std::ostream& operator<<(std::ostream& stream, const SymbolicDimsTable& table);
 
 } // namespace TVTypeSys

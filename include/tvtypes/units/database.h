@@ -1,8 +1,9 @@
 /// \file
-/// The units that the product knows, for the whole process.
+/// The unit database of the process.
 ///
-/// Nothing here is locked. The first call of UnitDatabase::getUnitDatabase must be over before
-/// other threads use units; then any number of them may read, as long as none adds or clears.
+/// Nothing here is locked. The first call of UnitDatabase::getUnitDatabase must have returned
+/// before other threads use units; after that, any number of threads may read while none adds or
+/// clears.
 #pragma once
 
 #include <tvtypes/export.h>
@@ -21,106 +22,140 @@ class FundamentalUnits;
 /// A named system of units, such as "SI".
 class TVTYPES_API UnitSystem {
   public:
+    /// Takes the name, which is not checked.
     explicit UnitSystem(const std::u16string& name);
+    /// Copies the name.
     UnitSystem(const UnitSystem& other);
     UnitSystem& operator=(const UnitSystem&) = delete;
 
     virtual ~UnitSystem();
+    /// Returns the name.
     virtual const std::u16string& getName() const;
-    /// "Unit System: 'SI'" and a line end.
+    /// Prints "Unit System: 'SI'" and a line end.
     virtual void print(std::ostream& stream) const;
 
-    /// Whether the database has a system of this name.
+    /// Returns whether the database has a system with this name.
     static bool isValidUnitSystemName(const std::u16string& text);
 
-    /// Whether the text has letters and digits only; true for an empty one.
+    /// Returns whether the text consists of letters and digits; true for "".
     static bool isValidStringForUnitSystemName(const std::u16string& text);
 
   private:
     std::u16string name_;
 };
 
+/// Calls system.print().
 TVTYPES_API std::ostream& operator<<(std::ostream& stream, const UnitSystem& system);
 
-/// Unit systems, abstract units and concrete units, found by name, symbol and alias, exactly as
-/// they are written. What it hands out belongs to it, and is good until it is cleared.
-///
-/// An added unit is a copy. A unit that compares as equal to one that is there is not added, which
-/// warns with TorvaneTypes::Unit::UnitAlreadyInDatabase (name, symbol). Adding warns also with
-/// SymbolNotDefined for an empty name or alias, NameNotDefined for an empty symbol, and
-/// SimilarInstanceThere (name, symbol) for an alias that another unit has.
+/// Unit systems, abstract units and concrete units, looked up by name, symbol and alias, which are
+/// case sensitive. The database owns the objects that it returns; they are valid until they are
+/// cleared.
 class TVTYPES_API UnitDatabase {
   public:
-    /// What a completion looks at.
-    enum SearchBy : int { SearchByName = 0, SearchByAlias = 1, SearchBySymbol = 2 };
+    /// Kind of text that a completion searches.
+    enum SearchBy : int {
+        SearchByName = 0,  ///< names
+        SearchByAlias = 1, ///< aliases
+        SearchBySymbol = 2 ///< symbols
+    };
 
+    /// Creates a database that has the fundamental units only. Loads no file.
     UnitDatabase();
     UnitDatabase(const UnitDatabase&) = delete;
     UnitDatabase& operator=(const UnitDatabase&) = delete;
     virtual ~UnitDatabase();
 
-    /// Five lines of numbers.
+    /// Prints the numbers of units, abstract units and unit systems.
     virtual void print(std::ostream& stream) const;
 
-    /// The one database. The first call, and the first after a clearing operation, loads the file
-    /// unitDBPath below the root of the installation, and is refused as told at loadUnitDatabase;
-    /// the next call then gives what has been loaded.
+    /// Returns the database of the process. The first call, and the first after a clearing
+    /// operation, loads the file unitDBPath below the root of the installation, and throws what
+    /// loadUnitDatabase throws; further calls return what has been loaded.
     static UnitDatabase* getUnitDatabase();
 
-    /// Adds what a file holds: unit systems, abstract units, concrete units, in this order. A
-    /// record may use only what stands ahead of it. Refused with TorvaneTypes::Unit messages:
-    /// - UnitDatabaseFileOpenError (path), at once, with why the file does not open.
-    /// - All else at the end, as one diagnostic in the order of the file; what is not at fault has
-    ///   been added: UnitDatabaseFileLoadMissingFieldError (path, variable) for a variable that is
-    ///   missing or holds no records; UnitDatabaseFileLoadFieldError (path, variable) for a record
-    ///   that was skipped, followed by the cause. The cause is UnitDatabaseFileLoadRecordError
-    ///   (variable, index, field) for a field that is missing or of the wrong kind.
+    /// Adds the contents of a file: unit systems, abstract units, concrete units, in this order. A
+    /// record can refer only to records before it. Throws TorvaneTypes::Unit messages:
+    /// - UnitDatabaseFileOpenError (path) at once if the file cannot be opened, followed by
+    ///   UnitDatabaseFileUnreadable (reason).
+    /// - Errors in the contents at the end, as one diagnostic in the order of the file; all valid
+    ///   records have been added then. UnitDatabaseFileLoadMissingFieldError (path, variable) for a
+    ///   variable that is missing or has no records; UnitDatabaseFileLoadFieldError (path,
+    ///   variable) for a record that was skipped, followed by the cause. The cause is
+    ///   UnitDatabaseFileLoadRecordError (variable, index from 0, field) if a field is missing or
+    ///   has the wrong type.
     ///
     /// A denominator of 0 throws boost::bad_rational and ends the load.
     void loadUnitDatabase(const std::u16string& path);
 
+    /// Adds a copy of a unit system. Names are not checked for duplicates.
     void addUnitSystem(const UnitSystem& system);
+
+    /// Adds a copy (UnitBase::clone) of a concrete or abstract unit; other classes are ignored. The
+    /// copy's canonical form is that of `unit`, and its precision() is 0. Warns with
+    /// TorvaneTypes::Unit messages: UnitAlreadyInDatabase (name, symbol), and adds nothing, if a
+    /// unit is there that compares as equal in both orders; SymbolNotDefined for an empty name or
+    /// alias; NameNotDefined for an empty symbol; SimilarInstanceThere (name, symbol) for an alias
+    /// that another unit has. Amortised constant time for each text of the unit.
     void addUnit(const UnitBase& unit);
 
-    /// The first system of a name, or null.
+    /// Returns the first system with this name; null if there is none. Linear in their number.
     UnitSystem* getUnitSystem(const std::u16string& name) const;
 
+    /// \name Sizes
+    /// @{
+
+    /// The fundamental units are not counted.
     std::size_t getNumUnits() const;
     std::size_t getNumAbstractUnits() const;
     std::size_t getNumUnitSystems() const;
+    /// @}
 
-    /// \name Search
-    /// Each for the concrete and for the abstract units. The fundamental units are not looked at.
+    /// \name Lookup
     /// @{
 
-    /// The units of which the text is the name, the symbol or an alias.
+    /// The concrete or abstract units of which a text is the name, the symbol or an alias, or all
+    /// of them. Fundamental units are not searched. Lookup of a text takes constant time, but for
+    /// the set.
     UnitBase::ReferenceSet getUnit(const std::u16string& text) const;
     UnitBase::ReferenceSet getAbstractUnit(const std::u16string& text) const;
     UnitBase::ReferenceSet getAllUnits() const;
     UnitBase::ReferenceSet getAllAbstractUnits() const;
+    /// @}
 
-    /// Appends the names, aliases or symbols that begin with the prefix, each once, a word ahead
-    /// of its extensions. Words stay known when units are cleared.
+    /// \name Completion of words
+    /// @{
+
+    /// Appends the names, aliases or symbols that begin with the prefix, each once, in the order of
+    /// code units. Words of units that were cleared are still found. Another value of `by` finds
+    /// nothing. Logarithmic in the number of words, plus the result; the first call sorts them.
     void getAutoCompleteUnitSuggestions(SearchBy by, const std::u16string& prefix,
                                         std::vector<std::u16string>& out) const;
     void getAutoCompleteAbstractUnitSuggestions(SearchBy by, const std::u16string& prefix,
                                                 std::vector<std::u16string>& out) const;
+    /// @}
 
-    /// Adds the units that have such a name, alias or symbol.
+    /// \name Completion of units
+    /// @{
+
+    /// Adds the units that have a name, alias or symbol that begins with the prefix.
     void appendAutoCompleteUnits(SearchBy by, UnitBase::ReferenceSet& out,
                                  const std::u16string& prefix) const;
     void appendAutoCompleteAbstractUnits(SearchBy by, UnitBase::ReferenceSet& out,
                                          const std::u16string& prefix) const;
     /// @}
 
-    /// \name Fundamental units
-    /// Eight concrete units (kg, m, s, A, K, mol, cd, b) and their abstract ones, which every
-    /// database has, and two abstract ones without dimension.
+    /// \name Symbols of fundamental units
     /// @{
 
-    /// The symbol at a position below 8, in the order of names; "" beyond.
+    /// Every database has eight fundamental concrete units (kg, m, s, A, K, mol, cd, b), their
+    /// abstract units, and two abstract units without dimension. These return the symbol of one of
+    /// the eight, `index` from 0 to 7 in the order of names; "" beyond.
     const std::u16string& getFundamentalUnitSymbol(unsigned long index) const;
     const std::u16string& getFundamentalAbstractUnitSymbol(unsigned long index) const;
+    /// @}
+
+    /// \name Lookup of fundamental units
+    /// @{
 
     /// Adds the fundamental units of which the text is the name or the symbol.
     void addMatchingFundamentalUnitToList(const std::u16string& text,
@@ -129,20 +164,25 @@ class TVTYPES_API UnitDatabase {
                                                   UnitBase::ReferenceSet& list) const;
     /// @}
 
-    /// Clearing makes the next getUnitDatabase load the file again, into what was not cleared.
+    /// \name Clearing
+    /// @{
+
+    /// Destroys units or unit systems. \pre No other unit refers to them. The next
+    /// getUnitDatabase() loads the file again, in addition to what was not cleared.
     void clearAllUnits();
     void clearAllAbstractUnits();
     void clearAllUnitSystems();
     void clearAll();
+    /// @}
 
-    static std::unique_ptr<UnitDatabase> _unit_database_;
-    static const std::u16string unitDBPath;
+    static std::unique_ptr<UnitDatabase> _unit_database_; ///< the database of the process
+    static const std::u16string unitDBPath; ///< path of its file below the root of the installation
 
   private:
     class TVTYPES_LOCAL UnitRepository;
     friend class UnitLookup;
 
-    /// Made anew whenever units may have gone from a database.
+    /// Changes when units may have been destroyed, in any database.
     static unsigned generation_;
     void forget();
 
@@ -153,6 +193,7 @@ class TVTYPES_API UnitDatabase {
     bool loaded_ = false;
 };
 
+/// Calls database.print().
 TVTYPES_API std::ostream& operator<<(std::ostream& stream, const UnitDatabase& database);
 
 } // namespace TVTypeSys

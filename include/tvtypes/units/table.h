@@ -1,5 +1,5 @@
 /// \file
-/// The units of a model, by id.
+/// Table of the units of a model.
 #pragma once
 
 #include <tvtypes/export.h>
@@ -18,96 +18,117 @@ struct Monomial;
 
 namespace TVTypeSys {
 
-/// Gives ids to unit expressions. -1 is "inherit", 0 is "unitless", the others count from 1; -10
-/// stands for the absence of a unit.
+/// Ids of unit expressions. -1 is "inherit", 0 is "unitless", further ids count from 1; -10 denotes
+/// the absence of a unit.
 ///
-/// A text that is a name, symbol or alias in the unit database stands for a copy of that unit, any
-/// other for a unit of this table alone that the database knows nothing of. Each spelling has an id
-/// of its own. Units refer to those of the database, which must not be cleared before them. A
-/// table is used by one thread at a time.
+/// The unit of a text that is a name, symbol or alias of the unit database is a copy of that unit;
+/// any other text defines a composite unit, which is in this table only. Each spelling has an id of
+/// its own. Units of the table refer to units of the database, which must not be cleared before the
+/// table is destroyed or reset. A table may be used by one thread at a time.
 class TVTYPES_API UnitTable {
   public:
-    /// With "inherit" and "unitless". Loads the unit database if that has not been done, and is
-    /// refused as that is.
+    /// Creates a table with "inherit" and "unitless". Loads the unit database if it is not loaded,
+    /// and throws what UnitDatabase::getUnitDatabase throws.
     UnitTable();
     UnitTable(const UnitTable&) = delete;
     UnitTable& operator=(const UnitTable&) = delete;
     virtual ~UnitTable();
 
-    /// Forgets all units but the first two by id; ids are given from there again. These two are
-    /// then found under their expressions.
+    /// Destroys all units but those with the two lowest ids; new ids count from there. The
+    /// remaining units are found under their expressions.
     virtual void resetToBuiltin();
 
-    /// The id of an expression, in UTF-8. A new one is given the greatest id plus one. Without
-    /// `parse` a unit that is not in the database gets no canonical form.
-    /// Refused: TorvaneTypes::Unit::InvalidUnitExpression (text) for what is no expression of names
-    /// in the database, other than "inherit" and "unitless"; null counts as "".
+    /// Returns the id of an expression, which is registered if it is new: the greatest id plus one.
+    /// \param expression UTF-8; null counts as ""
+    /// \param parse      whether to build the canonical form of a composite unit
+    ///
+    /// Throws TorvaneTypes::Unit::InvalidUnitExpression (text) if the text is neither an expression
+    /// of names in the database nor "inherit" or "unitless", and
+    /// TorvaneTypes::general::InvalidDataTypeId (greatest id) if no greater id is left. A
+    /// registered text takes one search; a new one one search for each of its names and tokens.
     virtual int registerUnit(const char* expression, bool parse);
 
-    /// The ids and addresses of units, for those who look for a mistake.
+    /// Prints the number of units and their addresses, for debugging.
     virtual void print(std::ostream& stream) const;
 
+    /// Registers "inherit" and "unitless". They are registered by the constructor.
     void initialize();
+    /// Creates the shared units from which getNumBaseUnits() is counted. Called by initialize().
     static void initializeBuiltInUnits();
 
-    /// registerUnit, for callers that do not work with exceptions: null and the id, or what was
-    /// refused, as a diagnostic that the caller owns. It ends with
-    /// TorvaneTypes::general::DataTypeErrorFromBlock (path) if `blockPath` is not empty.
+    /// Calls registerUnit(expression, true), for callers that do not use exceptions.
+    /// \param table      not null
+    /// \param blockPath  null, "", or the path that an error reports
+    /// \param expression UTF-8; null counts as ""
+    /// \param id         set to the id on success; not null
+    /// \return null on success, else a diagnostic that the caller owns. It ends with
+    ///         TorvaneTypes::general::DataTypeErrorFromBlock (path) if there is a path.
     static tvsvDiagnosticImpl* RegisterUnit(UnitTable* table, const char* blockPath,
                                             const char* expression, int* id);
 
-    /// Whether the text is an expression of names in the database.
+    /// Returns whether the text is an expression of names in the database.
     static bool isAValidUnit(const char* text);
-    /// Refused if it is not: TorvaneTypes::general::InvalidDataType (text).
+    /// Throws TorvaneTypes::general::InvalidDataType (text) unless isAValidUnit(text).
     static void validateUnitExpr(const char* text);
 
-    /// The id of a text that has been registered, or -10.
+    /// Returns the id of a registered text; -10 if it is not registered.
     int getUnitId(const char* expression) const;
 
-    /// The unit with this id, which the table owns; null if there is none.
+    /// Returns the unit with this id, which the table owns; null if there is none. Logarithmic in
+    /// the number of units.
     const UnitBase* getUnit(int id) const;
 
-    /// Enters a unit under its own id, and the expression as a text for that id. Takes the unit
-    /// over. An id that is there keeps the unit that it has. Null is passed over.
+    /// Registers `expression` as a text of the id of a unit, and adds the unit under this id. The
+    /// table takes ownership and makes no copy. If the id has a unit already, that one stays and
+    /// `unit` is destroyed. Null is ignored. Neither the id nor the text is checked.
     void addUnit(const std::u16string& expression, UnitBase* unit);
 
-    /// Forgets a unit and destroys it. Refused: TorvaneTypes::general::InvalidDataTypeId (id) for a
-    /// unit that is not one of this table; null has the id -10.
+    /// Removes a unit and destroys it. Throws TorvaneTypes::general::InvalidDataTypeId (id) if the
+    /// table does not have this object; the id of null is -10.
     void removeUnit(const UnitBase* unit);
 
-    /// Whether the two units mean the same. False if both ids are -1 or 0. Refused:
-    /// InvalidDataTypeId for an id that the table does not have.
+    /// Returns whether two units are equivalent (UnitBase::equivalentToUnit). False if both ids are
+    /// -1 or 0. Throws InvalidDataTypeId (id) if the table does not have an id.
     bool equivalentUnits(int a, int b) const;
 
-    /// Refused if the table does not have the id: TorvaneTypes::general::InvalidDataTypeId (id).
+    /// Throws TorvaneTypes::general::InvalidDataTypeId (id) if the table does not have the id.
     void checkUnitId(int id) const;
+    /// Returns whether the table has the id.
     bool isUnitIdValid(int id) const;
+    /// Returns whether the table has the id and it is not -1.
     bool isUnitIdValid_NotInherit(int id) const;
+    /// Returns the number of units, with "inherit" and "unitless".
     std::size_t getNumUnits() const;
 
-    /// 1: "unitless".
+    /// Returns 1: "unitless".
     static int getNumBaseUnits();
 
-    /// No id and no text is that of a predefined unit: false, -10, null and false for all.
+    /// \name Predefined units
+    /// @{
+
+    /// No id and no text counts as a predefined unit: these return false, -10, null and false.
     bool isPredefinedUnit(int id) const;
     int getBaseUnit(const char* expression) const;
     const char* getExprOfBaseUnit(int id) const;
     bool exprOfBaseUnit(const char* expression) const;
+    /// @}
 
   private:
     struct Entry {
         std::unique_ptr<UnitBase> unit;
         unsigned serial;
     };
-    /// What a text is registered as. It has lapsed if the unit with this id is another by now.
+    /// Registration of a text. It has lapsed if the id now has a unit with another serial number.
     struct Registration {
         int id;
         unsigned serial;
-        unsigned generation; ///< of the database in which the text was found to be valid
+        unsigned generation; ///< of the database that has the names of the text; 0 if not looked up
     };
 
     const Registration* registrationOf(const std::u16string& text) const;
     int newId() const;
+    /// Creates the unit of a text from its names and powers. Without powers, a composite unit gets
+    /// no canonical form. Returns null if a name is not in the database.
     std::unique_ptr<UnitBase> makeUnit(const std::u16string& text, const Monomial* terms) const;
     void enter(const std::u16string& text, std::unique_ptr<UnitBase> unit, unsigned generation);
 
@@ -116,6 +137,7 @@ class TVTYPES_API UnitTable {
     unsigned latestSerial_ = 0;
 };
 
+/// Calls table.print().
 TVTYPES_API std::ostream& operator<<(std::ostream& stream, const UnitTable& table);
 
 } // namespace TVTypeSys

@@ -1,5 +1,5 @@
 /// \file
-/// Texts to expressions.
+/// Parser of expressions.
 #pragma once
 
 #include <fnd/export.h>
@@ -9,19 +9,20 @@
 
 namespace TV {
 
-/// Reads an expression: `+ - * /` with the usual ranks and from the left, a minus before an
-/// operand, parentheses, decimal integers of any length, names as C identifiers, `[a, b, c]` for a
-/// list; blanks anywhere between. A minus binds its operand first, and one straight before an
-/// integer is part of that number.
+/// Parses expressions: `+ - * /` with the usual precedence, left-associative; unary minus, which
+/// binds tightest, and directly before an integer is part of it; parentheses; decimal integers of
+/// any length; names as C identifiers; `[a, b, c]` for a list; white space between tokens.
 class TV_PLATFORM_API SymbolicExprParser {
   public:
+    /// Refers to the table, which must outlive the parser.
     explicit SymbolicExprParser(SymbolicExprTable& table) : table_(&table) {}
 
-    /// The id of the expression. Refused, with the table as it was:
-    /// TorvaneTypes::Dimensions::InvalidSymbolicDimensionExpr (the text, the column from 1 where it
-    /// goes wrong) for other texts, those over 1 MiB, and more than 1,000 brackets in each other.
-    /// The column is that of the first token that cannot stand where it does, or the one behind the
-    /// text if it ends too early.
+    /// Parses a text, interns the expression as written and returns its id. Throws
+    /// TorvaneTypes::Dimensions::InvalidSymbolicDimensionExpr (the text, column) for any other
+    /// text, a text longer than 1 MiB, and more than 1,000 nested parentheses and brackets; the
+    /// table is unchanged then. The column counts bytes from 1. It is that of the first token that
+    /// is not allowed, or one past the text if the text ends too early. Linear in the length of the
+    /// text.
     unsigned long operator()(const std::string& text) const;
 
   private:

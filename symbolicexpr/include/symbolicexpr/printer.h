@@ -1,5 +1,5 @@
 /// \file
-/// Expressions to texts.
+/// Printer of expressions.
 #pragma once
 
 #include <fnd/export.h>
@@ -9,19 +9,23 @@
 
 namespace TV {
 
-/// Writes an expression without blanks and without needless parentheses: `M-2`, `2*N+1`, `(N+1)/2`,
-/// `-N`, `[2,N]`, `N==M`, `N>M`. The text of an expression of a size reads back to the same id.
+/// Prints expressions without blanks and with the fewest parentheses: `M-2`, `2*N+1`, `(N+1)/2`,
+/// `-N`,
+/// `[2,N]`, `N==M`, `N>M`. The text of an expression without relations parses to the same id.
 ///
-/// A name that is no identifier is written as it stands, in parentheses inside arithmetic. What is
-/// shared in an expression is written wherever it stands, so a text can be far longer than the
-/// table; once it is over 16 MiB, each part that has not begun yet is written as "...".
+/// A name that is no identifier is printed unchanged, inside arithmetic in parentheses. A shared
+/// subexpression is printed at each occurrence, so a text can be far longer than the table; once it
+/// exceeds 16 MiB, each subexpression that has not begun is printed as "...".
 class TV_PLATFORM_API SymbolicExprPrinter {
   public:
-    /// `rank` tells what the text will stand in, as the first operand: 0 alone, 1 in a sum, 2 in a
-    /// product.
+    /// Refers to the table, which must outlive the printer.
+    /// \param rank the context in which the text will be the first operand: 0 none, 1 a sum, 2 a
+    ///             product. Other values are clamped.
     explicit SymbolicExprPrinter(const SymbolicExprTable& table, int rank = 0)
         : table_(&table), rank_(rank) {}
 
+    /// Returns the text. Throws TorvaneTypes::general::InvalidDataTypeId if an operand is not in
+    /// the table.
     std::string operator()(const SymbolicExpr& expr) const;
 
   private:

@@ -1,5 +1,5 @@
 /// \file
-/// The table of expressions.
+/// Table of expressions.
 #pragma once
 
 #include <fnd/export.h>
@@ -12,25 +12,28 @@ namespace TV {
 class SymbolicExpr;
 class SymbolicExprSimplify;
 
-/// Holds one of each expression. An expression's id is its place in the order of coming, from 0;
-/// its parts have lower ids than itself.
+/// Interns expressions (hash-consing): expressions that are written alike are stored once. Ids
+/// count from 0 in the order of insertion, so operands have lower ids than their operators.
 ///
-/// Ids and addresses stay for the life of the table. That expressions come to it is no change to
-/// who reads it, so a table that is const takes them too. Used by one thread at a time.
+/// Ids and addresses are stable for the lifetime of the table. Interning does not affect readers,
+/// so it is allowed on a const table too. A table may be used by one thread at a time.
 class TV_PLATFORM_API SymbolicExprTable {
   public:
+    /// Creates an empty table.
     SymbolicExprTable();
     SymbolicExprTable(const SymbolicExprTable&) = delete;
     SymbolicExprTable& operator=(const SymbolicExprTable&) = delete;
     ~SymbolicExprTable();
 
-    /// How many expressions there are; the next one gets this id.
+    /// Returns the number of expressions, which is the next id.
     std::size_t size() const;
 
-    /// The expression with this id, which the table owns. Refused:
-    /// TorvaneTypes::general::InvalidDataTypeId (id minus one, as it is known to models).
+    /// Returns the expression with this id, which the table owns. Throws
+    /// TorvaneTypes::general::InvalidDataTypeId (id minus one, as clients number it) if there is
+    /// none.
     const SymbolicExpr& get(unsigned long id) const;
 
+    /// For the sources of this library.
     struct Contents;
 
   private:

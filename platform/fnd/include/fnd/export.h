@@ -1,4 +1,6 @@
+/// \file
+/// Visibility of the symbols of libtv_platform.so.
 #pragma once
 
-/// Marks what libtv_platform.so offers to others. All else is hidden.
+/// Marks an exported class or function. All other symbols are hidden.
 #define TV_PLATFORM_API __attribute__((visibility("default")))

@@ -1,5 +1,5 @@
 /// \file
-/// Where the product is installed.
+/// Root of the installation.
 #pragma once
 
 #include <fnd/export.h>
@@ -7,15 +7,13 @@
 
 namespace fnd::filesystem {
 
-/// The root below which the product's files lie. By default that is `share/tvtypes` below the
-/// prefix of this very library, whose folder is `lib` there, or one or two further down: the first
-/// of the three parents of its folder that has such a folder, and the nearest if none has. It is ""
-/// if the library's path is not UTF-8.
-///
-/// May be called by any thread.
+/// Returns the root of the product's files. The default is `share/tvtypes` below the prefix of this
+/// library, whose folder is `lib`, or one or two levels below `lib`: the first of the three parents
+/// of the folder that has `share/tvtypes`, else the nearest. "" if the path of the library is not
+/// UTF-8. Thread-safe.
 TV_PLATFORM_API fnd::ustring get_install_path();
 
-/// Sets another root, for the whole process; it need not exist. "" brings the default back.
+/// Sets the root for the process. The folder need not exist; "" restores the default. Thread-safe.
 TV_PLATFORM_API void set_install_path(const fnd::ustring& path);
 
 } // namespace fnd::filesystem

@@ -1,5 +1,5 @@
 /// \file
-/// The text of 16-bit characters.
+/// String type of 16-bit texts.
 #pragma once
 
 #include <string>

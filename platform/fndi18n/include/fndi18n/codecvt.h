@@ -1,5 +1,5 @@
 /// \file
-/// Converters from 16-bit texts to narrow ones.
+/// Conversion of 16-bit texts to other encodings.
 #pragma once
 
 #include <fnd/export.h>
@@ -9,18 +9,20 @@
 
 namespace fnd::i18n {
 
-/// Converts to one encoding. It holds no state of a conversion, so threads may share it.
+/// Converter to one encoding. It has no conversion state, so threads may share it.
 class TV_PLATFORM_API codecvt_ustring_to_string {
   public:
-    /// \param encoding   a name that ICU knows, such as ISO-8859-1; "" is UTF-8. Any other throws
+    /// \param encoding   a name that ICU supports, such as ISO-8859-1; "" is UTF-8. Any other name
+    /// throws
     ///                   std::invalid_argument
-    /// \param substitute what cannot be converted is replaced. Of use to a host that can also leave
-    ///                   it out; here it is replaced either way
+    /// \param substitute whether characters without an encoding are replaced. Not used: they always
+    /// are.
+    ///                   For hosts that can omit them
     codecvt_ustring_to_string(const std::string& encoding, bool substitute);
 
-    /// The text in the encoding. What has no place there becomes its substitution character, in
-    /// UTF-8 a lone surrogate U+FFFD. Throws std::length_error for a text longer than 2^27
-    /// characters, and for no content.
+    /// Returns the text in the encoding. Characters without an encoding are replaced by the
+    /// encoding's substitution character, in UTF-8 unpaired surrogates by U+FFFD. Throws
+    /// std::length_error for a text longer than 2^27 characters.
     std::string operator()(const fnd::ustring& text) const;
 
   private:

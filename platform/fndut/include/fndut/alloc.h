@@ -1,19 +1,20 @@
 /// \file
-/// Raw memory and raw text of the host.
+/// Raw memory and C strings of the host.
 #pragma once
 
 #include <fnd/export.h>
 
 #include <cstddef>
 
-/// Zeroed memory for `count` elements of `size` bytes; null if there is none. Released by utFree.
+/// Allocates zeroed memory for `count` elements of `size` bytes; returns null on failure. Release
+/// it with utFree.
 TV_PLATFORM_API void* utCalloc(std::size_t count, std::size_t size);
 
-/// Memory of `size` bytes; null if there is none. Released by utFree.
+/// Allocates `size` bytes, not initialised; returns null on failure. Release them with utFree.
 TV_PLATFORM_API void* utMalloc(std::size_t size);
 
-/// Releases what utCalloc or utMalloc gave; null is accepted.
+/// Releases memory of utCalloc or utMalloc; null is ignored.
 TV_PLATFORM_API void utFree(void* pointer);
 
-/// The length of a text; 0 for null.
+/// Returns the length of a text in bytes; 0 for null.
 TV_PLATFORM_API std::size_t utStrlen(const char* text);

@@ -1,48 +1,56 @@
 /// \file
-/// The road of refusals and warnings: a message becomes a diagnostic, and a diagnostic is thrown,
-/// reported as a warning, joined to another, or discarded.
+/// Creates, throws and reports diagnostics.
 ///
-/// A diagnostic handed out as a plain pointer belongs to the receiver, who passes it on to one of
-/// the operations that take it by reference. Those consume it and leave null behind.
+/// A diagnostic that is returned as a plain pointer is owned by the caller. Functions that take a
+/// reference to the pointer consume the diagnostic and set the pointer to null.
 #pragma once
 
 #include <fnd/except.h>
 #include <fnd/export.h>
 #include <tvtypes_res/base_msg_id.h>
 
+#include <cassert>
 #include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
 
-/// What went wrong: a sequence of elements, the first being the matter itself and the later ones
-/// its circumstances. Indices start at 0 and must be below size().
+/// A sequence of messages: the first is the error or warning, the others are its causes and
+/// context.
 class TV_PLATFORM_API tvsvDiagnosticImpl {
   public:
+    /// Creates a diagnostic without elements.
     tvsvDiagnosticImpl() = default;
+    /// Creates a diagnostic of one element, with the text of the built-in catalogue.
     explicit tvsvDiagnosticImpl(const msgcore::BaseMsgID& message);
 
+    /// Returns the number of elements.
     std::size_t size() const { return elements_.size(); }
 
-    /// The full id, such as TorvaneTypes::general::InvalidDataTypeId.
-    const std::string& messageId(std::size_t index) const { return elements_.at(index).id; }
+    /// \name Elements
+    /// @{
 
-    /// The message's arguments in order, numbers in decimal.
+    /// Returns the full id, such as TorvaneTypes::general::InvalidDataTypeId, the arguments in
+    /// order, numbers in decimal, or the sentence with the arguments filled in. Throws
+    /// std::out_of_range unless `index` is less than size().
+    const std::string& messageId(std::size_t index) const { return elements_.at(index).id; }
     const std::vector<std::string>& arguments(std::size_t index) const {
         return elements_.at(index).arguments;
     }
-
-    /// The sentence with the arguments filled in.
     const std::string& text(std::size_t index) const { return elements_.at(index).text; }
+    /// @}
 
-    /// The sentences of all elements, a line each.
+    /// Returns the sentences of all elements, one line each.
     std::string wholeText() const;
 
-    /// Adds the elements of another diagnostic behind this one's.
+    /// Appends copies of the elements of another diagnostic.
     void append(const tvsvDiagnosticImpl& other);
 
-    /// Drops all elements but the first.
-    void keepFirst() { elements_.erase(elements_.begin() + 1, elements_.end()); }
+    /// Removes all elements but the first. \pre There is one.
+    void keepFirst() {
+        assert(!elements_.empty());
+        elements_.erase(elements_.begin() + 1, elements_.end());
+    }
 
   private:
     struct Element {
@@ -53,38 +61,39 @@ class TV_PLATFORM_API tvsvDiagnosticImpl {
     std::vector<Element> elements_;
 };
 
-/// A diagnostic of one element. The caller owns it.
+/// Creates a diagnostic of one element. The caller owns it.
 TV_PLATFORM_API tvsvDiagnosticImpl*
 tvsvCreateDiagnosticFromMessageID(const msgcore::BaseMsgID& message);
 
-/// A diagnostic which says that memory ran out. The caller owns it.
+/// Creates the diagnostic of an allocation failure. The caller owns it.
 TV_PLATFORM_API tvsvDiagnosticImpl* tvsvCreateMemoryAllocationDiagnostic();
 
-/// A copy of the diagnostic that an exception carries. The caller owns it. `wholeChain` asks for
-/// all elements; without it, only the first is taken.
+/// Copies the diagnostic of an exception: all elements with `wholeChain`, else the first only. The
+/// caller owns the copy.
 TV_PLATFORM_API tvsvDiagnosticImpl*
 tvsvCreateDiagnosticFromIException(const fnd::except::IException& exception, bool wholeChain);
 
-/// Throws a fnd::except::IUserException that carries the diagnostic, and takes it over. `context`,
-/// if not null, is put before the exception's text.
+/// Throws a fnd::except::IUserException with the diagnostic, which is consumed. If `context` is not
+/// null, the exception's text begins with it and a colon. \pre The diagnostic is not null.
 [[noreturn]] TV_PLATFORM_API void tvsvThrowIExceptionFromDiagnostic(tvsvDiagnosticImpl*& diagnostic,
                                                                     const char* context);
 
-/// Hands the diagnostic to the warning handler, and destroys it.
+/// Calls the warning handler with the diagnostic, which is consumed. \pre The diagnostic is not
+/// null.
 TV_PLATFORM_API void tvsvReportAsWarning(tvsvDiagnosticImpl*& diagnostic);
 
-/// Adds the elements of `second` behind those of `first`, which may be null and is then set;
-/// `second` is consumed. `asCause` says that the second explains the first; the elements are kept
-/// in the same order either way.
+/// Appends the elements of `second`, which is consumed, to `first`. Each may be null.
+/// \param asCause whether the second explains the first. Not used: the order is the same
 TV_PLATFORM_API void tvsvConcatenateDiagnostics(tvsvDiagnosticImpl*& first,
                                                 tvsvDiagnosticImpl*& second, bool asCause);
 
-/// Destroys a diagnostic; null is accepted.
+/// Destroys a diagnostic; null is ignored.
 TV_PLATFORM_API void tvsvDiscardDiagnostic(tvsvDiagnosticImpl*& diagnostic);
 
-/// Where warnings go.
+/// Function that is called for each warning.
 using tvsvWarningHandler = std::function<void(const tvsvDiagnosticImpl&)>;
 
-/// Installs the handler of warnings for the whole process, and gives the one that was there. The
-/// first handler writes "warning: " and the text to standard error; an empty handler drops them.
+/// Installs the warning handler of the process and returns the previous one. The initial handler
+/// writes "warning: " and the text to standard error; an empty handler ignores warnings. Not
+/// thread-safe.
 TV_PLATFORM_API tvsvWarningHandler tvsvSetWarningHandler(tvsvWarningHandler handler);

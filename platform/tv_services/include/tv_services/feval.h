@@ -12,27 +12,32 @@
 struct oxArray_tag;
 struct TOxArrayDeleter;
 
-/// A function of the host: from `inCount` inputs it makes `outCount` outputs.
+/// A function of the host with `inCount` inputs and `outCount` outputs.
 ///
-/// The inputs are lent for the length of the call. Each output starts null, and the function
-/// writes a reference there that it gives away; an input that it gives back is to be shared first.
-/// It refuses by a diagnostic, which it gives away too, or by throwing; null says that all went
-/// well.
+/// The inputs are borrowed for the duration of the call. Each output is initially null; the
+/// function sets it to a reference that the caller will own, so an input that it returns must be
+/// shared first. On error the function returns a diagnostic, which the caller will own, or throws;
+/// on success it returns null.
 using tvsvHostFunction = std::function<tvsvDiagnosticImpl*(int outCount, oxArray_tag** outputs,
                                                            int inCount, oxArray_tag** inputs)>;
 
-/// Gives the host a function under a name, in place of one that it may have; an empty function
-/// removes the name.
+/// Registers a function of the host under a name, in place of an earlier one. An empty function
+/// removes the name. Not thread-safe.
 TV_PLATFORM_API void tvsvRegisterHostFunction(const std::string& name, tvsvHostFunction function);
 
-/// Calls a function of the host. Null on success; then `outputs` holds `outCount` references that
-/// belong to the caller. Otherwise a diagnostic, which the caller owns, and `outputs` is as it was:
-/// what the function refused with or threw, HostFunctionDoesNotExist (name) where there is none of
-/// this name, HostFunctionFailed (name, reason) after an exception of no known kind,
-/// HostFunctionWithoutResult (name, number of the output) where one was left null.
-///
-/// `fromModel` and `extra` are of use to a host with an evaluator of its own; here they are not
-/// read. `extra` may be null.
+/// Calls a function of the host.
+/// \param outCount     number of outputs; negative counts as 0
+/// \param outputs      set to references that the caller owns on success; unchanged on error
+/// \param inCount      number of inputs
+/// \param inputs       the inputs, which are borrowed
+/// \param functionName name of the function; null counts as ""
+/// \param fromModel    not used; for hosts with an evaluator of their own
+/// \param extra        not used; may be null
+/// \return null on success, else a diagnostic that the caller owns: that of the function or its
+///         exception; TorvaneTypes::general::HostFunctionDoesNotExist (name) if there is no such
+///         function; HostFunctionFailed (name, reason) after an exception of another type;
+///         HostFunctionWithoutResult (name, output from 1) if an output is null; MemoryAllocErr
+///         after std::bad_alloc.
 TV_PLATFORM_API tvsvDiagnosticImpl*
 tvsvFEVAL_NoThrow(int outCount, oxArray_tag** outputs, int inCount, oxArray_tag** inputs,
                   const char* functionName, bool fromModel,

@@ -1,10 +1,10 @@
 /// \file
-/// What counts as a name.
+/// Identifiers.
 #pragma once
 
 #include <fnd/export.h>
 
-/// Whether `text` is an identifier of ANSI C: a letter or underscore, then letters, digits and
-/// underscores. Null and "" are not. The words that C reserves, such as "double", are accepted
-/// just if `acceptReservedWords` holds.
+/// Returns whether `text` is an identifier of ANSI C: a letter or underscore, then letters, digits
+/// and underscores. Null and "" are not. Reserved words of C90, such as "double", are accepted only
+/// if `acceptReservedWords` is true.
 TV_PLATFORM_API bool tvIsValidANSICIdentifier(const char* text, bool acceptReservedWords);

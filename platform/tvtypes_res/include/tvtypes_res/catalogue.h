@@ -1,5 +1,5 @@
 /// \file
-/// The catalogue: for every message id one sentence, as an ICU message pattern.
+/// Message catalogue: one sentence for each message id, as an ICU message pattern.
 #pragma once
 
 #include <fnd/export.h>
@@ -13,35 +13,37 @@
 
 namespace tvtypes_res {
 
-/// What the table of messages says of one message.
+/// A row of the table of messages.
 struct MessageSignature {
-    std::string_view id;
-    std::size_t argumentCount;
+    std::string_view id;       ///< full id
+    std::size_t argumentCount; ///< number of arguments of the sentence
 };
 
-/// All messages, in the order of the table.
+/// Returns all messages, in the order of the table.
 TV_PLATFORM_API const std::vector<MessageSignature>& allMessages();
 
-/// Sentences by message id. Reading and formatting never fail: what a faulty catalogue cannot say
-/// is said as the id and the arguments.
+/// Sentences by message id. An invalid catalogue is no error: a message without a usable sentence
+/// is formatted as its id and arguments.
 class TV_PLATFORM_API Catalogue {
   public:
-    /// \param json an object of objects: the space, the message's name, the pattern with {0}, {1}
-    ///             and so on. A text of another form gives an empty catalogue.
+    /// Parses a catalogue.
+    /// \param json an object of objects: namespace, name of the message, pattern with {0}, {1} and
+    /// so on.
+    ///             Anything else is ignored
     explicit Catalogue(std::string_view json);
 
-    /// The catalogue that is compiled in.
+    /// Returns the catalogue that is compiled in.
     static const Catalogue& builtIn();
 
-    /// The sentence of the message with its arguments filled in. Where there is no usable pattern:
+    /// Returns the sentence of a message with its arguments filled in. Without a usable pattern:
     /// the id, a colon and the arguments, separated by commas.
     std::string text(std::string_view id, const std::vector<std::string>& arguments) const;
 
-    /// What is wrong with the entry of one message, if anything: it is missing, is no pattern, or
-    /// does not use exactly the arguments that the message has.
+    /// Returns what is wrong with the entry of a message: it is missing, is not a pattern, or does
+    /// not use exactly the arguments of the message. No value if it is valid.
     std::optional<std::string> faultOf(const MessageSignature& message) const;
 
-    /// The ids that have an entry, sorted.
+    /// Returns the ids that have an entry, sorted.
     std::vector<std::string> ids() const;
 
   private:

@@ -1,12 +1,12 @@
 /// \file
-/// Every message id with the types of its arguments. The one table behind the classes of
-/// messages.h and the check of the catalogue; the sentences are in data/messages.json.
+/// Table of all message ids with the types of their arguments. The classes of messages.h and the
+/// check of the catalogue are generated from it; the sentences are in data/messages.json.
 #pragma once
 
 // clang-format off
 /// Calls ROW(space, name, signature) for every message.
 #define TVTYPES_MESSAGE_TABLE(ROW) \
-    /* The definition of a data type. Text: the type's name, then the names that it clashes with. */ \
+    /* Definition of a data type. Text: the name of the type, then the names of other types. */ \
     ROW(general, InvalidDataType,                            void(Text)) \
     ROW(general, InvalidDataTypeId,                          void(Number)) \
     ROW(general, DataType_SameNameAsExistingType,            void(Text)) \
@@ -62,8 +62,8 @@
     ROW(general, HostFunctionDoesNotExist,                   void(Text)) \
     ROW(general, HostFunctionFailed,                         void(Text, Text)) \
     ROW(general, HostFunctionWithoutResult,                  void(Text, Number)) \
-    /* Units. Text: expressions, names and symbols; of the database its path, then what lies in it; */ \
-    /* of a record in it the variable, the number of the record from 0, and the field. */ \
+    /* Units. Text: expressions, names and symbols; for the database its path and a variable; for a */ \
+    /* record of it the variable, the index from 0, and the field. */ \
     ROW(Unit, ParsingError,                                  void(Text)) \
     ROW(Unit, InvalidUnitExpression,                         void(Text)) \
     ROW(Unit, UnitNotInDatabase,                             void(Text)) \
@@ -78,8 +78,8 @@
     ROW(Unit, UnitDatabaseFileLoadMissingFieldError,         void(Text, Text)) \
     ROW(Unit, UnitDatabaseFileLoadFieldError,                void(Text, Text)) \
     ROW(Unit, UnitDatabaseFileLoadRecordError,               void(Text, Number, Text)) \
-    /* Symbolic dimensions. Text: expressions; of the first the column, from 1. Numbers: an index from */ \
-    /* 0 and how many there are. */ \
+    /* Symbolic dimensions. Text: expressions. Numbers: a column from 1; an index from 0 and the number */ \
+    /* of dimensions. */ \
     ROW(Dimensions, InvalidSymbolicDimensionExpr,            void(Text, Number)) \
     ROW(Dimensions, InvalidSymbolicDimensionSpec,            void()) \
     ROW(Dimensions, InvalidDimensionIndex,                   void(Number, Number)) \

@@ -1,6 +1,6 @@
 /// \file
-/// The message ids: one class each, built with the arguments of its sentence in the order of
-/// message_table.h, as in `TorvaneTypes::general::InvalidDataTypeId(-2)`.
+/// Message classes, one for each id. The constructor takes the arguments of the sentence in the
+/// order of message_table.h, as in `TorvaneTypes::general::InvalidDataTypeId(-2)`.
 #pragma once
 
 #include <tvtypes_res/base_msg_id.h>
@@ -8,13 +8,16 @@
 
 namespace TorvaneTypes {
 
-using Text = std::string;
-using Number = std::int64_t;
+using Text = std::string;    ///< type of text arguments
+using Number = std::int64_t; ///< type of number arguments
 
+/// Defines the class of one row of the table.
 #define TVTYPES_DEFINE_MESSAGE(space, name, signature)                                             \
     namespace space {                                                                              \
+    /** The message `name`. */                                                                     \
     class name final : public msgcore::Message<name, signature> {                                  \
       public:                                                                                      \
+        /** The full id. */                                                                        \
         static constexpr std::string_view ID = "TorvaneTypes::" #space "::" #name;                 \
         using Message::Message;                                                                    \
     };                                                                                             \

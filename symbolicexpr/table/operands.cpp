@@ -1,17 +1,17 @@
-#include "table/parts.h"
+#include "table/operands.h"
 
 namespace TV {
 
-unsigned long numberOfParts(const SymbolicExpr& expr) {
+unsigned long numberOfOperands(const SymbolicExpr& expr) {
     return expr.isMultiExpr() ? expr.getNumInputs() : expr.getNumArgs();
 }
 
-unsigned long part(const SymbolicExpr& expr, unsigned long index) {
+unsigned long operandId(const SymbolicExpr& expr, unsigned long index) {
     return expr.isMultiExpr() ? expr.getInput(index) : expr.getArg(index);
 }
 
-unsigned long binaryId(const SymbolicExprTable& table, SymbolicOp op, unsigned long left,
-                       unsigned long right) {
+unsigned long internBinary(const SymbolicExprTable& table, SymbolicOp op, unsigned long left,
+                           unsigned long right) {
     switch (op) {
     case SymbolicPlusOp:
         return SymbolicPlusExpr(table, left, right).getId(table);

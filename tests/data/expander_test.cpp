@@ -1,4 +1,4 @@
-// What the expander refuses.
+// Validation of unit definitions, and selection of factors.
 #include "fault.h"
 #include "source_file.h"
 
@@ -12,7 +12,7 @@ namespace tvdata {
 
 namespace {
 
-std::string faultOf(const std::string& unit) {
+std::string expansionError(const std::string& unit) {
     const auto path = std::filesystem::temp_directory_path() /
                       testing::UnitTest::GetInstance()->current_test_info()->name();
     std::ofstream(path) << R"({"systems": [{"name": "SI"}],
@@ -33,51 +33,55 @@ std::string faultOf(const std::string& unit) {
     return fault;
 }
 
-/// A unit with these fields beside its name and systems.
+/// A unit with these fields, a name and a system.
 std::string unit(const std::string& fields) {
     return R"({"name": "inch", "systems": "SI", )" + fields + "}";
 }
 
 } // namespace
 
-TEST(UnitSource, FaultyRecordsAreRefusedByNameAndReason) {
+TEST(UnitSource, ReportsInvalidRecords) {
     const std::string good = R"("symbol": "in", "quantity": "length", )";
     for (const auto& [fields, reason] : std::initializer_list<std::pair<std::string, std::string>>{
-             {good + R"("is": "1/12 m", "alias": "inches")", "no field \"alias\""},
+             {good + R"("is": "1/12 m", "alias": "inches")", "unknown field \"alias\""},
              {good + R"("aliases": "inches")", "\"is\" is missing"},
-             {good + R"("is": "1/12 ft", "aliases": "inches,m")", "\"m\" means metre already"},
-             {good + R"("is": "1/12 ft", "words": "a", "aliases": "a")", "means this unit already"},
+             {good + R"("is": "1/12 ft", "aliases": "inches,m")", "\"m\" already denotes metre"},
+             {good + R"("is": "1/12 ft", "words": "a", "aliases": "a")",
+              "already denotes this unit"},
              {good + R"("is": "1/12 ft", "aliases": "inches,,")", "empty part"},
              {good + R"("is": "1/12 ft", "aliases": "unitless")", "is reserved"},
-             {good + R"("is": "1/12 span")", "no unit \"span\" before"},
+             {good + R"("is": "1/12 span")", "the unit \"span\" is not defined"},
              {good + R"("is": "ft^2")", "the dimension is"},
              {good + R"("is": "ft*m/ft", "cancels": true)", "no base unit cancels"},
              {R"("symbol": "in", "quantity": "ratio", "is": "ft/m")", "\"cancels\" is not set"},
              {good + R"("is": "ft", "expression": "m^2")", "have different dimensions"},
-             {good + R"("is": "ft", "expression": "ft")", "\"expression\" has more than"},
-             {good + R"("is": "1/12 ft*")", "is not understood from character 4"},
-             {good + R"_("is": "1/12 ((ft))")_", "is not understood from character 2"},
-             {good + R"("is": "1,2 ft")", "is not understood from character 2"},
-             {good + R"("is": "0 ft")", "\"0\" is not above 0"},
+             {good + R"("is": "ft", "expression": "ft")", "\"expression\" must consist of"},
+             {good + R"("is": "1/12 ft*")", "syntax error in \"ft*\" at character 4"},
+             {good + R"_("is": "1/12 ((ft))")_", "at character 2"},
+             {good + R"("is": "1,2 ft")", "at character 2"},
+             {good + R"("is": "0 ft")", "\"0\" is not positive"},
              {good + R"("is": "1/12 ft", "exponent": 3)", "no exact form with the exponent 3"},
              {good + R"("is": "1/12 ft", "offset": "1/12345678901")", "\"offset\" has no exact"},
-             {R"("symbol": "i-n", "quantity": "length", "is": "1/12 ft")", "other characters"},
-             {R"("symbol": "in", "quantity": "width", "is": "1/12 ft")", "no quantity \"width\""},
+             {R"("symbol": "i-n", "quantity": "length", "is": "1/12 ft")",
+              "must consist of letters"},
+             {R"("symbol": "in", "quantity": "width", "is": "1/12 ft")",
+              "unknown quantity \"width\""},
          }) {
-        const std::string fault = faultOf(unit(fields));
+        const std::string fault = expansionError(unit(fields));
         EXPECT_THAT(fault, testing::HasSubstr(reason)) << fields;
         EXPECT_THAT(fault, testing::HasSubstr("units, record 3 (inch): ")) << fields;
     }
-    EXPECT_EQ(faultOf(unit(good + R"("is": "1/12 ft", "words": "inches", "prefixes": "all")")),
-              "accepted");
+    EXPECT_EQ(
+        expansionError(unit(good + R"("is": "1/12 ft", "words": "inches", "prefixes": "all")")),
+        "accepted");
 }
 
-TEST(UnitSource, FactorsTakeTheNearestFormThatFits) {
+TEST(UnitSource, SelectsNearestForm) {
     const auto form = [](const char* number, std::int32_t largest) {
         const Form nearest = nearestForm(parseNumber(number, {}), largest);
         return std::vector<int>{nearest.numerator, nearest.denominator, nearest.exponent};
     };
-    // 355/113, the best that there is for pi, with smaller parts.
+    // 355/113, the best approximation of pi within these parts, as 71/226*10.
     EXPECT_EQ(form("3.14159265358979", 400), (std::vector{71, 226, 1}));
     EXPECT_EQ(form("3.14159265358979*10^20", 400), (std::vector{71, 226, 21}));
     const auto exact = [](const char* number, std::optional<int> exponent) {

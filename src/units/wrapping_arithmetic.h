@@ -1,5 +1,5 @@
 /// \file
-/// Arithmetic of 32-bit integers that wraps.
+/// Two's complement arithmetic of 32-bit integers, which wraps on overflow.
 #pragma once
 
 #include <cstdint>

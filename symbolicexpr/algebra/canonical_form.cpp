@@ -1,31 +1,33 @@
-#include "algebra/canonical.h"
+#include "algebra/canonical_form.h"
 
 #include <algorithm>
 
 namespace TV {
 namespace {
 
-class Writer {
+/// Builds the canonical form: the order of terms is that of the polynomial, except that a positive
+/// term comes first where there is one.
+class CanonicalFormBuilder {
   public:
-    explicit Writer(const SymbolicExprTable& table) : table_(table) {}
+    explicit CanonicalFormBuilder(const SymbolicExprTable& table) : table_(table) {}
 
     unsigned long fraction(Fraction& fraction) const {
         if (fraction.denominator.isConstant()) {
             return sum(fraction.numerator, fraction.denominator.constant());
         }
         const unsigned long numerator = sum(fraction.numerator, 1);
-        return enter<SymbolicDivideExpr>(numerator, sum(fraction.denominator, 1));
+        return intern<SymbolicDivideExpr>(numerator, sum(fraction.denominator, 1));
     }
 
   private:
-    template <class Expr, class... Parts>
-    unsigned long enter(const Parts&... parts) const {
-        return Expr(table_, parts...).getId(table_);
+    template <class Expr, class... Operands>
+    unsigned long intern(const Operands&... operands) const {
+        return Expr(table_, operands...).getId(table_);
     }
 
     unsigned long number(const Integer& value) const {
         const auto small = value.small();
-        return small ? enter<SymbolicIntValue>(*small) : enter<SymbolicIntValue>(value.text());
+        return small ? intern<SymbolicIntValue>(*small) : intern<SymbolicIntValue>(value.text());
     }
 
     unsigned long sum(Polynomial& polynomial, const Integer& denominator) const {
@@ -33,7 +35,7 @@ class Writer {
         if (terms.empty()) {
             return number(0);
         }
-        // A sum begins with a minus just if all is negative.
+        // A sum begins with a minus only if all its terms are negative.
         const auto positive = std::find_if(terms.begin(), terms.end(), [](const Term& term) {
             return !term.coefficient.isNegative();
         });
@@ -46,24 +48,24 @@ class Writer {
                 continue;
             }
             const unsigned long addend = magnitude(*next, denominator);
-            sum = next->coefficient.isNegative() ? enter<SymbolicMinusExpr>(sum, addend)
-                                                 : enter<SymbolicPlusExpr>(sum, addend);
+            sum = next->coefficient.isNegative() ? intern<SymbolicMinusExpr>(sum, addend)
+                                                 : intern<SymbolicPlusExpr>(sum, addend);
         }
         return sum;
     }
 
-    /// A term without its sign.
-    unsigned long magnitude(Term& written, const Integer& denominator) const {
-        if (denominator.isOne() && written.written != 0) {
-            return written.written;
+    /// Interns a term without its sign, or returns the id that an earlier call has stored in it.
+    unsigned long magnitude(Term& source, const Integer& denominator) const {
+        if (denominator.isOne() && source.internedId != 0) {
+            return source.internedId;
         }
-        Integer coefficient = written.coefficient;
+        Integer coefficient = source.coefficient;
         if (coefficient.isNegative()) {
             coefficient.negate();
         }
-        const unsigned long id = term(std::move(coefficient), written.monomial, denominator);
+        const unsigned long id = term(std::move(coefficient), source.monomial, denominator);
         if (denominator.isOne()) {
-            written.written = static_cast<std::uint32_t>(id);
+            source.internedId = static_cast<std::uint32_t>(id);
         }
         return id;
     }
@@ -75,7 +77,7 @@ class Writer {
             denominator.divideExactly(common);
         }
         const unsigned long whole = product(coefficient, monomial);
-        return denominator.isOne() ? whole : enter<SymbolicDivideExpr>(whole, number(denominator));
+        return denominator.isOne() ? whole : intern<SymbolicDivideExpr>(whole, number(denominator));
     }
 
     unsigned long product(const Integer& coefficient, const Monomial& monomial) const {
@@ -89,14 +91,15 @@ class Writer {
             product = factor->name;
             --power;
             if (coefficient.isMinusOne()) {
-                product = enter<SymbolicUnaryMinusExpr>(product);
+                product = intern<SymbolicUnaryMinusExpr>(product);
             }
         } else {
             product = number(coefficient);
         }
         while (true) {
             for (; power > 0; --power) {
-                product = enter<SymbolicMultiplyExpr>(product, (unsigned long)(factor->name));
+                product =
+                    intern<SymbolicMultiplyExpr>(product, static_cast<unsigned long>(factor->name));
             }
             if (++factor == monomial.factors.end()) {
                 return product;
@@ -110,8 +113,8 @@ class Writer {
 
 } // namespace
 
-std::uint32_t enterCanonicalForm(Fraction& fraction, const SymbolicExprTable& table) {
-    return static_cast<std::uint32_t>(Writer(table).fraction(fraction));
+std::uint32_t internCanonicalForm(Fraction& fraction, const SymbolicExprTable& table) {
+    return static_cast<std::uint32_t>(CanonicalFormBuilder(table).fraction(fraction));
 }
 
 } // namespace TV

@@ -1,11 +1,12 @@
 #include <symbolicexpr/expr.h>
 
 #include "table/contents.h"
-#include "table/refuse.h"
+#include "table/errors.h"
 
 #include <boost/container_hash/hash.hpp>
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <limits>
 #include <new>
@@ -16,33 +17,33 @@
 namespace TV {
 namespace {
 
-std::size_t hashOf(SymbolicOp op, std::size_t left, std::size_t right = 0) {
-    // Ids are small and follow each other, so what is told by few bits is spread over all.
+std::size_t hashKey(SymbolicOp op, std::size_t left, std::size_t right = 0) {
+    // Ids are small and consecutive, so the multiplication spreads their few bits over the word.
     std::size_t hash = (left << 32) ^ right ^ (static_cast<std::size_t>(op) << 60);
     hash *= 0xbf58476d1ce4e5b9ULL;
     return hash ^ (hash >> 31);
 }
 
-std::size_t hashOf(std::int64_t value) {
+std::size_t hashKey(std::int64_t value) {
     const auto bits = static_cast<std::size_t>(value);
-    return hashOf(SymbolicNumberOp, bits & UINT32_MAX, bits >> 32);
+    return hashKey(SymbolicNumberOp, bits & UINT32_MAX, bits >> 32);
 }
 
-std::size_t hashOf(SymbolicOp op, const std::string& text) {
-    return hashOf(op, boost::hash<std::string>()(text));
+std::size_t hashKey(SymbolicOp op, const std::string& text) {
+    return hashKey(op, boost::hash<std::string>()(text));
 }
 
-std::size_t hashOf(SymbolicOp op, const std::vector<unsigned long>& inputs) {
-    return hashOf(op, boost::hash_range(inputs.begin(), inputs.end()));
+std::size_t hashKey(SymbolicOp op, const std::vector<unsigned long>& inputs) {
+    return hashKey(op, boost::hash_range(inputs.begin(), inputs.end()));
 }
 
 template <class Expr>
-SymbolicExpr* copyOf(const Expr& expr, std::pmr::memory_resource& memory) {
+SymbolicExpr* placeCopy(const Expr& expr, std::pmr::memory_resource& memory) {
     return new (memory.allocate(sizeof(Expr), alignof(Expr))) Expr(expr);
 }
 
-/// An id as it is kept. One that no table can hold becomes another such id.
-std::uint32_t kept(unsigned long id) {
+/// Narrows an id to 32 bits. An id that no table can have becomes another such id.
+std::uint32_t storedId(unsigned long id) {
     constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
     return id < none ? static_cast<std::uint32_t>(id) : none;
 }
@@ -58,8 +59,8 @@ unsigned long SymbolicExpr::getId(const SymbolicExprTable& table) const {
 unsigned long SymbolicExpr::getDimension(unsigned long index) const {
     if (index >= getNumDimensions()) {
         using TorvaneTypes::Dimensions::InvalidDimensionIndex;
-        refuse(InvalidDimensionIndex(static_cast<std::int64_t>(index),
-                                     static_cast<std::int64_t>(getNumDimensions())));
+        throwError(InvalidDimensionIndex(static_cast<std::int64_t>(index),
+                                         static_cast<std::int64_t>(getNumDimensions())));
     }
     return getInput(index);
 }
@@ -68,23 +69,24 @@ unsigned long SymbolicExpr::getArg(unsigned long) const { return 0; }
 unsigned long SymbolicExpr::getInput(unsigned long) const { return 0; }
 
 SymbolicString::SymbolicString(const SymbolicExprTable&, const std::string& text)
-    : SymbolicExpr(SymbolicNameOp, hashOf(SymbolicNameOp, text)), text_(text) {}
+    : SymbolicExpr(SymbolicNameOp, hashKey(SymbolicNameOp, text)), text_(text) {}
 
 bool SymbolicString::hasSamePartsAs(const SymbolicExpr& other) const {
     return text_ == static_cast<const SymbolicString&>(other).text_;
 }
 
 SymbolicExpr* SymbolicString::copyTo(std::pmr::memory_resource& memory) const {
-    return copyOf(*this, memory);
+    return placeCopy(*this, memory);
 }
 
-/// In place if 64 bits hold it, otherwise in the one way to write it.
+/// Canonical representation of a decimal text: a value if it fits 64 bits, else digits without
+/// leading zeros.
 struct SymbolicIntValue::Number {
     explicit Number(const std::string& text) {
         const bool isNegative = !text.empty() && text.front() == '-';
         const std::size_t first = isNegative ? 1 : 0;
         if (first == text.size() || text.find_first_not_of("0123456789", first) != text.npos) {
-            throw std::invalid_argument("a number consists of digits");
+            throw std::invalid_argument("not a decimal integer");
         }
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
         if (error == std::errc::result_out_of_range) {
@@ -102,15 +104,15 @@ SymbolicIntValue::SymbolicIntValue(const SymbolicExprTable& table, int value)
     : SymbolicIntValue(table, std::int64_t(value)) {}
 
 SymbolicIntValue::SymbolicIntValue(const SymbolicExprTable&, std::int64_t value)
-    : SymbolicExpr(SymbolicNumberOp, hashOf(value)), value_(value) {}
+    : SymbolicExpr(SymbolicNumberOp, hashKey(value)), value_(value) {}
 
 SymbolicIntValue::SymbolicIntValue(const SymbolicExprTable&, const std::string& digits)
     : SymbolicIntValue(Number(digits)) {}
 
 SymbolicIntValue::SymbolicIntValue(Number number)
     : SymbolicExpr(SymbolicNumberOp, number.digits.empty()
-                                         ? hashOf(number.value)
-                                         : hashOf(SymbolicNumberOp, number.digits)),
+                                         ? hashKey(number.value)
+                                         : hashKey(SymbolicNumberOp, number.digits)),
       value_(number.value),
       digits_(std::move(number.digits)) {}
 
@@ -122,7 +124,7 @@ bool SymbolicIntValue::hasSamePartsAs(const SymbolicExpr& other) const {
 }
 
 SymbolicExpr* SymbolicIntValue::copyTo(std::pmr::memory_resource& memory) const {
-    return copyOf(*this, memory);
+    return placeCopy(*this, memory);
 }
 
 SymbolicUnaryMinusExpr::SymbolicUnaryMinusExpr(const SymbolicExprTable& table,
@@ -130,30 +132,34 @@ SymbolicUnaryMinusExpr::SymbolicUnaryMinusExpr(const SymbolicExprTable& table,
     : SymbolicUnaryMinusExpr(table, operand.getId(table)) {}
 
 SymbolicUnaryMinusExpr::SymbolicUnaryMinusExpr(const SymbolicExprTable&, unsigned long operand)
-    : SymbolicExpr(SymbolicUnaryMinusOp, hashOf(SymbolicUnaryMinusOp, kept(operand))),
-      operand_(kept(operand)) {}
+    : SymbolicExpr(SymbolicUnaryMinusOp, hashKey(SymbolicUnaryMinusOp, storedId(operand))),
+      operand_(storedId(operand)) {}
 
-unsigned long SymbolicUnaryMinusExpr::getArg(unsigned long) const { return operand_; }
+unsigned long SymbolicUnaryMinusExpr::getArg([[maybe_unused]] unsigned long index) const {
+    assert(index == 0);
+    return operand_;
+}
 
 bool SymbolicUnaryMinusExpr::hasSamePartsAs(const SymbolicExpr& other) const {
     return operand_ == static_cast<const SymbolicUnaryMinusExpr&>(other).operand_;
 }
 
 SymbolicExpr* SymbolicUnaryMinusExpr::copyTo(std::pmr::memory_resource& memory) const {
-    return copyOf(*this, memory);
+    return placeCopy(*this, memory);
 }
 
 SymbolicBinaryExpr::SymbolicBinaryExpr(SymbolicOp op, const SymbolicExprTable& table,
                                        const SymbolicExpr& left, const SymbolicExpr& right)
-    // The list fixes the order in which the operands are put into the table.
+    // The braced list fixes the order in which the operands are interned: left, then right.
     : SymbolicBinaryExpr(op, std::array<unsigned long, 2>{left.getId(table), right.getId(table)}) {}
 
 SymbolicBinaryExpr::SymbolicBinaryExpr(SymbolicOp op, const std::array<unsigned long, 2>& operands)
-    : SymbolicExpr(op, hashOf(op, kept(operands[0]), kept(operands[1]))),
-      left_(kept(operands[0])),
-      right_(kept(operands[1])) {}
+    : SymbolicExpr(op, hashKey(op, storedId(operands[0]), storedId(operands[1]))),
+      left_(storedId(operands[0])),
+      right_(storedId(operands[1])) {}
 
 unsigned long SymbolicBinaryExpr::getArg(unsigned long index) const {
+    assert(index < 2);
     return index == 0 ? left_ : right_;
 }
 
@@ -164,7 +170,7 @@ bool SymbolicBinaryExpr::hasSamePartsAs(const SymbolicExpr& other) const {
 
 template <SymbolicOp operation>
 SymbolicExpr* SymbolicBinaryExprOf<operation>::copyTo(std::pmr::memory_resource& memory) const {
-    return copyOf(*this, memory);
+    return placeCopy(*this, memory);
 }
 
 template class SymbolicBinaryExprOf<SymbolicPlusOp>;
@@ -175,7 +181,7 @@ template class SymbolicBinaryExprOf<SymbolicEqualOp>;
 template class SymbolicBinaryExprOf<SymbolicGreaterThanOp>;
 
 SymbolicMultiExpr::SymbolicMultiExpr(SymbolicOp op, const std::vector<unsigned long>& inputs)
-    : SymbolicExpr(op, hashOf(op, inputs)), inputs_(inputs) {}
+    : SymbolicExpr(op, hashKey(op, inputs)), inputs_(inputs) {}
 
 bool SymbolicMultiExpr::hasSamePartsAs(const SymbolicExpr& other) const {
     return inputs_ == static_cast<const SymbolicMultiExpr&>(other).inputs_;
@@ -187,7 +193,7 @@ bool SymbolicMultiExpr::hasPartsBelow(std::size_t id) const {
 }
 
 SymbolicExpr* SymbolicNDExpr::copyTo(std::pmr::memory_resource& memory) const {
-    return copyOf(*this, memory);
+    return placeCopy(*this, memory);
 }
 
 } // namespace TV

@@ -1,23 +1,24 @@
-#include "algebra/bounds.h"
+#include "algebra/limits.h"
 
 #include <boost/unordered/unordered_flat_set.hpp>
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <vector>
 
-namespace TV::bounds {
+namespace TV::limits {
 namespace {
 
-/// How many different monomials a product is computed with, although all but maximumTerms of them
-/// have to cancel.
+/// Distinct monomials of a product that is still computed, although all but maximumTerms of them
+/// have to cancel for the result to be within the limits.
 constexpr std::size_t maximumMonomials = std::size_t(1) << 16;
-/// Of these with a number for each name in each.
+/// Powers of a product's monomials: one number for each name in each monomial.
 constexpr std::size_t maximumPowers = std::size_t(1) << 24;
-/// Of a product, were all its terms of the highest degree.
-constexpr std::size_t maximumFactorsOnTheWay = maximumFactors * 4;
+/// Factors of an intermediate result, if all its terms were of the highest degree.
+constexpr std::size_t maximumIntermediateFactors = maximumFactors * 4;
 
-std::size_t bitsOfLargest(const Polynomial& polynomial) {
+std::size_t largestCoefficientBits(const Polynomial& polynomial) {
     std::size_t bits = 0;
     for (const Term& term : polynomial.terms()) {
         bits = std::max(bits, term.coefficient.bits());
@@ -32,44 +33,45 @@ bool haveOneSign(const Polynomial& polynomial) {
     });
 }
 
-/// A number for a monomial, such that that of a product is the sum of those of its factors.
-std::uint64_t numberOf(const Monomial& monomial) {
-    std::uint64_t number = 0;
+/// Additive hash: the hash of a product of monomials is the sum of their hashes.
+std::uint64_t hashMonomial(const Monomial& monomial) {
+    std::uint64_t hash = 0;
     for (const Monomial::Factor& factor : monomial.factors) {
         std::uint64_t x = (factor.name + 1) * 0x9e3779b97f4a7c15ULL;
         x = (x ^ (x >> 30)) * 0xbf58476d1ce4e5b9ULL;
         x = (x ^ (x >> 27)) * 0x94d049bb133111ebULL;
-        number += (x ^ (x >> 31)) * factor.power;
+        hash += (x ^ (x >> 31)) * factor.power;
     }
-    return number;
+    return hash;
 }
 
-std::vector<std::uint64_t> numbersOf(const Polynomial& polynomial) {
-    std::vector<std::uint64_t> numbers;
-    numbers.reserve(polynomial.terms().size());
+std::vector<std::uint64_t> hashMonomials(const Polynomial& polynomial) {
+    std::vector<std::uint64_t> hashes;
+    hashes.reserve(polynomial.terms().size());
     for (const Term& term : polynomial.terms()) {
-        numbers.push_back(numberOf(term.monomial));
+        hashes.push_back(hashMonomial(term.monomial));
     }
-    return numbers;
+    return hashes;
 }
 
-/// How many different monomials the products of the terms have, counted up to maximumMonomials + 1.
+/// Counts the distinct monomials of all products of two terms, up to maximumMonomials + 1. The set
+/// of hashes uses open addressing.
 std::size_t countMonomials(const Polynomial& a, const Polynomial& b) {
     constexpr std::size_t size = maximumMonomials * 2;
     constexpr std::uint64_t none = 0;
     std::vector<std::uint64_t> seen(size, none);
-    const std::vector<std::uint64_t> left = numbersOf(a);
-    const std::vector<std::uint64_t> right = numbersOf(b);
+    const std::vector<std::uint64_t> left = hashMonomials(a);
+    const std::vector<std::uint64_t> right = hashMonomials(b);
     std::size_t count = 0;
     for (const std::uint64_t x : left) {
         for (const std::uint64_t y : right) {
-            const std::uint64_t number = std::max<std::uint64_t>(x + y, 1);
-            std::size_t place = (number >> 40) % size;
-            while (seen[place] != none && seen[place] != number) {
-                place = (place + 1) % size;
+            const std::uint64_t hash = std::max<std::uint64_t>(x + y, 1);
+            std::size_t slot = (hash >> 40) % size;
+            while (seen[slot] != none && seen[slot] != hash) {
+                slot = (slot + 1) % size;
             }
-            if (seen[place] == none) {
-                seen[place] = number;
+            if (seen[slot] == none) {
+                seen[slot] = hash;
                 if (++count > maximumMonomials) {
                     return count;
                 }
@@ -91,7 +93,7 @@ std::size_t countNames(const Polynomial& a, const Polynomial& b) {
     return names.size();
 }
 
-bool holds(const Polynomial& polynomial) {
+bool admitsPolynomial(const Polynomial& polynomial) {
     if (polynomial.terms().size() > maximumTerms) {
         return false;
     }
@@ -106,8 +108,8 @@ bool holds(const Polynomial& polynomial) {
 
 } // namespace
 
-bool hold(const Fraction& fraction) {
-    return holds(fraction.numerator) && holds(fraction.denominator);
+bool admits(const Fraction& fraction) {
+    return admitsPolynomial(fraction.numerator) && admitsPolynomial(fraction.denominator);
 }
 
 bool mayMultiply(const Polynomial& a, const Polynomial& b) {
@@ -128,25 +130,27 @@ bool mayMultiply(const Polynomial& a, const Polynomial& b) {
             return false;
         }
     }
-    return count * degree <= maximumFactorsOnTheWay &&
-           count * (bitsOfLargest(a) + bitsOfLargest(b)) <= maximumBits;
+    return count * degree <= maximumIntermediateFactors &&
+           count * (largestCoefficientBits(a) + largestCoefficientBits(b)) <= maximumBits;
 }
 
 bool mayDivide(const Polynomial& a, const Polynomial& b) {
-    // The time grows with a power of the degree for each name.
+    assert(!a.isZero() && !b.isZero());
+    // The time is exponential in the number of names, with the degree as the base.
     constexpr std::size_t maximumDegree = 512;
-    constexpr std::size_t maximumDegreeOfOne = std::size_t(1) << 18;
+    constexpr std::size_t maximumUnivariateDegree = std::size_t(1) << 18;
     const std::size_t degree =
         std::max(a.terms().front().monomial.degree, b.terms().front().monomial.degree);
-    return degree <= maximumDegree || (degree <= maximumDegreeOfOne && countNames(a, b) == 1);
+    return degree <= maximumDegree || (degree <= maximumUnivariateDegree && countNames(a, b) == 1);
 }
 
 bool mayRaise(const Polynomial& base, std::uint32_t exponent) {
+    assert(exponent >= 1);
     if (base.isZero()) {
         return true;
     }
     const std::size_t degree = std::size_t(base.terms().front().monomial.degree) * exponent;
-    // The ways to choose as many terms as the exponent says: from n of them C(n + e - 1, e).
+    // Terms of the power of n terms to e: the multisets of size e, C(n + e - 1, e).
     std::size_t count = 1;
     const std::size_t terms = base.terms().size();
     for (std::size_t i = 1; i < terms; ++i) {
@@ -155,8 +159,9 @@ bool mayRaise(const Polynomial& base, std::uint32_t exponent) {
             return false;
         }
     }
-    const std::size_t bits = bitsOfLargest(base) + static_cast<std::size_t>(std::bit_width(terms));
-    return degree <= maximumFactorsOnTheWay / count && bits <= maximumBits / count / exponent;
+    const std::size_t bits =
+        largestCoefficientBits(base) + static_cast<std::size_t>(std::bit_width(terms));
+    return degree <= maximumIntermediateFactors / count && bits <= maximumBits / count / exponent;
 }
 
-} // namespace TV::bounds
+} // namespace TV::limits

@@ -1,0 +1,13 @@
+/// \file
+/// Canonical forms of units.
+#pragma once
+
+#include <tvtypes/units/unit.h>
+
+namespace TVTypeSys {
+
+/// Adds a power of another unit to the terms, the canonical form and the factor of a unit. The
+/// other unit is expanded to its canonical form unless it has an offset: then it is a term itself.
+void addTerm(UnitBase& unit, UnitBase::Reference term, int power);
+
+} // namespace TVTypeSys

@@ -1,0 +1,25 @@
+#include "units/resolved_names.h"
+
+#include <algorithm>
+
+namespace TVTypeSys {
+
+ResolvedNames::ResolvedNames(const UnitDatabase& database, const std::vector<std::u16string>& names)
+    : database_(database), names_(names), positions_(names) {
+    matches_.reserve(names.size());
+    for (const std::u16string& name : names) {
+        matches_.push_back(UnitLookup::concrete(database, name));
+    }
+}
+
+bool ResolvedNames::allFound() const {
+    return std::all_of(matches_.begin(), matches_.end(),
+                       [](const UnitMatch& match) { return match.count != 0; });
+}
+
+UnitMatch ResolvedNames::match(std::u16string_view text) {
+    const std::size_t position = positions_.find(text, names_.size());
+    return position < names_.size() ? matches_[position] : UnitLookup::concrete(database_, text);
+}
+
+} // namespace TVTypeSys

@@ -1,0 +1,17 @@
+#include "units/unit_lookup.h"
+
+#include "units/unit_repository.h"
+
+namespace TVTypeSys {
+
+UnitMatch UnitLookup::concrete(const UnitDatabase& database, std::u16string_view text) {
+    return database.units_->match(text);
+}
+
+UnitMatch UnitLookup::abstract(const UnitDatabase& database, std::u16string_view text) {
+    return database.abstractUnits_->match(text);
+}
+
+unsigned UnitLookup::generation() { return UnitDatabase::generation_; }
+
+} // namespace TVTypeSys
