@@ -1,7 +1,7 @@
 // Construction of enumeration objects: the class is a host function that is called with integers.
+#include "services/errors.h"
 #include "services/host.h"
 #include "services/memory.h"
-#include "services/refuse.h"
 
 #include <tvtypes/conversion/host_values.h>
 
@@ -13,7 +13,7 @@ tvsvDiagnosticImpl* tvGetEnumObjectFromIntValue(const oxArray_tag* value, oxArra
 void TVTypeConv::tvConvertMatrixToEnumObjects(oxArray_tag*& array, const char* enumClassName) {
     oxArray_tag* object = nullptr;
     if (auto* refusal = TVTypeSys::callHostFunction(enumClassName, array, &object)) {
-        TVTypeSys::refuse(refusal);
+        TVTypeSys::throwError(refusal);
     }
     TVTypeSys::releaseValue(array);
     array = object;

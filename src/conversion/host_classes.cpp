@@ -1,6 +1,6 @@
 // Class ids of the host, and allocation of host memory for values of a type.
+#include "services/errors.h"
 #include "services/host.h"
-#include "services/refuse.h"
 
 #include <tvtypes/conversion/host_values.h>
 #include <tvtypes/datatypetable.h>
@@ -55,7 +55,7 @@ void* oxDTypeCalloc(const TVTypeSys::DataTypeTable* table, int count, int dataTy
                                                static_cast<std::size_t>(size));
     }
     if (memory == nullptr) {
-        TVTypeSys::refuseForLackOfMemory();
+        TVTypeSys::throwOutOfMemory();
     }
     return memory;
 }

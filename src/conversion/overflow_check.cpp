@@ -1,4 +1,5 @@
 // Detection of overflow from the source of a conversion alone.
+#include "builtin_ids.h"
 #include "conversion/rounding.h"
 #include "conversion/unaligned.h"
 
@@ -15,8 +16,6 @@ namespace TVTypeSys {
 
 namespace {
 
-enum TypeId { doubleId, singleId, int8Id, uint8Id, int16Id, uint16Id, int32Id, uint32Id };
-
 struct Range {
     std::int64_t min;
     std::int64_t max;
@@ -30,7 +29,7 @@ constexpr Range integerRanges[] = {rangeOf<std::int8_t>,  rangeOf<std::uint8_t>,
                                    rangeOf<std::int16_t>, rangeOf<std::uint16_t>,
                                    rangeOf<std::int32_t>, rangeOf<std::uint32_t>};
 
-bool isIntegerId(int id) { return id >= int8Id && id <= uint32Id; }
+bool isIntegerId(int id) { return id >= Int8Id && id <= UInt32Id; }
 
 /// Returns the number of plain elements, real and imaginary parts counted alike.
 std::size_t partCount(int count, bool isComplex) {
@@ -89,7 +88,7 @@ bool anyRoundedOutside(const void* data, std::size_t parts, int dstId,
     if (rounding < 0 || rounding >= static_cast<int>(std::size(limits.rows))) {
         return false;
     }
-    const RoundingLimits& limit = limits.rows[rounding][dstId - int8Id];
+    const RoundingLimits& limit = limits.rows[rounding][dstId - Int8Id];
     return anyElement<Src>(data, parts,
                            [limit](double x) { return x >= limit.above || x <= limit.below; });
 }
@@ -104,7 +103,7 @@ bool becomesInfiniteAsSingle(double x) {
 /// Returns whether any integer element is outside the range of the integer type with this id.
 template <class Src>
 bool anyOutside(const void* data, std::size_t parts, int dstId) {
-    const Range dst = integerRanges[dstId - int8Id];
+    const Range dst = integerRanges[dstId - Int8Id];
     if (dst.min <= rangeOf<Src>.min && rangeOf<Src>.max <= dst.max) {
         return false;
     }
@@ -118,28 +117,28 @@ bool DataType::CheckForOverflowDuringDataTypeConversion(const void* data, int co
                                                         bool isComplex, int dstId,
                                                         fxpModeRounding_tag rounding) {
     const std::size_t parts = partCount(count, isComplex);
-    if (srcId == doubleId && dstId == singleId) {
+    if (srcId == DoubleId && dstId == SingleId) {
         return anyElement<double>(data, parts, becomesInfiniteAsSingle);
     }
     if (!isIntegerId(dstId)) {
         return false;
     }
     switch (srcId) {
-    case doubleId:
+    case DoubleId:
         return anyRoundedOutside<double>(data, parts, dstId, rounding);
-    case singleId:
+    case SingleId:
         return anyRoundedOutside<float>(data, parts, dstId, rounding);
-    case int8Id:
+    case Int8Id:
         return anyOutside<std::int8_t>(data, parts, dstId);
-    case uint8Id:
+    case UInt8Id:
         return anyOutside<std::uint8_t>(data, parts, dstId);
-    case int16Id:
+    case Int16Id:
         return anyOutside<std::int16_t>(data, parts, dstId);
-    case uint16Id:
+    case UInt16Id:
         return anyOutside<std::uint16_t>(data, parts, dstId);
-    case int32Id:
+    case Int32Id:
         return anyOutside<std::int32_t>(data, parts, dstId);
-    case uint32Id:
+    case UInt32Id:
         return anyOutside<std::uint32_t>(data, parts, dstId);
     default:
         return false;
@@ -151,7 +150,7 @@ namespace DataTypeConvOverflowUtilities {
 template <class Dst, class Src>
 bool CheckFloatVectForConvOverflow(const Src* data, int count, bool isComplex,
                                    fxpModeRounding_tag rounding) {
-    constexpr int signedId = sizeof(Dst) == 1 ? int8Id : sizeof(Dst) == 2 ? int16Id : int32Id;
+    constexpr int signedId = sizeof(Dst) == 1 ? Int8Id : sizeof(Dst) == 2 ? Int16Id : Int32Id;
     constexpr int dstId = std::numeric_limits<Dst>::is_signed ? signedId : signedId + 1;
     return anyRoundedOutside<Src>(data, partCount(count, isComplex), dstId, rounding);
 }

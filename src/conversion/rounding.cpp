@@ -8,7 +8,7 @@ namespace utdtypeconv {
 template <class T>
 T ScalarConvergentPreInt(T x) {
     // Arithmetic would change the bits of a signalling NaN.
-    return x == x ? Convergent::whole(x) : x;
+    return isNaN(x) ? x : Convergent::whole(x);
 }
 
 template double ScalarConvergentPreInt<double>(double x);

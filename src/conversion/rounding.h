@@ -30,6 +30,11 @@ inline real_T   almostHalf(real_T x)            { return __builtin_copysign(0x1.
 inline real32_T almostHalf(real32_T x)          { return __builtin_copysignf(0x1.fffffep-2F, x); }
 // clang-format on
 
+template <class S>
+constexpr bool isNaN(S x) {
+    return x != x; // NOLINT(misc-redundant-expression)
+}
+
 /// Returns the int32 of an integral value, either neighbour of any other value, or noInteger.
 template <class S>
 int32_T integerOf(S x) {

@@ -2,6 +2,8 @@
 /// Definitions of the types that every table has.
 #pragma once
 
+#include "builtin_ids.h"
+
 #include <tvtypes/fixedpoint/properties.h>
 #include <tvtypes/registry/data_type_functions.h>
 
@@ -9,20 +11,6 @@
 
 namespace TVTypeSys {
 
-/// Ids of the built-in types.
-enum BuiltInId : int {
-    DOUBLE_ID,
-    SINGLE_ID,
-    INT8_ID,
-    UINT8_ID,
-    INT16_ID,
-    UINT16_ID,
-    INT32_ID,
-    UINT32_ID,
-    BOOLEAN_ID,
-};
-
-inline constexpr int builtInCount = 9;
 inline constexpr int firstPredefinedId = 9;
 inline constexpr int predefinedCount = 5;
 

@@ -124,21 +124,21 @@ bool DataType::isSignedDataType() const { return isDataTypeSignedDT(getId()); }
 
 bool DataType::isSignedFixptDT() const { return isDataTypeSignedFixptDT(getName(), getId()); }
 
-bool DataType::isDataTypeFloatDT(int id) { return id == DOUBLE_ID || id == SINGLE_ID; }
+bool DataType::isDataTypeFloatDT(int id) { return id == DoubleId || id == SingleId; }
 
 bool DataType::isDataTypeIntDT(int id) {
     return isDataTypeSignedIntDT(id) || isDataTypeUnsignedIntDT(id);
 }
 
 bool DataType::isDataTypeUnsignedIntDT(int id) {
-    return id == UINT8_ID || id == UINT16_ID || id == UINT32_ID;
+    return id == UInt8Id || id == UInt16Id || id == UInt32Id;
 }
 
 bool DataType::isDataTypeSignedIntDT(int id) {
-    return id == INT8_ID || id == INT16_ID || id == INT32_ID;
+    return id == Int8Id || id == Int16Id || id == Int32Id;
 }
 
-bool DataType::isDataTypeBoolDT(int id) { return id == BOOLEAN_ID; }
+bool DataType::isDataTypeBoolDT(int id) { return id == BooleanId; }
 
 bool DataType::isDataTypeSignedDT(int id) {
     return isDataTypeFloatDT(id) || isDataTypeSignedIntDT(id);

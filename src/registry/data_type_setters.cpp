@@ -37,7 +37,7 @@ bool isSameValue(const void* value, const void* current, int size) {
 
 void DataType::setSize(int newSize) {
     const int oldSize = getSize();
-    if (oldSize != -1 && oldSize != newSize && getId() != BOOLEAN_ID) {
+    if (oldSize != -1 && oldSize != newSize && getId() != BooleanId) {
         throwError(general::CannotModifyDataTypeSize(orEmpty(getName()), oldSize));
     }
     if (newSize < 0) {

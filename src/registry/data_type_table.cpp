@@ -44,8 +44,8 @@ void DataTypeTable::initialize() {
     }
     const double doubleZero = 0.0;
     const float singleZero = 0.0F;
-    record(DOUBLE_ID)->setGround(&doubleZero);
-    record(SINGLE_ID)->setGround(&singleZero);
+    record(DoubleId)->setGround(&doubleZero);
+    record(SingleId)->setGround(&singleZero);
 }
 
 void DataTypeTable::resetToBuiltin() {

@@ -18,7 +18,7 @@ void DataTypeTable::setDataTypeStorageId(int id, int storageId) {
     if (dataType.getIdAliasedTo() != INVALID_DATA_TYPE_ID) {
         throwError(general::CannotSetDataTypeStorageIdOfAlias(orEmpty(dataType.getName())));
     }
-    if (storageId > BOOLEAN_ID) {
+    if (storageId > BooleanId) {
         throwError(general::IllegalDataTypeToBeStorageId(orEmpty(dataType.getName()),
                                                          orEmpty(record(storageId)->getName())));
     }
@@ -63,13 +63,13 @@ void DataTypeTable::initializeFixptDataTypeAtomicity(DataType* dataType, int wor
     }
     switch (wordLength) {
     case 8:
-        dataType->setIsAtomic(record(INT8_ID)->isAtomic());
+        dataType->setIsAtomic(record(Int8Id)->isAtomic());
         break;
     case 16:
-        dataType->setIsAtomic(record(INT16_ID)->isAtomic());
+        dataType->setIsAtomic(record(Int16Id)->isAtomic());
         break;
     case 32:
-        dataType->setIsAtomic(record(INT32_ID)->isAtomic());
+        dataType->setIsAtomic(record(Int32Id)->isAtomic());
         break;
     default:
         dataType->setIsAtomic(std::find(atomicWordLengths_.begin(), atomicWordLengths_.end(),
@@ -80,7 +80,7 @@ void DataTypeTable::initializeFixptDataTypeAtomicity(DataType* dataType, int wor
 bool DataTypeTable::isNumeric(int id, bool booleanCounts) const {
     const int end =
         id == INVALID_DATA_TYPE_ID ? INVALID_DATA_TYPE_ID : record(id)->getIdAliasedThruTo();
-    if (end == BOOLEAN_ID && !booleanCounts) {
+    if (end == BooleanId && !booleanCounts) {
         return false;
     }
     return checkForBuiltInDataType(end) ||
@@ -103,7 +103,7 @@ bool DataTypeTable::isEnumType(int id) const {
 
 std::string DataTypeTable::getDTACompliantString(int id) const {
     const DataType& type = *record(id);
-    const std::string name = orEmpty(type.getName());
+    std::string name = orEmpty(type.getName());
     switch (type.getType()) {
     case DataTypeQualifierFixpt:
         return "fixdt('" + name + "')";
@@ -121,7 +121,7 @@ int DataTypeTable::getDataTypeLoggingId(int id) const {
         return id;
     }
     if (!getDataTypeAliasedThruTo(id)->getIsType(DataTypeQualifierEnum)) {
-        return DOUBLE_ID;
+        return DoubleId;
     }
     return record(id)->getStorageId();
 }

@@ -123,10 +123,10 @@ bool DataTypeTable::checkIfNonZeroArray(const void* data, int count, int id, boo
     }
     const auto* bytes = static_cast<const unsigned char*>(data);
     const std::size_t parts = (isComplex ? 2 : 1) * static_cast<std::size_t>(count);
-    if (id == DOUBLE_ID) {
+    if (id == DoubleId) {
         return anyNonZero<double>(bytes, parts);
     }
-    if (id == SINGLE_ID) {
+    if (id == SingleId) {
         return anyNonZero<float>(bytes, parts);
     }
     const DataType& type = *record(id);

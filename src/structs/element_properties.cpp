@@ -54,7 +54,7 @@ StructElement& requireElement(const StructDataType& type, int index) {
 
 int typeSize(const DataTypeTable& table, int id) {
     table.checkDataTypeId(id);
-    return table.getDataTypeAt(static_cast<std::size_t>(id + 1))->getSize();
+    return table.getDataTypeAt(static_cast<std::size_t>(id) + 1)->getSize();
 }
 
 bool isScalar(const StructElement& element) {

@@ -1,6 +1,6 @@
 #include "symbolicdims/constraints_impl.h"
 
-#include "services/refuse.h"
+#include "services/errors.h"
 #include "symbolicdims/ids.h"
 
 #include <tvtypes/symbolicdims/table.h>
@@ -31,7 +31,7 @@ void SymbolicDimsConstraints::Impl::addEqual(int first, int second, const TVBloc
     for (const auto& [greater, lesser] : {std::pair(a, b), std::pair(b, a)}) {
         if (ordering_.isGreater(greater, lesser)) {
             const std::string text = sizeText(lesser);
-            refuse(InconsistentSymbolicDimensionNotEqual(sizeText(greater), text, text));
+            throwError(InconsistentSymbolicDimensionNotEqual(sizeText(greater), text, text));
         }
     }
     if (block != nullptr) {
@@ -70,11 +70,11 @@ void SymbolicDimsConstraints::Impl::addGreaterThan(int first, int second, const 
     }
     if (areEqual(a, b)) {
         const std::string text = sizeText(b);
-        refuse(dimensions::InconsistentSymbolicDimensionEqual(sizeText(a), text, text));
+        throwError(dimensions::InconsistentSymbolicDimensionEqual(sizeText(a), text, text));
     }
     if (!ordering_.reorder(a, b)) {
         const std::string text = sizeText(b);
-        refuse(dimensions::InconsistentSymbolicDimensionGreaterThan(sizeText(a), text, text));
+        throwError(dimensions::InconsistentSymbolicDimensionGreaterThan(sizeText(a), text, text));
     }
     if (block != nullptr) {
         blockConstraints_[block].insert(registerRelation<TV::SymbolicGreaterThanExpr>(a, b));

@@ -1,6 +1,6 @@
+#include "services/errors.h"
 #include "services/guard.h"
 #include "services/names.h"
-#include "services/refuse.h"
 #include "symbolicdims/ids.h"
 
 #include <tvtypes/symbolicdims/table.h>
@@ -34,7 +34,7 @@ bool isDigits(const std::string& text) {
 } // namespace
 
 int SymbolicDimsTable::registerSymbolicDims(const char* text) {
-    const std::string name = textOf(text);
+    const std::string name = orEmpty(text);
     if (isNumber(name)) {
         return registerSymbolicDims(boost::lexical_cast<int>(name));
     }
@@ -66,7 +66,7 @@ int SymbolicDimsTable::registerSymbolicDims(const std::vector<std::string>& size
 }
 
 int SymbolicDimsTable::registerSymbolicDimsExpr(const char* text) {
-    return toDimsId(TV::SymbolicExprParser(*expressions_)(textOf(text)));
+    return toDimsId(TV::SymbolicExprParser(*expressions_)(orEmpty(text)));
 }
 
 int SymbolicDimsTable::importSymbolicDims(const SymbolicDimsTable& source, int id) {
@@ -84,7 +84,7 @@ bool SymbolicDimsTable::isAValidSymbolicDims(const char* text) { return isIdenti
 
 void SymbolicDimsTable::validateSymbolicDimsExpr(const char* text) {
     if (!isAValidSymbolicDims(text)) {
-        refuse(general::InvalidDataType(textOf(text)));
+        throwError(general::InvalidDataType(orEmpty(text)));
     }
 }
 

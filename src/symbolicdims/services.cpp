@@ -1,4 +1,4 @@
-#include "services/refuse.h"
+#include "services/errors.h"
 
 #include <tvtypes/symbolicdims/services.h>
 #include <tvtypes/symbolicdims/table.h>
@@ -47,7 +47,7 @@ void Const::ComputeOutput(SymbolicDimsTable* table, const std::vector<std::strin
         return;
     }
     if (dims.size() != 2 || (dims[0] != "1" && dims[1] != "1")) {
-        refuse(dimensions::InvalidSymbolicDimensionSpec());
+        throwError(dimensions::InvalidSymbolicDimensionSpec());
     }
     outputId = table->registerSymbolicDims(dims[dims[0] == "1" ? 1 : 0].c_str());
 }
@@ -72,7 +72,7 @@ void Concat::ComputeInput(SymbolicDimsTable* table, const std::vector<int>& inpu
     }
     const auto axis = static_cast<std::size_t>(concatDim);
     if (unknowns <= 1 && (concatDim < 0 || axis >= output.size())) {
-        refuse(
+        throwError(
             dimensions::InvalidDimensionIndex(concatDim, static_cast<std::int64_t>(output.size())));
     }
     unknownIndex = unknown;

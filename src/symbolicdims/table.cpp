@@ -1,4 +1,4 @@
-#include "services/refuse.h"
+#include "services/errors.h"
 #include "symbolicdims/ids.h"
 
 #include <tvtypes/symbolicdims/table.h>
@@ -44,7 +44,7 @@ bool SymbolicDimsTable::isSymbolicDimsIdValid_NotInherit(int id) const {
 
 void SymbolicDimsTable::checkSymbolicDimsId(int id) const {
     if (!isSymbolicDimsIdValid(id)) {
-        refuse(general::InvalidDataTypeId(id));
+        throwError(general::InvalidDataTypeId(id));
     }
 }
 
@@ -58,7 +58,7 @@ SymbolicDims SymbolicDimsTable::getSymbolicDims(int id) const {
 }
 
 SymbolicDims SymbolicDimsTable::getSymbolicDims(const char* name) {
-    return SymbolicDimsString(this, textOf(name));
+    return SymbolicDimsString(this, orEmpty(name));
 }
 
 SymbolicDims SymbolicDimsTable::getSymbolicDimsAt(unsigned long index) const {

@@ -1,4 +1,4 @@
-#include "services/refuse.h"
+#include "services/errors.h"
 #include "symbolicdims/ids.h"
 
 #include <tvtypes/symbolicdims/table.h>
@@ -86,7 +86,7 @@ SymbolicDims SymbolicDims::getSize(unsigned long count) const {
     }
     if (count > available) {
         const auto firstMissing = static_cast<std::int64_t>(available);
-        refuse(dimensions::InvalidDimensionIndex(firstMissing, firstMissing));
+        throwError(dimensions::InvalidDimensionIndex(firstMissing, firstMissing));
     }
     TV::SymbolicExprTable& expressions = *table_->expressions_;
     unsigned long product = expression.getDimension(0);

@@ -1,4 +1,4 @@
-#include "services/refuse.h"
+#include "services/errors.h"
 #include "services/text.h"
 #include "units/unit_lookup.h"
 
@@ -15,7 +15,7 @@ AbstractUnit* AbstractUnit::clone() const {
 double AbstractUnit::getScalingFactorToConvertTo(const UnitBase& other) const {
     if (compare(other) != 0 &&
         (!compatibleWithUnit(other) || !dimensionallyEquivalentWithUnit(other))) {
-        refuse(units::UnitsNotSeparatedByScalingFactor(narrow(name), narrow(other.name)));
+        throwError(units::UnitsNotSeparatedByScalingFactor(narrow(name), narrow(other.name)));
     }
     return 1.0;
 }
@@ -56,7 +56,7 @@ UnitBase::Reference AbstractUnit::getFirstMatchingUnitInDatabase(const std::u16s
     ReferenceSet fundamental;
     database.addMatchingFundamentalAbstractUnitToList(text, fundamental);
     if (fundamental.empty()) {
-        refuse(units::UnitNotInDatabase(narrow(text)));
+        throwError(units::UnitNotInDatabase(narrow(text)));
     }
     return *fundamental.begin();
 }

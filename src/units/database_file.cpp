@@ -1,5 +1,5 @@
 #include "services/error_list.h"
-#include "services/refuse.h"
+#include "services/errors.h"
 #include "services/text.h"
 #include "services/variable_file.h"
 #include "units/unit_lookup.h"
@@ -42,7 +42,7 @@ class Record {
     template <class Value>
     Value required(std::optional<Value> value, const char* field) const {
         if (!value) {
-            refuse(units::UnitDatabaseFileLoadRecordError(
+            throwError(units::UnitDatabaseFileLoadRecordError(
                 variable_, static_cast<std::int64_t>(index_), field));
         }
         return *std::move(value);
@@ -75,7 +75,7 @@ std::unique_ptr<UnitBase> readUnit(const UnitDatabase& database, const Record& r
     const std::u16string quantity = record.text("AbstractUnit");
     const UnitBase* abstractUnit = UnitLookup::abstract(database, quantity).first;
     if (abstractUnit == nullptr) {
-        refuse(units::UnitNotInDatabase(narrow(quantity)));
+        throwError(units::UnitNotInDatabase(narrow(quantity)));
     }
     const Rational scaling = record.scaling();
     std::unique_ptr<UnitBase> unit(

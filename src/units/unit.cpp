@@ -1,4 +1,4 @@
-#include "services/refuse.h"
+#include "services/errors.h"
 #include "services/text.h"
 #include "units/unit_lookup.h"
 
@@ -28,7 +28,7 @@ double Unit::getScalingFactorToConvertTo(const UnitBase& other) const {
         return 1.0;
     }
     if (!compatibleWithUnit(other) || !dimensionallyEquivalentWithUnit(other)) {
-        refuse(units::UnitsNotSeparatedByScalingFactor(narrow(name), narrow(other.name)));
+        throwError(units::UnitsNotSeparatedByScalingFactor(narrow(name), narrow(other.name)));
     }
     return baseScalingFactor / other.baseScalingFactor;
 }
@@ -63,7 +63,7 @@ UnitBase::Reference Unit::getFirstMatchingUnitInDatabase(const std::u16string& t
     ReferenceSet fundamental;
     database.addMatchingFundamentalUnitToList(text, fundamental);
     if (fundamental.empty()) {
-        refuse(units::UnitNotInDatabase(narrow(text)));
+        throwError(units::UnitNotInDatabase(narrow(text)));
     }
     return *fundamental.begin();
 }

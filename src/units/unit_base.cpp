@@ -1,4 +1,4 @@
-#include "services/refuse.h"
+#include "services/errors.h"
 #include "services/text.h"
 #include "units/canonical_form.h"
 #include "units/unit_lookup.h"
@@ -59,7 +59,7 @@ int UnitBase::getId() const { return id; }
 void UnitBase::parseExpressionAndGenerateAST() {
     Monomial terms;
     if (!parseUnitExpr(expression, terms)) {
-        refuse(units::ParsingError(narrow(expression)));
+        throwError(units::ParsingError(narrow(expression)));
     }
     addTerms(terms);
 }
@@ -70,7 +70,7 @@ void UnitBase::addTerms(const Monomial& terms) {
     }
     updateBaseScalingFactor(scaling, 1);
     if (scaling.precision() == 1) {
-        warn(units::LossOfPrecision(narrow(symbol)));
+        reportWarning(units::LossOfPrecision(narrow(symbol)));
     }
 }
 

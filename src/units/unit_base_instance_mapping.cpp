@@ -1,6 +1,6 @@
 #include "units/unit_base_instance_mapping.h"
 
-#include "services/refuse.h"
+#include "services/errors.h"
 #include "services/text.h"
 
 #include <algorithm>
@@ -9,12 +9,12 @@ namespace TVTypeSys {
 
 void UnitBaseInstanceMapping::addUnit(const UnitBase* unit) {
     if (unit->name.empty()) {
-        warn(units::SymbolNotDefined());
+        reportWarning(units::SymbolNotDefined());
     } else {
         add(unit, UnitDatabase::SearchByName, unit->name);
     }
     if (unit->symbol.empty()) {
-        warn(units::NameNotDefined());
+        reportWarning(units::NameNotDefined());
     } else {
         add(unit, UnitDatabase::SearchBySymbol, unit->symbol);
     }
@@ -22,10 +22,10 @@ void UnitBaseInstanceMapping::addUnit(const UnitBase* unit) {
     std::vector<std::u16string_view> accepted;
     for (const std::u16string& alias : unit->aliases) {
         if (has(UnitDatabase::SearchByAlias, alias)) {
-            warn(units::SimilarInstanceThere(narrow(unit->name), narrow(unit->symbol)));
+            reportWarning(units::SimilarInstanceThere(narrow(unit->name), narrow(unit->symbol)));
         }
         if (alias.empty()) {
-            warn(units::SymbolNotDefined());
+            reportWarning(units::SymbolNotDefined());
         } else {
             accepted.push_back(alias);
         }

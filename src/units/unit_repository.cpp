@@ -1,13 +1,13 @@
 #include "units/unit_repository.h"
 
-#include "services/refuse.h"
+#include "services/errors.h"
 #include "services/text.h"
 
 namespace TVTypeSys {
 
 void UnitDatabase::UnitRepository::addUnit(std::unique_ptr<UnitBase> unit) {
     if (hasEqual(*unit)) {
-        warn(units::UnitAlreadyInDatabase(narrow(unit->name), narrow(unit->symbol)));
+        reportWarning(units::UnitAlreadyInDatabase(narrow(unit->name), narrow(unit->symbol)));
         return;
     }
     for (Rational* factor : {&unit->scaling, &unit->offset, &unit->baseScalingFactor}) {

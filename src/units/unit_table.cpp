@@ -1,5 +1,5 @@
+#include "services/errors.h"
 #include "services/guard.h"
-#include "services/refuse.h"
 #include "services/text.h"
 #include "units/canonical_form.h"
 #include "units/composite_names.h"
@@ -77,7 +77,9 @@ int UnitTable::registerUnit(const char* expression, bool parse) {
     }
     Monomial terms;
     const bool isExpression = parseUnitExpr(text, terms);
-    const auto throwInvalid = [&] { refuse(units::InvalidUnitExpression(textOf(expression))); };
+    const auto throwInvalid = [&] {
+        throwError(units::InvalidUnitExpression(orEmpty(expression)));
+    };
     if (known != nullptr) {
         // Registered without a lookup, or before units of the database were cleared.
         const bool isValid = isExpression && std::all_of(terms.names.begin(), terms.names.end(),
@@ -134,7 +136,7 @@ int UnitTable::newId() const {
     }
     const int greatest = idToUnit_.rbegin()->first;
     if (greatest == std::numeric_limits<int>::max()) {
-        refuse(general::InvalidDataTypeId(greatest));
+        throwError(general::InvalidDataTypeId(greatest));
     }
     return greatest + 1;
 }
@@ -172,7 +174,7 @@ bool UnitTable::isAValidUnit(const char* text) { return UnitBase::isValidUnitExp
 
 void UnitTable::validateUnitExpr(const char* text) {
     if (!isAValidUnit(text)) {
-        refuse(general::InvalidDataType(textOf(text)));
+        throwError(general::InvalidDataType(orEmpty(text)));
     }
 }
 
@@ -195,7 +197,7 @@ void UnitTable::addUnit(const std::u16string& expression, UnitBase* unit) {
 void UnitTable::removeUnit(const UnitBase* unit) {
     const int id = unit == nullptr ? noUnit : unit->getId();
     if (unit == nullptr || getUnit(id) != unit) {
-        refuse(general::InvalidDataTypeId(id));
+        throwError(general::InvalidDataTypeId(id));
     }
     // A copy of a database unit is registered under another text than its expression. That
     // registration lapses without the unit: its serial number is not current.
@@ -218,7 +220,7 @@ bool UnitTable::equivalentUnits(int a, int b) const {
 
 void UnitTable::checkUnitId(int id) const {
     if (!isUnitIdValid(id)) {
-        refuse(general::InvalidDataTypeId(id));
+        throwError(general::InvalidDataTypeId(id));
     }
 }
 

@@ -1,4 +1,4 @@
-#include "support/refusal.h"
+#include "support/errors.h"
 
 #include <tvtypes/datatypetable.h>
 #include <tvtypes/functions.h>
@@ -31,7 +31,7 @@ TEST(HostBridge, AllocatesAllParts) {
     oxFreeEx(memory);
     EXPECT_EQ(nullptr, oxDTypeCalloc(&table, 0, 4, true));
     EXPECT_EQ(nullptr, oxDTypeCalloc(&table, 3, 9, false)) << "\"fcn_call\" has no values";
-    EXPECT_REFUSED("MemoryAllocErr()", oxDTypeCalloc(&table, 1 << 30, 2, true));
+    EXPECT_ERROR("MemoryAllocErr()", oxDTypeCalloc(&table, 1 << 30, 2, true));
 }
 
 TEST(HostBridge, EnumerationObjectsComeFromTheirClass) {
@@ -43,11 +43,11 @@ TEST(HostBridge, EnumerationObjectsComeFromTheirClass) {
     oxArray_tag* object = nullptr;
     EXPECT_EQ(nullptr, tvGetEnumObjectFromIntValue(value, &object, "Colour"));
     EXPECT_EQ("Red", oxcore::get_string(object));
-    EXPECT_ACCEPTED(TVTypeConv::tvConvertMatrixToEnumObjects(value, "Colour"));
+    EXPECT_NO_ERROR(TVTypeConv::tvConvertMatrixToEnumObjects(value, "Colour"));
     EXPECT_EQ("Red", oxcore::get_string(value)) << "replaced by the object";
 
-    EXPECT_REFUSED("HostFunctionWithoutResult(Colour, 1)",
-                   TVTypeConv::tvConvertMatrixToEnumObjects(value, "Colour"));
+    EXPECT_ERROR("HostFunctionWithoutResult(Colour, 1)",
+                 TVTypeConv::tvConvertMatrixToEnumObjects(value, "Colour"));
     EXPECT_EQ("Red", oxcore::get_string(value)) << "unchanged";
     oxDestroyArray(value);
     oxDestroyArray(object);

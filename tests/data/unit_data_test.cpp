@@ -2,7 +2,7 @@
 #include "catalogue.h"
 #include "fault.h"
 #include "source_file.h"
-#include "support/refusal.h"
+#include "support/errors.h"
 
 #include <tvtypes/units.h>
 
@@ -96,8 +96,8 @@ std::vector<std::string> compounds() {
 TEST(UnitData, LoadsWithoutWarnings) {
     std::vector<std::string> warnings;
     const auto before = tvsvSetWarningHandler(
-        [&](const tvsvDiagnosticImpl& warning) { warnings.push_back(summaryOf(warning)); });
-    EXPECT_ACCEPTED(UnitDatabase::getUnitDatabase());
+        [&](const tvsvDiagnosticImpl& warning) { warnings.push_back(messageSummary(warning)); });
+    EXPECT_NO_ERROR(UnitDatabase::getUnitDatabase());
     tvsvSetWarningHandler(before);
     EXPECT_EQ(warnings, std::vector<std::string>());
     EXPECT_EQ(database().getNumUnits(), catalogue().units().size());

@@ -1,4 +1,4 @@
-#include "support/refusal.h"
+#include "support/errors.h"
 
 #include <tvtypes_res/messages.h>
 
@@ -14,7 +14,7 @@ TEST(Diagnostics, ConcatenatesAndConsumes) {
         EXPECT_EQ(nullptr, one);
     }
     ASSERT_EQ(2U, all->size());
-    EXPECT_EQ("InvalidDataTypeId(-3)", summaryOf(*all, 1));
+    EXPECT_EQ("InvalidDataTypeId(-3)", messageSummary(*all, 1));
 
     try {
         tvsvThrowIExceptionFromDiagnostic(all, nullptr);
@@ -33,7 +33,7 @@ TEST(Diagnostics, ConcatenatesAndConsumes) {
 TEST(Diagnostics, CallsWarningHandler) {
     std::vector<std::string> heard;
     const auto before = tvsvSetWarningHandler(
-        [&](const tvsvDiagnosticImpl& warning) { heard.push_back(summaryOf(warning)); });
+        [&](const tvsvDiagnosticImpl& warning) { heard.push_back(messageSummary(warning)); });
     auto* warning = tvsvCreateDiagnosticFromMessageID(TorvaneTypes::Unit::LossOfPrecision("ft"));
     tvsvReportAsWarning(warning);
     EXPECT_EQ(nullptr, warning);

@@ -1,4 +1,4 @@
-#include "support/refusal.h"
+#include "support/errors.h"
 
 #include <ox/array.h>
 #include <tv_services/feval.h>
@@ -15,7 +15,7 @@ TEST(HostFunctions, ReturnOutputsOrDiagnostic) {
     oxArray_tag* outputs[] = {nullptr, nullptr};
     const auto call = [&] {
         auto* diagnostic = tvsvFEVAL_NoThrow(2, outputs, 1, &input, "F", true, nullptr);
-        const std::string summary = diagnostic == nullptr ? "done" : summaryOf(*diagnostic);
+        const std::string summary = diagnostic == nullptr ? "done" : messageSummary(*diagnostic);
         tvsvDiscardDiagnostic(diagnostic);
         return summary;
     };

@@ -16,8 +16,8 @@ class SymbolicServicesTest : public SymbolicTest {
     std::string constant(const std::vector<std::string>& sizes, bool vectorForm) {
         int output = untouched;
         const std::string error =
-            refusalOf([&] { Const::ComputeOutput(&table, sizes, output, vectorForm); });
-        return error != "accepted" ? error : output == untouched ? "" : text(output);
+            thrownError([&] { Const::ComputeOutput(&table, sizes, output, vectorForm); });
+        return error != "no error" ? error : output == untouched ? "" : text(output);
     }
 
     // Returns the text of the unknown input, which is given as "?", or the error; and its index.
@@ -29,11 +29,11 @@ class SymbolicServicesTest : public SymbolicTest {
         }
         int result = untouched;
         int unknown = untouched;
-        const std::string error = refusalOf([&] {
+        const std::string error = thrownError([&] {
             Concat::ComputeInput(&table, ids, id(output), result, unknown, axis, vectorForm,
                                  block(1));
         });
-        return (error != "accepted"   ? error
+        return (error != "no error"   ? error
                 : result == untouched ? "none"
                                       : text(result)) +
                " at " + std::to_string(unknown);

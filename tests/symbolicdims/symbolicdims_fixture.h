@@ -1,7 +1,7 @@
 // Fixture with a table of symbolic dimensions.
 #pragma once
 
-#include "support/refusal.h"
+#include "support/errors.h"
 
 #include <tvtypes/symbolicdims.h>
 

@@ -1,7 +1,7 @@
 // Fixture with a table of expressions.
 #pragma once
 
-#include "support/refusal.h"
+#include "support/errors.h"
 
 #include <symbolicexpr/expr.h>
 #include <symbolicexpr/parser.h>

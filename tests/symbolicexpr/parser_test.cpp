@@ -92,10 +92,10 @@ TEST_F(SymbolicParser, LimitsNesting) {
     };
     EXPECT_EQ("N", tree(parse(nested(1000, "(", ")"))));
     EXPECT_EQ(nested(1000, "[", "]"), print(parse(nested(1000, "[", "]"))));
-    EXPECT_ACCEPTED(parse(nested(500, "([1,", "])")));
-    EXPECT_ACCEPTED(parse("[" + repeated("(((N))),", 2000) + "N]"));
+    EXPECT_NO_ERROR(parse(nested(500, "([1,", "])")));
+    EXPECT_NO_ERROR(parse("[" + repeated("(((N))),", 2000) + "N]"));
     const std::string tooDeep = nested(1001, "( ", ")");
-    EXPECT_REFUSED("InvalidSymbolicDimensionExpr(" + tooDeep + ", 2001)", parse(tooDeep));
+    EXPECT_ERROR("InvalidSymbolicDimensionExpr(" + tooDeep + ", 2001)", parse(tooDeep));
 }
 
 TEST_F(SymbolicParser, LimitsLength) {
@@ -110,7 +110,7 @@ TEST_F(SymbolicParser, LimitsLength) {
     EXPECT_EQ("N", print(parse(longest)));
     const std::size_t size = table.size();
     longest += "+";
-    EXPECT_REFUSED("InvalidSymbolicDimensionExpr(" + longest + ", 1048577)", parse(longest));
+    EXPECT_ERROR("InvalidSymbolicDimensionExpr(" + longest + ", 1048577)", parse(longest));
     EXPECT_EQ(size, table.size());
 }
 

@@ -1,7 +1,7 @@
 // Fixture with a unit database of a few units, in a temporary file.
 #pragma once
 
-#include "support/refusal.h"
+#include "support/errors.h"
 
 #include <tvtypes/units.h>
 
@@ -56,8 +56,9 @@ class WithUnitDatabase : public testing::Test {
                                              TVTypeSys::UnitDatabase::unitDBPath.end())) {
         std::filesystem::create_directories(path_.parent_path());
         fnd::filesystem::set_install_path(root_.u16string());
-        before_ = tvsvSetWarningHandler(
-            [this](const tvsvDiagnosticImpl& warning) { warnings_.push_back(summaryOf(warning)); });
+        before_ = tvsvSetWarningHandler([this](const tvsvDiagnosticImpl& warning) {
+            warnings_.push_back(messageSummary(warning));
+        });
         TVTypeSys::UnitDatabase::_unit_database_.reset();
         writeFile();
     }

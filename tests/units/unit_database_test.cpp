@@ -19,7 +19,7 @@ class UnitDatabaseTest : public WithUnitDatabase {
             database();
         } catch (const fnd::except::IException& error) {
             for (std::size_t i = 0; i < error.diagnostic().size(); ++i) {
-                const std::string text = summaryOf(error.diagnostic(), i);
+                const std::string text = messageSummary(error.diagnostic(), i);
                 const std::size_t path = text.find("/");
                 const std::size_t end = text.find(".oxd") + 4;
                 all.push_back(path == std::string::npos ? text

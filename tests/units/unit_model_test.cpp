@@ -54,20 +54,20 @@ TEST_F(UnitModel, ComputesScaleFactors) {
     EXPECT_EQ(parsed(u"N*s")->getScalingFactorToConvertTo(*parsed(u"kg*km/s")), 0.001);
     // Offsets are not part of a factor.
     EXPECT_EQ(unit(u"degC").getScalingFactorToConvertTo(unit(u"K")), 1.0);
-    EXPECT_REFUSED("UnitsNotSeparatedByScalingFactor(Metres, Seconds)",
-                   unit(u"m").getScalingFactorToConvertTo(unit(u"s")));
-    EXPECT_REFUSED("UnitsNotSeparatedByScalingFactor()",
-                   parsed(u"degC/m")->getScalingFactorToConvertTo(*parsed(u"K/m")));
+    EXPECT_ERROR("UnitsNotSeparatedByScalingFactor(Metres, Seconds)",
+                 unit(u"m").getScalingFactorToConvertTo(unit(u"s")));
+    EXPECT_ERROR("UnitsNotSeparatedByScalingFactor()",
+                 parsed(u"degC/m")->getScalingFactorToConvertTo(*parsed(u"K/m")));
     const UnitBase& length = database().getAbstractUnit(u"length").begin()->get();
     EXPECT_EQ(length.getScalingFactorToConvertTo(length), 1.0);
-    EXPECT_REFUSED("UnitsNotSeparatedByScalingFactor(length, Metres)",
-                   length.getScalingFactorToConvertTo(unit(u"m")));
+    EXPECT_ERROR("UnitsNotSeparatedByScalingFactor(length, Metres)",
+                 length.getScalingFactorToConvertTo(unit(u"m")));
 }
 
 TEST_F(UnitModel, RejectsInvalidExpressions) {
-    EXPECT_REFUSED("ParsingError(m*)", parsed(u"m*"));
+    EXPECT_ERROR("ParsingError(m*)", parsed(u"m*"));
     const auto half = blank(u"m*furlong");
-    EXPECT_REFUSED("UnitNotInDatabase(furlong)", half->parseExpressionAndGenerateAST());
+    EXPECT_ERROR("UnitNotInDatabase(furlong)", half->parseExpressionAndGenerateAST());
     EXPECT_EQ(canonicalForm(*half), "m^1 1/1*1e0");
     EXPECT_FALSE(UnitBase::isValidUnitExpr(u"m*furlong"));
     EXPECT_TRUE(UnitBase::isValidUnitExpr(u"furlong^0"));

@@ -53,16 +53,16 @@ TEST_F(UnitTableTest, NamesCompositeUnits) {
 
 TEST_F(UnitTableTest, RejectsUnknownNames) {
     for (const char* text : {"furlong", "m*furlong", "m*", "", "m\xed\xa0\x80", "cd"}) {
-        EXPECT_REFUSED("InvalidUnitExpression(" + std::string(text) + ")", id(text));
-        EXPECT_REFUSED("InvalidDataType(" + std::string(text) + ")",
-                       UnitTable::validateUnitExpr(text));
+        EXPECT_ERROR("InvalidUnitExpression(" + std::string(text) + ")", id(text));
+        EXPECT_ERROR("InvalidDataType(" + std::string(text) + ")",
+                     UnitTable::validateUnitExpr(text));
     }
-    EXPECT_REFUSED("InvalidUnitExpression()", id(nullptr));
+    EXPECT_ERROR("InvalidUnitExpression()", id(nullptr));
     EXPECT_EQ(table.getNumUnits(), 2);
     int given = 7;
     tvsvDiagnosticImpl* diagnostic = UnitTable::RegisterUnit(&table, "Model/Gain", "x", &given);
     ASSERT_NE(diagnostic, nullptr);
-    EXPECT_EQ(summaryOf(*diagnostic, 1), "DataTypeErrorFromBlock(Model/Gain)");
+    EXPECT_EQ(messageSummary(*diagnostic, 1), "DataTypeErrorFromBlock(Model/Gain)");
     tvsvDiscardDiagnostic(diagnostic);
     EXPECT_EQ(given, 7);
     EXPECT_EQ(UnitTable::RegisterUnit(&table, nullptr, "m", &given), nullptr);
@@ -76,8 +76,8 @@ TEST_F(UnitTableTest, ComparesUnits) {
     EXPECT_TRUE(table.equivalentUnits(newton, newton));
     EXPECT_TRUE(table.equivalentUnits(newton, id("kg*m/s^2")));
     EXPECT_FALSE(table.equivalentUnits(newton, id("kN")));
-    EXPECT_REFUSED("InvalidDataTypeId(99)", table.equivalentUnits(99, newton));
-    EXPECT_REFUSED("InvalidDataTypeId(-10)", table.checkUnitId(table.getUnitId("nowhere")));
+    EXPECT_ERROR("InvalidDataTypeId(99)", table.equivalentUnits(99, newton));
+    EXPECT_ERROR("InvalidDataTypeId(-10)", table.checkUnitId(table.getUnitId("nowhere")));
 }
 
 TEST_F(UnitTableTest, ReusesIds) {
@@ -90,7 +90,7 @@ TEST_F(UnitTableTest, ReusesIds) {
     EXPECT_EQ(table.getUnitId("metre"), -10);
     EXPECT_EQ(id("metre"), speed + 1);
     UnitTable other;
-    EXPECT_REFUSED("InvalidDataTypeId(-1)", table.removeUnit(other.getUnit(-1)));
+    EXPECT_ERROR("InvalidDataTypeId(-1)", table.removeUnit(other.getUnit(-1)));
     table.resetToBuiltin();
     EXPECT_EQ(table.getNumUnits(), 2);
     EXPECT_EQ(table.getUnitId("unitless"), 0);
@@ -112,9 +112,9 @@ TEST_F(UnitTableTest, OwnsAddedUnits) {
     table.removeUnit(held);
     table.addUnit(u"third", make(40));
     EXPECT_EQ(table.getUnitId("first"), -10);
-    EXPECT_REFUSED("InvalidUnitExpression(third)", id("third"));
+    EXPECT_ERROR("InvalidUnitExpression(third)", id("third"));
     table.addUnit(u"last", make(std::numeric_limits<int>::max()));
-    EXPECT_REFUSED("InvalidDataTypeId(2147483647)", id("s"));
+    EXPECT_ERROR("InvalidDataTypeId(2147483647)", id("s"));
 }
 
 TEST_F(UnitTableTest, RevalidatesAfterClear) {
@@ -122,7 +122,7 @@ TEST_F(UnitTableTest, RevalidatesAfterClear) {
     units.clear();
     writeFile();
     database().clearAll();
-    EXPECT_REFUSED("InvalidUnitExpression(m)", id("m"));
+    EXPECT_ERROR("InvalidUnitExpression(m)", id("m"));
 }
 
 } // namespace

@@ -66,7 +66,7 @@ struct RoundAndWrap {
         const S rest = rounded - times * S(twoTo32);
         // From -2^31 to 2^31, or NaN. 2^31 has no int32 and gives noInteger, which is -2^31 and so
         // the same modulo 2^32.
-        const S finite = rest == rest ? rest : S(0);
+        const S finite = isNaN(rest) ? S(0) : rest;
         return static_cast<D>(integerOf(finite));
     }
     static int32_T integer(S x) { return roundedInteger<Mode>(x); }
@@ -103,7 +103,7 @@ struct RoundAndSaturate {
         constexpr S lowest = static_cast<S>(BoundOf<D>::lb);
         constexpr S greatest = greatestWithin<S, D>;
         // If the lowest value is 0, the comparison with it turns NaN into 0.
-        const S number = !isSigned<D> || x == x ? x : S(0);
+        const S number = isSigned<D> && isNaN(x) ? S(0) : x;
         const S raised = number > lowest ? number : lowest;
         const S within = raised < greatest ? raised : greatest;
         D result = fromWhole<D>(Mode::whole(within));
