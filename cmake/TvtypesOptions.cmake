@@ -1,3 +1,5 @@
+include_guard(GLOBAL)
+
 # How every target of this project is compiled. Link tvtypes_options privately.
 add_library(tvtypes_options INTERFACE)
 
