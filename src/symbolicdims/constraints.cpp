@@ -48,7 +48,9 @@ void SymbolicDimsConstraints::getSymbolicDimsConstraints(const TVBlock* block,
 }
 
 void SymbolicDimsConstraints::getSymbolicDimsConstraints(
-    const TVBlock* block, boost::function<const TVBlock*(const TVBlock*)> blockOf,
+    const TVBlock* block,
+    boost::function<const TVBlock*(const TVBlock*)>
+        blockOf, // NOLINT(performance-unnecessary-value-param): an exported signature
     std::vector<int>& constraintIds) const {
     impl_->getSymbolicDimsConstraints(block, blockOf, constraintIds);
 }
