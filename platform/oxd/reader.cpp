@@ -303,7 +303,7 @@ bool isUtf8(std::string_view text) {
     return ConvertUStringToStdString(ConvertStdStringToUString(narrow, true), true) == narrow;
 }
 
-std::string describeError(std::string_view text, std::size_t offset, std::string reason) {
+std::string describeError(std::string_view text, std::size_t offset, const std::string& reason) {
     const std::string_view before = text.substr(0, offset);
     const auto lines = std::count(before.begin(), before.end(), '\n');
     const std::string_view line = before.substr(before.rfind('\n') + 1);

@@ -41,43 +41,43 @@ bool ExpressionReader::close() {
     const Level inner = levels_.back();
     levels_.pop_back();
     Level& outer = levels_.back();
-    if (inner.operand == Operand::signedNumber) {
-        outer.operand = Operand::signedNumber;
+    if (inner.operand == Operand::SignedNumber) {
+        outer.operand = Operand::SignedNumber;
         return outer.first;
     }
     factors_.raise(inner.factor, inner.exponent);
-    outer.operand = inner.first ? inner.operand : Operand::unit;
+    outer.operand = inner.first ? inner.operand : Operand::Unit;
     return true;
 }
 
 bool ExpressionReader::name(std::u16string_view name) {
     factors_.add(name);
-    levels_.back().operand = isPlaceholder(name) ? Operand::unsignedNumber : Operand::unit;
+    levels_.back().operand = isPlaceholder(name) ? Operand::UnsignedNumber : Operand::Unit;
     return true;
 }
 
 bool ExpressionReader::signedNumber() {
-    levels_.back().operand = Operand::signedNumber;
+    levels_.back().operand = Operand::SignedNumber;
     return levels_.back().first;
 }
 
 bool ExpressionReader::power(int exponent) {
     Level& level = levels_.back();
-    if (level.operand == Operand::signedNumber || level.isGroupAlone) {
+    if (level.operand == Operand::SignedNumber || level.isGroupAlone) {
         return false;
     }
-    level.operand = Operand::unit;
+    level.operand = Operand::Unit;
     level.exponent.multiply(exponent);
     return true;
 }
 
 bool ExpressionReader::operate(int sign) {
     Level& level = levels_.back();
-    const bool isNumber = level.operand == Operand::signedNumber;
+    const bool isNumber = level.operand == Operand::SignedNumber;
     if (isNumber ? sign > 0 : level.isGroupAlone) {
         return false;
     }
-    if (level.operand == Operand::unsignedNumber && level.first && sign < 0) {
+    if (level.operand == Operand::UnsignedNumber && level.first && sign < 0) {
         factors_.truncate(level.factor);
     } else {
         factors_.raise(level.factor, level.exponent);
@@ -91,7 +91,7 @@ bool ExpressionReader::operate(int sign) {
 
 bool ExpressionReader::end() {
     const Level& level = levels_.back();
-    if (depth() > 0 || level.operand == Operand::signedNumber) {
+    if (depth() > 0 || level.operand == Operand::SignedNumber) {
         return false;
     }
     factors_.raise(level.factor, level.exponent);

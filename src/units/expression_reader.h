@@ -42,13 +42,13 @@ class ExpressionReader {
     const FactorList& factors() const { return factors_; }
 
   private:
-    enum class Operand { unit, unsignedNumber, signedNumber };
+    enum class Operand { Unit, UnsignedNumber, SignedNumber };
 
     /// The inside of a pair of parentheses, or the whole text.
     struct Level {
         std::size_t factor = 0; ///< position of the current factor in the list
         Exponent exponent;      ///< of the current factor
-        Operand operand = Operand::unit;
+        Operand operand = Operand::Unit;
         bool first = true; ///< no operator has been read yet
         /// The first operand is a group. The level must not contain more, unless it is a number.
         bool isGroupAlone = false;

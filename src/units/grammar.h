@@ -30,7 +30,7 @@ template <class Reader, class Iterator>
 class UnitExprParser : public boost::spirit::qi::grammar<Iterator, void(Reader&),
                                                          boost::spirit::standard_wide::space_type> {
   public:
-    UnitExprParser() : UnitExprParser::base_type(unitExpr) {
+    UnitExprParser() : UnitExprParser::base_type(unitExpr_) {
         using namespace boost::spirit::qi::labels;
         using boost::phoenix::bind;
         using boost::spirit::qi::eps;
@@ -42,21 +42,21 @@ class UnitExprParser : public boost::spirit::qi::grammar<Iterator, void(Reader&)
         using boost::spirit::standard_wide::alnum;
         using boost::spirit::standard_wide::char_;
 
-        unitExpr = operand(_r1) >> *((lit(L'*') >> eps(bind(&Reader::multiply, _r1)) |
-                                      lit(L'/') >> eps(bind(&Reader::divide, _r1))) >>
-                                     operand(_r1)) >>
-                   eps(bind(&Reader::end, _r1));
+        unitExpr_ = operand_(_r1) >> *((lit(L'*') >> eps(bind(&Reader::multiply, _r1)) |
+                                        lit(L'/') >> eps(bind(&Reader::divide, _r1))) >>
+                                       operand_(_r1)) >>
+                    eps(bind(&Reader::end, _r1));
 
-        operand = *(lit(L'(') >> eps(bind(&Reader::open, _r1))) >>
-                  (unitName(_r1) | omit[int_] >> eps(bind(&Reader::signedNumber, _r1))) >>
-                  *(lit(L')') >> eps(bind(&Reader::close, _r1)) | lit(L'^') >> exponentTerm(_r1));
+        operand_ = *(lit(L'(') >> eps(bind(&Reader::open, _r1))) >>
+                   (unitName_(_r1) | omit[int_] >> eps(bind(&Reader::signedNumber, _r1))) >>
+                   *(lit(L')') >> eps(bind(&Reader::close, _r1)) | lit(L'^') >> exponentTerm_(_r1));
 
-        unitName = raw[lexeme[+(alnum | char_(L'_'))]][_pass = bind(&addName, _r1, _1)];
+        unitName_ = raw[lexeme[+(alnum | char_(L'_'))]][_pass = bind(&addName, _r1, _1)];
 
         // An integer in balanced parentheses.
-        exponentTerm = eps[_a = 0] >> *(lit(L'(') >> eps(bind(&canOpen, _r1, _a)) >> eps[++_a]) >>
-                       int_[_pass = bind(&Reader::power, _r1, _1)] >>
-                       *(eps(_a > 0) >> lit(L')') >> eps[--_a]) >> eps(_a == 0);
+        exponentTerm_ = eps[_a = 0] >> *(lit(L'(') >> eps(bind(&canOpen, _r1, _a)) >> eps[++_a]) >>
+                        int_[_pass = bind(&Reader::power, _r1, _1)] >>
+                        *(eps(_a > 0) >> lit(L')') >> eps[--_a]) >> eps(_a == 0);
     }
 
   private:
@@ -72,10 +72,10 @@ class UnitExprParser : public boost::spirit::qi::grammar<Iterator, void(Reader&)
         return reader.depth() + open < Reader::maximumNesting;
     }
 
-    Rule<> unitExpr;
-    Rule<> operand;
-    Rule<> unitName;
-    Rule<boost::spirit::qi::locals<int>> exponentTerm;
+    Rule<> unitExpr_;
+    Rule<> operand_;
+    Rule<> unitName_;
+    Rule<boost::spirit::qi::locals<int>> exponentTerm_;
 };
 
 } // namespace TVTypeSys

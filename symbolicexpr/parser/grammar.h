@@ -26,7 +26,7 @@ namespace TV {
 class ExpressionGrammar : public boost::spirit::qi::grammar<const char*, void(ExpressionBuilder&),
                                                             boost::spirit::ascii::space_type> {
   public:
-    ExpressionGrammar() : ExpressionGrammar::base_type(expression) {
+    ExpressionGrammar() : ExpressionGrammar::base_type(expression_) {
         using namespace boost::spirit::qi::labels;
         using boost::phoenix::bind;
         using boost::spirit::ascii::char_;
@@ -36,14 +36,14 @@ class ExpressionGrammar : public boost::spirit::qi::grammar<const char*, void(Ex
         using boost::spirit::qi::raw;
         using Builder = ExpressionBuilder;
 
-        expression =
-            operand(_r1) > *(char_("-+*/,")[_pass = bind(&Builder::infix, _r1, _1)] > operand(_r1));
+        expression_ = operand_(_r1) >
+                      *(char_("-+*/,")[_pass = bind(&Builder::infix, _r1, _1)] > operand_(_r1));
 
-        operand = *char_("([-")[_pass = bind(&Builder::prefix, _r1, _1)] >
-                  (raw[lexeme[char_("a-zA-Z_") >> *char_("a-zA-Z_0-9")]][bind(&addName, _r1, _1)] |
-                   raw[lexeme[+char_("0-9")]][bind(&addNumber, _r1, _1)] |
-                   lit(']') >> eps(bind(&Builder::closeEmptyList, _r1))) >
-                  *char_(")]")[_pass = bind(&Builder::postfix, _r1, _1)];
+        operand_ = *char_("([-")[_pass = bind(&Builder::prefix, _r1, _1)] >
+                   (raw[lexeme[char_("a-zA-Z_") >> *char_("a-zA-Z_0-9")]][bind(&addName, _r1, _1)] |
+                    raw[lexeme[+char_("0-9")]][bind(&addNumber, _r1, _1)] |
+                    lit(']') >> eps(bind(&Builder::closeEmptyList, _r1))) >
+                   *char_(")]")[_pass = bind(&Builder::postfix, _r1, _1)];
     }
 
   private:
@@ -58,8 +58,8 @@ class ExpressionGrammar : public boost::spirit::qi::grammar<const char*, void(Ex
         builder.number({text.begin(), text.size()});
     }
 
-    Rule expression;
-    Rule operand;
+    Rule expression_;
+    Rule operand_;
 };
 
 } // namespace TV
