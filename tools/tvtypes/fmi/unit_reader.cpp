@@ -3,119 +3,111 @@
 #include "fmi/values.h"
 #include "text/quote.h"
 
-#include <fmt/format.h>
-
-#include <cstddef>
-#include <utility>
+#include <cmath>
+#include <optional>
 
 namespace tvtool::fmi {
 
-void UnitReader::startUnit(const Attributes& attributes, const Place& place) {
+using text::quoted;
+
+void UnitReader::startUnit() {
     unit_ = {};
-    unit_.name = requiredName(attributes, place, description_, remarks_);
-    unit_.place = place;
+    unit_.name = element_.requiredName();
+    unit_.place = element_.place;
     hasBaseUnit_ = false;
 }
 
-void UnitReader::readBaseUnit(const Attributes& attributes, const Place& place) {
+void UnitReader::readBaseUnit() {
     if (hasBaseUnit_) {
-        remarks_.problem(place,
-                         fmt::format("unit {} has a second BaseUnit", text::quoted(unit_.name)));
+        element_.problem("unit {} has a second BaseUnit", quoted(unit_.name));
         return;
     }
     hasBaseUnit_ = true;
-    isRight_ = true;
+    isValid_ = true;
     BaseUnit base;
     for (std::size_t i = 0; i < base.powers.size(); ++i) {
-        const auto attribute =
-            static_cast<Attribute>(static_cast<std::size_t>(Attribute::Kilogram) + i);
-        const char* const text = attributes[attribute];
-        if (text == nullptr) {
-            continue;
+        constexpr auto first = static_cast<std::size_t>(Attribute::Kilogram);
+        const char* const text = element_.attributes[first + i];
+        const auto power = parseNumber<std::int32_t>(text == nullptr ? "0" : text);
+        if (!power) {
+            element_.problem("{} {} is no 32-bit integer", baseUnitNames[i], quoted(text));
+            isValid_ = false;
         }
-        if (const std::optional<std::int32_t> power = parseInt32(text)) {
-            base.powers[i] = *power;
-        } else {
-            remarks_.problem(place, fmt::format("{} {} is no 32-bit integer", baseUnitNames[i],
-                                                text::quoted(text)));
-            isRight_ = false;
-        }
+        base.powers[i] = power.value_or(0);
     }
-    base.factor = readFactor(attributes, place);
-    base.offset = readOffset(attributes, place);
-    if (isRight_) {
+    base.factor = readFactor();
+    base.offset = readNumber(Attribute::Offset, "offset", 0);
+    if (isValid_) {
         unit_.base = base;
     }
 }
 
-void UnitReader::readDisplayUnit(const Attributes& attributes, const Place& place) {
-    isRight_ = true;
+void UnitReader::readDisplayUnit() {
+    isValid_ = true;
     DisplayUnit unit;
-    unit.name = requiredName(attributes, place, description_, remarks_);
-    unit.factor = readFactor(attributes, place);
-    unit.offset = readOffset(attributes, place);
-    unit.place = place;
-    if (const char* const inverse = attributes[Attribute::Inverse]) {
+    unit.name = element_.requiredName();
+    unit.factor = readFactor();
+    unit.offset = readNumber(Attribute::Offset, "offset", 0);
+    unit.place = element_.place;
+    if (const char* const text = element_[Attribute::Inverse]) {
+        const std::string_view inverse = text;
         if (!isValue(inverse, BaseType::Boolean)) {
-            remarks_.problem(place,
-                             fmt::format("inverse {} is no Boolean value", text::quoted(inverse)));
-            isRight_ = false;
+            element_.problem("inverse {} is no Boolean value", quoted(inverse));
+            isValid_ = false;
         }
-        unit.isInverse = std::string_view(inverse) == "true" || std::string_view(inverse) == "1";
+        unit.isInverse = inverse == "true" || inverse == "1";
     }
-    if (isRight_ && !unit.name.empty()) {
+    if (isValid_ && !unit.name.empty()) {
         unit_.displayUnits.push_back(unit);
     }
 }
 
 void UnitReader::endUnit() {
     if (!unit_.name.empty()) {
-        description_.units.push_back(std::move(unit_));
+        element_.description.units.push_back(std::move(unit_));
     }
 }
 
-double UnitReader::readNumber(const char* text, double absent, std::string_view name,
-                              const Place& place) {
+double UnitReader::readNumber(Attribute attribute, std::string_view name, double absent) {
+    const char* const text = element_[attribute];
     if (text == nullptr) {
         return absent;
     }
-    const std::optional<double> number = parseReal(text);
-    if (!number) {
-        remarks_.problem(place, fmt::format("{} {} is no finite number", name, text::quoted(text)));
-        isRight_ = false;
+    const std::optional<double> number = parseNumber<double>(text);
+    if (!number || !std::isfinite(*number)) {
+        element_.problem("{} {} is no finite number", name, quoted(text));
+        isValid_ = false;
+        return absent;
     }
-    return number.value_or(absent);
+    return *number;
 }
 
-double UnitReader::readFactor(const Attributes& attributes, const Place& place) {
-    const double factor = readNumber(attributes[Attribute::Factor], 1, "factor", place);
+double UnitReader::readFactor() {
+    const double factor = readNumber(Attribute::Factor, "factor", 1);
     if (factor == 0) {
-        remarks_.problem(place, "factor is 0");
-        isRight_ = false;
+        element_.problem("factor is 0");
+        isValid_ = false;
     }
     return factor;
 }
 
-double UnitReader::readOffset(const Attributes& attributes, const Place& place) {
-    return readNumber(attributes[Attribute::Offset], 0, "offset", place);
-}
-
-std::uint32_t UnitReader::readUse(const Attributes& attributes) {
-    const auto textOf = [&](Attribute attribute) {
-        const char* const text = attributes[attribute];
+std::uint32_t UnitReader::readUse() {
+    const auto value = [&](Attribute attribute) {
+        const char* const text = element_[attribute];
         return std::string_view(text == nullptr ? "" : text);
     };
-    const std::string_view unit = textOf(Attribute::Unit);
-    const std::string_view displayUnit = textOf(Attribute::DisplayUnit);
-    if (unit.empty() && displayUnit.empty()) {
+    const std::pair attributes(value(Attribute::Unit), value(Attribute::DisplayUnit));
+    if (attributes.first.empty() && attributes.second.empty()) {
         return noIndex;
     }
-    if (const auto known = uses_.find({unit, displayUnit}); known != uses_.end()) {
+    if (const auto known = uses_.find(attributes); known != uses_.end()) {
         return known->second;
     }
-    const UnitUse use{description_.texts.intern(unit), description_.texts.intern(displayUnit)};
-    const auto index = static_cast<std::uint32_t>(description_.unitUses.size());
-    description_.unitUses.push_back(use);
+    Description& description = element_.description;
+    const UnitUse use{description.texts.intern(attributes.first),
+                      description.texts.intern(attributes.second)};
+    const auto index = static_cast<std::uint32_t>(description.unitUses.size());
+    description.unitUses.push_back(use);
     uses_.emplace(std::pair(use.unit, use.displayUnit), index);
     return index;
 }

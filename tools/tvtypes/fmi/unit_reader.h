@@ -1,42 +1,38 @@
 /// \file
-/// Reads the units of a description.
+/// Reading of the units of a description.
 #pragma once
 
-#include "fmi/attributes.h"
-#include "fmi/description.h"
-#include "fmi/remarks.h"
+#include "fmi/element.h"
 
 #include <cstdint>
 #include <map>
-#include <optional>
 #include <string_view>
 #include <utility>
 
 namespace tvtool::fmi {
 
+/// Reads units from an element that the caller sets before each call.
 class UnitReader {
   public:
-    UnitReader(Description& description, Remarks& remarks)
-        : description_(description), remarks_(remarks) {}
+    explicit UnitReader(const Element& element) : element_(element) {}
 
-    void startUnit(const Attributes& attributes, const Place& place);
-    void readBaseUnit(const Attributes& attributes, const Place& place);
-    void readDisplayUnit(const Attributes& attributes, const Place& place);
+    void startUnit();
+    void readBaseUnit();
+    void readDisplayUnit();
     void endUnit();
 
-    /// What a type or a variable says of its unit, as an index in Description::unitUses.
-    std::uint32_t readUse(const Attributes& attributes);
+    /// Reads the unit attributes of a type or a variable. Returns an index in
+    /// Description::unitUses, or noIndex.
+    std::uint32_t readUse();
 
   private:
-    double readNumber(const char* text, double absent, std::string_view name, const Place& place);
-    double readFactor(const Attributes& attributes, const Place& place);
-    double readOffset(const Attributes& attributes, const Place& place);
+    double readNumber(Attribute attribute, std::string_view name, double absent);
+    double readFactor();
 
-    Description& description_;
-    Remarks& remarks_;
-    UnitDefinition unit_; ///< the one that is open
+    const Element& element_;
+    UnitDefinition unit_; ///< the open one
     bool hasBaseUnit_ = false;
-    bool isRight_ = true; ///< whether the numbers of the element at hand can be used
+    bool isValid_ = true; ///< whether the numbers of the element are valid
     std::map<std::pair<std::string_view, std::string_view>, std::uint32_t> uses_;
 };
 
