@@ -27,8 +27,6 @@ class Table {
         std::string heading;
         Align align;
         std::vector<std::string> cells;
-
-        std::size_t width() const;
     };
 
     std::vector<Column> columns_;
