@@ -117,7 +117,7 @@ class Reader : public XmlHandler {
         case Node::NamedType:
             return startType(rule.base);
         case Node::SimpleTypeBase:
-            return readSimpleTypeBase(rule.base);
+            return readTypeBase(rule.base);
         case Node::Item:
             return readItem();
         case Node::ScalarVariable:
@@ -205,11 +205,13 @@ class Reader : public XmlHandler {
     }
 
     void startType(BaseType base) {
-        type_ = {element_.requiredName(), base, {}, units_.readUse(), element_.place};
-        checkAllValues(base);
+        type_ = {element_.requiredName(), BaseType::None, {}, noIndex, element_.place};
+        if (base != BaseType::None) {
+            readTypeBase(base);
+        }
     }
 
-    void readSimpleTypeBase(BaseType base) {
+    void readTypeBase(BaseType base) {
         if (type_.base != BaseType::None) {
             element_.problem("type {} has a second base type", quoted(type_.name));
             return;

@@ -4,10 +4,6 @@
 
 namespace tvtool::fmi {
 
-void Remarks::addProblem(const Place& place, std::string sentence) {
-    problems_.push_back({std::string(place.element), place.line, std::move(sentence), 1});
-}
-
 void Remarks::addNote(const Place& place, std::string sentence) {
     // No element name contains a line break, so the key is unique.
     std::string key = std::string(place.element) + '\n' + sentence;

@@ -29,7 +29,8 @@ class Remarks {
     template <class... Arguments>
     void problem(const Place& place, fmt::format_string<Arguments...> sentence,
                  Arguments&&... arguments) {
-        addProblem(place, fmt::format(sentence, std::forward<Arguments>(arguments)...));
+        const std::string text = fmt::format(sentence, std::forward<Arguments>(arguments)...);
+        problems_.push_back({std::string(place.element), place.line, text, 1});
     }
     template <class... Arguments>
     void note(const Place& place, fmt::format_string<Arguments...> sentence,
@@ -44,7 +45,6 @@ class Remarks {
     const std::vector<Remark>& notes() const { return notes_; }
 
   private:
-    void addProblem(const Place& place, std::string sentence);
     void addNote(const Place& place, std::string sentence);
 
     std::vector<Remark> problems_;

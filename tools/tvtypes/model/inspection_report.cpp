@@ -59,9 +59,7 @@ const Columns<OutsideRow> outsideColumns{
 
 const Columns<UnitRow> unitColumns{
     {"id", none, &UnitRow::id},
-    Column<UnitRow>("unit", none, &UnitRow::name).shortenedTo(longestCell),
-    // An empty name is shown as it is, and not as null.
-    {none, "name", [](const UnitRow& row) { return boost::json::value(row.name); }},
+    Column<UnitRow>("unit", "name", &UnitRow::name).shortenedTo(longestCell),
     {none, "id", &UnitRow::id},
     Column<UnitRow>("expression", "expression", &UnitRow::expression).shortenedTo(longestCell),
     {"from", "from", &UnitRow::source},

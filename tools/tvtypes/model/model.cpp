@@ -23,7 +23,7 @@ Model::Model(const fmi::Source& source, fmi::Remarks opening)
       types(*description, remarks),
       units(*description, remarks),
       dimensions(*description, remarks),
-      structs(*description, units.variableIds(), types, remarks) {
+      structs(*description, units, types, remarks) {
     remarks.sort();
 }
 

@@ -23,7 +23,7 @@ using TVTypeSys::INVALID_DATA_TYPE_ID;
 class ShapeFinder {
   public:
     ShapeFinder(const fmi::Description& description, const NameTree& tree,
-                const std::vector<int>& types, const std::vector<int>& units, fmi::Remarks& remarks)
+                const std::vector<int>& types, const Units& units, fmi::Remarks& remarks)
         : description_(description), tree_(tree), types_(types), units_(units), remarks_(remarks) {
         shapes_.ofInstance.assign(tree.instances.size(), noIndex);
         shapes_.isArray.assign(tree.members.size(), false);
@@ -112,13 +112,14 @@ class ShapeFinder {
             types_[instance.variable] == INVALID_DATA_TYPE_ID) {
             return std::nullopt;
         }
-        auto dimensions = findSizes(description_.variables[instance.variable]);
+        const fmi::Variable& variable = description_.variables[instance.variable];
+        auto dimensions = findSizes(variable);
         if (!dimensions) {
             return std::nullopt;
         }
         variables_[index] = 1;
         return ShapeElement{instance.text, types_[instance.variable], false,
-                            units_[instance.variable], std::move(*dimensions)};
+                            units_.variableId(variable), std::move(*dimensions)};
     }
 
     /// Returns nothing, with a remark, if a dimension is unknown or invalid.
@@ -165,7 +166,7 @@ class ShapeFinder {
     const fmi::Description& description_;
     const NameTree& tree_;
     const std::vector<int>& types_; ///< ids by variable
-    const std::vector<int>& units_; ///< ids by variable
+    const Units& units_;
     fmi::Remarks& remarks_;
     Shapes shapes_;
     std::vector<std::size_t> variables_; ///< number of variables in each instance
@@ -196,8 +197,7 @@ class ShapeFinder {
 } // namespace
 
 Shapes findShapes(const fmi::Description& description, const NameTree& tree,
-                  const std::vector<int>& types, const std::vector<int>& units,
-                  fmi::Remarks& remarks) {
+                  const std::vector<int>& types, const Units& units, fmi::Remarks& remarks) {
     return ShapeFinder(description, tree, types, units, remarks).find();
 }
 

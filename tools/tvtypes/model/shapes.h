@@ -38,14 +38,13 @@ struct Shapes {
     std::vector<bool> isArray; ///< by member of the tree: whether its instances are one element
 };
 
-/// Finds the shapes of all instances except the model itself. `types` and `units` are the ids of
-/// each variable. Elements are the variables with a type in the table and a known size. An instance
+/// Finds the shapes of all instances except the model itself. `types` are the type ids of the
+/// variables. Elements are the variables with a type in the table and a known size. An instance
 /// without an element is no struct.
 ///
 /// The instances of a member become one element, an array, if they differ in nothing but their
 /// indices and these fill the array; otherwise each is an element, named with its indices.
 Shapes findShapes(const fmi::Description& description, const NameTree& tree,
-                  const std::vector<int>& types, const std::vector<int>& units,
-                  fmi::Remarks& remarks);
+                  const std::vector<int>& types, const Units& units, fmi::Remarks& remarks);
 
 } // namespace tvtool::model

@@ -48,7 +48,7 @@ int* allocateDimensions(const std::vector<int>& sizes) {
 
 } // namespace
 
-Structs::Structs(const fmi::Description& description, const std::vector<int>& units, Types& types,
+Structs::Structs(const fmi::Description& description, const Units& units, Types& types,
                  fmi::Remarks& remarks) {
     if (!description.hasStructuredNames) {
         return;

@@ -29,8 +29,8 @@ class Structs {
         bool isOutermost = true;   ///< whether no other struct contains one
     };
 
-    /// `units` are the unit ids of the variables. Without structured names there are no structs.
-    Structs(const fmi::Description& description, const std::vector<int>& units, Types& types,
+    /// Without structured names there are no structs.
+    Structs(const fmi::Description& description, const Units& units, Types& types,
             fmi::Remarks& remarks);
 
     /// Returns the types in the order of their ids: a nested type is before those that contain it.

@@ -14,7 +14,6 @@ namespace tvtool::model {
 
 Units::Units(const fmi::Description& description, fmi::Remarks& remarks) {
     all_.resize(description.units.size());
-    variableIds_.assign(description.variables.size(), inheritedUnit);
     if (description.units.empty()) {
         return;
     }
@@ -28,10 +27,6 @@ Units::Units(const fmi::Description& description, fmi::Remarks& remarks) {
     std::ranges::transform(
         description.units, all_.begin(),
         [&](const fmi::UnitDefinition& definition) { return add(definition, remarks); });
-    std::ranges::transform(
-        description.variables, variableIds_.begin(), [this](const fmi::Variable& variable) {
-            return variable.unit == fmi::noIndex ? inheritedUnit : all_[variable.unit].id;
-        });
 }
 
 Units::Unit Units::registerUnit(const std::string& expression, const char* source,

@@ -37,8 +37,10 @@ class Units {
     /// Returns the units by index in Description::units.
     const std::vector<Unit>& all() const { return all_; }
 
-    /// Returns the unit id of each variable.
-    const std::vector<int>& variableIds() const { return variableIds_; }
+    /// Returns the unit id of a variable.
+    int variableId(const fmi::Variable& variable) const {
+        return variable.unit == fmi::noIndex ? inheritedUnit : all_[variable.unit].id;
+    }
 
   private:
     Unit add(const fmi::UnitDefinition& definition, fmi::Remarks& remarks);
@@ -47,7 +49,6 @@ class Units {
 
     std::unique_ptr<TVTypeSys::UnitTable> table_;
     std::vector<Unit> all_;
-    std::vector<int> variableIds_;
 };
 
 } // namespace tvtool::model

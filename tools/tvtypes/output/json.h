@@ -16,9 +16,9 @@
 namespace tvtool::output {
 
 template <class Type>
-inline constexpr bool isOptional = false;
+inline constexpr bool isOptionalType = false;
 template <class Type>
-inline constexpr bool isOptional<std::optional<Type>> = true;
+inline constexpr bool isOptionalType<std::optional<Type>> = true;
 
 template <class Type>
 inline constexpr bool isNumeric = std::is_arithmetic_v<Type> && !std::is_same_v<Type, bool>;
@@ -29,7 +29,7 @@ inline constexpr bool isNumeric<std::optional<Type>> = isNumeric<Type>;
 template <class Type>
 boost::json::value jsonValue(Type&& value) {
     using Value = std::remove_cvref_t<Type>;
-    if constexpr (isOptional<Value>) {
+    if constexpr (isOptionalType<Value>) {
         return value ? jsonValue(*value) : boost::json::value(nullptr);
     } else if constexpr (std::is_convertible_v<Value, std::string_view>) {
         const std::string_view text(value);

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 
 namespace tvtool::output {
 
@@ -63,22 +62,19 @@ std::string xmlText(std::string_view text) {
 } // namespace
 
 void Svg::rectangle(const Box& box, std::string_view style, std::string_view title) {
-    fmt::format_to(std::back_inserter(shapes_),
-                   "<rect x=\"{:.6g}\" y=\"{:.6g}\" width=\"{:.6g}\" height=\"{:.6g}\" "
-                   "class=\"{}\"><title>{}</title></rect>\n",
-                   box.x, box.y, box.width, box.height, style, xmlText(title));
+    shapes_ += fmt::format("<rect x=\"{:.6g}\" y=\"{:.6g}\" width=\"{:.6g}\" height=\"{:.6g}\" "
+                           "class=\"{}\"><title>{}</title></rect>\n",
+                           box.x, box.y, box.width, box.height, style, xmlText(title));
 }
 
 void Svg::line(double x1, double y1, double x2, double y2) {
-    fmt::format_to(std::back_inserter(shapes_),
-                   "<line x1=\"{:.6g}\" y1=\"{:.6g}\" x2=\"{:.6g}\" y2=\"{:.6g}\"/>\n", x1, y1, x2,
-                   y2);
+    shapes_ += fmt::format("<line x1=\"{:.6g}\" y1=\"{:.6g}\" x2=\"{:.6g}\" y2=\"{:.6g}\"/>\n", x1,
+                           y1, x2, y2);
 }
 
 void Svg::text(double x, double y, std::string_view style, std::string_view content) {
-    fmt::format_to(std::back_inserter(shapes_),
-                   "<text x=\"{:.6g}\" y=\"{:.6g}\" class=\"{}\">{}</text>\n", x, y, style,
-                   xmlText(content));
+    shapes_ += fmt::format("<text x=\"{:.6g}\" y=\"{:.6g}\" class=\"{}\">{}</text>\n", x, y, style,
+                           xmlText(content));
 }
 
 void Svg::label(const Box& box, std::string_view name, std::string_view detail) {
@@ -91,16 +87,15 @@ void Svg::label(const Box& box, std::string_view name, std::string_view detail) 
     const double middle = box.height / 2 + font * 0.36;
     const double first = hasTwoLines ? middle - font * 0.65 : middle;
     // A nested svg element clips its content.
-    fmt::format_to(std::back_inserter(shapes_),
-                   "<svg x=\"{:.6g}\" y=\"{:.6g}\" width=\"{:.6g}\" height=\"{:.6g}\">"
-                   "<text x=\"6\" y=\"{:.6g}\" font-size=\"{:.6g}\">{}",
-                   box.x, box.y, box.width - 2, box.height, first, font,
-                   xmlText(firstCharacters(name, letters)));
+    shapes_ += fmt::format("<svg x=\"{:.6g}\" y=\"{:.6g}\" width=\"{:.6g}\" height=\"{:.6g}\">"
+                           "<text x=\"6\" y=\"{:.6g}\" font-size=\"{:.6g}\">{}",
+                           box.x, box.y, box.width - 2, box.height, first, font,
+                           xmlText(firstCharacters(name, letters)));
     if (!detail.empty()) {
         const std::string place =
             hasTwoLines ? fmt::format("x=\"6\" dy=\"{:.6g}\"", font * 1.3) : "dx=\"8\"";
-        fmt::format_to(std::back_inserter(shapes_), "<tspan {} class=\"detail\">{}</tspan>", place,
-                       xmlText(firstCharacters(detail, letters)));
+        shapes_ += fmt::format("<tspan {} class=\"detail\">{}</tspan>", place,
+                               xmlText(firstCharacters(detail, letters)));
     }
     shapes_ += "</text></svg>\n";
 }

@@ -47,12 +47,9 @@ void Table::print(std::ostream& os, fmt::text_style headingStyle) const {
     }
 }
 
-fmt::text_style bold(bool colour) {
-    return colour ? fmt::text_style(fmt::emphasis::bold) : fmt::text_style();
-}
-
-fmt::text_style bold(bool colour, fmt::terminal_color terminalColour) {
-    return colour ? fmt::emphasis::bold | fmt::fg(terminalColour) : fmt::text_style();
+fmt::text_style bold(bool colour, std::optional<fmt::terminal_color> foreground) {
+    const fmt::text_style style = colour ? fmt::emphasis::bold : fmt::text_style();
+    return colour && foreground ? style | fmt::fg(*foreground) : style;
 }
 
 void printField(const char* label, const std::string& text, std::ostream& os) {

@@ -4,7 +4,7 @@
 
 #include <fmt/color.h>
 
-#include <cstddef>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -32,11 +32,8 @@ class Table {
     std::vector<Column> columns_;
 };
 
-/// Returns bold type, or no style without colour.
-fmt::text_style bold(bool colour);
-
-/// Returns bold type in a colour, or no style without colour.
-fmt::text_style bold(bool colour, fmt::terminal_color terminalColour);
+/// Returns bold type, in a colour if one is given, or no style without colour.
+fmt::text_style bold(bool colour, std::optional<fmt::terminal_color> foreground = std::nullopt);
 
 /// Prints the line "  label  text", or nothing for an empty text.
 void printField(const char* label, const std::string& text, std::ostream& os);
