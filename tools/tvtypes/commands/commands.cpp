@@ -4,11 +4,20 @@
 #include "text/quote.h"
 #include "text/safe_text.h"
 
+#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <ostream>
 
 namespace tvtool {
+
+void addDescriptionFile(CLI::App& command, std::string& file) {
+    command
+        .add_option("FILE", file,
+                    "A modelDescription.xml in FMI 2 or 3, or a .fmu archive that holds one")
+        ->type_name("")
+        ->required();
+}
 
 void reportUnreadable(const std::string& file, const files::ReadError& error, Console& console) {
     const std::string place =

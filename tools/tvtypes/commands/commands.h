@@ -1,5 +1,5 @@
 /// \file
-/// The commands of the tool. Each stands in a file of its own and adds itself to the command line.
+/// The commands of the tool, each in a file of its own.
 #pragma once
 
 #include "files/read_error.h"
@@ -14,18 +14,21 @@ class App;
 
 namespace tvtool {
 
-/// Where a command reads and writes, and how it went.
+/// The streams of a command, and the exit status that it sets.
 struct Console : Streams {
     int status = ExitClean;
 };
 
-/// A command does its work when the command line that names it has been read.
+/// Adds a command to the command line. Parsing a command line with its name runs it.
 void addConvert(CLI::App& app, Console& console);
 void addDims(CLI::App& app, Console& console);
 void addFixpt(CLI::App& app, Console& console);
 void addInspect(CLI::App& app, Console& console);
 void addLayout(CLI::App& app, Console& console);
 void addUnit(CLI::App& app, Console& console);
+
+/// Adds the required argument for a model description.
+void addDescriptionFile(CLI::App& command, std::string& file);
 
 /// Prints a report as JSON or as text.
 template <class Report>
@@ -37,10 +40,10 @@ void print(const Report& report, bool isJson, Console& console) {
     }
 }
 
-/// Says, with the place, why a description cannot be read.
+/// Prints the error and sets the exit status.
 void reportUnreadable(const std::string& file, const files::ReadError& error, Console& console);
 
-/// Says why an argument cannot be read, and points at the byte.
+/// Same for an argument, with an excerpt that marks the byte at which parsing failed.
 void reportUnreadable(const std::string& argument, std::size_t position, const char* reason,
                       Console& console);
 

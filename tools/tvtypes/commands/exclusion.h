@@ -1,5 +1,5 @@
 /// \file
-/// Options that go without one another.
+/// Options that exclude each other.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -8,8 +8,8 @@
 
 namespace tvtool {
 
-/// Refuses a call that has an option and one of the others. Left to the parser, its help would list
-/// all of this.
+/// Throws a CLI::ExcludesError if an option and one of the others are given. The excludes() of the
+/// parser would add the list of the others to the help.
 inline void refuseTogether(const CLI::Option* option,
                            std::initializer_list<const CLI::Option*> others) {
     for (const CLI::Option* const other : others) {
