@@ -9,7 +9,7 @@ namespace tvtool::exact {
 namespace {
 
 constexpr std::size_t mostBits = 16384;
-// What lies within these is written without a power of ten.
+// Numbers with at most these are written without a power of ten.
 constexpr int mostDecimals = 10;
 constexpr int mostZeros = 6;
 
@@ -19,8 +19,8 @@ std::size_t bitsOf(const Number& number) {
     return bitsOf(numerator(number)) + bitsOf(denominator(number));
 }
 
-/// How often the divisor can be taken out of the number, which it is.
-int takeOut(Integer& number, unsigned divisor) {
+/// Divides a number by the divisor as often as there is no rest, and returns how often.
+int divideOut(Integer& number, unsigned divisor) {
     int count = 0;
     while (number != 0 && number % divisor == 0) {
         number /= divisor;
@@ -40,7 +40,7 @@ std::string withPowerOfTen(std::string mantissa, int exponent) {
     return mantissa + fmt::format("*10^{}", exponent);
 }
 
-/// The digits times a power of ten, as a decimal if that is not long.
+/// Returns digits * 10^exponent as a decimal, or with a power of ten if the decimal is long.
 std::string shortDecimal(const Integer& digits, int exponent) {
     std::string text = digits.str();
     if (exponent >= 0 && exponent <= mostZeros) {
@@ -94,17 +94,17 @@ std::string fractionText(const Number& number) {
         return "0";
     }
     Integer rest = below;
-    const int twos = takeOut(rest, 2);
-    const int fives = takeOut(rest, 5);
+    const int twos = divideOut(rest, 2);
+    const int fives = divideOut(rest, 5);
     if (rest == 1) {
         const int decimals = twos > fives ? twos : fives;
         above = numerator(Number(number * powerOfTen(decimals)));
-        const int zeros = takeOut(above, 10);
+        const int zeros = divideOut(above, 10);
         return shortDecimal(above, zeros - decimals);
     }
-    int tens = takeOut(above, 10);
-    int tensBelow = takeOut(below, 10);
-    // Few zeros are easier to read than a power.
+    int tens = divideOut(above, 10);
+    int tensBelow = divideOut(below, 10);
+    // A few zeros are easier to read than a power of ten.
     if (tens <= mostZeros && tensBelow <= mostZeros) {
         return fmt::format("{}/{}", numerator(number).str(), denominator(number).str());
     }
