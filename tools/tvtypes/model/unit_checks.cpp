@@ -7,19 +7,18 @@
 
 #include <cmath>
 #include <cstddef>
-#include <variant>
 
 namespace tvtool::model {
 
 namespace {
 
 using text::quoted;
-using units::Meaning;
+using units::Expansion;
 using Powers = std::map<std::string, std::int64_t>;
 
 constexpr double tolerance = 1e-6;
 
-Meaning meaningOf(const fmi::BaseUnit& base) {
+Expansion meaningOf(const fmi::BaseUnit& base) {
     return {powersOf(base), exact::Number(base.factor), exact::Number(base.offset), nullptr};
 }
 
@@ -68,7 +67,7 @@ class NumberCheck {
 };
 
 void checkDisplayUnit(const fmi::DisplayUnit& display, const fmi::UnitDefinition& definition,
-                      const Meaning& meaning, fmi::Remarks& remarks) {
+                      const Expansion& meaning, fmi::Remarks& remarks) {
     const NamedMeaning named = meaningOfName(display.name);
     const std::string subject = fmt::format(
         "display unit {} of unit {}", text::quoted(display.name), text::quoted(definition.name));
@@ -99,18 +98,18 @@ void checkDisplayUnit(const fmi::DisplayUnit& display, const fmi::UnitDefinition
 } // namespace
 
 NamedMeaning meaningOfName(std::string_view name) {
-    const auto read = units::readUnit(name);
-    const auto* const reading = std::get_if<units::Reading>(&read);
-    if (reading == nullptr) {
+    try {
+        const units::Reading reading = units::readUnit(name);
+        NamedMeaning named{units::expandExpression(reading.expression), reading.isAsWritten, {}};
+        if (named.meaning && reading.factor == 1) {
+            named.expression = reading.expression;
+        } else if (named.meaning) {
+            named.meaning->factor *= reading.factor;
+        }
+        return named;
+    } catch (const text::ParseError&) {
         return {};
     }
-    NamedMeaning named{units::meaningOfExpression(reading->expression), reading->isAsWritten, {}};
-    if (named.meaning && reading->factor == 1) {
-        named.expression = reading->expression;
-    } else if (named.meaning) {
-        named.meaning->factor *= reading->factor;
-    }
-    return named;
 }
 
 Powers powersOf(const fmi::BaseUnit& base) {
@@ -160,7 +159,7 @@ bool checkUnit(const fmi::UnitDefinition& definition, const NamedMeaning& named,
 
 void checkDisplayUnits(const fmi::UnitDefinition& definition, const NamedMeaning& named,
                        fmi::Remarks& remarks) {
-    const std::optional<Meaning> meaning =
+    const std::optional<Expansion> meaning =
         definition.base ? std::optional(meaningOf(*definition.base)) : named.meaning;
     if (!meaning) {
         return;

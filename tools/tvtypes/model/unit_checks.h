@@ -4,7 +4,7 @@
 
 #include "fmi/description.h"
 #include "fmi/remarks.h"
-#include "units/meaning.h"
+#include "units/expansion.h"
 
 #include <cstdint>
 #include <map>
@@ -16,8 +16,8 @@ namespace tvtool::model {
 
 /// What the name of a unit says.
 struct NamedMeaning {
-    std::optional<units::Meaning> meaning; ///< empty if the name is not known
-    bool isAsWritten = false;              ///< whether the library takes the name itself
+    std::optional<units::Expansion> meaning; ///< empty if the name is not known
+    bool isAsWritten = false;                ///< whether the library takes the name itself
     /// What the library takes for the name; empty if the name has a number, too, for which an
     /// expression has no room.
     std::string expression;

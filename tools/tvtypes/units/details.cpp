@@ -7,7 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <sstream>
+#include <iterator>
+#include <ranges>
 #include <utility>
 
 namespace tvtool::units {
@@ -18,8 +19,8 @@ using TVTypeSys::UnitBase;
 
 constexpr std::size_t mostConvertible = 12;
 
-/// The units that the library converts to, the nearest in size first.
-void listConvertible(const FoundUnit& found, UnitDetails& details) {
+/// Adds the units that the library converts to, in the order of their difference in size.
+void addConvertible(const FoundUnit& found, UnitDetails& details) {
     std::vector<std::pair<double, std::string>> names;
     for (const auto& reference : TVTypeSys::UnitDatabase::getUnitDatabase()->getAllUnits()) {
         const UnitBase& other = reference.get();
@@ -31,24 +32,21 @@ void listConvertible(const FoundUnit& found, UnitDetails& details) {
     }
     std::ranges::sort(names);
     details.convertibleCount = names.size();
-    for (const auto& [distance, name] : names) {
-        if (details.convertible.size() < mostConvertible) {
-            details.convertible.push_back(name);
-        }
-    }
+    names.resize(std::min(names.size(), mostConvertible));
+    std::ranges::copy(names | std::views::values, std::back_inserter(details.convertible));
 }
 
-void addMeaning(const Meaning& meaning, UnitDetails& details) {
-    details.base = productText(meaning.powers);
-    details.factor = exact::fractionText(meaning.factor);
-    details.factorDecimal = static_cast<double>(meaning.factor);
-    if (meaning.offset != 0) {
-        details.conversion = conversionText({meaning.factor, meaning.offset});
+void addExpansion(const Expansion& expansion, UnitDetails& details) {
+    details.base = productText(expansion.powers);
+    details.factor = exact::fractionText(expansion.factor);
+    details.factorDecimal = static_cast<double>(expansion.factor);
+    if (expansion.offset != 0) {
+        details.conversion = Conversion{expansion.factor, expansion.offset}.text();
     }
-    if (meaning.offsetInProduct != nullptr) {
+    if (expansion.offsetInProduct != nullptr) {
         details.notes.push_back(
             fmt::format("{} has an offset, which counts for nothing in a product",
-                        text::toUtf8(meaning.offsetInProduct->name)));
+                        text::toUtf8(expansion.offsetInProduct->name)));
     }
 }
 
@@ -64,17 +62,15 @@ UnitDetails unitDetails(const std::string& text, TVTypeSys::UnitTable& table) {
     details.symbol = text::toUtf8(unit.symbol);
     details.display = unit.display;
     std::ranges::transform(unit.aliases, std::back_inserter(details.aliases), text::toUtf8);
-    details.definition = found.isNamed ? definitionOf(unit) : "";
-    details.quantity = quantityOf(unit);
-    std::ostringstream canonical;
-    unit.displayCanonicalForm(canonical);
-    details.canonical = canonical.str();
-    if (found.meaning) {
-        addMeaning(*found.meaning, details);
+    details.definition = found.isNamed ? definitionText(unit) : "";
+    details.quantity = quantityName(unit);
+    details.canonical = canonicalForm(unit);
+    if (found.expansion) {
+        addExpansion(*found.expansion, details);
     }
-    details.systems = systemsOf(unit);
+    details.systems = systemNames(unit);
     if (found.reading.factor == 1) {
-        listConvertible(found, details);
+        addConvertible(found, details);
     } else {
         details.notes.push_back(fmt::format(
             "an expression has no room for the number {}; the library leaves it out, the factor "

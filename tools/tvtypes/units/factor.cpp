@@ -8,50 +8,51 @@
 #include <fmt/format.h>
 
 #include <cmath>
-#include <sstream>
 
 namespace tvtool::units {
 
 namespace {
 
-/// A factor computed in double is rounded in some steps.
+/// Relative error that the library's computation in double may have.
 constexpr double rounding = 1e-14;
 
-std::string canonicalFormOf(const FoundUnit& found) {
-    std::ostringstream form;
-    found.unit->displayCanonicalForm(form);
-    return form.str().empty() ? "no dimension" : "the canonical form " + form.str();
+std::string dimensionText(const FoundUnit& found) {
+    const std::string form = canonicalForm(*found.unit);
+    return form.empty() ? "no dimension" : "the canonical form " + form;
 }
 
-/// What makes forms differ that say the same.
-std::string explanationOf(const FoundUnit& from, const FoundUnit& to) {
-    if (!from.meaning || !to.meaning || from.meaning->powers != to.meaning->powers) {
+/// Returns the conversion by fundamental units; empty if they differ.
+std::optional<Conversion> exactConversion(const FoundUnit& from, const FoundUnit& to) {
+    const bool areEqual =
+        from.expansion && to.expansion && from.expansion->powers == to.expansion->powers;
+    return areEqual ? std::optional(conversionBetween(*from.expansion, *to.expansion))
+                    : std::nullopt;
+}
+
+/// Explains why the canonical forms differ although the fundamental units are the same.
+std::string formsExplanation(const FoundUnit& from, const FoundUnit& to) {
+    const std::optional<Conversion> conversion = exactConversion(from, to);
+    if (!conversion) {
         return {};
     }
     for (const FoundUnit* const found : {&from, &to}) {
-        if (found->meaning->offsetInProduct != nullptr) {
+        if (found->expansion->offsetInProduct != nullptr) {
             return fmt::format("; {} has an offset and is not taken apart",
-                               text::toUtf8(found->meaning->offsetInProduct->name));
+                               text::toUtf8(found->expansion->offsetInProduct->name));
         }
     }
     return fmt::format("; the library tells a power of 0 from none, or the factor would be {}",
-                       exact::fractionText(conversionBetween(*from.meaning, *to.meaning).factor));
+                       exact::fractionText(conversion->factor));
 }
 
-/// Why the library has no factor.
-std::string reasonOf(const FoundUnit& from, const FoundUnit& to) {
+/// Returns the reason why the library has no factor.
+std::string missingFactorReason(const FoundUnit& from, const FoundUnit& to) {
     if (!from.unit->dimensionallyEquivalentWithUnit(*to.unit)) {
-        return fmt::format("{} has {}, {} has {}{}", from.label(), canonicalFormOf(from),
-                           to.label(), canonicalFormOf(to), explanationOf(from, to));
+        return fmt::format("{} has {}, {} has {}{}", from.label(), dimensionText(from), to.label(),
+                           dimensionText(to), formsExplanation(from, to));
     }
-    return fmt::format("both have {}, but {} measures {} and {} measures {}", canonicalFormOf(from),
-                       from.label(), quantityOf(*from.unit), to.label(), quantityOf(*to.unit));
-}
-
-/// Whether values convert by a factor and an offset.
-bool needsOffset(const FoundUnit& from, const FoundUnit& to) {
-    return from.meaning && to.meaning && from.meaning->powers == to.meaning->powers &&
-           conversionBetween(*from.meaning, *to.meaning).offset != 0;
+    return fmt::format("both have {}, but {} measures {} and {} measures {}", dimensionText(from),
+                       from.label(), quantityName(*from.unit), to.label(), quantityName(*to.unit));
 }
 
 } // namespace
@@ -68,23 +69,22 @@ UnitFactor factorBetween(const std::string& fromText, const std::string& toText,
         result.factor =
             from.unit->getScalingFactorToConvertTo(*to.unit) * static_cast<double>(numbers);
     } catch (const fnd::except::IException&) {
-        result.reason = reasonOf(from, to);
+        result.reason = missingFactorReason(from, to);
         return result;
     }
-    if (needsOffset(from, to)) {
+    const std::optional<Conversion> conversion = exactConversion(from, to);
+    if (conversion && conversion->offset != 0) {
         result.factor.reset();
-        result.conversion = conversionText(conversionBetween(*from.meaning, *to.meaning));
+        result.conversion = conversion->text();
         result.reason =
             fmt::format("a factor alone does not convert {} into {}; a value x becomes {}",
                         from.label(), to.label(), result.conversion);
-        return result;
-    }
-    if (from.meaning && to.meaning) {
-        const exact::Number exact = conversionBetween(*from.meaning, *to.meaning).factor;
-        result.exact = exact::fractionText(exact);
-        result.exactDecimal = static_cast<double>(exact);
-        result.differs = !std::isfinite(*result.factor) ||
-                         !exact::areClose(exact::Number(*result.factor), exact, rounding);
+    } else if (conversion) {
+        result.exact = exact::fractionText(conversion->factor);
+        result.exactDecimal = static_cast<double>(conversion->factor);
+        result.differs =
+            !std::isfinite(*result.factor) ||
+            !exact::areClose(exact::Number(*result.factor), conversion->factor, rounding);
     }
     return result;
 }

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <iterator>
 #include <limits>
 #include <unordered_map>
 #include <vector>
@@ -19,18 +18,18 @@ namespace tvtool::units {
 
 namespace {
 
-/// A product of names, each once, in the order in which they came first.
+/// A product of names, each once, in the order of their first occurrence.
 class Product {
   public:
-    /// False if a power is too great.
-    bool multiply(const KnownName& name, std::int64_t power) {
+    /// Returns false if a power exceeds 32 bits.
+    bool multiply(const UnitPower& name, std::int64_t power) {
         constexpr std::int64_t greatest = std::numeric_limits<std::int32_t>::max();
         const auto [entry, isNew] = indices_.try_emplace(name.name, names_.size());
         if (isNew) {
             names_.push_back({name.name, 0});
         }
         std::int64_t& sum = names_[entry->second].power;
-        // Both are of 32 bits.
+        // The factors have 32 bits each.
         const std::int64_t more = name.power * power;
         sum += more;
         return more <= greatest && more >= -greatest && sum <= greatest && sum >= -greatest;
@@ -38,81 +37,80 @@ class Product {
 
     std::string expression() const {
         std::string text;
-        for (const KnownName& name : names_) {
+        for (const UnitPower& name : names_) {
             if (name.power > 0) {
-                append(text, text.empty() ? "" : "*", name.name, name.power);
+                text += text.empty() ? "" : "*";
+                text += name.name + exponent(name.power);
             }
         }
-        for (const KnownName& name : names_) {
+        for (const UnitPower& name : names_) {
             if (name.power < 0) {
-                append(text, text.empty() ? "1/" : "/", name.name, -name.power);
+                text += text.empty() ? "1/" : "/";
+                text += name.name + exponent(-name.power);
             }
         }
         return text.empty() ? unitless : text;
     }
 
   private:
-    static void append(std::string& text, const char* sign, const std::string& name,
-                       std::int64_t power) {
-        text += sign;
-        text += name;
-        if (power != 1) {
-            fmt::format_to(std::back_inserter(text), "^{}", power);
-        }
+    static std::string exponent(std::int64_t power) {
+        return power == 1 ? "" : fmt::format("^{}", power);
     }
 
-    std::vector<KnownName> names_;
+    std::vector<UnitPower> names_;
     std::unordered_map<std::string, std::size_t> indices_;
 };
 
-/// The library passes over numbers ahead of a /, but those that are names or begin one are units.
-bool hasNumberAsName(std::string_view text) {
+/// Returns the product of the numbers in an expression. The library skips numbers before a /, and
+/// takes those that are names, or begin one, for units.
+exact::Number expressionFactor(std::string_view text) {
     Monomial terms;
-    return parseUnitExpr(text::toUtf16(text), terms) &&
-           std::ranges::any_of(terms.names, [](const std::u16string& name) {
-               return name.front() >= u'0' && name.front() <= u'9';
-           });
+    const bool hasNumberAsName = parseUnitExpr(text::toUtf16(text), terms) &&
+                                 std::ranges::any_of(terms.names, [](const std::u16string& name) {
+                                     return name.front() >= u'0' && name.front() <= u'9';
+                                 });
+    try {
+        return hasNumberAsName ? exact::Number(1) : parseSpelling(text).factor;
+    } catch (const text::ParseError&) {
+        return 1;
+    }
 }
 
-std::variant<Reading, Misreading> readSpelling(const Spelling& spelling) {
+Reading readSpelling(std::string_view text) {
+    const Spelling spelling = parseSpelling(text);
     Product product;
-    // A long text has few names, but each of them many times.
-    std::unordered_map<std::string_view, std::vector<KnownName>> known;
+    // Memoised, because a long text repeats few names.
+    std::unordered_map<std::string_view, std::vector<UnitPower>> resolved;
     for (const SpeltName& spelt : spelling.names) {
-        const auto [entry, isNew] = known.try_emplace(spelt.name);
+        const auto [entry, isNew] = resolved.try_emplace(spelt.name);
         if (isNew) {
             entry->second = resolveName(spelt.name);
         }
         if (entry->second.empty()) {
-            return Misreading{spelt.position, "the unit is not known", std::string(spelt.name)};
+            throw UnknownUnit(text, spelt.position, spelt.name);
         }
-        for (const KnownName& name : entry->second) {
+        for (const UnitPower& name : entry->second) {
             const std::int64_t outer = spelt.outer;
             const bool isLast = &name == &entry->second.back();
             if (!product.multiply(name, isLast ? spelt.power * outer : outer)) {
-                return Misreading{spelt.position, "the power is above 2147483647", {}};
+                throw text::ParseError("the power is above 2147483647", std::string(text),
+                                       spelt.position);
             }
         }
     }
-    return Reading{product.expression(), false, spelling.factor};
+    return {product.expression(), false, spelling.factor};
 }
 
 } // namespace
 
-std::variant<Reading, Misreading> readUnit(std::string_view text) {
-    Spelling spelling;
-    const std::optional<Fault> fault = parseSpelling(text, spelling);
+Reading readUnit(std::string_view text) {
     if (text == unitless || isExpression(text)) {
-        return Reading{std::string(text), true,
-                       fault || hasNumberAsName(text) ? exact::Number(1) : spelling.factor};
+        return {std::string(text), true, expressionFactor(text)};
     }
-    if (std::string name = nameOfUnit(text); !name.empty()) {
-        return Reading{std::move(name), false, 1};
+    if (std::string name = findUnitName(text); !name.empty()) {
+        return {std::move(name), false, 1};
     }
-    if (fault) {
-        return Misreading{fault->position, fmt::format("expected {}", fault->expected), {}};
-    }
-    return readSpelling(spelling);
+    return readSpelling(text);
 }
 
 } // namespace tvtool::units

@@ -16,17 +16,17 @@ namespace {
 using TVTypeSys::UnitBase;
 using TVTypeSys::UnitDatabase;
 
-/// Symbols that are often written side by side.
+/// Symbols that are often written without an operator between them.
 constexpr std::array<std::string_view, 15> joinable{"kg", "m", "s", "A",  "K", "mol", "cd", "N",
                                                     "J",  "W", "V", "Pa", "C", "rad", "h"};
-/// Those that are a prefix when they stand first: ms is no metre second.
+/// Symbols that are prefixes at the beginning: ms is not metre second.
 constexpr std::array<std::string_view, 2> prefixes{"m", "h"};
 constexpr std::size_t longestProduct = 12;
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr std::string_view decimalDigits = "0123456789";
 
-/// Takes the digits at an end of the text, none of which makes 1.
-std::optional<std::int64_t> powerIn(std::string_view digits) {
+/// Returns the value of digits, 1 for none; empty if it is out of range.
+std::optional<std::int64_t> parsePower(std::string_view digits) {
     std::int32_t power = 1;
     if (digits.empty()) {
         return power;
@@ -36,11 +36,15 @@ std::optional<std::int64_t> powerIn(std::string_view digits) {
     return error == std::errc() && stop == end ? std::optional<std::int64_t>(power) : std::nullopt;
 }
 
-/// The ways to take a text apart into common symbols. More than one is as good as none.
-class Products {
+/// Finds the products of common symbols that are joined to a text, by backtracking.
+class JoinedSymbols {
   public:
-    explicit Products(std::string_view text) : text_(text) { search(0); }
-    std::vector<KnownName> only() const { return count_ == 1 ? found_ : std::vector<KnownName>(); }
+    explicit JoinedSymbols(std::string_view text) : text_(text) { search(0); }
+
+    /// Returns the product if there is exactly one.
+    std::vector<UnitPower> unique() const {
+        return count_ == 1 ? found_ : std::vector<UnitPower>();
+    }
 
   private:
     void search(std::size_t from) {
@@ -52,24 +56,23 @@ class Products {
         for (const std::string_view symbol : joinable) {
             const bool isPrefix =
                 from == 0 && std::ranges::find(prefixes, symbol) != prefixes.end();
-            if (!isPrefix && text_.substr(from).starts_with(symbol)) {
-                std::size_t end = from + symbol.size();
-                const std::size_t digits = end;
-                while (end < text_.size() && isDigit(text_[end])) {
-                    ++end;
-                }
-                if (const auto power = powerIn(text_.substr(digits, end - digits))) {
-                    parts_.push_back({std::string(symbol), *power});
-                    search(end);
-                    parts_.pop_back();
-                }
+            if (isPrefix || !text_.substr(from).starts_with(symbol)) {
+                continue;
+            }
+            const std::size_t digits = from + symbol.size();
+            const std::size_t end =
+                std::min(text_.find_first_not_of(decimalDigits, digits), text_.size());
+            if (const auto power = parsePower(text_.substr(digits, end - digits))) {
+                parts_.push_back({std::string(symbol), *power});
+                search(end);
+                parts_.pop_back();
             }
         }
     }
 
     std::string_view text_;
-    std::vector<KnownName> parts_;
-    std::vector<KnownName> found_;
+    std::vector<UnitPower> parts_;
+    std::vector<UnitPower> found_;
     int count_ = 0;
 };
 
@@ -77,7 +80,7 @@ class Products {
 
 bool isExpression(std::string_view text) { return UnitBase::isValidUnitExpr(text::toUtf16(text)); }
 
-std::string nameOfUnit(std::string_view text) {
+std::string findUnitName(std::string_view text) {
     const UnitDatabase& database = *UnitDatabase::getUnitDatabase();
     const UnitBase::ReferenceSet units = database.getUnit(text::toUtf16(text));
     if (units.empty()) {
@@ -96,22 +99,22 @@ std::string nameOfUnit(std::string_view text) {
     return {};
 }
 
-std::vector<KnownName> resolveName(std::string_view text) {
-    if (std::string name = nameOfUnit(text); !name.empty()) {
+std::vector<UnitPower> resolveName(std::string_view text) {
+    if (std::string name = findUnitName(text); !name.empty()) {
         return {{std::move(name), 1}};
     }
-    const std::size_t lastLetter = text.find_last_not_of("0123456789");
+    const std::size_t lastLetter = text.find_last_not_of(decimalDigits);
     if (lastLetter == std::string_view::npos) {
         return {};
     }
     const std::string_view digits = text.substr(lastLetter + 1);
-    const std::optional<std::int64_t> power = powerIn(digits);
+    const std::optional<std::int64_t> power = parsePower(digits);
     if (!digits.empty() && power) {
-        if (std::string name = nameOfUnit(text.substr(0, lastLetter + 1)); !name.empty()) {
+        if (std::string name = findUnitName(text.substr(0, lastLetter + 1)); !name.empty()) {
             return {{std::move(name), *power}};
         }
     }
-    return text.size() <= longestProduct ? Products(text).only() : std::vector<KnownName>();
+    return text.size() <= longestProduct ? JoinedSymbols(text).unique() : std::vector<UnitPower>();
 }
 
 } // namespace tvtool::units

@@ -1,5 +1,5 @@
 /// \file
-/// Names in a text as names in the database.
+/// Lookup of the names in a text in the unit database.
 #pragma once
 
 #include <cstdint>
@@ -9,20 +9,21 @@
 
 namespace tvtool::units {
 
-struct KnownName {
-    std::string name; ///< as it can stand in an expression
+struct UnitPower {
+    std::string name; ///< valid in an expression
     std::int64_t power = 1;
 };
 
-/// Whether an expression is one for the library. Not for "unitless".
+/// Returns whether the library accepts a text as an expression. It does not accept "unitless".
 bool isExpression(std::string_view text);
 
-/// A name in an expression for what the text is a name, symbol or alias of; empty if there is none.
-std::string nameOfUnit(std::string_view text);
+/// Returns a name, valid in an expression, of the unit whose name, symbol or alias the text is;
+/// else an empty text.
+std::string findUnitName(std::string_view text);
 
-/// What a name without signs may be made of: a name of the database; one with a power behind it, as
-/// m2; or a product of common symbols, as Nm, if it is so in just one way. Empty if it is none. A
-/// power behind such a product belongs to its last part.
-std::vector<KnownName> resolveName(std::string_view text);
+/// Resolves a name without operators: a name in the database; one followed by a power, as m2; or a
+/// product of common symbols, as Nm, if there is only one such product. A power at the end of a
+/// product applies to its last part. Empty if the name is unknown.
+std::vector<UnitPower> resolveName(std::string_view text);
 
 } // namespace tvtool::units
