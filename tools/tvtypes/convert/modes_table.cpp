@@ -19,25 +19,27 @@ namespace tvtool::convert {
 
 namespace {
 
-/// The modes that a pair of types can tell apart.
-struct Choice {
+/// The modes that make a difference for a pair of types, else the first one.
+struct DistinctModes {
     std::span<const Named<fxpModeRounding_tag>> roundings;
     std::span<const Named<fxpModeOverflow_tag>> overflows;
 };
 
-Choice choiceOf(Type source, Type destination) {
-    const auto functionOf = [&](fxpModeOverflow_tag overflow, fxpModeRounding_tag rounding) {
+DistinctModes distinctModes(Type source, Type destination) {
+    const auto conversionFunction = [&](fxpModeOverflow_tag overflow,
+                                        fxpModeRounding_tag rounding) {
         return utGetTvBuiltinDtypeConvFcn(static_cast<int>(source), static_cast<int>(destination),
                                           overflow, rounding);
     };
-    const auto first = functionOf(FXP_OVERFLOW_WRAP, FXP_ROUND_ZERO);
-    const bool rounds = functionOf(FXP_OVERFLOW_WRAP, FXP_ROUND_CEIL) != first;
-    const bool saturates = functionOf(FXP_OVERFLOW_SATURATE, FXP_ROUND_ZERO) != first;
+    const auto first = conversionFunction(FXP_OVERFLOW_WRAP, FXP_ROUND_ZERO);
+    const bool rounds = conversionFunction(FXP_OVERFLOW_WRAP, FXP_ROUND_CEIL) != first;
+    const bool saturates = conversionFunction(FXP_OVERFLOW_SATURATE, FXP_ROUND_ZERO) != first;
     return {std::span(roundings).first(rounds ? roundings.size() : 1),
             std::span(overflows).first(saturates ? overflows.size() : 1)};
 }
 
-std::string resultOf(Element source, const std::byte* value, Type destination, Modes modes) {
+/// Returns the converted value with a mark for a loss.
+std::string resultCell(Element source, const std::byte* value, Type destination, Modes modes) {
     Conversion conversion(source, destination, modes);
     std::array<std::byte, 16> result{};
     conversion.convert(value, result.data(), 1);
@@ -51,14 +53,14 @@ std::string resultOf(Element source, const std::byte* value, Type destination, M
 
 void printModes(Source& source, Type destination, bool colour, std::ostream& os) {
     const Element element = source.element();
-    const Choice choice = choiceOf(element.type, destination);
-    const bool rounds = choice.roundings.size() > 1;
-    const bool saturates = choice.overflows.size() > 1;
+    const DistinctModes modes = distinctModes(element.type, destination);
+    const bool rounds = modes.roundings.size() > 1;
+    const bool saturates = modes.overflows.size() > 1;
 
     output::Table table;
-    table.addColumn(nameOf(element), output::Align::Right);
+    table.addColumn(elementName(element), output::Align::Right);
     table.addColumn("overflow", output::Align::Left);
-    for (const auto& rounding : choice.roundings) {
+    for (const auto& rounding : modes.roundings) {
         table.addColumn(fmt::format("{} ", rounds ? rounding.name : "any rounding"),
                         output::Align::Right);
     }
@@ -66,18 +68,18 @@ void printModes(Source& source, Type destination, bool colour, std::ostream& os)
     while (source.read(value.data(), 1) == 1) {
         std::string text;
         appendElement(text, element, value.data());
-        for (const auto& overflow : choice.overflows) {
+        for (const auto& overflow : modes.overflows) {
             std::vector<std::string> cells{text, saturates ? overflow.name : "any"};
-            for (const auto& rounding : choice.roundings) {
-                cells.push_back(
-                    resultOf(element, value.data(), destination, {overflow.value, rounding.value}));
+            for (const auto& rounding : modes.roundings) {
+                cells.push_back(resultCell(element, value.data(), destination,
+                                           {overflow.value, rounding.value}));
             }
             table.addRow(std::move(cells));
         }
     }
     os << fmt::format("From {} to {}, under each mode of overflow and of rounding\n\n",
-                      nameOf(element), nameOf(destination));
-    table.print(os, colour ? fmt::text_style(fmt::emphasis::bold) : fmt::text_style());
+                      elementName(element), typeName(destination));
+    table.print(os, output::bold(colour));
     os << "\n! overflowed   ~ lost something without overflowing\n";
 }
 

@@ -1,5 +1,5 @@
 /// \file
-/// Single values under all modes.
+/// Table of values converted under all modes.
 #pragma once
 
 #include "convert/source.h"
@@ -8,8 +8,8 @@
 
 namespace tvtool::convert {
 
-/// Prints what each value of the source becomes: a line for every behaviour on overflow, a column
-/// for every rounding. Where the pair of types has no choice, there is one for all.
+/// Prints the results of converting each value of the source: a line for each overflow mode, a
+/// column for each rounding mode. Modes that make no difference for the pair of types share one.
 void printModes(Source& source, Type destination, bool colour, std::ostream& os);
 
 } // namespace tvtool::convert

@@ -1,6 +1,5 @@
 #include "convert/sink.h"
 
-#include "convert/error.h"
 #include "convert/values.h"
 #include "files/new_file.h"
 
@@ -26,8 +25,6 @@ class TextSink : public Sink {
         }
     }
 
-    void finish() override {}
-
   private:
     std::ostream& os_;
     Element element_;
@@ -38,18 +35,15 @@ class FileSink : public Sink {
   public:
     FileSink(const std::string& path, Format format, Element element,
              const std::optional<Shape>& shape)
-        : file_(path),
-          element_(element),
-          hasHeader_(format == Format::Npy),
-          needsCount_(hasHeader_ && !shape) {
-        if (hasHeader_) {
+        : file_(path), element_(element), needsCount_(format == Format::Npy && !shape) {
+        if (format == Format::Npy) {
             writeHeader(shape ? *shape : Shape{{0}});
         }
     }
 
     void write(const std::byte* elements, std::size_t count) override {
         static_assert(std::endian::native == std::endian::little,
-                      "elements go to files as they lie in memory");
+                      "elements are written as in memory, and files are little-endian");
         file_.write(elements, count * sizeOf(element_));
         count_ += count;
     }
@@ -70,8 +64,7 @@ class FileSink : public Sink {
 
     files::NewFile file_;
     Element element_;
-    bool hasHeader_;
-    bool needsCount_; ///< which is known at the end only
+    bool needsCount_; ///< whether the header is to get the count, which is known at the end
     std::uint64_t count_ = 0;
 };
 

@@ -1,9 +1,7 @@
 /// \file
-/// Where elements go.
+/// Output of converted elements.
 #pragma once
 
-#include "convert/names.h"
-#include "convert/npy.h"
 #include "convert/source.h"
 
 #include <cstddef>
@@ -17,21 +15,19 @@ namespace tvtool::convert {
 class Sink {
   public:
     virtual ~Sink() = default;
-    Sink() = default;
-    Sink(const Sink&) = delete;
-    Sink& operator=(const Sink&) = delete;
 
-    /// Takes the next elements. Throws an Error if they cannot be kept.
+    /// Writes the next elements. Throws an Error if that fails.
     virtual void write(const std::byte* elements, std::size_t count) = 0;
-    /// All elements have been written. What is not finished leaves nothing behind in a file.
-    virtual void finish() = 0;
+    /// Ends the output. A file that is not finished is discarded.
+    virtual void finish() {}
 };
 
-/// Writes the elements as texts, one a line. The stream has to outlive the sink.
+/// Returns a sink that writes the elements as texts, one a line. The stream must outlive it.
 std::unique_ptr<Sink> writeText(std::ostream& os, Element element);
 
-/// Writes the elements to a file, which takes the place of `path` when it is finished. Where there
-/// is no shape, a .npy file has one dimension. Throws an Error if the file cannot be made.
+/// Returns a sink that writes the elements to a file, which replaces `path` when it is finished.
+/// Without a shape, a .npy file has one dimension. Throws a std::runtime_error if the file cannot
+/// be created.
 std::unique_ptr<Sink> createFile(const std::string& path, Format format, Element element,
                                  const std::optional<Shape>& shape);
 

@@ -1,6 +1,5 @@
 #include "convert/source.h"
 
-#include "convert/error.h"
 #include "convert/values.h"
 
 #include <fmt/format.h>
@@ -20,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Longer than the longest double that is written in full.
+/// Longer than any double with all its digits.
 constexpr int maxWord = 4096;
 
 class TextSource : public Source {
@@ -54,7 +53,7 @@ class TextSource : public Source {
                                     "index is 0)",
                                     index_, word_.substr(0, shown),
                                     word_.size() > shown ? "..." : "", error.what(),
-                                    nameOf(type_)));
+                                    typeName(type_)));
         }
     }
 
@@ -63,12 +62,6 @@ class TextSource : public Source {
     std::uint64_t index_ = 0;
     std::string word_;
 };
-
-void reverseParts(std::byte* parts, std::size_t size, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        std::reverse(parts + i * size, parts + (i + 1) * size);
-    }
-}
 
 class FileSource : public Source {
   public:
@@ -82,9 +75,11 @@ class FileSource : public Source {
             fail("cannot be opened: " + std::generic_category().message(errno));
         }
         if (format == Format::Npy) {
-            beginNpy(type);
+            readHeader(type);
+        } else if (type) {
+            element_ = {*type};
         } else {
-            beginRaw(type);
+            fail("a raw file needs --from, the type of its values");
         }
         if (fs::is_regular_file(path, ignored)) {
             checkLength(fs::file_size(path));
@@ -109,10 +104,12 @@ class FileSource : public Source {
             fail("ends within its elements");
         }
         static_assert(std::endian::native == std::endian::little,
-                      "elements lie in memory as they come from files");
+                      "elements are kept as read, and raw files are little-endian");
         if (bigEndian_) {
-            const std::size_t part = sizeOf(element_.type);
-            reverseParts(elements, part, bytes / part);
+            const std::size_t value = sizeOf(element_.type);
+            for (std::byte* begin = elements; begin < elements + bytes; begin += value) {
+                std::reverse(begin, begin + value);
+            }
         }
         done_ += bytes / size;
         if (count_ == done_ && file_.peek() != std::ifstream::traits_type::eof()) {
@@ -124,14 +121,7 @@ class FileSource : public Source {
   private:
     [[noreturn]] void fail(const std::string& what) const { throw Error(path_ + ": " + what); }
 
-    void beginRaw(std::optional<Type> type) {
-        if (!type) {
-            fail("--from has to say which type a raw file holds");
-        }
-        element_ = {*type};
-    }
-
-    void beginNpy(std::optional<Type> type) {
+    void readHeader(std::optional<Type> type) {
         NpyHeader header;
         try {
             header = readNpyHeader(file_);
@@ -140,14 +130,15 @@ class FileSource : public Source {
         }
         element_ = header.element;
         if (type && *type != element_.type) {
-            fail(fmt::format("holds {}, but --from says {}", nameOf(element_), nameOf(*type)));
+            fail(fmt::format("holds {}, but --from says {}", elementName(element_),
+                             typeName(*type)));
         }
         bigEndian_ = header.bigEndian;
         count_ = header.count;
         shape_ = std::move(header.shape);
     }
 
-    /// Before anything is converted, where the length can be told.
+    /// Checks the size of a regular file before anything is converted.
     void checkLength(std::uint64_t length) {
         const std::size_t size = sizeOf(element_);
         const std::uint64_t bytes = length - static_cast<std::uint64_t>(file_.tellg());
@@ -157,7 +148,7 @@ class FileSource : public Source {
         }
         if (bytes % size != 0) {
             fail(fmt::format("its size, {} bytes, is no multiple of the {} of a {}", bytes, size,
-                             nameOf(element_)));
+                             elementName(element_)));
         }
         count_ = bytes / size;
     }

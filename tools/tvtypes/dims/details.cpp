@@ -1,20 +1,21 @@
 #include "dims/details.h"
 
+#include "dims/reading.h"
+
+#include <utility>
+
 namespace tvtool::dims {
 
 void DetailsList::add(const std::string& text) {
-    const Reading reading = readDims(text, table_);
-    DimsDetails details;
-    details.text = text;
-    details.id = reading.id;
-    details.simplifiedId = reading.simplified;
-    details.simplified = table_.getSymbolicDims(reading.simplified).toString();
-    details.obstacle = reading.obstacle;
-    if (table_.getSymbolicDims(reading.simplified).getNumDimensions() > 1) {
-        details.sizeId = sizeOf(table_, reading.simplified);
+    RegisteredDims dims = registerDims(text, table_);
+    const TVTypeSys::SymbolicDims simplified = table_.getSymbolicDims(dims.simplified);
+    DimsDetails details{text, dims.id, simplified.toString(), dims.simplified,
+                        {},   {},      dims.obstacle,         {}};
+    if (simplified.getNumDimensions() > 1) {
+        details.sizeId = sizeOf(table_, dims.simplified);
         details.size = table_.getSymbolicDims(*details.sizeId).toString();
     }
-    const auto [entry, isFirst] = firstOf_.try_emplace(reading.simplified, details_.size());
+    const auto [entry, isFirst] = firstWithForm_.try_emplace(dims.simplified, details_.size());
     if (!isFirst) {
         details.equal = entry->second;
     }

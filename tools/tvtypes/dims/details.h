@@ -1,8 +1,6 @@
 /// \file
-/// The details of dimensions.
+/// Details of dimensions.
 #pragma once
-
-#include "dims/reading.h"
 
 #include <tvtypes/symbolicdims.h>
 
@@ -20,9 +18,9 @@ struct DimsDetails {
     int id = 0;
     std::string simplified;
     int simplifiedId = 0;
-    std::string size; ///< of a list of several dimensions: their product; else empty
+    std::string size; ///< the product of the entries of a list; empty for a single dimension
     std::optional<int> sizeId;
-    std::string obstacle;             ///< what prevented the simplification; else empty
+    std::string obstacle;             ///< why the simplification is not complete; else empty
     std::optional<std::size_t> equal; ///< index of the first one with the same simplified form
 };
 
@@ -37,7 +35,7 @@ class DetailsList {
   private:
     TVTypeSys::SymbolicDimsTable table_;
     std::vector<DimsDetails> details_;
-    std::unordered_map<int, std::size_t> firstOf_; ///< by the id of the simplified form
+    std::unordered_map<int, std::size_t> firstWithForm_; ///< by the id of the simplified form
 };
 
 } // namespace tvtool::dims
