@@ -3,9 +3,9 @@
 #pragma once
 
 #include "files/read_error.h"
+#include "text/parse_error.h"
 #include "tool.h"
 
-#include <cstddef>
 #include <string>
 
 namespace CLI {
@@ -40,8 +40,7 @@ void print(const Report& report, bool isJson, Console& console) {
 /// Says, with the place, why a description cannot be read.
 void reportUnreadable(const std::string& file, const files::ReadError& error, Console& console);
 
-/// Says why an argument cannot be read, and points at the byte.
-void reportUnreadable(const std::string& argument, std::size_t position, const char* reason,
-                      Console& console);
+/// Prints why an argument cannot be parsed, with a caret below the position.
+void reportUnreadable(const text::ParseError& error, Console& console);
 
 } // namespace tvtool

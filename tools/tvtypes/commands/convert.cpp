@@ -1,7 +1,6 @@
 // tvtypes convert: values of the built-in types in one another.
 #include "commands/commands.h"
 #include "commands/exclusion.h"
-#include "convert/modes_table.h"
 #include "convert/run.h"
 
 #include <CLI/CLI.hpp>

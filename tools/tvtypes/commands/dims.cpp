@@ -3,7 +3,6 @@
 #include "commands/exclusion.h"
 #include "dims/fact_file.h"
 #include "dims/report.h"
-#include "text/parse_error.h"
 #include "text/safe_text.h"
 
 #include <CLI/CLI.hpp>
@@ -42,16 +41,17 @@ constexpr const char* footer =
     "no fact, the file cannot be read or the call is wrong.";
 
 void showDims(const Options& options, Console& console) {
-    dims::DetailsList details;
+    TVTypeSys::SymbolicDimsTable table;
+    std::vector<dims::DimsDetails> details;
     for (const std::string& argument : options.expressions) {
         try {
-            // Without the blank that keeps a list in one piece.
-            details.add(argument.substr(argument.starts_with(' ') ? 1 : 0));
+            // Without the blank that keeps the parser from splitting a list.
+            dims::addDetails(argument.substr(argument.starts_with(' ') ? 1 : 0), table, details);
         } catch (const text::ParseError& error) {
-            reportUnreadable(error.text, error.position, error.what(), console);
+            reportUnreadable(error, console);
         }
     }
-    print(details.all(), options.json, console);
+    print(details, options.json, console);
 }
 
 void reportFaults(const dims::FactReport& report, Console& console) {

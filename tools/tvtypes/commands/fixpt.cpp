@@ -5,7 +5,6 @@
 #include "fixedpoint/identifier.h"
 #include "fixedpoint/record.h"
 #include "fixedpoint/report.h"
-#include "text/parse_error.h"
 
 #include <CLI/CLI.hpp>
 
@@ -62,7 +61,7 @@ void showTypes(const Options& options, Console& console) {
             types.push_back(fixedpoint::typeDetails(
                 name, withOverride(fixedpoint::parseTypeName(name), options), table));
         } catch (const text::ParseError& error) {
-            reportUnreadable(error.text, error.position, error.what(), console);
+            reportUnreadable(error, console);
         }
     }
     print(types, options.json, console);
@@ -76,7 +75,7 @@ void showQuantization(const Options& options, Console& console) {
         const auto overflow = convert::parseOverflow("--overflow", options.overflow);
         print(fixedpoint::quantize(options.values, record, overflow), options.json, console);
     } catch (const text::ParseError& error) {
-        reportUnreadable(error.text, error.position, error.what(), console);
+        reportUnreadable(error, console);
     }
 }
 

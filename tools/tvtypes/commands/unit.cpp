@@ -1,7 +1,6 @@
 // tvtypes unit: what the library knows of units.
 #include "commands/commands.h"
 #include "commands/exclusion.h"
-#include "text/parse_error.h"
 #include "units/report.h"
 
 #include <CLI/CLI.hpp>
@@ -46,7 +45,7 @@ void showUnits(const Options& options, Console& console) {
         try {
             details.push_back(units::unitDetails(text, table));
         } catch (const text::ParseError& error) {
-            reportUnreadable(error.text, error.position, error.what(), console);
+            reportUnreadable(error, console);
         }
     }
     print(details, options.json, console);
@@ -80,7 +79,7 @@ void execute(const Options& options, Console& console) {
             showUnits(options, console);
         }
     } catch (const text::ParseError& error) {
-        reportUnreadable(error.text, error.position, error.what(), console);
+        reportUnreadable(error, console);
     }
 }
 

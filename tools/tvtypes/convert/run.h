@@ -1,10 +1,9 @@
 /// \file
-/// Conversion of a whole source.
+/// Conversion of a whole source, under one mode or all modes.
 #pragma once
 
 #include "convert/conversion.h"
-#include "convert/sink.h"
-#include "convert/source.h"
+#include "convert/streams.h"
 
 #include <ostream>
 
@@ -14,5 +13,9 @@ namespace tvtool::convert {
 /// their number. Shows a progress bar on the last line of `terminal` while it runs, if `terminal`
 /// is not null and the source knows its number of elements.
 void convertAll(Source& source, Conversion& conversion, Sink& sink, std::ostream* terminal);
+
+/// Prints the results of converting each value of the source: a line for each overflow mode, a
+/// column for each rounding mode. Modes that make no difference for the pair of types share one.
+void printModes(Source& source, Type destination, bool colour, std::ostream& os);
 
 } // namespace tvtool::convert

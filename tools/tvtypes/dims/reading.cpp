@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace tvtool::dims {
@@ -157,6 +158,27 @@ std::optional<exact::Number> numberOf(const TVTypeSys::SymbolicDimsTable& table,
 
 std::optional<exact::Number> differenceOf(const TVTypeSys::SymbolicDimsTable& table, int a, int b) {
     return numberOf(table, (table.getSymbolicDims(a) - table.getSymbolicDims(b)).getId());
+}
+
+void addDetails(const std::string& text, TVTypeSys::SymbolicDimsTable& table,
+                std::vector<DimsDetails>& details) {
+    const RegisteredDims dims = registerDims(text, table);
+    const TVTypeSys::SymbolicDims simplified = table.getSymbolicDims(dims.simplified);
+    DimsDetails added;
+    added.text = text;
+    added.id = dims.id;
+    added.simplified = simplified.toString();
+    added.simplifiedId = dims.simplified;
+    added.obstacle = dims.obstacle;
+    if (simplified.getNumDimensions() > 1) {
+        added.sizeId = sizeOf(table, dims.simplified);
+        added.size = table.getSymbolicDims(*added.sizeId).toString();
+    }
+    const auto first = std::ranges::find(details, dims.simplified, &DimsDetails::simplifiedId);
+    if (first != details.end()) {
+        added.equal = static_cast<std::size_t>(first - details.begin());
+    }
+    details.push_back(std::move(added));
 }
 
 } // namespace tvtool::dims

@@ -1,5 +1,5 @@
 /// \file
-/// Registration of dimensions that are written as expressions, and their values.
+/// Registration of dimensions that are written as expressions, their values and details.
 #pragma once
 
 #include "exact/number.h"
@@ -7,8 +7,10 @@
 
 #include <tvtypes/symbolicdims.h>
 
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tvtool::dims {
 
@@ -29,5 +31,22 @@ std::optional<exact::Number> numberOf(const TVTypeSys::SymbolicDimsTable& table,
 
 /// Returns the first dimension minus the second; empty if that depends on names.
 std::optional<exact::Number> differenceOf(const TVTypeSys::SymbolicDimsTable& table, int a, int b);
+
+/// Texts are as given or as the library prints them; they are not safe to print.
+struct DimsDetails {
+    std::string text; ///< as given
+    int id = 0;
+    std::string simplified;
+    int simplifiedId = 0;
+    std::string size; ///< the product of the entries of a list; empty for a single dimension
+    std::optional<int> sizeId;
+    std::string obstacle;             ///< why the simplification is not complete; else empty
+    std::optional<std::size_t> equal; ///< index of the first one with the same simplified form
+};
+
+/// Registers an expression and adds its details to those of the expressions before it. Throws a
+/// text::ParseError.
+void addDetails(const std::string& text, TVTypeSys::SymbolicDimsTable& table,
+                std::vector<DimsDetails>& details);
 
 } // namespace tvtool::dims

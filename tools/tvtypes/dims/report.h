@@ -5,8 +5,8 @@
 /// stable; absent values are null, absent lists empty.
 #pragma once
 
-#include "dims/details.h"
 #include "dims/fact_records.h"
+#include "dims/reading.h"
 #include "output/columns.h"
 
 #include <ostream>

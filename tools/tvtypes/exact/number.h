@@ -1,5 +1,5 @@
 /// \file
-/// Integers and fractions of any size.
+/// Integers and fractions of any size, and their texts.
 #pragma once
 
 #include <boost/multiprecision/cpp_int.hpp>
@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace tvtool::exact {
 
@@ -22,10 +23,28 @@ std::optional<Number> product(const Number& a, const Number& b);
 /// Returns a power of ten. Its number of digits is not limited.
 Number powerOfTen(int power);
 
+/// Returns whether two numbers differ by at most this part of the larger magnitude.
+bool areClose(const Number& a, const Number& b, double part);
+
 /// Returns the exact number in the form that is easiest to read: 0.3048, 10^9 or 45967/180.
 std::string fractionText(const Number& number);
 
-/// Returns whether two numbers differ by at most this part of the larger magnitude.
-bool areClose(const Number& a, const Number& b, double part);
+/// The parts of an unsigned decimal text, whose value is digits * 10^(exponent - decimals).
+struct DecimalParts {
+    Integer digits;
+    int decimals = 0; ///< number of digits after the point
+    int exponent = 0; ///< the written power of ten, limited to +-10^9
+};
+
+/// Splits an unsigned decimal text such as 12.5e-3; empty for any other text.
+std::optional<DecimalParts> splitDecimal(std::string_view text);
+
+/// Returns the exact value of a decimal text such as -12.5e-3. Throws a std::invalid_argument for
+/// any other text, for more than 4000 characters and for a power of ten beyond -5000 to 5000.
+Number parseDecimal(std::string_view text);
+
+/// Returns a number as a decimal: exactly if it has at most 24 digits, else "about" and the number
+/// rounded to 17 digits.
+std::string decimalText(const Number& number);
 
 } // namespace tvtool::exact

@@ -1,6 +1,6 @@
 #include "fixedpoint/details.h"
 
-#include "exact/decimal.h"
+#include "exact/number.h"
 #include "fixedpoint/record.h"
 #include "text/quote.h"
 

@@ -1,6 +1,7 @@
 #include "fixedpoint/identifier.h"
 
 #include "fixedpoint/record.h"
+#include "text/number.h"
 #include "text/parse_error.h"
 
 #include <tvtypes/datatypetable.h>
@@ -8,10 +9,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <string_view>
-#include <system_error>
 #include <tuple>
 
 namespace tvtool::fixedpoint {
@@ -86,12 +85,11 @@ class NameParser {
         if (position_ < text_.size() && text_[position_] != '_') {
             fail(position_, "only an underscore or the end can follow here");
         }
-        Number value{};
-        if (std::from_chars(number.data(), number.data() + number.size(), value).ec !=
-            std::errc()) {
+        const std::optional<Number> value = text::parseNumber<Number>(number);
+        if (!value) {
             fail(begin, reason);
         }
-        return value;
+        return *value;
     }
 
     void parseWordLength() {

@@ -1,7 +1,7 @@
 #include "fixedpoint/quantization.h"
 
 #include "convert/names.h"
-#include "exact/decimal.h"
+#include "exact/number.h"
 #include "fixedpoint/record.h"
 
 #include <fmt/format.h>

@@ -1,6 +1,6 @@
 #include "fixedpoint/range.h"
 
-#include "exact/decimal.h"
+#include "exact/number.h"
 #include "fixedpoint/record.h"
 
 #include <fmt/format.h>

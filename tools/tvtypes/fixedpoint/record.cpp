@@ -1,16 +1,15 @@
 #include "fixedpoint/record.h"
 
+#include "text/number.h"
 #include "text/quote.h"
 
 #include <fmt/format.h>
 
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
 #include <string_view>
-#include <system_error>
 
 namespace tvtool::fixedpoint {
 
@@ -30,19 +29,8 @@ struct Option {
     }
 };
 
-template <class Number>
-std::optional<Number> parseNumber(std::string_view text) {
-    if (text.starts_with('+') && !text.starts_with("+-")) {
-        text.remove_prefix(1);
-    }
-    Number value{};
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value);
-    return stop == end && error == std::errc() ? std::optional(value) : std::nullopt;
-}
-
 double parseDouble(const Option& option, bool (*isValid)(double)) {
-    const std::optional<double> value = parseNumber<double>(option.text);
+    const std::optional<double> value = text::parseNumber<double>(option.text);
     if (!value || !isValid(*value)) {
         option.fail();
     }
@@ -50,7 +38,7 @@ double parseDouble(const Option& option, bool (*isValid)(double)) {
 }
 
 std::int64_t parseInteger(const Option& option, std::int64_t least, std::int64_t most) {
-    const std::optional<std::int64_t> value = parseNumber<std::int64_t>(option.text);
+    const std::optional<std::int64_t> value = text::parseNumber<std::int64_t>(option.text);
     if (!value || *value < least || *value > most) {
         option.fail();
     }
@@ -70,7 +58,7 @@ double parseSlope(const Option& option) {
     if (!option.text.starts_with(base)) {
         return parseDouble(option, fxpDataTypeProp::preValidateTotalSlope);
     }
-    const std::optional<int> exponent = parseNumber<int>(option.text.substr(base.size()));
+    const std::optional<int> exponent = text::parseNumber<int>(option.text.substr(base.size()));
     const double slope = exponent ? std::ldexp(1.0, *exponent) : 0.0;
     if (!fxpDataTypeProp::preValidateTotalSlope(slope)) {
         option.fail();
@@ -122,7 +110,7 @@ fxpDataTypeProp makeRecord(const RecordTexts& texts) {
 }
 
 int parseWordLength(const char* option, const std::string& text) {
-    const std::optional<int> value = parseNumber<int>(text);
+    const std::optional<int> value = text::parseNumber<int>(text);
     if (!value || !fxpDataTypeProp::preValidateWordLength(*value)) {
         Option{option, text, "a whole number from 1 to 2147483647"}.fail();
     }

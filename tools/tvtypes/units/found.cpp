@@ -1,7 +1,6 @@
 #include "units/found.h"
 
 #include "text/utf16.h"
-#include "units/resolution.h"
 #include "units/words.h"
 
 #include <fmt/format.h>

@@ -29,6 +29,10 @@ class UnknownUnit : public text::ParseError {
     std::string name;
 };
 
+/// Returns a name, valid in an expression, of the unit whose name, symbol or alias the text is;
+/// else an empty text.
+std::string findUnitName(std::string_view text);
+
 /// Returns the expression for a text: the text itself if the library accepts it, else one for the
 /// unit that people write like this. Loads the database, and throws its errors. Throws an
 /// UnknownUnit or another text::ParseError for an invalid text.

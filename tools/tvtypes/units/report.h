@@ -6,7 +6,6 @@
 #pragma once
 
 #include "units/details.h"
-#include "units/factor.h"
 #include "units/search.h"
 
 #include <ostream>

@@ -1,11 +1,11 @@
 #include "units/spelling.h"
 
-#include "exact/decimal.h"
+#include "exact/number.h"
+#include "text/number.h"
 #include "text/parse_error.h"
 #include "units/tokens.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdlib>
 #include <limits>
 #include <optional>
@@ -25,13 +25,9 @@ constexpr const char* shorterExpected = "a shorter number";
 
 /// Parses a whole number with an optional sign; empty for another text or a greater number.
 std::optional<std::int64_t> wholeNumber(std::string_view text) {
-    text.remove_prefix(text.starts_with('+') ? 1 : 0);
-    std::int64_t number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    const bool isValid =
-        error == std::errc() && stop == end && number <= greatestPower && number >= -greatestPower;
-    return isValid ? std::optional(number) : std::nullopt;
+    const auto number = text::parseNumber<std::int64_t>(text);
+    const bool isValid = number && *number <= greatestPower && *number >= -greatestPower;
+    return isValid ? number : std::nullopt;
 }
 
 /// Returns the value of a number token; empty if it is too long or its power of ten too great.

@@ -1,5 +1,5 @@
 /// \file
-/// Input of elements to convert.
+/// Input and output of elements as texts and files.
 #pragma once
 
 #include "convert/npy.h"
@@ -9,6 +9,7 @@
 #include <istream>
 #include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
 
 namespace tvtool::convert {
@@ -41,5 +42,24 @@ std::unique_ptr<Source> readText(std::istream& is, Type type);
 /// must be given; the type in a .npy file must be `type` if that is given. Throws an Error if the
 /// file cannot be opened, has another type, or another size than its header says.
 std::unique_ptr<Source> openFile(const std::string& path, Format format, std::optional<Type> type);
+
+class Sink {
+  public:
+    virtual ~Sink() = default;
+
+    /// Writes the next elements. Throws an Error if that fails.
+    virtual void write(const std::byte* elements, std::size_t count) = 0;
+    /// Ends the output. A file that is not finished is discarded.
+    virtual void finish() {}
+};
+
+/// Returns a sink that writes the elements as texts, one a line. The stream must outlive it.
+std::unique_ptr<Sink> writeText(std::ostream& os, Element element);
+
+/// Returns a sink that writes the elements to a file, which replaces `path` when it is finished.
+/// Without a shape, a .npy file has one dimension. Throws a std::runtime_error if the file cannot
+/// be created.
+std::unique_ptr<Sink> createFile(const std::string& path, Format format, Element element,
+                                 const std::optional<Shape>& shape);
 
 } // namespace tvtool::convert

@@ -1,6 +1,7 @@
-#include "convert/source.h"
+#include "convert/streams.h"
 
 #include "convert/values.h"
+#include "files/new_file.h"
 
 #include <fmt/format.h>
 
@@ -18,6 +19,9 @@ namespace tvtool::convert {
 namespace {
 
 namespace fs = std::filesystem;
+
+static_assert(std::endian::native == std::endian::little,
+              "raw files are little-endian, and are read and written as in memory");
 
 /// Longer than any double with all its digits.
 constexpr int maxWord = 4096;
@@ -103,8 +107,6 @@ class FileSource : public Source {
         if (bytes % size != 0 || (count_ && bytes != most * size)) {
             fail("ends within its elements");
         }
-        static_assert(std::endian::native == std::endian::little,
-                      "elements are kept as read, and raw files are little-endian");
         if (bigEndian_) {
             const std::size_t value = sizeOf(element_.type);
             for (std::byte* begin = elements; begin < elements + bytes; begin += value) {
@@ -162,6 +164,62 @@ class FileSource : public Source {
     std::uint64_t done_ = 0;
 };
 
+class TextSink : public Sink {
+  public:
+    TextSink(std::ostream& os, Element element) : os_(os), element_(element) {}
+
+    void write(const std::byte* elements, std::size_t count) override {
+        text_.clear();
+        for (std::size_t i = 0; i < count; ++i) {
+            appendElement(text_, element_, elements + i * sizeOf(element_));
+            text_ += '\n';
+        }
+        if (!(os_ << text_)) {
+            throw Error("the output cannot be written");
+        }
+    }
+
+  private:
+    std::ostream& os_;
+    Element element_;
+    std::string text_;
+};
+
+class FileSink : public Sink {
+  public:
+    FileSink(const std::string& path, Format format, Element element,
+             const std::optional<Shape>& shape)
+        : file_(path), element_(element), needsCount_(format == Format::Npy && !shape) {
+        if (format == Format::Npy) {
+            writeHeader(shape ? *shape : Shape{{0}});
+        }
+    }
+
+    void write(const std::byte* elements, std::size_t count) override {
+        file_.write(elements, count * sizeOf(element_));
+        count_ += count;
+    }
+
+    void finish() override {
+        if (needsCount_) {
+            file_.rewind();
+            writeHeader({{count_}});
+        }
+        file_.commit();
+    }
+
+  private:
+    void writeHeader(const Shape& shape) {
+        const std::string header = npyHeader(element_, shape);
+        file_.write(header.data(), header.size());
+    }
+
+    files::NewFile file_;
+    Element element_;
+    bool needsCount_; ///< whether the header is to get the count, which is known at the end
+    std::uint64_t count_ = 0;
+};
+
 } // namespace
 
 Format formatOf(const std::string& path) {
@@ -174,6 +232,15 @@ std::unique_ptr<Source> readText(std::istream& is, Type type) {
 
 std::unique_ptr<Source> openFile(const std::string& path, Format format, std::optional<Type> type) {
     return std::make_unique<FileSource>(path, format, type);
+}
+
+std::unique_ptr<Sink> writeText(std::ostream& os, Element element) {
+    return std::make_unique<TextSink>(os, element);
+}
+
+std::unique_ptr<Sink> createFile(const std::string& path, Format format, Element element,
+                                 const std::optional<Shape>& shape) {
+    return std::make_unique<FileSink>(path, format, element, shape);
 }
 
 } // namespace tvtool::convert
