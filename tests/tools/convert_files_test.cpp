@@ -1,7 +1,6 @@
 // Files in, files out.
 #include "support.h"
 
-#include "convert/error.h"
 #include "convert/npy.h"
 
 #include <fmt/format.h>
@@ -147,7 +146,8 @@ TEST(ConvertFiles, WhatIsNotSoundChangesNothing) {
     const std::string raw = folder.write("in.raw", "01234");
     EXPECT_THAT(run({"convert", "--in", raw, "--from", "single", "--to", "int8"}).err,
                 HasSubstr("5 bytes, is no multiple of the 4"));
-    EXPECT_THAT(run({"convert", "--in", raw, "--to", "int8"}).err, HasSubstr("--from has to say"));
+    EXPECT_THAT(run({"convert", "--in", raw, "--to", "int8"}).err,
+                HasSubstr("a raw file needs --from"));
     // A value that is none, when others have been written already.
     std::string values;
     for (int i = 0; i < 70000; ++i) {

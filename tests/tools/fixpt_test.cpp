@@ -51,13 +51,13 @@ TEST(Fixpt, NamesReadBackToTheirRecords) {
             pick(0.0, 5e-324, -1.7976931348623157e308, 0.25 * exponent, someDouble()),
             0};
         const std::string name = fxpDataTypeToIdentifierString_NoCache(&record);
-        const fxpDataTypeProp read = fixedpoint::recordNamed(name);
+        const fxpDataTypeProp read = fixedpoint::parseTypeName(name);
         ASSERT_TRUE(fxdt_isequal_to()(read, record)) << name;
         ASSERT_EQ(read.DataTypeOverrideState, 0);
     }
     for (int id = 0; id < TVTypeSys::DataTypeTable::getNumBuiltInDataTypes(); ++id) {
         const char* const name = TVTypeSys::DataTypeTable::getNameOfBuiltInDataType(id);
-        const fxpDataTypeProp read = fixedpoint::recordNamed(name);
+        const fxpDataTypeProp read = fixedpoint::parseTypeName(name);
         EXPECT_EQ(fxpDataTypeToIdentifierString_NoCache(&read), name);
     }
 }
@@ -68,7 +68,7 @@ TEST(Fixpt, OtherWritingsAreReadAndWhatIsNoNameIsPointedAt) {
                                      {"ufix08_Bn0", "uint8"},
                                      {"sfix8_F1p5_En2", "sfix8_Sp375"},
                                      {"flts8_S1en310", "flts8_F1p1505236063118787_En1030"}}) {
-        const fxpDataTypeProp record = fixedpoint::recordNamed(text);
+        const fxpDataTypeProp record = fixedpoint::parseTypeName(text);
         EXPECT_EQ(fxpDataTypeToIdentifierString_NoCache(&record), name);
     }
     const struct {
@@ -98,7 +98,7 @@ TEST(Fixpt, OtherWritingsAreReadAndWhatIsNoNameIsPointedAt) {
                 {"sfix16_B1e400", 8, "beyond what a double holds"}};
     for (const auto& row : rows) {
         try {
-            fixedpoint::recordNamed(row.text);
+            fixedpoint::parseTypeName(row.text);
             ADD_FAILURE() << row.text;
         } catch (const text::ParseError& error) {
             EXPECT_EQ(error.position, row.position) << row.text;

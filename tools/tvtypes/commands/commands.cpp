@@ -27,12 +27,11 @@ void reportUnreadable(const std::string& file, const files::ReadError& error, Co
     console.status = ExitUnusable;
 }
 
-void reportUnreadable(const std::string& argument, std::size_t position, const char* reason,
-                      Console& console) {
-    console.err << fmt::format("tvtypes: {}: column {}: {}\n{}",
-                               text::safeText(text::quoted(argument)),
-                               text::columnOf(argument, position), text::safeText(reason),
-                               text::excerptAt(argument, position));
+void reportUnreadable(const text::ParseError& error, Console& console) {
+    console.err << fmt::format(
+        "tvtypes: {}: column {}: {}\n{}", text::safeText(text::quoted(error.text)),
+        text::columnOf(error.text, error.position), text::safeText(error.what()),
+        text::excerptAt(error.text, error.position));
     console.status = ExitUnusable;
 }
 

@@ -1,11 +1,11 @@
 /// \file
-/// The commands of the tool, each in a file of its own.
+/// The commands of the tool. Each stands in a file of its own and adds itself to the command line.
 #pragma once
 
 #include "files/read_error.h"
+#include "text/parse_error.h"
 #include "tool.h"
 
-#include <cstddef>
 #include <string>
 
 namespace CLI {
@@ -14,21 +14,18 @@ class App;
 
 namespace tvtool {
 
-/// The streams of a command, and the exit status that it sets.
+/// Where a command reads and writes, and how it went.
 struct Console : Streams {
     int status = ExitClean;
 };
 
-/// Adds a command to the command line. Parsing a command line with its name runs it.
+/// A command does its work when the command line that names it has been read.
 void addConvert(CLI::App& app, Console& console);
 void addDims(CLI::App& app, Console& console);
 void addFixpt(CLI::App& app, Console& console);
 void addInspect(CLI::App& app, Console& console);
 void addLayout(CLI::App& app, Console& console);
 void addUnit(CLI::App& app, Console& console);
-
-/// Adds the required argument for a model description.
-void addDescriptionFile(CLI::App& command, std::string& file);
 
 /// Prints a report as JSON or as text.
 template <class Report>
@@ -40,11 +37,10 @@ void print(const Report& report, bool isJson, Console& console) {
     }
 }
 
-/// Prints the error and sets the exit status.
+/// Prints why a file cannot be read, and sets the exit status.
 void reportUnreadable(const std::string& file, const files::ReadError& error, Console& console);
 
-/// Same for an argument, with an excerpt that marks the byte at which parsing failed.
-void reportUnreadable(const std::string& argument, std::size_t position, const char* reason,
-                      Console& console);
+/// Prints why an argument cannot be parsed, with a caret below the position, and sets the status.
+void reportUnreadable(const text::ParseError& error, Console& console);
 
 } // namespace tvtool

@@ -1,30 +1,27 @@
 #include "convert/conversion.h"
 
-#include "convert/error.h"
-
 #include <tvtypes/datatype.h>
 #include <tvtypes/functions.h>
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 
 namespace tvtool::convert {
 
 namespace {
 
-/// So that losses are looked for one by one only near to some.
+/// Elements are checked in blocks of this size, and one by one only in a block with a loss.
 constexpr std::size_t block = 1024;
 
-std::string listOf(const Places& places) {
-    return fmt::format("index {}{}", fmt::join(places.first, ", "),
-                       places.count > places.first.size() ? ", ..." : "");
+std::string indexList(const Occurrences& occurrences) {
+    return fmt::format("index {}{}", fmt::join(occurrences.first, ", "),
+                       occurrences.count > occurrences.first.size() ? ", ..." : "");
 }
 
 } // namespace
 
-void Places::add(std::uint64_t index) {
+void Occurrences::add(std::uint64_t index) {
     constexpr std::size_t shown = 5;
     ++count;
     if (first.size() < shown) {
@@ -32,16 +29,15 @@ void Places::add(std::uint64_t index) {
     }
 }
 
-std::string sentenceOf(const Losses& losses) {
-    std::string sentence =
-        fmt::format("{} {}, ", losses.elements, losses.elements == 1 ? "value" : "values");
-    if (losses.lost.count == 0) {
+std::string Losses::summary() const {
+    std::string sentence = fmt::format("{} {}, ", elements, elements == 1 ? "value" : "values");
+    if (lost.count == 0) {
         return sentence + "nothing lost";
     }
-    sentence += fmt::format("{} lost something ({})", losses.lost.count, listOf(losses.lost));
-    if (losses.overflowed.count > 0) {
-        sentence += fmt::format(", of which {} overflowed ({})", losses.overflowed.count,
-                                listOf(losses.overflowed));
+    sentence += fmt::format("{} lost something ({})", lost.count, indexList(lost));
+    if (overflowed.count > 0) {
+        sentence +=
+            fmt::format(", of which {} overflowed ({})", overflowed.count, indexList(overflowed));
     }
     return sentence + "; the first index is 0";
 }
@@ -50,7 +46,7 @@ Conversion::Conversion(Element source, Type destination, Modes modes)
     : source_(source), destination_{destination, source.isComplex}, modes_(modes) {
     if (source.isComplex && !isFloating(destination)) {
         throw Error(
-            fmt::format("complex elements become double or single, not {}", nameOf(destination)));
+            fmt::format("complex elements become double or single, not {}", typeName(destination)));
     }
 }
 
@@ -59,11 +55,11 @@ void Conversion::convert(const std::byte* from, std::byte* to, std::size_t count
     const std::size_t toSize = sizeOf(destination_);
     for (std::size_t begin = 0; begin < count; begin += block) {
         const std::size_t end = std::min(begin + block, count);
-        if (keeps(from + begin * fromSize, to + begin * toSize, end - begin)) {
+        if (convertExactly(from + begin * fromSize, to + begin * toSize, end - begin)) {
             continue;
         }
         for (std::size_t i = begin; i < end; ++i) {
-            if (!keeps(from + i * fromSize, to + i * toSize, 1)) {
+            if (!convertExactly(from + i * fromSize, to + i * toSize, 1)) {
                 losses_.lost.add(losses_.elements + i);
                 if (overflows(from + i * fromSize)) {
                     losses_.overflowed.add(losses_.elements + i);
@@ -74,7 +70,7 @@ void Conversion::convert(const std::byte* from, std::byte* to, std::size_t count
     losses_.elements += count;
 }
 
-bool Conversion::keeps(const std::byte* from, std::byte* to, std::size_t count) const {
+bool Conversion::convertExactly(const std::byte* from, std::byte* to, std::size_t count) const {
     return tvConvertBuiltInDTypeVectWithCheck(
         from, count, static_cast<int>(source_.type), source_.isComplex, to, count,
         static_cast<int>(destination_.type), destination_.isComplex, modes_.overflow,

@@ -1,5 +1,5 @@
 /// \file
-/// Elements converted in the library, and what that lost.
+/// Conversion of elements by the library, with a count of the losses.
 #pragma once
 
 #include "convert/names.h"
@@ -11,8 +11,8 @@
 
 namespace tvtool::convert {
 
-/// How often something happened, and where for the first times. Indices count from 0.
-struct Places {
+/// The number of occurrences, and the indices of the first ones, from 0.
+struct Occurrences {
     std::uint64_t count = 0;
     std::vector<std::uint64_t> first;
 
@@ -21,17 +21,17 @@ struct Places {
 
 struct Losses {
     std::uint64_t elements = 0;
-    Places lost;       ///< converted back, the element would differ
-    Places overflowed; ///< of these, what the destination has no room for
+    Occurrences lost;       ///< elements that differ when they are converted back
+    Occurrences overflowed; ///< the lost ones that are out of range of the destination
+
+    /// Returns a sentence with the counts and the first indices.
+    std::string summary() const;
 };
 
-/// What became of the elements, in one line.
-std::string sentenceOf(const Losses& losses);
-
-/// Converts the elements of one vector, piece by piece.
+/// Converts the elements of one vector in blocks.
 class Conversion {
   public:
-    /// Throws an Error if complex elements are to become anything but double or single.
+    /// Throws an Error for complex elements and a destination other than double and single.
     Conversion(Element source, Type destination, Modes modes);
 
     Element source() const { return source_; }
@@ -41,7 +41,8 @@ class Conversion {
     void convert(const std::byte* from, std::byte* to, std::size_t count);
 
   private:
-    bool keeps(const std::byte* from, std::byte* to, std::size_t count) const;
+    /// Converts elements and returns whether all of them kept their values.
+    bool convertExactly(const std::byte* from, std::byte* to, std::size_t count) const;
     bool overflows(const std::byte* element) const;
 
     Element source_;

@@ -1,13 +1,13 @@
 #include "fixedpoint/quantization.h"
 
 #include "convert/names.h"
-#include "exact/decimal.h"
-#include "fixedpoint/range.h"
+#include "exact/number.h"
 #include "fixedpoint/record.h"
 
 #include <fmt/format.h>
 
-#include <map>
+#include <array>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -15,13 +15,13 @@ namespace tvtool::fixedpoint {
 
 namespace {
 
-/// The integer below a number and what is left, which is at least 0 and less than 1.
+/// A number as floor + rest, where 0 <= rest < 1.
 struct Parts {
     exact::Integer floor;
     exact::Number rest;
 };
 
-Parts partsOf(const exact::Number& number) {
+Parts splitAtFloor(const exact::Number& number) {
     Parts parts;
     exact::Integer remainder;
     divide_qr(numerator(number), denominator(number), parts.floor, remainder);
@@ -52,61 +52,51 @@ bool roundsUp(const Parts& parts, fxpModeRounding_tag rounding) {
     return false;
 }
 
-class Quantizer {
-  public:
-    Quantizer(Grid grid, fxpModeOverflow_tag overflow)
-        : grid_(std::move(grid)), overflow_(overflow) {}
+/// Returns an integer reduced to the range of the grid modulo its number of integers.
+exact::Integer wrapped(const exact::Integer& integer, const Grid& grid) {
+    const exact::Integer count = grid.greatest - grid.least + 1;
+    const exact::Integer offset = (integer - grid.least) % count;
+    return offset < 0 ? exact::Integer(grid.least + offset + count)
+                      : exact::Integer(grid.least + offset);
+}
 
-    QuantizedValue operator()(const std::string& text) const {
-        const exact::Number number = exact::parseDecimal(text);
-        const Parts parts = partsOf((number - grid_.bias) / grid_.slope);
-        QuantizedValue value{text, {}};
-        std::map<bool, QuantizedRow> rows;
-        for (const auto& rounding : convert::roundings) {
-            const bool isUp = roundsUp(parts, rounding.value);
-            const auto [row, isNew] = rows.try_emplace(isUp);
-            if (isNew) {
-                row->second = rowOf(isUp ? exact::Integer(parts.floor + 1) : parts.floor, number);
-            }
-            row->second.rounding = rounding.name;
-            value.rows.push_back(row->second);
+/// Stores a rounded integer; `number` is the value before rounding.
+QuantizedRow store(const exact::Integer& integer, const exact::Number& number, const Grid& grid,
+                   bool wraps) {
+    const bool overflows = integer < grid.least || integer > grid.greatest;
+    const exact::Integer stored = !overflows             ? integer
+                                  : wraps                ? wrapped(integer, grid)
+                                  : integer < grid.least ? grid.least
+                                                         : grid.greatest;
+    const exact::Number value = grid.value(stored);
+    return {"", exact::decimalText(stored), exact::decimalText(value),
+            exact::decimalText(value - number),
+            !overflows ? ""
+            : wraps    ? "wrapped"
+                       : "saturated"};
+}
+
+QuantizedValue quantizeValue(const std::string& text, const Grid& grid, bool wraps) {
+    const exact::Number number = exact::parseDecimal(text);
+    const Parts parts = splitAtFloor((number - grid.bias) / grid.slope);
+    // Six modes of rounding have at most two results: rounded down, and up.
+    std::array<std::optional<QuantizedRow>, 2> rows;
+    QuantizedValue value{text, {}};
+    for (const auto& rounding : convert::roundings) {
+        const bool isUp = roundsUp(parts, rounding.value);
+        std::optional<QuantizedRow>& row = rows[isUp ? 1 : 0];
+        if (!row) {
+            row = store(parts.floor + (isUp ? 1 : 0), number, grid, wraps);
         }
-        return value;
+        row->rounding = rounding.name;
+        value.rows.push_back(*row);
     }
+    return value;
+}
 
-  private:
-    exact::Integer wrapped(const exact::Integer& integer) const {
-        const exact::Integer count = grid_.greatest - grid_.least + 1;
-        exact::Integer offset = (integer - grid_.least) % count;
-        if (offset < 0) {
-            offset += count;
-        }
-        return grid_.least + offset;
-    }
-
-    QuantizedRow rowOf(const exact::Integer& integer, const exact::Number& number) const {
-        const bool overflows = integer < grid_.least || integer > grid_.greatest;
-        const bool wraps = overflow_ == FXP_OVERFLOW_WRAP;
-        const exact::Integer stored = !overflows              ? integer
-                                      : wraps                 ? wrapped(integer)
-                                      : integer < grid_.least ? grid_.least
-                                                              : grid_.greatest;
-        const exact::Number value = grid_.valueOf(stored);
-        QuantizedRow row;
-        row.stored = exact::decimalText(stored);
-        row.value = exact::decimalText(value);
-        row.error = exact::decimalText(value - number);
-        row.overflow = !overflows ? "" : wraps ? "wrapped" : "saturated";
-        return row;
-    }
-
-    Grid grid_;
-    fxpModeOverflow_tag overflow_;
-};
-
-Grid gridFor(fxpDataTypeProp record) {
+Grid requireGrid(fxpDataTypeProp record) {
     const std::string name = fxpDataTypeToIdentifierString(&record);
-    if (std::optional<Grid> grid = gridOf(record)) {
+    if (std::optional<Grid> grid = makeGrid(record)) {
         return *std::move(grid);
     }
     if (record.DataTypeMode == FXP_DT_SCALED_DOUBLE) {
@@ -135,12 +125,10 @@ Grid gridFor(fxpDataTypeProp record) {
 
 Quantization quantize(const std::vector<std::string>& values, const fxpDataTypeProp& record,
                       fxpModeOverflow_tag overflow) {
-    const Quantizer quantizer(gridFor(record), overflow);
-    Quantization result;
-    result.identifier = fxpDataTypeToIdentifierString(&record);
-    result.range = rangeOf(record);
+    const Grid grid = requireGrid(record);
+    Quantization result{fxpDataTypeToIdentifierString(&record), valueRange(record), {}};
     for (const std::string& text : values) {
-        result.values.push_back(quantizer(text));
+        result.values.push_back(quantizeValue(text, grid, overflow == FXP_OVERFLOW_WRAP));
     }
     return result;
 }

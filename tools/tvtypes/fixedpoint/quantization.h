@@ -11,12 +11,12 @@
 
 namespace tvtool::fixedpoint {
 
-/// The result of quantizing a value with one rounding mode. Numbers are texts as in Range.
+/// Result of quantizing a value with one rounding mode. Numbers are texts as in Range.
 struct QuantizedRow {
     const char* rounding = "";
     std::string stored;        ///< the integer
     std::string value;         ///< slope * stored + bias
-    std::string error;         ///< that value minus the given one
+    std::string error;         ///< `value` minus the given value
     const char* overflow = ""; ///< "saturated", "wrapped", or empty
 };
 
@@ -31,9 +31,9 @@ struct Quantization {
     std::vector<QuantizedValue> values;
 };
 
-/// Quantizes decimal numbers with every rounding mode, without rounding errors of its own. Throws a
-/// std::invalid_argument for a text that is no number, for a type that stores no integers, and for
-/// one whose numbers are too large.
+/// Quantizes decimal numbers with every rounding mode, in exact arithmetic. Throws a
+/// std::invalid_argument for a text that is not a number, and for a type without stored integers,
+/// with an open signedness, or with a word length or exponent beyond mostBits.
 Quantization quantize(const std::vector<std::string>& values, const fxpDataTypeProp& record,
                       fxpModeOverflow_tag overflow);
 

@@ -1,6 +1,6 @@
 #include "fixedpoint/range.h"
 
-#include "exact/decimal.h"
+#include "exact/number.h"
 #include "fixedpoint/record.h"
 
 #include <fmt/format.h>
@@ -11,13 +11,8 @@ namespace tvtool::fixedpoint {
 
 namespace {
 
-exact::Number powerOfTwo(int power) {
-    const exact::Integer two = exact::Integer(1) << (power < 0 ? -power : power);
-    return power < 0 ? exact::Number(1, two) : exact::Number(two);
-}
-
-/// " * 1.5 * 2^-4 + 0.25": what is done to a stored integer.
-std::string scalingOf(const fxpDataTypeProp& record) {
+/// Returns the operations on a stored integer: " * 1.5 * 2^-4 + 0.25".
+std::string scalingFormula(const fxpDataTypeProp& record) {
     const bool isOne = record.SlopeAdjustmentFactor == 1.0 && record.FixedExponent == 0;
     std::string text = isOne ? "" : " * " + slopeFormula(record);
     if (record.Bias != 0.0) {
@@ -29,7 +24,8 @@ std::string scalingOf(const fxpDataTypeProp& record) {
 
 bool isSmall(std::int32_t exponent) { return exponent <= mostBits && exponent >= -mostBits; }
 
-/// A number in digits, or else its formula where those would be rounded and it is exact.
+/// Returns a number in digits; its formula if there is no number, or if the digits would be rounded
+/// and the formula is exact.
 std::string digitsOrFormula(const std::optional<exact::Number>& number, std::string formula,
                             bool isExact) {
     std::string digits = number ? exact::decimalText(*number) : "";
@@ -37,33 +33,33 @@ std::string digitsOrFormula(const std::optional<exact::Number>& number, std::str
     return !number || (isRounded && isExact) ? std::move(formula) : std::move(digits);
 }
 
-std::string resolutionOf(const fxpDataTypeProp& record) {
+std::string resolutionText(const fxpDataTypeProp& record) {
     const bool isKnown = isSmall(record.FixedExponent);
-    return digitsOrFormula(isKnown ? std::optional(exactSlopeOf(record)) : std::nullopt,
+    return digitsOrFormula(isKnown ? std::optional(exactSlope(record)) : std::nullopt,
                            slopeFormula(record), record.SlopeAdjustmentFactor == 1.0);
 }
 
-/// The bounds of a type with a signedness.
-Range boundsOf(const fxpDataTypeProp& record) {
+/// Returns the bounds of a type whose signedness is not open.
+Range bounds(const fxpDataTypeProp& record) {
     const bool isSigned = record.Signedness == 1;
     const int bits = record.WordLength - (isSigned ? 1 : 0);
-    const std::string scaling = scalingOf(record);
+    const std::string scaling = scalingFormula(record);
     const std::string lowest = isSigned ? fmt::format("-2^{}{}", bits, scaling) : biasStr(record);
     const std::string most = fmt::format("2^{} - 1", bits);
     const std::string highest = scaling.empty() ? most : fmt::format("({}){}", most, scaling);
-    const std::optional<Grid> grid = gridOf(record);
+    const std::optional<Grid> grid = makeGrid(record);
     if (!grid) {
         return {lowest, highest, {}};
     }
     const bool isExact = record.SlopeAdjustmentFactor == 1.0 &&
                          exact::parseDecimal(biasStr(record)) == exact::Number(record.Bias);
-    return {digitsOrFormula(grid->valueOf(grid->least), lowest, isExact),
-            digitsOrFormula(grid->valueOf(grid->greatest), highest, isExact),
+    return {digitsOrFormula(grid->value(grid->least), lowest, isExact),
+            digitsOrFormula(grid->value(grid->greatest), highest, isExact),
             {}};
 }
 
 template <class Floating>
-Range rangeOfFormat() {
+Range floatingPointRange() {
     using Limits = std::numeric_limits<Floating>;
     return {exact::decimalText(exact::Number(Limits::lowest())),
             exact::decimalText(exact::Number(Limits::max())),
@@ -72,7 +68,7 @@ Range rangeOfFormat() {
 
 } // namespace
 
-std::optional<Grid> gridOf(const fxpDataTypeProp& record) {
+std::optional<Grid> makeGrid(const fxpDataTypeProp& record) {
     if (record.DataTypeMode != FXP_DT_FIXPT || isOpen(record) || record.WordLength > mostBits ||
         !isSmall(record.FixedExponent)) {
         return std::nullopt;
@@ -81,12 +77,13 @@ std::optional<Grid> gridOf(const fxpDataTypeProp& record) {
     const exact::Integer below = record.Signedness == 1
                                      ? exact::Integer(exact::Integer(1) << (bits - 1))
                                      : exact::Integer(0);
-    return Grid{-below, (exact::Integer(1) << bits) - 1 - below, exactSlopeOf(record),
+    return Grid{-below, (exact::Integer(1) << bits) - 1 - below, exactSlope(record),
                 exact::Number(record.Bias)};
 }
 
-exact::Number exactSlopeOf(const fxpDataTypeProp& record) {
-    return exact::Number(record.SlopeAdjustmentFactor) * powerOfTwo(record.FixedExponent);
+exact::Number exactSlope(const fxpDataTypeProp& record) {
+    return exact::Number(record.SlopeAdjustmentFactor) *
+           exact::power(2, record.FixedExponent).value();
 }
 
 std::string slopeFormula(const fxpDataTypeProp& record) {
@@ -96,12 +93,12 @@ std::string slopeFormula(const fxpDataTypeProp& record) {
                : fmt::format("{} * 2^{}", slopeAdjustmentFactorStr(record), exponent);
 }
 
-Range rangeOf(const fxpDataTypeProp& record) {
+Range valueRange(const fxpDataTypeProp& record) {
     switch (record.DataTypeMode) {
     case FXP_DT_DOUBLE:
-        return rangeOfFormat<double>();
+        return floatingPointRange<double>();
     case FXP_DT_SINGLE:
-        return rangeOfFormat<float>();
+        return floatingPointRange<float>();
     case FXP_DT_BOOLEAN:
         return {"0", "1", {}};
     case FXP_DT_SCALED_DOUBLE:
@@ -109,8 +106,8 @@ Range rangeOf(const fxpDataTypeProp& record) {
     case FXP_DT_FIXPT:
         break;
     }
-    Range range = isOpen(record) ? Range{} : boundsOf(record);
-    range.resolution = resolutionOf(record);
+    Range range = isOpen(record) ? Range{} : bounds(record);
+    range.resolution = resolutionText(record);
     return range;
 }
 

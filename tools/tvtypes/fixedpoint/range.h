@@ -1,5 +1,5 @@
 /// \file
-/// The real-world values of a fixed-point type.
+/// Real-world values of a fixed-point type.
 #pragma once
 
 #include "exact/number.h"
@@ -11,39 +11,40 @@
 
 namespace tvtool::fixedpoint {
 
-/// The stored integers of a type, and the values slope * integer + bias that they stand for.
+/// The stored integers of a type, and the values slope * integer + bias that they represent.
 struct Grid {
     exact::Integer least;
     exact::Integer greatest;
     exact::Number slope;
     exact::Number bias;
 
-    exact::Number valueOf(const exact::Integer& stored) const { return slope * stored + bias; }
+    exact::Number value(const exact::Integer& stored) const { return slope * stored + bias; }
 };
 
-/// Up to these, in words and in exponents of either sign, numbers are computed.
+/// The largest word length, and the largest magnitude of an exponent, whose numbers are computed.
 constexpr int mostBits = 4096;
 
-/// Empty for a type without stored integers, with an open signedness, or beyond mostBits.
-std::optional<Grid> gridOf(const fxpDataTypeProp& record);
+/// Returns the grid of a type; empty without stored integers, with an open signedness, or beyond
+/// mostBits.
+std::optional<Grid> makeGrid(const fxpDataTypeProp& record);
 
-/// The slope, of an exponent within mostBits.
-exact::Number exactSlopeOf(const fxpDataTypeProp& record);
+/// Returns the slope. The exponent must be within mostBits.
+exact::Number exactSlope(const fxpDataTypeProp& record);
 
-/// The slope in its parts: 1.5 * 2^-4, or 2^-4.
+/// Returns the slope as a formula: 1.5 * 2^-4, or 2^-4.
 std::string slopeFormula(const fxpDataTypeProp& record);
 
-/// The real-world values of a type as texts: exact decimals, "about" and a rounded one, or formulas
-/// where the numbers are too large for either. Empty for an open signedness.
+/// Texts of the real-world values of a type: exact decimals, "about" and a rounded decimal, or
+/// formulas if the numbers are too large for either. Empty for an open signedness.
 struct Range {
     std::string lowest;
     std::string highest;
-    std::string resolution; ///< the distance of neighbours
+    std::string resolution; ///< difference of adjacent values
 
     /// Returns "lowest to highest", or an empty text.
     std::string text() const;
 };
 
-Range rangeOf(const fxpDataTypeProp& record);
+Range valueRange(const fxpDataTypeProp& record);
 
 } // namespace tvtool::fixedpoint

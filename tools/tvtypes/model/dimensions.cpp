@@ -46,13 +46,7 @@ Dimensions::Dimensions(const fmi::Description& description, fmi::Remarks& remark
     }
 }
 
-std::vector<dims::DimsFact> Dimensions::facts() const {
-    std::vector<const TVBlock*> blocks;
-    for (const TVBlock& block : blocks_) {
-        blocks.push_back(&block);
-    }
-    return facts_.statedBy(blocks);
-}
+std::vector<dims::DimsFact> Dimensions::facts() const { return facts_.statedBy(blocks_); }
 
 void Dimensions::add(std::uint32_t index) {
     const fmi::Variable& variable = description_.variables[index];

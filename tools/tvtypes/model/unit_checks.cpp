@@ -14,7 +14,7 @@ namespace tvtool::model {
 namespace {
 
 using text::quoted;
-using units::Meaning;
+using units::Expansion;
 using Powers = std::map<std::string, std::int64_t>;
 
 constexpr double tolerance = 1e-6;
@@ -64,7 +64,7 @@ class Comparison {
 };
 
 void checkDisplayUnit(const fmi::DisplayUnit& display, const fmi::UnitDefinition& definition,
-                      const Meaning& meaning, fmi::Remarks& remarks) {
+                      const Expansion& meaning, fmi::Remarks& remarks) {
     const NamedMeaning named = meaningOfName(display.name);
     const std::string subject =
         fmt::format("display unit {} of unit {}", quoted(display.name), quoted(definition.name));
@@ -147,9 +147,9 @@ bool checkUnit(const fmi::UnitDefinition& definition, const NamedMeaning& named,
 
 void checkDisplayUnits(const fmi::UnitDefinition& definition, const NamedMeaning& named,
                        fmi::Remarks& remarks) {
-    std::optional<Meaning> meaning = named.meaning;
+    std::optional<Expansion> meaning = named.meaning;
     if (const std::optional<fmi::BaseUnit>& base = definition.base) {
-        meaning = Meaning{powersOf(*base), exact::Number(base->factor), exact::Number(base->offset),
+        meaning = Expansion{powersOf(*base), exact::Number(base->factor), exact::Number(base->offset),
                           nullptr};
     }
     if (meaning) {

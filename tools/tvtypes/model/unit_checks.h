@@ -16,7 +16,7 @@ namespace tvtool::model {
 
 /// The unit that a name expresses.
 struct NamedMeaning {
-    std::optional<units::Meaning> meaning; ///< empty if the name is not known
+    std::optional<units::Expansion> meaning; ///< empty if the name is not known
     bool isAsWritten = false;              ///< whether the name is an expression of the library
     /// The expression of the library; empty if the name contains a number, which an expression
     /// cannot.

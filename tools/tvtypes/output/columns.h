@@ -116,6 +116,13 @@ boost::json::array jsonArray(const std::vector<Row>& rows, const Columns<Row>& c
     return array;
 }
 
+/// Returns a function for a column of a JSON array: the rows in a member, with their columns, which
+/// must outlive it.
+template <class Row, class Part>
+auto rowsOf(std::vector<Part> Row::*member, const Columns<Part>& columns) {
+    return [member, &columns](const Row& row) { return jsonArray(row.*member, columns); };
+}
+
 /// Prints a heading and a line for each row. An empty cell is shown as "-".
 template <class Row>
 void printTable(const std::vector<Row>& rows, const Columns<Row>& columns,

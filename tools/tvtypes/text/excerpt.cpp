@@ -10,6 +10,7 @@ namespace tvtool::text {
 
 namespace {
 
+/// The most bytes before and after the position.
 constexpr std::size_t around = 40;
 
 } // namespace

@@ -4,8 +4,8 @@
 
 namespace tvtool::text {
 
-// A text never has fewer bytes than columns; padding it to that number of columns adds the
-// difference.
+// fmt knows the widths of characters, but returns them only as padding: a text never has more
+// columns than bytes, and padding it to its number of bytes adds the difference.
 std::size_t displayWidth(const std::string& text) {
     return 2 * text.size() - fmt::formatted_size("{:<{}}", text, text.size());
 }

@@ -1,5 +1,5 @@
 /// \file
-/// Width of texts on a screen.
+/// Display width of texts.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@
 
 namespace tvtool::text {
 
-/// Returns the number of columns that a text takes on a screen.
+/// Returns the number of terminal columns that a text takes.
 std::size_t displayWidth(const std::string& text);
 
 } // namespace tvtool::text
