@@ -21,8 +21,7 @@ using Source = std::function<std::size_t(std::span<char> buffer)>;
 /// name. Throws a files::ReadError.
 Source openSource(const std::string& path, Remarks& remarks);
 
-/// Opens the description in an archive. `maxSize` is the largest unpacked size in bytes; tests pass
-/// a smaller one.
+/// Opens the description in an archive. `maxSize` limits the unpacked bytes; tests lower it.
 Source openArchive(const std::string& path, Remarks& remarks,
                    std::uint64_t maxSize = std::uint64_t{256} << 20);
 
