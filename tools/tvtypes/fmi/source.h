@@ -17,15 +17,12 @@ namespace tvtool::fmi {
 /// files::ReadError.
 using Source = std::function<std::size_t(std::span<char> buffer)>;
 
-/// The largest unpacked size of a description, in bytes.
-inline constexpr std::uint64_t maxUnpackedSize = std::uint64_t{256} << 20;
-
 /// Opens a description or the archive that contains one, which the first bytes decide and not the
 /// name. Throws a files::ReadError.
 Source openSource(const std::string& path, Remarks& remarks);
 
-/// Opens the description in an archive. Tests pass a smaller `maxSize`.
+/// Opens the description in an archive. `maxSize` limits the unpacked bytes; tests lower it.
 Source openArchive(const std::string& path, Remarks& remarks,
-                   std::uint64_t maxSize = maxUnpackedSize);
+                   std::uint64_t maxSize = std::uint64_t{256} << 20);
 
 } // namespace tvtool::fmi

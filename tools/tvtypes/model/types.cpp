@@ -5,7 +5,6 @@
 #include <fnd/except.h>
 
 #include <array>
-#include <ranges>
 #include <string>
 
 namespace tvtool::model {
@@ -28,8 +27,11 @@ constexpr std::array<const char*, fmi::baseTypeCount + 1> tableNames{
 const char* tableName(BaseType base) { return tableNames[static_cast<std::size_t>(base)]; }
 
 std::unordered_set<std::string_view> declaredNames(const fmi::Description& description) {
-    const auto names = description.types | std::views::transform(&fmi::TypeDefinition::name);
-    return {names.begin(), names.end()};
+    std::unordered_set<std::string_view> names;
+    for (const fmi::TypeDefinition& type : description.types) {
+        names.insert(type.name);
+    }
+    return names;
 }
 
 /// Returns the id from `registerType`, or INVALID_DATA_TYPE_ID, with a problem, if it throws.
