@@ -1,7 +1,7 @@
-// tvtypes convert: values of the built-in types in one another.
+// tvtypes convert: conversion of values between the built-in types.
 #include "commands/commands.h"
 #include "commands/exclusion.h"
-#include "convert/run.h"
+#include "convert/conversion.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -59,7 +59,7 @@ Format formatNamed(const std::string& name) {
     return name == "npy" ? Format::Npy : Format::Raw;
 }
 
-/// The source that the options name. Values of the call are read from `text`.
+/// Returns the source that the options select. Values of the call are read from `text`.
 std::unique_ptr<Source> openSource(const Options& options, std::istream& text, Console& console) {
     const std::optional<Type> from = typeOrNone("--from", options.from);
     if (options.in) {

@@ -1,4 +1,4 @@
-// tvtypes dims: what the library makes of dimensions that are expressions.
+// tvtypes dims: simplification of dimensions, and checks of facts about them.
 #include "commands/commands.h"
 #include "commands/exclusion.h"
 #include "dims/fact_file.h"

@@ -1,4 +1,4 @@
-// tvtypes fixpt: what the library knows of numeric types.
+// tvtypes fixpt: details of numeric types, and quantization of values.
 #include "commands/commands.h"
 #include "commands/exclusion.h"
 #include "convert/names.h"

@@ -1,4 +1,4 @@
-// tvtypes unit: what the library knows of units.
+// tvtypes unit: details of units, conversion factors, and search.
 #include "commands/commands.h"
 #include "commands/exclusion.h"
 #include "units/report.h"

@@ -1,11 +1,18 @@
 #include "convert/conversion.h"
 
+#include "convert/values.h"
+#include "output/table.h"
+
 #include <tvtypes/datatype.h>
 #include <tvtypes/functions.h>
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
+#include <chrono>
+#include <span>
+#include <utility>
 
 namespace tvtool::convert {
 
@@ -17,6 +24,74 @@ constexpr std::size_t block = 1024;
 std::string indexList(const Occurrences& occurrences) {
     return fmt::format("index {}{}", fmt::join(occurrences.first, ", "),
                        occurrences.count > occurrences.first.size() ? ", ..." : "");
+}
+
+constexpr std::size_t chunk = std::size_t{64} << 10;
+
+/// A progress bar, which is erased at the end of its life.
+class ProgressBar {
+  public:
+    ProgressBar(std::ostream* terminal, std::uint64_t total)
+        : terminal_(total > 0 ? terminal : nullptr), total_(total) {}
+    ~ProgressBar() {
+        if (isShown_) {
+            *terminal_ << "\r\x1b[K" << std::flush;
+        }
+    }
+    ProgressBar(const ProgressBar&) = delete;
+    ProgressBar& operator=(const ProgressBar&) = delete;
+
+    void update(std::uint64_t done) {
+        if (terminal_ == nullptr || Clock::now() < next_) {
+            return;
+        }
+        next_ = Clock::now() + interval;
+        isShown_ = true;
+        const double part = static_cast<double>(done) / static_cast<double>(total_);
+        *terminal_ << fmt::format("\r[{:<{}}] {:3.0f} %",
+                                  std::string(std::size_t(part * width), '#'), width, part * 100)
+                   << std::flush;
+    }
+
+  private:
+    using Clock = std::chrono::steady_clock;
+    static constexpr std::chrono::milliseconds interval{200};
+    static constexpr int width = 40;
+
+    std::ostream* terminal_;
+    std::uint64_t total_;
+    Clock::time_point next_ = Clock::now() + interval;
+    bool isShown_ = false;
+};
+
+/// The modes that make a difference for a pair of types, else the first one.
+struct DistinctModes {
+    std::span<const Named<fxpModeRounding_tag>> roundings;
+    std::span<const Named<fxpModeOverflow_tag>> overflows;
+};
+
+DistinctModes distinctModes(Type source, Type destination) {
+    const auto conversionFunction = [&](fxpModeOverflow_tag overflow,
+                                        fxpModeRounding_tag rounding) {
+        return utGetTvBuiltinDtypeConvFcn(static_cast<int>(source), static_cast<int>(destination),
+                                          overflow, rounding);
+    };
+    const auto first = conversionFunction(FXP_OVERFLOW_WRAP, FXP_ROUND_ZERO);
+    const bool rounds = conversionFunction(FXP_OVERFLOW_WRAP, FXP_ROUND_CEIL) != first;
+    const bool saturates = conversionFunction(FXP_OVERFLOW_SATURATE, FXP_ROUND_ZERO) != first;
+    return {std::span(roundings).first(rounds ? roundings.size() : 1),
+            std::span(overflows).first(saturates ? overflows.size() : 1)};
+}
+
+/// Returns the converted value with a mark for a loss.
+std::string resultCell(Element source, const std::byte* value, Type destination, Modes modes) {
+    Conversion conversion(source, destination, modes);
+    std::array<std::byte, 16> result{};
+    conversion.convert(value, result.data(), 1);
+    std::string text;
+    appendElement(text, conversion.destination(), result.data());
+    const Losses& losses = conversion.losses();
+    return text + (losses.overflowed.count > 0 ? '!' : losses.lost.count > 0 ? '~' : ' ');
 }
 
 } // namespace
@@ -81,6 +156,50 @@ bool Conversion::overflows(const std::byte* element) const {
     return TVTypeSys::DataType::CheckForOverflowDuringDataTypeConversion(
         element, 1, static_cast<int>(source_.type), source_.isComplex,
         static_cast<int>(destination_.type), modes_.rounding);
+}
+
+void convertAll(Source& source, Conversion& conversion, Sink& sink, std::ostream* terminal) {
+    ProgressBar progress(terminal, source.count().value_or(0));
+    std::vector<std::byte> from(chunk * sizeOf(conversion.source()));
+    std::vector<std::byte> to(chunk * sizeOf(conversion.destination()));
+    while (const std::size_t count = source.read(from.data(), chunk)) {
+        conversion.convert(from.data(), to.data(), count);
+        sink.write(to.data(), count);
+        progress.update(conversion.losses().elements);
+    }
+    sink.finish();
+}
+
+void printModes(Source& source, Type destination, bool colour, std::ostream& os) {
+    const Element element = source.element();
+    const DistinctModes modes = distinctModes(element.type, destination);
+    const bool rounds = modes.roundings.size() > 1;
+    const bool saturates = modes.overflows.size() > 1;
+
+    output::Table table;
+    table.addColumn(elementName(element), output::Align::Right);
+    table.addColumn("overflow", output::Align::Left);
+    for (const auto& rounding : modes.roundings) {
+        table.addColumn(fmt::format("{} ", rounds ? rounding.name : "any rounding"),
+                        output::Align::Right);
+    }
+    std::array<std::byte, 16> value{};
+    while (source.read(value.data(), 1) == 1) {
+        std::string text;
+        appendElement(text, element, value.data());
+        for (const auto& overflow : modes.overflows) {
+            std::vector<std::string> cells{text, saturates ? overflow.name : "any"};
+            for (const auto& rounding : modes.roundings) {
+                cells.push_back(resultCell(element, value.data(), destination,
+                                           {overflow.value, rounding.value}));
+            }
+            table.addRow(std::move(cells));
+        }
+    }
+    os << fmt::format("From {} to {}, under each mode of overflow and of rounding\n\n",
+                      elementName(element), typeName(destination));
+    table.print(os, output::bold(colour));
+    os << "\n! overflowed   ~ lost something without overflowing\n";
 }
 
 } // namespace tvtool::convert

@@ -1,11 +1,13 @@
 /// \file
-/// Conversion of elements by the library, with a count of the losses.
+/// Conversion of elements by the library, with a count of the losses: of a vector, of a whole
+/// source, and of a source under all modes.
 #pragma once
 
-#include "convert/names.h"
+#include "convert/streams.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -50,5 +52,14 @@ class Conversion {
     Modes modes_;
     Losses losses_;
 };
+
+/// Converts all elements of a source into a sink, in chunks, so that the memory does not depend on
+/// their number. Shows a progress bar on the last line of `terminal` while it runs, if `terminal`
+/// is not null and the number of elements is known.
+void convertAll(Source& source, Conversion& conversion, Sink& sink, std::ostream* terminal);
+
+/// Prints the results of converting each value of the source: a line for each overflow mode, a
+/// column for each rounding mode. Modes that make no difference for the pair of types share one.
+void printModes(Source& source, Type destination, bool colour, std::ostream& os);
 
 } // namespace tvtool::convert

@@ -40,7 +40,7 @@ std::unique_ptr<Source> readText(std::istream& is, Type type);
 
 /// Returns a source of the elements of a file. A raw file has little-endian values of `type`, which
 /// must be given; the type in a .npy file must be `type` if that is given. Throws an Error if the
-/// file cannot be opened, has another type, or another size than its header says.
+/// file cannot be opened, has another type, or a size that its header contradicts.
 std::unique_ptr<Source> openFile(const std::string& path, Format format, std::optional<Type> type);
 
 class Sink {

@@ -54,8 +54,8 @@ enum class Steps {
 };
 
 /// A directed graph whose nodes are sizes and whose edges are facts. An equal fact leads both ways,
-/// a greater one from the greater to the lesser size. The library only knows whether sizes are
-/// related by facts of one kind; this finds the facts, and chains of both kinds.
+/// a greater one from the greater to the lesser size. The library only returns whether sizes
+/// are related by facts of one kind; this finds the facts, and chains of both kinds.
 class FactGraph {
   public:
     explicit FactGraph(const TVTypeSys::SymbolicDimsTable& table) : table_(table) {}

@@ -2,7 +2,7 @@
 /// Details of a numeric type.
 #pragma once
 
-#include "fixedpoint/range.h"
+#include "fixedpoint/quantization.h"
 
 #include <tvtypes/datatypetable.h>
 

@@ -29,34 +29,20 @@ struct Option {
     }
 };
 
-double parseDouble(const Option& option, bool (*isValid)(double)) {
-    const std::optional<double> value = text::parseNumber<double>(option.text);
+template <class Value>
+Value parseOption(const Option& option, bool (*isValid)(Value)) {
+    const std::optional<Value> value = text::parseNumber<Value>(option.text);
     if (!value || !isValid(*value)) {
         option.fail();
     }
     return *value;
 }
 
-std::int64_t parseInteger(const Option& option, std::int64_t least, std::int64_t most) {
-    const std::optional<std::int64_t> value = text::parseNumber<std::int64_t>(option.text);
-    if (!value || *value < least || *value > most) {
-        option.fail();
-    }
-    return *value;
-}
-
-std::uint32_t parseSignedness(const Option& option) {
-    if (option.text == "open") {
-        return openSignedness;
-    }
-    return static_cast<std::uint32_t>(parseInteger(option, 0, 1));
-}
-
 /// Parses a number, or a power of two such as 2^-4.
 double parseSlope(const Option& option) {
     constexpr std::string_view base = "2^";
     if (!option.text.starts_with(base)) {
-        return parseDouble(option, fxpDataTypeProp::preValidateTotalSlope);
+        return parseOption<double>(option, fxpDataTypeProp::preValidateTotalSlope);
     }
     const std::optional<int> exponent = text::parseNumber<int>(option.text.substr(base.size()));
     const double slope = exponent ? std::ldexp(1.0, *exponent) : 0.0;
@@ -67,9 +53,6 @@ double parseSlope(const Option& option) {
 }
 
 void setScaling(const RecordTexts& texts, fxpDataTypeProp& record) {
-    using Limits = std::numeric_limits<std::int32_t>;
-    constexpr std::int64_t least = Limits::min();
-    constexpr std::int64_t most = Limits::max();
     if (texts.slope) {
         setSlope(
             parseSlope({"--slope", *texts.slope,
@@ -77,24 +60,27 @@ void setScaling(const RecordTexts& texts, fxpDataTypeProp& record) {
             record);
     }
     if (texts.factor) {
-        record.SlopeAdjustmentFactor =
-            parseDouble({"--factor", *texts.factor, "a number that is at least 1 and less than 2"},
-                        fxpDataTypeProp::preValidateSlopeAdjustmentFactor);
+        record.SlopeAdjustmentFactor = parseOption<double>(
+            {"--factor", *texts.factor, "a number that is at least 1 and less than 2"},
+            fxpDataTypeProp::preValidateSlopeAdjustmentFactor);
     }
     if (texts.exponent) {
-        record.FixedExponent = static_cast<std::int32_t>(parseInteger(
-            {"--exponent", *texts.exponent, "a whole number from -2147483648 to 2147483647"}, least,
-            most));
+        record.FixedExponent = parseOption<std::int32_t>(
+            {"--exponent", *texts.exponent, "a whole number from -2147483648 to 2147483647"},
+            [](std::int32_t) { return true; });
     }
     if (texts.fractionLength) {
-        record.FixedExponent = static_cast<std::int32_t>(
-            -parseInteger({"--fraction-length", *texts.fractionLength,
-                           "a whole number from -2147483647 to 2147483648"},
-                          -most, -least));
+        record.FixedExponent = static_cast<std::int32_t>(-parseOption<std::int64_t>(
+            {"--fraction-length", *texts.fractionLength,
+             "a whole number from -2147483647 to 2147483648"},
+            [](std::int64_t length) {
+                constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
+                return length >= -most && length <= most + 1;
+            }));
     }
     if (texts.bias) {
-        record.Bias = parseDouble({"--bias", *texts.bias, "a number that a double holds"},
-                                  fxpDataTypeProp::preValidateBias);
+        record.Bias = parseOption<double>({"--bias", *texts.bias, "a number that a double holds"},
+                                          fxpDataTypeProp::preValidateBias);
     }
 }
 
@@ -103,18 +89,20 @@ void setScaling(const RecordTexts& texts, fxpDataTypeProp& record) {
 fxpDataTypeProp makeRecord(const RecordTexts& texts) {
     fxpDataTypeProp record{FXP_DT_FIXPT, 1, 0, 0, 1.0, 0.0, 0};
     record.DataTypeMode = texts.isScaledDouble ? FXP_DT_SCALED_DOUBLE : FXP_DT_FIXPT;
-    record.Signedness = parseSignedness({"--signed", texts.signedness, "0, 1 or open"});
+    record.Signedness = openSignedness;
+    if (texts.signedness != "open") {
+        record.Signedness = static_cast<std::uint32_t>(
+            parseOption<int>({"--signed", texts.signedness, "0, 1 or open"},
+                             [](int signedness) { return signedness == 0 || signedness == 1; }));
+    }
     record.WordLength = parseWordLength("--word-length", texts.wordLength);
     setScaling(texts, record);
     return record;
 }
 
 int parseWordLength(const char* option, const std::string& text) {
-    const std::optional<int> value = text::parseNumber<int>(text);
-    if (!value || !fxpDataTypeProp::preValidateWordLength(*value)) {
-        Option{option, text, "a whole number from 1 to 2147483647"}.fail();
-    }
-    return *value;
+    return parseOption<int>({option, text, "a whole number from 1 to 2147483647"},
+                            fxpDataTypeProp::preValidateWordLength);
 }
 
 void setSlope(double slope, fxpDataTypeProp& record) {

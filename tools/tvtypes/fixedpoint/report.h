@@ -8,7 +8,6 @@
 #pragma once
 
 #include "fixedpoint/details.h"
-#include "fixedpoint/quantization.h"
 
 #include <ostream>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "output/table.h"
 
-#include "text/width.h"
+#include "text/utf8.h"
 
 #include <fmt/format.h>
 

@@ -2,7 +2,6 @@
 
 #include "text/safe_text.h"
 #include "text/utf8.h"
-#include "text/width.h"
 
 #include <algorithm>
 

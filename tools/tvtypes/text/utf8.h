@@ -1,6 +1,9 @@
 /// \file
-/// Bytes of UTF-8.
+/// Bytes and display width of UTF-8 texts.
 #pragma once
+
+#include <cstddef>
+#include <string>
 
 namespace tvtool::text {
 
@@ -8,5 +11,8 @@ namespace tvtool::text {
 constexpr bool isContinuationByte(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
+
+/// Returns the number of terminal columns that a text takes.
+std::size_t displayWidth(const std::string& text);
 
 } // namespace tvtool::text

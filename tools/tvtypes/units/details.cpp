@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
-#include <ranges>
 #include <utility>
 
 namespace tvtool::units {
@@ -35,7 +34,8 @@ void addConvertible(const FoundUnit& found, UnitDetails& details) {
     std::ranges::sort(names);
     details.convertibleCount = names.size();
     names.resize(std::min(names.size(), mostConvertible));
-    std::ranges::copy(names | std::views::values, std::back_inserter(details.convertible));
+    std::ranges::transform(names, std::back_inserter(details.convertible),
+                           &std::pair<double, std::string>::second);
 }
 
 void addExpansion(const Expansion& expansion, UnitDetails& details) {

@@ -59,7 +59,7 @@ class Parser {
     /// A product in parentheses, or the whole text. Its power applies to all factors in it.
     struct Group {
         std::size_t parent = 0;
-        std::int64_t sign = 1; ///< that continues behind the group
+        std::int64_t sign = 1; ///< before the group; also of a factor joined to it
         std::int64_t power = 1;
     };
     struct Factor {
