@@ -27,6 +27,9 @@ void addInspect(CLI::App& app, Console& console);
 void addLayout(CLI::App& app, Console& console);
 void addUnit(CLI::App& app, Console& console);
 
+/// Adds the argument FILE: a model description, or an archive that contains one.
+void addDescriptionFile(CLI::App& command, std::string& file);
+
 /// Prints a report as JSON or as text.
 template <class Report>
 void print(const Report& report, bool isJson, Console& console) {

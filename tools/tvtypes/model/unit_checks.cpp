@@ -7,7 +7,6 @@
 
 #include <cmath>
 #include <cstddef>
-#include <variant>
 
 namespace tvtool::model {
 
@@ -93,16 +92,17 @@ void checkDisplayUnit(const fmi::DisplayUnit& display, const fmi::UnitDefinition
 } // namespace
 
 NamedMeaning meaningOfName(std::string_view name) {
-    const auto read = units::readUnit(name);
-    const auto* const reading = std::get_if<units::Reading>(&read);
-    if (reading == nullptr) {
+    units::Reading reading;
+    try {
+        reading = units::readUnit(name);
+    } catch (const text::ParseError&) {
         return {};
     }
-    NamedMeaning named{units::meaningOfExpression(reading->expression), reading->isAsWritten, {}};
-    if (named.meaning && reading->factor == 1) {
-        named.expression = reading->expression;
+    NamedMeaning named{units::expandExpression(reading.expression), reading.isAsWritten, {}};
+    if (named.meaning && reading.factor == 1) {
+        named.expression = reading.expression;
     } else if (named.meaning) {
-        named.meaning->factor *= reading->factor;
+        named.meaning->factor *= reading.factor;
     }
     return named;
 }
@@ -149,8 +149,8 @@ void checkDisplayUnits(const fmi::UnitDefinition& definition, const NamedMeaning
                        fmi::Remarks& remarks) {
     std::optional<Expansion> meaning = named.meaning;
     if (const std::optional<fmi::BaseUnit>& base = definition.base) {
-        meaning = Expansion{powersOf(*base), exact::Number(base->factor), exact::Number(base->offset),
-                          nullptr};
+        meaning = Expansion{powersOf(*base), exact::Number(base->factor),
+                            exact::Number(base->offset), nullptr};
     }
     if (meaning) {
         for (const fmi::DisplayUnit& display : definition.displayUnits) {

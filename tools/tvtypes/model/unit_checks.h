@@ -4,7 +4,7 @@
 
 #include "fmi/description.h"
 #include "fmi/remarks.h"
-#include "units/meaning.h"
+#include "units/expansion.h"
 
 #include <cstdint>
 #include <map>
@@ -17,7 +17,7 @@ namespace tvtool::model {
 /// The unit that a name expresses.
 struct NamedMeaning {
     std::optional<units::Expansion> meaning; ///< empty if the name is not known
-    bool isAsWritten = false;              ///< whether the name is an expression of the library
+    bool isAsWritten = false;                ///< whether the name is an expression of the library
     /// The expression of the library; empty if the name contains a number, which an expression
     /// cannot.
     std::string expression;
