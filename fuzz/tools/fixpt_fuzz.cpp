@@ -21,10 +21,10 @@ void check(bool holds) {
 }
 
 void readAndShow(const std::string& name, const std::string& value) {
-    const fxpDataTypeProp record = fixedpoint::recordNamed(name);
+    const fxpDataTypeProp record = fixedpoint::parseTypeName(name);
     check(record.validateFxpDTProp());
     const std::string written = fxpDataTypeToIdentifierString_NoCache(&record);
-    check(fxdt_isequal_to()(fixedpoint::recordNamed(written), record));
+    check(fxdt_isequal_to()(fixedpoint::parseTypeName(written), record));
     TVTypeSys::DataTypeTable table;
     fixedpoint::typeDetails(name, record, table);
     fixedpoint::quantize({value}, record, FXP_OVERFLOW_WRAP);

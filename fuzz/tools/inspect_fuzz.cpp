@@ -1,48 +1,29 @@
-// The inspection of any bytes, and the layout of its structs: reports or a files::ReadError,
-// nothing else.
+// Inspects any bytes as a description and lays out its structs. Only a files::ReadError is allowed.
 #include "model/inspection.h"
-#include "model/inspection_report.h"
-#include "model/layout_report.h"
-#include "model/layout_svg.h"
 #include "model/memory_map.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <sstream>
-
-namespace {
-
-class MemorySource : public tvtool::fmi::Source {
-  public:
-    explicit MemorySource(std::span<const char> bytes) : rest_(bytes) {}
-
-    std::size_t read(std::span<char> buffer) override {
-        const std::size_t count = std::min(buffer.size(), rest_.size());
-        std::copy_n(rest_.begin(), count, buffer.begin());
-        rest_ = rest_.subspan(count);
-        return count;
-    }
-
-  private:
-    std::span<const char> rest_;
-};
-
-} // namespace
+#include <string_view>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    MemorySource source({reinterpret_cast<const char*>(data), size});
+    std::string_view rest(reinterpret_cast<const char*>(data), size);
+    const auto source = [&](std::span<char> buffer) {
+        const std::size_t count = rest.copy(buffer.data(), buffer.size());
+        rest.remove_prefix(count);
+        return count;
+    };
     try {
-        const tvtool::model::Inspection inspection = tvtool::model::inspectSource(source, {});
+        const tvtool::model::Model model(source, {});
+        const tvtool::model::Inspection inspection = tvtool::model::inspect(model, "");
         std::ostringstream os;
         tvtool::model::printText(inspection, true, os);
         tvtool::model::printJson(inspection, os);
-        MemorySource again({reinterpret_cast<const char*>(data), size});
-        const tvtool::model::Model model(again, {});
-        const tvtool::model::MemoryMaps maps = tvtool::model::mapStructs(model, "");
+        const tvtool::model::MemoryMaps maps = tvtool::model::mapStructs(model, "", "");
         tvtool::model::printText(maps, true, os);
         tvtool::model::drawLayout(maps, os);
     } catch (const tvtool::files::ReadError&) {
-        // No description: the reader has said so.
+        // The bytes are no description.
     }
     return 0;
 }

@@ -1,5 +1,4 @@
 // The header of any bytes: an Error, or what comes back from the header that is written for it.
-#include "convert/error.h"
 #include "convert/npy.h"
 
 #include <cstdint>

@@ -1,4 +1,5 @@
-// Any bytes as a unit: what is read can be entered and computed, what is not has a place.
+// Any bytes as a unit: a unit that is found has an expansion that can be printed; an error has a
+// position in the text.
 #include "text/excerpt.h"
 #include "units/found.h"
 
@@ -11,11 +12,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     TVTypeSys::UnitTable table;
     try {
         const tvtool::units::FoundUnit found = tvtool::units::findUnit(text, table);
-        if (found.meaning) {
-            tvtool::units::productText(found.meaning->powers);
-            tvtool::exactText(found.meaning->factor);
+        if (found.expansion) {
+            tvtool::units::productText(found.expansion->powers);
+            tvtool::exact::fractionText(found.expansion->factor);
         }
-    } catch (const text::ParseError& error) {
+    } catch (const tvtool::text::ParseError& error) {
         if (error.position > text.size()) {
             std::abort();
         }

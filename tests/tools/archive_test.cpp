@@ -18,7 +18,7 @@ struct ArchiveTest : testing::Test {
     TemporaryFolder folder;
 
     Outcome inspect(std::initializer_list<std::pair<std::string, std::string>> entries) {
-        // The ending says nothing, the content all.
+        // The content makes it an archive, not the ending.
         return run({"inspect", folder.writeArchive("model.xml", entries)});
     }
 
@@ -27,7 +27,7 @@ struct ArchiveTest : testing::Test {
         try {
             const auto source = fmi::openArchive(path, remarks, maxSize);
             std::array<char, 64> buffer{};
-            while (source->read(buffer) > 0) {
+            while (source(buffer) > 0) {
             }
             ADD_FAILURE() << "read without an error";
         } catch (const files::ReadError& error) {
@@ -36,27 +36,27 @@ struct ArchiveTest : testing::Test {
     }
 };
 
-TEST_F(ArchiveTest, DescriptionAtTheRootIsRead) {
+TEST_F(ArchiveTest, ReadsDescriptionAtRoot) {
     const Outcome outcome = inspect({{"a/modelDescription.xml", "x"}, {name, good}});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.out, HasSubstr("1 variable, 1 type, no problems, no notes"));
 }
 
-TEST_F(ArchiveTest, ResourceForkBesideItIsIgnoredWithANote) {
+TEST_F(ArchiveTest, IgnoresResourceForkWithNote) {
     const Outcome outcome = inspect({{"__MACOSX/._modelDescription.xml", "junk"}, {name, good}});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.out,
                 HasSubstr("archive: entry \"__MACOSX/._modelDescription.xml\" is ignored\n"));
 }
 
-TEST_F(ArchiveTest, DescriptionInASingleFolderIsReadWithANote) {
+TEST_F(ArchiveTest, ReadsDescriptionInOnlyFolderWithNote) {
     const Outcome outcome =
         inspect({{"__MACOSX/modelDescription.xml", "junk"}, {"model/modelDescription.xml", good}});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.out, HasSubstr("read from \"model/modelDescription.xml\""));
 }
 
-TEST_F(ArchiveTest, WithoutADescriptionIsUnreadable) {
+TEST_F(ArchiveTest, RejectsArchiveWithoutDescription) {
     const Outcome none = inspect({{"a/b/modelDescription.xml", good}, {"model.xml", good}});
     EXPECT_EQ(none.status, 2);
     EXPECT_THAT(none.err, HasSubstr("model.xml: is an archive without a modelDescription.xml"));
@@ -71,21 +71,21 @@ TEST_F(ArchiveTest, WithoutADescriptionIsUnreadable) {
     EXPECT_THAT(empty.err, HasSubstr("it is empty"));
 }
 
-TEST_F(ArchiveTest, FaultInTheDescriptionHasItsPlace) {
+TEST_F(ArchiveTest, ReportsLineAndColumnOfError) {
     const Outcome outcome = inspect({{name, "<fmiModelDescription fmiVersion=\"3.0\">\n <a></b>"}});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_THAT(outcome.err, HasSubstr("model.xml:2:7: not XML: mismatched tag"));
 }
 
-TEST_F(ArchiveTest, StatedSizeIsLimited) {
+TEST_F(ArchiveTest, LimitsStatedSize) {
     const std::string path = folder.writeArchive("m.fmu", {{name, std::string(5000, ' ')}});
     expectReadError(path, 4999, "unpacks to more than");
     fmi::Remarks remarks;
     EXPECT_NO_THROW(fmi::openArchive(path, remarks, 5000));
 }
 
-/// Puts a number in the place of all equal ones, four bytes little-endian.
-std::string withNumber(std::string bytes, std::uint32_t number, std::uint32_t replacement) {
+/// Replaces each occurrence of a number, in four bytes, little-endian.
+std::string replaceNumber(std::string bytes, std::uint32_t number, std::uint32_t replacement) {
     const auto encoded = [](std::uint32_t value) {
         std::string text;
         for (unsigned shift = 0; shift < 32; shift += 8) {
@@ -100,13 +100,13 @@ std::string withNumber(std::string bytes, std::uint32_t number, std::uint32_t re
     return bytes;
 }
 
-TEST_F(ArchiveTest, SizeThatIsNotAsStatedDoesNotPassTheLimit) {
+TEST_F(ArchiveTest, LimitsActualSize) {
     const std::string path = folder.writeArchive("m.fmu", {{name, std::string(70000, ' ')}});
-    const std::string lying = folder.write("l.fmu", withNumber(readFile(path), 70000, 10));
-    expectReadError(lying, 100, "modelDescription.xml in the archive");
+    const std::string wrong = folder.write("l.fmu", replaceNumber(readFile(path), 70000, 10));
+    expectReadError(wrong, 100, "modelDescription.xml in the archive");
 }
 
-TEST_F(ArchiveTest, DamageIsUnreadable) {
+TEST_F(ArchiveTest, RejectsDamagedArchive) {
     const std::string path = folder.writeArchive("m.fmu", {{name, good}});
     const std::string bytes = readFile(path);
     std::string damaged = bytes;

@@ -16,7 +16,7 @@ namespace {
 
 using testing::HasSubstr;
 
-TEST(CommandLine, HelpsThoseWhoAsk) {
+TEST(CommandLine, PrintsHelpAndVersion) {
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{}, {"--help"}, {"inspect", "--help"}}) {
         const Outcome outcome = run(arguments);
@@ -27,7 +27,7 @@ TEST(CommandLine, HelpsThoseWhoAsk) {
     EXPECT_THAT(run({"--version"}).out, HasSubstr(libtv_types_version));
 }
 
-TEST(CommandLine, WrongCallsAreRefusedInOneLine) {
+TEST(CommandLine, RejectsInvalidCallsInOneLine) {
     const std::string good = TVTYPES_EXAMPLES "/motor_drive.xml";
     for (const std::vector<std::string>& arguments : {std::vector<std::string>{"inspect"},
                                                       {"inspect", good, good},
@@ -45,12 +45,12 @@ TEST(CommandLine, WrongCallsAreRefusedInOneLine) {
     }
 }
 
-TEST(CommandLine, TakesWhatIsBehindTwoMinusSignsAsItIs) {
+TEST(CommandLine, TakesArgumentsAfterDoubleDashLiterally) {
     EXPECT_THAT(run({"inspect", "--", "-x.xml"}).err, testing::HasSubstr(": -x.xml: cannot"));
     EXPECT_THAT(run({"dims", "N", "--", "-N"}).out, testing::HasSubstr("\n-N\n"));
 }
 
-TEST(CommandLine, OutputThatCannotBeWrittenIsAnError) {
+TEST(CommandLine, ReportsFailedOutput) {
     const std::array<const char*, 3> argv{"tvtypes", "inspect",
                                           TVTYPES_EXAMPLES "/motor_drive.xml"};
     std::ostream nowhere(nullptr);

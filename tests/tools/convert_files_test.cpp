@@ -1,7 +1,6 @@
-// Files in, files out.
+// Conversion of raw and NumPy files.
 #include "support.h"
 
-#include "convert/error.h"
 #include "convert/npy.h"
 
 #include <fmt/format.h>
@@ -23,8 +22,8 @@ std::string bytesOf(const std::vector<Value>& values) {
     return {reinterpret_cast<const char*>(values.data()), values.size() * sizeof(Value)};
 }
 
-/// A header with this dictionary, which need not be one.
-std::string headerOf(const std::string& dictionary, char major = 1) {
+/// Returns a .npy header with this text, which may be invalid.
+std::string npyFileHeader(const std::string& dictionary, char major = 1) {
     std::string header = std::string("\x93NUMPY") + major + '\0';
     const std::size_t size = dictionary.size();
     for (unsigned shift = 0; shift < (major == 1 ? 16U : 32U); shift += 8) {
@@ -33,8 +32,8 @@ std::string headerOf(const std::string& dictionary, char major = 1) {
     return header + dictionary;
 }
 
-std::string headerOf(const std::string& descr, const std::string& shape, char major = 1) {
-    return headerOf(
+std::string npyFileHeader(const std::string& descr, const std::string& shape, char major = 1) {
+    return npyFileHeader(
         fmt::format("{{'descr': '{}', 'fortran_order': False, 'shape': {}, }}\n", descr, shape),
         major);
 }
@@ -53,7 +52,7 @@ TEST(ConvertFiles, RoundTripAcrossChunks) {
             run({"convert", "--in", raw, "--from", "int16", "--to", "double", "--out", wide});
         EXPECT_EQ(there.status, 0) << there.err;
         EXPECT_EQ(fs::file_size(wide), 128 + 8 * count);
-        // Onto the file that is being read.
+        // The output replaces the input.
         EXPECT_EQ(run({"convert", "--in", wide, "--to", "int16", "--out", wide}).err,
                   fmt::format("double to int16: {} value{}, nothing lost\n", count,
                               count == 1 ? "" : "s"));
@@ -62,7 +61,7 @@ TEST(ConvertFiles, RoundTripAcrossChunks) {
     EXPECT_EQ(std::distance(fs::directory_iterator(fs::path(wide).parent_path()), {}), 2);
 }
 
-TEST(ConvertFiles, LossesAreFoundWhereverTheyStand) {
+TEST(ConvertFiles, ReportsLossesInAllBlocks) {
     std::vector<double> values(140000, 7);
     for (const std::size_t index : {0U, 1023U, 1024U, 65536U, 139999U}) {
         values[index] = index % 2 == 0 ? 0.5 : 1000;
@@ -75,7 +74,7 @@ TEST(ConvertFiles, LossesAreFoundWhereverTheyStand) {
         "which 2 overflowed (index 1023, 139999); the first index is 0\n");
 }
 
-TEST(ConvertFiles, NumpyFilesKeepTheirShape) {
+TEST(ConvertFiles, KeepsShapeOfNumpyFiles) {
     const TemporaryFolder folder;
     const struct {
         std::string content;
@@ -83,14 +82,14 @@ TEST(ConvertFiles, NumpyFilesKeepTheirShape) {
         const char* header;
         std::string text;
     } rows[] = {
-        {headerOf("<f8", "(2, 1)") + bytesOf<double>({1.5, 300}), "int8",
+        {npyFileHeader("<f8", "(2, 1)") + bytesOf<double>({1.5, 300}), "int8",
          "{'descr': '|i1', 'fortran_order': False, 'shape': (2, 1), } ", "1\n127\n"},
-        {headerOf("{\"shape\":(3,),'fortran_order':True,'descr':'>u2'}", 2) +
+        {npyFileHeader("{\"shape\":(3,),'fortran_order':True,'descr':'>u2'}", 2) +
              std::string("\0\1\1\0\xFF\xFF", 6),
          "int32", "{'descr': '<i4', 'fortran_order': True, 'shape': (3,), } ", "1\n256\n65535\n"},
-        {headerOf("<c8", "()", 3) + bytesOf<float>({0.5F, -2}), "double",
+        {npyFileHeader("<c8", "()", 3) + bytesOf<float>({0.5F, -2}), "double",
          "{'descr': '<c16', 'fortran_order': False, 'shape': (), } ", "0.5-2i\n"},
-        {headerOf("|b1", "(0, 18446744073709551615)"), "boolean",
+        {npyFileHeader("|b1", "(0, 18446744073709551615)"), "boolean",
          "{'descr': '|b1', 'fortran_order': False, 'shape': (0, 18446744073709551615), } ", ""}};
     for (const auto& row : rows) {
         const std::string in = folder.write("in.npy", row.content);
@@ -102,40 +101,40 @@ TEST(ConvertFiles, NumpyFilesKeepTheirShape) {
     }
 }
 
-TEST(ConvertFiles, WhatIsNotSoundChangesNothing) {
+TEST(ConvertFiles, InvalidInputLeavesOutputUnchanged) {
     const TemporaryFolder folder;
     const std::string out = folder.write("out.raw", "kept");
     const std::string four = "0123";
     const std::pair<std::string, const char*> rows[] = {
         {"", "ends within the header"},
         {"\x93NUMPX\1" + std::string(4, '\0'), "does not begin like one"},
-        {headerOf("<f4", "(1,)", 4) + four, "version 4.0"},
-        {headerOf("<f4", "(1,)").substr(0, 40), "ends within the header"},
+        {npyFileHeader("<f4", "(1,)", 4) + four, "version 4.0"},
+        {npyFileHeader("<f4", "(1,)").substr(0, 40), "ends within the header"},
         {std::string("\x93NUMPY\2\0\xFF\xFF\xFF\xFF", 12), "has a header of 4294967295 bytes"},
-        {headerOf("<f4", "(1,)"), "needs 4 bytes of elements, there are 0"},
-        {headerOf("<f4", "(1,)") + four + "4", "needs 4 bytes of elements, there are 5"},
-        {headerOf("<f4", "(-1,)") + four, "a negative size"},
-        {headerOf("<f4", "(99999999999999999999,)"), "a size that is too large"},
-        {headerOf("<f4", "(4294967296, 4294967296)"), "more elements than any file"},
-        {headerOf("<f4", "(1)") + four, "no \",\""},
-        {headerOf("<f4", "((1,),)") + four, "no number"},
-        {headerOf("<f4", "(" + std::string(65000, '(')), "no number"},
-        {headerOf("<f4", "(1.5,)") + four, "no \",\""},
-        {headerOf("<f4", std::string("(") + std::string(130, '1') + ")"), "too large"},
-        {headerOf("<f4", "(1, 1, 1,") + four, "malformed"},
-        {headerOf("<i8", "(1,)") + four + four, "elements of type \"<i8\""},
-        {headerOf("|f4", "(1,)") + four, "elements of type \"|f4\""},
-        {headerOf("", "(1,)") + four, "elements of type \"\""},
-        {headerOf("{'descr': [('a', '<f4')], 'shape': (1,)}") + four, "holds records"},
-        {headerOf("{'descr': '<f4', 'shape': (1,)}") + four, "missing"},
-        {headerOf("{'shape': (1,), 'shape': (1,)}") + four, "for the second time"},
-        {headerOf("{'descr': '<f4', 'fortran_order': 0}") + four, "neither True nor False"},
-        {headerOf("{'size': 1}") + four, "has no meaning"},
-        {headerOf("{'descr': '<f4") + four, "no text in quotes"},
-        {headerOf("<f4", "(1,), } x {'") + four, "behind the end"},
-        {headerOf("") + four, "no \"{\""},
-        {headerOf("<c8", "(1,)") + four + four, "become double or single"},
-        {headerOf("<f8", "(1,)") + four + four, "holds double, but --from says single"}};
+        {npyFileHeader("<f4", "(1,)"), "needs 4 bytes of elements, there are 0"},
+        {npyFileHeader("<f4", "(1,)") + four + "4", "needs 4 bytes of elements, there are 5"},
+        {npyFileHeader("<f4", "(-1,)") + four, "a negative size"},
+        {npyFileHeader("<f4", "(99999999999999999999,)"), "a size that is too large"},
+        {npyFileHeader("<f4", "(4294967296, 4294967296)"), "more elements than any file"},
+        {npyFileHeader("<f4", "(1)") + four, "no \",\""},
+        {npyFileHeader("<f4", "((1,),)") + four, "no number"},
+        {npyFileHeader("<f4", "(" + std::string(65000, '(')), "no number"},
+        {npyFileHeader("<f4", "(1.5,)") + four, "no \",\""},
+        {npyFileHeader("<f4", std::string("(") + std::string(130, '1') + ")"), "too large"},
+        {npyFileHeader("<f4", "(1, 1, 1,") + four, "malformed"},
+        {npyFileHeader("<i8", "(1,)") + four + four, "elements of type \"<i8\""},
+        {npyFileHeader("|f4", "(1,)") + four, "elements of type \"|f4\""},
+        {npyFileHeader("", "(1,)") + four, "elements of type \"\""},
+        {npyFileHeader("{'descr': [('a', '<f4')], 'shape': (1,)}") + four, "holds records"},
+        {npyFileHeader("{'descr': '<f4', 'shape': (1,)}") + four, "missing"},
+        {npyFileHeader("{'shape': (1,), 'shape': (1,)}") + four, "for the second time"},
+        {npyFileHeader("{'descr': '<f4', 'fortran_order': 0}") + four, "neither True nor False"},
+        {npyFileHeader("{'size': 1}") + four, "has no meaning"},
+        {npyFileHeader("{'descr': '<f4") + four, "no text in quotes"},
+        {npyFileHeader("<f4", "(1,), } x {'") + four, "behind the end"},
+        {npyFileHeader("") + four, "no \"{\""},
+        {npyFileHeader("<c8", "(1,)") + four + four, "become double or single"},
+        {npyFileHeader("<f8", "(1,)") + four + four, "holds double, but --from says single"}};
     for (const auto& [content, sentence] : rows) {
         const std::string in = folder.write("in.npy", content);
         const Outcome outcome =
@@ -147,8 +146,9 @@ TEST(ConvertFiles, WhatIsNotSoundChangesNothing) {
     const std::string raw = folder.write("in.raw", "01234");
     EXPECT_THAT(run({"convert", "--in", raw, "--from", "single", "--to", "int8"}).err,
                 HasSubstr("5 bytes, is no multiple of the 4"));
-    EXPECT_THAT(run({"convert", "--in", raw, "--to", "int8"}).err, HasSubstr("--from has to say"));
-    // A value that is none, when others have been written already.
+    EXPECT_THAT(run({"convert", "--in", raw, "--to", "int8"}).err,
+                HasSubstr("a raw file needs --from"));
+    // An invalid value after others have been written.
     std::string values;
     for (int i = 0; i < 70000; ++i) {
         values += "1 ";
@@ -158,7 +158,7 @@ TEST(ConvertFiles, WhatIsNotSoundChangesNothing) {
     EXPECT_EQ(std::distance(fs::directory_iterator(fs::path(out).parent_path()), {}), 3);
 }
 
-TEST(ConvertFiles, OnlyPlainFilesAreReplaced) {
+TEST(ConvertFiles, ReplacesOnlyRegularFiles) {
     const TemporaryFolder folder;
     const std::string target = folder.write("target", "old");
     const fs::path link = target + ".link";

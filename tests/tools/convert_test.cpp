@@ -1,10 +1,11 @@
-// Values in, values out: what the command prints, and how it went.
+// Conversion of values on the command line: results, losses and errors.
 #include "support.h"
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <sstream>
 
 namespace tvtool {
@@ -13,14 +14,10 @@ namespace {
 
 using testing::HasSubstr;
 
-/// `words` apart from each other.
+/// Splits words at blanks.
 std::vector<std::string> split(const std::string& words) {
     std::istringstream stream(words);
-    std::vector<std::string> all;
-    for (std::string word; stream >> word;) {
-        all.push_back(word);
-    }
-    return all;
+    return {std::istream_iterator<std::string>(stream), {}};
 }
 
 Outcome convert(const std::string& call, const std::string& input = {}) {
@@ -57,7 +54,7 @@ TEST(Convert, WrapsAndSaturatesUnderEachRounding) {
     }
 }
 
-TEST(Convert, TableShowsTheModesThatDiffer) {
+TEST(Convert, TableShowsDistinctModes) {
     const Outcome all = convert("--table -128.5 300 2");
     EXPECT_THAT(all.lines(),
                 testing::IsSupersetOf(
@@ -71,7 +68,7 @@ TEST(Convert, TableShowsTheModesThatDiffer) {
                 HasSubstr("   0.1  any                0.1~\n1e+300  any                inf!\n"));
 }
 
-TEST(Convert, ReadsAndWritesWhatTheTypeHolds) {
+TEST(Convert, ReadsAndWritesValuesOfEachType) {
     const std::pair<const char*, const char*> rows[] = {
         {"--to double 0.1 -0 1e400 0x1.8p1 -.5 -INF -nan 1e-400 +7",
          "0.1 -0 inf 3 -0.5 -inf -nan 0 7"},
@@ -90,7 +87,7 @@ TEST(Convert, ReadsAndWritesWhatTheTypeHolds) {
     EXPECT_EQ(convert("--to int8", "1 2\n\t3\r\n\n").out, "1\n2\n3\n");
 }
 
-TEST(Convert, RefusesWhatIsNoValueOfTheType) {
+TEST(Convert, RejectsInvalidValues) {
     const std::pair<const char*, const char*> rows[] = {
         {"--from int8 --to double 5 128",
          "index 1, \"128\", is out of range, which is -128 to 127"},
@@ -118,7 +115,7 @@ TEST(Convert, RefusesWhatIsNoValueOfTheType) {
     EXPECT_THAT(convert("--to int8", std::string(1 << 20, '1')).err, HasSubstr("is too long"));
 }
 
-TEST(Convert, SaysWhatWasLost) {
+TEST(Convert, ReportsLosses) {
     const Outcome some = convert("--to int8 1 1.5 300 nan 5 6.5 7.5 -inf --strict");
     EXPECT_EQ(some.err, "double to int8: 8 values, 6 lost something (index 1, 2, 3, 5, 6, ...), of "
                         "which 2 overflowed (index 2, 7); the first index is 0\n");

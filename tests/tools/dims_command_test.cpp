@@ -17,7 +17,7 @@ TEST(DimsCommand, ShowsSimplifiedDimensions) {
     const Outcome outcome = run({"dims", "--json", "(2*N + 4)/2", "N+2", "[2, N+N]", "1/(N-N)",
                                  "[N+N, M/(2*M-M-M)]", "[1,2]+3", "--", "-N"});
     ASSERT_EQ(outcome.status, 0) << outcome.err;
-    const boost::json::array sheets = outcome.json().at("dimensions").as_array();
+    const boost::json::array details = outcome.json().at("dimensions").as_array();
     struct Row {
         const char* simplified;
         const char* obstacle;
@@ -30,30 +30,30 @@ TEST(DimsCommand, ShowsSimplifiedDimensions) {
                         {"[2*N,M/(2*M-M-M)]", "it divides by 2*M-M-M, which is 0", -1},
                         {"[1,2]+3", "a list stands inside arithmetic", -1},
                         {"-N", "", -1}};
-    ASSERT_EQ(sheets.size(), std::size(rows));
-    for (std::size_t i = 0; i < sheets.size(); ++i) {
-        const boost::json::object& sheet = sheets[i].as_object();
-        EXPECT_EQ(sheet.at("simplified"), rows[i].simplified);
+    ASSERT_EQ(details.size(), std::size(rows));
+    for (std::size_t i = 0; i < details.size(); ++i) {
+        const boost::json::object& entry = details[i].as_object();
+        EXPECT_EQ(entry.at("simplified"), rows[i].simplified);
         const boost::json::value obstacle =
             *rows[i].obstacle == '\0' ? boost::json::value(nullptr) : rows[i].obstacle;
-        EXPECT_EQ(sheet.at("obstacle"), obstacle);
-        EXPECT_EQ(sheet.at("equals").is_null() ? -1 : sheet.at("equals").to_number<int>(),
+        EXPECT_EQ(entry.at("obstacle"), obstacle);
+        EXPECT_EQ(entry.at("equals").is_null() ? -1 : entry.at("equals").to_number<int>(),
                   rows[i].equals);
     }
-    EXPECT_EQ(sheets[0].at("simplifiedId"), sheets[1].at("id"));
-    EXPECT_EQ(sheets[2].at("size"), "4*N");
-    EXPECT_EQ(sheets[0].at("size"), nullptr);
+    EXPECT_EQ(details[0].at("simplifiedId"), details[1].at("id"));
+    EXPECT_EQ(details[2].at("size"), "4*N");
+    EXPECT_EQ(details[0].at("size"), nullptr);
     EXPECT_THAT(run({"dims", "[N+N,1/(N-N)]"}).out, HasSubstr("stays as it is in part: it div"));
 }
 
-TEST(DimsCommand, PointsAtWhatIsNoExpression) {
+TEST(DimsCommand, ReportsPositionOfInvalidExpression) {
     const std::pair<const char*, const char*> rows[] = {
         {"2*(N+", "\"2*(N+\": column 6: the expression is not complete\n  2*(N+\n       ^\n"},
         {"N $M", "column 3: an expression does not go on like this\n  N $M\n    ^\n"},
         {"\x1b[2J", "column 1: an expression does not go on like this\n  \\u001b[2J\n  ^\n"},
         {"", "column 1: the expression is not complete"}};
     for (const auto& [text, error] : rows) {
-        // What is an expression is shown all the same.
+        // Valid expressions are shown although another one is invalid.
         const Outcome outcome = run({"dims", text, "N+N"});
         EXPECT_EQ(outcome.status, 2);
         EXPECT_THAT(outcome.err, HasSubstr(error));
@@ -71,11 +71,11 @@ TEST(DimsCommand, PointsAtWhatIsNoExpression) {
     }
 }
 
-TEST(DimsFacts, AreAnsweredAndContradicted) {
+TEST(DimsFacts, AnswersQuestionsAndReportsContradictions) {
     struct Row {
         const char* facts;
         int status;
-        const char* said; ///< of the last line
+        const char* result; ///< part of the output
     };
     const std::string first = "-:1: ";
     const Row rows[] = {
@@ -109,14 +109,14 @@ TEST(DimsFacts, AreAnsweredAndContradicted) {
     for (const Row& row : rows) {
         const Outcome outcome = run({"dims", "--facts", "-", "--list"}, row.facts);
         EXPECT_EQ(outcome.status, row.status) << row.facts;
-        EXPECT_THAT(outcome.out, HasSubstr(row.said));
+        EXPECT_THAT(outcome.out, HasSubstr(row.result));
         EXPECT_EQ(outcome.err, "");
         const boost::json::object json = run({"dims", "--facts", "-", "--json"}, row.facts).json();
         EXPECT_EQ(json.at("contradictions").as_array().size(), row.status == 0 ? 0U : 1U);
     }
 }
 
-/// What follows from facts between few sizes, by closing all ways between all sizes.
+/// Reference model: the transitive closure of relations between a few sizes.
 class Closure {
   public:
     static constexpr int count = 9; ///< four numbers, five names
@@ -129,7 +129,7 @@ class Closure {
         }
     }
 
-    static std::string nameOf(int size) {
+    static std::string sizeName(int size) {
         return size < 4 ? std::to_string(size) : std::string(1, static_cast<char>('J' + size));
     }
 
@@ -139,8 +139,8 @@ class Closure {
         for (int via = 0; via < count; ++via) {
             for (int i = 0; i < count; ++i) {
                 for (int j = 0; j < count; ++j) {
-                    if (way(i, via) > 0 && way(via, j) > 0) {
-                        raise(i, j, std::max(way(i, via), way(via, j)));
+                    if (between(i, via) > 0 && between(via, j) > 0) {
+                        raise(i, j, std::max(between(i, via), between(via, j)));
                     }
                 }
             }
@@ -148,25 +148,26 @@ class Closure {
     }
 
     const char* answer(int a, char relation, int b) const {
-        const bool isEqual = a == b || (way(a, b) == 1 && way(b, a) == 1);
-        if (relation == '=' ? isEqual : way(a, b) == 2) {
+        const bool isEqual = a == b || (between(a, b) == 1 && between(b, a) == 1);
+        if (relation == '=' ? isEqual : between(a, b) == 2) {
             return "yes";
         }
-        const bool isOtherwise = way(b, a) == 2 || (relation == '=' ? way(a, b) == 2 : isEqual);
+        const bool isOtherwise =
+            between(b, a) == 2 || (relation == '=' ? between(a, b) == 2 : isEqual);
         return isOtherwise ? "no" : "not known";
     }
 
   private:
-    int way(int a, int b) const { return ways_[static_cast<std::size_t>(a * count + b)]; }
-    void raise(int a, int b, int way) {
-        int& known = ways_[static_cast<std::size_t>(a * count + b)];
-        known = std::max(known, way);
+    int between(int a, int b) const { return relations_[static_cast<std::size_t>(a * count + b)]; }
+    void raise(int a, int b, int relation) {
+        int& known = relations_[static_cast<std::size_t>(a * count + b)];
+        known = std::max(known, relation);
     }
 
-    std::array<int, count * count> ways_{}; ///< none, equal, greater
+    std::array<int, count * count> relations_{}; ///< 0 none, 1 equal, 2 greater
 };
 
-TEST(DimsFacts, FollowFromEachOther) {
+TEST(DimsFacts, MatchesTransitiveClosure) {
     std::mt19937 random(5);
     const auto pick = [&](int below) {
         return std::uniform_int_distribution<int>(0, below - 1)(random);
@@ -180,10 +181,10 @@ TEST(DimsFacts, FollowFromEachOther) {
             const int b = pick(Closure::count);
             const char relation = pick(2) == 0 ? '=' : '>';
             const std::string answer = closure.answer(a, relation, b);
-            // What cannot hold is asked for, not stated.
+            // A contradiction is not stated but asked for.
             const bool isQuestion = pick(2) == 0 || answer == "no";
-            text += fmt::format("{} {} {}{}\n", Closure::nameOf(a), relation == '=' ? "==" : ">",
-                                Closure::nameOf(b), isQuestion ? " ?" : "");
+            text += fmt::format("{} {} {}{}\n", Closure::sizeName(a), relation == '=' ? "==" : ">",
+                                Closure::sizeName(b), isQuestion ? " ?" : "");
             if (isQuestion) {
                 expected.push_back(answer);
             } else {
@@ -200,7 +201,7 @@ TEST(DimsFacts, FollowFromEachOther) {
     }
 }
 
-TEST(DimsFacts, LinesThatAreNoneArePointedAt) {
+TEST(DimsFacts, ReportsPositionInInvalidLine) {
     const std::pair<const char*, const char*> rows[] = {
         {"N >= 2", ":1:3: there is no such relation; it is ==, > or <\n  N >= 2\n    ^\n"},
         {"\r\n  N 2 # x", ":2:6: a relation is missing: ==, > or <"},
@@ -221,7 +222,7 @@ TEST(DimsFacts, LinesThatAreNoneArePointedAt) {
     EXPECT_EQ(example.status, 0) << example.out << example.err;
 }
 
-TEST(DimsFacts, OfAnyAmountAreRead) {
+TEST(DimsFacts, HandlesLongChainsAndInvalidFiles) {
     std::string chain;
     for (int i = 0; i < 5000; ++i) {
         chain += fmt::format("N{} > N{}\nM{} == M{}\n", i, i + 1, i, i + 1);

@@ -1,4 +1,4 @@
-// Names of numeric types, what they are, and how values are stored in them.
+// Names and details of numeric types, and quantization of values.
 #include "convert/conversion.h"
 #include "convert/values.h"
 #include "fixedpoint/identifier.h"
@@ -30,7 +30,7 @@ std::vector<std::string> split(const std::string& words) {
     return {std::istream_iterator<std::string>(stream), {}};
 }
 
-TEST(Fixpt, NamesReadBackToTheirRecords) {
+TEST(Fixpt, ParsesNamesOfRandomRecords) {
     std::mt19937_64 random(5);
     const auto pick = [&](auto... values) {
         return std::array{values...}[random() % sizeof...(values)];
@@ -51,24 +51,24 @@ TEST(Fixpt, NamesReadBackToTheirRecords) {
             pick(0.0, 5e-324, -1.7976931348623157e308, 0.25 * exponent, someDouble()),
             0};
         const std::string name = fxpDataTypeToIdentifierString_NoCache(&record);
-        const fxpDataTypeProp read = fixedpoint::recordNamed(name);
+        const fxpDataTypeProp read = fixedpoint::parseTypeName(name);
         ASSERT_TRUE(fxdt_isequal_to()(read, record)) << name;
         ASSERT_EQ(read.DataTypeOverrideState, 0);
     }
     for (int id = 0; id < TVTypeSys::DataTypeTable::getNumBuiltInDataTypes(); ++id) {
         const char* const name = TVTypeSys::DataTypeTable::getNameOfBuiltInDataType(id);
-        const fxpDataTypeProp read = fixedpoint::recordNamed(name);
+        const fxpDataTypeProp read = fixedpoint::parseTypeName(name);
         EXPECT_EQ(fxpDataTypeToIdentifierString_NoCache(&read), name);
     }
 }
 
-TEST(Fixpt, OtherWritingsAreReadAndWhatIsNoNameIsPointedAt) {
+TEST(Fixpt, AcceptsOtherNotationsAndReportsPositionOfFault) {
     for (const auto& [text, name] : {std::pair("sfix16_E0", "int16"),
                                      {"sfix16_S0p5", "sfix16_En1"},
                                      {"ufix08_Bn0", "uint8"},
                                      {"sfix8_F1p5_En2", "sfix8_Sp375"},
                                      {"flts8_S1en310", "flts8_F1p1505236063118787_En1030"}}) {
-        const fxpDataTypeProp record = fixedpoint::recordNamed(text);
+        const fxpDataTypeProp record = fixedpoint::parseTypeName(text);
         EXPECT_EQ(fxpDataTypeToIdentifierString_NoCache(&record), name);
     }
     const struct {
@@ -98,7 +98,7 @@ TEST(Fixpt, OtherWritingsAreReadAndWhatIsNoNameIsPointedAt) {
                 {"sfix16_B1e400", 8, "beyond what a double holds"}};
     for (const auto& row : rows) {
         try {
-            fixedpoint::recordNamed(row.text);
+            fixedpoint::parseTypeName(row.text);
             ADD_FAILURE() << row.text;
         } catch (const text::ParseError& error) {
             EXPECT_EQ(error.position, row.position) << row.text;
@@ -107,7 +107,7 @@ TEST(Fixpt, OtherWritingsAreReadAndWhatIsNoNameIsPointedAt) {
     }
 }
 
-/// The library's answer to the same question.
+/// Returns the result of the library's conversion.
 std::string converted(double value, convert::Type type, convert::Modes modes) {
     std::array<std::byte, 8> from{};
     std::array<std::byte, 8> to{};
@@ -118,12 +118,28 @@ std::string converted(double value, convert::Type type, convert::Modes modes) {
     return text;
 }
 
-TEST(Fixpt, QuantizesIntegersAsTheLibraryConverts) {
+/// Returns random values and random ties of both signs, and all ties and integers at the limits of
+/// the integer types.
+std::vector<double> valuesToRound() {
     std::mt19937_64 random(7);
+    std::vector<double> values;
     for (int i = 0; i < 300; ++i) {
         const double size = std::ldexp(1.0, static_cast<int>(random() % 40) - 2);
-        double value = std::uniform_real_distribution(-size, size)(random);
-        value = i % 2 == 0 ? value : std::floor(value) + 0.5;
+        const double value = std::uniform_real_distribution(-size, size)(random);
+        values.push_back(i % 2 == 0 ? value : std::floor(value) + 0.5);
+    }
+    for (const int bits : {0, 1, 7, 8, 15, 16, 31, 32}) {
+        for (const double distance : {-2.0, -1.5, -1.0, -0.5, 0.0, 0.5, 1.0, 1.5}) {
+            values.push_back(std::ldexp(1.0, bits) + distance);
+            values.push_back(-std::ldexp(1.0, bits) - distance);
+        }
+    }
+    return values;
+}
+
+// The tool states the rules of rounding in exact fractions; this holds them to the library's.
+TEST(Fixpt, QuantizationMatchesConversionOfTheLibrary) {
+    for (const double value : valuesToRound()) {
         for (int id = 2; id < 8; ++id) {
             const auto& record = *TVTypeSys::DataTypeTable::getBuiltinDataTypeProperties(id);
             for (const auto& overflow : convert::overflows) {
@@ -131,6 +147,7 @@ TEST(Fixpt, QuantizesIntegersAsTheLibraryConverts) {
                     fixedpoint::quantize({fmt::format("{:.300f}", value)}, record, overflow.value)
                         .values[0]
                         .rows;
+                ASSERT_EQ(rows.size(), 6U);
                 for (std::size_t r = 0; r < rows.size(); ++r) {
                     ASSERT_EQ(rows[r].stored,
                               converted(value, static_cast<convert::Type>(id),
@@ -142,7 +159,7 @@ TEST(Fixpt, QuantizesIntegersAsTheLibraryConverts) {
     }
 }
 
-TEST(Fixpt, ShowsHowValuesAreStored) {
+TEST(Fixpt, ShowsQuantization) {
     EXPECT_EQ(
         run(split("sfix8_Sp5_B1 --quantize 1.2 -2 1e3")).out,
         "sfix8_En1_B1: -63 to 64.5, resolution 0.5\n\n"
@@ -155,7 +172,7 @@ TEST(Fixpt, ShowsHowValuesAreStored) {
                 HasSubstr("  about 0.10000000000000001  about 0.10000000000000001\n"));
 }
 
-TEST(Fixpt, ShowsAllAboutTypes) {
+TEST(Fixpt, ShowsDetails) {
     const struct {
         const char* call;
         const char* values;
@@ -182,11 +199,11 @@ TEST(Fixpt, ShowsAllAboutTypes) {
     for (const auto& row : rows) {
         const Outcome outcome = run(split(fmt::format("{} --json", row.call)));
         ASSERT_EQ(outcome.status, 0) << row.call << outcome.err;
-        const boost::json::value sheet = outcome.json().at("types").at(0);
+        const boost::json::value details = outcome.json().at("types").at(0);
         std::string values;
         for (const char* const member : {"identifier", "slope", "resolution", "lowest", "highest",
                                          "storage", "storageSize", "atomic"}) {
-            std::string value = boost::json::serialize(sheet.at(member));
+            std::string value = boost::json::serialize(details.at(member));
             std::erase_if(value, [](char c) { return c == '"' || c == ' '; });
             values += (values.empty() ? "" : " ") + value;
         }
@@ -197,7 +214,7 @@ TEST(Fixpt, ShowsAllAboutTypes) {
                           "slope and bias\n"));
 }
 
-TEST(Fixpt, WrongCallsAreRefusedShortly) {
+TEST(Fixpt, RejectsInvalidCallsWithShortMessages) {
     const std::string digits(1000000, '7');
     const std::pair<std::string, const char*> rows[] = {
         {"", "NAME or --word-length is required"},

@@ -1,4 +1,4 @@
-// Every folder of tests/inputs holds one description and what the tool is to say about it:
+// Each folder of tests/inputs contains a description and the expected result of its inspection:
 //   status N   the exit status
 //   out TEXT   standard output has the text
 //   line TEXT  a line of standard output has these words
@@ -34,11 +34,11 @@ std::string inputIn(const fs::path& folder) {
             return file.path().string();
         }
     }
-    ADD_FAILURE() << folder << " holds no input";
+    ADD_FAILURE() << folder << " contains no input";
     return {};
 }
 
-std::string withSingleBlanks(const std::string& line) {
+std::string collapseBlanks(const std::string& line) {
     std::istringstream stream(line);
     std::string joined;
     for (std::string word; stream >> word;) {
@@ -47,11 +47,11 @@ std::string withSingleBlanks(const std::string& line) {
     return joined;
 }
 
-void expectWhatIsWritten(const fs::path& expected, const Outcome& outcome) {
+void checkExpectations(const fs::path& expected, const Outcome& outcome) {
     std::ifstream file(expected);
     ASSERT_TRUE(file) << expected;
     std::vector<std::string> lines = outcome.lines();
-    std::ranges::transform(lines, lines.begin(), withSingleBlanks);
+    std::ranges::transform(lines, lines.begin(), collapseBlanks);
     int count = 0;
     for (std::string line; std::getline(file, line); ++count) {
         const std::string directive = line.substr(0, line.find(' '));
@@ -68,11 +68,11 @@ void expectWhatIsWritten(const fs::path& expected, const Outcome& outcome) {
             ADD_FAILURE() << expected << ": " << line;
         }
     }
-    EXPECT_GE(count, 2) << expected << " says too little";
+    EXPECT_GE(count, 2) << expected << " has too few lines";
 }
 
-/// What holds for every input, whatever is wrong with it.
-void expectOrderly(const Outcome& outcome) {
+/// Checks the invariants of all outcomes.
+void checkInvariants(const Outcome& outcome) {
     if (outcome.status == 2) {
         EXPECT_EQ(outcome.out, "");
         EXPECT_TRUE(outcome.err.starts_with("tvtypes: ")) << outcome.err;
@@ -88,15 +88,15 @@ void expectOrderly(const Outcome& outcome) {
 
 class Inputs : public testing::TestWithParam<std::string> {};
 
-TEST_P(Inputs, AreReportedAsExpected) {
+TEST_P(Inputs, MatchExpectations) {
     const fs::path folder = fs::path(TVTYPES_TEST_INPUTS) / GetParam();
     const std::string input = inputIn(folder);
     const Outcome text = run({"inspect", input});
-    expectWhatIsWritten(folder / "expected", text);
-    expectOrderly(text);
+    checkExpectations(folder / "expected", text);
+    checkInvariants(text);
 
     const Outcome json = run({"inspect", "--json", input});
-    expectOrderly(json);
+    checkInvariants(json);
     EXPECT_EQ(json.status, text.status);
     EXPECT_EQ(json.err, text.err);
     if (json.status != 2) {

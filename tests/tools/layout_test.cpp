@@ -2,7 +2,7 @@
 #include "support.h"
 
 #include "fmi/xml.h"
-#include "model/layout_svg.h"
+#include "model/memory_map.h"
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
@@ -25,7 +25,7 @@ std::string structured(const std::string& variables) {
     return text.insert(text.find('>'), " variableNamingConvention=\"structured\"");
 }
 
-TEST(Layout, IsAMapOfTheMemory) {
+TEST(Layout, PrintsMemoryMap) {
     const TemporaryFolder folder;
     const std::string file = folder.write(
         "m.xml",
@@ -35,7 +35,7 @@ TEST(Layout, IsAMapOfTheMemory) {
                    "<Float64 name=\"s.z[2].a\" valueReference=\"3\"/>"
                    "<Int16 name=\"s.z[2].b\" valueReference=\"4\"><Dimension start=\"2\"/></Int16>"
                    "<Boolean name=\"t.u\" valueReference=\"5\"/>"));
-    const std::string ofS =
+    const std::string mapOfS =
         "s: 40 bytes, 15 of padding, aligned to 8; 2 elements, 5 leaves, 7 scalars\n"
         "\n"
         "offset  size  path       type      dfs  flat  raw\n"
@@ -51,15 +51,15 @@ TEST(Layout, IsAMapOfTheMemory) {
         "    24     8  z[1].a     double      7     3    4\n"
         "    32     4  z[1].b     int16[2]    8     4    5\n"
         "    36     4  (padding)  -           -     -    -\n";
-    EXPECT_EQ(run({"layout", file, "s"}).out, ofS);
-    EXPECT_TRUE(run({"layout", file}).out.starts_with(ofS + "\nt: 1 byte, none of padding"));
+    EXPECT_EQ(run({"layout", file, "s"}).out, mapOfS);
+    EXPECT_TRUE(run({"layout", file}).out.starts_with(mapOfS + "\nt: 1 byte, none of padding"));
     for (const char* const name : {"s_z", "s.z", "s.z[2]"}) {
         EXPECT_THAT(run({"layout", file, name}).out,
                     HasSubstr("s_z (s.z): 16 bytes, 4 of padding, aligned to 8"));
     }
 }
 
-TEST(Layout, LeavesAndPaddingAreAllOfTheStruct) {
+TEST(Layout, LeavesAndPaddingFillTheStruct) {
     const TemporaryFolder folder;
     std::mt19937 random(11);
     const char* const bases[] = {"Float64", "Float32", "Int8", "UInt16", "Boolean", "Int64"};
@@ -96,7 +96,7 @@ TEST(Layout, LeavesAndPaddingAreAllOfTheStruct) {
     }
 }
 
-TEST(Layout, NeedsAStruct) {
+TEST(Layout, ReportsMissingStructs) {
     const Outcome other = run({"layout", vehicle, "wheel\x1b"});
     EXPECT_EQ(other.status, 2);
     EXPECT_THAT(other.err, HasSubstr("there is no struct type \"wheel\\u001b\"; there are "
@@ -115,12 +115,9 @@ TEST(Layout, NeedsAStruct) {
     EXPECT_THAT(problems.err, HasSubstr("has 3 problems; tvtypes inspect"));
 }
 
-/// Counts elements, and says where the description is no XML.
+/// Counts elements. Throws a files::ReadError if the text is no XML.
 struct Shapes : fmi::XmlHandler {
-    explicit Shapes(const std::string& text) {
-        TextSource source(text);
-        fmi::parseXml(source, *this);
-    }
+    explicit Shapes(const std::string& text) { fmi::parseXml(textSource(text), *this); }
     void startElement(std::string_view name, const char* const*, std::uint64_t) override {
         rectangles += name == "rect" ? 1 : 0;
         texts += name == "text" ? 1 : 0;
@@ -130,22 +127,22 @@ struct Shapes : fmi::XmlHandler {
     int texts = 0;
 };
 
-TEST(LayoutPicture, IsWrittenWholeOrNotAtAll) {
+TEST(LayoutPicture, IsWrittenAsAWhole) {
     const TemporaryFolder folder;
     const std::string out = folder.write("v.svg", "before");
     const Outcome outcome = run({"layout", vehicle, "--svg", out});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.out + outcome.err, "");
-    // Two for the paper; one for each of 33 nodes and 11 paddings.
+    // Two for the background; one for each of 33 nodes and 11 paddings.
     EXPECT_EQ(Shapes(readFile(out)).rectangles, 2 + 33 + 11);
     EXPECT_THAT(readFile(out), HasSubstr("<title>wheel[3].hub.speed Speed, offset 112, 8 bytes"));
     EXPECT_EQ(run({"layout", vehicle, "--svg", out, "--json"}).status, 2);
-    const Outcome refused = run({"layout", vehicle, "--svg", out + "/none.svg"});
-    EXPECT_EQ(refused.status, 2);
-    EXPECT_THAT(refused.err, HasSubstr("cannot be written"));
+    const Outcome unwritable = run({"layout", vehicle, "--svg", out + "/none.svg"});
+    EXPECT_EQ(unwritable.status, 2);
+    EXPECT_THAT(unwritable.err, HasSubstr("cannot be written"));
 }
 
-TEST(LayoutPicture, StaysReadableForAnyStruct) {
+TEST(LayoutPicture, OmitsSmallDeepAndManyRows) {
     model::MemoryMaps maps;
     model::StructMap map{1, "S", "]]>&\"<\x1b", 800000, 8, 100000, 100000, 100000, {}};
     map.rows.push_back({model::RowKind::Struct, 0, 0, 800000, "", "", "S", 0});

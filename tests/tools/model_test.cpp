@@ -16,11 +16,7 @@ namespace {
 
 using TVTypeSys::DataTypeTable;
 
-const TVTypeSys::DataType& recordOf(const DataTypeTable& table, int id) {
-    return *table.getDataTypeAt(static_cast<std::size_t>(id + 1));
-}
-
-TEST(Types, BaseTypesBecomeTypesOfTheTable) {
+TEST(Types, MapsBaseTypes) {
     struct Row {
         const char* element;
         const char* name;
@@ -37,20 +33,20 @@ TEST(Types, BaseTypesBecomeTypesOfTheTable) {
                          fmt::format("<{0} name=\"a\" valueReference=\"1\"/>"
                                      "<{0} name=\"b\" valueReference=\"2\" declaredType=\"T\"/>",
                                      row.element)));
-        model::Types types(*read->description, read->remarks);
-        const int plain = types.idOf(read->description->variables.at(0));
-        const int declared = types.idOf(read->description->variables.at(1));
+        const model::Types types(*read->description, read->remarks);
+        const int plain = types.variableIds().at(0);
+        const int declared = types.variableIds().at(1);
         const DataTypeTable& table = types.table();
-        EXPECT_STREQ(recordOf(table, plain).getName(), row.name);
-        EXPECT_STREQ(recordOf(table, declared).getName(), "T");
+        EXPECT_STREQ(model::typeRecord(table, plain).getName(), row.name);
+        EXPECT_STREQ(model::typeRecord(table, declared).getName(), "T");
         EXPECT_EQ(table.getDataTypeIdAliasedTo(declared), plain);
-        EXPECT_EQ(recordOf(table, declared).getSize(), row.size);
+        EXPECT_EQ(model::typeRecord(table, declared).getSize(), row.size);
         EXPECT_TRUE(table.IsDataTypeNumericOrBoolean(declared));
         EXPECT_TRUE(read->remarks.problems().empty());
     }
 }
 
-TEST(Types, WideIntegersAreFixedPointWithoutAFraction) {
+TEST(Types, MapsWideIntegersToFixedPoint) {
     const auto read = readText(description3("<Int64Type name=\"S\"/><UInt64Type name=\"U\"/>", ""));
     const model::Types types(*read->description, read->remarks);
     for (const auto& [name, signedness] : {std::pair("S", 1U), std::pair("U", 0U)}) {
@@ -62,13 +58,14 @@ TEST(Types, WideIntegersAreFixedPointWithoutAFraction) {
         EXPECT_TRUE(properties->validateFxpDTProp());
         EXPECT_EQ(properties->Signedness, signedness);
         EXPECT_EQ(properties->WordLength, 64);
-        // The name that the library itself gives to such a record.
-        EXPECT_EQ(fxpDataTypeToIdentifierString_NoCache(properties),
-                  recordOf(types.table(), types.table().getDataTypeIdAliasedTo(id)).getName());
+        // The name that the library makes from these properties.
+        EXPECT_EQ(
+            fxpDataTypeToIdentifierString_NoCache(properties),
+            model::typeRecord(types.table(), types.table().getDataTypeIdAliasedTo(id)).getName());
     }
 }
 
-TEST(Names, AreAlwaysTakenByTheTable) {
+TEST(Names, AreDistinctAndValid) {
     DataTypeTable table;
     const std::vector<std::string> originals{
         "",      " ",      "a b",       "int8",         "fcn_call",  "single",    "flts32_En3",
@@ -78,7 +75,7 @@ TEST(Names, AreAlwaysTakenByTheTable) {
                        std::unordered_set<std::string_view>(originals.begin(), originals.end()));
     std::set<std::string> made;
     for (const std::string& original : originals) {
-        const std::string name = names.nameFor(original);
+        const std::string name = names.freeName(original);
         EXPECT_TRUE(made.insert(name).second) << original << " gives " << name;
         EXPECT_TRUE(original != "a_b" || name == original);
         int id = INVALID_DATA_TYPE_ID;
@@ -89,7 +86,7 @@ TEST(Names, AreAlwaysTakenByTheTable) {
     }
 }
 
-TEST(Names, ThatAllCollideTakeNoQuadraticTime) {
+TEST(Names, TakeLinearTimeIfAllCollide) {
     std::string definitions;
     for (int i = 0; i < 20000; ++i) {
         // Distinct ideographs, each of which becomes one underscore.

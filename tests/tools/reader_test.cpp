@@ -10,7 +10,7 @@ namespace {
 
 using fmi::BaseType;
 
-TEST(Values, AreThoseOfTheirBaseType) {
+TEST(Values, AreCheckedByBaseType) {
     struct Row {
         BaseType base;
         const char* word;
@@ -44,7 +44,7 @@ std::string utf16(const std::string& ascii, bool isLittle) {
     return text;
 }
 
-TEST(Encodings, SayTheSameWithoutANote) {
+TEST(Reader, AcceptsEncodingsAndLineEndings) {
     const std::string plain =
         description3("<Float64Type name=\"T\"/>\n", "\n<Int8 name=\"a\" valueReference=\"x\"/>\n");
     std::string crlf = plain;
@@ -66,7 +66,7 @@ TEST(Encodings, SayTheSameWithoutANote) {
     }
 }
 
-TEST(Reader, DoesNotDependOnHowTheTextArrives) {
+TEST(Reader, IsIndependentOfChunks) {
     const std::string text = readFile(TVTYPES_EXAMPLES "/vehicle_suspension.xml");
     const auto whole = readText(text, text.size());
     const auto bytewise = readText(text, 1);
@@ -81,7 +81,7 @@ TEST(Reader, DoesNotDependOnHowTheTextArrives) {
     }
 }
 
-TEST(Reader, SurvivesEveryTruncation) {
+TEST(Reader, RejectsEveryTruncation) {
     const std::string text = readFile(TVTYPES_EXAMPLES "/motor_drive.xml");
     const std::size_t end = text.find_last_of('>');
     for (std::size_t length = 0; length < end; length += 13) {
@@ -89,7 +89,7 @@ TEST(Reader, SurvivesEveryTruncation) {
     }
 }
 
-TEST(Reader, DeepNestingIsSkipped) {
+TEST(Reader, SkipsDeepNesting) {
     constexpr std::size_t depth = 100000;
     std::string nested;
     for (std::size_t i = 0; i < depth; ++i) {

@@ -1,6 +1,6 @@
 #include "support.h"
 
-#include "model/inspection_report.h"
+#include "model/inspection.h"
 #include "text/safe_text.h"
 
 #include <gmock/gmock.h>
@@ -39,14 +39,14 @@ model::Inspection sampleInspection() {
     return inspection;
 }
 
-std::string textOf(const model::Inspection& inspection, bool colour) {
+std::string printedText(const model::Inspection& inspection, bool colour) {
     std::ostringstream stream;
     model::printText(inspection, colour, stream);
     return stream.str();
 }
 
-TEST(TextReport, ColumnsAreAligned) {
-    EXPECT_EQ(textOf(sampleInspection(), false),
+TEST(TextReport, AlignsColumns) {
+    EXPECT_EQ(printedText(sampleInspection(), false),
               "m.xml: FMI 3.0, model \"M\": 12 variables, 4 types, 1 problem, 2 notes\n"
               "\n"
               "  id  name         kind        size  storage  alias of  variables  elements  leaves"
@@ -80,21 +80,21 @@ TEST(TextReport, ColumnsAreAligned) {
               "m.xml:9: Int8: third (2 times)\n");
 }
 
-TEST(TextReport, WidthIsThatOnTheScreen) {
+TEST(TextReport, UsesDisplayWidth) {
     model::Inspection inspection = sampleInspection();
     inspection.types[0].aliasOf = "\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4";
     // Five wide characters take ten columns.
-    EXPECT_THAT(textOf(inspection, false), HasSubstr("  double              4  "));
-    EXPECT_THAT(textOf(inspection, false),
+    EXPECT_THAT(printedText(inspection, false), HasSubstr("  double              4  "));
+    EXPECT_THAT(printedText(inspection, false),
                 HasSubstr("  " + inspection.types[0].aliasOf + "          7  "));
 }
 
-TEST(TextReport, ColourIsOnlyGivenWhereItIsAskedFor) {
-    EXPECT_THAT(textOf(sampleInspection(), true), HasSubstr("\x1b["));
-    EXPECT_THAT(textOf(sampleInspection(), false), Not(HasSubstr("\x1b")));
+TEST(TextReport, HasColourOnlyIfRequested) {
+    EXPECT_THAT(printedText(sampleInspection(), true), HasSubstr("\x1b["));
+    EXPECT_THAT(printedText(sampleInspection(), false), Not(HasSubstr("\x1b")));
 }
 
-TEST(JsonReport, HasAllThatTheTextHas) {
+TEST(JsonReport, HasAllMembers) {
     std::ostringstream stream;
     model::printJson(sampleInspection(), stream);
     const boost::json::value expected = boost::json::parse(R"({
@@ -125,13 +125,13 @@ TEST(JsonReport, HasAllThatTheTextHas) {
     EXPECT_EQ(boost::json::parse(stream.str()), expected) << stream.str();
 }
 
-TEST(SafeText, LeavesTheTerminalAlone) {
+TEST(SafeText, EscapesControlCharacters) {
     const std::pair<std::string, std::string> rows[] = {
         {"plain", "plain"},
         {"\xC3\xA4 \xE6\xB0\xB4 \xF0\x9F\x98\x80", "\xC3\xA4 \xE6\xB0\xB4 \xF0\x9F\x98\x80"},
         {std::string("\0\t\n\r\x1b\x7f", 6), "\\u0000\\u0009\\u000a\\u000d\\u001b\\u007f"},
-        {"\xC2\x9B", "\\u009b"},                       // one character that begins a command
-        {"\xE2\x80\xAE", "\\u202e"},                   // turns the direction of text round
+        {"\xC2\x9B", "\\u009b"},                       // begins a control sequence
+        {"\xE2\x80\xAE", "\\u202e"},                   // changes the direction of text
         {"\xF3\xA0\x80\x81", "\\udb40\\udc01"},        // invisible, beyond 16 bits
         {"a\xFFz\xC3", "a\xEF\xBF\xBDz\xEF\xBF\xBD"}}; // no UTF-8
     for (const auto& [text, safe] : rows) {
@@ -139,7 +139,7 @@ TEST(SafeText, LeavesTheTerminalAlone) {
     }
 }
 
-TEST(JsonReport, KeepsWhatItEscapes) {
+TEST(JsonReport, EscapesWithoutLoss) {
     model::Inspection inspection = sampleInspection();
     inspection.modelName = "\xC2\x9B\xF3\xA0\x80\x81\"\\\n";
     std::ostringstream stream;

@@ -1,4 +1,4 @@
-// From names to struct types, and where their elements lie.
+// Struct types from structured names, and their memory layout.
 #include "support.h"
 
 #include "fmi/structured_name.h"
@@ -57,17 +57,16 @@ TEST(StructuredName, FollowsTheGrammar) {
     }
 }
 
-std::unique_ptr<model::Model> modelOf(const std::string& variables, const char* types = "") {
+std::unique_ptr<model::Model> makeModel(const std::string& variables, const char* types = "") {
     std::string text = description3(types, variables);
     text.insert(text.find('>'), " variableNamingConvention=\"structured\"");
-    TextSource source(std::move(text));
-    return std::make_unique<model::Model>(source, fmi::Remarks());
+    return std::make_unique<model::Model>(textSource(std::move(text)), fmi::Remarks());
 }
 
-/// The elements of every struct type, as in "T {x: double[3], y: U}".
-std::vector<std::string> structsOf(const model::Model& model) {
+/// Returns the elements of all struct types, as in "T {x: double[3], y: U}".
+std::vector<std::string> structTexts(const model::Model& model) {
     const DataTypeTable& table = model.types.table();
-    const auto record = [&](int id) { return table.getDataTypeAt(model::positionOf(id)); };
+    const auto record = [&](int id) { return &model::typeRecord(table, id); };
     std::vector<std::string> all;
     for (const model::Structs::Type& type : model.structs.all()) {
         std::vector<std::string> elements;
@@ -85,9 +84,9 @@ std::vector<std::string> structsOf(const model::Model& model) {
     return all;
 }
 
-TEST(Structs, ComeFromNames) {
+TEST(Structs, AreMadeFromNames) {
     struct Row {
-        std::string names; ///< each a Float64, a "!" behind it makes a Boolean, "%" a String
+        std::string names; ///< each a Float64, a Boolean before "!" and a String before "%"
         std::vector<std::string> structs;
         const char* remark = "";
     };
@@ -95,7 +94,7 @@ TEST(Structs, ComeFromNames) {
         {"a b[1] b[2] der(c.d)", {}},
         {"a.x b a.y!", {"a {x: double, y: boolean}"}},
         {"c.l.x c.r.x c.l.y c.r.y", {"c_l {x: double, y: double}", "c {l: c_l, r: c_l}"}},
-        // Another order of elements is another struct.
+        // Another order of elements makes another struct.
         {"l.x l.y r.y r.x", {"l {x: double, y: double}", "r {y: double, x: double}"}},
         {"a.x[1] a.x[2] a.y[0,1] a.y[0,2] a.y[1,2] a.y[1,1]", {"a {x: double[2], y: double[2,2]}"}},
         {"a.x[1] a.x[3]", {"a {x[1]: double, x[3]: double}"}},
@@ -127,8 +126,8 @@ TEST(Structs, ComeFromNames) {
             name.resize(name.size() - (isMarked ? 1 : 0));
             variables += fmt::format("<{} name=\"{}\" valueReference=\"{}\"/>", base, name, count);
         }
-        const auto model = modelOf(variables);
-        EXPECT_EQ(structsOf(*model), row.structs) << row.names;
+        const auto model = makeModel(variables);
+        EXPECT_EQ(structTexts(*model), row.structs) << row.names;
         const auto& problems = model->remarks.problems();
         ASSERT_EQ(problems.size(), *row.remark == '\0' ? 0 : 1) << row.names;
         EXPECT_TRUE(problems.empty() || problems[0].sentence.starts_with(row.remark))
@@ -136,8 +135,8 @@ TEST(Structs, ComeFromNames) {
     }
 }
 
-TEST(Structs, HaveElementsOfManyDimensions) {
-    const auto model = modelOf(
+TEST(Structs, HaveArrayElements) {
+    const auto model = makeModel(
         "<UInt64 name=\"n\" valueReference=\"1\" causality=\"structuralParameter\" start=\"3\"/>"
         "<UInt64 name=\"k\" valueReference=\"2\" start=\"3\"/>"
         "<Int64 name=\"a.x[1]\" valueReference=\"3\"><Dimension start=\"2\"/></Int64>"
@@ -151,17 +150,17 @@ TEST(Structs, HaveElementsOfManyDimensions) {
         "<Dimension start=\"99999\"/><Dimension start=\"99999\"/></Float64>"
         "<Float64 name=\"c.t\" valueReference=\"10\" declaredType=\"T\"/>",
         "<Float64Type name=\"T\"/>");
-    EXPECT_THAT(structsOf(*model), ElementsAre("a {x: sfix64[2,2], y: int8[3]}", "c {t: T}"));
+    EXPECT_THAT(structTexts(*model), ElementsAre("a {x: sfix64[2,2], y: int8[3]}", "c {t: T}"));
     EXPECT_THAT(model->remarks.notes().at(0).sentence,
                 HasSubstr("size of a dimension is not known"));
     EXPECT_EQ(model->remarks.problems().size(), 3);
     EXPECT_THAT(model->remarks.problems().at(2).sentence,
                 HasSubstr("struct \"b\" cannot be laid out: there are more than 2147483647"));
-    EXPECT_EQ(model->structs.at("c")->id, model->structs.all().back().id);
-    EXPECT_EQ(model->structs.at("c.t"), nullptr);
+    EXPECT_EQ(model->structs.find("c")->id, model->structs.all().back().id);
+    EXPECT_EQ(model->structs.find("c.t"), nullptr);
 }
 
-TEST(Structs, OfAnyDepthAndWidth) {
+TEST(Structs, CanBeDeepAndWide) {
     std::string deep = "a";
     for (int i = 0; i < 10000; ++i) {
         deep += ".a[1]";
@@ -170,14 +169,14 @@ TEST(Structs, OfAnyDepthAndWidth) {
     for (int i = 1; i < 20000; ++i) {
         variables += fmt::format("<Float64 name=\"w.u[{0}].v{0}\" valueReference=\"{0}\"/>", i);
     }
-    const auto model = modelOf(variables);
+    const auto model = makeModel(variables);
     EXPECT_EQ(model->structs.all().size(), 10000 + 20000);
     EXPECT_TRUE(model->remarks.problems().empty());
-    EXPECT_NE(model->structs.at(deep.substr(0, deep.rfind('.'))), nullptr);
+    EXPECT_NE(model->structs.find(deep.substr(0, deep.rfind('.'))), nullptr);
 }
 
-/// Struct types of a table that is filled by hand.
-struct Workshop {
+/// Makes struct types without names.
+struct StructMaker {
     struct Part {
         int type;
         std::vector<int> dimensions;
@@ -188,7 +187,7 @@ struct Workshop {
         const int id =
             table.registerStructDataType(fmt::format("S{}", table.getNumDataTypes()).c_str(),
                                          static_cast<DataTypeSource>(2), nullptr);
-        auto& type = static_cast<StructDataType&>(*table.getDataTypeAt(model::positionOf(id)));
+        auto& type = static_cast<StructDataType&>(model::typeRecord(table, id));
         type.setNumElements(static_cast<int>(parts.size()));
         for (std::size_t i = 0; i < parts.size(); ++i) {
             StructElement& element = *type.getElements()[i];
@@ -202,7 +201,7 @@ struct Workshop {
         return type;
     }
 
-    static std::vector<int> numbersOf(const StructDataType& type) {
+    static std::vector<int> layoutNumbers(const StructDataType& type) {
         std::vector<int> numbers{type.getSize(), type.getNumDFSElements(),
                                  type.getNumFlatElements(), type.getNumRawElements()};
         for (const StructElement* element : type.getElements()) {
@@ -215,49 +214,49 @@ struct Workshop {
     StructLayout layout{table};
 };
 
-TEST(StructLayout, IsAsWorkedByHand) {
-    Workshop shop;
-    StructDataType& t = shop.make({{0, {}}, {4, {2}, true}});
-    shop.layout.layOut(t);
-    EXPECT_THAT(Workshop::numbersOf(t), ElementsAre(16, 3, 2, 5, 0, 8));
-    StructDataType& s = shop.make({{3, {}}, {t.getId(), {}}, {t.getId(), {2}}, {1, {}}});
-    shop.layout.layOut(s);
-    EXPECT_THAT(Workshop::numbersOf(s), ElementsAre(64, 13, 8, 17, 0, 8, 24, 56));
-    EXPECT_EQ(shop.layout.alignmentOf(s.getId()), 8);
+TEST(StructLayout, MatchesKnownLayouts) {
+    StructMaker maker;
+    StructDataType& t = maker.make({{0, {}}, {4, {2}, true}});
+    maker.layout.layOut(t);
+    EXPECT_THAT(StructMaker::layoutNumbers(t), ElementsAre(16, 3, 2, 5, 0, 8));
+    StructDataType& s = maker.make({{3, {}}, {t.getId(), {}}, {t.getId(), {2}}, {1, {}}});
+    maker.layout.layOut(s);
+    EXPECT_THAT(StructMaker::layoutNumbers(s), ElementsAre(64, 13, 8, 17, 0, 8, 24, 56));
+    EXPECT_EQ(maker.layout.alignmentOf(s.getId()), 8);
 
-    StructDataType& empty = shop.make({});
-    shop.layout.layOut(empty);
-    EXPECT_THAT(Workshop::numbersOf(empty), ElementsAre(0, 1, 0, 0));
+    StructDataType& empty = maker.make({});
+    maker.layout.layOut(empty);
+    EXPECT_THAT(StructMaker::layoutNumbers(empty), ElementsAre(0, 1, 0, 0));
 }
 
-TEST(StructLayout, RefusesWhatHasNone) {
-    Workshop shop;
+TEST(StructLayout, RejectsInvalidElements) {
+    StructMaker maker;
     const int half = 1 << 30;
-    StructDataType& unlaid = shop.make({{0, {}}});
-    StructDataType& chars = shop.make({{2, {half}}});
-    shop.layout.layOut(chars);
-    for (const std::vector<Workshop::Part>& parts : {std::vector<Workshop::Part>{{0, {half}}},
-                                                     {{2, {half, half, half}}},
-                                                     {{2, {half}, true}},
-                                                     {{0, {0}}},
-                                                     {{0, {-1}}},
-                                                     {{-1, {}}},
-                                                     {{INVALID_DATA_TYPE_ID, {}}},
-                                                     {{9999, {}}},
-                                                     {{unlaid.getId(), {}}},
-                                                     {{chars.getId(), {2}}},
-                                                     {{2, {half}}, {2, {half}}},
-                                                     {{2, {2 * (half - 1) + 1}}, {0, {}}},
-                                                     {{0, {}}, {2, {2 * (half - 5)}}}}) {
-        StructDataType& type = shop.make(parts);
-        EXPECT_THROW(shop.layout.layOut(type), model::LayoutError);
+    StructDataType& unlaid = maker.make({{0, {}}});
+    StructDataType& chars = maker.make({{2, {half}}});
+    maker.layout.layOut(chars);
+    for (const std::vector<StructMaker::Part>& parts : {std::vector<StructMaker::Part>{{0, {half}}},
+                                                        {{2, {half, half, half}}},
+                                                        {{2, {half}, true}},
+                                                        {{0, {0}}},
+                                                        {{0, {-1}}},
+                                                        {{-1, {}}},
+                                                        {{INVALID_DATA_TYPE_ID, {}}},
+                                                        {{9999, {}}},
+                                                        {{unlaid.getId(), {}}},
+                                                        {{chars.getId(), {2}}},
+                                                        {{2, {half}}, {2, {half}}},
+                                                        {{2, {2 * (half - 1) + 1}}, {0, {}}},
+                                                        {{0, {}}, {2, {2 * (half - 5)}}}}) {
+        StructDataType& type = maker.make(parts);
+        EXPECT_THROW(maker.layout.layOut(type), model::LayoutError);
         EXPECT_EQ(type.getSize(), -1);
         EXPECT_EQ(type.getElements()[0]->offset, -1);
     }
 }
 
-TEST(StructLayout, IsTheNarrowestThatIsAligned) {
-    // The bytes of a type in order: the size of the scalar that begins there, else 0.
+TEST(StructLayout, MatchesReferenceModel) {
+    // For each byte of a type the size of the scalar that begins there, else 0.
     struct Image {
         std::vector<int> bytes;
         int alignment = 1;
@@ -266,7 +265,7 @@ TEST(StructLayout, IsTheNarrowestThatIsAligned) {
     const auto pick = [&](int count) {
         return static_cast<int>(random() % static_cast<unsigned>(count));
     };
-    Workshop shop;
+    StructMaker maker;
     std::map<int, Image> images;
     for (int id = 0; id < 9; ++id) {
         const int size = DataTypeTable::getBuiltInDataTypeSize(id);
@@ -275,7 +274,7 @@ TEST(StructLayout, IsTheNarrowestThatIsAligned) {
     }
     std::vector<int> ids{0, 1, 2, 3, 4, 5, 6, 7, 8};
     for (int round = 0; round < 300; ++round) {
-        std::vector<Workshop::Part> parts;
+        std::vector<StructMaker::Part> parts;
         Image image;
         std::vector<int> offsets;
         for (int i = pick(6); i >= 0; --i) {
@@ -303,15 +302,15 @@ TEST(StructLayout, IsTheNarrowestThatIsAligned) {
         for (std::size_t i = 0; i < image.bytes.size(); ++i) {
             ASSERT_TRUE(image.bytes[i] == 0 || i % static_cast<std::size_t>(image.bytes[i]) == 0);
         }
-        StructDataType& type = shop.make(parts);
-        shop.layout.layOut(type);
+        StructDataType& type = maker.make(parts);
+        maker.layout.layOut(type);
         std::vector<int> found;
         for (const StructElement* element : type.getElements()) {
             found.push_back(element->offset);
         }
         EXPECT_EQ(found, offsets);
         EXPECT_EQ(type.getSize(), static_cast<int>(image.bytes.size()));
-        EXPECT_EQ(shop.layout.alignmentOf(type.getId()), image.alignment);
+        EXPECT_EQ(maker.layout.alignmentOf(type.getId()), image.alignment);
         if (image.bytes.size() < 100000) {
             images[type.getId()] = std::move(image);
             ids.push_back(type.getId());

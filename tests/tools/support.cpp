@@ -1,6 +1,5 @@
 #include "support.h"
 
-#include "fmi/checks.h"
 #include "fmi/reader.h"
 #include "tool.h"
 
@@ -69,7 +68,7 @@ std::string TemporaryFolder::writeArchive(
         zip_source_t* const source = zip_source_buffer(archive, content.data(), content.size(), 0);
         EXPECT_GE(zip_file_add(archive, entry.c_str(), source, ZIP_FL_ENC_UTF_8), 0);
     }
-    // The contents are read here and live until the end of the call.
+    // Reads the contents, which live until the end of the call.
     EXPECT_EQ(zip_close(archive), 0);
     return path;
 }
@@ -81,10 +80,13 @@ std::string readFile(const std::string& path) {
     return content.str();
 }
 
-std::size_t TextSource::read(std::span<char> buffer) {
-    const std::size_t count = text_.copy(buffer.data(), std::min(step_, buffer.size()), position_);
-    position_ += count;
-    return count;
+fmi::Source textSource(std::string text, std::size_t step) {
+    return [text = std::move(text), step,
+            position = std::size_t{0}](std::span<char> buffer) mutable {
+        const std::size_t count = text.copy(buffer.data(), std::min(step, buffer.size()), position);
+        position += count;
+        return count;
+    };
 }
 
 std::string description3(const std::string& types, const std::string& variables) {
@@ -96,8 +98,7 @@ std::string description3(const std::string& types, const std::string& variables)
 
 std::unique_ptr<ReadDescription> readText(const std::string& text, std::size_t step) {
     auto read = std::make_unique<ReadDescription>();
-    TextSource source(text, step);
-    read->description = fmi::readDescription(source, read->remarks);
+    read->description = fmi::readDescription(textSource(text, step), read->remarks);
     fmi::checkDescription(*read->description, read->remarks);
     return read;
 }

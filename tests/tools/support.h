@@ -1,5 +1,5 @@
 /// \file
-/// What the tests of the tool share.
+/// Helpers of the tests of the tool.
 #pragma once
 
 #include "fmi/remarks.h"
@@ -26,10 +26,10 @@ struct Outcome {
     boost::json::object json() const { return boost::json::parse(out).as_object(); }
 };
 
-/// Runs the tool with these arguments behind its name, and this on its standard input.
+/// Runs the tool with these arguments and this standard input.
 Outcome run(std::vector<std::string> arguments, const std::string& input = {});
 
-/// A folder that is gone when the test ends.
+/// A folder that is removed at the end of the test.
 class TemporaryFolder {
   public:
     TemporaryFolder();
@@ -37,9 +37,9 @@ class TemporaryFolder {
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    /// Writes a file and gives its path.
+    /// Writes a file and returns its path.
     std::string write(const std::string& name, std::string_view content) const;
-    /// The same for an archive with these entries: name and content.
+    /// Same for an archive with these entries: name and content.
     std::string
     writeArchive(const std::string& name,
                  std::initializer_list<std::pair<std::string, std::string>> entries) const;
@@ -50,23 +50,13 @@ class TemporaryFolder {
 
 std::string readFile(const std::string& path);
 
-/// A text as a source that gives a few bytes at a time.
-class TextSource : public fmi::Source {
-  public:
-    explicit TextSource(std::string text, std::size_t step = 4096)
-        : text_(std::move(text)), step_(step) {}
-    std::size_t read(std::span<char> buffer) override;
+/// Returns a source of the text that reads `step` bytes at a time.
+fmi::Source textSource(std::string text, std::size_t step = 4096);
 
-  private:
-    std::string text_;
-    std::size_t step_;
-    std::size_t position_ = 0;
-};
-
-/// A description in FMI 3 with these type definitions and variables.
+/// Returns a description in FMI 3 with these type definitions and variables.
 std::string description3(const std::string& types, const std::string& variables);
 
-/// A description that was read and checked, with all that was said about it.
+/// A description that was read and checked, with its remarks.
 struct ReadDescription {
     fmi::Remarks remarks;
     std::unique_ptr<fmi::Description> description;

@@ -11,7 +11,7 @@ namespace {
 
 using testing::HasSubstr;
 
-TEST(UnitCommand, ShowsAllAboutAUnit) {
+TEST(UnitCommand, ShowsDetails) {
     const Outcome outcome = run({"unit", "degF", "N.m"});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     for (const char* const part :
@@ -19,17 +19,17 @@ TEST(UnitCommand, ShowsAllAboutAUnit) {
           "Imperial", "read as", "N*m", "kg^1m^2s^-2"}) {
         EXPECT_THAT(outcome.out, HasSubstr(part));
     }
-    const boost::json::object sheet =
+    const boost::json::object details =
         run({"unit", "--json", "mile"}).json().at("units").at(0).as_object();
-    EXPECT_EQ(sheet.at("symbol"), "mi");
-    EXPECT_EQ(sheet.at("quantity"), "length");
-    EXPECT_EQ(sheet.at("factor"), "1609.344");
-    EXPECT_EQ(sheet.at("factorDecimal"), 1609.344);
-    EXPECT_GT(sheet.at("convertibleCount").as_int64(), 12);
-    EXPECT_EQ(sheet.at("convertible").as_array().size(), 12U);
+    EXPECT_EQ(details.at("symbol"), "mi");
+    EXPECT_EQ(details.at("quantity"), "length");
+    EXPECT_EQ(details.at("factor"), "1609.344");
+    EXPECT_EQ(details.at("factorDecimal"), 1609.344);
+    EXPECT_GT(details.at("convertibleCount").as_int64(), 12);
+    EXPECT_EQ(details.at("convertible").as_array().size(), 12U);
 }
 
-TEST(UnitCommand, GivesFactors) {
+TEST(UnitCommand, ComputesFactors) {
     struct Row {
         const char* from;
         const char* to;
@@ -50,7 +50,7 @@ TEST(UnitCommand, GivesFactors) {
     }
 }
 
-TEST(UnitCommand, SaysWhyThereIsNoFactor) {
+TEST(UnitCommand, ReportsReasonForMissingFactor) {
     struct Row {
         const char* from;
         const char* to;
@@ -74,7 +74,7 @@ TEST(UnitCommand, SaysWhyThereIsNoFactor) {
     }
 }
 
-TEST(UnitCommand, WhatIsNotKnownIsPointedAt) {
+TEST(UnitCommand, ReportsPositionOfInvalidUnit) {
     struct Row {
         const char* text;
         const char* error;
@@ -90,13 +90,13 @@ TEST(UnitCommand, WhatIsNotKnownIsPointedAt) {
         EXPECT_EQ(outcome.status, 2);
         EXPECT_THAT(outcome.err, HasSubstr(row.error));
     }
-    // What is known is shown all the same.
+    // Valid units are shown although another one is invalid.
     const Outcome outcome = run({"unit", "m", "kg/"});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_THAT(outcome.out, HasSubstr("length"));
 }
 
-TEST(UnitCommand, LooksForUnits) {
+TEST(UnitCommand, FindsUnits) {
     const auto texts = [](const boost::json::value& rows, const char* member) {
         std::vector<std::string> all;
         for (const boost::json::value& row : rows.as_array()) {
@@ -118,7 +118,7 @@ TEST(UnitCommand, LooksForUnits) {
     EXPECT_EQ(run({"unit", "--complete", "qqqq"}).out, "no words\n");
 }
 
-TEST(UnitCommand, WrongCallsAreRefused) {
+TEST(UnitCommand, RejectsInvalidCalls) {
     for (const std::vector<std::string>& arguments : {std::vector<std::string>{"unit"},
                                                       {"unit", "--factor", "m"},
                                                       {"unit", "--factor", "m", "s", "kg"},
@@ -132,7 +132,7 @@ TEST(UnitCommand, WrongCallsAreRefused) {
     }
 }
 
-TEST(UnitCommand, HostileTextsAreRefusedShortly) {
+TEST(UnitCommand, KeepsMessagesShortForLongTexts) {
     const std::string texts[] = {std::string(10000, '('), std::string(1000000, 'x'),
                                  "m" + std::string(1000000, '^'), [] {
                                      std::string text = "m";

@@ -28,17 +28,16 @@ constexpr const char* description =
     "<Float64 name=\"f.x\" valueReference=\"6\" declaredType=\"Torque\" unit=\"m\"/>"
     "</ModelVariables></fmiModelDescription>";
 
-TEST(ModelUnits, AreThoseOfStructElements) {
-    TextSource source(description);
-    model::Model model(source, {});
+TEST(ModelUnits, AreSetInStructElements) {
+    model::Model model(textSource(description), {});
     EXPECT_TRUE(model.remarks.problems().empty());
     const int metre = model.units.all().at(0).id;
     const int newtonMetre = model.units.all().at(1).id;
     EXPECT_NE(metre, newtonMetre);
-    const auto typeAt = [&](const char* name) { return model.structs.at(name)->id; };
+    const auto typeAt = [&](const char* name) { return model.structs.find(name)->id; };
     const auto unitAt = [&](const char* name) {
-        auto& type = static_cast<StructDataType&>(
-            *model.types.table().getDataTypeAt(model::positionOf(typeAt(name))));
+        auto& type =
+            static_cast<StructDataType&>(model::typeRecord(model.types.table(), typeAt(name)));
         return type.getElements()[0]->unitId;
     };
     EXPECT_EQ(unitAt("a"), metre);
@@ -46,12 +45,12 @@ TEST(ModelUnits, AreThoseOfStructElements) {
     EXPECT_EQ(unitAt("d"), model::inheritedUnit);
     EXPECT_EQ(unitAt("e"), newtonMetre);
     EXPECT_EQ(unitAt("f"), metre);
-    // Elements that differ in their units alone make two types.
+    // A difference in units alone makes two types.
     EXPECT_EQ(typeAt("a"), typeAt("c"));
     EXPECT_NE(typeAt("a"), typeAt("b"));
 }
 
-/// Nowhere to find the unit database.
+/// Hides the unit database.
 class WithoutDatabase {
   public:
     WithoutDatabase() { moveTo(u"/nowhere"); }
@@ -64,7 +63,7 @@ class WithoutDatabase {
     }
 };
 
-TEST(ModelUnits, WithoutADatabaseHaveNoPlace) {
+TEST(ModelUnits, NeedTheUnitDatabase) {
     const TemporaryFolder folder;
     const std::string file = folder.write("m.xml", description);
     const WithoutDatabase nowhere;

@@ -30,31 +30,31 @@ bool isList(const std::string& argument) {
     return argument.starts_with('[') && argument.ends_with(']');
 }
 
-/// Whether a command takes any number of texts, and blanks around them do not count.
+/// Returns whether a command has any number of texts as arguments, and ignores blanks around them.
 bool takesTexts(std::string_view command) { return command == "dims" || command == "unit"; }
 
-/// The arguments, the last one first, as the parser wants them. It would take -inf for options and
-/// [2,N] for two values; a blank before it makes it one value. So it does for texts behind --,
-/// which the parser minds only where a command has had none yet.
-std::vector<std::string> argumentsOf(int argc, const char* const* argv) {
+/// Returns the arguments in reverse order, as the parser expects them. The parser would read -inf
+/// as options and [2,N] as two values; a blank before it makes it one value. So it does for texts
+/// after
+/// "--", which the parser honours only while a command has no text.
+std::vector<std::string> parserArguments(int argc, const char* const* argv) {
     std::vector<std::string> arguments;
-    bool isBehindMark = false;
+    bool isAfterMark = false;
     for (int i = 1; i < argc; ++i) {
-        const bool isMark =
-            takesTexts(argv[1]) && !isBehindMark && argv[i] == std::string_view("--");
-        if (!isMark) {
-            const bool isValue = isBehindMark || isNegativeNumber(argv[i]) || isList(argv[i]);
-            arguments.push_back((isValue ? " " : "") + std::string(argv[i]));
+        if (takesTexts(argv[1]) && !isAfterMark && argv[i] == std::string_view("--")) {
+            isAfterMark = true;
+            continue;
         }
-        isBehindMark = isBehindMark || isMark;
+        const bool isValue = isAfterMark || isNegativeNumber(argv[i]) || isList(argv[i]);
+        arguments.push_back((isValue ? " " : "") + std::string(argv[i]));
     }
-    std::reverse(arguments.begin(), arguments.end());
+    std::ranges::reverse(arguments);
     return arguments;
 }
 
 void parseAndRun(CLI::App& app, int argc, const char* const* argv, Console& console) {
     try {
-        app.parse(argumentsOf(argc, argv));
+        app.parse(parserArguments(argc, argv));
         if (app.get_subcommands().empty()) {
             console.out << app.help();
         }

@@ -1,27 +1,27 @@
 /// \file
-/// The whole tool as one function.
+/// The tool as one function.
 #pragma once
 
 #include <iosfwd>
 
 namespace tvtool {
 
-/// What the tool's exit status says.
+/// The exit status of the tool.
 enum ExitStatus : int {
-    ExitClean = 0,    ///< nothing is wrong
-    ExitProblems = 1, ///< the model has problems, or values lost what they were not to lose
-    ExitUnusable = 2  ///< the file cannot be read, or the call is wrong
+    ExitClean = 0,    ///< no problems
+    ExitProblems = 1, ///< problems of the model, or values changed although that was excluded
+    ExitUnusable = 2  ///< the file cannot be read, or the command line is invalid
 };
 
 struct Streams {
     std::istream& in;
     std::ostream& out;
     std::ostream& err;
-    bool colour = false;        ///< whether `out` may be given colour
-    bool errIsTerminal = false; ///< whether what stands in `err` can be written over
+    bool colour = false;        ///< whether to print colours to `out`
+    bool errIsTerminal = false; ///< whether lines in `err` can be overwritten
 };
 
-/// Does what the command line asks for and gives the exit status.
+/// Runs the command line and returns the exit status.
 int runTool(int argc, const char* const* argv, const Streams& streams);
 
 } // namespace tvtool

@@ -4,11 +4,20 @@
 #include "text/quote.h"
 #include "text/safe_text.h"
 
+#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <ostream>
 
 namespace tvtool {
+
+void addDescriptionFile(CLI::App& command, std::string& file) {
+    command
+        .add_option("FILE", file,
+                    "A modelDescription.xml in FMI 2 or 3, or a .fmu archive that holds one")
+        ->type_name("")
+        ->required();
+}
 
 void reportUnreadable(const std::string& file, const files::ReadError& error, Console& console) {
     const std::string place =
@@ -18,12 +27,11 @@ void reportUnreadable(const std::string& file, const files::ReadError& error, Co
     console.status = ExitUnusable;
 }
 
-void reportUnreadable(const std::string& argument, std::size_t position, const char* reason,
-                      Console& console) {
-    console.err << fmt::format("tvtypes: {}: column {}: {}\n{}",
-                               text::safeText(text::quoted(argument)),
-                               text::columnOf(argument, position), text::safeText(reason),
-                               text::excerptAt(argument, position));
+void reportUnreadable(const text::ParseError& error, Console& console) {
+    console.err << fmt::format(
+        "tvtypes: {}: column {}: {}\n{}", text::safeText(text::quoted(error.text)),
+        text::columnOf(error.text, error.position), text::safeText(error.what()),
+        text::excerptAt(error.text, error.position));
     console.status = ExitUnusable;
 }
 

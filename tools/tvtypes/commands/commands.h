@@ -3,9 +3,9 @@
 #pragma once
 
 #include "files/read_error.h"
+#include "text/parse_error.h"
 #include "tool.h"
 
-#include <cstddef>
 #include <string>
 
 namespace CLI {
@@ -27,6 +27,9 @@ void addInspect(CLI::App& app, Console& console);
 void addLayout(CLI::App& app, Console& console);
 void addUnit(CLI::App& app, Console& console);
 
+/// Adds the argument FILE: a model description, or an archive that contains one.
+void addDescriptionFile(CLI::App& command, std::string& file);
+
 /// Prints a report as JSON or as text.
 template <class Report>
 void print(const Report& report, bool isJson, Console& console) {
@@ -37,11 +40,10 @@ void print(const Report& report, bool isJson, Console& console) {
     }
 }
 
-/// Says, with the place, why a description cannot be read.
+/// Prints why a file cannot be read, and sets the exit status.
 void reportUnreadable(const std::string& file, const files::ReadError& error, Console& console);
 
-/// Says why an argument cannot be read, and points at the byte.
-void reportUnreadable(const std::string& argument, std::size_t position, const char* reason,
-                      Console& console);
+/// Prints why an argument cannot be parsed, with a caret below the position, and sets the status.
+void reportUnreadable(const text::ParseError& error, Console& console);
 
 } // namespace tvtool

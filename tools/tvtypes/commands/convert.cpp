@@ -1,9 +1,7 @@
-// tvtypes convert: values of the built-in types in one another.
+// tvtypes convert: conversion of values between the built-in types.
 #include "commands/commands.h"
 #include "commands/exclusion.h"
-#include "convert/error.h"
-#include "convert/modes_table.h"
-#include "convert/run.h"
+#include "convert/conversion.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -51,7 +49,7 @@ constexpr const char* footer =
     "values cannot be read or written or the call is wrong.";
 
 std::optional<Type> typeOrNone(const char* option, const std::string& name) {
-    return name.empty() ? std::nullopt : std::optional(typeNamed(option, name));
+    return name.empty() ? std::nullopt : std::optional(parseType(option, name));
 }
 
 Format formatNamed(const std::string& name) {
@@ -61,7 +59,7 @@ Format formatNamed(const std::string& name) {
     return name == "npy" ? Format::Npy : Format::Raw;
 }
 
-/// The source that the options name. Values of the call are read from `text`.
+/// Returns the source that the options select. Values of the call are read from `text`.
 std::unique_ptr<Source> openSource(const Options& options, std::istream& text, Console& console) {
     const std::optional<Type> from = typeOrNone("--from", options.from);
     if (options.in) {
@@ -79,17 +77,17 @@ std::unique_ptr<Sink> openSink(const Options& options, Element element, const So
 }
 
 void convertValues(const Options& options, Source& source, Console& console) {
-    Conversion conversion(source.element(), typeNamed("--to", options.to),
-                          {overflowNamed("--overflow", options.overflow),
-                           roundingNamed("--round", options.rounding)});
+    Conversion conversion(source.element(), parseType("--to", options.to),
+                          {parseOverflow("--overflow", options.overflow),
+                           parseRounding("--round", options.rounding)});
     {
         const auto sink = openSink(options, conversion.destination(), source, console);
         const bool showsProgress = console.errIsTerminal && options.out.has_value();
-        Progress progress(showsProgress ? &console.err : nullptr, source.count());
-        convertAll(source, conversion, *sink, progress);
+        convertAll(source, conversion, *sink, showsProgress ? &console.err : nullptr);
     }
-    console.err << fmt::format("{} to {}: {}\n", nameOf(conversion.source()),
-                               nameOf(conversion.destination()), sentenceOf(conversion.losses()));
+    console.err << fmt::format("{} to {}: {}\n", elementName(conversion.source()),
+                               elementName(conversion.destination()),
+                               conversion.losses().summary());
     if (options.strict && conversion.losses().lost.count > 0) {
         console.status = ExitProblems;
     }
@@ -99,7 +97,7 @@ void execute(const Options& options, Console& console) {
     std::istringstream text(fmt::format("{}", fmt::join(options.values, "\n")));
     const auto source = openSource(options, text, console);
     if (options.table) {
-        const Type to = options.to.empty() ? Type::Int8 : typeNamed("--to", options.to);
+        const Type to = options.to.empty() ? Type::Int8 : parseType("--to", options.to);
         printModes(*source, to, console.colour, console.out);
     } else {
         convertValues(options, *source, console);
@@ -112,46 +110,36 @@ void addConvert(CLI::App& app, Console& console) {
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "convert", "Convert values between the built-in types, and tell what that loses");
-    CLI::Option* const values =
-        command
-            .add_option("VALUES", options->values,
-                        "Numbers; besides decimal as nan, inf, 0x1f or 0x1.8p-3")
-            ->type_name("");
+    command
+        .add_option("VALUES", options->values,
+                    "Numbers; besides decimal as nan, inf, 0x1f or 0x1.8p-3")
+        ->type_name("");
     command
         .add_option("--from", options->from,
                     "What the values are; if it is not given, double or what a NumPy file holds")
         ->type_name("TYPE");
     command.add_option("--to", options->to, "What they become")->type_name("TYPE");
-    CLI::Option* const rounding =
-        command
-            .add_option("--round", options->rounding,
-                        "zero (toward zero, the default), near (ties up), ceil, floor, round (ties "
-                        "away from zero) or convergent (ties to even)")
-            ->type_name("MODE");
-    CLI::Option* const overflow =
-        command
-            .add_option("--overflow", options->overflow,
-                        "saturate (the default) or wrap what the type has no room for")
-            ->type_name("MODE");
-    CLI::Option* const in =
-        command.add_option("--in", options->in, "Read the values from a file")->type_name("FILE");
-    CLI::Option* const format =
-        command.add_option("--format", options->format, "What that file is, whatever its name")
-            ->type_name("raw|npy");
-    CLI::Option* const out =
-        command.add_option("--out", options->out, "Write the results to a file")->type_name("FILE");
-    CLI::Option* const strict =
-        command.add_flag("--strict", options->strict, "Exit with 1 if a value lost something");
-    CLI::Option* const table =
-        command.add_flag("--table", options->table,
-                         "Show each value under all modes, to int8 if --to says nothing else");
+    command
+        .add_option("--round", options->rounding,
+                    "zero (toward zero, the default), near (ties up), ceil, floor, round (ties "
+                    "away from zero) or convergent (ties to even)")
+        ->type_name("MODE");
+    command
+        .add_option("--overflow", options->overflow,
+                    "saturate (the default) or wrap what the type has no room for")
+        ->type_name("MODE");
+    command.add_option("--in", options->in, "Read the values from a file")->type_name("FILE");
+    command.add_option("--format", options->format, "What that file is, whatever its name")
+        ->type_name("raw|npy");
+    command.add_option("--out", options->out, "Write the results to a file")->type_name("FILE");
+    command.add_flag("--strict", options->strict, "Exit with 1 if a value lost something");
+    command.add_flag("--table", options->table,
+                     "Show each value under all modes, to int8 if --to says nothing else");
     command.footer(footer);
-    command.callback([=, &console] {
-        refuseTogether(in, {values});
-        refuseTogether(table, {in, rounding, overflow, out, strict});
-        if (format->count() > 0 && in->count() == 0) {
-            throw CLI::RequiresError(format->get_name(), in->get_name());
-        }
+    command.callback([options, &command, &console] {
+        checkExclusion(command, "--in", {"VALUES"});
+        checkExclusion(command, "--table", {"--in", "--round", "--overflow", "--out", "--strict"});
+        checkRequirement(command, {"--format"}, "--in");
         if (options->to.empty() && !options->table) {
             throw CLI::RequiredError("--to");
         }

@@ -1,4 +1,4 @@
-// tvtypes dims: what the library makes of dimensions that are expressions.
+// tvtypes dims: simplification of dimensions, and checks of facts about them.
 #include "commands/commands.h"
 #include "commands/exclusion.h"
 #include "dims/fact_file.h"
@@ -41,16 +41,17 @@ constexpr const char* footer =
     "no fact, the file cannot be read or the call is wrong.";
 
 void showDims(const Options& options, Console& console) {
-    dims::DetailsList details;
+    TVTypeSys::SymbolicDimsTable table;
+    std::vector<dims::DimsDetails> details;
     for (const std::string& argument : options.expressions) {
         try {
-            // Without the blank that keeps a list in one piece.
-            details.add(argument.substr(argument.starts_with(' ') ? 1 : 0));
+            // Without the blank that keeps the parser from splitting a list.
+            dims::addDetails(argument.substr(argument.starts_with(' ') ? 1 : 0), table, details);
         } catch (const text::ParseError& error) {
-            reportUnreadable(error.text, error.position, error.what(), console);
+            reportUnreadable(error, console);
         }
     }
-    print(details.all(), options.json, console);
+    print(details, options.json, console);
 }
 
 void reportFaults(const dims::FactReport& report, Console& console) {
@@ -60,9 +61,9 @@ void reportFaults(const dims::FactReport& report, Console& console) {
                                    fault.excerpt);
         console.status = ExitUnusable;
     }
-    if (report.lastLine != 0) {
+    if (report.lastLine) {
         console.err << fmt::format("tvtypes: {}: nothing is read after line {}\n",
-                                   text::safeText(report.file), report.lastLine);
+                                   text::safeText(report.file), *report.lastLine);
     }
 }
 
@@ -89,31 +90,25 @@ void addDims(CLI::App& app, Console& console) {
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "dims", "Simplify dimensions that are expressions, and check facts about them");
-    CLI::Option* const expressions =
-        command.add_option("EXPR", options->expressions, "Show what these are, simplified")
-            ->type_name("");
-    CLI::Option* const facts =
-        command
-            .add_option("--facts", options->file,
-                        "State the facts in this file and answer its questions; - is the standard "
-                        "input")
-            ->type_name("FILE");
-    CLI::Option* const list =
-        command.add_flag("--list", options->list, "With --facts: list them, with their blocks");
+    command.add_option("EXPR", options->expressions, "Show what these are, simplified")
+        ->type_name("");
+    command
+        .add_option("--facts", options->file,
+                    "State the facts in this file and answer its questions; - is the standard "
+                    "input")
+        ->type_name("FILE");
+    command.add_flag("--list", options->list, "With --facts: list them, with their blocks");
     command.add_flag("--json", options->json, "Print one JSON object");
     command.footer(footer);
-    command.callback([=, &console] {
-        refuseTogether(facts, {expressions});
-        if (options->list && facts->count() == 0) {
-            throw CLI::RequiresError(list->get_name(), facts->get_name());
-        }
-        if (facts->count() == 0 && expressions->count() == 0) {
-            throw CLI::RequiredError("EXPR");
-        }
-        if (facts->count() > 0) {
+    command.callback([options, &command, &console] {
+        checkExclusion(command, "--facts", {"EXPR"});
+        checkRequirement(command, {"--list"}, "--facts");
+        if (command.count("--facts") > 0) {
             showFacts(*options, console);
-        } else {
+        } else if (!options->expressions.empty()) {
             showDims(*options, console);
+        } else {
+            throw CLI::RequiredError("EXPR");
         }
     });
 }

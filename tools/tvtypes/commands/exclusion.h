@@ -1,5 +1,7 @@
 /// \file
-/// Options that go without one another.
+/// Checks of options that exclude or require each other.
+///
+/// The checks of the command line library itself would list every such pair in the help.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -8,13 +10,22 @@
 
 namespace tvtool {
 
-/// Refuses a call that has an option and one of the others. Left to the parser, its help would list
-/// all of this.
-inline void refuseTogether(const CLI::Option* option,
-                           std::initializer_list<const CLI::Option*> others) {
-    for (const CLI::Option* const other : others) {
-        if (option->count() > 0 && other->count() > 0) {
-            throw CLI::ExcludesError(option->get_name(), other->get_name());
+/// Throws a CLI::ExcludesError if the call has the option and one of the others.
+inline void checkExclusion(const CLI::App& command, const char* option,
+                           std::initializer_list<const char*> others) {
+    for (const char* const other : others) {
+        if (command.count(option) > 0 && command.count(other) > 0) {
+            throw CLI::ExcludesError(option, other);
+        }
+    }
+}
+
+/// Throws a CLI::RequiresError if the call has one of the options and not the required one.
+inline void checkRequirement(const CLI::App& command, std::initializer_list<const char*> options,
+                             const char* required) {
+    for (const char* const option : options) {
+        if (command.count(option) > 0 && command.count(required) == 0) {
+            throw CLI::RequiresError(option, required);
         }
     }
 }

@@ -1,11 +1,10 @@
-// tvtypes fixpt: what the library knows of numeric types.
+// tvtypes fixpt: details of numeric types, and quantization of values.
 #include "commands/commands.h"
 #include "commands/exclusion.h"
 #include "convert/names.h"
 #include "fixedpoint/identifier.h"
 #include "fixedpoint/record.h"
 #include "fixedpoint/report.h"
-#include "text/parse_error.h"
 
 #include <CLI/CLI.hpp>
 
@@ -49,20 +48,20 @@ void showTypes(const Options& options, Console& console) {
     TVTypeSys::DataTypeTable table;
     std::vector<int> atomicWordLengths;
     for (const std::string& text : options.atomicWordLengths) {
-        atomicWordLengths.push_back(fixedpoint::wordLengthOf("--atomic-word-length", text));
+        atomicWordLengths.push_back(fixedpoint::parseWordLength("--atomic-word-length", text));
     }
     fixedpoint::setAtomic(atomicWordLengths, table);
     std::vector<fixedpoint::TypeDetails> types;
     if (options.names.empty()) {
         types.push_back(fixedpoint::typeDetails(
-            "", withOverride(fixedpoint::recordOf(options.record), options), table));
+            "", withOverride(fixedpoint::makeRecord(options.record), options), table));
     }
     for (const std::string& name : options.names) {
         try {
             types.push_back(fixedpoint::typeDetails(
-                name, withOverride(fixedpoint::recordNamed(name), options), table));
+                name, withOverride(fixedpoint::parseTypeName(name), options), table));
         } catch (const text::ParseError& error) {
-            reportUnreadable(error.text, error.position, error.what(), console);
+            reportUnreadable(error, console);
         }
     }
     print(types, options.json, console);
@@ -71,66 +70,63 @@ void showTypes(const Options& options, Console& console) {
 void showQuantization(const Options& options, Console& console) {
     try {
         const fxpDataTypeProp record = options.names.empty()
-                                           ? fixedpoint::recordOf(options.record)
-                                           : fixedpoint::recordNamed(options.names.front());
-        const auto overflow = convert::overflowNamed("--overflow", options.overflow);
+                                           ? fixedpoint::makeRecord(options.record)
+                                           : fixedpoint::parseTypeName(options.names.front());
+        const auto overflow = convert::parseOverflow("--overflow", options.overflow);
         print(fixedpoint::quantize(options.values, record, overflow), options.json, console);
     } catch (const text::ParseError& error) {
-        reportUnreadable(error.text, error.position, error.what(), console);
+        reportUnreadable(error, console);
     }
 }
 
-/// The options that describe a record in the place of a name.
-struct RecordOptions {
-    CLI::Option* signedness;
-    CLI::Option* wordLength;
-    CLI::Option* slope;
-    CLI::Option* factor;
-    CLI::Option* exponent;
-    CLI::Option* fractionLength;
-    CLI::Option* bias;
-    CLI::Option* scaledDouble;
-
-    void check(const CLI::Option* names) const {
-        refuseTogether(names, {signedness, wordLength, slope, factor, exponent, fractionLength,
-                               bias, scaledDouble});
-        refuseTogether(slope, {factor, exponent, fractionLength});
-        refuseTogether(fractionLength, {factor, exponent});
-        if (names->count() > 0 || wordLength->count() > 0) {
-            return;
-        }
-        for (const CLI::Option* const option :
-             {signedness, slope, factor, exponent, fractionLength, bias, scaledDouble}) {
-            if (option->count() > 0) {
-                throw CLI::RequiresError(option->get_name(), wordLength->get_name());
-            }
-        }
-        throw CLI::RequiredError("NAME or --word-length");
-    }
-};
-
-/// Without the blank that keeps the parser from taking a negative number for an option.
+/// Removes the blank that keeps the parser from taking a negative number for an option.
 std::string withoutBlank(std::string text) {
     return text.starts_with(' ') ? text.substr(1) : std::move(text);
 }
 
-RecordOptions addRecordOptions(CLI::App& command, fixedpoint::RecordTexts& texts) {
+/// Adds the options that describe a type without a name.
+void addRecordOptions(CLI::App& command, fixedpoint::RecordTexts& texts) {
     const char* const group = "Options in the place of NAME";
     const auto add = [&](const char* name, auto& text, const char* help, const char* type) {
-        return command.add_option(name, text, help)
+        command.add_option(name, text, help)
             ->type_name(type)
             ->transform(withoutBlank)
             ->group(group);
     };
-    return {add("--signed", texts.signedness, "The signedness; 1 by default", "0|1|open"),
-            add("--word-length", texts.wordLength, "The word length", "BITS"),
-            add("--slope", texts.slope, "The slope, a number or a power such as 2^-4", "S"),
-            add("--factor", texts.factor, "The slope's factor, from 1 to less than 2", "F"),
-            add("--exponent", texts.exponent, "The slope's exponent", "E"),
-            add("--fraction-length", texts.fractionLength, "The slope's exponent negated", "L"),
-            add("--bias", texts.bias, "The bias", "B"),
-            command.add_flag("--scaled-double", texts.isScaledDouble, "Make it a scaled double")
-                ->group(group)};
+    add("--signed", texts.signedness, "The signedness; 1 by default", "0|1|open");
+    add("--word-length", texts.wordLength, "The word length", "BITS");
+    add("--slope", texts.slope, "The slope, a number or a power such as 2^-4", "S");
+    add("--factor", texts.factor, "The slope's factor, from 1 to less than 2", "F");
+    add("--exponent", texts.exponent, "The slope's exponent", "E");
+    add("--fraction-length", texts.fractionLength, "The slope's exponent negated", "L");
+    add("--bias", texts.bias, "The bias", "B");
+    command.add_flag("--scaled-double", texts.isScaledDouble, "Make it a scaled double")
+        ->group(group);
+}
+
+void checkCall(const CLI::App& command) {
+    const bool quantizes = command.count("--quantize") > 0;
+    const bool hasType = command.count("NAME") > 0 || command.count("--word-length") > 0;
+    if (quantizes && !hasType) {
+        throw CLI::ValidationError("--quantize", "takes a NAME before it, or --word-length");
+    }
+    checkExclusion(command, "NAME",
+                   {"--signed", "--word-length", "--slope", "--factor", "--exponent",
+                    "--fraction-length", "--bias", "--scaled-double"});
+    checkExclusion(command, "--slope", {"--factor", "--exponent", "--fraction-length"});
+    checkExclusion(command, "--fraction-length", {"--factor", "--exponent"});
+    if (!hasType) {
+        checkRequirement(command,
+                         {"--signed", "--slope", "--factor", "--exponent", "--fraction-length",
+                          "--bias", "--scaled-double"},
+                         "--word-length");
+        throw CLI::RequiredError("NAME or --word-length");
+    }
+    checkExclusion(command, "--quantize", {"--atomic-word-length", "--override-off"});
+    checkRequirement(command, {"--overflow"}, "--quantize");
+    if (quantizes && command.count("NAME") > 1) {
+        throw CLI::ValidationError("--quantize", "takes one NAME, before it");
+    }
 }
 
 } // namespace
@@ -139,48 +135,34 @@ void addFixpt(CLI::App& app, Console& console) {
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "fixpt", "Show what numeric types are, and how values are stored in them");
-    CLI::Option* const names =
-        command.add_option("NAME", options->names, "Show all about these types")
-            ->type_name("")
-            ->transform(withoutBlank);
-    const RecordOptions record = addRecordOptions(command, options->record);
-    CLI::Option* const overrideOff =
-        command.add_flag("--override-off", options->overrideOff,
-                         "Data type override is off, which constructors say");
-    CLI::Option* const atomic = command
-                                    .add_option("--atomic-word-length", options->atomicWordLengths,
-                                                "Word lengths that the target accesses atomically")
-                                    ->type_name("BITS")
-                                    ->transform(withoutBlank);
-    CLI::Option* const quantize =
-        command
-            .add_option(
-                "--quantize", options->values,
-                "Show how these decimal numbers are stored in the type, which is named before")
-            ->type_name("VALUE")
-            ->transform(withoutBlank);
-    CLI::Option* const overflow =
-        command
-            .add_option("--overflow", options->overflow,
-                        "With --quantize: saturate (the default) or wrap what there is no room for")
-            ->type_name("MODE");
+    command.add_option("NAME", options->names, "Show all about these types")
+        ->type_name("")
+        ->transform(withoutBlank);
+    addRecordOptions(command, options->record);
+    command.add_flag("--override-off", options->overrideOff,
+                     "Data type override is off, which constructors say");
+    command
+        .add_option("--atomic-word-length", options->atomicWordLengths,
+                    "Word lengths that the target accesses atomically")
+        ->type_name("BITS")
+        ->transform(withoutBlank);
+    command
+        .add_option("--quantize", options->values,
+                    "Show how these decimal numbers are stored in the type, which is named before")
+        ->type_name("VALUE")
+        ->transform(withoutBlank);
+    command
+        .add_option("--overflow", options->overflow,
+                    "With --quantize: saturate (the default) or wrap what there is no room for")
+        ->type_name("MODE");
     command.add_flag("--json", options->json, "Print one JSON object");
     command.footer(footer);
-    command.callback([=, &console] {
-        if (quantize->count() > 0 && names->count() == 0 && record.wordLength->count() == 0) {
-            throw CLI::ValidationError("--quantize", "takes a NAME before it, or --word-length");
-        }
-        record.check(names);
-        refuseTogether(quantize, {atomic, overrideOff});
-        if (overflow->count() > 0 && quantize->count() == 0) {
-            throw CLI::RequiresError(overflow->get_name(), quantize->get_name());
-        }
-        if (quantize->count() == 0) {
-            showTypes(*options, console);
-        } else if (options->names.size() > 1) {
-            throw CLI::ValidationError("--quantize", "takes one NAME, before it");
-        } else {
+    command.callback([options, &command, &console] {
+        checkCall(command);
+        if (command.count("--quantize") > 0) {
             showQuantization(*options, console);
+        } else {
+            showTypes(*options, console);
         }
     });
 }

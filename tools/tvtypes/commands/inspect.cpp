@@ -1,6 +1,6 @@
-// tvtypes inspect: which data types a model has.
+// tvtypes inspect: reports the data types of a model.
 #include "commands/commands.h"
-#include "model/inspection_report.h"
+#include "model/inspection.h"
 
 #include <CLI/CLI.hpp>
 
@@ -19,7 +19,8 @@ struct Options {
 
 void inspect(const Options& options, Console& console) {
     try {
-        const model::Inspection inspection = model::inspectFile(options.file);
+        const model::Inspection inspection =
+            model::inspect(*model::readModel(options.file), options.file);
         print(inspection, options.json, console);
         console.status = inspection.remarks.problems().empty() ? ExitClean : ExitProblems;
     } catch (const files::ReadError& error) {
@@ -34,11 +35,7 @@ void addInspect(CLI::App& app, Console& console) {
     CLI::App& command =
         *app.add_subcommand("inspect", "Show which data types a model has, and what is wrong "
                                        "with its description");
-    command
-        .add_option("FILE", options->file,
-                    "A modelDescription.xml in FMI 2 or 3, or a .fmu archive that holds one")
-        ->type_name("")
-        ->required();
+    addDescriptionFile(command, options->file);
     command.add_flag("--json", options->json, "Print one JSON object");
     command.footer("Exit status: 0 no problems, 1 problems in the model, 2 the file cannot be "
                    "read or the call is wrong.");

@@ -1,8 +1,7 @@
-// tvtypes layout: where in memory the elements of structs lie.
+// tvtypes layout: reports or draws the memory layout of the structs of a model.
 #include "commands/commands.h"
 #include "files/new_file.h"
-#include "model/layout_report.h"
-#include "model/layout_svg.h"
+#include "model/memory_map.h"
 #include "text/quote.h"
 #include "text/safe_text.h"
 
@@ -38,7 +37,7 @@ constexpr const char* footer =
     "Exit status: 0 no problems, 1 problems in the model, 2 the file cannot be read, the picture\n"
     "cannot be written or the call is wrong.";
 
-void drawInto(const std::string& path, const model::MemoryMaps& maps) {
+void writePicture(const std::string& path, const model::MemoryMaps& maps) {
     std::ostringstream picture;
     model::drawLayout(maps, picture);
     files::NewFile file(path);
@@ -46,21 +45,16 @@ void drawInto(const std::string& path, const model::MemoryMaps& maps) {
     file.commit();
 }
 
-void printOrDraw(const Options& options, const model::MemoryMaps& maps, Console& console) {
-    if (!options.svg.empty() && !maps.structs.empty()) {
-        drawInto(options.svg, maps);
-    } else {
-        print(maps, options.json, console);
-    }
-}
-
 void layOut(const Options& options, Console& console) {
     const std::string file = text::safeText(options.file);
     try {
-        const std::unique_ptr<model::Model> model = model::readModel(options.file);
-        model::MemoryMaps maps = model::mapStructs(*model, options.type);
-        maps.file = options.file;
-        printOrDraw(options, maps, console);
+        const model::MemoryMaps maps =
+            model::mapStructs(*model::readModel(options.file), options.file, options.type);
+        if (!options.svg.empty() && !maps.structs.empty()) {
+            writePicture(options.svg, maps);
+        } else {
+            print(maps, options.json, console);
+        }
         if (maps.problems > 0) {
             console.err << fmt::format("tvtypes: {}: the description has {}; tvtypes inspect "
                                        "tells more\n",
@@ -81,11 +75,7 @@ void addLayout(CLI::App& app, Console& console) {
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "layout", "Show where in memory the elements of the structs of a model lie");
-    command
-        .add_option("FILE", options->file,
-                    "A modelDescription.xml in FMI 2 or 3, or a .fmu archive that holds one")
-        ->type_name("")
-        ->required();
+    addDescriptionFile(command, options->file);
     command
         .add_option("TYPE", options->type,
                     "A struct type, by its name or by a path in the description; without it, all "

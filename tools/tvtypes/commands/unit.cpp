@@ -1,7 +1,6 @@
-// tvtypes unit: what the library knows of units.
+// tvtypes unit: details of units, conversion factors, and search.
 #include "commands/commands.h"
 #include "commands/exclusion.h"
-#include "text/parse_error.h"
 #include "units/report.h"
 
 #include <CLI/CLI.hpp>
@@ -46,7 +45,7 @@ void showUnits(const Options& options, Console& console) {
         try {
             details.push_back(units::unitDetails(text, table));
         } catch (const text::ParseError& error) {
-            reportUnreadable(error.text, error.position, error.what(), console);
+            reportUnreadable(error, console);
         }
     }
     print(details, options.json, console);
@@ -80,7 +79,7 @@ void execute(const Options& options, Console& console) {
             showUnits(options, console);
         }
     } catch (const text::ParseError& error) {
-        reportUnreadable(error.text, error.position, error.what(), console);
+        reportUnreadable(error, console);
     }
 }
 
@@ -90,38 +89,29 @@ void addUnit(CLI::App& app, Console& console) {
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "unit", "Show what units mean and how they convert, and look for units");
-    CLI::Option* const units =
-        command.add_option("UNIT", options->units, "Show all about these units")->type_name("");
-    CLI::Option* const factor = command.add_flag(
-        "--factor", options->factor, "Show the factor from the first of two units to the second");
-    CLI::Option* const complete =
-        command
-            .add_option("--complete", options->prefix,
-                        "List the names, symbols and aliases that begin like this")
-            ->type_name("PREFIX");
-    CLI::Option* const search =
-        command
-            .add_option("--search", options->word,
-                        "List the units of which this stands in a name, an alias or the quantity")
-            ->type_name("WORD");
-    CLI::Option* const list = command.add_flag("--list", options->list, "List all units");
-    CLI::Option* const system =
-        command.add_option("--system", options->system, "With --list: those of a system only")
-            ->type_name("NAME");
-    CLI::Option* const quantity =
-        command.add_option("--quantity", options->quantity, "With --list: those that measure this")
-            ->type_name("NAME");
+    command.add_option("UNIT", options->units, "Show all about these units")->type_name("");
+    command.add_flag("--factor", options->factor,
+                     "Show the factor from the first of two units to the second");
+    command
+        .add_option("--complete", options->prefix,
+                    "List the names, symbols and aliases that begin like this")
+        ->type_name("PREFIX");
+    command
+        .add_option("--search", options->word,
+                    "List the units of which this stands in a name, an alias or the quantity")
+        ->type_name("WORD");
+    command.add_flag("--list", options->list, "List all units");
+    command.add_option("--system", options->system, "With --list: those of a system only")
+        ->type_name("NAME");
+    command.add_option("--quantity", options->quantity, "With --list: those that measure this")
+        ->type_name("NAME");
     command.add_flag("--json", options->json, "Print one JSON object");
     command.footer(footer);
-    command.callback([=, &console] {
-        refuseTogether(list, {units, factor, complete, search});
-        refuseTogether(search, {units, factor, complete});
-        refuseTogether(complete, {units, factor});
-        for (const CLI::Option* const filter : {system, quantity}) {
-            if (filter->count() > 0 && !options->list) {
-                throw CLI::RequiresError(filter->get_name(), list->get_name());
-            }
-        }
+    command.callback([options, &command, &console] {
+        checkExclusion(command, "--list", {"UNIT", "--factor", "--complete", "--search"});
+        checkExclusion(command, "--search", {"UNIT", "--factor", "--complete"});
+        checkExclusion(command, "--complete", {"UNIT", "--factor"});
+        checkRequirement(command, {"--system", "--quantity"}, "--list");
         const std::size_t count = options->units.size();
         if (options->factor && count != 2) {
             throw CLI::ValidationError("--factor", "takes two units");

@@ -1,18 +1,20 @@
 /// \file
-/// Elements converted in the library, and what that lost.
+/// Conversion of elements by the library, with a count of the losses: of a vector, of a whole
+/// source, and of a source under all modes.
 #pragma once
 
-#include "convert/names.h"
+#include "convert/streams.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <ostream>
 #include <string>
 #include <vector>
 
 namespace tvtool::convert {
 
-/// How often something happened, and where for the first times. Indices count from 0.
-struct Places {
+/// The number of occurrences, and the indices of the first ones, from 0.
+struct Occurrences {
     std::uint64_t count = 0;
     std::vector<std::uint64_t> first;
 
@@ -21,17 +23,17 @@ struct Places {
 
 struct Losses {
     std::uint64_t elements = 0;
-    Places lost;       ///< converted back, the element would differ
-    Places overflowed; ///< of these, what the destination has no room for
+    Occurrences lost;       ///< elements that differ when they are converted back
+    Occurrences overflowed; ///< the lost ones that are out of range of the destination
+
+    /// Returns a sentence with the counts and the first indices.
+    std::string summary() const;
 };
 
-/// What became of the elements, in one line.
-std::string sentenceOf(const Losses& losses);
-
-/// Converts the elements of one vector, piece by piece.
+/// Converts the elements of one vector in blocks.
 class Conversion {
   public:
-    /// Throws an Error if complex elements are to become anything but double or single.
+    /// Throws an Error for complex elements and a destination other than double and single.
     Conversion(Element source, Type destination, Modes modes);
 
     Element source() const { return source_; }
@@ -41,7 +43,8 @@ class Conversion {
     void convert(const std::byte* from, std::byte* to, std::size_t count);
 
   private:
-    bool keeps(const std::byte* from, std::byte* to, std::size_t count) const;
+    /// Converts elements and returns whether all of them kept their values.
+    bool convertExactly(const std::byte* from, std::byte* to, std::size_t count) const;
     bool overflows(const std::byte* element) const;
 
     Element source_;
@@ -49,5 +52,14 @@ class Conversion {
     Modes modes_;
     Losses losses_;
 };
+
+/// Converts all elements of a source into a sink, in chunks, so that the memory does not depend on
+/// their number. Shows a progress bar on the last line of `terminal` while it runs, if `terminal`
+/// is not null and the number of elements is known.
+void convertAll(Source& source, Conversion& conversion, Sink& sink, std::ostream* terminal);
+
+/// Prints the results of converting each value of the source: a line for each overflow mode, a
+/// column for each rounding mode. Modes that make no difference for the pair of types share one.
+void printModes(Source& source, Type destination, bool colour, std::ostream& os);
 
 } // namespace tvtool::convert

@@ -1,11 +1,8 @@
 #include "convert/names.h"
 
-#include "convert/error.h"
-
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <iterator>
 
 namespace tvtool::convert {
 
@@ -26,7 +23,7 @@ constexpr std::array<TypeRow, 9> types{{{"double", 8},
                                         {"uint32", 4},
                                         {"boolean", 1}}};
 
-/// The row of a name, of rows that have one.
+/// Returns an iterator to the row with this name; throws an Error if there is none.
 template <class Rows>
 auto findNamed(const Rows& rows, std::string_view option, std::string_view name) {
     const auto row = std::ranges::find(rows, name, [](const auto& each) { return each.name; });
@@ -52,23 +49,23 @@ const std::array<Named<fxpModeRounding_tag>, 6> roundings{{{"zero", FXP_ROUND_ZE
 const std::array<Named<fxpModeOverflow_tag>, 2> overflows{
     {{"wrap", FXP_OVERFLOW_WRAP}, {"saturate", FXP_OVERFLOW_SATURATE}}};
 
-const char* nameOf(Type type) { return types[static_cast<std::size_t>(type)].name; }
+const char* typeName(Type type) { return types[static_cast<std::size_t>(type)].name; }
 
 std::size_t sizeOf(Type type) { return types[static_cast<std::size_t>(type)].size; }
 
-std::string nameOf(Element element) {
-    return std::string(element.isComplex ? "complex " : "") + nameOf(element.type);
+std::string elementName(Element element) {
+    return std::string(element.isComplex ? "complex " : "") + typeName(element.type);
 }
 
-Type typeNamed(std::string_view option, std::string_view name) {
+Type parseType(std::string_view option, std::string_view name) {
     return static_cast<Type>(findNamed(types, option, name) - types.begin());
 }
 
-fxpModeRounding_tag roundingNamed(std::string_view option, std::string_view name) {
+fxpModeRounding_tag parseRounding(std::string_view option, std::string_view name) {
     return findNamed(roundings, option, name)->value;
 }
 
-fxpModeOverflow_tag overflowNamed(std::string_view option, std::string_view name) {
+fxpModeOverflow_tag parseOverflow(std::string_view option, std::string_view name) {
     return findNamed(overflows, option, name)->value;
 }
 

@@ -1,32 +1,39 @@
 /// \file
-/// The built-in types and the modes, as they are named on the command line.
+/// The built-in types and the modes of a conversion, with their names on the command line.
 #pragma once
 
 #include <tvtypes/fixedpoint.h>
 
 #include <array>
 #include <cstddef>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
 namespace tvtool::convert {
 
-/// The built-in types, under the ids that the library knows them by.
+/// Error of an argument, an input or an output. what() is a sentence for the user.
+class Error : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The built-in types; the values are the ids of the library.
 enum class Type : int { Double, Single, Int8, UInt8, Int16, UInt16, Int32, UInt32, Boolean };
 
-const char* nameOf(Type type);
-/// Bytes of one value.
+const char* typeName(Type type);
+/// Returns the size of a value in bytes.
 std::size_t sizeOf(Type type);
 inline bool isFloating(Type type) { return type == Type::Double || type == Type::Single; }
 
-/// What stands at one index of a vector: a value, or two of them, real then imaginary.
+/// The type of a vector's elements: one value, or two for real and imaginary part.
 struct Element {
     Type type = Type::Double;
     bool isComplex = false;
 
     bool operator==(const Element&) const = default;
 };
-std::string nameOf(Element element);
+std::string elementName(Element element);
 inline std::size_t sizeOf(Element element) {
     return sizeOf(element.type) * (element.isComplex ? 2 : 1);
 }
@@ -44,9 +51,10 @@ struct Named {
 extern const std::array<Named<fxpModeRounding_tag>, 6> roundings;
 extern const std::array<Named<fxpModeOverflow_tag>, 2> overflows;
 
-/// The value of a name. Throws an Error that names the option and lists what is allowed.
-Type typeNamed(std::string_view option, std::string_view name);
-fxpModeRounding_tag roundingNamed(std::string_view option, std::string_view name);
-fxpModeOverflow_tag overflowNamed(std::string_view option, std::string_view name);
+/// Returns the type or mode with this name. Throws an Error that names the option and lists the
+/// valid names.
+Type parseType(std::string_view option, std::string_view name);
+fxpModeRounding_tag parseRounding(std::string_view option, std::string_view name);
+fxpModeOverflow_tag parseOverflow(std::string_view option, std::string_view name);
 
 } // namespace tvtool::convert

@@ -1,7 +1,5 @@
 #include "convert/npy.h"
 
-#include "convert/error.h"
-
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -26,7 +24,7 @@ struct Code {
     Element element;
 };
 
-/// What stands behind the byte order in a description of elements.
+/// Type codes, which follow the byte order in a description of elements.
 constexpr std::array<Code, 11> codes{{{"f8", {Type::Double}},
                                       {"f4", {Type::Single}},
                                       {"i1", {Type::Int8}},
@@ -39,17 +37,17 @@ constexpr std::array<Code, 11> codes{{{"f8", {Type::Double}},
                                       {"c16", {Type::Double, true}},
                                       {"c8", {Type::Single, true}}}};
 
-/// The text of a header: a dictionary in the syntax of Python with three members.
+/// Parses the text of a header: a dictionary in the syntax of Python with three members.
 class Parser {
   public:
     explicit Parser(std::string_view text) : rest_(text), size_(text.size()) {}
 
     NpyHeader parse() {
-        expect('{');
-        while (!take('}')) {
+        expect("{");
+        while (!take("}")) {
             parseMember();
-            if (!take(',')) {
-                expect('}');
+            if (!take(",")) {
+                expect("}");
                 break;
             }
         }
@@ -73,24 +71,18 @@ class Parser {
         rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\r\n"), rest_.size()));
     }
 
-    bool take(char wanted) {
+    /// Skips blanks and, if it follows, the token; returns whether it followed.
+    bool take(std::string_view token) {
         skipBlanks();
-        const bool found = rest_.starts_with(wanted);
-        rest_.remove_prefix(found ? 1 : 0);
+        const bool found = rest_.starts_with(token);
+        rest_.remove_prefix(found ? token.size() : 0);
         return found;
     }
 
-    void expect(char wanted) {
+    void expect(std::string_view wanted) {
         if (!take(wanted)) {
             fail(fmt::format("no \"{}\"", wanted));
         }
-    }
-
-    bool takeWord(std::string_view wanted) {
-        skipBlanks();
-        const bool found = rest_.starts_with(wanted);
-        rest_.remove_prefix(found ? wanted.size() : 0);
-        return found;
     }
 
     std::string_view parseText() {
@@ -115,9 +107,9 @@ class Parser {
 
     void parseMember() {
         const std::string_view key = parseText();
-        expect(':');
+        expect(":");
         if (key == "descr") {
-            if (take('[')) {
+            if (take("[")) {
                 throw Error("holds records; only plain numbers are converted");
             }
             assign(description_, parseText());
@@ -131,8 +123,8 @@ class Parser {
     }
 
     bool parseBool() {
-        const bool isTrue = takeWord("True");
-        if (!isTrue && !takeWord("False")) {
+        const bool isTrue = take("True");
+        if (!isTrue && !take("False")) {
             fail("neither True nor False");
         }
         return isTrue;
@@ -153,20 +145,20 @@ class Parser {
         return size;
     }
 
-    /// As in (3, 4), (3,) or (). A number in parentheses without a comma would be no tuple.
+    /// Parses a tuple such as (3, 4), (3,) or (). One number needs its comma to be a tuple.
     std::vector<std::uint64_t> parseSizes() {
         std::vector<std::uint64_t> sizes;
-        expect('(');
-        while (!take(')')) {
+        expect("(");
+        while (!take(")")) {
             if (sizes.size() == maxDimensions) {
                 fail(fmt::format("more than {} dimensions", maxDimensions));
             }
             sizes.push_back(parseSize());
-            if (!take(',')) {
+            if (!take(",")) {
                 if (sizes.size() == 1) {
                     fail("no \",\"");
                 }
-                expect(')');
+                expect(")");
                 break;
             }
         }
@@ -188,11 +180,12 @@ class Parser {
         header.element = known->element;
         header.bigEndian = order == '>';
         header.shape = {*sizes_, *fortranOrder_};
-        header.count = countOf(header);
+        header.count = checkedCount(header);
         return header;
     }
 
-    static std::uint64_t countOf(const NpyHeader& header) {
+    /// Returns the number of elements; throws an Error if their size in bytes exceeds 64 bits.
+    static std::uint64_t checkedCount(const NpyHeader& header) {
         const std::vector<std::uint64_t>& sizes = header.shape.sizes;
         if (std::ranges::find(sizes, 0U) != sizes.end()) {
             return 0;

@@ -1,7 +1,5 @@
 #include "convert/values.h"
 
-#include "convert/error.h"
-
 #include <fmt/format.h>
 
 #include <charconv>
@@ -12,31 +10,55 @@
 #include <limits>
 #include <string_view>
 #include <system_error>
+#include <type_traits>
 
 namespace tvtool::convert {
 
 namespace {
 
-template <class Value>
-void store(Value value, std::byte* bytes) {
-    std::memcpy(bytes, &value, sizeof value);
+/// Calls a function with a value of the C++ type of `type`.
+template <class Function>
+void withTypeOf(Type type, const Function& function) {
+    switch (type) {
+    case Type::Double:
+        return function(double());
+    case Type::Single:
+        return function(float());
+    case Type::Int8:
+        return function(std::int8_t());
+    case Type::UInt8:
+        return function(std::uint8_t());
+    case Type::Int16:
+        return function(std::int16_t());
+    case Type::UInt16:
+        return function(std::uint16_t());
+    case Type::Int32:
+        return function(std::int32_t());
+    case Type::UInt32:
+        return function(std::uint32_t());
+    case Type::Boolean:
+        return function(bool());
+    }
 }
 
-template <class Value>
-Value load(const std::byte* bytes) {
-    Value value;
-    std::memcpy(&value, bytes, sizeof value);
-    return value;
+bool parseBoolean(const std::string& word) {
+    const bool isTrue = word == "1" || word == "true";
+    if (!isTrue && word != "0" && word != "false") {
+        throw Error("is not 0 or 1");
+    }
+    return isTrue;
 }
-
-// The nearest of the type itself: a single that went through a double could be rounded twice.
-double nearest(const char* text, char** stop, double) { return std::strtod(text, stop); }
-float nearest(const char* text, char** stop, float) { return std::strtof(text, stop); }
 
 template <class Floating>
-Floating readFloating(const std::string& word) {
+Floating parseFloating(const std::string& word) {
     char* stop = nullptr;
-    const Floating value = nearest(word.c_str(), &stop, Floating{});
+    Floating value{};
+    // strtof, because a single read as a double would be rounded twice.
+    if constexpr (std::is_same_v<Floating, float>) {
+        value = std::strtof(word.c_str(), &stop);
+    } else {
+        value = std::strtod(word.c_str(), &stop);
+    }
     if (word.empty() || stop != word.c_str() + word.size()) {
         throw Error("is not a number");
     }
@@ -44,98 +66,62 @@ Floating readFloating(const std::string& word) {
 }
 
 template <class Integer>
-Integer readInteger(const std::string& word) {
+Integer parseInteger(std::string_view digits) {
     using Limits = std::numeric_limits<Integer>;
-    std::string_view digits = word;
-    const bool negative = digits.starts_with('-');
-    if (negative || digits.starts_with('+')) {
-        digits.remove_prefix(1);
-    }
-    int base = 10;
-    if (digits.starts_with("0x") || digits.starts_with("0X")) {
-        digits.remove_prefix(2);
-        base = 16;
-    }
+    const bool isNegative = digits.starts_with('-');
+    digits.remove_prefix(isNegative || digits.starts_with('+') ? 1 : 0);
+    const bool isHexadecimal = digits.starts_with("0x") || digits.starts_with("0X");
+    digits.remove_prefix(isHexadecimal ? 2 : 0);
     std::uint64_t magnitude = 0;
     const char* const end = digits.data() + digits.size();
-    const auto [stop, error] = std::from_chars(digits.data(), end, magnitude, base);
+    const auto [stop, error] =
+        std::from_chars(digits.data(), end, magnitude, isHexadecimal ? 16 : 10);
     if (stop != end || error == std::errc::invalid_argument) {
         throw Error("is not an integer");
     }
-    const auto most = negative ? -static_cast<std::int64_t>(Limits::min())
-                               : static_cast<std::int64_t>(Limits::max());
+    const auto most = isNegative ? -static_cast<std::int64_t>(Limits::min())
+                                 : static_cast<std::int64_t>(Limits::max());
     if (error != std::errc() || magnitude > static_cast<std::uint64_t>(most)) {
         throw Error(
             fmt::format("is out of range, which is {} to {}", Limits::min(), Limits::max()));
     }
     const auto value = static_cast<std::int64_t>(magnitude);
-    return static_cast<Integer>(negative ? -value : value);
+    return static_cast<Integer>(isNegative ? -value : value);
 }
 
-std::uint8_t readBoolean(const std::string& word) {
-    const bool isTrue = word == "1" || word == "true";
-    if (!isTrue && word != "0" && word != "false") {
-        throw Error("is not 0 or 1");
-    }
-    return isTrue ? 1 : 0;
-}
-
-void appendPart(std::string& text, Type type, const std::byte* value) {
-    const auto append = [&text](auto number) {
-        fmt::format_to(std::back_inserter(text), "{}", number);
-    };
-    switch (type) {
-    case Type::Double:
-        return append(load<double>(value));
-    case Type::Single:
-        return append(load<float>(value));
-    case Type::Int8:
-        return append(int{load<std::int8_t>(value)});
-    case Type::UInt8:
-        return append(unsigned{load<std::uint8_t>(value)});
-    case Type::Int16:
-        return append(load<std::int16_t>(value));
-    case Type::UInt16:
-        return append(load<std::uint16_t>(value));
-    case Type::Int32:
-        return append(load<std::int32_t>(value));
-    case Type::UInt32:
-        return append(load<std::uint32_t>(value));
-    case Type::Boolean:
-        return append(load<std::uint8_t>(value) == 0 ? 0 : 1);
-    }
+void appendValue(std::string& text, Type type, const std::byte* bytes) {
+    withTypeOf(type, [&](auto value) {
+        if constexpr (std::is_same_v<decltype(value), bool>) {
+            // Files may hold any byte for true.
+            text += *bytes == std::byte() ? '0' : '1';
+        } else {
+            std::memcpy(&value, bytes, sizeof value);
+            fmt::format_to(std::back_inserter(text), "{}", value);
+        }
+    });
 }
 
 } // namespace
 
-void readValue(const std::string& word, Type type, std::byte* value) {
-    switch (type) {
-    case Type::Double:
-        return store(readFloating<double>(word), value);
-    case Type::Single:
-        return store(readFloating<float>(word), value);
-    case Type::Int8:
-        return store(readInteger<std::int8_t>(word), value);
-    case Type::UInt8:
-        return store(readInteger<std::uint8_t>(word), value);
-    case Type::Int16:
-        return store(readInteger<std::int16_t>(word), value);
-    case Type::UInt16:
-        return store(readInteger<std::uint16_t>(word), value);
-    case Type::Int32:
-        return store(readInteger<std::int32_t>(word), value);
-    case Type::UInt32:
-        return store(readInteger<std::uint32_t>(word), value);
-    case Type::Boolean:
-        return store(readBoolean(word), value);
-    }
+void readValue(const std::string& word, Type type, std::byte* bytes) {
+    withTypeOf(type, [&](auto value) {
+        using Value = decltype(value);
+        if constexpr (std::is_same_v<Value, bool>) {
+            value = parseBoolean(word);
+        } else if constexpr (std::is_floating_point_v<Value>) {
+            value = parseFloating<Value>(word);
+        } else {
+            value = parseInteger<Value>(word);
+        }
+        std::memcpy(bytes, &value, sizeof value);
+    });
 }
 
 void appendElement(std::string& text, Element element, const std::byte* value) {
-    appendPart(text, element.type, value);
+    appendValue(text, element.type, value);
     if (element.isComplex) {
         std::string imaginary;
-        appendPart(imaginary, element.type, value + sizeOf(element.type));
+        appendValue(imaginary, element.type, value + sizeOf(element.type));
         text += (imaginary.starts_with('-') ? "" : "+") + imaginary + 'i';
     }
 }

@@ -1,5 +1,5 @@
 /// \file
-/// Values as texts.
+/// Texts of values.
 #pragma once
 
 #include "convert/names.h"
@@ -9,16 +9,16 @@
 
 namespace tvtool::convert {
 
-/// Reads a word into the bytes of a value. Throws an Error that says what is wrong with the word,
-/// but not which it is.
+/// Converts a word to a value and stores its bytes. Throws an Error whose text describes the fault
+/// but not the word.
 ///
-/// A floating-point value is the one nearest to what is written, infinite where that is too large;
-/// "inf" and "nan" are read. An integer has to be in the type's range. Both may be hexadecimal.
-/// A boolean is 0, 1, false or true.
+/// Floating-point values are rounded to nearest, and are infinite if the number is too large; "inf"
+/// and "nan" are accepted. Integers must be in the range of the type. Both may be hexadecimal. A
+/// boolean is 0, 1, false or true.
 void readValue(const std::string& word, Type type, std::byte* value);
 
 /// Appends the value in decimal, a floating-point one in the fewest digits that read back as the
-/// same. Two values of a complex element come as 1.5-2i.
+/// same value. A complex element is written as 1.5-2i.
 void appendElement(std::string& text, Element element, const std::byte* value);
 
 } // namespace tvtool::convert

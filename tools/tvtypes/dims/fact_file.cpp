@@ -1,14 +1,15 @@
 #include "dims/fact_file.h"
 
-#include "dims/fact_line.h"
 #include "dims/fact_store.h"
 #include "dims/reading.h"
 #include "files/read_error.h"
 #include "text/excerpt.h"
+#include "text/parse_error.h"
 #include "text/quote.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <deque>
 #include <filesystem>
@@ -26,15 +27,15 @@ namespace {
 
 constexpr std::size_t mostFaults = 20;
 
-/// Two expressions of a MiB, and some blanks.
+/// Room for two expressions of 1 MiB, and blanks.
 constexpr std::size_t longestLine = std::size_t{4} << 20;
 
-/// The lines of a text, one at a time.
+/// Reads the lines of a text one at a time.
 class Lines {
   public:
     explicit Lines(std::istream& is) : is_(is), buffer_(longestLine + 2) {}
 
-    /// False at the end. The line is good until the next one is read.
+    /// Returns false at the end. The line is valid until the next call.
     bool next(std::string_view& line) {
         is_.getline(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
         if (is_.bad()) {
@@ -49,7 +50,7 @@ class Lines {
             throw files::ReadError(fmt::format("the line is longer than {} MiB", longestLine >> 20),
                                    number_, longestLine + 1);
         }
-        // A line break is counted and not stored.
+        // gcount() includes the line break, which is not stored.
         line = {buffer_.data(), is_.eof() ? count : count - 1};
         if (constexpr std::string_view mark = "\xEF\xBB\xBF";
             number_ == 1 && line.starts_with(mark)) {
@@ -69,90 +70,137 @@ class Lines {
     std::uint64_t number_ = 0;
 };
 
+struct Side {
+    std::string text;
+    std::size_t position = 0; ///< in the line
+};
+
+struct FactLine {
+    Side left;
+    std::string_view relation; ///< "==", ">" or "<"
+    Side right;
+    bool isQuestion = false;
+    std::string block; ///< empty if the line names none
+};
+
+/// Returns the text from one position to another without the blanks around it.
+Side sideAt(std::string_view line, std::size_t begin, std::size_t end) {
+    constexpr std::string_view blanks = " \t\r\v\f";
+    const std::size_t first = std::min(line.find_first_not_of(blanks, begin), end);
+    const std::string_view text = line.substr(first, end - first);
+    return {std::string(text.substr(0, text.find_last_not_of(blanks) + 1)), first};
+}
+
+/// Splits a line; empty for a blank line and a comment. Throws a text::ParseError.
+std::optional<FactLine> splitLine(std::string_view line) {
+    const auto check = [line](bool isValid, const char* sentence, std::size_t position) {
+        if (!isValid) {
+            throw text::ParseError(sentence, std::string(line), position);
+        }
+    };
+    const std::size_t hash = std::min(line.find('#'), line.size());
+    const Side fact = sideAt(line, 0, hash);
+    if (fact.text.empty()) {
+        return std::nullopt;
+    }
+    FactLine split;
+    split.isQuestion = fact.text.back() == '?';
+    split.block = hash < line.size() ? sideAt(line, hash + 1, line.size()).text : "";
+
+    constexpr std::string_view signs = "=<>!";
+    const std::size_t end = fact.position + fact.text.size() - (split.isQuestion ? 1 : 0);
+    const std::string_view text = line.substr(0, end);
+    const std::size_t begin = text.find_first_of(signs);
+    check(begin != std::string_view::npos, "a relation is missing: ==, > or <", end);
+    const std::size_t behind = std::min(text.find_first_not_of(signs, begin), end);
+    split.relation = text.substr(begin, behind - begin);
+    check(split.relation == "==" || split.relation == ">" || split.relation == "<",
+          "there is no such relation; it is ==, > or <", begin);
+    split.left = sideAt(text, 0, begin);
+    split.right = sideAt(text, behind, end);
+    check(!split.left.text.empty(), "the left side is missing", begin);
+    check(!split.right.text.empty(), "the right side is missing", end);
+    const std::size_t another = text.find_first_of(signs, behind);
+    check(another == std::string_view::npos, "a line has one relation", another);
+    return split;
+}
+
 class FactReader {
   public:
     FactReport read(std::istream& is) {
         Lines lines(is);
         std::string_view line;
-        while (report_.lastLine == 0 && lines.next(line)) {
+        while (!report_.lastLine && lines.next(line)) {
             try {
                 if (const std::optional<FactLine> split = splitLine(line)) {
-                    take(*split, lines.number());
+                    process(*split, lines.number());
                 }
             } catch (const text::ParseError& error) {
                 addFault(lines.number(), line, error.position, error.what());
             }
             if (store_.isExhausted()) {
                 addFault(lines.number(), line, 0,
-                         "there are more ways between sizes than can be "
-                         "searched");
-                report_.lastLine = lines.number();
-            } else if (report_.faults.size() == mostFaults) {
+                         "there are more ways between sizes than can be searched");
+            }
+            if (store_.isExhausted() || report_.faults.size() == mostFaults) {
                 report_.lastLine = lines.number();
             }
         }
-        std::vector<const TVBlock*> blocks;
-        for (const TVBlock& block : blocks_) {
-            blocks.push_back(&block);
-        }
-        report_.facts = store_.statedBy(blocks);
+        report_.facts = store_.statedBy(blocks_);
         return std::move(report_);
     }
 
   private:
-    void take(const FactLine& line, std::uint64_t number) {
-        const int left = readSide(line.left, number);
-        const int right = readSide(line.right, number);
-        Fact fact{left, Relation::Equal, right, nullptr, number};
-        if (line.sign != Sign::Equal) {
-            fact.relation = Relation::Greater;
-        }
-        if (line.sign == Sign::Less) {
+    void process(const FactLine& line, std::uint64_t number) {
+        const int left = registerSide(line.left, number);
+        const int right = registerSide(line.right, number);
+        const std::string text =
+            fmt::format("{} {} {}", line.left.text, line.relation, line.right.text);
+        Fact fact{left, line.relation == "==" ? Relation::Equal : Relation::Greater, right, nullptr,
+                  number};
+        if (line.relation == "<") {
             std::swap(fact.left, fact.right);
         }
-        const std::string text =
-            fmt::format("{} {} {}", line.left.text, textOf(line.sign), line.right.text);
         if (line.isQuestion) {
-            FactStore::Answer answer = store_.ask(fact);
-            report_.answers.push_back(
-                {number, text, answer.library, answer.all, std::move(answer.reason)});
+            report_.answers.push_back(store_.ask(fact));
+            report_.answers.back().text = text;
             return;
         }
         ++report_.stated;
-        fact.block = blockOf(line.block, number);
+        fact.block = blockNamed(line.block, number);
         if (auto objection = store_.state(fact)) {
-            report_.objections.push_back({number, text, fact.block->name, objection->isRefused,
-                                          std::move(objection->reason)});
+            objection->text = text;
+            report_.objections.push_back(*std::move(objection));
         } else if (left == right) {
             report_.notes.push_back({number, "both sides are the same, so this says nothing"});
         }
     }
 
-    /// The id of a side's size. Throws a text::ParseError with the position in the line.
-    int readSide(const Side& side, std::uint64_t number) {
+    /// Returns the id of a side's size. Throws a text::ParseError with the position in the line.
+    int registerSide(const Side& side, std::uint64_t number) {
         try {
-            const Reading reading = readDims(side.text, table_);
-            if (!reading.obstacle.empty()) {
+            const RegisteredDims dims = registerDims(side.text, table_);
+            if (!dims.obstacle.empty()) {
                 constexpr std::size_t longest = 60;
                 report_.notes.push_back(
                     {number, fmt::format("{} stays, at least in part, as it is: {}",
-                                         text::shortened(side.text, longest), reading.obstacle)});
+                                         text::shortened(side.text, longest), dims.obstacle)});
             }
-            return sizeOf(table_, reading.simplified);
+            return sizeOf(table_, dims.simplified);
         } catch (const text::ParseError& error) {
             throw text::ParseError(error.what(), side.text, side.position + error.position);
         }
     }
 
-    const TVBlock* blockOf(const std::string& name, std::uint64_t line) {
+    const TVBlock* blockNamed(const std::string& name, std::uint64_t line) {
         if (name.empty()) {
             return &blocks_.emplace_back(TVBlock{{}, line});
         }
-        const auto [entry, isNew] = blockOfName_.try_emplace(name, nullptr);
-        if (isNew) {
-            entry->second = &blocks_.emplace_back(TVBlock{name, line});
+        const TVBlock*& block = namedBlocks_[name];
+        if (block == nullptr) {
+            block = &blocks_.emplace_back(TVBlock{name, line});
         }
-        return entry->second;
+        return block;
     }
 
     void addFault(std::uint64_t number, std::string_view line, std::size_t position,
@@ -163,8 +211,8 @@ class FactReader {
 
     TVTypeSys::SymbolicDimsTable table_;
     FactStore store_{table_};
-    std::deque<TVBlock> blocks_;
-    std::unordered_map<std::string, const TVBlock*> blockOfName_;
+    std::deque<TVBlock> blocks_; ///< with stable addresses
+    std::unordered_map<std::string, const TVBlock*> namedBlocks_;
     FactReport report_;
 };
 

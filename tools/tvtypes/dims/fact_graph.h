@@ -1,9 +1,8 @@
 /// \file
-/// What facts tell of each other.
+/// Search for chains of facts between sizes.
 #pragma once
 
-#include "dims/block.h"
-#include "dims/number.h"
+#include "exact/number.h"
 
 #include <tvtypes/symbolicdims.h>
 
@@ -13,56 +12,66 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <string>
 #include <tuple>
 #include <unordered_map>
 #include <vector>
+
+/// The library's opaque type of blocks, which state facts: here the block named in a line of facts,
+/// the line itself if it names none, or a variable of a description.
+class TVBlock {
+  public:
+    std::string name;       ///< empty for a line without a block
+    std::uint64_t line = 0; ///< the first line with this block
+};
 
 namespace tvtool::dims {
 
 enum class Relation { Equal, Greater };
 
-/// One size equals another, or is greater; they are ids of simplified sizes that differ.
+/// A relation of two sizes, which are different ids of simplified dimensions.
 struct Fact {
     int left = 0;
     Relation relation = Relation::Equal;
     int right = 0;
-    const TVBlock* block = nullptr;
+    const TVBlock* block = nullptr; ///< null for a question alone
     std::uint64_t line = 0;
 };
 
-/// A fact on the way from one size to another, or that one number is greater than the next.
+/// A step of a chain: a fact, or the order of two numbers.
 struct Step {
     const Fact* fact = nullptr; ///< null between numbers
-    int greater = 0;            ///< between numbers
+    int greater = 0;            ///< id of the greater number
     int lesser = 0;
 };
 using Chain = std::vector<Step>;
 
-/// Which ways there are. Greater leads from the greater to the lesser size only.
-enum class Ways {
+/// The steps that a chain may have.
+enum class Steps {
     Equal,
     Greater,
-    All ///< both, and from greater to lesser numbers
+    All ///< equal and greater facts, and the order of numbers
 };
 
-/// The facts as ways between sizes. The library knows whether there is a way by facts of one kind;
-/// this finds which one, and ways by facts of both kinds.
+/// A directed graph whose nodes are sizes and whose edges are facts. An equal fact leads both ways,
+/// a greater one from the greater to the lesser size. The library only returns whether sizes
+/// are related by facts of one kind; this finds the facts, and chains of both kinds.
 class FactGraph {
   public:
     explicit FactGraph(const TVTypeSys::SymbolicDimsTable& table) : table_(table) {}
 
-    /// All does not lead over a `doubtful` fact, so that one contradiction does not give rise to
-    /// others.
+    /// Adds the edges of a fact. Searches for Steps::All skip a `doubtful` fact, so that one
+    /// contradiction does not cause others.
     void add(const Fact& fact, bool isDoubtful);
 
-    /// Whether the fact was added before, and not as a doubtful one.
-    bool isKnown(const Fact& fact) const { return known_.contains(keyOf(fact)); }
+    /// Returns whether the fact was added before, and not as a doubtful one.
+    bool contains(const Fact& fact) const { return facts_.contains(keyOf(fact)); }
 
-    /// A shortest way from one size to another one; with `isStrict` not by equal facts alone. Empty
-    /// if there is none.
-    std::optional<Chain> find(int from, int to, Ways ways, bool isStrict = false);
+    /// Returns a shortest chain from one size to another, by breadth-first search; with `isStrict`
+    /// one with a greater step. Empty if there is none.
+    std::optional<Chain> find(int from, int to, Steps steps, bool isStrict = false);
 
-    /// Whether the searches have taken too many steps, so that they find nothing any more.
+    /// Returns whether the searches have used up their total of steps. Nothing is found after that.
     bool isExhausted() const { return stepsLeft_ == 0; }
 
   private:
@@ -76,29 +85,32 @@ class FactGraph {
         int id;
         std::optional<Numbers::const_iterator> number;
         std::vector<Edge> edges;
-        bool isReached = false; ///< whether an edge leads here, or may by numbers
+        bool isReachable = false; ///< whether it has incoming edges or is a number
     };
-    /// A node, and whether the way there is strict: the place in the two vectors below.
+    /// State of a search: twice the index of a node, plus 1 if the chain to it has a greater step.
     using State = std::size_t;
+    /// The step by which a search first reached a state.
     struct Arrival {
-        unsigned search = 0; ///< the last one that came here
+        unsigned search = 0; ///< number of the last search that reached the state
         State from = 0;
         const Fact* fact = nullptr;
     };
-    class Search;
     using Key = std::tuple<int, Relation, int>;
 
     static Key keyOf(const Fact& fact);
     std::size_t nodeOf(int id);
     void connect(std::size_t from, std::size_t to, const Fact& fact, bool isDoubtful);
+    void visit(State state, State from, const Fact* fact);
+    void visitNeighbours(State state, Steps steps, std::size_t end);
     Chain chainTo(State state, State begin) const;
 
     const TVTypeSys::SymbolicDimsTable& table_;
-    std::deque<Fact> facts_;
-    std::set<Key> known_;
+    std::deque<Fact> edgeFacts_; ///< with stable addresses
+    std::set<Key> facts_;        ///< those that are not doubtful
     std::vector<Node> nodes_;
     std::unordered_map<int, std::size_t> nodeOfId_;
     Numbers numbers_;
+    std::vector<State> queue_;
     std::vector<Arrival> arrivals_; ///< by state
     unsigned searches_ = 0;
     std::size_t stepsLeft_ = 50'000'000;

@@ -1,11 +1,12 @@
 /// \file
-/// The results of checking facts about sizes, from which every form of the report is printed.
+/// Results of checking facts about sizes, from which reports are printed.
 ///
 /// Texts are as given or as the library prints them; they are not safe to print.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,14 +15,14 @@ namespace tvtool::dims {
 /// The longest text of a dimension, in bytes, that reports show in full.
 inline constexpr std::size_t longestText = 200;
 
-/// A fact that leads to another, shortened.
+/// A step of a chain of facts, shortened.
 struct DimsStep {
     std::string text;
-    std::uint64_t line = 0; ///< 0 for what holds by itself, as 5 > 3
-    std::string block;      ///< empty if there is none
+    std::optional<std::uint64_t> line; ///< empty for the order of two numbers, as 5 > 3
+    std::string block;                 ///< empty if there is none
 };
 
-/// Why something holds: by a chain of facts, or as the sentence says.
+/// The reason for a result: a chain of facts, or else a sentence.
 struct DimsReason {
     std::vector<DimsStep> steps;
     std::size_t omitted = 0; ///< number of steps left out in the middle
@@ -31,21 +32,22 @@ struct DimsReason {
     std::string text() const;
 };
 
+/// The answer to a question.
 struct DimsAnswer {
     enum class Known { Nothing, Yes, No };
     std::uint64_t line = 0;
     std::string text;
-    Known library = Known::Nothing; ///< what the library knows
-    Known all = Known::Nothing;     ///< what follows from all that is stated
+    Known library = Known::Nothing; ///< by the library
+    Known all = Known::Nothing;     ///< by the library, else by all facts and numbers together
     DimsReason reason;
 };
-const char* answerName(DimsAnswer::Known known);
 
+/// A fact that contradicts others.
 struct DimsObjection {
     std::uint64_t line = 0;
     std::string text;
     std::string block;
-    bool isRefused = false; ///< by the library
+    bool isRefused = false; ///< whether the library rejected the fact
     DimsReason reason;
 };
 
@@ -53,7 +55,7 @@ struct DimsObjection {
 struct DimsFact {
     int id = 0;
     std::string text;
-    std::vector<std::string> blocks; ///< those that have stated it
+    std::vector<std::string> blocks; ///< the blocks that stated it
 };
 
 struct DimsNote {
@@ -61,7 +63,7 @@ struct DimsNote {
     std::string sentence;
 };
 
-/// A line that is no fact.
+/// A line that cannot be parsed.
 struct DimsFault {
     std::uint64_t line = 0;
     std::size_t column = 0; ///< from 1
@@ -69,16 +71,16 @@ struct DimsFault {
     std::string excerpt;
 };
 
-/// What came of a file of facts.
+/// The results of a file of facts.
 struct FactReport {
     std::string file;
-    std::size_t stated = 0; ///< how many lines state a fact
+    std::size_t stated = 0; ///< number of lines that state a fact
     std::vector<DimsAnswer> answers;
     std::vector<DimsObjection> objections;
     std::vector<DimsNote> notes;
     std::vector<DimsFact> facts;
     std::vector<DimsFault> faults;
-    std::uint64_t lastLine = 0; ///< nothing was read after it; 0 if all was
+    std::optional<std::uint64_t> lastLine; ///< the line after which reading was given up
 };
 
 } // namespace tvtool::dims

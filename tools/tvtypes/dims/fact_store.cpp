@@ -1,5 +1,6 @@
 #include "dims/fact_store.h"
 
+#include "dims/reading.h"
 #include "text/quote.h"
 
 #include <fnd/except.h>
@@ -15,10 +16,10 @@ namespace {
 
 using Known = DimsAnswer::Known;
 
-/// Of a chain, each at its beginning and at its end.
+/// The steps of a chain that are shown at its beginning, and at its end.
 constexpr std::size_t mostSteps = 5;
 
-/// Of a size in a sentence.
+/// The longest text of a size in a sentence, in bytes.
 constexpr std::size_t longest = 60;
 
 DimsReason sentence(std::string text) { return {{}, 0, std::move(text)}; }
@@ -33,24 +34,27 @@ DimsReason differenceReason(const exact::Number& difference) {
 
 } // namespace
 
-std::optional<FactStore::Objection> FactStore::state(const Fact& fact) {
+std::optional<DimsObjection> FactStore::state(const Fact& fact) {
+    const auto objection = [&fact](bool isRefused, DimsReason reason) {
+        return DimsObjection{fact.line, {}, fact.block->name, isRefused, std::move(reason)};
+    };
     if (fact.left == fact.right) {
         return fact.relation == Relation::Equal
                    ? std::nullopt
-                   : std::optional(Objection{false, sentence("the sides are the same")});
+                   : std::optional(objection(false, differenceReason(0)));
     }
-    if (!tryToState(fact)) {
-        return Objection{true, libraryReasonAgainst(fact)};
+    if (!registerFact(fact)) {
+        return objection(true, libraryReasonAgainst(fact));
     }
-    if (graph_.isKnown(fact)) {
+    if (graph_.contains(fact)) {
         return std::nullopt;
     }
-    const std::optional<DimsReason> reason = reasonAgainst(fact);
+    const std::optional<DimsReason> reason = findReason(fact, false);
     graph_.add(fact, reason.has_value());
-    return reason ? std::optional(Objection{false, *reason}) : std::nullopt;
+    return reason ? std::optional(objection(false, *reason)) : std::nullopt;
 }
 
-bool FactStore::tryToState(const Fact& fact) {
+bool FactStore::registerFact(const Fact& fact) {
     try {
         if (fact.relation == Relation::Equal) {
             table_.addEqualRelation(fact.left, fact.right, fact.block);
@@ -63,69 +67,65 @@ bool FactStore::tryToState(const Fact& fact) {
     }
 }
 
-FactStore::Answer FactStore::ask(const Fact& fact) {
+DimsAnswer FactStore::ask(const Fact& fact) {
     const bool isEqual = fact.relation == Relation::Equal;
-    const auto known = [](Known what, DimsReason reason) {
-        return Answer{what, what, std::move(reason)};
+    const auto answer = [&fact](Known library, Known all, DimsReason reason) {
+        return DimsAnswer{fact.line, {}, library, all, std::move(reason)};
     };
     if (fact.left == fact.right) {
-        return known(isEqual ? Known::Yes : Known::No, sentence("the sides are the same"));
+        const Known known = isEqual ? Known::Yes : Known::No;
+        return answer(known, known, differenceReason(0));
     }
     const bool areEqual = table_.hasEqualRelation(fact.left, fact.right);
     if (isEqual ? areEqual : table_.hasGreaterThanRelation(fact.left, fact.right)) {
-        return known(Known::Yes, reasonOf(graph_.find(fact.left, fact.right,
-                                                      isEqual ? Ways::Equal : Ways::Greater)));
+        const Steps steps = isEqual ? Steps::Equal : Steps::Greater;
+        return answer(Known::Yes, Known::Yes,
+                      chainReason(graph_.find(fact.left, fact.right, steps)));
     }
     if (table_.hasGreaterThanRelation(fact.right, fact.left) ||
         (isEqual ? table_.hasGreaterThanRelation(fact.left, fact.right) : areEqual)) {
-        return known(Known::No, libraryReasonAgainst(fact));
+        return answer(Known::No, Known::No, libraryReasonAgainst(fact));
     }
-    if (std::optional<DimsReason> reason = reasonFor(fact)) {
-        return {Known::Nothing, Known::Yes, std::move(*reason)};
+    for (const Known known : {Known::Yes, Known::No}) {
+        if (std::optional<DimsReason> reason = findReason(fact, known == Known::Yes)) {
+            return answer(Known::Nothing, known, std::move(*reason));
+        }
     }
-    if (std::optional<DimsReason> reason = reasonAgainst(fact)) {
-        return {Known::Nothing, Known::No, std::move(*reason)};
-    }
-    return {};
+    return answer(Known::Nothing, Known::Nothing, {});
 }
 
-/// By facts of one kind, as the library looks for them.
+/// Returns a chain of facts of one kind, as the library follows them, that contradicts the fact.
 DimsReason FactStore::libraryReasonAgainst(const Fact& fact) {
-    std::optional<Chain> chain = graph_.find(fact.right, fact.left, Ways::Greater);
+    std::optional<Chain> chain = graph_.find(fact.right, fact.left, Steps::Greater);
     if (!chain) {
         chain = graph_.find(fact.left, fact.right,
-                            fact.relation == Relation::Equal ? Ways::Greater : Ways::Equal);
+                            fact.relation == Relation::Equal ? Steps::Greater : Steps::Equal);
     }
-    return reasonOf(chain);
+    return chainReason(chain);
 }
 
-std::optional<DimsReason> FactStore::reasonAgainst(const Fact& fact) {
+/// Returns the reason why a fact holds or, if `holds` is false, why it cannot hold. The difference
+/// of the sides decides if it is a number, else a chain of facts and numbers.
+std::optional<DimsReason> FactStore::findReason(const Fact& fact, bool holds) {
     const bool isEqual = fact.relation == Relation::Equal;
-    const std::optional<exact::Number> difference = differenceOf(table_, fact.left, fact.right);
-    if (difference) {
-        const bool canHold = isEqual ? *difference == 0 : *difference > 0;
-        return canHold ? std::nullopt : std::optional(differenceReason(*difference));
+    if (const auto difference = differenceOf(table_, fact.left, fact.right)) {
+        const bool isTrue = isEqual ? *difference == 0 : *difference > 0;
+        return isTrue == holds ? std::optional(differenceReason(*difference)) : std::nullopt;
     }
-    std::optional<Chain> chain = graph_.find(fact.right, fact.left, Ways::All, isEqual);
-    if (!chain && isEqual) {
-        chain = graph_.find(fact.left, fact.right, Ways::All, true);
+    std::optional<Chain> chain;
+    if (!holds) {
+        chain = graph_.find(fact.right, fact.left, Steps::All, isEqual);
+    } else if (isEqual) {
+        chain = graph_.find(fact.left, fact.right, Steps::Equal);
     }
-    return chain ? std::optional(reasonOf(chain)) : std::nullopt;
+    // A strict chain from left to right proves that left is greater, and disproves equality.
+    if (!chain && isEqual != holds) {
+        chain = graph_.find(fact.left, fact.right, Steps::All, true);
+    }
+    return chain ? std::optional(chainReason(chain)) : std::nullopt;
 }
 
-std::optional<DimsReason> FactStore::reasonFor(const Fact& fact) {
-    const std::optional<exact::Number> difference = differenceOf(table_, fact.left, fact.right);
-    if (difference) {
-        const bool holds = fact.relation == Relation::Equal ? *difference == 0 : *difference > 0;
-        return holds ? std::optional(differenceReason(*difference)) : std::nullopt;
-    }
-    const std::optional<Chain> chain = fact.relation == Relation::Equal
-                                           ? graph_.find(fact.left, fact.right, Ways::Equal)
-                                           : graph_.find(fact.left, fact.right, Ways::All, true);
-    return chain ? std::optional(reasonOf(chain)) : std::nullopt;
-}
-
-DimsReason FactStore::reasonOf(const std::optional<Chain>& chain) const {
+DimsReason FactStore::chainReason(const std::optional<Chain>& chain) const {
     if (!chain) {
         return sentence("by facts that were stated before");
     }
@@ -139,34 +139,34 @@ DimsReason FactStore::reasonOf(const std::optional<Chain>& chain) const {
         const Step& step = (*chain)[i];
         if (step.fact == nullptr) {
             reason.steps.push_back(
-                {fmt::format("{} > {}", textOf(step.greater), textOf(step.lesser)), 0, ""});
+                {fmt::format("{} > {}", sizeText(step.greater), sizeText(step.lesser)), {}, ""});
         } else {
             const Fact& fact = *step.fact;
+            const char* const sign = fact.relation == Relation::Equal ? "==" : ">";
             reason.steps.push_back(
-                {fmt::format("{} {} {}", textOf(fact.left),
-                             fact.relation == Relation::Equal ? "==" : ">", textOf(fact.right)),
-                 fact.line, fact.block == nullptr ? "" : fact.block->name});
+                {fmt::format("{} {} {}", sizeText(fact.left), sign, sizeText(fact.right)),
+                 fact.line, fact.block->name});
         }
     }
     return reason;
 }
 
-std::string FactStore::textOf(int id) const {
+std::string FactStore::sizeText(int id) const {
     return text::shortened(table_.getDisplayString(id), longest);
 }
 
-std::vector<DimsFact> FactStore::statedBy(const std::vector<const TVBlock*>& blocks) const {
-    std::map<int, std::vector<std::string>> blocksOf;
+std::vector<DimsFact> FactStore::statedBy(const std::deque<TVBlock>& blocks) const {
+    std::map<int, std::vector<std::string>> blocksById;
     std::vector<int> ids;
-    for (const TVBlock* const block : blocks) {
-        table_.getSymbolicDimsConstraints(block, ids);
+    for (const TVBlock& block : blocks) {
+        table_.getSymbolicDimsConstraints(&block, ids);
         for (const int id : ids) {
-            blocksOf[id].push_back(block->name.empty() ? fmt::format("line {}", block->line)
-                                                       : block->name);
+            blocksById[id].push_back(block.name.empty() ? fmt::format("line {}", block.line)
+                                                        : block.name);
         }
     }
     std::vector<DimsFact> facts;
-    for (auto& [id, names] : blocksOf) {
+    for (auto& [id, names] : blocksById) {
         facts.push_back({id, table_.getSymbolicDims(id).toString(), std::move(names)});
     }
     return facts;

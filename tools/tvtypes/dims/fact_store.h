@@ -1,5 +1,5 @@
 /// \file
-/// Facts stated to the library, and what is to be said about them.
+/// Statement of facts and answers to questions, with their reasons.
 #pragma once
 
 #include "dims/fact_graph.h"
@@ -7,50 +7,40 @@
 
 #include <tvtypes/symbolicdims.h>
 
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace tvtool::dims {
 
-/// States facts to a table and remembers which they are. The table must have no other facts.
+/// Registers facts in a table, which must have no others, and finds contradictions.
 ///
-/// The library tells sizes apart by id, computes no numbers, and does not follow greater-than
-/// across equal sizes; what it accepts may contradict itself all the same. That is looked for here.
+/// The library compares sizes by id, computes no numbers, and does not combine greater-than with
+/// equal sizes; so it accepts facts that contradict each other. This class finds those too.
 class FactStore {
   public:
     explicit FactStore(TVTypeSys::SymbolicDimsTable& table) : table_(table), graph_(table) {}
 
-    /// What is wrong with a fact; empty if it has been stated and can hold. The sizes need not
-    /// differ.
-    struct Objection {
-        bool isRefused = false; ///< by the library, so that it is not stated
-        DimsReason reason;
-    };
-    std::optional<Objection> state(const Fact& fact);
+    /// Registers a fact, whose sides may be the same. Returns the objection, without its text, if
+    /// the library rejected the fact or it cannot hold.
+    std::optional<DimsObjection> state(const Fact& fact);
 
-    /// Whether a fact holds; its block and line are not looked at.
-    struct Answer {
-        DimsAnswer::Known library = DimsAnswer::Known::Nothing;
-        /// What follows from all facts and from numbers; it is that of the library if it knows.
-        DimsAnswer::Known all = DimsAnswer::Known::Nothing;
-        DimsReason reason;
-    };
-    Answer ask(const Fact& fact);
+    /// Returns whether a fact holds, without the text of the question. Its block is ignored.
+    DimsAnswer ask(const Fact& fact);
 
-    /// The facts that blocks have stated, as the library tells them.
-    std::vector<DimsFact> statedBy(const std::vector<const TVBlock*>& blocks) const;
+    /// Returns the facts in the library that the blocks have stated.
+    std::vector<DimsFact> statedBy(const std::deque<TVBlock>& blocks) const;
 
-    /// Whether there were too many ways between sizes to be searched; nothing is found any more.
+    /// Returns whether the searches have used up their total of steps. Nothing is found after that.
     bool isExhausted() const { return graph_.isExhausted(); }
 
   private:
-    bool tryToState(const Fact& fact);
-    std::optional<DimsReason> reasonAgainst(const Fact& fact);
-    std::optional<DimsReason> reasonFor(const Fact& fact);
+    bool registerFact(const Fact& fact);
+    std::optional<DimsReason> findReason(const Fact& fact, bool holds);
     DimsReason libraryReasonAgainst(const Fact& fact);
-    DimsReason reasonOf(const std::optional<Chain>& chain) const;
-    std::string textOf(int id) const;
+    DimsReason chainReason(const std::optional<Chain>& chain) const;
+    std::string sizeText(int id) const;
 
     TVTypeSys::SymbolicDimsTable& table_;
     FactGraph graph_;

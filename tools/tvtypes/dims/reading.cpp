@@ -13,24 +13,26 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <set>
+#include <utility>
 #include <vector>
 
 namespace tvtool::dims {
 
 namespace {
 
-/// The byte at which the parser leaves what is an expression.
-std::size_t positionIn(const std::string& text, const fnd::except::IException& refusal) {
-    const std::vector<std::string>& arguments = refusal.diagnostic().arguments(0);
+/// Returns the byte at which the parser has rejected the text.
+std::size_t errorPosition(const std::string& text, const fnd::except::IException& error) {
+    const std::vector<std::string>& arguments = error.diagnostic().arguments(0);
     const std::size_t column = arguments.size() == 2 ? std::stoull(arguments[1]) : 1;
     return std::min(column - 1, text.size());
 }
 
-unsigned long parsed(const std::string& text, TV::SymbolicExprTable& expressions) {
+unsigned long parse(const std::string& text, TV::SymbolicExprTable& expressions) {
     try {
         return TV::SymbolicExprParser(expressions)(text);
-    } catch (const fnd::except::IException& refusal) {
-        const std::size_t position = positionIn(text, refusal);
+    } catch (const fnd::except::IException& error) {
+        const std::size_t position = errorPosition(text, error);
         const std::size_t longest = std::size_t{1} << 20;
         const char* const sentence =
             text.size() > longest ? "an expression ends after at most 1 MiB"
@@ -41,17 +43,16 @@ unsigned long parsed(const std::string& text, TV::SymbolicExprTable& expressions
     }
 }
 
-/// What an expression is made of, each part once, parts first.
-std::vector<unsigned long> partsOf(unsigned long id, const TV::SymbolicExprTable& expressions) {
-    std::vector<bool> isSeen(expressions.size());
-    std::vector<unsigned long> parts{id};
-    isSeen[id] = true;
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        const TV::SymbolicExpr& expr = expressions.get(parts[i]);
+/// Returns the ids of an expression and of its parts, each once, in ascending order.
+std::set<unsigned long> partsOf(unsigned long id, const TV::SymbolicExprTable& expressions) {
+    std::set<unsigned long> parts{id};
+    std::vector<unsigned long> pending{id};
+    while (!pending.empty()) {
+        const TV::SymbolicExpr& expr = expressions.get(pending.back());
+        pending.pop_back();
         const auto add = [&](unsigned long part) {
-            if (!isSeen[part]) {
-                isSeen[part] = true;
-                parts.push_back(part);
+            if (parts.insert(part).second) {
+                pending.push_back(part);
             }
         };
         for (unsigned long a = 0; a < expr.getNumArgs(); ++a) {
@@ -61,15 +62,14 @@ std::vector<unsigned long> partsOf(unsigned long id, const TV::SymbolicExprTable
             add(expr.getInput(e));
         }
     }
-    std::ranges::sort(parts);
     return parts;
 }
 
-/// Why an expression has no simplest form.
-std::string obstacleOf(unsigned long id, TV::SymbolicExprTable& expressions) {
+/// Returns the reason why an expression has no simplest form.
+std::string simplificationObstacle(unsigned long id, TV::SymbolicExprTable& expressions) {
     const TV::SymbolicExprSimplify simplify(expressions);
     const TV::SymbolicExprPrinter print(expressions);
-    // Each divisor may take long to multiply out.
+    // Limits the time, because a divisor may take long to multiply out.
     int divisorsLeft = 100;
     for (const unsigned long part : partsOf(id, expressions)) {
         const TV::SymbolicExpr& expr = expressions.get(part);
@@ -92,35 +92,47 @@ std::string obstacleOf(unsigned long id, TV::SymbolicExprTable& expressions) {
     return "it has too many terms to be multiplied out";
 }
 
+std::optional<exact::Integer> integerAt(const TVTypeSys::SymbolicDimsTable& table,
+                                        unsigned long expressionId) {
+    constexpr std::size_t longest = 4000;
+    const TV::SymbolicExpr& expr = table.getSymbolicExpr(expressionId);
+    if (!expr.isNumValue()) {
+        return std::nullopt;
+    }
+    const std::string& digits = static_cast<const TV::SymbolicIntValue&>(expr).text();
+    return digits.size() <= longest ? std::optional(exact::Integer(digits)) : std::nullopt;
+}
+
 } // namespace
 
-Reading readDims(const std::string& text, TVTypeSys::SymbolicDimsTable& table) {
-    // A table of its own, so that the model's gets no more than the two.
+RegisteredDims registerDims(const std::string& text, TVTypeSys::SymbolicDimsTable& table) {
+    // Parsed in a table of its own, so that only the two results enter the model's table.
     TV::SymbolicExprTable expressions;
-    const unsigned long written = parsed(text, expressions);
+    const unsigned long written = parse(text, expressions);
     unsigned long isSimplified = 0;
     const unsigned long simplest =
         TV::SymbolicExprSimplify(expressions).simplify(written, isSimplified);
-    Reading reading;
-    reading.id = table.registerSymbolicDimsExpr(text.c_str());
-    reading.simplified = reading.id;
+    RegisteredDims dims;
+    dims.id = table.registerSymbolicDimsExpr(text.c_str());
+    dims.simplified = dims.id;
     if (isSimplified == 0) {
-        reading.obstacle = obstacleOf(written, expressions);
+        dims.obstacle = simplificationObstacle(written, expressions);
     }
     if (simplest != written) {
         try {
             const std::string form =
                 TV::SymbolicExprPrinter(expressions)(expressions.get(simplest));
-            reading.simplified = table.registerSymbolicDimsExpr(form.c_str());
+            dims.simplified = table.registerSymbolicDimsExpr(form.c_str());
         } catch (const fnd::except::IException&) {
-            reading.obstacle = "its simplest form is longer than the library reads";
+            dims.obstacle = "its simplest form is longer than the library reads";
         }
     }
-    return reading;
+    return dims;
 }
 
 int sizeOf(const TVTypeSys::SymbolicDimsTable& table, int id) {
-    // A list of one entry is this entry.
+    // A list of one entry has the size of this entry, which may be a list again. The entry of a
+    // single dimension is the dimension itself.
     TVTypeSys::SymbolicDims dims = table.getSymbolicDims(id);
     for (int entry = id; dims.getNumDimensions() == 1; id = entry) {
         dims = dims.getDimension(0);
@@ -130,6 +142,43 @@ int sizeOf(const TVTypeSys::SymbolicDimsTable& table, int id) {
         }
     }
     return dims.getSize().getId();
+}
+
+std::optional<exact::Number> numberOf(const TVTypeSys::SymbolicDimsTable& table, int id) {
+    const auto expressionId = static_cast<unsigned long>(id) + 1;
+    const TV::SymbolicExpr& expr = table.getSymbolicExpr(expressionId);
+    const bool isQuotient = expr.op() == TV::SymbolicDivideOp;
+    const auto numerator = integerAt(table, isQuotient ? expr.getArg(0) : expressionId);
+    const auto denominator =
+        isQuotient ? integerAt(table, expr.getArg(1)) : std::optional(exact::Integer(1));
+    return numerator && denominator && *denominator != 0
+               ? std::optional(exact::Number(*numerator, *denominator))
+               : std::nullopt;
+}
+
+std::optional<exact::Number> differenceOf(const TVTypeSys::SymbolicDimsTable& table, int a, int b) {
+    return numberOf(table, (table.getSymbolicDims(a) - table.getSymbolicDims(b)).getId());
+}
+
+void addDetails(const std::string& text, TVTypeSys::SymbolicDimsTable& table,
+                std::vector<DimsDetails>& details) {
+    const RegisteredDims dims = registerDims(text, table);
+    const TVTypeSys::SymbolicDims simplified = table.getSymbolicDims(dims.simplified);
+    DimsDetails added;
+    added.text = text;
+    added.id = dims.id;
+    added.simplified = simplified.toString();
+    added.simplifiedId = dims.simplified;
+    added.obstacle = dims.obstacle;
+    if (simplified.getNumDimensions() > 1) {
+        added.sizeId = sizeOf(table, dims.simplified);
+        added.size = table.getSymbolicDims(*added.sizeId).toString();
+    }
+    const auto first = std::ranges::find(details, dims.simplified, &DimsDetails::simplifiedId);
+    if (first != details.end()) {
+        added.equal = static_cast<std::size_t>(first - details.begin());
+    }
+    details.push_back(std::move(added));
 }
 
 } // namespace tvtool::dims

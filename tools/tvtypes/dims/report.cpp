@@ -16,13 +16,10 @@ std::string shown(const std::string& text) {
     return text::safeText(text::shortened(text, longestText));
 }
 
-std::optional<std::uint64_t> lineNumber(std::uint64_t line) {
-    return line == 0 ? std::nullopt : std::optional(line);
-}
-
-template <class Record>
-std::optional<std::uint64_t> lineOf(const Record& record) {
-    return lineNumber(record.line);
+const char* answerName(DimsAnswer::Known known) {
+    return known == DimsAnswer::Known::Yes  ? "yes"
+           : known == DimsAnswer::Known::No ? "no"
+                                            : "not known";
 }
 
 std::string blocksText(const DimsFact& fact) {
@@ -69,13 +66,12 @@ const output::Columns<DimsDetails> detailColumns{
 
 const output::Columns<DimsStep> stepColumns{
     {none, "text", &DimsStep::text},
-    {none, "line", lineOf<DimsStep>},
+    {none, "line", &DimsStep::line},
     {none, "block", &DimsStep::block},
 };
 
 const output::Columns<DimsReason> reasonColumns{
-    {none, "steps",
-     [](const DimsReason& reason) { return output::jsonArray(reason.steps, stepColumns); }},
+    {none, "steps", output::rowsOf(&DimsReason::steps, stepColumns)},
     {none, "omitted", &DimsReason::omitted},
     {none, "sentence", &DimsReason::sentence},
 };
@@ -100,7 +96,7 @@ const output::Columns<DimsObjection> objectionColumns{
 };
 
 const output::Columns<DimsNote> noteColumns{
-    {none, "line", lineOf<DimsNote>},
+    {none, "line", &DimsNote::line},
     {none, "sentence", &DimsNote::sentence},
 };
 
@@ -113,19 +109,12 @@ const output::Columns<DimsFault> faultColumns{
 const output::Columns<FactReport> reportColumns{
     {none, "file", [](const FactReport& report) { return boost::json::value(report.file); }},
     {none, "stated", &FactReport::stated},
-    {none, "answers",
-     [](const FactReport& report) { return output::jsonArray(report.answers, answerColumns); }},
-    {none, "contradictions",
-     [](const FactReport& report) {
-         return output::jsonArray(report.objections, objectionColumns);
-     }},
-    {none, "notes",
-     [](const FactReport& report) { return output::jsonArray(report.notes, noteColumns); }},
-    {none, "facts",
-     [](const FactReport& report) { return output::jsonArray(report.facts, factColumns); }},
-    {none, "faults",
-     [](const FactReport& report) { return output::jsonArray(report.faults, faultColumns); }},
-    {none, "lastLine", [](const FactReport& report) { return lineNumber(report.lastLine); }},
+    {none, "answers", output::rowsOf(&FactReport::answers, answerColumns)},
+    {none, "contradictions", output::rowsOf(&FactReport::objections, objectionColumns)},
+    {none, "notes", output::rowsOf(&FactReport::notes, noteColumns)},
+    {none, "facts", output::rowsOf(&FactReport::facts, factColumns)},
+    {none, "faults", output::rowsOf(&FactReport::faults, faultColumns)},
+    {none, "lastLine", &FactReport::lastLine},
 };
 
 std::string answerText(const DimsAnswer& answer) {
@@ -156,8 +145,7 @@ void printRecords(const char* heading, fmt::text_style style, const std::string&
     }
     os << '\n' << fmt::format(style, "{}", heading) << '\n';
     for (const Record& record : records) {
-        const std::string line = record.line == 0 ? "" : fmt::format(":{}", record.line);
-        os << fmt::format("{}{}: {}\n", text::safeText(file), line, text(record));
+        os << fmt::format("{}:{}: {}\n", text::safeText(file), record.line, text(record));
     }
 }
 

@@ -1,17 +1,25 @@
 #include "exact/number.h"
 
+#include "text/quote.h"
+
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <cstddef>
+#include <cstdlib>
+#include <stdexcept>
+#include <utility>
 
 namespace tvtool::exact {
 
 namespace {
 
 constexpr std::size_t mostBits = 16384;
-// What lies within these is written without a power of ten.
-constexpr int mostDecimals = 10;
-constexpr int mostZeros = 6;
+// Numbers with more are written with a power of ten.
+constexpr int mostDecimals = 10; ///< of fractionText()
+constexpr int mostZeros = 6;     ///< before or after the digits
 
 std::size_t bitsOf(const Integer& number) { return number == 0 ? 0 : msb(abs(number)) + 1; }
 
@@ -19,8 +27,8 @@ std::size_t bitsOf(const Number& number) {
     return bitsOf(numerator(number)) + bitsOf(denominator(number));
 }
 
-/// How often the divisor can be taken out of the number, which it is.
-int takeOut(Integer& number, unsigned divisor) {
+/// Divides a number by the divisor as often as there is no rest, and returns how often.
+int divideOut(Integer& number, unsigned divisor) {
     int count = 0;
     while (number != 0 && number % divisor == 0) {
         number /= divisor;
@@ -40,7 +48,7 @@ std::string withPowerOfTen(std::string mantissa, int exponent) {
     return mantissa + fmt::format("*10^{}", exponent);
 }
 
-/// The digits times a power of ten, as a decimal if that is not long.
+/// Returns digits * 10^exponent as a decimal, or with a power of ten if the decimal is long.
 std::string shortDecimal(const Integer& digits, int exponent) {
     std::string text = digits.str();
     if (exponent >= 0 && exponent <= mostZeros) {
@@ -56,6 +64,44 @@ std::string shortDecimal(const Integer& digits, int exponent) {
     }
     text.insert(text.size() - decimals, 1, '.');
     return text;
+}
+
+constexpr std::size_t longestText = 4000;
+constexpr int greatestExponent = 5000;
+constexpr int exponentLimit = 1'000'000'000;
+
+// Digits of decimalText().
+constexpr int mostDigits = 24;
+constexpr int roundedDigits = 17;
+
+bool isDigits(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+/// Returns the power of ten of the first digit.
+int leadingExponent(const Number& size) {
+    const double bits =
+        static_cast<double>(msb(numerator(size))) - static_cast<double>(msb(denominator(size)));
+    const int atLeast = static_cast<int>(std::floor((bits - 1) * std::log10(2.0)));
+    return size >= powerOfTen(atLeast + 1) ? atLeast + 1 : atLeast;
+}
+
+/// Returns digits with a point, zeros or a power of ten; `exponent` is that of the first digit.
+std::string decimalNotation(std::string digits, int exponent) {
+    const int count = static_cast<int>(digits.size());
+    if (exponent < -mostZeros || exponent >= count + mostZeros) {
+        if (count > 1) {
+            digits.insert(1, ".");
+        }
+        return fmt::format("{}e{:+03d}", digits, exponent);
+    }
+    if (exponent < 0) {
+        return "0." + std::string(static_cast<std::size_t>(-exponent - 1), '0') + digits;
+    }
+    if (exponent + 1 >= count) {
+        return digits + std::string(static_cast<std::size_t>(exponent + 1 - count), '0');
+    }
+    return digits.insert(static_cast<std::size_t>(exponent) + 1, ".");
 }
 
 } // namespace
@@ -87,6 +133,12 @@ Number powerOfTen(int power) {
     return power < 0 ? Number(1, ten) : Number(ten);
 }
 
+bool areClose(const Number& a, const Number& b, double part) {
+    const Number sizeA = abs(a);
+    const Number sizeB = abs(b);
+    return abs(Number(a - b)) <= Number(part) * (sizeA > sizeB ? sizeA : sizeB);
+}
+
 std::string fractionText(const Number& number) {
     Integer above = numerator(number);
     Integer below = denominator(number);
@@ -94,27 +146,93 @@ std::string fractionText(const Number& number) {
         return "0";
     }
     Integer rest = below;
-    const int twos = takeOut(rest, 2);
-    const int fives = takeOut(rest, 5);
+    const int twos = divideOut(rest, 2);
+    const int fives = divideOut(rest, 5);
     if (rest == 1) {
         const int decimals = twos > fives ? twos : fives;
         above = numerator(Number(number * powerOfTen(decimals)));
-        const int zeros = takeOut(above, 10);
+        const int zeros = divideOut(above, 10);
         return shortDecimal(above, zeros - decimals);
     }
-    int tens = takeOut(above, 10);
-    int tensBelow = takeOut(below, 10);
-    // Few zeros are easier to read than a power.
+    int tens = divideOut(above, 10);
+    int tensBelow = divideOut(below, 10);
+    // A few zeros are easier to read than a power of ten.
     if (tens <= mostZeros && tensBelow <= mostZeros) {
         return fmt::format("{}/{}", numerator(number).str(), denominator(number).str());
     }
     return withPowerOfTen(fmt::format("{}/{}", above.str(), below.str()), tens - tensBelow);
 }
 
-bool areClose(const Number& a, const Number& b, double part) {
-    const Number sizeA = abs(a);
-    const Number sizeB = abs(b);
-    return abs(Number(a - b)) <= Number(part) * (sizeA > sizeB ? sizeA : sizeB);
+std::optional<DecimalParts> splitDecimal(std::string_view text) {
+    DecimalParts parts;
+    const std::size_t mantissaEnd = std::min(text.find_first_of("eE"), text.size());
+    std::string digits(text.substr(0, mantissaEnd));
+    if (const std::size_t point = digits.find('.'); point != std::string::npos) {
+        parts.decimals = static_cast<int>(digits.size() - point - 1);
+        digits.erase(point, 1);
+    }
+    if (mantissaEnd < text.size()) {
+        std::string_view exponent = text.substr(mantissaEnd + 1);
+        const bool isNegative = exponent.starts_with('-');
+        exponent.remove_prefix(isNegative || exponent.starts_with('+') ? 1 : 0);
+        if (!isDigits(exponent)) {
+            return std::nullopt;
+        }
+        int size = exponentLimit;
+        std::from_chars(exponent.data(), exponent.data() + exponent.size(), size);
+        size = std::min(size, exponentLimit);
+        parts.exponent = isNegative ? -size : size;
+    }
+    if (!isDigits(digits)) {
+        return std::nullopt;
+    }
+    // With a leading zero the number would be read as octal.
+    digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - 1));
+    parts.digits = Integer(digits);
+    return parts;
+}
+
+Number parseDecimal(std::string_view text) {
+    const auto fail = [text](const std::string& reason) {
+        throw std::invalid_argument(fmt::format("{} {}", text::quoted(text), reason));
+    };
+    if (text.size() > longestText) {
+        fail(fmt::format("is longer than {} digits", longestText));
+    }
+    const bool isNegative = text.starts_with('-');
+    const auto parts = splitDecimal(text.substr(isNegative || text.starts_with('+') ? 1 : 0));
+    if (!parts) {
+        fail("is not a decimal number");
+    }
+    if (std::abs(parts->exponent) > greatestExponent) {
+        fail(fmt::format("has a power of ten beyond -{0} to {0}", greatestExponent));
+    }
+    const Number size = Number(parts->digits) * powerOfTen(parts->exponent - parts->decimals);
+    return isNegative ? Number(-size) : size;
+}
+
+std::string decimalText(const Number& number) {
+    if (number == 0) {
+        return "0";
+    }
+    const Number size = abs(number);
+    int exponent = leadingExponent(size);
+    const Number scaled = size * powerOfTen(mostDigits - 1 - exponent);
+    Integer digits;
+    Integer rest;
+    divide_qr(numerator(scaled), denominator(scaled), digits, rest);
+    const char* const sign = number < 0 ? "-" : "";
+    if (rest == 0) {
+        std::string text = digits.str();
+        text.erase(text.find_last_not_of('0') + 1);
+        return sign + decimalNotation(std::move(text), exponent);
+    }
+    // The truncated rest is not 0, so there are no ties.
+    const Integer step = numerator(powerOfTen(mostDigits - roundedDigits));
+    std::string text = Integer((digits + step / 2) / step).str();
+    exponent += static_cast<int>(text.size()) - roundedDigits;
+    text.erase(text.find_last_not_of('0') + 1);
+    return fmt::format("about {}{}", sign, decimalNotation(std::move(text), exponent));
 }
 
 } // namespace tvtool::exact

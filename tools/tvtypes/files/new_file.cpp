@@ -18,7 +18,7 @@ NewFile::NewFile(const std::string& path) : path_(path), target_(path) {
     if (fs::exists(status) && !fs::is_regular_file(status)) {
         throw std::runtime_error(path_ + ": is no plain file, so it cannot be replaced");
     }
-    // A link stays a link: what it points at is replaced.
+    // The target of a symbolic link is replaced, and not the link.
     if (fs::is_symlink(target_, error)) {
         target_ = fs::weakly_canonical(target_, error);
         if (error) {
@@ -57,7 +57,7 @@ void NewFile::rewind() {
 }
 
 void NewFile::commit() {
-    // What is still in a buffer can fail to be written.
+    // fclose() writes the rest of the buffer, which can fail.
     if (std::fclose(file_.release()) != 0) {
         fail(errno);
     }

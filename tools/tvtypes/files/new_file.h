@@ -1,5 +1,5 @@
 /// \file
-/// A file that comes into being as a whole or not at all.
+/// A file that is written as a whole or not at all.
 #pragma once
 
 #include <cstddef>
@@ -10,20 +10,21 @@
 
 namespace tvtool::files {
 
-/// Bytes go to a file beside the one that is meant, until commit() puts it in its place. If that
-/// does not happen, nothing is left. All operations throw a std::runtime_error, whose text is a
-/// sentence to show as it stands.
+/// Writes to a temporary file in the same folder, which commit() renames. Without commit() the
+/// destructor removes it. All operations throw a std::runtime_error, whose text names the file and
+/// is complete as a sentence.
 class NewFile {
   public:
-    /// Refuses what exists and is no plain file.
+    /// Throws if the path exists and is no regular file.
     explicit NewFile(const std::string& path);
     ~NewFile();
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;
 
     void write(const void* bytes, std::size_t count);
-    /// The next bytes replace the first ones.
+    /// Moves to the beginning, so that the next bytes overwrite the first ones.
     void rewind();
+    /// Replaces the file at the path.
     void commit();
 
   private:

@@ -1,7 +1,6 @@
 #include "fixedpoint/details.h"
 
-#include "exact/decimal.h"
-#include "fixedpoint/range.h"
+#include "exact/number.h"
 #include "fixedpoint/record.h"
 #include "text/quote.h"
 
@@ -17,7 +16,7 @@ namespace {
 
 using TVTypeSys::DataTypeTable;
 
-const char* kindOf(const fxpDataTypeProp& record, const std::string& identifier) {
+const char* typeKind(const fxpDataTypeProp& record, const std::string& identifier) {
     switch (record.DataTypeMode) {
     case FXP_DT_FIXPT:
         return DataTypeTable::nameOfBuiltInDataType(identifier.c_str()) && !isOpen(record)
@@ -42,8 +41,8 @@ bool isSlopeNormal(const fxpDataTypeProp& record) {
     return record.FixedExponent >= -1022 && record.FixedExponent <= 1023;
 }
 
-/// The slope in its parts, behind the number where that is a normal double.
-std::string slopeOf(const fxpDataTypeProp& record) {
+/// Returns the slope as a formula, after the number if that is a normal double.
+std::string slopeText(const fxpDataTypeProp& record) {
     if (!isSlopeNormal(record)) {
         return slopeFormula(record);
     }
@@ -52,7 +51,7 @@ std::string slopeOf(const fxpDataTypeProp& record) {
                : fmt::format("{} = {}", slopeStr(record), slopeFormula(record));
 }
 
-std::vector<Constructor> constructorsOf(const fxpDataTypeProp& record) {
+std::vector<Constructor> constructorForms(const fxpDataTypeProp& record) {
     std::vector<Constructor> constructors;
     for (const auto& [baseName, base] :
          {std::pair("fixdt", FxpDT::PreferFixdt), {"numerictype", FxpDT::PreferNumericType}}) {
@@ -67,48 +66,40 @@ std::vector<Constructor> constructorsOf(const fxpDataTypeProp& record) {
     return constructors;
 }
 
-/// The smallest built-in integer with room for a word. Empty if there is none.
-std::optional<int> integerFor(const fxpDataTypeProp& record) {
-    std::optional<int> smallest;
-    int length = 0;
+/// Returns the smallest built-in integer type for a word; empty if there is none.
+std::optional<int> smallestInteger(const fxpDataTypeProp& record) {
+    // The built-in integers of one signedness are in the order of their sizes.
     for (int id = 0; id < DataTypeTable::getNumBuiltInDataTypes(); ++id) {
         const fxpDataTypeProp& builtIn = *DataTypeTable::getBuiltinDataTypeProperties(id);
-        const bool hasRoom = builtIn.DataTypeMode == FXP_DT_FIXPT &&
-                             builtIn.Signedness == record.Signedness &&
-                             builtIn.WordLength >= record.WordLength;
-        if (hasRoom && (!smallest || builtIn.WordLength < length)) {
-            smallest = id;
-            length = builtIn.WordLength;
+        if (builtIn.DataTypeMode == FXP_DT_FIXPT && builtIn.Signedness == record.Signedness &&
+            builtIn.WordLength >= record.WordLength) {
+            return id;
         }
     }
-    return smallest;
+    return std::nullopt;
 }
 
-/// The type that holds the values of one that is not built in.
-std::optional<int> storageFor(const fxpDataTypeProp& record) {
-    return record.DataTypeMode == FXP_DT_SCALED_DOUBLE ? DataTypeTable::getBuiltInDataType("double")
-                                                       : integerFor(record);
-}
-
-/// Asks the table what it knows of the type.
+/// Registers the type and adds its storage and access.
 void addStorage(DataTypeTable& table, TypeDetails& details) {
-    const auto typeOf = [&](int id) -> const TVTypeSys::DataType& {
+    const auto typeWithId = [&](int id) -> const TVTypeSys::DataType& {
         return *table.getDataTypeAt(static_cast<std::size_t>(id) + 1);
     };
     const int id =
         table.registerDataType(details.identifier.c_str(), DataTypeSourceUnchecked, nullptr);
-    details.isAtomic = typeOf(id).isAtomic();
+    details.isAtomic = typeWithId(id).isAtomic();
     if (isOpen(details.record) && details.record.DataTypeMode == FXP_DT_FIXPT) {
         return;
     }
     if (!DataTypeTable::checkForBuiltInDataType(id)) {
-        const std::optional<int> storage = storageFor(details.record);
+        const std::optional<int> storage = details.record.DataTypeMode == FXP_DT_SCALED_DOUBLE
+                                               ? DataTypeTable::getBuiltInDataType("double")
+                                               : smallestInteger(details.record);
         if (!storage) {
             return;
         }
         table.setDataTypeStorageId(id, *storage);
     }
-    const TVTypeSys::DataType& storage = typeOf(typeOf(id).getStorageId());
+    const TVTypeSys::DataType& storage = typeWithId(typeWithId(id).getStorageId());
     details.storage = storage.getName();
     details.storageSize = storage.getSize();
 }
@@ -129,7 +120,7 @@ void addNotes(TypeDetails& details) {
     if (hasScaling(details.record)) {
         const bool isPowerOfTwo = details.record.SlopeAdjustmentFactor == 1.0;
         if (isSlopeNormal(details.record) && !isPowerOfTwo) {
-            noteIfRounded("slope", slopeStr(details.record), exactSlopeOf(details.record));
+            noteIfRounded("slope", slopeStr(details.record), exactSlope(details.record));
         } else {
             noteIfRounded("factor", slopeAdjustmentFactorStr(details.record),
                           exact::Number(details.record.SlopeAdjustmentFactor));
@@ -167,10 +158,10 @@ TypeDetails typeDetails(const std::string& text, const fxpDataTypeProp& record,
     details.identifier = fxpDataTypeToIdentifierString(&record);
     details.fixedPointName =
         hasScaling(record) ? fxpDataTypeToIdentifierStringTrueFixPt(&record) : "";
-    details.kind = kindOf(record, details.identifier);
-    details.slope = hasScaling(record) ? slopeOf(record) : "";
-    details.range = rangeOf(record);
-    details.constructors = constructorsOf(record);
+    details.kind = typeKind(record, details.identifier);
+    details.slope = hasScaling(record) ? slopeText(record) : "";
+    details.range = valueRange(record);
+    details.constructors = constructorForms(record);
     addStorage(table, details);
     addNotes(details);
     return details;

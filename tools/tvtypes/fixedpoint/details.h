@@ -1,8 +1,8 @@
 /// \file
-/// The details of one numeric type.
+/// Details of a numeric type.
 #pragma once
 
-#include "fixedpoint/range.h"
+#include "fixedpoint/quantization.h"
 
 #include <tvtypes/datatypetable.h>
 
@@ -11,7 +11,7 @@
 
 namespace tvtool::fixedpoint {
 
-/// A constructor string in one of its forms.
+/// A constructor string in one form.
 struct Constructor {
     const char* base = "";    ///< the function: "fixdt" or "numerictype"
     const char* scaling = ""; ///< "fraction length", "slope and bias" or "no scaling"
@@ -19,26 +19,26 @@ struct Constructor {
 };
 
 struct TypeDetails {
-    std::string text; ///< the name, as given; empty for a type given by options
+    std::string text; ///< name as given; empty for a type given by options
     fxpDataTypeProp record{};
     std::string identifier;
-    std::string fixedPointName; ///< even for a built-in type; empty for a type without scaling
+    std::string fixedPointName; ///< also of a built-in type; empty without scaling
     std::string kind;
-    std::string slope; ///< 0.0625 = 2^-4; empty for a type without scaling
+    std::string slope; ///< 0.0625 = 2^-4; empty without scaling
     Range range;
-    std::string storage; ///< name of the built-in type that stores it; empty if there is none
+    std::string storage; ///< built-in type that stores it; empty if there is none
     int storageSize = 0; ///< bytes
     bool isAtomic = false;
     std::vector<Constructor> constructors;
     std::vector<std::string> notes;
 };
 
-/// Sets the word lengths that the target accesses atomically. Types of 8, 16 and 32 bits follow the
-/// built-in integers. Must be called before types are registered.
+/// Sets the word lengths that the target accesses atomically, including those of the built-in
+/// integers. Must be called before types are registered.
 void setAtomic(const std::vector<int>& wordLengths, TVTypeSys::DataTypeTable& table);
 
 /// Registers the type of a valid record in the table, sets its storage, and returns its details.
-/// `text` is the name by which it was given, or empty.
+/// `text` is its name as given, or empty.
 TypeDetails typeDetails(const std::string& text, const fxpDataTypeProp& record,
                         TVTypeSys::DataTypeTable& table);
 

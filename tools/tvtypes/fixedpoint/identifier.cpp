@@ -1,6 +1,7 @@
 #include "fixedpoint/identifier.h"
 
 #include "fixedpoint/record.h"
+#include "text/number.h"
 #include "text/parse_error.h"
 
 #include <tvtypes/datatypetable.h>
@@ -8,10 +9,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <string_view>
-#include <system_error>
 #include <tuple>
 
 namespace tvtool::fixedpoint {
@@ -20,8 +19,7 @@ namespace {
 
 using TVTypeSys::DataTypeTable;
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
+/// Length of the stems sfix, ufix, flts and fltu.
 constexpr std::size_t stemLength = 4;
 
 std::optional<fxpDataTypeProp> recordOfStem(std::string_view stem) {
@@ -36,22 +34,21 @@ std::optional<fxpDataTypeProp> recordOfStem(std::string_view stem) {
     return std::nullopt;
 }
 
-/// Reads the names that are made of components. Throws a text::ParseError.
-class NameReader {
+/// Parses the names that are made of components. Throws a text::ParseError.
+class NameParser {
   public:
-    explicit NameReader(std::string_view text) : text_(text) {}
+    explicit NameParser(std::string_view text) : text_(text) {}
 
-    fxpDataTypeProp read() {
+    fxpDataTypeProp parse() {
         const auto record = recordOfStem(text_.substr(0, stemLength));
         if (!record) {
-            fail(0, "a name begins with sfix, ufix, flts or fltu, or is that of a built-in "
-                    "type");
+            fail(0, "a name begins with sfix, ufix, flts or fltu, or is that of a built-in type");
         }
         record_ = *record;
         position_ = stemLength;
-        readWordLength();
+        parseWordLength();
         while (skip('_')) {
-            readComponent();
+            parseComponent();
         }
         return record_;
     }
@@ -61,21 +58,19 @@ class NameReader {
         throw text::ParseError(reason, std::string(text_), position);
     }
 
-    std::string_view digits() {
+    std::string_view takeDigits() {
         const std::size_t begin = position_;
-        while (position_ < text_.size() && isDigit(text_[position_])) {
-            ++position_;
-        }
+        position_ = std::min(text_.find_first_not_of("0123456789", begin), text_.size());
         return text_.substr(begin, position_ - begin);
     }
 
-    /// At least one digit.
-    std::string_view someDigits() {
-        const std::string_view some = digits();
-        if (some.empty()) {
+    /// Takes at least one digit.
+    std::string_view requireDigits() {
+        const std::string_view digits = takeDigits();
+        if (digits.empty()) {
             fail(position_, "a digit is missing");
         }
-        return some;
+        return digits;
     }
 
     bool skip(char c) {
@@ -84,54 +79,64 @@ class NameReader {
         return isThere;
     }
 
-    void checkEnd() const {
+    /// Converts the number that ends the component. `reason` is the error if it is out of range.
+    template <class Number>
+    Number convertEnd(std::size_t begin, std::string_view number, const char* reason) const {
         if (position_ < text_.size() && text_[position_] != '_') {
             fail(position_, "only an underscore or the end can follow here");
         }
+        const std::optional<Number> value = text::parseNumber<Number>(number);
+        if (!value) {
+            fail(begin, reason);
+        }
+        return *value;
     }
 
-    void readWordLength() {
+    void parseWordLength() {
         const std::size_t begin = position_;
-        const std::string_view text = digits();
-        if (text.empty()) {
+        const std::string_view digits = takeDigits();
+        if (digits.empty()) {
             fail(begin, "the word length is missing");
         }
-        checkEnd();
-        if (std::from_chars(text.data(), text.data() + text.size(), record_.WordLength).ec !=
-            std::errc()) {
-            fail(begin, "a word length is at most 2147483647");
-        }
+        record_.WordLength = convertEnd<int>(begin, digits, "a word length is at most 2147483647");
         if (!fxpDataTypeProp::preValidateWordLength(record_.WordLength)) {
             fail(begin, "a word length is at least 1");
         }
     }
 
-    void readComponent() {
+    void parseComponent() {
         const std::size_t begin = position_;
         const char letter = position_ < text_.size() ? text_[position_++] : '\0';
         if (std::string_view("ESFB").find(letter) == std::string_view::npos) {
-            fail(begin, "an underscore stands before an exponent E, a slope S, a factor F "
-                        "or a bias B");
+            fail(begin, "an underscore stands before an exponent E, a slope S, a factor F or a "
+                        "bias B");
         }
-        if (const char* const reason = misplacement(letter)) {
+        if (const char* const reason = orderFault(letter)) {
             fail(begin, reason);
         }
         seen_ += letter;
         if (letter == 'E') {
-            record_.FixedExponent = exponent();
+            record_.FixedExponent = parseExponent();
         } else if (letter == 'S') {
-            readSlope();
+            const double slope = parseNumber();
+            if (!fxpDataTypeProp::preValidateTotalSlope(slope)) {
+                fail(begin + 1, "a slope is greater than 0");
+            }
+            setSlope(slope, record_);
         } else if (letter == 'F') {
-            readFactor();
+            record_.SlopeAdjustmentFactor = parseNumber();
+            if (!fxpDataTypeProp::preValidateSlopeAdjustmentFactor(record_.SlopeAdjustmentFactor)) {
+                fail(begin + 1, "a factor is at least 1 and less than 2");
+            }
         } else {
-            record_.Bias = number();
+            record_.Bias = parseNumber();
         }
     }
 
     bool has(char letter) const { return seen_.find(letter) != std::string::npos; }
 
-    /// Why a component cannot stand behind those that have been read; null if it can.
-    const char* misplacement(char letter) const {
+    /// Returns why a component cannot follow those before it; null if it can.
+    const char* orderFault(char letter) const {
         if (has(letter)) {
             return "this component stands twice";
         }
@@ -144,75 +149,49 @@ class NameReader {
         return letter == 'F' && has('E') ? "the factor stands before the exponent" : nullptr;
     }
 
-    std::int32_t exponent() {
+    std::int32_t parseExponent() {
         const std::size_t begin = position_;
         std::string text(skip('n') ? "-" : "");
-        text += someDigits();
-        checkEnd();
-        std::int32_t value = 0;
-        if (std::from_chars(text.data(), text.data() + text.size(), value).ec != std::errc()) {
-            fail(begin, "an exponent is from -2147483648 to 2147483647");
-        }
-        return value;
+        text += requireDigits();
+        return convertEnd<std::int32_t>(begin, text,
+                                        "an exponent is from -2147483648 to 2147483647");
     }
 
-    /// Undoes the rewriting of a number for use in an identifier.
-    double number() {
+    /// Parses a number in the notation of names: n is a minus and p the point.
+    double parseNumber() {
         const std::size_t begin = position_;
         std::string text(skip('n') ? "-" : "");
-        const std::string_view whole = digits();
+        const std::string_view whole = takeDigits();
         text += whole;
         if (skip('p')) {
             text += '.';
-            text += someDigits();
+            text += requireDigits();
         } else if (whole.empty()) {
             fail(position_, "a digit is missing");
         }
         if (skip('e')) {
             text += skip('n') ? "e-" : "e";
-            text += someDigits();
+            text += requireDigits();
         }
-        checkEnd();
-        double value = 0;
-        if (std::from_chars(text.data(), text.data() + text.size(), value).ec != std::errc()) {
-            fail(begin, "the number is beyond what a double holds");
-        }
-        return value;
-    }
-
-    void readSlope() {
-        const std::size_t begin = position_;
-        const double slope = number();
-        if (!fxpDataTypeProp::preValidateTotalSlope(slope)) {
-            fail(begin, "a slope is greater than 0");
-        }
-        setSlope(slope, record_);
-    }
-
-    void readFactor() {
-        const std::size_t begin = position_;
-        record_.SlopeAdjustmentFactor = number();
-        if (!fxpDataTypeProp::preValidateSlopeAdjustmentFactor(record_.SlopeAdjustmentFactor)) {
-            fail(begin, "a factor is at least 1 and less than 2");
-        }
+        return convertEnd<double>(begin, text, "the number is beyond what a double holds");
     }
 
     std::string_view text_;
     std::size_t position_ = 0;
     fxpDataTypeProp record_{};
-    std::string seen_; // the letters of the components
+    std::string seen_; ///< letters of the components so far
 };
 
-fxpDataTypeProp read(const std::string& name) {
+fxpDataTypeProp parseName(const std::string& name) {
     const int id = DataTypeTable::getBuiltInDataType(name.c_str());
     return DataTypeTable::checkForBuiltInDataType(id)
                ? *DataTypeTable::getBuiltinDataTypeProperties(id)
-               : NameReader(name).read();
+               : NameParser(name).parse();
 }
 
-/// The text with letters in the case of names, and signs as names have them. An integer of any word
-/// length gets the stem that it has where there is no built-in type.
-std::string respelt(std::string text) {
+/// Corrects the case of letters and the notation of numbers. The stems int and uint are replaced
+/// unless the name is that of a built-in type.
+std::string correctedSpelling(std::string text) {
     std::ranges::transform(text, text.begin(), [](char c) {
         return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     });
@@ -232,39 +211,39 @@ std::string respelt(std::string text) {
     return text;
 }
 
-/// The right name of what a text means but for its spelling.
-std::string nameMeantBy(const std::string& text) {
+/// Returns the name of the type that the text names once its spelling is corrected; else empty.
+std::string intendedName(const std::string& text) {
     try {
-        const fxpDataTypeProp record = read(respelt(text));
+        const fxpDataTypeProp record = parseName(correctedSpelling(text));
         return fxpDataTypeToIdentifierString(&record);
     } catch (const text::ParseError&) {
         return {};
     }
 }
 
-/// What there is to add to the reason why a text is no name.
-std::string remarksOn(const std::string& text) {
-    std::string remarks;
-    if (const std::string right = nameMeantBy(text); !right.empty()) {
-        remarks += fmt::format("; write {}", right);
+/// Returns hints to append to the error of an invalid name.
+std::string errorHints(const std::string& text) {
+    std::string hints;
+    if (const std::string name = intendedName(text); !name.empty()) {
+        hints += fmt::format("; write {}", name);
     }
     int wordLength = 0;
     if (DataTypeTable::isAValidDataType(text.c_str()) &&
         DataTypeTable::isInstrinsicFixptName(text.c_str(), &wordLength)) {
-        remarks += fmt::format("; the data type table, which looks at the beginning, takes it for "
-                               "a fixed-point name of {} bits all the same",
-                               wordLength);
+        hints += fmt::format("; the data type table, which looks at the beginning, takes it for "
+                             "a fixed-point name of {} bits all the same",
+                             wordLength);
     }
-    return remarks;
+    return hints;
 }
 
 } // namespace
 
-fxpDataTypeProp recordNamed(const std::string& name) {
+fxpDataTypeProp parseTypeName(const std::string& name) {
     try {
-        return read(name);
+        return parseName(name);
     } catch (const text::ParseError& error) {
-        throw text::ParseError(error.what() + remarksOn(name), name, error.position);
+        throw text::ParseError(error.what() + errorHints(name), name, error.position);
     }
 }
 

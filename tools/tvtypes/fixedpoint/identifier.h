@@ -1,5 +1,5 @@
 /// \file
-/// Names of numeric types, read.
+/// Names of numeric types.
 #pragma once
 
 #include <tvtypes/fixedpoint.h>
@@ -8,9 +8,9 @@
 
 namespace tvtool::fixedpoint {
 
-/// The record that a name stands for: the valid one whose name it is or, where the library writes
-/// the same in another way, as for sfix16_E0 or sfix16_S0p5, the one that it means. Its signedness
-/// is 0 or 1, its override state 0. Throws a text::ParseError.
-fxpDataTypeProp recordNamed(const std::string& name);
+/// Returns the valid record that a name describes. Names that the library would write in another
+/// form, such as sfix16_E0 and sfix16_S0p5, are accepted. The signedness is 0 or 1, the override
+/// state 0. Throws a text::ParseError.
+fxpDataTypeProp parseTypeName(const std::string& name);
 
 } // namespace tvtool::fixedpoint

@@ -1,13 +1,14 @@
 #include "fixedpoint/quantization.h"
 
 #include "convert/names.h"
-#include "exact/decimal.h"
-#include "fixedpoint/range.h"
+#include "exact/number.h"
 #include "fixedpoint/record.h"
 
 #include <fmt/format.h>
 
-#include <map>
+#include <array>
+#include <limits>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -15,13 +16,68 @@ namespace tvtool::fixedpoint {
 
 namespace {
 
-/// The integer below a number and what is left, which is at least 0 and less than 1.
+/// Returns the operations on a stored integer: " * 1.5 * 2^-4 + 0.25".
+std::string scalingFormula(const fxpDataTypeProp& record) {
+    const bool isOne = record.SlopeAdjustmentFactor == 1.0 && record.FixedExponent == 0;
+    std::string text = isOne ? "" : " * " + slopeFormula(record);
+    if (record.Bias != 0.0) {
+        const std::string bias = biasStr(record);
+        text += record.Bias < 0.0 ? " - " + bias.substr(1) : " + " + bias;
+    }
+    return text;
+}
+
+bool isSmall(std::int32_t exponent) { return exponent <= mostBits && exponent >= -mostBits; }
+
+/// Returns a number in digits; its formula if there is no number, or if the digits would be rounded
+/// and the formula is exact.
+std::string digitsOrFormula(const std::optional<exact::Number>& number, std::string formula,
+                            bool isExact) {
+    std::string digits = number ? exact::decimalText(*number) : "";
+    const bool isRounded = digits.starts_with("about");
+    return !number || (isRounded && isExact) ? std::move(formula) : std::move(digits);
+}
+
+std::string resolutionText(const fxpDataTypeProp& record) {
+    const bool isKnown = isSmall(record.FixedExponent);
+    return digitsOrFormula(isKnown ? std::optional(exactSlope(record)) : std::nullopt,
+                           slopeFormula(record), record.SlopeAdjustmentFactor == 1.0);
+}
+
+/// Returns the bounds of a type whose signedness is not open.
+Range bounds(const fxpDataTypeProp& record) {
+    const bool isSigned = record.Signedness == 1;
+    const int bits = record.WordLength - (isSigned ? 1 : 0);
+    const std::string scaling = scalingFormula(record);
+    const std::string lowest = isSigned ? fmt::format("-2^{}{}", bits, scaling) : biasStr(record);
+    const std::string most = fmt::format("2^{} - 1", bits);
+    const std::string highest = scaling.empty() ? most : fmt::format("({}){}", most, scaling);
+    const std::optional<Grid> grid = makeGrid(record);
+    if (!grid) {
+        return {lowest, highest, {}};
+    }
+    const bool isExact = record.SlopeAdjustmentFactor == 1.0 &&
+                         exact::parseDecimal(biasStr(record)) == exact::Number(record.Bias);
+    return {digitsOrFormula(grid->value(grid->least), lowest, isExact),
+            digitsOrFormula(grid->value(grid->greatest), highest, isExact),
+            {}};
+}
+
+template <class Floating>
+Range floatingPointRange() {
+    using Limits = std::numeric_limits<Floating>;
+    return {exact::decimalText(exact::Number(Limits::lowest())),
+            exact::decimalText(exact::Number(Limits::max())),
+            fmt::format("2^{} near 1", 1 - Limits::digits)};
+}
+
+/// A number as floor + rest, where 0 <= rest < 1.
 struct Parts {
     exact::Integer floor;
     exact::Number rest;
 };
 
-Parts partsOf(const exact::Number& number) {
+Parts splitAtFloor(const exact::Number& number) {
     Parts parts;
     exact::Integer remainder;
     divide_qr(numerator(number), denominator(number), parts.floor, remainder);
@@ -52,61 +108,51 @@ bool roundsUp(const Parts& parts, fxpModeRounding_tag rounding) {
     return false;
 }
 
-class Quantizer {
-  public:
-    Quantizer(Grid grid, fxpModeOverflow_tag overflow)
-        : grid_(std::move(grid)), overflow_(overflow) {}
+/// Returns an integer reduced to the range of the grid modulo its number of integers.
+exact::Integer wrapped(const exact::Integer& integer, const Grid& grid) {
+    const exact::Integer count = grid.greatest - grid.least + 1;
+    const exact::Integer offset = (integer - grid.least) % count;
+    return offset < 0 ? exact::Integer(grid.least + offset + count)
+                      : exact::Integer(grid.least + offset);
+}
 
-    QuantizedValue operator()(const std::string& text) const {
-        const exact::Number number = exact::parseDecimal(text);
-        const Parts parts = partsOf((number - grid_.bias) / grid_.slope);
-        QuantizedValue value{text, {}};
-        std::map<bool, QuantizedRow> rows;
-        for (const auto& rounding : convert::roundings) {
-            const bool isUp = roundsUp(parts, rounding.value);
-            const auto [row, isNew] = rows.try_emplace(isUp);
-            if (isNew) {
-                row->second = rowOf(isUp ? exact::Integer(parts.floor + 1) : parts.floor, number);
-            }
-            row->second.rounding = rounding.name;
-            value.rows.push_back(row->second);
+/// Stores a rounded integer; `number` is the value before rounding.
+QuantizedRow store(const exact::Integer& integer, const exact::Number& number, const Grid& grid,
+                   bool wraps) {
+    const bool overflows = integer < grid.least || integer > grid.greatest;
+    const exact::Integer stored = !overflows             ? integer
+                                  : wraps                ? wrapped(integer, grid)
+                                  : integer < grid.least ? grid.least
+                                                         : grid.greatest;
+    const exact::Number value = grid.value(stored);
+    return {"", exact::decimalText(stored), exact::decimalText(value),
+            exact::decimalText(value - number),
+            !overflows ? ""
+            : wraps    ? "wrapped"
+                       : "saturated"};
+}
+
+QuantizedValue quantizeValue(const std::string& text, const Grid& grid, bool wraps) {
+    const exact::Number number = exact::parseDecimal(text);
+    const Parts parts = splitAtFloor((number - grid.bias) / grid.slope);
+    // Six modes of rounding have at most two results: rounded down, and up.
+    std::array<std::optional<QuantizedRow>, 2> rows;
+    QuantizedValue value{text, {}};
+    for (const auto& rounding : convert::roundings) {
+        const bool isUp = roundsUp(parts, rounding.value);
+        std::optional<QuantizedRow>& row = rows[isUp ? 1 : 0];
+        if (!row) {
+            row = store(parts.floor + (isUp ? 1 : 0), number, grid, wraps);
         }
-        return value;
+        row->rounding = rounding.name;
+        value.rows.push_back(*row);
     }
+    return value;
+}
 
-  private:
-    exact::Integer wrapped(const exact::Integer& integer) const {
-        const exact::Integer count = grid_.greatest - grid_.least + 1;
-        exact::Integer offset = (integer - grid_.least) % count;
-        if (offset < 0) {
-            offset += count;
-        }
-        return grid_.least + offset;
-    }
-
-    QuantizedRow rowOf(const exact::Integer& integer, const exact::Number& number) const {
-        const bool overflows = integer < grid_.least || integer > grid_.greatest;
-        const bool wraps = overflow_ == FXP_OVERFLOW_WRAP;
-        const exact::Integer stored = !overflows              ? integer
-                                      : wraps                 ? wrapped(integer)
-                                      : integer < grid_.least ? grid_.least
-                                                              : grid_.greatest;
-        const exact::Number value = grid_.valueOf(stored);
-        QuantizedRow row;
-        row.stored = exact::decimalText(stored);
-        row.value = exact::decimalText(value);
-        row.error = exact::decimalText(value - number);
-        row.overflow = !overflows ? "" : wraps ? "wrapped" : "saturated";
-        return row;
-    }
-
-    Grid grid_;
-    fxpModeOverflow_tag overflow_;
-};
-
-Grid gridFor(fxpDataTypeProp record) {
+Grid requireGrid(fxpDataTypeProp record) {
     const std::string name = fxpDataTypeToIdentifierString(&record);
-    if (std::optional<Grid> grid = gridOf(record)) {
+    if (std::optional<Grid> grid = makeGrid(record)) {
         return *std::move(grid);
     }
     if (record.DataTypeMode == FXP_DT_SCALED_DOUBLE) {
@@ -133,14 +179,59 @@ Grid gridFor(fxpDataTypeProp record) {
 
 } // namespace
 
+std::optional<Grid> makeGrid(const fxpDataTypeProp& record) {
+    if (record.DataTypeMode != FXP_DT_FIXPT || isOpen(record) || record.WordLength > mostBits ||
+        !isSmall(record.FixedExponent)) {
+        return std::nullopt;
+    }
+    const auto bits = static_cast<unsigned>(record.WordLength);
+    const exact::Integer below = record.Signedness == 1
+                                     ? exact::Integer(exact::Integer(1) << (bits - 1))
+                                     : exact::Integer(0);
+    return Grid{-below, (exact::Integer(1) << bits) - 1 - below, exactSlope(record),
+                exact::Number(record.Bias)};
+}
+
+exact::Number exactSlope(const fxpDataTypeProp& record) {
+    return exact::Number(record.SlopeAdjustmentFactor) *
+           exact::power(2, record.FixedExponent).value();
+}
+
+std::string slopeFormula(const fxpDataTypeProp& record) {
+    const std::string exponent = fixedExponentStr(record);
+    return record.SlopeAdjustmentFactor == 1.0
+               ? fmt::format("2^{}", exponent)
+               : fmt::format("{} * 2^{}", slopeAdjustmentFactorStr(record), exponent);
+}
+
+Range valueRange(const fxpDataTypeProp& record) {
+    switch (record.DataTypeMode) {
+    case FXP_DT_DOUBLE:
+        return floatingPointRange<double>();
+    case FXP_DT_SINGLE:
+        return floatingPointRange<float>();
+    case FXP_DT_BOOLEAN:
+        return {"0", "1", {}};
+    case FXP_DT_SCALED_DOUBLE:
+        return {};
+    case FXP_DT_FIXPT:
+        break;
+    }
+    Range range = isOpen(record) ? Range{} : bounds(record);
+    range.resolution = resolutionText(record);
+    return range;
+}
+
+std::string Range::text() const {
+    return lowest.empty() ? "" : fmt::format("{} to {}", lowest, highest);
+}
+
 Quantization quantize(const std::vector<std::string>& values, const fxpDataTypeProp& record,
                       fxpModeOverflow_tag overflow) {
-    const Quantizer quantizer(gridFor(record), overflow);
-    Quantization result;
-    result.identifier = fxpDataTypeToIdentifierString(&record);
-    result.range = rangeOf(record);
+    const Grid grid = requireGrid(record);
+    Quantization result{fxpDataTypeToIdentifierString(&record), valueRange(record), {}};
     for (const std::string& text : values) {
-        result.values.push_back(quantizer(text));
+        result.values.push_back(quantizeValue(text, grid, overflow == FXP_OVERFLOW_WRAP));
     }
     return result;
 }

@@ -1,17 +1,15 @@
 #include "fixedpoint/record.h"
 
+#include "text/number.h"
 #include "text/quote.h"
 
 #include <fmt/format.h>
 
-#include <stdexcept>
-
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <stdexcept>
 #include <string_view>
-#include <system_error>
 
 namespace tvtool::fixedpoint {
 
@@ -19,114 +17,92 @@ namespace {
 
 constexpr std::uint32_t openSignedness = 2;
 
-/// An option of a call and what stands behind it.
+/// An option with its text and a description of the valid texts.
 struct Option {
     const char* name;
     std::string_view text;
     const char* allowed;
 
-    [[noreturn]] void refuse() const {
+    [[noreturn]] void fail() const {
         throw std::invalid_argument(
             fmt::format("{} cannot be {}, it is {}", name, text::quoted(text), allowed));
     }
 };
 
-template <class Number>
-std::optional<Number> numberIn(std::string_view text) {
-    if (text.starts_with('+') && !text.starts_with("+-")) {
-        text.remove_prefix(1);
-    }
-    Number value{};
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value);
-    return stop == end && error == std::errc() ? std::optional(value) : std::nullopt;
-}
-
-double decimalOf(const Option& option, bool (*isValid)(double)) {
-    const std::optional<double> value = numberIn<double>(option.text);
+template <class Value>
+Value parseOption(const Option& option, bool (*isValid)(Value)) {
+    const std::optional<Value> value = text::parseNumber<Value>(option.text);
     if (!value || !isValid(*value)) {
-        option.refuse();
+        option.fail();
     }
     return *value;
 }
 
-std::int64_t integerOf(const Option& option, std::int64_t least, std::int64_t most) {
-    const std::optional<std::int64_t> value = numberIn<std::int64_t>(option.text);
-    if (!value || *value < least || *value > most) {
-        option.refuse();
-    }
-    return *value;
-}
-
-std::uint32_t signednessOf(const Option& option) {
-    if (option.text == "open") {
-        return openSignedness;
-    }
-    return static_cast<std::uint32_t>(integerOf(option, 0, 1));
-}
-
-/// A number, or a power of two as 2^-4.
-double slopeOf(const Option& option) {
+/// Parses a number, or a power of two such as 2^-4.
+double parseSlope(const Option& option) {
     constexpr std::string_view base = "2^";
     if (!option.text.starts_with(base)) {
-        return decimalOf(option, fxpDataTypeProp::preValidateTotalSlope);
+        return parseOption<double>(option, fxpDataTypeProp::preValidateTotalSlope);
     }
-    const std::optional<int> exponent = numberIn<int>(option.text.substr(base.size()));
+    const std::optional<int> exponent = text::parseNumber<int>(option.text.substr(base.size()));
     const double slope = exponent ? std::ldexp(1.0, *exponent) : 0.0;
     if (!fxpDataTypeProp::preValidateTotalSlope(slope)) {
-        option.refuse();
+        option.fail();
     }
     return slope;
 }
 
 void setScaling(const RecordTexts& texts, fxpDataTypeProp& record) {
-    using Limits = std::numeric_limits<std::int32_t>;
-    constexpr std::int64_t least = Limits::min();
-    constexpr std::int64_t most = Limits::max();
     if (texts.slope) {
-        setSlope(slopeOf({"--slope", *texts.slope,
-                          "a number greater than 0 that a double holds, or a power such as 2^-4"}),
-                 record);
+        setSlope(
+            parseSlope({"--slope", *texts.slope,
+                        "a number greater than 0 that a double holds, or a power such as 2^-4"}),
+            record);
     }
     if (texts.factor) {
-        record.SlopeAdjustmentFactor =
-            decimalOf({"--factor", *texts.factor, "a number that is at least 1 and less than 2"},
-                      fxpDataTypeProp::preValidateSlopeAdjustmentFactor);
+        record.SlopeAdjustmentFactor = parseOption<double>(
+            {"--factor", *texts.factor, "a number that is at least 1 and less than 2"},
+            fxpDataTypeProp::preValidateSlopeAdjustmentFactor);
     }
     if (texts.exponent) {
-        record.FixedExponent = static_cast<std::int32_t>(integerOf(
-            {"--exponent", *texts.exponent, "a whole number from -2147483648 to 2147483647"}, least,
-            most));
+        record.FixedExponent = parseOption<std::int32_t>(
+            {"--exponent", *texts.exponent, "a whole number from -2147483648 to 2147483647"},
+            [](std::int32_t) { return true; });
     }
     if (texts.fractionLength) {
-        record.FixedExponent =
-            static_cast<std::int32_t>(-integerOf({"--fraction-length", *texts.fractionLength,
-                                                  "a whole number from -2147483647 to 2147483648"},
-                                                 -most, -least));
+        record.FixedExponent = static_cast<std::int32_t>(-parseOption<std::int64_t>(
+            {"--fraction-length", *texts.fractionLength,
+             "a whole number from -2147483647 to 2147483648"},
+            [](std::int64_t length) {
+                constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
+                return length >= -most && length <= most + 1;
+            }));
     }
     if (texts.bias) {
-        record.Bias = decimalOf({"--bias", *texts.bias, "a number that a double holds"},
-                                fxpDataTypeProp::preValidateBias);
+        record.Bias = parseOption<double>({"--bias", *texts.bias, "a number that a double holds"},
+                                          fxpDataTypeProp::preValidateBias);
     }
 }
 
 } // namespace
 
-fxpDataTypeProp recordOf(const RecordTexts& texts) {
+fxpDataTypeProp makeRecord(const RecordTexts& texts) {
     fxpDataTypeProp record{FXP_DT_FIXPT, 1, 0, 0, 1.0, 0.0, 0};
     record.DataTypeMode = texts.isScaledDouble ? FXP_DT_SCALED_DOUBLE : FXP_DT_FIXPT;
-    record.Signedness = signednessOf({"--signed", texts.signedness, "0, 1 or open"});
-    record.WordLength = wordLengthOf("--word-length", texts.wordLength);
+    record.Signedness = openSignedness;
+    if (texts.signedness != "open") {
+        record.Signedness = static_cast<std::uint32_t>(
+            parseOption<int>({"--signed", texts.signedness, "0, 1 or open"},
+                             [](int signedness) { return signedness == 0 || signedness == 1; }));
+    }
+    record.WordLength = parseWordLength("--word-length", texts.wordLength);
     setScaling(texts, record);
     return record;
 }
 
-int wordLengthOf(const char* option, const std::string& text) {
-    const std::optional<int> value = numberIn<int>(text);
-    if (!value || !fxpDataTypeProp::preValidateWordLength(*value)) {
-        Option{option, text, "a whole number from 1 to 2147483647"}.refuse();
-    }
-    return *value;
+int parseWordLength(const char* option, const std::string& text) {
+    return parseOption<int>({option, text, "a whole number from 1 to 2147483647"},
+                            fxpDataTypeProp::preValidateWordLength);
 }
 
 void setSlope(double slope, fxpDataTypeProp& record) {

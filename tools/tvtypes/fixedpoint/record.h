@@ -1,5 +1,5 @@
 /// \file
-/// Records put together from the options of a call.
+/// Records of numeric types from command line options.
 #pragma once
 
 #include <tvtypes/fixedpoint.h>
@@ -9,8 +9,8 @@
 
 namespace tvtool::fixedpoint {
 
-/// The texts behind the options. The slope stands alone, the fraction length too; what is not given
-/// is that of an integer.
+/// Texts of the options. A slope excludes factor, exponent and fraction length; a fraction length
+/// excludes factor and exponent. Defaults are those of a signed integer.
 struct RecordTexts {
     std::string signedness = "1";
     std::string wordLength;
@@ -22,16 +22,16 @@ struct RecordTexts {
     bool isScaledDouble = false;
 };
 
-/// A valid record. Throws an Error that names the option and says what it can be.
-fxpDataTypeProp recordOf(const RecordTexts& texts);
+/// Returns a valid record. Throws a std::invalid_argument that names the option and its range.
+fxpDataTypeProp makeRecord(const RecordTexts& texts);
 
-/// A word length. Throws such an Error.
-int wordLengthOf(const char* option, const std::string& text);
+/// Returns the word length in the text of an option. Throws like makeRecord().
+int parseWordLength(const char* option, const std::string& text);
 
-/// Splits a slope, which is finite and greater than 0, into factor and exponent.
+/// Sets factor and exponent of a record from a slope, which must be finite and greater than 0.
 void setSlope(double slope, fxpDataTypeProp& record);
 
-/// Whether a signedness is left open.
+/// Returns whether the signedness is left open.
 inline bool isOpen(const fxpDataTypeProp& record) { return record.Signedness > 1; }
 
 } // namespace tvtool::fixedpoint

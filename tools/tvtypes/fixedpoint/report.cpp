@@ -92,58 +92,43 @@ const output::Columns<TypeDetails> detailColumns{
     {none, "storageSize", storageSize},
     {"atomic", "atomic", &TypeDetails::isAtomic},
     {"identifier", none, identifierText},
-    {none, "constructors",
-     [](const TypeDetails& type) {
-         return output::jsonArray(type.constructors, constructorColumns);
-     }},
+    {none, "constructors", output::rowsOf(&TypeDetails::constructors, constructorColumns)},
     {none, "notes", &TypeDetails::notes},
 };
 
-/// A constructor text and the forms of the scaling that give it.
-struct Form {
-    std::string text;
-    std::vector<std::string> scalings;
-};
-
-std::vector<Form> distinctForms(const std::vector<Constructor>& constructors) {
-    std::vector<Form> forms;
-    for (const Constructor& constructor : constructors) {
-        auto form = std::ranges::find(forms, constructor.text, &Form::text);
-        if (form == forms.end()) {
-            form = forms.insert(form, {constructor.text, {}});
-        }
-        if (std::ranges::find(form->scalings, constructor.scaling) == form->scalings.end()) {
-            form->scalings.emplace_back(constructor.scaling);
-        }
-    }
-    return forms;
-}
-
+/// Prints each distinct constructor text with the forms of the scaling that give it, unless all do.
 void printConstructors(const std::vector<Constructor>& constructors, std::ostream& os) {
+    struct Text {
+        std::string text;
+        std::vector<std::string_view> scalings;
+    };
     constexpr std::size_t scalingCount = 3;
-    const std::vector<Form> forms = distinctForms(constructors);
+    std::vector<Text> texts;
     std::size_t width = 0;
-    for (const Form& form : forms) {
-        width = std::max(width, form.text.size());
+    for (const Constructor& constructor : constructors) {
+        auto text = std::ranges::find(texts, constructor.text, &Text::text);
+        if (text == texts.end()) {
+            text = texts.insert(text, {constructor.text, {}});
+            width = std::max(width, constructor.text.size());
+        }
+        if (std::ranges::find(text->scalings, constructor.scaling) == text->scalings.end()) {
+            text->scalings.emplace_back(constructor.scaling);
+        }
     }
     const char* label = "constructors";
-    for (const Form& form : forms) {
-        const bool isIndependent = form.scalings.size() == scalingCount;
-        output::printField(label,
-                           isIndependent ? form.text
-                                         : fmt::format("{:<{}}  {}", form.text, width,
-                                                       fmt::join(form.scalings, ", ")),
-                           os);
+    for (const auto& [text, scalings] : texts) {
+        const std::string line = fmt::format("{:<{}}  {}", text, width, fmt::join(scalings, ", "));
+        output::printField(label, scalings.size() == scalingCount ? text : line, os);
         label = "";
     }
 }
 
-/// A row of the quantization table: the modes of rounding with the same result.
+/// A row of the quantization table: the rounding modes with the same result.
 struct Outcome {
     std::string value;
     QuantizedRow row;
     std::vector<std::string> roundings;
-    std::size_t roundingCount = 0; ///< of all modes
+    bool hasAllRoundings = false;
 };
 
 std::vector<Outcome> outcomes(const std::vector<QuantizedValue>& values) {
@@ -156,16 +141,17 @@ std::vector<Outcome> outcomes(const std::vector<QuantizedValue>& values) {
                        std::string_view(other.row.overflow) == row.overflow;
             });
             if (outcome == all.end()) {
-                outcome = all.insert(outcome, {value.text, row, {}, value.rows.size()});
+                outcome = all.insert(outcome, {value.text, row, {}, false});
             }
             outcome->roundings.emplace_back(row.rounding);
+            outcome->hasAllRoundings = outcome->roundings.size() == value.rows.size();
         }
     }
     return all;
 }
 
 std::string roundingText(const Outcome& outcome) {
-    if (outcome.roundings.size() < outcome.roundingCount) {
+    if (!outcome.hasAllRoundings) {
         return fmt::format("{}", fmt::join(outcome.roundings, ", "));
     }
     return outcome.row.error == "0" ? "exact" : "all roundings";
@@ -199,8 +185,7 @@ const output::Columns<QuantizedRow> rowColumns{
 
 const output::Columns<QuantizedValue> valueColumns{
     {none, "text", &QuantizedValue::text},
-    {none, "results",
-     [](const QuantizedValue& value) { return output::jsonArray(value.rows, rowColumns); }},
+    {none, "results", output::rowsOf(&QuantizedValue::rows, rowColumns)},
 };
 
 const output::Columns<Quantization> quantizationColumns{
@@ -208,8 +193,7 @@ const output::Columns<Quantization> quantizationColumns{
     {none, "resolution", [](const Quantization& all) { return all.range.resolution; }},
     {none, "lowest", [](const Quantization& all) { return all.range.lowest; }},
     {none, "highest", [](const Quantization& all) { return all.range.highest; }},
-    {none, "values",
-     [](const Quantization& all) { return output::jsonArray(all.values, valueColumns); }},
+    {none, "values", output::rowsOf(&Quantization::values, valueColumns)},
 };
 
 } // namespace

@@ -1,26 +1,27 @@
-#include "fmi/checks.h"
-
-#include "fmi/unit_checks.h"
+// Checks that the parts of a description agree.
+#include "fmi/reader.h"
 #include "text/quote.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
+#include <set>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace tvtool::fmi {
 
 namespace {
 
-/// Where a thing was met first, by the thing.
+using text::quoted;
+
+/// The line of the first occurrence of each key.
 template <class Key>
 class FirstLines {
   public:
     explicit FirstLines(std::size_t expected) { lines_.reserve(expected); }
 
-    /// The line on which an equal one stood before, or 0.
-    std::uint64_t enter(const Key& key, std::uint64_t line) {
+    /// Adds a key. Returns the line of an equal one, or 0 if it is the first.
+    std::uint64_t add(const Key& key, std::uint64_t line) {
         const auto [entry, isNew] = lines_.try_emplace(key, line);
         return isNew ? 0 : entry->second;
     }
@@ -29,6 +30,20 @@ class FirstLines {
     std::unordered_map<Key, std::uint64_t> lines_;
 };
 
+/// Erases all but the first record of each name.
+template <class Record>
+void eraseRepeated(std::vector<Record>& records, const char* kind, Remarks& remarks) {
+    FirstLines<std::string_view> names(records.size());
+    std::erase_if(records, [&](const Record& record) {
+        const std::uint64_t line = names.add(record.name, record.place.line);
+        if (line != 0) {
+            remarks.problem(record.place, "{} {} is defined on line {} already", kind,
+                            quoted(record.name), line);
+        }
+        return line != 0;
+    });
+}
+
 void checkItems(const TypeDefinition& type, Remarks& remarks) {
     FirstLines<std::string_view> names(type.items.size());
     FirstLines<std::int32_t> values(type.items.size());
@@ -36,119 +51,172 @@ void checkItems(const TypeDefinition& type, Remarks& remarks) {
         if (item.name.empty()) {
             continue;
         }
-        if (const std::uint64_t line = names.enter(item.name, item.place.line)) {
-            remarks.problem(item.place,
-                            fmt::format("type {} has item {} on line {} already",
-                                        text::quoted(type.name), text::quoted(item.name), line));
+        if (const std::uint64_t line = names.add(item.name, item.place.line)) {
+            remarks.problem(item.place, "type {} has item {} on line {} already", quoted(type.name),
+                            quoted(item.name), line);
         }
-        if (!item.value) {
-            continue;
-        }
-        if (const std::uint64_t line = values.enter(*item.value, item.place.line)) {
-            remarks.problem(item.place,
-                            fmt::format("item {} of type {} has value {}, as the one on line {}",
-                                        text::quoted(item.name), text::quoted(type.name),
-                                        *item.value, line));
-        }
-    }
-}
-
-void checkTypes(Description& description, Remarks& remarks) {
-    FirstLines<std::string_view> names(description.types.size());
-    std::erase_if(description.types, [&](const TypeDefinition& type) {
-        const std::uint64_t line = names.enter(type.name, type.place.line);
+        const std::uint64_t line = item.value ? values.add(*item.value, item.place.line) : 0;
         if (line != 0) {
-            remarks.problem(type.place, fmt::format("type {} is defined on line {} already",
-                                                    text::quoted(type.name), line));
+            remarks.problem(item.place, "item {} of type {} has value {}, as the one on line {}",
+                            quoted(item.name), quoted(type.name), *item.value, line);
         }
-        return line != 0;
-    });
-    for (const TypeDefinition& type : description.types) {
-        checkItems(type, remarks);
     }
 }
 
 void checkNames(const Description& description, Remarks& remarks) {
     FirstLines<std::string_view> names(description.variables.size() + description.aliases.size());
-    const auto check = [&](std::string_view name, const Place& place) {
-        if (name.empty()) {
-            return;
-        }
-        if (const std::uint64_t line = names.enter(name, place.line)) {
-            remarks.problem(
-                place, fmt::format("name {} is that of line {} too", text::quoted(name), line));
+    const auto check = [&](const auto& named) {
+        const std::uint64_t line = named.name.empty() ? 0 : names.add(named.name, named.place.line);
+        if (line != 0) {
+            remarks.problem(named.place, "name {} is that of line {} too", quoted(named.name),
+                            line);
         }
     };
-    for (const Variable& variable : description.variables) {
-        check(variable.name, variable.place);
-    }
-    for (const Alias& alias : description.aliases) {
-        check(alias.name, alias.place);
-    }
+    std::ranges::for_each(description.variables, check);
+    std::ranges::for_each(description.aliases, check);
 }
 
-/// In FMI 2 variables with the same value reference are aliases; in FMI 3 there are none.
+/// Variables with the same value reference are aliases in FMI 2 and invalid in FMI 3.
 void checkValueReferences(const Description& description, Remarks& remarks) {
     FirstLines<std::uint32_t> references(description.variables.size());
     for (const Variable& variable : description.variables) {
-        if (!variable.hasValueReference) {
-            continue;
-        }
-        if (const std::uint64_t line =
-                references.enter(variable.valueReference, variable.place.line)) {
+        const std::uint64_t line =
+            variable.hasValueReference
+                ? references.add(variable.valueReference, variable.place.line)
+                : 0;
+        if (line != 0) {
             remarks.problem(variable.place,
-                            fmt::format("variable {} has valueReference {}, as the one on line {}",
-                                        text::quoted(variable.name), variable.valueReference,
-                                        line));
+                            "variable {} has valueReference {}, as the one on line {}",
+                            quoted(variable.name), variable.valueReference, line);
         }
     }
 }
 
 void resolveDeclaredTypes(Description& description, Remarks& remarks) {
-    std::unordered_map<std::string_view, std::uint32_t> indexOfName;
-    for (std::size_t i = 0; i < description.types.size(); ++i) {
-        indexOfName.emplace(description.types[i].name, static_cast<std::uint32_t>(i));
+    std::unordered_map<std::string_view, std::uint32_t> indices;
+    for (const TypeDefinition& type : description.types) {
+        indices.emplace(type.name, static_cast<std::uint32_t>(indices.size()));
     }
-    const auto baseName = [&](BaseType base) { return nameOf(base, description.majorVersion); };
+    const auto baseName = [&](BaseType base) {
+        return baseTypeName(base, description.majorVersion);
+    };
     for (Variable& variable : description.variables) {
+        const std::string_view declared = variable.declaredType.value_or("");
+        const auto found = variable.declaredType ? indices.find(declared) : indices.end();
+        const BaseType base =
+            found == indices.end() ? BaseType::None : description.types[found->second].base;
         if (!variable.declaredType) {
             if (variable.base == BaseType::Enumeration) {
-                remarks.problem(variable.place, fmt::format("enumeration variable {} has no "
-                                                            "declaredType",
-                                                            text::quoted(variable.name)));
+                remarks.problem(variable.place, "enumeration variable {} has no declaredType",
+                                quoted(variable.name));
             }
-            continue;
+        } else if (found == indices.end()) {
+            remarks.problem(variable.place, "variable {} declares type {}, which is not defined",
+                            quoted(variable.name), quoted(declared));
+        } else if (base != variable.base) {
+            remarks.problem(variable.place, "variable {} is {} and declares type {}, which is {}",
+                            quoted(variable.name), baseName(variable.base), quoted(declared),
+                            baseName(base));
+        } else {
+            variable.type = found->second;
         }
-        const auto found = indexOfName.find(*variable.declaredType);
-        if (found == indexOfName.end()) {
-            remarks.problem(variable.place,
-                            fmt::format("variable {} declares type {}, which is not defined",
-                                        text::quoted(variable.name),
-                                        text::quoted(*variable.declaredType)));
-            continue;
+    }
+}
+
+/// Resolves uses of units. An invalid use is reported where it first occurs.
+class UnitResolver {
+  public:
+    UnitResolver(Description& description, Remarks& remarks)
+        : description_(description), remarks_(remarks) {
+        for (const UnitDefinition& unit : description.units) {
+            indices_.emplace(unit.name, static_cast<std::uint32_t>(indices_.size()));
         }
-        const BaseType base = description.types[found->second].base;
-        if (base != variable.base) {
-            remarks.problem(variable.place,
-                            fmt::format("variable {} is {} and declares type {}, which is {}",
-                                        text::quoted(variable.name), baseName(variable.base),
-                                        text::quoted(*variable.declaredType), baseName(base)));
-            continue;
+    }
+
+    /// Returns the index of the unit, which is added to the units if it is not defined.
+    std::uint32_t resolve(const UnitUse& use, const Place& place) {
+        if (use.unit.empty()) {
+            if (isFirst(use)) {
+                remarks_.problem(place, "displayUnit {} has no unit to go with it",
+                                 quoted(use.displayUnit));
+            }
+            return noIndex;
         }
-        variable.type = found->second;
+        const auto [entry, isNew] =
+            indices_.try_emplace(use.unit, static_cast<std::uint32_t>(description_.units.size()));
+        if (isNew) {
+            remarks_.problem(place, "unit {} is not defined", quoted(use.unit));
+            description_.units.push_back({use.unit, std::nullopt, {}, false, place});
+        }
+        if (!hasDisplayUnit(description_.units[entry->second], use.displayUnit) && isFirst(use)) {
+            remarks_.note(place, "displayUnit {} is not defined for unit {}",
+                          quoted(use.displayUnit), quoted(use.unit));
+        }
+        return entry->second;
+    }
+
+  private:
+    bool isFirst(const UnitUse& use) { return reported_.emplace(use.unit, use.displayUnit).second; }
+
+    static bool hasDisplayUnit(const UnitDefinition& unit, std::string_view name) {
+        return name.empty() || name == unit.name || !unit.isDefined ||
+               std::ranges::find(unit.displayUnits, name, &DisplayUnit::name) !=
+                   unit.displayUnits.end();
+    }
+
+    Description& description_;
+    Remarks& remarks_;
+    std::unordered_map<std::string_view, std::uint32_t> indices_; ///< of units, by name
+    std::set<std::pair<std::string_view, std::string_view>> reported_;
+};
+
+/// Returns the unit attributes of a variable; those of its type where it has none.
+UnitUse findUse(const Variable& variable, const Description& description) {
+    UnitUse use = variable.unitUse == noIndex ? UnitUse() : description.unitUses[variable.unitUse];
+    const std::uint32_t ofType =
+        variable.type == noIndex ? noIndex : description.types[variable.type].unitUse;
+    if (ofType != noIndex) {
+        const UnitUse& type = description.unitUses[ofType];
+        use.unit = use.unit.empty() ? type.unit : use.unit;
+        use.displayUnit = use.displayUnit.empty() ? type.displayUnit : use.displayUnit;
+    }
+    return use;
+}
+
+/// Resolves the units of types and variables. Declared types are already resolved.
+void resolveUnits(Description& description, Remarks& remarks) {
+    UnitResolver units(description, remarks);
+    for (const TypeDefinition& type : description.types) {
+        // A display unit alone can belong to the units of the variables.
+        if (type.unitUse != noIndex && !description.unitUses[type.unitUse].unit.empty()) {
+            units.resolve(description.unitUses[type.unitUse], type.place);
+        }
+    }
+    for (Variable& variable : description.variables) {
+        const UnitUse use = findUse(variable, description);
+        if (!use.unit.empty() || !use.displayUnit.empty()) {
+            variable.unit = units.resolve(use, variable.place);
+        }
     }
 }
 
 } // namespace
 
 void checkDescription(Description& description, Remarks& remarks) {
-    checkTypes(description, remarks);
+    eraseRepeated(description.types, "type", remarks);
+    for (const TypeDefinition& type : description.types) {
+        checkItems(type, remarks);
+    }
     checkNames(description, remarks);
     if (description.majorVersion == 3) {
         checkValueReferences(description, remarks);
     }
     resolveDeclaredTypes(description, remarks);
-    checkUnits(description, remarks);
+    eraseRepeated(description.units, "unit", remarks);
+    for (UnitDefinition& unit : description.units) {
+        eraseRepeated(unit.displayUnits, "display unit", remarks);
+    }
+    resolveUnits(description, remarks);
 }
 
 } // namespace tvtool::fmi

@@ -13,7 +13,7 @@ constexpr std::array<std::string_view, baseTypeCount> names{
 
 } // namespace
 
-std::string_view nameOf(BaseType base, int fmiMajorVersion) {
+std::string_view baseTypeName(BaseType base, int fmiMajorVersion) {
     if (fmiMajorVersion == 2 && base == BaseType::Float64) {
         return "Real";
     }

@@ -1,7 +1,7 @@
 /// \file
-/// What a model's interface description says, as plain records.
+/// The content of a model description as plain records.
 ///
-/// Texts are views into the Texts of the description that holds the record.
+/// Texts are views into Description::texts of the description that contains the record.
 #pragma once
 
 #include <array>
@@ -33,21 +33,21 @@ enum class BaseType : std::uint8_t {
     Binary,
     Clock,
     Enumeration,
-    None ///< the description does not say
+    None ///< missing in the description
 };
 inline constexpr std::size_t baseTypeCount = static_cast<std::size_t>(BaseType::None);
 
-/// The name of a base type in the given major version of FMI.
-std::string_view nameOf(BaseType base, int fmiMajorVersion);
+/// Returns the name of a base type in the given major version of FMI.
+std::string_view baseTypeName(BaseType base, int fmiMajorVersion);
 
-/// Where in the description something stands. The element's name is a constant or lives in Texts;
-/// line 0 means that it has no line.
+/// The name and the line of an element. The name is a constant or kept in Texts; line 0 means that
+/// there is no line.
 struct Place {
     std::string_view element;
     std::uint64_t line = 0;
 };
 
-/// Stands for "none" where a record refers to another by its index.
+/// "None" where a record refers to another by its index.
 inline constexpr std::uint32_t noIndex = UINT32_MAX;
 
 /// The base units, in the order of BaseUnit::powers. The radian is the last one.
@@ -61,8 +61,8 @@ struct BaseUnit {
     double offset = 0;
 };
 
-/// A value x of the unit that it belongs to is factor * x + offset in the display unit, and
-/// factor / x in an inverse one.
+/// A value x of its unit is factor * x + offset in the display unit, and factor / x in an inverse
+/// display unit.
 struct DisplayUnit {
     std::string_view name;
     double factor = 1;
@@ -73,22 +73,22 @@ struct DisplayUnit {
 
 struct UnitDefinition {
     std::string_view name;
-    std::optional<BaseUnit> base; ///< empty if the description does not say, or not rightly
+    std::optional<BaseUnit> base; ///< empty if it is missing or invalid
     std::vector<DisplayUnit> displayUnits;
-    bool isDefined = true; ///< false for one that is only used
+    bool isDefined = true; ///< false for a unit that is used without a definition
     Place place;
 };
 
-/// What variables and types say of the units of their values.
+/// The unit attributes of a variable or a type.
 struct UnitUse {
-    std::string_view unit;        ///< empty if they say nothing
-    std::string_view displayUnit; ///< the same
+    std::string_view unit;        ///< empty if missing
+    std::string_view displayUnit; ///< empty if missing
 };
 
 /// One named value of an enumeration.
 struct Item {
     std::string_view name;
-    std::optional<std::int32_t> value; ///< empty if it was refused
+    std::optional<std::int32_t> value; ///< empty if it is invalid
     Place place;
 };
 
@@ -102,7 +102,7 @@ struct TypeDefinition {
 
 /// One dimension of an array variable.
 struct Dimension {
-    std::uint64_t number = 0; ///< its size, or the value reference of the variable that says it
+    std::uint64_t number = 0; ///< the size, or the value reference of the variable with the size
     bool isReference = false;
 };
 
@@ -111,16 +111,16 @@ struct Variable {
     std::optional<std::string_view> declaredType;
     Place place;
     std::uint32_t valueReference = 0;
-    std::uint32_t type = noIndex;     ///< the declared type in Description::types, if it agrees
+    std::uint32_t type = noIndex;     ///< the declared type in Description::types, if it is valid
     std::uint32_t firstDimension = 0; ///< in Description::dimensions
     std::uint32_t dimensionCount = 0;
     std::uint32_t unitUse = noIndex; ///< in Description::unitUses
     std::uint32_t unit = noIndex;    ///< its own unit or that of its type, in Description::units
-    std::uint64_t startCount = 0;    ///< how many start values it has; 0 if they are no values
+    std::uint64_t startCount = 0;    ///< number of start values; 0 if one of them is invalid
     BaseType base = BaseType::None;
     bool hasValueReference = false;
     bool isSize = false;          ///< whether dimensions may refer to it
-    bool hasBadDimension = false; ///< one that could not be read is not among its dimensions
+    bool hasBadDimension = false; ///< an invalid dimension is not among its dimensions
 };
 
 /// A further name of a variable.
@@ -129,13 +129,13 @@ struct Alias {
     Place place;
 };
 
-/// Keeps the texts of a description together and in place.
+/// Memory for the texts of a description, at stable addresses.
 class Texts {
   public:
-    /// A copy that lives as long as this object.
+    /// Returns a copy that lives as long as this object.
     std::string_view keep(std::string_view text);
 
-    /// The same for texts that come again and again: equal ones share one copy.
+    /// Returns a copy that equal texts share.
     std::string_view intern(std::string_view text);
 
   private:
@@ -148,13 +148,13 @@ struct Description {
     std::string_view fmiVersion;
     std::string_view modelName;
     int majorVersion = 0;            ///< 2 or 3
-    bool hasStructuredNames = false; ///< whether names tell which variables belong together
+    bool hasStructuredNames = false; ///< whether names express a hierarchy of structs
     std::vector<UnitDefinition> units;
-    std::vector<UnitUse> unitUses; ///< each once
+    std::vector<UnitUse> unitUses; ///< distinct
     std::vector<TypeDefinition> types;
     std::vector<Variable> variables;
     std::vector<Dimension> dimensions;
-    /// The values of what can be a dimension's size, by value reference.
+    /// The start values of the variables with Variable::isSize, by value reference.
     std::unordered_map<std::uint32_t, std::uint64_t> sizes;
     std::vector<Alias> aliases;
 };

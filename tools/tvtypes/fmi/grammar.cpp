@@ -1,6 +1,7 @@
 #include "fmi/grammar.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <iterator>
 #include <unordered_map>
 
@@ -10,7 +11,7 @@ namespace {
 
 constexpr Set both = fmi2 | fmi3;
 
-// Attributes come in groups: an element takes the attributes of all its groups.
+// Groups of attributes. An element has the attributes of all its groups.
 constexpr Set root = 1U << 0;
 constexpr Set named = 1U << 1;
 constexpr Set quantity = 1U << 2;
@@ -27,11 +28,10 @@ constexpr Set item = 1U << 12;
 constexpr Set extent = 1U << 13;
 constexpr Set alias = 1U << 14;
 constexpr Set typed = 1U << 15;
-constexpr Set any = 1U << 16; // whatever it is, nobody looks
-constexpr Set unit = 1U << 17;
-constexpr Set powers = 1U << 18;
-constexpr Set scale = 1U << 19;
-constexpr Set inverse = 1U << 20;
+constexpr Set unit = 1U << 16;
+constexpr Set powers = 1U << 17;
+constexpr Set scale = 1U << 18;
+constexpr Set inverse = 1U << 19;
 
 constexpr Set integerType = quantity | range;
 constexpr Set realType = integerType | real;
@@ -48,14 +48,14 @@ constexpr ElementRule elements[] = {
     {Node::Root, "ModelVariables",     Node::ModelVariables,  both, 0,   none},
     {Node::Root, "TypeDefinitions",    Node::TypeDefinitions, both, 0,   none},
     {Node::Root, "UnitDefinitions",    Node::UnitDefinitions, both, 0,   none},
-    {Node::Root, "ModelStructure",     Node::Skipped,         both, any, none},
-    {Node::Root, "ModelExchange",      Node::Skipped,         both, any, none},
-    {Node::Root, "CoSimulation",       Node::Skipped,         both, any, none},
-    {Node::Root, "ScheduledExecution", Node::Skipped,         both, any, none},
-    {Node::Root, "LogCategories",      Node::Skipped,         both, any, none},
-    {Node::Root, "DefaultExperiment",  Node::Skipped,         both, any, none},
-    {Node::Root, "Terminals",          Node::Skipped,         both, any, none},
-    {Node::Root, "GraphicalRepresentation", Node::Skipped,    both, any, none},
+    {Node::Root, "ModelStructure",     Node::Skipped,         both, 0,   none},
+    {Node::Root, "ModelExchange",      Node::Skipped,         both, 0,   none},
+    {Node::Root, "CoSimulation",       Node::Skipped,         both, 0,   none},
+    {Node::Root, "ScheduledExecution", Node::Skipped,         both, 0,   none},
+    {Node::Root, "LogCategories",      Node::Skipped,         both, 0,   none},
+    {Node::Root, "DefaultExperiment",  Node::Skipped,         both, 0,   none},
+    {Node::Root, "Terminals",          Node::Skipped,         both, 0,   none},
+    {Node::Root, "GraphicalRepresentation", Node::Skipped,    both, 0,   none},
 
     {Node::UnitDefinitions, "Unit", Node::Unit, both, unit, none},
     {Node::Unit, "BaseUnit",    Node::BaseUnit,    both, powers | scale,         none},
@@ -113,95 +113,94 @@ constexpr ElementRule elements[] = {
     {Node::TypedVariable, "Alias",     Node::Alias,     fmi3, named | alias, none},
     {Node::TypedVariable, "Start",     Node::Start,     fmi3, item, none}};
 
-constexpr AttributeRule attributes[] = {
-    {"fmiVersion",               Attribute::FmiVersion,     root},
-    {"modelName",                Attribute::ModelName,      root},
-    {"guid",                     Attribute::Known,          root},
-    {"instantiationToken",       Attribute::Known,          root},
-    {"author",                   Attribute::Known,          root},
-    {"version",                  Attribute::Known,          root},
-    {"copyright",                Attribute::Known,          root},
-    {"license",                  Attribute::Known,          root},
-    {"generationTool",           Attribute::Known,          root},
-    {"generationDateAndTime",    Attribute::Known,          root},
-    {"variableNamingConvention", Attribute::NamingConvention, root},
-    {"numberOfEventIndicators",  Attribute::Known,          root},
-    {"description",              Attribute::Known,          root | named},
-    {"name",                     Attribute::Name,           named | unit},
-    {"value",                    Attribute::Value,          item},
-    {"quantity",                 Attribute::Known,          quantity},
-    {"min",                      Attribute::Min,            range},
-    {"max",                      Attribute::Max,            range},
-    {"nominal",                  Attribute::Nominal,        real},
-    {"unit",                     Attribute::Unit,           real},
-    {"displayUnit",              Attribute::DisplayUnit,    real | alias},
-    {"relativeQuantity",         Attribute::Known,          real},
-    {"unbounded",                Attribute::Known,          real},
-    {"valueReference",           Attribute::ValueReference, variable | extent},
-    {"causality",                Attribute::Causality,      variable},
-    {"variability",              Attribute::Variability,    variable},
-    {"canHandleMultipleSetPerTimeInstant", Attribute::Known, variable},
-    {"declaredType",             Attribute::DeclaredType,   declared},
-    {"start",                    Attribute::Start,          start | extent},
-    {"initial",                  Attribute::Known,          initial},
-    {"derivative",               Attribute::Known,          derivative},
-    {"reinit",                   Attribute::Known,          derivative},
-    {"intermediateUpdate",       Attribute::Known,          typed},
-    {"previous",                 Attribute::Known,          typed},
-    {"clocks",                   Attribute::Known,          typed},
-    {"mimeType",                 Attribute::Known,          binary},
-    {"maxSize",                  Attribute::Known,          binary},
-    {"canBeDeactivated",         Attribute::Known,          clock},
-    {"priority",                 Attribute::Known,          clock},
-    {"intervalVariability",      Attribute::Known,          clock},
-    {"intervalDecimal",          Attribute::Known,          clock},
-    {"shiftDecimal",             Attribute::Known,          clock},
-    {"supportsFraction",         Attribute::Known,          clock},
-    {"resolution",               Attribute::Known,          clock},
-    {"intervalCounter",          Attribute::Known,          clock},
-    {"shiftCounter",             Attribute::Known,          clock},
-    {"kg",                       Attribute::Kilogram,       powers},
-    {"m",                        Attribute::Metre,          powers},
-    {"s",                        Attribute::Second,         powers},
-    {"A",                        Attribute::Ampere,         powers},
-    {"K",                        Attribute::Kelvin,         powers},
-    {"mol",                      Attribute::Mole,           powers},
-    {"cd",                       Attribute::Candela,        powers},
-    {"rad",                      Attribute::Radian,         powers},
-    {"factor",                   Attribute::Factor,         scale},
-    {"offset",                   Attribute::Offset,         scale},
-    {"inverse",                  Attribute::Inverse,        inverse}};
+struct AttributeRule {
+    Set groups;
+    std::string_view name;
+    Attribute attribute;
+};
+constexpr AttributeRule readAttributes[] = {
+    {root,              "fmiVersion", Attribute::FmiVersion},
+    {root,              "modelName", Attribute::ModelName},
+    {root,              "variableNamingConvention", Attribute::NamingConvention},
+    {named | unit,      "name", Attribute::Name},
+    {item,              "value", Attribute::Value},
+    {range,             "min", Attribute::Min},
+    {range,             "max", Attribute::Max},
+    {real,              "nominal", Attribute::Nominal},
+    {real,              "unit", Attribute::Unit},
+    {real | alias,      "displayUnit", Attribute::DisplayUnit},
+    {variable | extent, "valueReference", Attribute::ValueReference},
+    {variable,          "causality", Attribute::Causality},
+    {variable,          "variability", Attribute::Variability},
+    {declared,          "declaredType", Attribute::DeclaredType},
+    {start | extent,    "start", Attribute::Start},
+    {powers,            "kg", Attribute::Kilogram},
+    {powers,            "m", Attribute::Metre},
+    {powers,            "s", Attribute::Second},
+    {powers,            "A", Attribute::Ampere},
+    {powers,            "K", Attribute::Kelvin},
+    {powers,            "mol", Attribute::Mole},
+    {powers,            "cd", Attribute::Candela},
+    {powers,            "rad", Attribute::Radian},
+    {scale,             "factor", Attribute::Factor},
+    {scale,             "offset", Attribute::Offset},
+    {inverse,           "inverse", Attribute::Inverse}};
+
+struct UnreadAttributes {
+    Set groups;
+    std::initializer_list<std::string_view> names;
+};
+const UnreadAttributes unreadAttributes[] = {
+    {root,         {"guid", "instantiationToken", "author", "version", "copyright", "license",
+                    "generationTool", "generationDateAndTime", "numberOfEventIndicators"}},
+    {root | named, {"description"}},
+    {quantity,     {"quantity"}},
+    {real,         {"relativeQuantity", "unbounded"}},
+    {variable,     {"canHandleMultipleSetPerTimeInstant"}},
+    {initial,      {"initial"}},
+    {derivative,   {"derivative", "reinit"}},
+    {typed,        {"intermediateUpdate", "previous", "clocks"}},
+    {binary,       {"mimeType", "maxSize"}},
+    {clock,        {"canBeDeactivated", "priority", "intervalVariability", "intervalDecimal",
+                    "shiftDecimal", "supportsFraction", "resolution", "intervalCounter",
+                    "shiftCounter"}}};
 // clang-format on
 
-// Annotations may stand below every element.
-constexpr ElementRule annotations[] = {
-    {Node::Document, "Annotations", Node::Skipped, both, any, none},
-    {Node::Document, "VendorAnnotations", Node::Skipped, both, any, none}};
+/// Annotations are allowed below every element.
+constexpr ElementRule annotation{Node::Document, "Annotations", Node::Skipped, both, 0, none};
 
 } // namespace
 
 const ElementRule* findElement(Node parent, std::string_view name, Set version) {
+    const bool isAnnotation = name == "Annotations" || name == "VendorAnnotations";
+    if (isAnnotation && parent != Node::Document) {
+        return &annotation;
+    }
     const auto rule = std::ranges::find_if(elements, [&](const ElementRule& candidate) {
         return candidate.parent == parent && (candidate.versions & version) != 0 &&
                candidate.name == name;
     });
-    if (rule != std::end(elements)) {
-        return rule;
-    }
-    const auto annotation = std::ranges::find(annotations, name, &ElementRule::name);
-    return annotation != std::end(annotations) && parent != Node::Document ? annotation : nullptr;
+    return rule != std::end(elements) ? rule : nullptr;
 }
 
-const AttributeRule* findAttribute(std::string_view name, Set groups) {
-    static const auto byName = [] {
-        std::unordered_map<std::string_view, const AttributeRule*> index;
-        for (const AttributeRule& rule : attributes) {
-            index.emplace(rule.name, &rule);
+std::optional<Attribute> findAttribute(std::string_view name, Set groups) {
+    static const auto rules = [] {
+        std::unordered_map<std::string_view, AttributeRule> byName;
+        for (const AttributeRule& rule : readAttributes) {
+            byName.emplace(rule.name, rule);
         }
-        return index;
+        for (const UnreadAttributes& unread : unreadAttributes) {
+            for (const std::string_view unreadName : unread.names) {
+                byName.emplace(unreadName,
+                               AttributeRule{unread.groups, unreadName, Attribute::Known});
+            }
+        }
+        return byName;
     }();
-    const auto rule = byName.find(name);
-    return rule != byName.end() && (rule->second->groups & groups) != 0 ? rule->second : nullptr;
+    const auto rule = rules.find(name);
+    return rule != rules.end() && (rule->second.groups & groups) != 0
+               ? std::optional(rule->second.attribute)
+               : std::nullopt;
 }
 
 bool isForeign(std::string_view name) {

@@ -1,18 +1,19 @@
 /// \file
-/// Which elements and attributes a description may hold, and which of them are read.
+/// The elements and attributes of descriptions.
 #pragma once
 
 #include "fmi/description.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace tvtool::fmi {
 
-/// What an element is to its reader.
+/// The kinds of elements.
 enum class Node : std::uint8_t {
-    Document, ///< what holds the root element
+    Document, ///< the parent of the root element
     Root,
     UnitDefinitions,
     Unit,
@@ -20,17 +21,17 @@ enum class Node : std::uint8_t {
     DisplayUnit,
     TypeDefinitions,
     SimpleType,     ///< a type definition of FMI 2
-    SimpleTypeBase, ///< the element in it that says the base type
+    SimpleTypeBase, ///< the element in it with the base type
     NamedType,      ///< a type definition of FMI 3
     Item,
     ModelVariables,
     ScalarVariable,     ///< a variable of FMI 2
-    ScalarVariableBase, ///< the element in it that says the base type
+    ScalarVariableBase, ///< the element in it with the base type
     TypedVariable,      ///< a variable of FMI 3
     Dimension,
     Start,
     Alias,
-    Skipped ///< known, and of no interest with all that it holds
+    Skipped ///< known, but not read
 };
 
 /// A set of major versions of FMI, or of attribute groups.
@@ -47,10 +48,10 @@ struct ElementRule {
     BaseType base;
 };
 
-/// The rule for an element, or null if it is not expected below this parent.
+/// Returns the rule for an element, or null if it is not expected below this parent.
 const ElementRule* findElement(Node parent, std::string_view name, Set version);
 
-/// The attributes that are read, each with a place in the reader's list; Known ones are not read.
+/// The attributes that are read, as indices of Element::attributes, and Known for all others.
 enum class Attribute : std::uint8_t {
     FmiVersion,
     ModelName,
@@ -82,16 +83,10 @@ enum class Attribute : std::uint8_t {
 };
 inline constexpr std::size_t readAttributeCount = static_cast<std::size_t>(Attribute::Known);
 
-struct AttributeRule {
-    std::string_view name;
-    Attribute attribute;
-    Set groups;
-};
+/// Returns the attribute of an element with these groups; empty if it is not expected there.
+std::optional<Attribute> findAttribute(std::string_view name, Set groups);
 
-/// The rule for an attribute of an element with these groups, or null if it is not expected there.
-const AttributeRule* findAttribute(std::string_view name, Set groups);
-
-/// Whether a name has a prefix, so that it belongs to another namespace or is about namespaces.
+/// Returns whether a name is of another namespace, or an attribute that declares a namespace.
 bool isForeign(std::string_view name);
 
 } // namespace tvtool::fmi

@@ -1,16 +1,11 @@
 #include "fmi/remarks.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace tvtool::fmi {
 
-void Remarks::problem(const Place& place, std::string sentence) {
-    problems_.push_back({std::string(place.element), place.line, std::move(sentence), 1});
-}
-
-void Remarks::note(const Place& place, std::string sentence) {
-    // A line break occurs in no element's name, so no two pairs share a key.
+void Remarks::addNote(const Place& place, std::string sentence) {
+    // No element name contains a line break, so the key is unique.
     std::string key = std::string(place.element) + '\n' + sentence;
     const auto [entry, isNew] = noteIndex_.try_emplace(std::move(key), notes_.size());
     if (isNew) {
@@ -21,9 +16,8 @@ void Remarks::note(const Place& place, std::string sentence) {
 }
 
 void Remarks::sort() {
-    const auto byLine = [](const Remark& a, const Remark& b) { return a.line < b.line; };
-    std::stable_sort(problems_.begin(), problems_.end(), byLine);
-    std::stable_sort(notes_.begin(), notes_.end(), byLine);
+    std::ranges::stable_sort(problems_, {}, &Remark::line);
+    std::ranges::stable_sort(notes_, {}, &Remark::line);
     noteIndex_.clear();
 }
 

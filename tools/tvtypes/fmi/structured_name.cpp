@@ -1,5 +1,6 @@
 #include "fmi/structured_name.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <system_error>
@@ -9,12 +10,13 @@ namespace tvtool::fmi {
 namespace {
 
 constexpr std::string_view escapes = "'\"?\\abfnrtv";
+constexpr std::string_view digits = "0123456789";
+constexpr std::string_view nameCharacters =
+    "0123456789_abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
 constexpr std::uint32_t maxIndex = std::numeric_limits<std::int32_t>::max();
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isNonDigit(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
-
-/// Each operation takes what it reads off the text, or notes the fault and gives false.
+/// Recursive descent. A function for a rule of the grammar consumes its text and returns true, or
+/// sets the fault and returns false.
 class NameParser {
   public:
     NameParser(std::string_view text, StructuredName& name) : text_(text), name_(name) {}
@@ -22,42 +24,48 @@ class NameParser {
     std::optional<NameFault> parse() {
         name_.parts.clear();
         name_.indices.clear();
-        name_.isDerivative = text_.starts_with("der(");
-        if (name_.isDerivative) {
-            position_ = 4;
-        }
-        const bool isRead = path() && (!name_.isDerivative || endOfDerivative()) &&
-                            (position_ == text_.size() || fail("the end"));
-        return isRead ? std::nullopt : std::optional(fault_);
+        name_.isDerivative = take("der(");
+        const bool isParsed = path() && (!name_.isDerivative || endOfDerivative()) &&
+                              (position_ == text_.size() || fail("the end"));
+        return isParsed ? std::nullopt : std::optional(fault_);
     }
 
   private:
-    bool at(char c) const { return position_ < text_.size() && text_[position_] == c; }
-
     bool fail(const char* expected) {
         fault_ = {position_, expected};
         return false;
     }
 
+    /// Consumes the token if it is next.
+    bool take(std::string_view token) {
+        const bool isNext = text_.substr(position_).starts_with(token);
+        position_ += isNext ? token.size() : 0;
+        return isNext;
+    }
+
+    /// Consumes the longest sequence of these characters. Returns whether there is one.
+    bool takeAll(std::string_view characters) {
+        const std::size_t begin = position_;
+        position_ = std::min(text_.find_first_not_of(characters, begin), text_.size());
+        return position_ > begin;
+    }
+
     bool path() {
-        while (part()) {
-            if (!at('.')) {
-                return true;
+        do {
+            if (!part()) {
+                return false;
             }
-            ++position_;
-        }
-        return false;
+        } while (take("."));
+        return true;
     }
 
     bool part() {
         const std::size_t begin = position_;
-        if (!(at('\'') ? quotedName() : identifier())) {
+        if (!(take("'") ? restOfQuotedName() : identifier())) {
             return false;
         }
-        NamePart part;
-        part.name = text_.substr(begin, position_ - begin);
-        part.firstIndex = name_.indices.size();
-        if (at('[') && !indices()) {
+        NamePart part{text_.substr(begin, position_ - begin), {}, name_.indices.size(), 0};
+        if (take("[") && !restOfIndices()) {
             return false;
         }
         part.indexCount = name_.indices.size() - part.firstIndex;
@@ -67,45 +75,30 @@ class NameParser {
     }
 
     bool identifier() {
-        if (position_ == text_.size() || !isNonDigit(text_[position_])) {
-            return fail("a name");
-        }
-        while (position_ < text_.size() &&
-               (isNonDigit(text_[position_]) || isDigit(text_[position_]))) {
-            ++position_;
-        }
-        return true;
+        const bool isDigit = digits.find(text_.substr(position_, 1)) != std::string_view::npos;
+        return (!isDigit && takeAll(nameCharacters)) || fail("a name");
     }
 
-    bool quotedName() {
-        const std::size_t first = ++position_;
-        for (; position_ < text_.size() && !at('\''); ++position_) {
-            if (!at('\\')) {
-                continue;
-            }
-            ++position_;
-            if (position_ == text_.size() ||
-                escapes.find(text_[position_]) == std::string_view::npos) {
+    bool restOfQuotedName() {
+        const std::size_t first = position_;
+        while (position_ < text_.size() && text_[position_] != '\'') {
+            if (take("\\") && (position_ == text_.size() ||
+                               escapes.find(text_[position_]) == std::string_view::npos)) {
                 return fail("an escape");
             }
+            ++position_;
         }
-        if (position_ == text_.size()) {
-            return fail("a quote that ends the name");
-        }
-        if (position_ == first) {
+        if (position_ == first && position_ < text_.size()) {
             return fail("a character in quotes");
         }
-        ++position_;
-        return true;
+        return take("'") || fail("a quote that ends the name");
     }
 
-    bool indices() {
+    bool restOfIndices() {
         do {
-            ++position_;
             std::uint32_t index = 0;
             const char* const begin = text_.data() + position_;
-            const char* const end = text_.data() + text_.size();
-            const auto [stop, error] = std::from_chars(begin, end, index);
+            const auto [stop, error] = std::from_chars(begin, text_.data() + text_.size(), index);
             if (stop == begin) {
                 return fail("an index");
             }
@@ -114,29 +107,15 @@ class NameParser {
             }
             position_ += static_cast<std::size_t>(stop - begin);
             name_.indices.push_back(index);
-        } while (at(','));
-        return close(']', "a comma or a closing bracket");
+        } while (take(","));
+        return take("]") || fail("a comma or a closing bracket");
     }
 
     bool endOfDerivative() {
-        if (at(',')) {
-            const std::size_t first = ++position_;
-            while (position_ < text_.size() && isDigit(text_[position_])) {
-                ++position_;
-            }
-            if (position_ == first) {
-                return fail("the order of the derivative");
-            }
+        if (take(",") && !takeAll(digits)) {
+            return fail("the order of the derivative");
         }
-        return close(')', "a closing parenthesis");
-    }
-
-    bool close(char bracket, const char* expected) {
-        if (!at(bracket)) {
-            return fail(expected);
-        }
-        ++position_;
-        return true;
+        return take(")") || fail("a closing parenthesis");
     }
 
     std::string_view text_;

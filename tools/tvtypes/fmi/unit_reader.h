@@ -1,11 +1,12 @@
 /// \file
-/// Reads the units of a description.
+/// Reading of the units of a description.
 #pragma once
 
-#include "fmi/attributes.h"
-#include "fmi/description.h"
-#include "fmi/remarks.h"
+#include "fmi/element.h"
+#include "fmi/values.h"
+#include "text/quote.h"
 
+#include <cmath>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -14,29 +15,121 @@
 
 namespace tvtool::fmi {
 
+/// Reads units from an element that the caller sets before each call.
 class UnitReader {
   public:
-    UnitReader(Description& description, Remarks& remarks)
-        : description_(description), remarks_(remarks) {}
+    explicit UnitReader(const Element& element) : element_(element) {}
 
-    void startUnit(const Attributes& attributes, const Place& place);
-    void readBaseUnit(const Attributes& attributes, const Place& place);
-    void readDisplayUnit(const Attributes& attributes, const Place& place);
-    void endUnit();
+    void startUnit() {
+        unit_ = {};
+        unit_.name = element_.requiredName();
+        unit_.place = element_.place;
+        hasBaseUnit_ = false;
+    }
 
-    /// What a type or a variable says of its unit, as an index in Description::unitUses.
-    std::uint32_t readUse(const Attributes& attributes);
+    void readBaseUnit() {
+        if (hasBaseUnit_) {
+            element_.problem("unit {} has a second BaseUnit", text::quoted(unit_.name));
+            return;
+        }
+        hasBaseUnit_ = true;
+        isValid_ = true;
+        BaseUnit base;
+        for (std::size_t i = 0; i < base.powers.size(); ++i) {
+            constexpr auto first = static_cast<std::size_t>(Attribute::Kilogram);
+            const char* const text = element_.attributes[first + i];
+            const auto power = parseNumber<std::int32_t>(text == nullptr ? "0" : text);
+            if (!power) {
+                element_.problem("{} {} is no 32-bit integer", baseUnitNames[i],
+                                 text::quoted(text));
+                isValid_ = false;
+            }
+            base.powers[i] = power.value_or(0);
+        }
+        base.factor = readFactor();
+        base.offset = readNumber(Attribute::Offset, "offset", 0);
+        if (isValid_) {
+            unit_.base = base;
+        }
+    }
+
+    void readDisplayUnit() {
+        isValid_ = true;
+        DisplayUnit unit;
+        unit.name = element_.requiredName();
+        unit.factor = readFactor();
+        unit.offset = readNumber(Attribute::Offset, "offset", 0);
+        unit.place = element_.place;
+        if (const char* const text = element_[Attribute::Inverse]) {
+            const std::string_view inverse = text;
+            if (!isValue(inverse, BaseType::Boolean)) {
+                element_.problem("inverse {} is no Boolean value", text::quoted(inverse));
+                isValid_ = false;
+            }
+            unit.isInverse = inverse == "true" || inverse == "1";
+        }
+        if (isValid_ && !unit.name.empty()) {
+            unit_.displayUnits.push_back(unit);
+        }
+    }
+
+    void endUnit() {
+        if (!unit_.name.empty()) {
+            element_.description.units.push_back(std::move(unit_));
+        }
+    }
+
+    /// Reads the unit attributes of a type or a variable. Returns an index in
+    /// Description::unitUses, or noIndex.
+    std::uint32_t readUse() {
+        const auto value = [&](Attribute attribute) {
+            const char* const text = element_[attribute];
+            return std::string_view(text == nullptr ? "" : text);
+        };
+        const std::pair attributes(value(Attribute::Unit), value(Attribute::DisplayUnit));
+        if (attributes.first.empty() && attributes.second.empty()) {
+            return noIndex;
+        }
+        if (const auto known = uses_.find(attributes); known != uses_.end()) {
+            return known->second;
+        }
+        Description& description = element_.description;
+        const UnitUse use{description.texts.intern(attributes.first),
+                          description.texts.intern(attributes.second)};
+        const auto index = static_cast<std::uint32_t>(description.unitUses.size());
+        description.unitUses.push_back(use);
+        uses_.emplace(std::pair(use.unit, use.displayUnit), index);
+        return index;
+    }
 
   private:
-    double readNumber(const char* text, double absent, std::string_view name, const Place& place);
-    double readFactor(const Attributes& attributes, const Place& place);
-    double readOffset(const Attributes& attributes, const Place& place);
+    double readNumber(Attribute attribute, std::string_view name, double absent) {
+        const char* const text = element_[attribute];
+        if (text == nullptr) {
+            return absent;
+        }
+        const std::optional<double> number = parseNumber<double>(text);
+        if (!number || !std::isfinite(*number)) {
+            element_.problem("{} {} is no finite number", name, text::quoted(text));
+            isValid_ = false;
+            return absent;
+        }
+        return *number;
+    }
 
-    Description& description_;
-    Remarks& remarks_;
-    UnitDefinition unit_; ///< the one that is open
+    double readFactor() {
+        const double factor = readNumber(Attribute::Factor, "factor", 1);
+        if (factor == 0) {
+            element_.problem("factor is 0");
+            isValid_ = false;
+        }
+        return factor;
+    }
+
+    const Element& element_;
+    UnitDefinition unit_; ///< the open one
     bool hasBaseUnit_ = false;
-    bool isRight_ = true; ///< whether the numbers of the element at hand can be used
+    bool isValid_ = true; ///< whether the numbers of the element are valid
     std::map<std::pair<std::string_view, std::string_view>, std::uint32_t> uses_;
 };
 

@@ -1,8 +1,9 @@
 #include "fmi/values.h"
 
 #include <charconv>
-#include <cmath>
+#include <cstdint>
 #include <system_error>
+#include <type_traits>
 
 namespace tvtool::fmi {
 
@@ -10,59 +11,63 @@ namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
 
-/// Reads a number that begins at the first character and ends at the last.
+/// Parses a number that takes the whole word.
 template <class Number>
-std::errc readNumber(std::string_view text, Number& number) {
-    if (text.starts_with('+') && !text.starts_with("+-")) {
-        text.remove_prefix(1);
+std::errc readNumber(std::string_view word, Number& number) {
+    if (word.starts_with('+') && !word.starts_with("+-")) {
+        word.remove_prefix(1);
     }
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    const char* const end = word.data() + word.size();
+    const auto [stop, error] = std::from_chars(word.data(), end, number);
     return stop == end ? error : std::errc::invalid_argument;
 }
 
 template <class Number>
-std::optional<Number> parseOne(std::string_view text) {
-    const std::string_view word = takeWord(text);
+bool isNumber(std::string_view word) {
     Number number{};
-    return readNumber(word, number) == std::errc() && takeWord(text).empty() ? std::optional(number)
-                                                                             : std::nullopt;
-}
-
-template <class Integer>
-bool isInteger(std::string_view word) {
-    Integer number{};
-    return readNumber(word, number) == std::errc();
-}
-
-bool isReal(std::string_view word) {
-    double number = 0;
     const std::errc error = readNumber(word, number);
-    return error == std::errc() || error == std::errc::result_out_of_range;
+    return error == std::errc() ||
+           (std::is_floating_point_v<Number> && error == std::errc::result_out_of_range);
 }
 
 bool isBoolean(std::string_view word) {
     return word == "true" || word == "false" || word == "1" || word == "0";
 }
 
+bool isText(std::string_view /*word*/) { return true; }
+
+/// The check of each base type, in the order of BaseType.
+constexpr std::array<bool (*)(std::string_view), baseTypeCount + 1> checks{isNumber<double>,
+                                                                           isNumber<double>,
+                                                                           isNumber<std::int8_t>,
+                                                                           isNumber<std::uint8_t>,
+                                                                           isNumber<std::int16_t>,
+                                                                           isNumber<std::uint16_t>,
+                                                                           isNumber<std::int32_t>,
+                                                                           isNumber<std::uint32_t>,
+                                                                           isNumber<std::int64_t>,
+                                                                           isNumber<std::uint64_t>,
+                                                                           isBoolean,
+                                                                           isText,
+                                                                           isText,
+                                                                           isText,
+                                                                           isNumber<std::int64_t>,
+                                                                           isText};
+
 } // namespace
 
-std::optional<std::int32_t> parseInt32(std::string_view text) {
-    return parseOne<std::int32_t>(text);
+template <class Number>
+std::optional<Number> parseNumber(std::string_view text) {
+    const std::string_view word = takeWord(text);
+    Number number{};
+    const bool isRead = readNumber(word, number) == std::errc() && takeWord(text).empty();
+    return isRead ? std::optional(number) : std::nullopt;
 }
 
-std::optional<std::uint32_t> parseUInt32(std::string_view text) {
-    return parseOne<std::uint32_t>(text);
-}
-
-std::optional<std::uint64_t> parseUInt64(std::string_view text) {
-    return parseOne<std::uint64_t>(text);
-}
-
-std::optional<double> parseReal(std::string_view text) {
-    const std::optional<double> number = parseOne<double>(text);
-    return number && std::isfinite(*number) ? number : std::nullopt;
-}
+template std::optional<std::int32_t> parseNumber(std::string_view);
+template std::optional<std::uint32_t> parseNumber(std::string_view);
+template std::optional<std::uint64_t> parseNumber(std::string_view);
+template std::optional<double> parseNumber(std::string_view);
 
 std::string_view takeWord(std::string_view& text) {
     const std::size_t begin = text.find_first_not_of(blanks);
@@ -77,36 +82,7 @@ std::string_view takeWord(std::string_view& text) {
 }
 
 bool isValue(std::string_view word, BaseType base) {
-    switch (base) {
-    case BaseType::Float64:
-    case BaseType::Float32:
-        return isReal(word);
-    case BaseType::Int8:
-        return isInteger<std::int8_t>(word);
-    case BaseType::UInt8:
-        return isInteger<std::uint8_t>(word);
-    case BaseType::Int16:
-        return isInteger<std::int16_t>(word);
-    case BaseType::UInt16:
-        return isInteger<std::uint16_t>(word);
-    case BaseType::Int32:
-        return isInteger<std::int32_t>(word);
-    case BaseType::UInt32:
-        return isInteger<std::uint32_t>(word);
-    case BaseType::Int64:
-    case BaseType::Enumeration:
-        return isInteger<std::int64_t>(word);
-    case BaseType::UInt64:
-        return isInteger<std::uint64_t>(word);
-    case BaseType::Boolean:
-        return isBoolean(word);
-    case BaseType::String:
-    case BaseType::Binary:
-    case BaseType::Clock:
-    case BaseType::None:
-        break;
-    }
-    return true;
+    return checks[static_cast<std::size_t>(base)](word);
 }
 
 } // namespace tvtool::fmi

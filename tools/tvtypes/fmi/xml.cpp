@@ -13,21 +13,16 @@ namespace {
 
 constexpr int chunkSize = 64 * 1024;
 
-struct FreeParser {
-    void operator()(XML_Parser parser) const noexcept { XML_ParserFree(parser); }
-};
-using Parser = std::unique_ptr<XML_ParserStruct, FreeParser>;
-
-std::uint64_t lineOf(XML_Parser parser) { return XML_GetCurrentLineNumber(parser); }
-std::uint64_t columnOf(XML_Parser parser) { return XML_GetCurrentColumnNumber(parser) + 1; }
+std::uint64_t currentLine(XML_Parser parser) { return XML_GetCurrentLineNumber(parser); }
+std::uint64_t currentColumn(XML_Parser parser) { return XML_GetCurrentColumnNumber(parser) + 1; }
 
 struct Run {
     XML_Parser parser;
     XmlHandler& handler;
     std::exception_ptr failure;
 
-    /// An exception must not pass through the parser, which is C: it waits here until the parser
-    /// has returned.
+    /// Calls, and keeps an exception until the parser has returned: it must not pass through the
+    /// parser, which is written in C.
     template <class Call>
     void guarded(Call call) noexcept {
         try {
@@ -36,7 +31,7 @@ struct Run {
             }
         } catch (const files::ReadError& error) {
             failure = std::make_exception_ptr(
-                files::ReadError(error.what(), lineOf(parser), columnOf(parser)));
+                files::ReadError(error.what(), currentLine(parser), currentColumn(parser)));
         } catch (...) {
             failure = std::current_exception();
         }
@@ -48,7 +43,7 @@ struct Run {
 
 void onStart(void* userData, const XML_Char* name, const XML_Char** attributes) {
     Run& run = *static_cast<Run*>(userData);
-    run.guarded([&] { run.handler.startElement(name, attributes, lineOf(run.parser)); });
+    run.guarded([&] { run.handler.startElement(name, attributes, currentLine(run.parser)); });
 }
 
 void onEnd(void* userData, const XML_Char* /*name*/) {
@@ -56,7 +51,7 @@ void onEnd(void* userData, const XML_Char* /*name*/) {
     run.guarded([&] { run.handler.endElement(); });
 }
 
-std::string sentenceFor(XML_Error code) {
+std::string errorSentence(XML_Error code) {
     switch (code) {
     case XML_ERROR_NO_ELEMENTS:
     case XML_ERROR_UNCLOSED_TOKEN:
@@ -78,8 +73,9 @@ std::string sentenceFor(XML_Error code) {
 
 } // namespace
 
-void parseXml(Source& source, XmlHandler& handler) {
-    const Parser parser(XML_ParserCreate(nullptr));
+void parseXml(const Source& source, XmlHandler& handler) {
+    const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(
+        XML_ParserCreate(nullptr), XML_ParserFree);
     if (!parser) {
         throw std::bad_alloc();
     }
@@ -93,7 +89,7 @@ void parseXml(Source& source, XmlHandler& handler) {
         if (buffer == nullptr) {
             throw std::bad_alloc();
         }
-        const std::size_t count = source.read({static_cast<char*>(buffer), chunkSize});
+        const std::size_t count = source({static_cast<char*>(buffer), chunkSize});
         isLast = count == 0;
         const XML_Status status =
             XML_ParseBuffer(parser.get(), static_cast<int>(count), isLast ? XML_TRUE : XML_FALSE);
@@ -101,8 +97,8 @@ void parseXml(Source& source, XmlHandler& handler) {
             std::rethrow_exception(run.failure);
         }
         if (status != XML_STATUS_OK) {
-            throw files::ReadError(sentenceFor(XML_GetErrorCode(parser.get())),
-                                   lineOf(parser.get()), columnOf(parser.get()));
+            throw files::ReadError(errorSentence(XML_GetErrorCode(parser.get())),
+                                   currentLine(parser.get()), currentColumn(parser.get()));
         }
     }
 }

@@ -1,5 +1,5 @@
 /// \file
-/// An XML text as a sequence of elements.
+/// Parsing of XML as a sequence of elements.
 #pragma once
 
 #include "fmi/source.h"
@@ -9,20 +9,20 @@
 
 namespace tvtool::fmi {
 
-/// Receives the elements of a text in order. What an operation throws ends the reading and passes
-/// through; a files::ReadError is given the place of the element.
+/// Callbacks for the elements of a text, in document order. An exception ends the parsing and is
+/// rethrown; a files::ReadError gets the line and column of the element.
 class XmlHandler {
   public:
     virtual ~XmlHandler() = default;
 
-    /// \param attributes name, value, name, value, ..., null; all texts are UTF-8 and valid for
-    ///                   the time of the call
+    /// \param attributes name, value, name, value, ..., null; all texts are UTF-8 and valid during
+    ///                   the call
     virtual void startElement(std::string_view name, const char* const* attributes,
                               std::uint64_t line) = 0;
     virtual void endElement() = 0;
 };
 
-/// Throws a files::ReadError if the text is not well-formed.
-void parseXml(Source& source, XmlHandler& handler);
+/// Parses the whole text. Throws a files::ReadError if it is not well-formed.
+void parseXml(const Source& source, XmlHandler& handler);
 
 } // namespace tvtool::fmi

@@ -2,13 +2,11 @@
 
 #include "dims/fact_records.h"
 #include "dims/reading.h"
-#include "model/path.h"
 #include "text/quote.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include <algorithm>
 #include <limits>
 #include <set>
 #include <string>
@@ -19,11 +17,11 @@ namespace {
 
 using text::quoted;
 
-/// More than any number of start values.
-constexpr std::uint64_t countless = std::numeric_limits<std::uint64_t>::max();
+/// A product that is out of range, and so above any number of start values.
+constexpr std::uint64_t tooMany = std::numeric_limits<std::uint64_t>::max();
 
-std::uint64_t product(std::uint64_t a, std::uint64_t b) {
-    return b != 0 && a > countless / b ? countless : a * b;
+std::uint64_t saturatedProduct(std::uint64_t a, std::uint64_t b) {
+    return b != 0 && a > tooMany / b ? tooMany : a * b;
 }
 
 } // namespace
@@ -40,7 +38,7 @@ Dimensions::Dimensions(const fmi::Description& description, fmi::Remarks& remark
     }
     for (std::uint32_t i = 0; i < description.variables.size(); ++i) {
         if (description.variables[i].dimensionCount > 0) {
-            enter(i);
+            add(i);
         }
     }
     if (facts_.isExhausted()) {
@@ -48,20 +46,16 @@ Dimensions::Dimensions(const fmi::Description& description, fmi::Remarks& remark
     }
 }
 
-std::vector<dims::DimsFact> Dimensions::facts() const {
-    std::vector<const TVBlock*> blocks;
-    for (const TVBlock& block : blocks_) {
-        blocks.push_back(&block);
-    }
-    return facts_.statedBy(blocks);
-}
+std::vector<dims::DimsFact> Dimensions::facts() const { return facts_.statedBy(blocks_); }
 
-void Dimensions::enter(std::uint32_t index) {
+void Dimensions::add(std::uint32_t index) {
     const fmi::Variable& variable = description_.variables[index];
     std::vector<Extent> extents;
     for (std::uint32_t d = 0; d < variable.dimensionCount; ++d) {
-        const auto extent =
-            extentOf(description_.dimensions[variable.firstDimension + d], variable);
+        const auto& [number, isReference] = description_.dimensions[variable.firstDimension + d];
+        const auto extent = isReference
+                                ? extentOfParameter(static_cast<std::uint32_t>(number), variable)
+                                : Extent{registerNumber(number), number, nullptr};
         if (!extent) {
             return;
         }
@@ -70,43 +64,40 @@ void Dimensions::enter(std::uint32_t index) {
     if (variable.hasBadDimension) {
         return;
     }
-    const int id = idOf(extents);
-    const auto [place, isNew] = placeOfId_.try_emplace(id, all_.size());
+    const int id = registerExtents(extents);
+    const auto [entry, isNew] = indices_.try_emplace(id, all_.size());
     if (isNew) {
         all_.push_back({id, {}});
     }
-    all_[place->second].variables.push_back(index);
-    // One value may stand for all elements.
-    if (variable.startCount > 1 && canHold(variable, id, extents)) {
+    all_[entry->second].variables.push_back(index);
+    // A single start value can be that of all elements.
+    if (variable.startCount > 1 && checkStartCount(variable, id, extents)) {
         stateEqual(dims::sizeOf(table_, id), variable.startCount, variable);
     }
 }
 
-std::optional<Dimensions::Extent> Dimensions::extentOf(const fmi::Dimension& dimension,
-                                                       const fmi::Variable& variable) {
-    if (dimension.isReference) {
-        return extentOfParameter(static_cast<std::uint32_t>(dimension.number), variable);
-    }
-    return Extent{idOf(dimension.number), dimension.number, nullptr};
-}
-
+/// Returns nothing, with a problem, if there is no such parameter.
 std::optional<Dimensions::Extent> Dimensions::extentOfParameter(std::uint32_t valueReference,
                                                                 const fmi::Variable& variable) {
     if (const auto known = parameters_.find(valueReference); known != parameters_.end()) {
         return known->second;
     }
     const auto found = variableOf_.find(valueReference);
-    if (found == variableOf_.end() || !found->second->isSize) {
-        const std::string what =
-            found == variableOf_.end()
-                ? fmt::format("valueReference {}, which no variable has", valueReference)
-                : fmt::format("{}, which is no UInt64 structural parameter or constant",
-                              text::quoted(found->second->name));
-        remarks_.problem(variable.place, fmt::format("a dimension of variable {} refers to {}",
-                                                     text::quoted(variable.name), what));
+    if (found == variableOf_.end()) {
+        remarks_.problem(variable.place,
+                         "a dimension of variable {} refers to valueReference {}, which no "
+                         "variable has",
+                         quoted(variable.name), valueReference);
         return std::nullopt;
     }
     const fmi::Variable& parameter = *found->second;
+    if (!parameter.isSize) {
+        remarks_.problem(variable.place,
+                         "a dimension of variable {} refers to {}, which is no UInt64 structural "
+                         "parameter or constant",
+                         quoted(variable.name), quoted(parameter.name));
+        return std::nullopt;
+    }
     if (parameter.name.empty()) {
         return std::nullopt;
     }
@@ -121,65 +112,59 @@ std::optional<Dimensions::Extent> Dimensions::extentOfParameter(std::uint32_t va
     return extent;
 }
 
-int Dimensions::idOf(std::uint64_t number) {
+int Dimensions::registerNumber(std::uint64_t number) {
     return table_.registerSymbolicDimsExpr(std::to_string(number).c_str());
 }
 
-int Dimensions::idOf(const std::vector<Extent>& extents) {
-    if (extents.size() == 1) {
-        return extents.front().id;
-    }
+int Dimensions::registerExtents(const std::vector<Extent>& extents) {
     std::vector<int> ids;
     for (const Extent& extent : extents) {
         ids.push_back(extent.id);
     }
-    return TVTypeSys::SymbolicDimsND(table_, ids).getId();
+    return ids.size() == 1 ? ids.front() : TVTypeSys::SymbolicDimsND(table_, ids).getId();
 }
 
-/// Whether the array has as many elements as start values, or the description does not say how many
-/// there are. The library computes no numbers.
-bool Dimensions::canHold(const fmi::Variable& variable, int id,
-                         const std::vector<Extent>& extents) {
+/// Returns whether the number of elements equals that of the start values, or is unknown. A
+/// difference is a problem. The number is computed here, as the library computes no numbers.
+bool Dimensions::checkStartCount(const fmi::Variable& variable, int id,
+                                 const std::vector<Extent>& extents) {
     std::uint64_t count = 1;
+    bool isEmpty = false;
     std::set<std::string> parameters;
     for (const Extent& extent : extents) {
         if (!extent.number) {
             return true;
         }
-        count = product(count, *extent.number);
+        count = saturatedProduct(count, *extent.number);
+        isEmpty = isEmpty || *extent.number == 0;
         if (extent.parameter != nullptr) {
             parameters.insert(fmt::format("{} is {} (line {})",
                                           text::shortened(extent.parameter->name), *extent.number,
                                           extent.parameter->place.line));
         }
     }
-    if (std::ranges::any_of(extents, [](const Extent& extent) { return extent.number == 0; })) {
-        count = 0;
-    }
+    count = isEmpty ? 0 : count;
     if (count == variable.startCount) {
         return true;
     }
-    const std::string many = count == countless ? "too many" : std::to_string(count);
     remarks_.problem(
-        variable.place,
-        fmt::format(
-            "variable {} has {} start values and {} elements: its dimensions are {}{}",
-            text::quoted(variable.name), variable.startCount, many,
-            text::shortened(table_.getDisplayString(id)),
-            parameters.empty() ? "" : ", where " + fmt::format("{}", fmt::join(parameters, ", "))));
+        variable.place, "variable {} has {} start values and {} elements: its dimensions are {}{}",
+        quoted(variable.name), variable.startCount,
+        count == tooMany ? "too many" : std::to_string(count),
+        text::shortened(table_.getDisplayString(id)),
+        parameters.empty() ? "" : fmt::format(", where {}", fmt::join(parameters, ", ")));
     return false;
 }
 
 void Dimensions::stateEqual(int size, std::uint64_t number, const fmi::Variable& variable) {
     const TVBlock& block =
         blocks_.emplace_back(TVBlock{std::string(variable.name), variable.place.line});
-    const auto objection =
-        facts_.state({size, dims::Relation::Equal, idOf(number), &block, variable.place.line});
+    const auto objection = facts_.state(
+        {size, dims::Relation::Equal, registerNumber(number), &block, variable.place.line});
     if (objection) {
-        remarks_.problem(variable.place, fmt::format("by variable {} {} is {}, which cannot be: {}",
-                                                     text::quoted(variable.name),
-                                                     text::shortened(table_.getDisplayString(size)),
-                                                     number, objection->reason.text()));
+        remarks_.problem(variable.place, "by variable {} {} is {}, which cannot be: {}",
+                         quoted(variable.name), text::shortened(table_.getDisplayString(size)),
+                         number, objection->reason.text());
     }
 }
 

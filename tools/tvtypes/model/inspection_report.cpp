@@ -1,10 +1,11 @@
-#include "model/inspection_report.h"
-
+// The reports of an inspection, as text and as JSON.
 #include "dims/report.h"
+#include "model/inspection.h"
+#include "output/columns.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
+#include <algorithm>
 #include <string_view>
 
 namespace tvtool::model {
@@ -12,9 +13,70 @@ namespace tvtool::model {
 namespace {
 
 using fmi::Remark;
+using output::Column;
+using output::Columns;
 using output::none;
 
-const output::Columns<Remark> remarkColumns{
+/// The longest text of a cell, in bytes: a longer one would widen its column too much.
+constexpr std::size_t longestCell = 40;
+/// The number of variables that a cell names.
+constexpr std::size_t namedVariables = 3;
+
+template <class Row>
+std::size_t variableCount(const Row& row) {
+    return row.variables.size();
+}
+
+template <class Row>
+std::string firstVariables(const Row& row) {
+    std::string text;
+    for (std::size_t i = 0; i < std::min(row.variables.size(), namedVariables); ++i) {
+        text += i > 0 ? ", " : "";
+        text += text::safeText(text::shortened(row.variables[i], longestCell));
+    }
+    return text + (row.variables.size() > namedVariables ? ", ..." : "");
+}
+
+const Columns<TypeRow> typeColumns{
+    {"id", "id", &TypeRow::id},
+    {"name", "name", &TypeRow::name},
+    {"kind", "kind", &TypeRow::kind},
+    {"size", "size", &TypeRow::size},
+    {"storage", "storage", &TypeRow::storage},
+    {"alias of", "aliasOf", &TypeRow::aliasOf},
+    {"variables", "variables", &TypeRow::variables},
+    {none, "originalName", &TypeRow::originalName},
+    Column<TypeRow>("elements", "elements", &TypeRow::elements).ifAny(),
+    Column<TypeRow>("leaves", "leaves", &TypeRow::leaves).ifAny(),
+    Column<TypeRow>("original name", none, &TypeRow::originalName).ifAny(),
+};
+
+const Columns<OutsideRow> outsideColumns{
+    {none, "baseType", &OutsideRow::baseType},
+    {none, "variables", &OutsideRow::variables},
+    {none, "types", &OutsideRow::types},
+};
+
+const Columns<UnitRow> unitColumns{
+    {"id", none, &UnitRow::id},
+    Column<UnitRow>("unit", "name", &UnitRow::name).shortenedTo(longestCell),
+    {none, "id", &UnitRow::id},
+    Column<UnitRow>("expression", "expression", &UnitRow::expression).shortenedTo(longestCell),
+    {"from", "from", &UnitRow::source},
+    {"base units", "baseUnits", &UnitRow::baseUnits},
+    {"variables", none, variableCount<UnitRow>},
+    Column<UnitRow>("which", "variables", &UnitRow::variables).shownAs(firstVariables<UnitRow>),
+};
+
+const Columns<DimensionRow> dimensionColumns{
+    {"id", "id", &DimensionRow::id},
+    Column<DimensionRow>("dimensions", "text", &DimensionRow::text).shortenedTo(longestCell),
+    {"variables", none, variableCount<DimensionRow>},
+    Column<DimensionRow>("which", "variables", &DimensionRow::variables)
+        .shownAs(firstVariables<DimensionRow>),
+};
+
+const Columns<Remark> remarkColumns{
     {none, "element", &Remark::element},
     {none, "line",
      [](const Remark& remark) {
@@ -34,19 +96,15 @@ void printSummary(const Inspection& inspection, std::ostream& os) {
 }
 
 void printOutside(const std::vector<OutsideRow>& rows, std::ostream& os) {
-    if (rows.empty()) {
-        return;
-    }
-    std::vector<std::string> parts;
+    std::string list;
     for (const OutsideRow& row : rows) {
-        std::string part =
-            row.baseType + ' ' + text::counted(row.variables, "variable", "variables");
+        list += fmt::format("{}{} {}", list.empty() ? "" : ", ", row.baseType,
+                            text::counted(row.variables, "variable", "variables"));
         if (row.types > 0) {
-            part += " and " + text::counted(row.types, "type", "types");
+            list += " and " + text::counted(row.types, "type", "types");
         }
-        parts.push_back(std::move(part));
     }
-    os << fmt::format("\nOutside the table: {}\n", fmt::join(parts, ", "));
+    os << (list.empty() ? "" : fmt::format("\nOutside the table: {}\n", list));
 }
 
 void printRemarks(const std::string& file, std::string_view heading,

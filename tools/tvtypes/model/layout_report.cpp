@@ -1,5 +1,5 @@
-#include "model/layout_report.h"
-
+// The reports of memory maps, as text and as JSON.
+#include "model/memory_map.h"
 #include "output/columns.h"
 
 #include <fmt/format.h>
@@ -10,7 +10,7 @@ namespace {
 
 using output::none;
 
-std::string shownPath(const LayoutRow& row) {
+std::string pathCell(const LayoutRow& row) {
     if (row.kind == RowKind::Padding) {
         return "(padding)";
     }
@@ -22,7 +22,7 @@ const output::Columns<LayoutRow> rowColumns{
     {none, "depth", &LayoutRow::depth},
     {"offset", "offset", &LayoutRow::offset},
     {"size", "size", &LayoutRow::size},
-    output::Column<LayoutRow>("path", "path", &LayoutRow::path).shownAs(shownPath),
+    output::Column<LayoutRow>("path", "path", &LayoutRow::path).shownAs(pathCell),
     {"type", "type", &LayoutRow::type},
     {"dfs", "dfs", &LayoutRow::dfs},
     {"flat", "flat", &LayoutRow::flat},

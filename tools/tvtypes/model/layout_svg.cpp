@@ -1,5 +1,5 @@
-#include "model/layout_svg.h"
-
+// Memory maps as a picture.
+#include "model/memory_map.h"
 #include "output/svg.h"
 
 #include <fmt/format.h>
@@ -11,6 +11,7 @@ namespace tvtool::model {
 
 namespace {
 
+// Lengths are in pixels.
 constexpr double margin = 24;
 constexpr double scaleWidth = 64;
 constexpr double columnWidth = 130;
@@ -26,7 +27,9 @@ constexpr double lowestBox = 2;
 constexpr double highestPicture = 10000;
 constexpr int deepestLevel = 8;
 
-/// One struct as a picture.
+constexpr int noLevel = std::numeric_limits<int>::max();
+
+/// Draws one struct.
 class MapPicture {
   public:
     MapPicture(const StructMap& map, double top, output::Svg& svg)
@@ -36,6 +39,7 @@ class MapPicture {
           byteHeight_(std::min(highestByte, highestMap / std::max(map.size, 1))) {
         for (const LayoutRow& row : map.rows) {
             levels_ = std::max(levels_, std::min(row.depth, deepestLevel));
+            nodes_ += row.kind == RowKind::Padding ? 0 : 1;
         }
     }
 
@@ -47,22 +51,28 @@ class MapPicture {
         for (const LayoutRow& row : map_.rows) {
             drawRow(row);
         }
-        endRun();
-        drawNotes();
+        drawBand();
+        bottom_ = y(map_.size) + 8;
+        if (hidden_ > 0) {
+            svg_.text(left(0), bottom_ + 14, "note",
+                      fmt::format("{} of {} nodes are too small or too deep to be drawn", hidden_,
+                                  nodes_));
+            bottom_ += 18;
+        }
     }
 
     double bottom() const { return bottom_; }
-    double right() const { return leftOf(levels_) + leafWidth + margin; }
+    double right() const { return left(levels_) + leafWidth + margin; }
 
   private:
-    static double leftOf(int level) { return margin + scaleWidth + columnWidth * level; }
-    double heightOf(int bytes) const { return bytes * byteHeight_; }
+    static double left(int level) { return margin + scaleWidth + columnWidth * level; }
+    double height(int bytes) const { return bytes * byteHeight_; }
+    double y(int offset) const { return top_ + height(offset); }
 
-    /// What holds nothing that is drawn reaches to the right edge.
-    output::Box boxOf(int level, int offset, int size, bool isInnermost) const {
-        const double left = leftOf(level);
-        return {left, top_ + heightOf(offset),
-                isInnermost ? leftOf(levels_) + leafWidth - left : columnWidth, heightOf(size)};
+    /// A box that contains no other extends to the right edge.
+    output::Box box(int level, int offset, int size, bool isInnermost) const {
+        return {left(level), y(offset),
+                isInnermost ? left(levels_) + leafWidth - left(level) : columnWidth, height(size)};
     }
 
     void drawScale() {
@@ -70,97 +80,78 @@ class MapPicture {
         while (static_cast<double>(step) * byteHeight_ < tickDistance) {
             step *= 2;
         }
-        const double right = leftOf(0) - 4;
-        const auto tick = [&](int offset) {
-            const double y = top_ + heightOf(offset);
-            svg_.line(right - tickLength, y, right, y);
-            svg_.text(right - tickLength - 3, y + 4, "tick", std::to_string(offset));
+        const double right = left(0) - 4;
+        const auto drawTick = [&](int offset) {
+            svg_.line(right - tickLength, y(offset), right, y(offset));
+            svg_.text(right - tickLength - 3, y(offset) + 4, "tick", std::to_string(offset));
         };
         for (long long offset = 0; offset + step / 2 < map_.size; offset += step) {
-            tick(static_cast<int>(offset));
+            drawTick(static_cast<int>(offset));
         }
-        tick(map_.size);
-        svg_.line(right, top_, right, top_ + heightOf(map_.size));
-        bottom_ = top_ + heightOf(map_.size) + 8;
+        drawTick(map_.size);
+        svg_.line(right, top_, right, y(map_.size));
     }
 
     void drawRow(const LayoutRow& row) {
-        if (row.depth > skippedFrom_) {
-            hidden_ += row.kind == RowKind::Padding ? 0 : 1;
+        const bool isPadding = row.kind == RowKind::Padding;
+        const bool isSkipped = row.depth > skippedBelow_;
+        if (isSkipped || height(row.size) < lowestBox) {
+            hidden_ += isPadding ? 0 : 1;
+            if (!isSkipped) {
+                addToBand(row);
+            }
             return;
         }
-        skippedFrom_ = std::numeric_limits<int>::max();
-        const bool isStruct = row.kind == RowKind::Struct || row.kind == RowKind::StructArray;
-        const bool isDeepest = isStruct && row.depth == deepestLevel;
-        if (heightOf(row.size) < lowestBox) {
-            addToRun(row);
-            return;
-        }
-        endRun();
-        if (isDeepest) {
-            skippedFrom_ = row.depth;
-        }
-        const output::Box box = boxOf(row.depth, row.offset, row.size, !isStruct || isDeepest);
+        drawBand();
+        const bool isDeepest = row.kind != RowKind::Leaf && !isPadding && row.depth == deepestLevel;
+        skippedBelow_ = isDeepest ? row.depth : noLevel;
+        const output::Box bounds = box(row.depth, row.offset, row.size,
+                                       row.kind == RowKind::Leaf || isPadding || isDeepest);
         const std::string bytes = fmt::format("offset {}, {} bytes", row.offset, row.size);
-        if (row.kind == RowKind::Padding) {
-            svg_.rectangle(box, kindName(row.kind), "padding, " + bytes);
+        if (isPadding) {
+            svg_.rectangle(bounds, kindName(row.kind), "padding, " + bytes);
             return;
         }
         const bool isRoot = row.depth == 0;
-        svg_.rectangle(box, kindName(row.kind),
+        svg_.rectangle(bounds, kindName(row.kind),
                        fmt::format("{} {}, {}", isRoot ? "struct" : row.path, row.type, bytes));
-        svg_.label(box, isRoot ? map_.name : row.name, isRoot ? std::string() : row.type);
+        svg_.label(bounds, isRoot ? map_.name : row.name, isRoot ? std::string() : row.type);
     }
 
-    /// Neighbours that are too thin to be told apart become one band.
-    void addToRun(const LayoutRow& row) {
-        if (runCount_ > 0 && row.depth != runLevel_) {
-            endRun();
+    /// Adds a row to the band of adjacent rows of one level that are too low to be drawn one by
+    /// one.
+    void addToBand(const LayoutRow& row) {
+        if (row.depth != bandLevel_) {
+            drawBand();
+            bandLevel_ = row.depth;
+            bandOffset_ = row.offset;
         }
-        runOffset_ = runCount_ == 0 ? row.offset : runOffset_;
-        runLevel_ = row.depth;
-        runEnd_ = row.offset + row.size;
-        ++runCount_;
-        skippedFrom_ = row.depth;
-        hidden_ += row.kind == RowKind::Padding ? 0 : 1;
+        bandEnd_ = row.offset + row.size;
+        skippedBelow_ = row.depth;
     }
 
-    void endRun() {
-        if (runCount_ > 0) {
-            svg_.rectangle(boxOf(runLevel_, runOffset_, runEnd_ - runOffset_, true), "thin",
+    void drawBand() {
+        if (bandLevel_ != noLevel) {
+            const int size = bandEnd_ - bandOffset_;
+            svg_.rectangle(box(bandLevel_, bandOffset_, size, true), "thin",
                            fmt::format("offset {}, {} bytes, too thin to be drawn one by one",
-                                       runOffset_, runEnd_ - runOffset_));
-            runCount_ = 0;
+                                       bandOffset_, size));
+            bandLevel_ = noLevel;
         }
-    }
-
-    void drawNotes() {
-        if (hidden_ > 0) {
-            bottom_ += 14;
-            svg_.text(leftOf(0), bottom_, "note",
-                      fmt::format("{} of {} nodes are too small or too deep to be drawn", hidden_,
-                                  nodes()));
-            bottom_ += 4;
-        }
-    }
-
-    std::size_t nodes() const {
-        return static_cast<std::size_t>(std::ranges::count_if(
-            map_.rows, [](const LayoutRow& row) { return row.kind != RowKind::Padding; }));
     }
 
     const StructMap& map_;
     output::Svg& svg_;
     double top_;
-    double byteHeight_; ///< pixels
+    double byteHeight_;
     double bottom_ = 0;
     int levels_ = 0;
-    std::size_t hidden_ = 0;
-    int skippedFrom_ = std::numeric_limits<int>::max(); ///< what lies deeper is left out
-    std::size_t runCount_ = 0;
-    int runLevel_ = 0;
-    int runOffset_ = 0;
-    int runEnd_ = 0;
+    std::size_t nodes_ = 0;
+    std::size_t hidden_ = 0;     ///< number of nodes that are not drawn
+    int skippedBelow_ = noLevel; ///< rows of deeper levels are not drawn
+    int bandLevel_ = noLevel;    ///< noLevel if there is no band
+    int bandOffset_ = 0;
+    int bandEnd_ = 0;
 };
 
 } // namespace
@@ -170,15 +161,11 @@ void drawLayout(const MemoryMaps& maps, std::ostream& os) {
     double top = margin / 2;
     double width = 0;
     std::size_t drawn = 0;
-    for (const StructMap& map : maps.structs) {
-        if (top > highestPicture) {
-            break;
-        }
-        MapPicture picture(map, top, svg);
+    for (; drawn < maps.structs.size() && top <= highestPicture; ++drawn) {
+        MapPicture picture(maps.structs[drawn], top, svg);
         picture.draw();
         width = std::max(width, picture.right());
         top = picture.bottom() + gap;
-        ++drawn;
     }
     if (const std::size_t left = maps.structs.size() - drawn; left > 0) {
         svg.text(margin, top, "note",

@@ -9,10 +9,8 @@
 #include <fmt/ranges.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <unordered_map>
 #include <utility>
-#include <vector>
 
 namespace tvtool::model {
 
@@ -21,10 +19,12 @@ namespace {
 using TVTypeSys::DataType;
 using TVTypeSys::DataTypeTable;
 
-constexpr std::size_t fewNames = 5;
+constexpr std::size_t listedNames = 5;
 
-/// Makes the rows of one struct type. The depth-first nodes say how far each struct reaches, so the
-/// walk keeps those that are open, and each node costs a lookup, however deep it lies.
+bool isStruct(const DataType& type) { return type.getIsType(TVTypeSys::DataTypeQualifierStruct); }
+
+/// Makes the rows of one struct type in one pass over the depth-first nodes. A stack holds the open
+/// structs with the first node after each, so that a node takes constant time at any depth.
 class Mapper {
   public:
     Mapper(const DataTypeTable& table, int id)
@@ -34,110 +34,102 @@ class Mapper {
         const int count = nodes_.getNumElements();
         rows_.reserve(static_cast<std::size_t>(count));
         for (int node = 0; node < count; ++node) {
-            add(node);
+            addNode(node);
             while (!open_.empty() && open_.back().end == node + 1) {
-                const Open closed = std::move(open_.back());
+                const int endOffset = open_.back().endOffset;
                 open_.pop_back();
-                endElement(closed.endOffset);
+                endElement(endOffset);
             }
         }
         return std::move(rows_);
     }
 
   private:
-    /// A struct or an array of structs, of which more nodes follow.
+    /// A struct or an array of structs of which more nodes follow.
     struct Open {
         RowKind kind = RowKind::Struct;
         int typeId = 0;
-        int end = 0;       ///< the first node behind it
-        int endOffset = 0; ///< the first byte behind it
-        int next = 0;      ///< the element or the copy that comes next
+        int end = 0;       ///< the first node after it
+        int endOffset = 0; ///< the first byte after it
+        int next = 0;      ///< the index of the next element
         std::string name;
     };
 
-    const DataType& typeOf(int id) const { return *table_.getDataTypeAliasedThruTo(id); }
-
-    void add(int node) {
+    void addNode(int node) {
         const int typeId = nodes_.getDataTypeId(node);
-        const DataType& type = typeOf(typeId);
-        const bool isStruct = type.getIsType(TVTypeSys::DataTypeQualifierStruct);
+        const DataType& type = *table_.getDataTypeAliasedThruTo(typeId);
         const int width = nodes_.getWidth(node);
-        LayoutRow row;
-        row.kind = !isStruct ? RowKind::Leaf : width > 1 ? RowKind::StructArray : RowKind::Struct;
+        std::string name = nodes_.getName(node);
+        if (!open_.empty() && open_.back().kind == RowKind::StructArray) {
+            name += fmt::format("[{}]", open_.back().next);
+        }
+        LayoutRow& row = rows_.emplace_back();
+        row.kind = !isStruct(type) ? RowKind::Leaf
+                   : width > 1     ? RowKind::StructArray
+                                   : RowKind::Struct;
         row.depth = static_cast<int>(open_.size());
         row.offset = nodes_.getOffset(node);
+        row.size = type.getSize() * (isStruct(type) ? width : nodes_.getComplexWidth(node));
+        row.name = text::shortened(name);
+        row.path = path(name);
+        row.type = typeText(typeId, row.kind, node);
         row.dfs = node;
-        row.type = typeText(typeId, node);
-        row.name = nodes_.getName(node);
-        if (!open_.empty() && open_.back().kind == RowKind::StructArray) {
-            row.name += fmt::format("[{}]", open_.back().next);
-        }
-        row.size = type.getSize() * (isStruct ? width : nodes_.getComplexWidth(node));
-        row.path = pathTo(row.name);
         if (flat_ < leaves_.getNumElements() && leaves_.getDFSIdx(flat_) == node) {
             row.flat = flat_++;
             row.raw = nodes_.getRawElementIdx(node);
         }
         const int endOffset = row.offset + row.size;
-        if (!isStruct) {
-            row.name = text::shortened(row.name);
-            rows_.push_back(std::move(row));
+        if (row.kind == RowKind::Leaf) {
             endElement(endOffset);
             return;
         }
         const int nodes = static_cast<const StructDataType&>(type).getNumDFSElements();
-        open_.push_back({row.kind, typeId, node + (width > 1 ? 1 + width * nodes : nodes),
-                         endOffset, 0, row.name});
-        row.name = text::shortened(row.name);
-        rows_.push_back(std::move(row));
+        const int end = node + (width > 1 ? 1 + width * nodes : nodes);
+        open_.push_back({row.kind, typeId, end, endOffset, 0, std::move(name)});
     }
 
-    std::string typeText(int typeId, int node) {
-        std::string text = table_.getDataTypeAt(positionOf(typeId))->getName();
+    std::string typeText(int typeId, RowKind kind, int node) {
+        std::string text = typeRecord(table_, typeId).getName();
         const int count = nodes_.getNumDimensions(node);
         const int* const sizes = nodes_.getDimensions(node);
-        // A struct that is none of an array has one dimension of 1.
-        const bool isSingle = typeOf(typeId).getIsType(TVTypeSys::DataTypeQualifierStruct) &&
-                              nodes_.getWidth(node) == 1;
-        if (count > 0 && !isSingle) {
+        // A struct that is not in an array has one dimension of 1.
+        if (count > 0 && kind != RowKind::Struct) {
             text += fmt::format("[{}]", fmt::join(sizes, sizes + count, ","));
         }
         return text::shortened(text);
     }
 
-    std::string pathTo(const std::string& name) const {
-        PathEnd path;
-        bool hasRoom = path.prepend(name);
+    std::string path(const std::string& name) const {
+        PathEnd end;
+        bool hasRoom = end.prepend(name);
         for (std::size_t i = open_.size(); hasRoom && i > 1; --i) {
-            // The copies of an array have its name.
+            // The names of the elements of an array contain that of the array.
             if (open_[i - 1].kind == RowKind::Struct) {
-                hasRoom = path.prepend(open_[i - 1].name);
+                hasRoom = end.prepend(open_[i - 1].name);
             }
         }
-        return path.text();
+        return end.text();
     }
 
-    /// Goes on in the struct that is open, behind an element that ends at this byte.
+    /// Advances the open struct past an element that ends at this byte, and adds its padding.
     void endElement(int endOffset) {
         if (open_.empty()) {
             return;
         }
-        const int element = open_.back().next++;
+        const auto element = static_cast<std::size_t>(open_.back().next++);
         if (open_.back().kind == RowKind::StructArray) {
             return;
         }
-        const int padding = paddingsOf(open_.back().typeId)[static_cast<std::size_t>(element)];
-        if (padding > 0) {
-            LayoutRow row;
+        if (const int padding = paddings(open_.back().typeId)[element]; padding > 0) {
+            LayoutRow& row = rows_.emplace_back();
             row.kind = RowKind::Padding;
             row.depth = static_cast<int>(open_.size());
             row.offset = endOffset;
             row.size = padding;
-            rows_.push_back(std::move(row));
         }
     }
 
-    const std::vector<int>& paddingsOf(int typeId) {
+    const std::vector<int>& paddings(int typeId) {
         const auto [entry, isNew] = paddings_.try_emplace(typeId);
         if (isNew) {
             TVTypeSys::ImmediateElementAccess elements(&table_, typeId);
@@ -151,35 +143,34 @@ class Mapper {
     const DataTypeTable& table_;
     TVTypeSys::DFSElementAccess nodes_;
     TVTypeSys::FlatElementAccess leaves_;
-    std::unordered_map<int, std::vector<int>> paddings_; ///< by element, by struct type
+    std::unordered_map<int, std::vector<int>> paddings_; ///< by struct type and element
     std::vector<Open> open_;
     int flat_ = 0;
     std::vector<LayoutRow> rows_;
 };
 
-StructMap mapOf(const Model& model, const Structs::Type& type) {
-    const DataTypeTable& table = model.types.table();
-    StructMap map;
-    map.id = type.id;
-    map.name = table.getDataTypeAt(positionOf(type.id))->getName();
-    map.originalName = model.types.originalNameOf(type.id);
-    map.size = table.getDataTypeAt(positionOf(type.id))->getSize();
-    map.alignment = type.alignment;
-    map.elements = TVTypeSys::ImmediateElementAccess(&table, type.id).getNumElements();
-    map.leaves = TVTypeSys::FlatElementAccess(&table, type.id).getNumElements();
-    map.scalars = TVTypeSys::RawElementAccess(&table, type.id).getNumElements();
-    map.rows = Mapper(table, type.id).rows();
-    return map;
+StructMap makeMap(const Types& types, const Structs::Type& type) {
+    const DataTypeTable& table = types.table();
+    const auto& record = static_cast<const StructDataType&>(typeRecord(table, type.id));
+    return {type.id,
+            record.getName(),
+            types.originalName(type.id),
+            record.getSize(),
+            type.alignment,
+            record.getNumElements(),
+            record.getNumFlatElements(),
+            record.getNumRawElements(),
+            Mapper(table, type.id).rows()};
 }
 
-std::string unknown(const Model& model, const std::string& name) {
+std::string unknownStructText(const Model& model, const std::string& name) {
     const std::vector<Structs::Type>& all = model.structs.all();
     if (all.empty()) {
         return fmt::format("there is no struct type {}, nor any other", text::quoted(name));
     }
     std::vector<std::string> names;
-    for (std::size_t i = 0; i < std::min(fewNames, all.size()); ++i) {
-        names.emplace_back(model.types.table().getDataTypeAt(positionOf(all[i].id))->getName());
+    for (std::size_t i = 0; i < std::min(listedNames, all.size()); ++i) {
+        names.emplace_back(typeRecord(model.types.table(), all[i].id).getName());
     }
     const std::size_t more = all.size() - names.size();
     return fmt::format("there is no struct type {}; there {} {}{}", text::quoted(name),
@@ -190,17 +181,8 @@ std::string unknown(const Model& model, const std::string& name) {
 } // namespace
 
 const char* kindName(RowKind kind) {
-    switch (kind) {
-    case RowKind::Struct:
-        return "struct";
-    case RowKind::StructArray:
-        return "structArray";
-    case RowKind::Leaf:
-        return "leaf";
-    case RowKind::Padding:
-        return "padding";
-    }
-    return "";
+    constexpr const char* names[] = {"struct", "structArray", "leaf", "padding"};
+    return names[static_cast<std::size_t>(kind)];
 }
 
 std::string StructMap::summary() const {
@@ -217,23 +199,24 @@ std::string StructMap::summary() const {
                        count(scalars, "scalar", "scalars"));
 }
 
-MemoryMaps mapStructs(const Model& model, const std::string& name) {
-    MemoryMaps maps;
-    maps.hasStructuredNames = model.description->hasStructuredNames;
-    maps.problems = model.remarks.problems().size();
+MemoryMaps mapStructs(const Model& model, std::string file, const std::string& name) {
+    MemoryMaps maps{std::move(file),
+                    model.description->hasStructuredNames,
+                    {},
+                    model.remarks.problems().size()};
     if (!name.empty()) {
         const Structs::Type* type =
-            model.structs.withId(model.types.table().getDataTypeId(name.c_str()));
-        type = type == nullptr ? model.structs.at(name) : type;
+            model.structs.find(model.types.table().getDataTypeId(name.c_str()));
+        type = type == nullptr ? model.structs.find(name) : type;
         if (type == nullptr) {
-            throw UnknownStruct(unknown(model, name));
+            throw UnknownStruct(unknownStructText(model, name));
         }
-        maps.structs.push_back(mapOf(model, *type));
+        maps.structs.push_back(makeMap(model.types, *type));
         return maps;
     }
     for (const Structs::Type& type : model.structs.all()) {
         if (type.isOutermost) {
-            maps.structs.push_back(mapOf(model, type));
+            maps.structs.push_back(makeMap(model.types, type));
         }
     }
     return maps;

@@ -1,13 +1,15 @@
 /// \file
 /// Memory maps of struct types, read through the library's views.
 ///
-/// Texts are those of the description, with long ones shortened; they are not safe to print.
+/// Texts are not safe to print. A name or type of more than 120 bytes is cut at its end, a longer
+/// path at its beginning; "..." marks the cut.
 #pragma once
 
 #include "model/model.h"
 
 #include <cstddef>
 #include <optional>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -15,6 +17,7 @@
 namespace tvtool::model {
 
 enum class RowKind { Struct, StructArray, Leaf, Padding };
+/// Returns "struct", "structArray", "leaf" or "padding".
 const char* kindName(RowKind kind);
 
 /// A node of the depth-first numbering, or padding.
@@ -24,7 +27,7 @@ struct LayoutRow {
     int offset = 0; ///< bytes from the start of the struct
     int size = 0;   ///< bytes
     std::string name;
-    std::string path; ///< names from the struct on, joined by points; empty for itself and padding
+    std::string path; ///< from the struct; empty for the struct and padding
     std::string type; ///< with its dimensions; empty for padding
     std::optional<int> dfs = std::nullopt;
     std::optional<int> flat = std::nullopt; ///< of a leaf
@@ -53,15 +56,24 @@ struct MemoryMaps {
     std::size_t problems = 0; ///< number of problems of the description
 };
 
-/// No struct type has the given name.
+/// The error of a name that no struct type has.
 class UnknownStruct : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
 /// Maps the struct type with this name in the table or path in the description; with an empty name
-/// all struct types that no other struct contains. The result's `file` is empty. Throws an
-/// UnknownStruct.
-MemoryMaps mapStructs(const Model& model, const std::string& name);
+/// all struct types that no other struct contains. Throws an UnknownStruct.
+MemoryMaps mapStructs(const Model& model, std::string file, const std::string& name);
+
+/// Prints the maps as text.
+void printText(const MemoryMaps& maps, bool colour, std::ostream& os);
+/// Prints the maps as one JSON object in one line. Absent values are null.
+void printJson(const MemoryMaps& maps, std::ostream& os);
+
+/// Prints one SVG document with all maps below each other: the bytes of a struct from top to
+/// bottom, to scale, and a column for each level of nesting. Notes in the picture give the number
+/// of rows and structs that are omitted because they are too small, too deep or too many.
+void drawLayout(const MemoryMaps& maps, std::ostream& os);
 
 } // namespace tvtool::model

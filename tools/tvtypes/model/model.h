@@ -1,5 +1,5 @@
 /// \file
-/// A model description with its types in a table.
+/// A model description with its types, units and dimensions in tables.
 #pragma once
 
 #include "fmi/description.h"
@@ -11,28 +11,28 @@
 #include "model/units.h"
 
 #include <memory>
-#include <vector>
+#include <string>
 
 namespace tvtool::model {
 
 class Model {
   public:
-    /// Reads a description, of which `said` is what has been noticed so far. Throws a
+    /// Reads a description. `opening` are the remarks from opening its source. Throws a
     /// files::ReadError.
-    Model(fmi::Source& source, fmi::Remarks said);
+    Model(const fmi::Source& source, fmi::Remarks opening);
     Model(const Model&) = delete;
     Model& operator=(const Model&) = delete;
 
     fmi::Remarks remarks;
     const std::unique_ptr<const fmi::Description> description;
     Types types;
-    const std::vector<int> variableIds; ///< the type of each variable
     const Units units;
     const Dimensions dimensions;
     const Structs structs;
 };
 
-/// Reads the description in a file, or in the archive that holds one. Throws a files::ReadError.
+/// Reads the description in a file, or in the archive that contains one. Throws a
+/// files::ReadError.
 std::unique_ptr<Model> readModel(const std::string& path);
 
 } // namespace tvtool::model

@@ -1,9 +1,10 @@
 #include "model/name_tree.h"
 
 #include "fmi/structured_name.h"
+#include "text/excerpt.h"
 #include "text/quote.h"
 
-#include <fmt/format.h>
+#include <boost/container_hash/hash.hpp>
 
 #include <algorithm>
 #include <limits>
@@ -14,75 +15,60 @@ namespace tvtool::model {
 
 namespace {
 
-using fmi::Alias;
-using fmi::Description;
-using fmi::NameFault;
 using fmi::NamePart;
 using fmi::noIndex;
-using fmi::Place;
-using fmi::Remarks;
 using fmi::StructuredName;
-using fmi::Variable;
+using text::quoted;
 
-struct Key {
-    std::uint32_t owner = 0;
-    std::string_view text;
-    bool operator==(const Key&) const = default;
-};
-struct KeyHash {
-    std::size_t operator()(const Key& key) const {
-        return std::hash<std::string_view>()(key.text) ^
-               (std::size_t{key.owner} * 0x9E3779B97F4A7C15U);
-    }
-};
-using Index = std::unordered_map<Key, std::uint32_t, KeyHash>;
+/// Indices by owner and text.
+using Key = std::pair<std::uint32_t, std::string_view>;
+using Index = std::unordered_map<Key, std::uint32_t, boost::hash<Key>>;
 
-std::uint32_t asIndex(std::size_t size) { return static_cast<std::uint32_t>(size); }
+std::uint32_t toIndex(std::size_t size) { return static_cast<std::uint32_t>(size); }
 
-std::string_view indicesOf(const NamePart& part) { return part.text.substr(part.name.size()); }
-
-class Grower {
+class TreeBuilder {
   public:
     void add(const StructuredName& name, std::uint32_t variable) {
-        std::uint32_t at = 0;
+        std::uint32_t instance = 0;
         for (const NamePart& part : name.parts) {
-            at = instanceOf(memberOf(at, part.name), part, name, variable);
+            instance = findOrAddInstance(findOrAddMember(instance, part.name), part,
+                                         name.indicesOf(part), variable);
         }
-        // Of two variables with one name the first one counts; the name has been complained of.
-        if (tree_.instances[at].variable == noIndex) {
-            tree_.instances[at].variable = variable;
-        }
+        // The first variable of a name counts. The repetition is already a problem.
+        std::uint32_t& own = tree_.instances[instance].variable;
+        own = own == noIndex ? variable : own;
     }
 
     NameTree take() { return std::move(tree_); }
 
   private:
-    std::uint32_t memberOf(std::uint32_t owner, std::string_view name) {
-        const std::uint32_t next = asIndex(tree_.members.size());
+    std::uint32_t findOrAddMember(std::uint32_t owner, std::string_view name) {
+        const std::uint32_t next = toIndex(tree_.members.size());
         const auto [entry, isNew] = members_.try_emplace({owner, name}, next);
         if (isNew) {
             tree_.members.push_back({.name = name, .owner = owner});
-            Instance& holder = tree_.instances[owner];
-            (holder.firstMember == noIndex ? holder.firstMember
-                                           : tree_.members[holder.lastMember].nextMember) = next;
-            holder.lastMember = next;
+            Instance& instance = tree_.instances[owner];
+            (instance.firstMember == noIndex ? instance.firstMember
+                                             : tree_.members[instance.lastMember].nextMember) =
+                next;
+            instance.lastMember = next;
         }
         return entry->second;
     }
 
-    std::uint32_t instanceOf(std::uint32_t memberIndex, const NamePart& part,
-                             const StructuredName& name, std::uint32_t variable) {
-        const std::uint32_t next = asIndex(tree_.instances.size());
-        const auto [entry, isNew] = instances_.try_emplace({memberIndex, indicesOf(part)}, next);
+    std::uint32_t findOrAddInstance(std::uint32_t memberIndex, const NamePart& part,
+                                    std::span<const std::uint32_t> indices,
+                                    std::uint32_t variable) {
+        const std::uint32_t next = toIndex(tree_.instances.size());
+        const std::string_view indexText = part.text.substr(part.name.size());
+        const auto [entry, isNew] = instances_.try_emplace({memberIndex, indexText}, next);
         if (isNew) {
             tree_.instances.push_back({.text = part.text,
                                        .member = memberIndex,
-                                       .firstIndex = asIndex(tree_.indices.size()),
-                                       .indexCount = asIndex(part.indexCount),
-                                       .bringer = variable});
-            const auto first = name.indices.begin() + static_cast<std::ptrdiff_t>(part.firstIndex);
-            tree_.indices.insert(tree_.indices.end(), first,
-                                 first + static_cast<std::ptrdiff_t>(part.indexCount));
+                                       .firstIndex = toIndex(tree_.indices.size()),
+                                       .indexCount = toIndex(indices.size()),
+                                       .firstVariable = variable});
+            tree_.indices.insert(tree_.indices.end(), indices.begin(), indices.end());
             Member& member = tree_.members[memberIndex];
             (member.firstInstance == noIndex ? member.firstInstance
                                              : tree_.instances[member.lastInstance].nextInstance) =
@@ -98,105 +84,95 @@ class Grower {
     Index instances_; ///< by their member
 };
 
-/// Parses a name into `parsed`; false, with the problem said, if it is not structured.
-bool isStructured(std::string_view name, const Place& place, StructuredName& parsed,
-                  Remarks& remarks) {
-    const std::optional<NameFault> fault = parseName(name, parsed);
+/// Parses a name. Returns false, with a problem, if it is not structured.
+bool parseStructured(std::string_view name, const fmi::Place& place, StructuredName& parsed,
+                     fmi::Remarks& remarks) {
+    const std::optional<fmi::NameFault> fault = parseName(name, parsed);
     if (fault) {
-        const auto bytes = name.substr(0, fault->position);
-        const auto before = std::ranges::count_if(
-            bytes, [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; });
-        remarks.problem(place, fmt::format("name {} is not structured: character {} should be {}",
-                                           text::quoted(name), before + 1, fault->expected));
+        remarks.problem(place, "name {} is not structured: character {} should be {}", quoted(name),
+                        text::columnOf(name, fault->position), fault->expected);
     }
     return !fault;
 }
 
-void takeOutHolders(const Description& description, NameTree& tree, Remarks& remarks) {
+void removeVariablesNamedAsStructs(const fmi::Description& description, NameTree& tree,
+                                   fmi::Remarks& remarks) {
     for (Instance& instance : tree.instances) {
         if (instance.variable == noIndex || instance.firstMember == noIndex) {
             continue;
         }
         const Member& member = tree.members[instance.firstMember];
-        const std::uint32_t below = tree.instances[member.firstInstance].bringer;
-        const Variable& variable = description.variables[instance.variable];
-        const Place& place = description.variables[std::max(instance.variable, below)].place;
-        remarks.problem(place, fmt::format("{} is a variable on line {} and a struct on line {}; "
-                                           "the variable is no element of a struct",
-                                           text::quoted(variable.name), variable.place.line,
-                                           description.variables[below].place.line));
+        const std::uint32_t inside = tree.instances[member.firstInstance].firstVariable;
+        const fmi::Variable& variable = description.variables[instance.variable];
+        remarks.problem(description.variables[std::max(instance.variable, inside)].place,
+                        "{} is a variable on line {} and a struct on line {}; the variable is no "
+                        "element of a struct",
+                        quoted(variable.name), variable.place.line,
+                        description.variables[inside].place.line);
         instance.variable = noIndex;
     }
 }
 
-bool hasIndices(const NameTree& tree, const Instance& instance, const StructuredName& name,
-                const NamePart& part) {
-    const auto given = name.indices.begin() + static_cast<std::ptrdiff_t>(part.firstIndex);
-    const auto own = tree.indices.begin() + instance.firstIndex;
-    return std::equal(given, given + static_cast<std::ptrdiff_t>(part.indexCount), own,
-                      own + instance.indexCount);
-}
-
 } // namespace
 
-NameTree growNameTree(const Description& description, Remarks& remarks) {
-    Grower grower;
+NameTree buildNameTree(const fmi::Description& description, fmi::Remarks& remarks) {
+    TreeBuilder builder;
     StructuredName parsed;
     for (std::size_t i = 0; i < description.variables.size(); ++i) {
-        const Variable& variable = description.variables[i];
+        const fmi::Variable& variable = description.variables[i];
         if (!variable.name.empty() &&
-            isStructured(variable.name, variable.place, parsed, remarks) && !parsed.isDerivative) {
-            grower.add(parsed, asIndex(i));
+            parseStructured(variable.name, variable.place, parsed, remarks) &&
+            !parsed.isDerivative) {
+            builder.add(parsed, toIndex(i));
         }
     }
-    for (const Alias& alias : description.aliases) {
-        isStructured(alias.name, alias.place, parsed, remarks);
+    for (const fmi::Alias& alias : description.aliases) {
+        parseStructured(alias.name, alias.place, parsed, remarks);
     }
-    NameTree tree = grower.take();
-    takeOutHolders(description, tree, remarks);
+    NameTree tree = builder.take();
+    removeVariablesNamedAsStructs(description, tree, remarks);
     return tree;
 }
 
-std::vector<int> boxOf(const NameTree& tree, const Member& member) {
+std::vector<int> arraySizes(const NameTree& tree, const Member& member) {
     const std::uint32_t dimensions = tree.instances[member.firstInstance].indexCount;
     std::vector<std::uint32_t> least(dimensions, std::numeric_limits<std::uint32_t>::max());
     std::vector<std::uint32_t> most(dimensions, 0);
     for (std::uint32_t i = member.firstInstance; i != noIndex; i = tree.instances[i].nextInstance) {
-        const Instance& instance = tree.instances[i];
-        if (instance.indexCount != dimensions) {
+        const std::span<const std::uint32_t> indices = tree.indicesOf(tree.instances[i]);
+        if (indices.size() != dimensions) {
             return {};
         }
         for (std::uint32_t d = 0; d < dimensions; ++d) {
-            const std::uint32_t index = tree.indices[instance.firstIndex + d];
-            least[d] = std::min(least[d], index);
-            most[d] = std::max(most[d], index);
+            least[d] = std::min(least[d], indices[d]);
+            most[d] = std::max(most[d], indices[d]);
         }
     }
     std::vector<int> sizes;
-    std::uint64_t places = 1;
+    std::uint64_t count = 1;
     for (std::uint32_t d = 0; d < dimensions; ++d) {
         const std::uint32_t size = most[d] - least[d] + 1;
-        places *= size;
-        if (least[d] > 1 || places > member.instances) {
+        count *= size;
+        if (least[d] > 1 || count > member.instances) {
             return {};
         }
         sizes.push_back(static_cast<int>(size));
     }
-    if (places != member.instances) {
+    if (count != member.instances) {
         return {};
     }
-    // As many as there are places: each once, unless one is written in two ways, as [1] and [01].
-    std::vector<bool> isTaken(places);
+    // The count is right, but an element is repeated if it is written in two ways: [1] and [01].
+    std::vector<bool> isPresent(count);
     for (std::uint32_t i = member.firstInstance; i != noIndex; i = tree.instances[i].nextInstance) {
-        std::size_t place = 0;
+        const std::span<const std::uint32_t> indices = tree.indicesOf(tree.instances[i]);
+        std::size_t position = 0;
         for (std::uint32_t d = 0; d < dimensions; ++d) {
-            place = place * static_cast<std::size_t>(sizes[d]) +
-                    (tree.indices[tree.instances[i].firstIndex + d] - least[d]);
+            position = position * static_cast<std::size_t>(sizes[d]) + (indices[d] - least[d]);
         }
-        if (isTaken[place]) {
+        if (isPresent[position]) {
             return {};
         }
-        isTaken[place] = true;
+        isPresent[position] = true;
     }
     return sizes;
 }
@@ -206,25 +182,26 @@ std::uint32_t findInstance(const NameTree& tree, std::string_view name) {
     if (parseName(name, parsed) || parsed.isDerivative) {
         return noIndex;
     }
-    std::uint32_t at = 0;
+    std::uint32_t instance = 0;
     for (const NamePart& part : parsed.parts) {
-        std::uint32_t member = tree.instances[at].firstMember;
+        std::uint32_t member = tree.instances[instance].firstMember;
         while (member != noIndex && tree.members[member].name != part.name) {
             member = tree.members[member].nextMember;
         }
         if (member == noIndex) {
             return noIndex;
         }
-        at = tree.members[member].firstInstance;
-        while (at != noIndex && part.indexCount > 0 &&
-               !hasIndices(tree, tree.instances[at], parsed, part)) {
-            at = tree.instances[at].nextInstance;
+        instance = tree.members[member].firstInstance;
+        while (
+            instance != noIndex && part.indexCount > 0 &&
+            !std::ranges::equal(tree.indicesOf(tree.instances[instance]), parsed.indicesOf(part))) {
+            instance = tree.instances[instance].nextInstance;
         }
-        if (at == noIndex) {
+        if (instance == noIndex) {
             return noIndex;
         }
     }
-    return at;
+    return instance;
 }
 
 } // namespace tvtool::model

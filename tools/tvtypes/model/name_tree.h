@@ -1,60 +1,66 @@
 /// \file
-/// The hierarchy that structured names tell of.
+/// The hierarchy that structured names express.
 ///
-/// Texts are views into those of the description. Names may nest as deep as a text is long, so
-/// whoever walks the tree follows its links instead of recurring.
+/// Texts are views into those of the description. Names can be nested as deep as a text is long, so
+/// code that walks the tree follows its links and does not recurse.
 #pragma once
 
 #include "fmi/description.h"
 #include "fmi/remarks.h"
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 #include <vector>
 
 namespace tvtool::model {
 
-/// What goes by one name at one place: x, or x[1], x[2] and so on.
+/// A name inside an instance: x, with the instances x, or x[1], x[2] and so on.
 struct Member {
     std::string_view name;       ///< without indices
-    std::uint32_t owner = 0;     ///< the instance of which it is a member
-    std::uint32_t instances = 0; ///< how many there are
+    std::uint32_t owner = 0;     ///< the instance that contains the member
+    std::uint32_t instances = 0; ///< number of instances
     std::uint32_t firstInstance = fmi::noIndex;
     std::uint32_t lastInstance = fmi::noIndex;
     std::uint32_t nextMember = fmi::noIndex;
 };
 
-/// One of the things that a member stands for: a variable, or a holder of members.
+/// One element of a member: a variable, or a struct with members.
 struct Instance {
     std::string_view text; ///< the name with its indices
     std::uint32_t member = fmi::noIndex;
     std::uint32_t firstIndex = 0; ///< in NameTree::indices
     std::uint32_t indexCount = 0;
-    std::uint32_t bringer = fmi::noIndex;  ///< the first variable on whose way it lies
-    std::uint32_t variable = fmi::noIndex; ///< the variable that it is
+    std::uint32_t firstVariable =
+        fmi::noIndex;                      ///< the first variable that is or is in the instance
+    std::uint32_t variable = fmi::noIndex; ///< the variable that the instance is
     std::uint32_t firstMember = fmi::noIndex;
     std::uint32_t lastMember = fmi::noIndex;
     std::uint32_t nextInstance = fmi::noIndex;
 };
 
-/// Members and instances stand in the order in which the description brings them, so what holds
-/// another stands ahead of it. Instance 0 is the model.
+/// Members and instances are in the order of their first variables. Instance 0 is the model.
 struct NameTree {
     std::vector<Member> members;
     std::vector<Instance> instances{Instance{}};
     std::vector<std::uint32_t> indices;
+
+    std::span<const std::uint32_t> indicesOf(const Instance& instance) const {
+        return std::span(indices).subspan(instance.firstIndex, instance.indexCount);
+    }
 };
 
-/// The tree of all variables. Says which names are not structured, and which variables are to be
-/// holders as well; these have no place in the tree, nor have derivatives and further names.
-NameTree growNameTree(const fmi::Description& description, fmi::Remarks& remarks);
+/// Builds the tree of all variables. A name that is not structured, and a variable that has the
+/// name of a struct, are problems and not in the tree. Derivatives and further names of variables
+/// are not in the tree either.
+NameTree buildNameTree(const fmi::Description& description, fmi::Remarks& remarks);
 
-/// How many instances a member has in each dimension, if their indices count from 0 or from 1 in
-/// each, without a gap and each once. Else, and without indices, empty.
-std::vector<int> boxOf(const NameTree& tree, const Member& member);
+/// Returns the number of instances in each dimension if their indices count from 0 or from 1 in
+/// each, without a gap or a repetition. Otherwise, and without indices, empty.
+std::vector<int> arraySizes(const NameTree& tree, const Member& member);
 
-/// The instance that a name leads to, the first one where indices are left out; fmi::noIndex if
-/// none.
+/// Returns the instance with a name, the first one where indices are omitted; fmi::noIndex if there
+/// is none.
 std::uint32_t findInstance(const NameTree& tree, std::string_view name);
 
 } // namespace tvtool::model

@@ -10,19 +10,20 @@ namespace {
 
 using TVTypeSys::DataTypeTable;
 
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isLetterOrDigit(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || isDigit(c);
 }
 
-/// An identifier that looks like the name: Modelica.SIunits.Voltage gives
-/// Modelica_SIunits_Voltage, a character an underscore.
-std::string identifierLike(std::string_view original) {
+/// Makes an identifier, with an underscore for each other character: Modelica.SIunits.Voltage gives
+/// Modelica_SIunits_Voltage.
+std::string makeIdentifier(std::string_view original) {
     std::string name(original);
     std::erase_if(name, text::isContinuationByte);
     std::ranges::replace_if(
         name, [](char c) { return !isLetterOrDigit(c); }, '_');
-    // What a name of fixed-point form means is settled by its beginning, so a suffix would not do.
-    if (name.empty() || (name.front() >= '0' && name.front() <= '9') ||
+    // The beginning decides that a name is a fixed-point name, so a suffix would not change that.
+    if (name.empty() || isDigit(name.front()) ||
         DataTypeTable::isInstrinsicFixptName(name.c_str(), nullptr)) {
         name.insert(0, "type_");
     }
@@ -37,21 +38,17 @@ bool Names::isFree(const std::string& name) const {
            table_.getDataTypeId(name.c_str()) == INVALID_DATA_TYPE_ID;
 }
 
-std::string Names::nameFor(std::string_view original) {
+std::string Names::freeName(std::string_view original) {
     std::string name(original);
     if (isFree(name)) {
         return name;
     }
-    name = identifierLike(original);
-    if (isFree(name) && !declared_.contains(name)) {
-        return name;
+    const std::string identifier = makeIdentifier(original);
+    for (name = identifier; !isFree(name) || declared_.contains(name);) {
+        int& suffix = nextSuffix_.try_emplace(identifier, 2).first->second;
+        name = identifier + '_' + std::to_string(suffix++);
     }
-    int& suffix = nextSuffix_.try_emplace(name, 2).first->second;
-    std::string made;
-    do {
-        made = name + '_' + std::to_string(suffix++);
-    } while (!isFree(made) || declared_.contains(made));
-    return made;
+    return name;
 }
 
 } // namespace tvtool::model

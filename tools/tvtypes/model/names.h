@@ -1,5 +1,5 @@
 /// \file
-/// Names for types whose own name cannot stand in the table.
+/// Names for types whose own name the table does not take.
 #pragma once
 
 #include <tvtypes/datatypetable.h>
@@ -8,24 +8,25 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 namespace tvtool::model {
 
 class Names {
   public:
-    /// \param declared all names that the model gives to types; made names keep clear of them
+    /// \param declared all names that the model gives to types; made names differ from them
     Names(const TVTypeSys::DataTypeTable& table, std::unordered_set<std::string_view> declared)
         : table_(table), declared_(std::move(declared)) {}
 
-    /// The name itself if the table can take it for a new type, else a made one that it can take.
-    std::string nameFor(std::string_view original);
+    /// Returns the name itself if a new type can have it, else a similar name.
+    std::string freeName(std::string_view original);
 
   private:
     bool isFree(const std::string& name) const;
 
     const TVTypeSys::DataTypeTable& table_;
     std::unordered_set<std::string_view> declared_;
-    // Many names may become the same one: the next suffix to try spares counting from 2 each time.
+    // The next suffix of a name. Counting from 2 each time would take quadratic time.
     std::unordered_map<std::string, int> nextSuffix_;
 };
 

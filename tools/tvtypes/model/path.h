@@ -1,25 +1,33 @@
 /// \file
-/// Paths of names, as they are shown.
+/// Paths of names.
 #pragma once
 
-#include <cstddef>
+#include "text/quote.h"
+
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace tvtool::model {
 
-/// Joins names to a path, the innermost first. There may be thousands, for each of thousands of
-/// paths, so a path that is longer than a line takes shows only its end.
+/// Builds a path from its last name to its first. A model can have thousands of paths of thousands
+/// of names, so only the end of a long path is kept, after "...".
 class PathEnd {
   public:
-    /// False if the name, and all ahead of it, have no room.
-    bool prepend(std::string_view name);
-    std::string text() const;
+    /// Returns false if there is no room for the name and those before it.
+    bool prepend(std::string_view name) {
+        isCut_ = isCut_ || (length_ > 0 && length_ + name.size() > text::longestName);
+        if (!isCut_) {
+            path_.insert(0, text::shortened(name) + (length_ > 0 ? "." : ""));
+            length_ += name.size() + 1;
+        }
+        return !isCut_;
+    }
+
+    std::string text() const { return isCut_ ? "..." + path_ : path_; }
 
   private:
-    std::vector<std::string_view> names_;
-    std::size_t length_ = 0;
+    std::string path_;
+    std::size_t length_ = 0; ///< with names in full
     bool isCut_ = false;
 };
 

@@ -4,10 +4,9 @@
 
 #include <tvtypes/datatype.h>
 
-#include <fmt/format.h>
+#include <boost/container_hash/hash.hpp>
 
 #include <algorithm>
-#include <functional>
 #include <limits>
 #include <optional>
 #include <unordered_set>
@@ -18,49 +17,32 @@ namespace tvtool::model {
 namespace {
 
 using fmi::noIndex;
+using text::quoted;
 using TVTypeSys::INVALID_DATA_TYPE_ID;
 
-std::size_t combined(std::size_t hash, std::size_t more) {
-    return (hash ^ more) * 0x9E3779B97F4A7C15U;
-}
-
-std::size_t hashOf(const Shape& shape) {
-    std::size_t hash = shape.elements.size();
-    for (const ShapeElement& element : shape.elements) {
-        hash = combined(hash, std::hash<std::string_view>()(element.name));
-        hash = combined(hash, static_cast<std::size_t>(element.type));
-        hash = combined(hash, element.isStruct ? 1 : 0);
-        hash = combined(hash, static_cast<std::size_t>(element.unit));
-        for (const int size : element.dimensions) {
-            hash = combined(hash, static_cast<std::size_t>(size));
-        }
-    }
-    return hash;
-}
-
-class Finder {
+class ShapeFinder {
   public:
-    Finder(const fmi::Description& description, const NameTree& tree,
-           const VariableIds& variableIds, fmi::Remarks& remarks)
-        : description_(description), tree_(tree), variableIds_(variableIds), remarks_(remarks) {
+    ShapeFinder(const fmi::Description& description, const NameTree& tree,
+                const std::vector<int>& types, const Units& units, fmi::Remarks& remarks)
+        : description_(description), tree_(tree), types_(types), units_(units), remarks_(remarks) {
         shapes_.ofInstance.assign(tree.instances.size(), noIndex);
         shapes_.isArray.assign(tree.members.size(), false);
         variables_.assign(tree.instances.size(), 0);
     }
 
-    /// Visits each instance after all that it holds.
+    /// Visits the instances in post-order.
     Shapes find() {
-        std::uint32_t at = deepestIn(0);
-        while (at != 0) {
-            visit(at);
-            const Instance& instance = tree_.instances[at];
+        std::uint32_t index = firstLeaf(0);
+        while (index != 0) {
+            visit(index);
+            const Instance& instance = tree_.instances[index];
             const Member& member = tree_.members[instance.member];
             if (instance.nextInstance != noIndex) {
-                at = deepestIn(instance.nextInstance);
+                index = firstLeaf(instance.nextInstance);
             } else if (member.nextMember != noIndex) {
-                at = deepestIn(tree_.members[member.nextMember].firstInstance);
+                index = firstLeaf(tree_.members[member.nextMember].firstInstance);
             } else {
-                at = member.owner;
+                index = member.owner;
             }
         }
         visit(0);
@@ -68,9 +50,7 @@ class Finder {
     }
 
   private:
-    using Values = std::vector<std::optional<ShapeElement>>;
-
-    std::uint32_t deepestIn(std::uint32_t instance) const {
+    std::uint32_t firstLeaf(std::uint32_t instance) const {
         while (tree_.instances[instance].firstMember != noIndex) {
             instance = tree_.members[tree_.instances[instance].firstMember].firstInstance;
         }
@@ -78,9 +58,6 @@ class Finder {
     }
 
     void visit(std::uint32_t index) {
-        if (tree_.instances[index].firstMember == noIndex) {
-            return;
-        }
         Shape shape;
         shape.first = index;
         for (std::uint32_t m = tree_.instances[index].firstMember; m != noIndex;
@@ -88,43 +65,40 @@ class Finder {
             addElements(m, shape);
         }
         if (index != 0 && !shape.elements.empty()) {
-            enter(std::move(shape));
+            intern(std::move(shape));
         }
     }
 
+    /// Adds the instances of a member, as one array or one by one.
     void addElements(std::uint32_t memberIndex, Shape& shape) {
         const Member& member = tree_.members[memberIndex];
-        Values values;
+        std::vector<ShapeElement> elements;
         for (std::uint32_t i = member.firstInstance; i != noIndex;
              i = tree_.instances[i].nextInstance) {
-            values.push_back(valueOf(i));
-            if (values.back()) {
+            if (std::optional<ShapeElement> element = makeElement(i)) {
+                elements.push_back(std::move(*element));
                 shape.variables += variables_[i];
             }
         }
-        // Without indices there is but one.
-        const bool areAlike = values.front() && std::ranges::all_of(values, [&](const auto& value) {
-                                  return value && value->type == values.front()->type &&
-                                         value->isStruct == values.front()->isStruct &&
-                                         value->unit == values.front()->unit &&
-                                         value->dimensions == values.front()->dimensions;
-                              });
-        std::vector<int> box = areAlike ? boxOf(tree_, member) : std::vector<int>();
-        if (!box.empty()) {
+        const auto differs = [](const ShapeElement& a, const ShapeElement& b) {
+            return a.type != b.type || a.isStruct != b.isStruct || a.unit != b.unit ||
+                   a.dimensions != b.dimensions;
+        };
+        const bool areAlike = elements.size() == member.instances &&
+                              std::ranges::adjacent_find(elements, differs) == elements.end();
+        const std::vector<int> sizes = areAlike ? arraySizes(tree_, member) : std::vector<int>();
+        if (!sizes.empty()) {
             shapes_.isArray[memberIndex] = true;
-            ShapeElement& array = *values.front();
+            ShapeElement& array = elements.front();
             array.name = member.name;
-            array.dimensions.insert(array.dimensions.begin(), box.begin(), box.end());
-            values.resize(1);
+            array.dimensions.insert(array.dimensions.begin(), sizes.begin(), sizes.end());
+            elements.resize(1);
         }
-        for (std::optional<ShapeElement>& value : values) {
-            if (value) {
-                shape.elements.push_back(std::move(*value));
-            }
-        }
+        std::ranges::move(elements, std::back_inserter(shape.elements));
     }
 
-    std::optional<ShapeElement> valueOf(std::uint32_t index) {
+    /// Returns nothing if the instance is neither a struct nor a variable that can be an element.
+    std::optional<ShapeElement> makeElement(std::uint32_t index) {
         const Instance& instance = tree_.instances[index];
         if (shapes_.ofInstance[index] != noIndex) {
             return ShapeElement{instance.text,
@@ -135,21 +109,21 @@ class Finder {
         }
         const bool isAtTop = tree_.members[instance.member].owner == 0;
         if (isAtTop || instance.variable == noIndex ||
-            variableIds_.types[instance.variable] == INVALID_DATA_TYPE_ID) {
+            types_[instance.variable] == INVALID_DATA_TYPE_ID) {
             return std::nullopt;
         }
-        std::optional<std::vector<int>> dimensions =
-            dimensionsOf(description_.variables[instance.variable]);
+        const fmi::Variable& variable = description_.variables[instance.variable];
+        auto dimensions = findSizes(variable);
         if (!dimensions) {
             return std::nullopt;
         }
         variables_[index] = 1;
-        return ShapeElement{instance.text, variableIds_.types[instance.variable], false,
-                            variableIds_.units[instance.variable], std::move(*dimensions)};
+        return ShapeElement{instance.text, types_[instance.variable], false,
+                            units_.variableId(variable), std::move(*dimensions)};
     }
 
-    /// Empty, with a remark, if the variable cannot be an element.
-    std::optional<std::vector<int>> dimensionsOf(const fmi::Variable& variable) {
+    /// Returns nothing, with a remark, if a dimension is unknown or invalid.
+    std::optional<std::vector<int>> findSizes(const fmi::Variable& variable) {
         std::vector<int> sizes;
         for (std::uint32_t d = 0; d < variable.dimensionCount; ++d) {
             const fmi::Dimension& dimension = description_.dimensions[variable.firstDimension + d];
@@ -166,9 +140,8 @@ class Finder {
             }
             if (size < 1 || size > std::numeric_limits<int>::max()) {
                 remarks_.problem(variable.place,
-                                 fmt::format("variable {} has a dimension of {}, and is no element "
-                                             "of a struct",
-                                             text::quoted(variable.name), size));
+                                 "variable {} has a dimension of {}, and is no element of a struct",
+                                 quoted(variable.name), size);
                 return std::nullopt;
             }
             sizes.push_back(static_cast<int>(size));
@@ -176,30 +149,41 @@ class Finder {
         return variable.hasBadDimension ? std::nullopt : std::optional(std::move(sizes));
     }
 
-    void enter(Shape shape) {
+    /// Adds the shape, or its variables to an equal one.
+    void intern(Shape shape) {
         const std::uint32_t instance = shape.first;
-        const std::size_t variables = shape.variables;
+        variables_[instance] = shape.variables;
         shapes_.all.push_back(std::move(shape));
         const auto next = static_cast<std::uint32_t>(shapes_.all.size() - 1);
         const auto [known, isNew] = known_.insert(next);
         if (!isNew) {
             shapes_.all.pop_back();
-            shapes_.all[*known].variables += variables;
+            shapes_.all[*known].variables += variables_[instance];
         }
         shapes_.ofInstance[instance] = *known;
-        variables_[instance] = variables;
     }
 
     const fmi::Description& description_;
     const NameTree& tree_;
-    VariableIds variableIds_;
+    const std::vector<int>& types_; ///< ids by variable
+    const Units& units_;
     fmi::Remarks& remarks_;
     Shapes shapes_;
-    std::vector<std::size_t> variables_; ///< by instance: how many elements are variables
+    std::vector<std::size_t> variables_; ///< number of variables in each instance
 
     struct Hash {
         const std::vector<Shape>& shapes;
-        std::size_t operator()(std::uint32_t index) const { return hashOf(shapes[index]); }
+        std::size_t operator()(std::uint32_t index) const {
+            std::size_t hash = 0;
+            for (const ShapeElement& element : shapes[index].elements) {
+                boost::hash_combine(hash, element.name);
+                boost::hash_combine(hash, element.type);
+                boost::hash_combine(hash, element.isStruct);
+                boost::hash_combine(hash, element.unit);
+                boost::hash_combine(hash, element.dimensions);
+            }
+            return hash;
+        }
     };
     struct Equal {
         const std::vector<Shape>& shapes;
@@ -213,8 +197,8 @@ class Finder {
 } // namespace
 
 Shapes findShapes(const fmi::Description& description, const NameTree& tree,
-                  const VariableIds& variableIds, fmi::Remarks& remarks) {
-    return Finder(description, tree, variableIds, remarks).find();
+                  const std::vector<int>& types, const Units& units, fmi::Remarks& remarks) {
+    return ShapeFinder(description, tree, types, units, remarks).find();
 }
 
 } // namespace tvtool::model

@@ -1,5 +1,5 @@
 /// \file
-/// Which structs there are in a hierarchy of names.
+/// The distinct structs in a hierarchy of names.
 #pragma once
 
 #include "fmi/description.h"
@@ -14,7 +14,7 @@
 
 namespace tvtool::model {
 
-/// An element of a struct: a variable or an array of them, or a nested struct or an array of those.
+/// An element of a struct: a variable or a nested struct, or an array of them.
 struct ShapeElement {
     std::string_view name;
     int type = 0; ///< the id in the table, or the index of the nested shape
@@ -25,31 +25,26 @@ struct ShapeElement {
     bool operator==(const ShapeElement&) const = default;
 };
 
-/// What all structs with equal elements in the same order have in common.
+/// All structs with equal elements in the same order.
 struct Shape {
     std::vector<ShapeElement> elements;
     std::uint32_t first = 0;   ///< the first instance of this shape in the tree
-    std::size_t variables = 0; ///< how many lie in instances of this shape
+    std::size_t variables = 0; ///< number of variables in instances of this shape
 };
 
 struct Shapes {
-    std::vector<Shape> all;                ///< a nested shape stands ahead of what holds it
-    std::vector<std::uint32_t> ofInstance; ///< fmi::noIndex for what is no struct
-    std::vector<bool> isArray; ///< by member of the tree: whether it is one element, an array
+    std::vector<Shape> all;                ///< a nested shape is before those that contain it
+    std::vector<std::uint32_t> ofInstance; ///< fmi::noIndex for an instance that is no struct
+    std::vector<bool> isArray; ///< by member of the tree: whether its instances are one element
 };
 
-/// What each variable is, by its index in the description.
-struct VariableIds {
-    const std::vector<int>& types;
-    const std::vector<int>& units;
-};
-
-/// Finds the shapes of all instances but the model itself. Variables are elements if they have a
-/// type in the table and a size that is known; what holds no such variable is no struct.
+/// Finds the shapes of all instances except the model itself. `types` are the type ids of the
+/// variables. Elements are the variables with a type in the table and a known size. An instance
+/// without an element is no struct.
 ///
-/// Instances of a member become one element, an array, if their indices fill a box and they are
-/// alike; otherwise each is an element of its own, named with its indices.
+/// The instances of a member become one element, an array, if they differ in nothing but their
+/// indices and these fill the array; otherwise each is an element, named with its indices.
 Shapes findShapes(const fmi::Description& description, const NameTree& tree,
-                  const VariableIds& variableIds, fmi::Remarks& remarks);
+                  const std::vector<int>& types, const Units& units, fmi::Remarks& remarks);
 
 } // namespace tvtool::model

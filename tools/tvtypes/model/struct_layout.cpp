@@ -1,12 +1,10 @@
 #include "model/struct_layout.h"
 
-#include "fmi/remarks.h"
 #include "text/quote.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <vector>
@@ -20,8 +18,9 @@ using TVTypeSys::DataTypeTable;
 
 constexpr int maxInt = std::numeric_limits<int>::max();
 
-/// Offsets, sizes and counts are of type int, and so are the factors of every product.
-std::int64_t bounded(std::int64_t number, const StructElement& element, const char* unit) {
+/// Returns the number if it is an int. The factors of each product are ints, so the product does
+/// not overflow.
+std::int64_t checkRange(std::int64_t number, const StructElement& element, const char* unit) {
     if (number > maxInt) {
         throw LayoutError(fmt::format("there are more than {} {} at the end of element {}", maxInt,
                                       unit, text::quoted(element.name)));
@@ -29,7 +28,7 @@ std::int64_t bounded(std::int64_t number, const StructElement& element, const ch
     return number;
 }
 
-std::int64_t widthOf(const StructElement& element) {
+std::int64_t width(const StructElement& element) {
     std::int64_t width = 1;
     for (int d = 0; d < element.numDimensions; ++d) {
         const int size = element.dimensions[d];
@@ -37,16 +36,16 @@ std::int64_t widthOf(const StructElement& element) {
             throw LayoutError(
                 fmt::format("element {} has a dimension of {}", text::quoted(element.name), size));
         }
-        width = bounded(width * size, element, "scalars");
+        width = checkRange(width * size, element, "scalars");
     }
     return width;
 }
 
-std::int64_t roundedUp(std::int64_t offset, int alignment) {
+std::int64_t roundUp(std::int64_t offset, int alignment) {
     return (offset + alignment - 1) / alignment * alignment;
 }
 
-const DataType& typeOf(const DataTypeTable& table, const StructElement& element) {
+const DataType& elementType(const DataTypeTable& table, const StructElement& element) {
     const bool isKnown = table.isDataTypeIdValid_NotAuto(element.dataTypeId);
     const DataType* const type =
         isKnown ? table.getDataTypeAliasedThruTo(element.dataTypeId) : nullptr;
@@ -67,29 +66,29 @@ void StructLayout::layOut(StructDataType& type) {
     std::int64_t leaves = 0;
     std::int64_t scalars = 0;
     for (const StructElement* const element : type.getElements()) {
-        const DataType& elementType = typeOf(table_, *element);
-        const std::int64_t width = widthOf(*element);
-        std::int64_t parts = width;
-        if (elementType.getIsType(TVTypeSys::DataTypeQualifierStruct)) {
-            const auto& nested = static_cast<const StructDataType&>(elementType);
-            nodes += width * nested.getNumDFSElements() + (width > 1 ? 1 : 0);
-            leaves += width * nested.getNumFlatElements();
-            scalars += width * nested.getNumRawElements();
+        const DataType& part = elementType(table_, *element);
+        const std::int64_t copies = width(*element);
+        std::int64_t parts = copies;
+        if (part.getIsType(TVTypeSys::DataTypeQualifierStruct)) {
+            const auto& nested = static_cast<const StructDataType&>(part);
+            nodes += copies * nested.getNumDFSElements() + (copies > 1 ? 1 : 0);
+            leaves += copies * nested.getNumFlatElements();
+            scalars += copies * nested.getNumRawElements();
         } else {
-            parts = bounded(element->signalType == 1 ? 2 * width : width, *element, "scalars");
+            parts = checkRange(element->signalType == 1 ? 2 * copies : copies, *element, "scalars");
             nodes += 1;
             leaves += 1;
             scalars += parts;
         }
-        const int elementAlignment = alignmentOf(elementType.getId());
+        const int elementAlignment = alignmentOf(part.getId());
         alignment = std::max(alignment, elementAlignment);
-        const std::int64_t offset = bounded(roundedUp(end, elementAlignment), *element, "bytes");
+        const std::int64_t offset = checkRange(roundUp(end, elementAlignment), *element, "bytes");
         offsets.push_back(static_cast<int>(offset));
-        end = bounded(offset + parts * elementType.getSize(), *element, "bytes");
-        bounded(std::max({nodes, leaves, scalars}), *element, "scalars");
-        bounded(roundedUp(end, alignment), *element, "bytes");
+        end = checkRange(offset + parts * part.getSize(), *element, "bytes");
+        checkRange(std::max({nodes, leaves, scalars}), *element, "scalars");
+        checkRange(roundUp(end, alignment), *element, "bytes");
     }
-    type.setSize(static_cast<int>(roundedUp(end, alignment)));
+    type.setSize(static_cast<int>(roundUp(end, alignment)));
     type.setNumDFSElements(static_cast<int>(nodes));
     type.setNumFlatElements(static_cast<int>(leaves));
     type.setNumRawElements(static_cast<int>(scalars));

@@ -1,5 +1,5 @@
 /// \file
-/// Where the elements of a struct type lie.
+/// Memory layout of struct types.
 #pragma once
 
 #include <tvtypes/datatypetable.h>
@@ -10,25 +10,27 @@
 
 namespace tvtool::model {
 
-/// A struct type cannot be laid out.
+/// The error of a struct type that cannot be laid out.
 class LayoutError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-/// Natural alignment: every element lies at the next multiple of its alignment, which for a struct
-/// is the largest of its elements and for any other type its size. The size of a struct is a
-/// multiple of its alignment, so arrays are contiguous. The parts of complex elements interleave.
+/// Natural alignment: the offset of each element is the next multiple of its alignment, which is
+/// its size, or for a struct the largest alignment of its elements. The size of a struct is a
+/// multiple of its alignment, so arrays are contiguous. The parts of complex elements are
+/// interleaved.
 class StructLayout {
   public:
     explicit StructLayout(const TVTypeSys::DataTypeTable& table) : table_(table) {}
 
-    /// Sets the offsets of the elements, and size and counts of the type. The elements have their
-    /// types and dimensions; struct types among those have been laid out here. What is refused,
-    /// with a LayoutError or by the library, is as it was.
+    /// Sets the offsets of the elements, and the size and counts of the type. Throws a LayoutError,
+    /// and changes nothing, if there are too many bytes or elements or an element has no size.
+    /// \pre The elements have their types and dimensions. Nested struct types were laid out here.
     void layOut(StructDataType& type);
 
-    /// The alignment of a type; of a struct type that has been laid out here.
+    /// Returns the alignment of a type, in bytes. Throws a LayoutError for a struct type that was
+    /// not laid out here.
     int alignmentOf(int id) const;
 
   private:

@@ -6,12 +6,9 @@
 #include <fnd/except.h>
 #include <fndut/alloc.h>
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cctype>
 #include <new>
-#include <string>
 
 namespace tvtool::model {
 
@@ -19,14 +16,13 @@ namespace {
 
 using fmi::noIndex;
 
-bool isSign(char c) { return c != '_' && std::ispunct(static_cast<unsigned char>(c)) != 0; }
-
-/// A path with its signs made underscores, several in a row one: wheel[1].hub gives wheel_1_hub.
-std::string joined(std::string_view path) {
+/// Replaces each sequence of punctuation in a path by an underscore: wheel[1].hub gives
+/// wheel_1_hub.
+std::string joinWithUnderscores(std::string_view path) {
     std::string name;
     bool isGap = false;
     for (const char c : path) {
-        if (isSign(c)) {
+        if (c != '_' && std::ispunct(static_cast<unsigned char>(c)) != 0) {
             isGap = !name.empty();
             continue;
         }
@@ -37,35 +33,36 @@ std::string joined(std::string_view path) {
     return name;
 }
 
-int* keptDimensions(const std::vector<int>& sizes) {
+/// Returns a copy that the element will own; null for none.
+int* allocateDimensions(const std::vector<int>& sizes) {
     if (sizes.empty()) {
         return nullptr;
     }
-    auto* const kept = static_cast<int*>(utMalloc(sizes.size() * sizeof(int)));
-    if (kept == nullptr) {
+    auto* const dimensions = static_cast<int*>(utMalloc(sizes.size() * sizeof(int)));
+    if (dimensions == nullptr) {
         throw std::bad_alloc();
     }
-    std::ranges::copy(sizes, kept);
-    return kept;
+    std::ranges::copy(sizes, dimensions);
+    return dimensions;
 }
 
 } // namespace
 
-Structs::Structs(const fmi::Description& description, const VariableIds& variableIds, Types& types,
+Structs::Structs(const fmi::Description& description, const Units& units, Types& types,
                  fmi::Remarks& remarks) {
     if (!description.hasStructuredNames) {
         return;
     }
-    tree_ = growNameTree(description, remarks);
-    shapes_ = findShapes(description, tree_, variableIds, remarks);
+    tree_ = buildNameTree(description, remarks);
+    shapes_ = findShapes(description, tree_, types.variableIds(), units, remarks);
     StructLayout layout(types.table());
     for (const Shape& shape : shapes_.all) {
-        make(shape, description, types, remarks, layout);
+        add(shape, description, types, remarks, layout);
     }
 }
 
-void Structs::make(const Shape& shape, const fmi::Description& description, Types& types,
-                   fmi::Remarks& remarks, StructLayout& layout) {
+void Structs::add(const Shape& shape, const fmi::Description& description, Types& types,
+                  fmi::Remarks& remarks, StructLayout& layout) {
     typeOfShape_.push_back(noIndex);
     std::vector<ShapeElement> elements = shape.elements;
     std::erase_if(elements, [this](const ShapeElement& element) {
@@ -74,70 +71,68 @@ void Structs::make(const Shape& shape, const fmi::Description& description, Type
     if (elements.empty()) {
         return;
     }
-    const std::string path = pathOf(shape.first);
-    StructDataType& type = types.addStruct(joined(path));
+    const std::string original = path(shape.first);
+    StructDataType& type = types.addStruct(joinWithUnderscores(original));
     const auto giveUp = [&](const char* reason) {
-        remarks.problem(
-            description.variables[tree_.instances[shape.first].bringer].place,
-            fmt::format("struct {} cannot be laid out: {}", text::quoted(path), reason));
+        remarks.problem(description.variables[tree_.instances[shape.first].firstVariable].place,
+                        "struct {} cannot be laid out: {}", text::quoted(original), reason);
         types.table().removeDataType(&type);
     };
     try {
-        fill(type, elements);
+        setElements(type, elements);
         layout.layOut(type);
     } catch (const LayoutError& error) {
         return giveUp(error.what());
-    } catch (const fnd::except::IException& refusal) {
-        return giveUp(refusal.what());
+    } catch (const fnd::except::IException& error) {
+        return giveUp(error.what());
     }
-    types.setOriginalName(type.getId(), path);
+    types.setOriginalName(type.getId(), original);
     for (const ShapeElement& element : elements) {
         if (element.isStruct) {
-            all_[typeOfShape_[static_cast<std::size_t>(element.type)]].isOutermost = false;
+            nestedType(element).isOutermost = false;
         }
     }
     typeOfShape_.back() = static_cast<std::uint32_t>(all_.size());
     all_.push_back({type.getId(), layout.alignmentOf(type.getId()), shape.variables});
 }
 
-void Structs::fill(StructDataType& type, const std::vector<ShapeElement>& elements) {
+void Structs::setElements(StructDataType& type, const std::vector<ShapeElement>& elements) {
     type.setNumElements(static_cast<int>(elements.size()));
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const ShapeElement& from = elements[i];
         StructElement& element = *type.getElements()[i];
         element.setName(std::string(from.name).c_str());
-        element.setDataTypeId(
-            from.isStruct ? all_[typeOfShape_[static_cast<std::size_t>(from.type)]].id : from.type);
+        element.setDataTypeId(from.isStruct ? nestedType(from).id : from.type);
         element.setUnitId(from.unit);
         element.setNumDimensions(static_cast<int>(from.dimensions.size()));
-        element.setDimensions(keptDimensions(from.dimensions));
+        element.setDimensions(allocateDimensions(from.dimensions));
         element.setSignalType(0);
         element.setSamplingMode(0);
         element.setDimensionsMode(0);
     }
 }
 
-const Structs::Type* Structs::withId(int id) const {
+const Structs::Type* Structs::find(int id) const {
     const auto type = std::ranges::lower_bound(all_, id, {}, &Type::id);
     return type != all_.end() && type->id == id ? &*type : nullptr;
 }
 
-const Structs::Type* Structs::at(std::string_view name) const {
+const Structs::Type* Structs::find(std::string_view name) const {
     const std::uint32_t instance = findInstance(tree_, name);
     const std::uint32_t shape = instance == noIndex ? noIndex : shapes_.ofInstance[instance];
     const std::uint32_t type = shape == noIndex ? noIndex : typeOfShape_[shape];
     return type == noIndex ? nullptr : &all_[type];
 }
 
-std::string Structs::pathOf(std::uint32_t instance) const {
-    PathEnd path;
+std::string Structs::path(std::uint32_t instance) const {
+    PathEnd end;
     for (bool hasRoom = true; hasRoom && instance != 0;) {
-        const Instance& at = tree_.instances[instance];
-        const Member& member = tree_.members[at.member];
-        hasRoom = path.prepend(shapes_.isArray[at.member] ? member.name : at.text);
+        const Instance& step = tree_.instances[instance];
+        const Member& member = tree_.members[step.member];
+        hasRoom = end.prepend(shapes_.isArray[step.member] ? member.name : step.text);
         instance = member.owner;
     }
-    return path.text();
+    return end.text();
 }
 
 } // namespace tvtool::model

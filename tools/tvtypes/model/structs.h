@@ -1,5 +1,5 @@
 /// \file
-/// The struct types that the names of a model's variables tell of.
+/// The struct types that the names of a model's variables express.
 #pragma once
 
 #include "fmi/description.h"
@@ -17,34 +17,38 @@
 
 namespace tvtool::model {
 
-/// Makes a struct type for each shape there is and lays it out. A type is named by the place where
-/// its shape occurs first, as wheel_hub by wheel[1].hub, and has that place as its original name.
-/// What cannot be laid out is a problem, and no type and no element of another.
+/// Registers and lays out a struct type for each shape. Its name comes from the path of its first
+/// instance, which is its original name: wheel_hub from wheel[1].hub. A struct that cannot be laid
+/// out is a problem, and neither a type nor an element.
 class Structs {
   public:
     struct Type {
         int id = 0;
         int alignment = 0;
-        std::size_t variables = 0; ///< how many lie in structs of this type
-        bool isOutermost = true;   ///< whether no other struct holds one
+        std::size_t variables = 0; ///< number of variables in structs of this type
+        bool isOutermost = true;   ///< whether no other struct contains one
     };
 
-    /// Without structured names there are none.
-    Structs(const fmi::Description& description, const VariableIds& variableIds, Types& types,
+    /// Without structured names there are no structs.
+    Structs(const fmi::Description& description, const Units& units, Types& types,
             fmi::Remarks& remarks);
 
-    /// In the order of their ids: what a struct holds stands ahead of it.
+    /// Returns the types in the order of their ids: a nested type is before those that contain it.
     const std::vector<Type>& all() const { return all_; }
 
-    const Type* withId(int id) const;
-    /// The type of the struct to which a name in the description leads; null if there is none.
-    const Type* at(std::string_view name) const;
+    /// Returns the type with an id; null if it is no struct type.
+    const Type* find(int id) const;
+    /// Returns the type of the struct with a name in the description; null if there is none.
+    const Type* find(std::string_view name) const;
 
   private:
-    void make(const Shape& shape, const fmi::Description& description, Types& types,
-              fmi::Remarks& remarks, StructLayout& layout);
-    void fill(StructDataType& type, const std::vector<ShapeElement>& elements);
-    std::string pathOf(std::uint32_t instance) const;
+    void add(const Shape& shape, const fmi::Description& description, Types& types,
+             fmi::Remarks& remarks, StructLayout& layout);
+    void setElements(StructDataType& type, const std::vector<ShapeElement>& elements);
+    Type& nestedType(const ShapeElement& element) {
+        return all_[typeOfShape_[static_cast<std::size_t>(element.type)]];
+    }
+    std::string path(std::uint32_t instance) const;
 
     NameTree tree_;
     Shapes shapes_;

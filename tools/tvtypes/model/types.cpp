@@ -5,7 +5,6 @@
 #include <fnd/except.h>
 
 #include <array>
-#include <cstdint>
 #include <string>
 
 namespace tvtool::model {
@@ -19,15 +18,13 @@ constexpr auto modelSource = static_cast<DataTypeSource>(2);
 constexpr int enumeratedSize = 4;
 constexpr const char* enumeratedStorage = "int32";
 
-/// The type in the table for each base type, in the order of BaseType; null outside the table. An
-/// Enumeration without a declared type is known by what holds its values.
-constexpr std::array<const char*, fmi::baseTypeCount> tableNames{
-    "double", "single", "int8",    "uint8", "int16", "uint16", "int32",          "uint32",
-    "sfix64", "ufix64", "boolean", nullptr, nullptr, nullptr,  enumeratedStorage};
+/// The type in the table for each base type, in the order of BaseType; null if the table cannot
+/// represent it. An Enumeration without a declared type is shown as its storage.
+constexpr std::array<const char*, fmi::baseTypeCount + 1> tableNames{
+    "double", "single", "int8",    "uint8", "int16", "uint16", "int32",           "uint32",
+    "sfix64", "ufix64", "boolean", nullptr, nullptr, nullptr,  enumeratedStorage, nullptr};
 
-const char* tableNameOf(BaseType base) {
-    return base == BaseType::None ? nullptr : tableNames[static_cast<std::size_t>(base)];
-}
+const char* tableName(BaseType base) { return tableNames[static_cast<std::size_t>(base)]; }
 
 std::unordered_set<std::string_view> declaredNames(const fmi::Description& description) {
     std::unordered_set<std::string_view> names;
@@ -37,42 +34,44 @@ std::unordered_set<std::string_view> declaredNames(const fmi::Description& descr
     return names;
 }
 
-/// What `work` gives, or INVALID_DATA_TYPE_ID and a problem if the library refuses.
-template <class Work>
-int idUnlessRefused(const fmi::Place& place, fmi::Remarks& remarks, Work work) {
+/// Returns the id from `registerType`, or INVALID_DATA_TYPE_ID, with a problem, if it throws.
+template <class Register>
+int idOrProblem(const fmi::Place& place, fmi::Remarks& remarks, Register registerType) {
     try {
-        return work();
-    } catch (const fnd::except::IException& refusal) {
-        remarks.problem(place, refusal.what());
+        return registerType();
+    } catch (const fnd::except::IException& error) {
+        remarks.problem(place, "{}", error.what());
         return INVALID_DATA_TYPE_ID;
     }
 }
 
 } // namespace
 
-std::size_t positionOf(int id) { return static_cast<std::size_t>(std::int64_t{id} + 1); }
-
-bool isOutside(BaseType base) { return base != BaseType::None && tableNameOf(base) == nullptr; }
+bool isOutside(BaseType base) { return base != BaseType::None && tableName(base) == nullptr; }
 
 Types::Types(const fmi::Description& description, fmi::Remarks& remarks)
     : remarks_(remarks), names_(table_, declaredNames(description)) {
-    definitionIds_.reserve(description.types.size());
+    std::vector<int> definitionIds;
+    definitionIds.reserve(description.types.size());
     for (const fmi::TypeDefinition& type : description.types) {
-        definitionIds_.push_back(define(type));
+        definitionIds.push_back(define(type));
+    }
+    variableIds_.reserve(description.variables.size());
+    for (const fmi::Variable& variable : description.variables) {
+        variableIds_.push_back(variable.type != fmi::noIndex
+                                   ? definitionIds[variable.type]
+                                   : baseTypeId(variable.base, variable.place));
     }
 }
 
 int Types::define(const fmi::TypeDefinition& type) {
-    if (isOutside(type.base)) {
-        return INVALID_DATA_TYPE_ID;
-    }
-    const std::string name = names_.nameFor(type.name);
     const bool isEnumeration = type.base == BaseType::Enumeration;
-    const int target = isEnumeration ? INVALID_DATA_TYPE_ID : idOfBase(type.base, type.place);
-    if (!isEnumeration && target == INVALID_DATA_TYPE_ID) {
+    const int target = baseTypeId(type.base, type.place);
+    if (target == INVALID_DATA_TYPE_ID) {
         return INVALID_DATA_TYPE_ID;
     }
-    const int id = idUnlessRefused(type.place, remarks_, [&] {
+    const std::string name = names_.freeName(type.name);
+    const int id = idOrProblem(type.place, remarks_, [&] {
         return isEnumeration
                    ? registerEnumeration(name)
                    : table_.registerAliasDataType(name.c_str(), modelSource, target, nullptr);
@@ -85,7 +84,7 @@ int Types::define(const fmi::TypeDefinition& type) {
 
 int Types::registerEnumeration(const std::string& name) {
     const int id = table_.registerDataType(name.c_str(), modelSource, nullptr);
-    DataType& type = *table_.getDataTypeAt(positionOf(id));
+    DataType& type = typeRecord(table_, id);
     type.setSize(enumeratedSize);
     table_.setDataTypeStorageId(id,
                                 TVTypeSys::DataTypeTable::getBuiltInDataType(enumeratedStorage));
@@ -93,49 +92,42 @@ int Types::registerEnumeration(const std::string& name) {
     return id;
 }
 
-int Types::idOfBase(BaseType base, const fmi::Place& place) {
-    const char* const name = tableNameOf(base);
+int Types::baseTypeId(BaseType base, const fmi::Place& place) {
+    const char* const name = tableName(base);
     if (name == nullptr) {
         return INVALID_DATA_TYPE_ID;
     }
     const int id = table_.getDataTypeId(name);
-    if (id != INVALID_DATA_TYPE_ID) {
-        return id;
-    }
-    return idUnlessRefused(place, remarks_, [&] { return registerFixedPoint(base); });
+    return id != INVALID_DATA_TYPE_ID
+               ? id
+               : idOrProblem(place, remarks_, [&] { return registerFixedPoint(base); });
 }
 
 /// The built-in types end at 32 bits; wider integers are fixed-point types without a fraction.
 int Types::registerFixedPoint(BaseType base) {
     const fxpDataTypeProp properties{
         FXP_DT_FIXPT, base == BaseType::Int64 ? 1U : 0U, 64, 0, 1.0, 0.0, 0};
-    const int id = table_.registerDataType(tableNameOf(base), modelSource, nullptr);
-    DataType& type = *table_.getDataTypeAt(positionOf(id));
+    const int id = table_.registerDataType(tableName(base), modelSource, nullptr);
+    DataType& type = typeRecord(table_, id);
     type.setSize(8);
     type.setPropertiesSize(sizeof properties);
     type.setProperties(&properties);
     return id;
 }
 
-int Types::idOf(const fmi::Variable& variable) {
-    return variable.type != fmi::noIndex ? definitionIds_[variable.type]
-                                         : idOfBase(variable.base, variable.place);
-}
-
 StructDataType& Types::addStruct(std::string_view name) {
     const int id =
-        table_.registerStructDataType(names_.nameFor(name).c_str(), modelSource, nullptr);
-    return static_cast<StructDataType&>(*table_.getDataTypeAt(positionOf(id)));
+        table_.registerStructDataType(names_.freeName(name).c_str(), modelSource, nullptr);
+    return static_cast<StructDataType&>(typeRecord(table_, id));
 }
 
-const std::string& Types::originalNameOf(int id) const {
-    static const std::string none;
+std::string Types::originalName(int id) const {
     const auto original = originalNames_.find(id);
-    return original == originalNames_.end() ? none : original->second;
+    return original == originalNames_.end() ? "" : original->second;
 }
 
 void Types::setOriginalName(int id, std::string_view name) {
-    if (name != table_.getDataTypeAt(positionOf(id))->getName()) {
+    if (name != typeRecord(table_, id).getName()) {
         originalNames_.emplace(id, name);
     }
 }

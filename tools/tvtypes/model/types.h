@@ -10,6 +10,7 @@
 #include <tvtypes/structdatatype.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -17,22 +18,22 @@
 
 namespace tvtool::model {
 
-/// Brings a model's types into a table of its own. A refusal of the table becomes a problem of the
-/// element that asked for it, and the type is then INVALID_DATA_TYPE_ID.
+/// Registers a model's types in a table. An error of the table becomes a problem of the element
+/// with the type, whose id is then INVALID_DATA_TYPE_ID.
 class Types {
   public:
     Types(const fmi::Description& description, fmi::Remarks& remarks);
 
-    /// The type of a variable: its declared type, else its base type. INVALID_DATA_TYPE_ID if it
-    /// lies outside the table or has none.
-    int idOf(const fmi::Variable& variable);
+    /// Returns the type id of each variable: of its declared type, else of its base type.
+    /// INVALID_DATA_TYPE_ID if the table cannot represent it or the variable has none.
+    const std::vector<int>& variableIds() const { return variableIds_; }
 
-    /// A new struct type with nothing in it, its name as near to the given one as the table takes.
+    /// Registers an empty struct type with this name, or a similar one that the table takes.
     StructDataType& addStruct(std::string_view name);
 
-    /// The name that the description gives to a type, where the table has another; else empty.
-    const std::string& originalNameOf(int id) const;
-    /// Remembers the name that the description gives to a type, if the table has another.
+    /// Returns the name of a type in the description if it differs from that in the table, else
+    /// empty.
+    std::string originalName(int id) const;
     void setOriginalName(int id, std::string_view name);
 
     const TVTypeSys::DataTypeTable& table() const { return table_; }
@@ -41,20 +42,23 @@ class Types {
   private:
     int define(const fmi::TypeDefinition& type);
     int registerEnumeration(const std::string& name);
-    int idOfBase(fmi::BaseType base, const fmi::Place& place);
+    int baseTypeId(fmi::BaseType base, const fmi::Place& place);
     int registerFixedPoint(fmi::BaseType base);
 
     fmi::Remarks& remarks_;
     TVTypeSys::DataTypeTable table_;
     Names names_;
-    std::vector<int> definitionIds_;                     ///< by index of the type definition
+    std::vector<int> variableIds_;
     std::unordered_map<int, std::string> originalNames_; ///< by id
 };
 
-/// Where the type with this id stands in the table.
-std::size_t positionOf(int id);
+/// Returns the record of a type.
+template <class Table>
+auto& typeRecord(Table& table, int id) {
+    return *table.getDataTypeAt(static_cast<std::size_t>(std::int64_t{id} + 1));
+}
 
-/// Whether values of a base type have no type in the table.
+/// Returns whether the table cannot represent the values of a base type.
 bool isOutside(fmi::BaseType base);
 
 } // namespace tvtool::model

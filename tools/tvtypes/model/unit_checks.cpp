@@ -7,108 +7,102 @@
 
 #include <cmath>
 #include <cstddef>
-#include <variant>
 
 namespace tvtool::model {
 
 namespace {
 
 using text::quoted;
-using units::Meaning;
+using units::Expansion;
 using Powers = std::map<std::string, std::int64_t>;
 
 constexpr double tolerance = 1e-6;
 
-Meaning meaningOf(const fmi::BaseUnit& base) {
-    return {powersOf(base), exact::Number(base.factor), exact::Number(base.offset), nullptr};
-}
-
-/// Descriptions have no base unit of memory.
-Powers comparable(Powers powers) {
+/// Removes the unit of memory, which descriptions have no base unit for.
+Powers withoutMemory(Powers powers) {
     powers.erase("b");
     return powers;
 }
 
-Powers inverseOf(Powers powers) {
-    for (auto& [symbol, power] : powers) {
-        power = -power;
-    }
-    return powers;
-}
-
-/// Rounded, but not as much as what is compared.
-std::string decimal(const exact::Number& number) {
-    return fmt::format("{:.10g}", static_cast<double>(number));
-}
-
-/// One sentence a difference in the numbers. Gives whether there is none.
-class NumberCheck {
+/// Compares a unit or a display unit with its name.
+class Comparison {
   public:
-    NumberCheck(std::string subject, const fmi::Place& place, fmi::Remarks& remarks)
+    Comparison(std::string subject, const fmi::Place& place, fmi::Remarks& remarks)
         : subject_(std::move(subject)), place_(place), remarks_(remarks) {}
 
-    void compare(const char* what, double given, double absent, const exact::Number& expected) {
-        if (exact::areClose(exact::Number(given), expected, tolerance)) {
-            return;
+    bool comparePowers(const Powers& byName, const Powers& other) const {
+        if (byName != other) {
+            remarks_.problem(place_, "{} measures {} by its name, and not {}", subject_,
+                             units::productText(byName), units::productText(other));
         }
-        isRight_ = false;
-        remarks_.problem(place_, given == absent
-                                     ? fmt::format("{} has no {}; by its name it has {}", subject_,
-                                                   what, decimal(expected))
-                                     : fmt::format("{} has the {} {}; by its name it has {}",
-                                                   subject_, what, given, decimal(expected)));
+        return byName == other;
     }
-    bool isRight() const { return isRight_; }
+
+    bool compareNumber(const char* kind, double given, double absent,
+                       const exact::Number& byName) const {
+        if (exact::areClose(exact::Number(given), byName, tolerance)) {
+            return true;
+        }
+        remarks_.problem(place_, "{} has {}; by its name it has {:.10g}", subject_,
+                         given == absent ? fmt::format("no {}", kind)
+                                         : fmt::format("the {} {}", kind, given),
+                         static_cast<double>(byName));
+        return false;
+    }
+
+    bool compareNumbers(double factor, double offset, const exact::Number& factorByName,
+                        const exact::Number& offsetByName) const {
+        const bool isFactorRight = compareNumber("factor", factor, 1, factorByName);
+        return compareNumber("offset", offset, 0, offsetByName) && isFactorRight;
+    }
 
   private:
     std::string subject_;
     const fmi::Place& place_;
     fmi::Remarks& remarks_;
-    bool isRight_ = true;
 };
 
 void checkDisplayUnit(const fmi::DisplayUnit& display, const fmi::UnitDefinition& definition,
-                      const Meaning& meaning, fmi::Remarks& remarks) {
+                      const Expansion& meaning, fmi::Remarks& remarks) {
     const NamedMeaning named = meaningOfName(display.name);
-    const std::string subject = fmt::format(
-        "display unit {} of unit {}", text::quoted(display.name), text::quoted(definition.name));
+    const std::string subject =
+        fmt::format("display unit {} of unit {}", quoted(display.name), quoted(definition.name));
     if (!named.meaning) {
-        remarks.note(display.place, fmt::format("{} is not known, and not looked at", subject));
+        remarks.note(display.place, "{} is not known, and not looked at", subject);
         return;
     }
-    const Powers shown = comparable(named.meaning->powers);
-    const Powers own = comparable(meaning.powers);
-    const Powers expected = display.isInverse ? inverseOf(own) : own;
-    if (shown != expected) {
-        remarks.problem(display.place,
-                        fmt::format("{} measures {} by its name, and not {}", subject,
-                                    units::productText(shown), units::productText(expected)));
+    Powers expected = withoutMemory(meaning.powers);
+    for (auto& [symbol, power] : expected) {
+        power = display.isInverse ? -power : power;
+    }
+    const Comparison comparison(subject, display.place, remarks);
+    if (!comparison.comparePowers(withoutMemory(named.meaning->powers), expected)) {
         return;
     }
-    NumberCheck check(subject, display.place, remarks);
     if (display.isInverse) {
-        check.compare("factor", display.factor, 1,
-                      1 / exact::Number(meaning.factor * named.meaning->factor));
-        return;
+        comparison.compareNumber("factor", display.factor, 1,
+                                 1 / exact::Number(meaning.factor * named.meaning->factor));
+    } else {
+        const auto conversion = units::conversionBetween(meaning, *named.meaning);
+        comparison.compareNumbers(display.factor, display.offset, conversion.factor,
+                                  conversion.offset);
     }
-    const units::Conversion conversion = units::conversionBetween(meaning, *named.meaning);
-    check.compare("factor", display.factor, 1, conversion.factor);
-    check.compare("offset", display.offset, 0, conversion.offset);
 }
 
 } // namespace
 
 NamedMeaning meaningOfName(std::string_view name) {
-    const auto read = units::readUnit(name);
-    const auto* const reading = std::get_if<units::Reading>(&read);
-    if (reading == nullptr) {
+    units::Reading reading;
+    try {
+        reading = units::readUnit(name);
+    } catch (const text::ParseError&) {
         return {};
     }
-    NamedMeaning named{units::meaningOfExpression(reading->expression), reading->isAsWritten, {}};
-    if (named.meaning && reading->factor == 1) {
-        named.expression = reading->expression;
+    NamedMeaning named{units::expandExpression(reading.expression), reading.isAsWritten, {}};
+    if (named.meaning && reading.factor == 1) {
+        named.expression = reading.expression;
     } else if (named.meaning) {
-        named.meaning->factor *= reading->factor;
+        named.meaning->factor *= reading.factor;
     }
     return named;
 }
@@ -123,7 +117,7 @@ Powers powersOf(const fmi::BaseUnit& base) {
     return powers;
 }
 
-std::string textOf(const fmi::BaseUnit& base) {
+std::string baseUnitText(const fmi::BaseUnit& base) {
     Powers powers = powersOf(base);
     if (base.powers.back() != 0) {
         powers.emplace(fmi::baseUnitNames.back(), base.powers.back());
@@ -143,30 +137,25 @@ bool checkUnit(const fmi::UnitDefinition& definition, const NamedMeaning& named,
     if (!named.meaning || !definition.base) {
         return true;
     }
-    const Powers given = powersOf(*definition.base);
-    const Powers expected = comparable(named.meaning->powers);
-    const std::string subject = fmt::format("unit {}", text::quoted(definition.name));
-    if (given != expected) {
-        remarks.problem(definition.place,
-                        fmt::format("{} measures {} by its name, and not {}", subject,
-                                    units::productText(expected), units::productText(given)));
-        return false;
-    }
-    NumberCheck check(subject, definition.place, remarks);
-    check.compare("factor", definition.base->factor, 1, named.meaning->factor);
-    check.compare("offset", definition.base->offset, 0, named.meaning->offset);
-    return check.isRight();
+    const fmi::BaseUnit& base = *definition.base;
+    const Comparison comparison(fmt::format("unit {}", quoted(definition.name)), definition.place,
+                                remarks);
+    return comparison.comparePowers(withoutMemory(named.meaning->powers), powersOf(base)) &&
+           comparison.compareNumbers(base.factor, base.offset, named.meaning->factor,
+                                     named.meaning->offset);
 }
 
 void checkDisplayUnits(const fmi::UnitDefinition& definition, const NamedMeaning& named,
                        fmi::Remarks& remarks) {
-    const std::optional<Meaning> meaning =
-        definition.base ? std::optional(meaningOf(*definition.base)) : named.meaning;
-    if (!meaning) {
-        return;
+    std::optional<Expansion> meaning = named.meaning;
+    if (const std::optional<fmi::BaseUnit>& base = definition.base) {
+        meaning = Expansion{powersOf(*base), exact::Number(base->factor),
+                            exact::Number(base->offset), nullptr};
     }
-    for (const fmi::DisplayUnit& display : definition.displayUnits) {
-        checkDisplayUnit(display, definition, *meaning, remarks);
+    if (meaning) {
+        for (const fmi::DisplayUnit& display : definition.displayUnits) {
+            checkDisplayUnit(display, definition, *meaning, remarks);
+        }
     }
 }
 

@@ -1,10 +1,10 @@
 /// \file
-/// Whether units mean what their names say.
+/// Comparison of units with their names.
 #pragma once
 
 #include "fmi/description.h"
 #include "fmi/remarks.h"
-#include "units/meaning.h"
+#include "units/expansion.h"
 
 #include <cstdint>
 #include <map>
@@ -14,30 +14,30 @@
 
 namespace tvtool::model {
 
-/// What the name of a unit says.
+/// The unit that a name expresses.
 struct NamedMeaning {
-    std::optional<units::Meaning> meaning; ///< empty if the name is not known
-    bool isAsWritten = false;              ///< whether the library takes the name itself
-    /// What the library takes for the name; empty if the name has a number, too, for which an
-    /// expression has no room.
+    std::optional<units::Expansion> meaning; ///< empty if the name is not known
+    bool isAsWritten = false;                ///< whether the name is an expression of the library
+    /// The expression of the library; empty if the name contains a number, which an expression
+    /// cannot.
     std::string expression;
 };
 
-/// Reads the name as people write units.
+/// Reads a name in any usual spelling.
 NamedMeaning meaningOfName(std::string_view name);
 
-/// The base units of a BaseUnit, which the database has but for the radian: that is 1 there.
+/// Returns the powers of the base units except the radian, which is 1 in the database.
 std::map<std::string, std::int64_t> powersOf(const fmi::BaseUnit& base);
 
-/// A BaseUnit in one line, with the radian: 0.1 * rad/s, K + 273.15.
-std::string textOf(const fmi::BaseUnit& base);
+/// Returns a base unit in one line, with the radian: 0.1 * rad/s, K + 273.15.
+std::string baseUnitText(const fmi::BaseUnit& base);
 
-/// Says where base units, factor and offset of a definition differ from what its name says, and
-/// gives whether they agree. They do so if either says nothing. Numbers in descriptions are
-/// rounded, so what differs by a millionth is the same.
+/// Returns whether the base units, factor and offset of a definition agree with its name, or one of
+/// the two is missing; a difference is a problem. Numbers in descriptions are rounded, so relative
+/// differences up to a millionth are ignored.
 bool checkUnit(const fmi::UnitDefinition& unit, const NamedMeaning& named, fmi::Remarks& remarks);
 
-/// The same for the display units of a definition.
+/// Same for the display units of a definition.
 void checkDisplayUnits(const fmi::UnitDefinition& unit, const NamedMeaning& named,
                        fmi::Remarks& remarks);
 

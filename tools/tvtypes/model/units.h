@@ -13,46 +13,42 @@
 
 namespace tvtool::model {
 
-/// What a unit of the description has been taken for.
-enum class UnitBasis {
-    Name,      ///< what the library takes its name for
-    Reading,   ///< what its name is read as
-    BaseUnits, ///< its product of base units
-    Nothing    ///< it has no place in the table
-};
-
-/// The id of what has no unit of its own, or one without a place in the table.
+/// The id of elements without a unit in the table.
 inline constexpr int inheritedUnit = -1;
 
-/// Brings a model's units into a table of their own. A unit has a place there if the table can hold
-/// what the description says of it, in whatever way its name is written. What the name and the
-/// numbers in the description say differently is a problem.
+/// Registers a model's units in a table: by their names, in all usual spellings, else by their base
+/// units if the factor is 1 and the offset 0. A name that disagrees with the numbers in the
+/// description is a problem.
 ///
-/// Without units the database is left alone. If it cannot be read, no unit has a place.
+/// The unit database is loaded only if the description has units. If it cannot be read, no unit is
+/// in the table.
 class Units {
   public:
     struct Unit {
-        UnitBasis basis = UnitBasis::Nothing;
-        int id = inheritedUnit;
-        std::string expression; ///< empty if it has no place
+        int id = inheritedUnit; ///< inheritedUnit if it is not in the table
+        std::string expression;
+        /// Of the expression: "name" if that is an expression of the library, "reading" if it was
+        /// rewritten as one, or "base units". Empty if it is not in the table.
+        const char* source = "";
     };
 
     Units(const fmi::Description& description, fmi::Remarks& remarks);
 
-    /// By index in Description::units.
+    /// Returns the units by index in Description::units.
     const std::vector<Unit>& all() const { return all_; }
 
-    /// The id for each variable.
-    const std::vector<int>& variableIds() const { return variableIds_; }
+    /// Returns the unit id of a variable.
+    int variableId(const fmi::Variable& variable) const {
+        return variable.unit == fmi::noIndex ? inheritedUnit : all_[variable.unit].id;
+    }
 
   private:
-    Unit enter(const fmi::UnitDefinition& definition, fmi::Remarks& remarks);
-    Unit registered(UnitBasis basis, const std::string& expression, const fmi::Place& place,
-                    fmi::Remarks& remarks);
+    Unit add(const fmi::UnitDefinition& definition, fmi::Remarks& remarks);
+    Unit registerUnit(const std::string& expression, const char* source, const fmi::Place& place,
+                      fmi::Remarks& remarks);
 
     std::unique_ptr<TVTypeSys::UnitTable> table_;
     std::vector<Unit> all_;
-    std::vector<int> variableIds_;
 };
 
 } // namespace tvtool::model

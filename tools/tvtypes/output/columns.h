@@ -1,9 +1,7 @@
 /// \file
-/// Reports declared once: a list of columns over a record type, from which both the table and the
-/// JSON come.
-///
-/// A column has a heading for the table, a member name for the JSON, and a value that is computed
-/// from the record:
+/// Declaration of a report as a list of columns over a record type, from which both the table and
+/// the JSON are printed. A column has a heading for the table, a member name for the JSON, and a
+/// value:
 ///
 ///     const Columns<Word> wordColumns{
 ///         {"word", "word", &Word::text},
@@ -30,7 +28,7 @@
 
 namespace tvtool::output {
 
-/// In place of a heading or a member name: the column is missing from the table, or from the JSON.
+/// The heading or the member name of a column that is not in the table, or not in the JSON.
 inline constexpr const char* none = nullptr;
 
 template <class Row>
@@ -48,12 +46,12 @@ class Column {
           align_(alignOf<Function>()),
           value_([value](const Row& row) { return jsonValue(std::invoke(value, row)); }) {}
 
-    /// The table shows this text of the row instead of the value. It must be safe to print.
+    /// Sets the text of a cell, which must be safe to print; without it the value is printed.
     Column shownAs(Text text) && {
         text_ = std::move(text);
         return std::move(*this);
     }
-    /// The table shows texts shortened to this number of bytes.
+    /// Sets the largest number of bytes of a cell; longer texts are shortened.
     Column shortenedTo(std::size_t longest) && {
         longest_ = longest;
         return std::move(*this);
@@ -62,7 +60,7 @@ class Column {
         align_ = Align::Right;
         return std::move(*this);
     }
-    /// The table has the column only if some row has a text in it.
+    /// Omits the column from the table if all its cells are empty.
     Column ifAny() && {
         isOptional_ = true;
         return std::move(*this);
@@ -116,6 +114,13 @@ boost::json::array jsonArray(const std::vector<Row>& rows, const Columns<Row>& c
         array.push_back(jsonObject(row, columns));
     }
     return array;
+}
+
+/// Returns a function for a column of a JSON array: the rows in a member, with their columns, which
+/// must outlive it.
+template <class Row, class Part>
+auto rowsOf(std::vector<Part> Row::*member, const Columns<Part>& columns) {
+    return [member, &columns](const Row& row) { return jsonArray(row.*member, columns); };
 }
 
 /// Prints a heading and a line for each row. An empty cell is shown as "-".

@@ -5,19 +5,9 @@
 
 #include <fmt/format.h>
 
-#include <cmath>
-
 namespace tvtool::output {
 
 namespace json = boost::json;
-
-json::value jsonValue(std::string_view text) {
-    return text.empty() ? json::value(nullptr) : json::value(text);
-}
-
-json::value jsonValue(double number) {
-    return std::isfinite(number) ? json::value(number) : json::value(nullptr);
-}
 
 std::string cellText(const json::value& value, std::size_t longest) {
     switch (value.kind()) {

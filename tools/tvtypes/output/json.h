@@ -1,18 +1,24 @@
 /// \file
-/// Values of reports as JSON, and JSON as text.
+/// Values of reports in JSON.
 #pragma once
 
 #include <boost/json.hpp>
 
+#include <cmath>
 #include <cstddef>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
 #include <type_traits>
-#include <vector>
+#include <utility>
 
 namespace tvtool::output {
+
+template <class Type>
+inline constexpr bool isOptionalType = false;
+template <class Type>
+inline constexpr bool isOptionalType<std::optional<Type>> = true;
 
 template <class Type>
 inline constexpr bool isNumeric = std::is_arithmetic_v<Type> && !std::is_same_v<Type, bool>;
@@ -20,32 +26,27 @@ template <class Type>
 inline constexpr bool isNumeric<std::optional<Type>> = isNumeric<Type>;
 
 /// Returns a JSON value. An empty text, an empty optional and a number that is not finite are null.
-boost::json::value jsonValue(std::string_view text);
-boost::json::value jsonValue(double number);
-inline boost::json::value jsonValue(const std::string& text) {
-    return jsonValue(std::string_view(text));
-}
-inline boost::json::value jsonValue(const char* text) { return jsonValue(std::string_view(text)); }
-inline boost::json::value jsonValue(boost::json::value value) { return value; }
-inline boost::json::value jsonValue(boost::json::array array) { return array; }
-inline boost::json::value jsonValue(const std::vector<std::string>& texts) {
-    return boost::json::value_from(texts);
-}
-template <class Integer>
-requires std::is_integral_v<Integer> boost::json::value jsonValue(Integer number) {
-    return boost::json::value(number);
-}
 template <class Type>
-boost::json::value jsonValue(const std::optional<Type>& value) {
-    return value ? jsonValue(*value) : boost::json::value(nullptr);
+boost::json::value jsonValue(Type&& value) {
+    using Value = std::remove_cvref_t<Type>;
+    if constexpr (isOptionalType<Value>) {
+        return value ? jsonValue(*value) : boost::json::value(nullptr);
+    } else if constexpr (std::is_convertible_v<Value, std::string_view>) {
+        const std::string_view text(value);
+        return text.empty() ? boost::json::value(nullptr) : boost::json::value(text);
+    } else if constexpr (std::is_floating_point_v<Value>) {
+        return std::isfinite(value) ? boost::json::value(value) : boost::json::value(nullptr);
+    } else {
+        return boost::json::value_from(std::forward<Type>(value));
+    }
 }
 
 /// Returns a value as the text of a table's cell, safe to print: null as an empty text, a list with
 /// commas, true and false as "yes" and "no". Texts longer than `longest` bytes are shortened.
 std::string cellText(const boost::json::value& value, std::size_t longest);
 
-/// Prints an object in one line. Control characters, which JSON allows in texts, are escaped,
-/// because a terminal would obey them.
+/// Prints an object in one line. Escapes the control characters that JSON allows in texts, as they
+/// would control a terminal.
 void printJson(const boost::json::object& object, std::ostream& os);
 
 } // namespace tvtool::output

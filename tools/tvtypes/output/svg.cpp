@@ -1,12 +1,13 @@
 #include "output/svg.h"
 
 #include "text/safe_text.h"
+#include "text/utf8.h"
 
+#include <boost/algorithm/string/replace.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 
 namespace tvtool::output {
 
@@ -14,7 +15,7 @@ namespace {
 
 constexpr double lowestLabel = 8;
 constexpr double largestFont = 12;
-// More would lose what letters have below the line.
+// A larger font would cut off the descenders.
 constexpr double fontPerHeight = 0.8;
 constexpr double narrowestLetter = 3;
 
@@ -39,58 +40,41 @@ line {{ stroke: #44525f; stroke-width: 0.75; }}
 <rect width="100%" height="100%" style="fill:#ffffff;stroke:none"/>
 )svg";
 
-/// As much of a text as could show in so many letters.
-std::string_view beginningOf(std::string_view text, std::size_t letters) {
+/// Returns the first characters of a text.
+std::string_view firstCharacters(std::string_view text, std::size_t count) {
     std::size_t end = 0;
-    while (end < text.size() && letters > 0) {
+    while (end < text.size() && (count > 0 || text::isContinuationByte(text[end]))) {
+        count -= text::isContinuationByte(text[end]) ? 0 : 1;
         ++end;
-        while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
-            ++end;
-        }
-        --letters;
     }
     return text.substr(0, end);
 }
 
-} // namespace
-
+/// Returns a text as the content of an XML element.
 std::string xmlText(std::string_view text) {
-    std::string escaped;
-    for (const char c : text::safeText(text)) {
-        switch (c) {
-        case '&':
-            escaped += "&amp;";
-            break;
-        case '<':
-            escaped += "&lt;";
-            break;
-        case '>':
-            escaped += "&gt;";
-            break;
-        default:
-            escaped += c;
-        }
-    }
+    std::string escaped = text::safeText(text);
+    boost::replace_all(escaped, "&", "&amp;");
+    boost::replace_all(escaped, "<", "&lt;");
+    boost::replace_all(escaped, ">", "&gt;");
     return escaped;
 }
 
+} // namespace
+
 void Svg::rectangle(const Box& box, std::string_view style, std::string_view title) {
-    fmt::format_to(std::back_inserter(shapes_),
-                   "<rect x=\"{:.6g}\" y=\"{:.6g}\" width=\"{:.6g}\" height=\"{:.6g}\" "
-                   "class=\"{}\"><title>{}</title></rect>\n",
-                   box.x, box.y, box.width, box.height, style, xmlText(title));
+    shapes_ += fmt::format("<rect x=\"{:.6g}\" y=\"{:.6g}\" width=\"{:.6g}\" height=\"{:.6g}\" "
+                           "class=\"{}\"><title>{}</title></rect>\n",
+                           box.x, box.y, box.width, box.height, style, xmlText(title));
 }
 
 void Svg::line(double x1, double y1, double x2, double y2) {
-    fmt::format_to(std::back_inserter(shapes_),
-                   "<line x1=\"{:.6g}\" y1=\"{:.6g}\" x2=\"{:.6g}\" y2=\"{:.6g}\"/>\n", x1, y1, x2,
-                   y2);
+    shapes_ += fmt::format("<line x1=\"{:.6g}\" y1=\"{:.6g}\" x2=\"{:.6g}\" y2=\"{:.6g}\"/>\n", x1,
+                           y1, x2, y2);
 }
 
 void Svg::text(double x, double y, std::string_view style, std::string_view content) {
-    fmt::format_to(std::back_inserter(shapes_),
-                   "<text x=\"{:.6g}\" y=\"{:.6g}\" class=\"{}\">{}</text>\n", x, y, style,
-                   xmlText(content));
+    shapes_ += fmt::format("<text x=\"{:.6g}\" y=\"{:.6g}\" class=\"{}\">{}</text>\n", x, y, style,
+                           xmlText(content));
 }
 
 void Svg::label(const Box& box, std::string_view name, std::string_view detail) {
@@ -102,17 +86,16 @@ void Svg::label(const Box& box, std::string_view name, std::string_view detail) 
     const bool hasTwoLines = box.height >= 3 * largestFont;
     const double middle = box.height / 2 + font * 0.36;
     const double first = hasTwoLines ? middle - font * 0.65 : middle;
-    // An inner picture shows nothing beyond its edges.
-    fmt::format_to(std::back_inserter(shapes_),
-                   "<svg x=\"{:.6g}\" y=\"{:.6g}\" width=\"{:.6g}\" height=\"{:.6g}\">"
-                   "<text x=\"6\" y=\"{:.6g}\" font-size=\"{:.6g}\">{}",
-                   box.x, box.y, box.width - 2, box.height, first, font,
-                   xmlText(beginningOf(name, letters)));
+    // A nested svg element clips its content.
+    shapes_ += fmt::format("<svg x=\"{:.6g}\" y=\"{:.6g}\" width=\"{:.6g}\" height=\"{:.6g}\">"
+                           "<text x=\"6\" y=\"{:.6g}\" font-size=\"{:.6g}\">{}",
+                           box.x, box.y, box.width - 2, box.height, first, font,
+                           xmlText(firstCharacters(name, letters)));
     if (!detail.empty()) {
         const std::string place =
             hasTwoLines ? fmt::format("x=\"6\" dy=\"{:.6g}\"", font * 1.3) : "dx=\"8\"";
-        fmt::format_to(std::back_inserter(shapes_), "<tspan {} class=\"detail\">{}</tspan>", place,
-                       xmlText(beginningOf(detail, letters)));
+        shapes_ += fmt::format("<tspan {} class=\"detail\">{}</tspan>", place,
+                               xmlText(firstCharacters(detail, letters)));
     }
     shapes_ += "</text></svg>\n";
 }

@@ -1,5 +1,5 @@
 /// \file
-/// The few shapes of which pictures are made.
+/// Pictures in SVG.
 #pragma once
 
 #include <string>
@@ -14,21 +14,19 @@ struct Box {
     double height = 0;
 };
 
-/// A text of any characters as the content of an XML element.
-std::string xmlText(std::string_view text);
-
-/// Collects shapes from top to bottom, sized in pixels. Texts are any texts.
+/// A document of shapes, which are drawn in the order of the calls. Lengths are in pixels. Texts
+/// may contain any bytes.
 class Svg {
   public:
-    /// A rectangle of a class of the style sheet; `title` shows where the pointer rests on it.
+    /// Adds a rectangle. `style` is a class of the style sheet; `title` is shown at the pointer.
     void rectangle(const Box& box, std::string_view style, std::string_view title);
     void line(double x1, double y1, double x2, double y2);
     void text(double x, double y, std::string_view style, std::string_view content);
-    /// A name with something lighter behind it or, where there is room, below it, cut off at the
-    /// edges of a box. Nothing where the box is too low for any.
+    /// Adds a name and, in a lighter colour, a detail after it or, if the box is high enough, below
+    /// it. Both are cut off at the edges of the box; nothing is added if the box is too low.
     void label(const Box& box, std::string_view name, std::string_view detail);
 
-    /// The whole document, in a style sheet of its own.
+    /// Returns the document, with a style sheet.
     std::string document(double width, double height) const;
 
   private:

@@ -1,6 +1,6 @@
 #include "output/table.h"
 
-#include "text/width.h"
+#include "text/utf8.h"
 
 #include <fmt/format.h>
 
@@ -8,23 +8,6 @@
 #include <utility>
 
 namespace tvtool::output {
-
-namespace {
-
-const std::string& shownCell(const std::string& cell) {
-    static const std::string noText = "-";
-    return cell.empty() ? noText : cell;
-}
-
-} // namespace
-
-std::size_t Table::Column::width() const {
-    std::size_t width = text::displayWidth(heading);
-    for (const std::string& cell : cells) {
-        width = std::max(width, text::displayWidth(shownCell(cell)));
-    }
-    return width;
-}
 
 void Table::addColumn(std::string heading, Align align, std::vector<std::string> cells) {
     columns_.push_back({std::move(heading), align, std::move(cells)});
@@ -37,39 +20,36 @@ void Table::addRow(std::vector<std::string> cells) {
 }
 
 void Table::print(std::ostream& os, fmt::text_style headingStyle) const {
-    std::vector<std::size_t> widths;
-    for (const Column& column : columns_) {
-        widths.push_back(column.width());
-    }
-    const auto line = [&](const auto& cell) {
-        std::string text;
-        for (std::size_t i = 0; i < columns_.size(); ++i) {
-            text += columns_[i].align == Align::Left
-                        ? fmt::format("{:<{}}", cell(columns_[i]), widths[i])
-                        : fmt::format("{:>{}}", cell(columns_[i]), widths[i]);
-            text.append(2, ' ');
-        }
-        text.erase(text.find_last_not_of(' ') + 1);
-        return text;
+    static const std::string emptyCell = "-";
+    // Row 0 is the heading.
+    const auto cell = [](const Column& column, std::size_t row) -> const std::string& {
+        const std::string& text = row == 0 ? column.heading : column.cells[row - 1];
+        return text.empty() && row > 0 ? emptyCell : text;
     };
-    os << fmt::format(headingStyle, "{}", line([](const Column& column) -> const std::string& {
-                          return column.heading;
-                      }))
-       << '\n';
-    const std::size_t rowCount = columns_.empty() ? 0 : columns_.front().cells.size();
-    for (std::size_t row = 0; row < rowCount; ++row) {
-        os << line([row](const Column& column) -> const std::string& {
-            return shownCell(column.cells[row]);
-        }) << '\n';
+    const std::size_t rows = columns_.empty() ? 1 : columns_.front().cells.size() + 1;
+    std::vector<std::string> lines(rows);
+    for (const Column& column : columns_) {
+        std::vector<std::size_t> widths;
+        for (std::size_t row = 0; row < rows; ++row) {
+            widths.push_back(text::displayWidth(cell(column, row)));
+        }
+        const std::size_t width = *std::ranges::max_element(widths);
+        for (std::size_t row = 0; row < rows; ++row) {
+            const std::string padding(width - widths[row], ' ');
+            lines[row] += column.align == Align::Left ? cell(column, row) + padding
+                                                      : padding + cell(column, row);
+            lines[row] += "  ";
+        }
+    }
+    for (std::string& line : lines) {
+        line.erase(line.find_last_not_of(' ') + 1);
+        os << (&line == lines.data() ? fmt::format(headingStyle, "{}", line) : line) << '\n';
     }
 }
 
-fmt::text_style bold(bool colour) {
-    return colour ? fmt::text_style(fmt::emphasis::bold) : fmt::text_style();
-}
-
-fmt::text_style bold(bool colour, fmt::terminal_color terminalColour) {
-    return colour ? fmt::emphasis::bold | fmt::fg(terminalColour) : fmt::text_style();
+fmt::text_style bold(bool colour, std::optional<fmt::terminal_color> foreground) {
+    const fmt::text_style style = colour ? fmt::emphasis::bold : fmt::text_style();
+    return colour && foreground ? style | fmt::fg(*foreground) : style;
 }
 
 void printField(const char* label, const std::string& text, std::ostream& os) {

@@ -4,7 +4,7 @@
 
 #include <fmt/color.h>
 
-#include <cstddef>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -27,18 +27,13 @@ class Table {
         std::string heading;
         Align align;
         std::vector<std::string> cells;
-
-        std::size_t width() const;
     };
 
     std::vector<Column> columns_;
 };
 
-/// Returns bold type, or no style without colour.
-fmt::text_style bold(bool colour);
-
-/// Returns bold type in a colour, or no style without colour.
-fmt::text_style bold(bool colour, fmt::terminal_color terminalColour);
+/// Returns bold type, in a colour if one is given, or no style without colour.
+fmt::text_style bold(bool colour, std::optional<fmt::terminal_color> foreground = std::nullopt);
 
 /// Prints the line "  label  text", or nothing for an empty text.
 void printField(const char* label, const std::string& text, std::ostream& os);

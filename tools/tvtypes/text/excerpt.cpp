@@ -2,7 +2,6 @@
 
 #include "text/safe_text.h"
 #include "text/utf8.h"
-#include "text/width.h"
 
 #include <algorithm>
 
@@ -10,6 +9,7 @@ namespace tvtool::text {
 
 namespace {
 
+/// The most bytes before and after the position.
 constexpr std::size_t around = 40;
 
 } // namespace

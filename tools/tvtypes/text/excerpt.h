@@ -1,5 +1,5 @@
 /// \file
-/// A place in a text, pointed at.
+/// Excerpts of texts with a caret below a position.
 #pragma once
 
 #include <cstddef>
@@ -8,10 +8,10 @@
 
 namespace tvtool::text {
 
-/// Two lines: what stands around a byte of the text, made safe to show, and a caret below it.
+/// Returns two lines: the text around a byte, safe to print, and a caret below that byte.
 std::string excerptAt(std::string_view text, std::size_t position);
 
-/// Which character stands at a byte of the text, from 1.
+/// Returns the column of a byte of the text: the number of its character, from 1.
 std::size_t columnOf(std::string_view text, std::size_t position);
 
 } // namespace tvtool::text

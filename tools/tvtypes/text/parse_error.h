@@ -1,5 +1,5 @@
 /// \file
-/// The error of texts that cannot be parsed.
+/// Error of texts that cannot be parsed.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 /// \file
-/// Texts inside sentences and tables: quoted, shortened, counted.
+/// Quoting and shortening of texts in sentences and tables.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 /// \file
-/// Texts from files, made safe to show.
+/// Escaping of texts for output on a terminal.
 #pragma once
 
 #include <string>
@@ -7,11 +7,12 @@
 
 namespace tvtool::text {
 
-/// The text with every character that could steer a terminal, hide or move other characters
-/// written as \uXXXX, and with U+FFFD where it is no UTF-8. The escapes are those of JSON strings.
+/// Returns the text with every control, format, separator and unassigned character, which could
+/// control a terminal or hide or reorder other characters, escaped as \uXXXX as in JSON strings,
+/// and with U+FFFD in place of invalid UTF-8.
 std::string safeText(std::string_view text);
 
-/// The sentences of a refusal, a line each, behind one another.
+/// Returns the text with blanks in place of line breaks, which separate the sentences of an error.
 std::string inOneLine(std::string sentences);
 
 } // namespace tvtool::text

@@ -1,62 +1,66 @@
 #include "units/found.h"
 
 #include "text/utf16.h"
-#include "units/resolution.h"
 #include "units/words.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
-#include <variant>
+#include <sstream>
 
 namespace tvtool::units {
 
 using TVTypeSys::UnitBase;
+
+namespace {
+
+Reading readWithSuggestions(const std::string& text) {
+    try {
+        return readUnit(text);
+    } catch (const UnknownUnit& error) {
+        throw text::ParseError(error.what() + suggestionText(error.name, unitWords()), text,
+                               error.position);
+    }
+}
+
+} // namespace
 
 std::string FoundUnit::label() const {
     return isNamed ? text::toUtf8(unit->name) : reading.expression;
 }
 
 FoundUnit findUnit(const std::string& text, TVTypeSys::UnitTable& table) {
-    auto read = readUnit(text);
-    if (const auto* const misreading = std::get_if<Misreading>(&read)) {
-        std::string sentence = misreading->sentence;
-        if (!misreading->unknownName.empty()) {
-            sentence += askFor(misreading->unknownName, unitWords());
-        }
-        throw text::ParseError(sentence, text, misreading->position);
-    }
-    FoundUnit found{text, std::move(std::get<Reading>(read)), nullptr, false, std::nullopt};
+    FoundUnit found;
+    found.reading = readWithSuggestions(text);
     try {
         found.unit = table.getUnit(table.registerUnit(found.reading.expression.c_str(), true));
     } catch (const boost::bad_rational&) {
         throw text::ParseError("its factor is beyond the rational numbers of the library", text, 0);
     }
-    found.isNamed = !nameOfUnit(found.reading.expression).empty();
-    found.meaning = meaningOf(*found.unit);
-    if (found.meaning) {
-        found.meaning->factor *= found.reading.factor;
+    found.isNamed = !findUnitName(found.reading.expression).empty();
+    found.expansion = expand(*found.unit);
+    if (found.expansion) {
+        found.expansion->factor *= found.reading.factor;
     }
     return found;
 }
 
-std::string quantityOf(const UnitBase& unit) {
+std::string quantityName(const UnitBase& unit) {
     const auto* const concrete = dynamic_cast<const TVTypeSys::Unit*>(&unit);
     return concrete == nullptr ? "" : text::toUtf8(concrete->abstractUnit.get().name);
 }
 
-std::string definitionOf(const UnitBase& unit) {
+std::string definitionText(const UnitBase& unit) {
     std::string text = text::toUtf8(unit.expression);
-    if (const exact::Number scaling = exactOf(unit.scaling); scaling != 1) {
+    if (const exact::Number scaling = exactValue(unit.scaling); scaling != 1) {
         text = fmt::format("{} * {}", exact::fractionText(scaling), text);
     }
-    if (const exact::Number offset = exactOf(unit.offset); offset != 0) {
+    if (const exact::Number offset = exactValue(unit.offset); offset != 0) {
         text += fmt::format(" {} {}", offset < 0 ? '-' : '+', exact::fractionText(abs(offset)));
     }
     return text;
 }
 
-std::vector<std::string> systemsOf(const UnitBase& unit) {
+std::vector<std::string> systemNames(const UnitBase& unit) {
     std::vector<std::string> names;
     if (const auto* const concrete = dynamic_cast<const TVTypeSys::Unit*>(&unit)) {
         for (const TVTypeSys::UnitSystem* const system : concrete->ownerUnitSystems) {
@@ -66,10 +70,10 @@ std::vector<std::string> systemsOf(const UnitBase& unit) {
     return names;
 }
 
-std::string askFor(const std::string& word, const std::vector<std::string>& words) {
-    const std::vector<std::string> suggestions = suggestionsFor(word, words);
-    return suggestions.empty() ? ""
-                               : fmt::format("; did you mean {}?", fmt::join(suggestions, ", "));
+std::string canonicalForm(const UnitBase& unit) {
+    std::ostringstream form;
+    unit.displayCanonicalForm(form);
+    return form.str();
 }
 
 } // namespace tvtool::units

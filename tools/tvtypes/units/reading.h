@@ -1,34 +1,41 @@
 /// \file
-/// What a text means in the units of the database.
+/// Conversion of units as people write them to expressions of the library.
 #pragma once
 
 #include "exact/number.h"
+#include "text/parse_error.h"
 
-#include <cstddef>
 #include <string>
 #include <string_view>
-#include <variant>
+#include <utility>
 
 namespace tvtool::units {
 
-/// The expression of what has no dimension.
+/// The expression of a unit without dimension.
 inline constexpr const char* unitless = "unitless";
 
 struct Reading {
-    std::string expression;   ///< as the library takes it
-    bool isAsWritten = true;  ///< whether that is the text itself
-    exact::Number factor = 1; ///< of the numbers in the text, for which an expression has no room
+    std::string expression;   ///< in the grammar of the library
+    bool isAsWritten = true;  ///< whether the expression is the text itself
+    exact::Number factor = 1; ///< product of the numbers in the text, which expressions cannot hold
 };
 
-/// Why a text is no unit. Positions are in bytes.
-struct Misreading {
-    std::size_t position = 0;
-    std::string sentence;
-    std::string unknownName; ///< empty if something else is wrong
+/// Error of a text with a name that is not in the database.
+class UnknownUnit : public text::ParseError {
+  public:
+    UnknownUnit(std::string_view parsedText, std::size_t byte, std::string_view unknownName)
+        : ParseError("the unit is not known", std::string(parsedText), byte), name(unknownName) {}
+
+    std::string name;
 };
 
-/// Reads a text as the library does, or, where that does not know it, as people write units. Loads
-/// the database, and is refused as that is.
-std::variant<Reading, Misreading> readUnit(std::string_view text);
+/// Returns a name, valid in an expression, of the unit whose name, symbol or alias the text is;
+/// else an empty text.
+std::string findUnitName(std::string_view text);
+
+/// Returns the expression for a text: the text itself if the library accepts it, else one for the
+/// unit that people write like this. Loads the database, and throws its errors. Throws an
+/// UnknownUnit or another text::ParseError for an invalid text.
+Reading readUnit(std::string_view text);
 
 } // namespace tvtool::units

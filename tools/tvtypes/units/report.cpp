@@ -14,7 +14,7 @@ namespace {
 using output::none;
 using Detail = output::Column<UnitDetails>;
 
-/// The longest text, in bytes, that is shown in full: units may be written in any length.
+/// The longest text, in bytes, that is shown in full, because units may have any length.
 constexpr std::size_t longest = 200;
 
 std::string shown(const std::string& text) {

@@ -1,23 +1,11 @@
 /// \file
 /// Reports on units, as text and as JSON.
 ///
-/// The JSON is one object in one line. Its member names are stable; absent values are null, absent
-/// lists empty.
-///
-/// | Report      | Members                                                                      |
-/// |-------------|------------------------------------------------------------------------------|
-/// | details     | `units`: array of `text`, `expression`, `name`, `symbol`, `display`,         |
-/// |             | `aliases`, `definition`, `quantity`, `canonical`, `base`, `factor` (text),   |
-/// |             | `factorDecimal` (number), `conversion`, `systems`, `convertible`,            |
-/// |             | `convertibleCount`, `notes`                                                  |
-/// | a factor    | `from`, `to`, `factor` (number), `exact` (text), `exactDecimal`, `differs`,  |
-/// |             | `conversion`, `reason`                                                       |
-/// | a list      | `units`: array of `name`, `symbol`, `quantity`, `definition`, `systems`      |
-/// | completions | `words`: array of `word`, `kind` (`name`, `symbol` or `alias`), `unit`       |
+/// The JSON is one object in one line. Its member names, which the columns in report.cpp list, are
+/// stable; absent values are null, absent lists empty.
 #pragma once
 
 #include "units/details.h"
-#include "units/factor.h"
 #include "units/search.h"
 
 #include <ostream>

@@ -2,13 +2,14 @@
 
 #include "text/utf16.h"
 #include "units/found.h"
+#include "units/words.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <functional>
 #include <set>
+#include <utility>
 
 namespace tvtool::units {
 
@@ -17,45 +18,39 @@ namespace {
 using TVTypeSys::UnitBase;
 using TVTypeSys::UnitDatabase;
 
-std::vector<UnitLine> linesOf(const std::function<bool(const UnitBase&)>& isWanted) {
+std::vector<UnitLine> unitLines(const std::function<bool(const UnitBase&)>& matches) {
     std::vector<UnitLine> lines;
     for (const auto& reference : UnitDatabase::getUnitDatabase()->getAllUnits()) {
         const UnitBase& unit = reference.get();
-        if (isWanted(unit)) {
-            lines.push_back({text::toUtf8(unit.name), text::toUtf8(unit.symbol), quantityOf(unit),
-                             definitionOf(unit), systemsOf(unit)});
+        if (matches(unit)) {
+            lines.push_back({text::toUtf8(unit.name), text::toUtf8(unit.symbol), quantityName(unit),
+                             definitionText(unit), systemNames(unit)});
         }
     }
     return lines;
 }
 
-/// Refuses what no unit of the database has.
-void expectOneOf(const char* kind, const std::string& word, const std::set<std::string>& all) {
-    if (!word.empty() && !all.contains(word)) {
+/// Throws a text::ParseError with suggestions if a non-empty word is not one of the known ones.
+void checkKnown(const char* kind, const std::string& word, const std::set<std::string>& known) {
+    if (!word.empty() && !known.contains(word)) {
         throw text::ParseError(
-            fmt::format("no unit has this {}{}", kind, askFor(word, {all.begin(), all.end()})),
-            word, 0);
+            fmt::format("no unit has this {}{}", kind, suggestionText(word, known)), word, 0);
     }
 }
 
 } // namespace
 
 std::vector<UnitWord> completions(const std::string& prefix) {
-    struct Kind {
-        UnitDatabase::SearchBy by;
-        const char* name;
-    };
-    constexpr std::array<Kind, 3> kinds{{{UnitDatabase::SearchByName, "name"},
-                                         {UnitDatabase::SearchBySymbol, "symbol"},
-                                         {UnitDatabase::SearchByAlias, "alias"}}};
     const UnitDatabase& database = *UnitDatabase::getUnitDatabase();
     std::vector<UnitWord> words;
-    for (const Kind& kind : kinds) {
+    for (const auto& [by, kind] : {std::pair(UnitDatabase::SearchByName, "name"),
+                                   {UnitDatabase::SearchBySymbol, "symbol"},
+                                   {UnitDatabase::SearchByAlias, "alias"}}) {
         std::vector<std::u16string> found;
-        database.getAutoCompleteUnitSuggestions(kind.by, text::toUtf16(prefix), found);
+        database.getAutoCompleteUnitSuggestions(by, text::toUtf16(prefix), found);
         for (const std::u16string& word : found) {
             const UnitBase::ReferenceSet units = database.getUnit(word);
-            words.push_back({text::toUtf8(word), kind.name,
+            words.push_back({text::toUtf8(word), kind,
                              units.empty() ? "" : text::toUtf8(units.begin()->get().name)});
         }
     }
@@ -65,14 +60,14 @@ std::vector<UnitWord> completions(const std::string& prefix) {
 
 std::vector<UnitLine> unitsWith(const std::string& word) {
     const std::string wanted = text::foldCase(word);
-    const auto has = [&wanted](const std::string& text) {
+    const auto contains = [&wanted](const std::string& text) {
         return text::foldCase(text).find(wanted) != std::string::npos;
     };
-    return linesOf([&](const UnitBase& unit) {
-        return has(text::toUtf8(unit.name)) || has(text::toUtf8(unit.symbol)) ||
-               has(unit.display) || has(quantityOf(unit)) ||
+    return unitLines([&](const UnitBase& unit) {
+        return contains(text::toUtf8(unit.name)) || contains(text::toUtf8(unit.symbol)) ||
+               contains(unit.display) || contains(quantityName(unit)) ||
                std::ranges::any_of(unit.aliases, [&](const std::u16string& alias) {
-                   return has(text::toUtf8(alias));
+                   return contains(text::toUtf8(alias));
                });
     });
 }
@@ -81,16 +76,16 @@ std::vector<UnitLine> unitsOf(const std::string& system, const std::string& quan
     std::set<std::string> systems;
     std::set<std::string> quantities;
     for (const auto& reference : UnitDatabase::getUnitDatabase()->getAllUnits()) {
-        const std::vector<std::string> own = systemsOf(reference.get());
+        const std::vector<std::string> own = systemNames(reference.get());
         systems.insert(own.begin(), own.end());
-        quantities.insert(quantityOf(reference.get()));
+        quantities.insert(quantityName(reference.get()));
     }
-    expectOneOf("system", system, systems);
-    expectOneOf("quantity", quantity, quantities);
-    return linesOf([&](const UnitBase& unit) {
-        const std::vector<std::string> own = systemsOf(unit);
+    checkKnown("system", system, systems);
+    checkKnown("quantity", quantity, quantities);
+    return unitLines([&](const UnitBase& unit) {
+        const std::vector<std::string> own = systemNames(unit);
         return (system.empty() || std::ranges::find(own, system) != own.end()) &&
-               (quantity.empty() || quantityOf(unit) == quantity);
+               (quantity.empty() || quantityName(unit) == quantity);
     });
 }
 

@@ -1,5 +1,5 @@
 /// \file
-/// Search in the units of the database.
+/// Search in the unit database.
 #pragma once
 
 #include <string>
@@ -27,11 +27,11 @@ struct UnitWord {
 std::vector<UnitWord> completions(const std::string& prefix);
 
 /// Returns the units whose name, symbol, display, quantity or one of whose aliases contains the
-/// word, ignoring case.
+/// word. Case is ignored.
 std::vector<UnitLine> unitsWith(const std::string& word);
 
-/// Returns the units of a system that measure a quantity; an empty text matches all. Throws a
-/// text::ParseError for a system or a quantity that no unit has.
+/// Returns the units of a system and a quantity; an empty text matches all. Throws a
+/// text::ParseError for a system or a quantity without units.
 std::vector<UnitLine> unitsOf(const std::string& system, const std::string& quantity);
 
 } // namespace tvtool::units

@@ -1,11 +1,14 @@
 #include "units/spelling.h"
 
+#include "exact/number.h"
+#include "text/number.h"
+#include "text/parse_error.h"
 #include "units/tokens.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdlib>
 #include <limits>
+#include <optional>
 #include <string>
 
 namespace tvtool::units {
@@ -13,142 +16,127 @@ namespace tvtool::units {
 namespace {
 
 constexpr std::int64_t greatestPower = std::numeric_limits<std::int32_t>::max();
-constexpr std::int64_t beyond = greatestPower + 1;
+constexpr std::int64_t tooGreat = greatestPower + 1;
 constexpr const char* factorExpected = "a unit, a number or (";
 constexpr const char* operatorExpected = "a sign such as *, / or ^, or the end";
 constexpr const char* closingExpected = "a sign such as *, / or ^, or )";
 constexpr const char* powerExpected = "a whole number, not above 2147483647";
 constexpr const char* shorterExpected = "a shorter number";
-constexpr std::size_t longestNumber = 30;
-constexpr int greatestExponent = 300;
 
-/// Numbers in full, blanks and further signs excluded.
+/// Parses a whole number with an optional sign; empty for another text or a greater number.
 std::optional<std::int64_t> wholeNumber(std::string_view text) {
-    text.remove_prefix(text.starts_with('+') ? 1 : 0);
-    std::int64_t number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    const bool isRight =
-        error == std::errc() && stop == end && number <= greatestPower && number >= -greatestPower;
-    return isRight ? std::optional(number) : std::nullopt;
+    const auto number = text::parseNumber<std::int64_t>(text);
+    const bool isValid = number && *number <= greatestPower && *number >= -greatestPower;
+    return isValid ? number : std::nullopt;
 }
 
-/// A decimal number with or without point and exponent.
-std::optional<exact::Number> exactNumber(std::string_view text) {
-    if (text.size() > longestNumber) {
-        return std::nullopt;
-    }
-    const std::size_t mantissaEnd = std::min(text.find_first_of("eE"), text.size());
-    std::string digits(text.substr(0, mantissaEnd));
-    std::int64_t exponent = 0;
-    if (mantissaEnd < text.size()) {
-        exponent = wholeNumber(text.substr(mantissaEnd + 1)).value_or(greatestPower);
-    }
-    if (const std::size_t point = digits.find('.'); point != std::string::npos) {
-        exponent -= static_cast<std::int64_t>(digits.size() - point - 1);
-        digits.erase(point, 1);
-    }
-    if (exponent < -greatestExponent || exponent > greatestExponent) {
-        return std::nullopt;
-    }
-    // Zeros ahead would make it octal.
-    digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - 1));
-    return exact::product(exact::Number(boost::multiprecision::cpp_int(digits)),
-                          exact::powerOfTen(static_cast<int>(exponent)));
+/// Returns the value of a number token; empty if it is too long or its power of ten too great.
+std::optional<exact::Number> numberValue(std::string_view text) {
+    constexpr std::size_t longest = 30;
+    constexpr int greatestExponent = 300;
+    const auto parts = text.size() <= longest ? exact::splitDecimal(text) : std::nullopt;
+    const int exponent = parts ? parts->exponent - parts->decimals : 0;
+    return parts && std::abs(exponent) <= greatestExponent
+               ? std::optional(exact::Number(parts->digits) * exact::powerOfTen(exponent))
+               : std::nullopt;
 }
 
+/// The power of a group follows it. So factors are collected with their groups, and the powers of
+/// the groups are applied at the end.
 class Parser {
   public:
-    Parser(std::string_view text, Spelling& spelling) : tokens_(text), spelling_(spelling) {}
+    explicit Parser(std::string_view text) : text_(text), tokens_(text) {}
 
-    std::optional<Fault> parse() {
-        if (isNothing()) {
-            return std::nullopt;
+    Spelling parse() {
+        if (!isEmpty()) {
+            while (parseFactor()) {
+            }
         }
-        while (!fault_ && !isComplete_) {
-            parseFactor();
-        }
-        if (!fault_) {
-            settle();
-        }
-        return fault_;
+        return applyGroups();
     }
 
   private:
-    /// A product in parentheses, or the whole text. Its power counts for all that stands in it.
+    /// A product in parentheses, or the whole text. Its power applies to all factors in it.
     struct Group {
         std::size_t parent = 0;
-        std::int64_t sign = 1;
+        std::int64_t sign = 1; ///< before the group; also of a factor joined to it
         std::int64_t power = 1;
     };
-    /// What a power may follow: a name, a number or a group that has been closed.
     struct Factor {
-        std::size_t group = 0; ///< that it stands in
-        std::int64_t sign = 1;
+        std::size_t group = 0;
+        std::int64_t sign = 1; ///< -1 after a /
         std::int64_t power = 1;
         std::size_t position = 0;
-        std::string_view name; ///< a number has none
+        std::string_view name; ///< empty for a number
         exact::Number number;
     };
 
-    void fail(std::size_t position, const char* expected) {
-        if (!fault_) {
-            fault_ = Fault{position, expected};
-        }
+    [[noreturn]] void fail(std::size_t position, const std::string& expected) const {
+        throw text::ParseError("expected " + expected, std::string(text_), position);
     }
-    void failHere(const char* expected) { fail(tokens_.next().position, expected); }
+    [[noreturn]] void failAtNext(const char* expected) const {
+        fail(tokens_.next().position, expected);
+    }
 
-    /// Nothing, a 1 or a dash stand for no unit; a 1 is a number like any other.
-    bool isNothing() {
-        if (tokens_.next().sign == Sign::Minus) {
-            Tokens rest = tokens_;
+    /// Returns whether the text is blank or a dash alone.
+    bool isEmpty() const {
+        Tokens rest = tokens_;
+        if (rest.next().kind == TokenKind::Minus) {
             rest.take();
-            return rest.next().sign == Sign::End;
         }
-        return tokens_.next().sign == Sign::End;
+        return rest.next().kind == TokenKind::End;
     }
 
-    void parseFactor() {
-        takeLeadingSlash();
-        switch (tokens_.next().sign) {
-        case Sign::Open:
-            open();
-            return;
-        case Sign::Name:
-        case Sign::Number:
-            takeLeaf();
-            break;
-        default:
-            return failHere(factorExpected);
-        }
-        parsePowers(factors_.back().power);
-        parseClosings();
-        parseOperator();
-    }
-
-    void takeLeadingSlash() {
-        if (tokens_.next().sign == Sign::Over && isGroupStart_) {
+    /// Parses the opening of a group, or a factor with what follows it up to the next factor.
+    /// Returns whether there is a next one.
+    bool parseFactor() {
+        if (isGroupStart_ && tokens_.next().kind == TokenKind::Over) {
             tokens_.take();
             sign_ = -1;
         }
         isGroupStart_ = false;
+        switch (tokens_.next().kind) {
+        case TokenKind::Open:
+            openGroup();
+            return true;
+        case TokenKind::Name:
+        case TokenKind::Number:
+            takeNameOrNumber();
+            break;
+        default:
+            failAtNext(factorExpected);
+        }
+        parsePowers(factors_.back().power);
+        while (openGroups_ > 0 && tokens_.next().kind == TokenKind::Close) {
+            closeGroup();
+        }
+        return parseOperator();
     }
 
-    void open() {
+    void openGroup() {
         tokens_.take();
         groups_.push_back({group_, sign_, sign_});
         group_ = groups_.size() - 1;
-        ++open_;
+        ++openGroups_;
         sign_ = 1;
         isGroupStart_ = true;
     }
 
-    void takeLeaf() {
+    void closeGroup() {
+        tokens_.take();
+        Group& closed = groups_[group_];
+        group_ = closed.parent;
+        sign_ = closed.sign;
+        --openGroups_;
+        parsePowers(closed.power);
+    }
+
+    void takeNameOrNumber() {
         const Token token = tokens_.take();
         Factor factor{group_, sign_, 1, token.position, {}, 1};
-        if (token.sign == Sign::Name) {
+        if (token.kind == TokenKind::Name) {
             factor.name = token.text;
-        } else if (const std::optional<exact::Number> number = exactNumber(token.text)) {
+        } else if (const std::optional<exact::Number> number = numberValue(token.text)) {
             factor.number = *number;
         } else {
             fail(token.position, shorterExpected);
@@ -156,164 +144,147 @@ class Parser {
         factors_.push_back(std::move(factor));
     }
 
-    void parseClosings() {
-        while (!fault_ && open_ > 0 && tokens_.next().sign == Sign::Close) {
-            tokens_.take();
-            const std::size_t closed = group_;
-            group_ = groups_[closed].parent;
-            sign_ = groups_[closed].sign;
-            --open_;
-            parsePowers(groups_[closed].power);
-        }
-    }
-
     void parsePowers(std::int64_t& power) {
-        for (bool goesOn = true; goesOn && !fault_;) {
-            const Token& next = tokens_.next();
-            const std::size_t position = next.position;
+        for (;;) {
+            const Token next = tokens_.next();
             std::optional<std::int64_t> exponent;
-            if (next.sign == Sign::Caret) {
+            if (next.kind == TokenKind::Caret) {
                 tokens_.take();
                 exponent = parseExponent();
-            } else if (next.sign == Sign::Superscript && !next.isApart) {
-                exponent = wholeNumber(raisedNumber(tokens_.take().text).view());
+            } else if (next.kind == TokenKind::Superscript && !next.isAfterBlank) {
+                exponent = wholeNumber(superscriptNumber(tokens_.take().text));
             } else if (isSignedPower()) {
                 exponent = parseSigned();
             } else {
-                goesOn = false;
-                continue;
+                return;
             }
-            if (!exponent) {
-                return fail(position, powerExpected);
-            }
-            power *= *exponent;
-            if (power > greatestPower || power < -greatestPower) {
-                return fail(position, powerExpected);
+            power *= exponent.value_or(tooGreat);
+            if (!exponent || power > greatestPower || power < -greatestPower) {
+                fail(next.position, powerExpected);
             }
         }
     }
 
-    /// Whether a sign and a digit follow at once, as in s-1.
+    /// Returns whether a sign and a digit follow without blanks, as in s-1.
     bool isSignedPower() const {
-        if ((tokens_.next().sign != Sign::Minus && tokens_.next().sign != Sign::Plus) ||
-            tokens_.next().isApart) {
+        const Token& sign = tokens_.next();
+        if ((sign.kind != TokenKind::Minus && sign.kind != TokenKind::Plus) || sign.isAfterBlank) {
             return false;
         }
         Tokens ahead = tokens_;
         ahead.take();
-        return ahead.next().sign == Sign::Number && !ahead.next().isApart;
+        return ahead.next().kind == TokenKind::Number && !ahead.next().isAfterBlank;
     }
 
-    std::optional<std::int64_t> parseExponent() {
+    std::int64_t parseExponent() {
         std::size_t open = 0;
-        for (; tokens_.next().sign == Sign::Open; ++open) {
+        for (; tokens_.next().kind == TokenKind::Open; ++open) {
             tokens_.take();
         }
-        const std::optional<std::int64_t> exponent = parseSigned();
-        for (; open > 0 && exponent; --open) {
-            if (tokens_.next().sign != Sign::Close) {
-                failHere(")");
-                return 1;
+        const std::int64_t exponent = parseSigned();
+        for (; open > 0; --open) {
+            if (tokens_.next().kind != TokenKind::Close) {
+                failAtNext(")");
             }
             tokens_.take();
         }
         return exponent;
     }
 
-    /// A fault stands where the digits should.
-    std::optional<std::int64_t> parseSigned() {
-        const Sign sign = tokens_.next().sign;
-        if (sign == Sign::Minus || sign == Sign::Plus) {
+    std::int64_t parseSigned() {
+        const TokenKind sign = tokens_.next().kind;
+        if (sign == TokenKind::Minus || sign == TokenKind::Plus) {
             tokens_.take();
         }
         const std::optional<std::int64_t> number = wholeNumber(tokens_.next().text);
-        if (tokens_.next().sign != Sign::Number || !number) {
-            failHere(powerExpected);
-            return std::nullopt;
+        if (tokens_.next().kind != TokenKind::Number || !number) {
+            failAtNext(powerExpected);
         }
         tokens_.take();
-        return sign == Sign::Minus ? -*number : *number;
+        return sign == TokenKind::Minus ? -*number : *number;
     }
 
-    void parseOperator() {
-        switch (tokens_.next().sign) {
-        case Sign::Over:
-        case Sign::Times:
-            sign_ = tokens_.take().sign == Sign::Over ? -1 : 1;
-            return;
-        case Sign::Minus:
-            return parseDash();
-        case Sign::Open:
-        case Sign::Name:
-        case Sign::Number:
-            return;
-        case Sign::End:
-            isComplete_ = open_ == 0;
-            return isComplete_ ? void() : failHere(closingExpected);
+    /// Parses an operator, if there is one. Returns whether a factor follows.
+    bool parseOperator() {
+        switch (tokens_.next().kind) {
+        case TokenKind::Over:
+        case TokenKind::Times:
+            sign_ = tokens_.take().kind == TokenKind::Over ? -1 : 1;
+            return true;
+        case TokenKind::Minus:
+            parseDash();
+            return true;
+        case TokenKind::Open:
+        case TokenKind::Name:
+        case TokenKind::Number:
+            return true;
+        case TokenKind::End:
+            if (openGroups_ == 0) {
+                return false;
+            }
+            [[fallthrough]];
         default:
-            return failHere(open_ > 0 ? closingExpected : operatorExpected);
+            failAtNext(openGroups_ > 0 ? closingExpected : operatorExpected);
         }
     }
 
-    /// A dash joins names, as in kW-h.
+    /// Parses a dash between names, as in kW-h.
     void parseDash() {
-        if (tokens_.next().isApart) {
-            return failHere(operatorExpected);
+        if (tokens_.next().isAfterBlank) {
+            failAtNext(operatorExpected);
         }
         tokens_.take();
-        if (tokens_.next().sign != Sign::Name || tokens_.next().isApart) {
-            failHere("a power or a unit");
+        if (tokens_.next().kind != TokenKind::Name || tokens_.next().isAfterBlank) {
+            failAtNext("a power or a unit");
         }
     }
 
-    /// Gives each factor the powers of the groups around it.
-    void settle() {
+    /// Applies the powers of the groups to their factors.
+    Spelling applyGroups() {
+        // A product beyond the greatest power is limited, so that nested ones do not overflow.
+        const auto limited = [](std::int64_t power) {
+            return std::clamp(power, -tooGreat, tooGreat);
+        };
+        // A group follows its parent, whose power has been multiplied out before.
         for (std::size_t i = 1; i < groups_.size(); ++i) {
-            // Nothing can be above what a factor in it has been found to be.
-            groups_[i].power = bounded(groups_[i].power * groups_[groups_[i].parent].power);
+            groups_[i].power = limited(groups_[i].power * groups_[groups_[i].parent].power);
         }
+        Spelling spelling;
         for (const Factor& factor : factors_) {
             const std::int64_t outer = factor.sign * groups_[factor.group].power;
             const std::int64_t power = factor.power * outer;
-            if (std::abs(bounded(power)) == beyond || std::abs(outer) == beyond) {
-                return fail(factor.position, "powers that come to no more than 2147483647");
+            if (std::abs(limited(power)) == tooGreat || std::abs(outer) == tooGreat) {
+                fail(factor.position, "powers that come to no more than 2147483647");
             }
             if (!factor.name.empty()) {
-                spelling_.names.push_back({factor.name, factor.position,
-                                           static_cast<std::int32_t>(factor.power),
-                                           static_cast<std::int32_t>(outer)});
+                spelling.names.push_back({factor.name, factor.position,
+                                          static_cast<std::int32_t>(factor.power),
+                                          static_cast<std::int32_t>(outer)});
                 continue;
             }
             const std::optional<exact::Number> number = exact::power(factor.number, power);
-            const std::optional<exact::Number> all =
-                number ? exact::product(spelling_.factor, *number) : std::nullopt;
-            if (!all) {
-                return fail(factor.position, shorterExpected);
+            const std::optional<exact::Number> product =
+                number ? exact::product(spelling.factor, *number) : std::nullopt;
+            if (!product) {
+                fail(factor.position, shorterExpected);
             }
-            spelling_.factor = *all;
+            spelling.factor = *product;
         }
+        return spelling;
     }
 
-    /// Beyond the greatest power it does not matter by how much.
-    static std::int64_t bounded(std::int64_t power) { return std::clamp(power, -beyond, beyond); }
-
+    std::string_view text_;
     Tokens tokens_;
-    Spelling& spelling_;
-    std::optional<Fault> fault_;
     std::vector<Group> groups_{{}};
     std::vector<Factor> factors_;
-    std::size_t group_ = 0; ///< the innermost one that is open
-    std::size_t open_ = 0;
-    std::int64_t sign_ = 1;
+    std::size_t group_ = 0; ///< the innermost open group
+    std::size_t openGroups_ = 0;
+    std::int64_t sign_ = 1; ///< of the next factor
     bool isGroupStart_ = true;
-    bool isComplete_ = false;
 };
 
 } // namespace
 
-std::optional<Fault> parseSpelling(std::string_view text, Spelling& spelling) {
-    spelling = {};
-    return Parser(text, spelling).parse();
-}
+Spelling parseSpelling(std::string_view text) { return Parser(text).parse(); }
 
 } // namespace tvtool::units

@@ -3,50 +3,35 @@
 #include <unicode/uchar.h>
 #include <unicode/utf8.h>
 
-#include <algorithm>
 #include <array>
 
 namespace tvtool::units {
 
 namespace {
 
-struct SignRow {
-    UChar32 character;
-    Sign sign;
+struct SingleCharacters {
+    std::u32string_view characters;
+    TokenKind kind;
 };
 
-// clang-format off
-constexpr std::array<SignRow, 21> signs{{
-    {'*', Sign::Times}, {'.', Sign::Times}, {0xB7, Sign::Times}, {0xD7, Sign::Times},
-    {0x2219, Sign::Times}, {0x22C5, Sign::Times}, {0x2022, Sign::Times},
-    {'/', Sign::Over}, {0xF7, Sign::Over}, {0x2044, Sign::Over}, {0x2215, Sign::Over},
-    {'^', Sign::Caret}, {'+', Sign::Plus}, {'-', Sign::Minus}, {0x2212, Sign::Minus},
-    {'(', Sign::Open}, {')', Sign::Close},
-    // Names of one character, whatever follows.
-    {'%', Sign::Name}, {0x2030, Sign::Name}, {0x2032, Sign::Name}, {0x2033, Sign::Name}}};
-// clang-format on
+/// The tokens of one character, whatever follows it.
+constexpr std::array<SingleCharacters, 8> singleCharacters{
+    {{U"*.\u00B7\u00D7\u2219\u22C5\u2022", TokenKind::Times},
+     {U"/\u00F7\u2044\u2215", TokenKind::Over},
+     {U"^", TokenKind::Caret},
+     {U"+", TokenKind::Plus},
+     {U"-\u2212", TokenKind::Minus},
+     {U"(", TokenKind::Open},
+     {U")", TokenKind::Close},
+     {U"%\u2030\u2032\u2033", TokenKind::Name}}};
 
-struct RaisedRow {
-    UChar32 character;
-    char plain;
-};
-
-constexpr std::array<RaisedRow, 12> raised{{{0x2070, '0'},
-                                            {0xB9, '1'},
-                                            {0xB2, '2'},
-                                            {0xB3, '3'},
-                                            {0x2074, '4'},
-                                            {0x2075, '5'},
-                                            {0x2076, '6'},
-                                            {0x2077, '7'},
-                                            {0x2078, '8'},
-                                            {0x2079, '9'},
-                                            {0x207A, '+'},
-                                            {0x207B, '-'}}};
+constexpr std::u32string_view superscripts =
+    U"\u2070\u00B9\u00B2\u00B3\u2074\u2075\u2076\u2077\u2078\u2079\u207A\u207B";
+constexpr std::string_view superscriptValues = "0123456789+-";
 
 constexpr UChar32 degree = 0xB0;
 
-/// The character at a position, which is moved behind it; -1 where there is none.
+/// Returns the character at a position, which is advanced past it; -1 if there is none.
 UChar32 characterAt(std::string_view text, std::size_t& position) {
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     UChar32 character = -1;
@@ -56,9 +41,17 @@ UChar32 characterAt(std::string_view text, std::size_t& position) {
     return character;
 }
 
-char plainOf(UChar32 character) {
-    const auto* const row = std::ranges::find(raised, character, &RaisedRow::character);
-    return row == raised.end() ? '\0' : row->plain;
+bool isSuperscript(UChar32 character) {
+    return superscripts.find(static_cast<char32_t>(character)) != std::u32string_view::npos;
+}
+
+TokenKind singleCharacterKind(UChar32 character) {
+    for (const SingleCharacters& row : singleCharacters) {
+        if (row.characters.find(static_cast<char32_t>(character)) != std::u32string_view::npos) {
+            return row.kind;
+        }
+    }
+    return TokenKind::Unknown;
 }
 
 bool isDigit(UChar32 character) { return character >= '0' && character <= '9'; }
@@ -72,9 +65,9 @@ bool isNamePart(UChar32 character) { return isNameStart(character) || isDigit(ch
 
 bool isBlank(UChar32 character) { return character > 0 && u_isUWhiteSpace(character); }
 
-/// Where the characters end of which all satisfy the condition.
+/// Returns the end of the run of characters that satisfy the condition.
 template <class Condition>
-std::size_t endOf(std::string_view text, std::size_t from, Condition holds) {
+std::size_t endOfRun(std::string_view text, std::size_t from, Condition holds) {
     for (std::size_t end = from;;) {
         const std::size_t begin = end;
         if (begin >= text.size() || !holds(characterAt(text, end))) {
@@ -92,54 +85,55 @@ Token Tokens::take() {
 }
 
 void Tokens::advance() {
-    const std::size_t begin = endOf(text_, end_, isBlank);
-    next_ = {Sign::End, {}, begin, begin > end_};
+    const std::size_t begin = endOfRun(text_, end_, isBlank);
+    next_ = {TokenKind::End, {}, begin, begin > end_};
     end_ = begin;
     if (begin == text_.size()) {
         return;
     }
     const UChar32 first = characterAt(text_, end_);
-    const auto* const row = std::ranges::find(signs, first, &SignRow::character);
     if (isDigit(first)) {
-        next_.sign = Sign::Number;
+        next_.kind = TokenKind::Number;
         end_ = endOfNumber(begin);
-    } else if (plainOf(first) != '\0') {
-        next_.sign = Sign::Superscript;
-        end_ = endOf(text_, begin, [](UChar32 c) { return plainOf(c) != '\0'; });
+    } else if (isSuperscript(first)) {
+        next_.kind = TokenKind::Superscript;
+        end_ = endOfRun(text_, begin, isSuperscript);
     } else if (isNameStart(first)) {
-        next_.sign = Sign::Name;
-        end_ = endOf(text_, begin, isNamePart);
+        next_.kind = TokenKind::Name;
+        end_ = endOfRun(text_, begin, isNamePart);
     } else if (text_.substr(begin).starts_with("**")) {
-        next_.sign = Sign::Caret;
+        next_.kind = TokenKind::Caret;
         end_ = begin + 2;
     } else {
-        next_.sign = row == signs.end() ? Sign::Unknown : row->sign;
+        next_.kind = singleCharacterKind(first);
     }
     next_.text = text_.substr(begin, end_ - begin);
 }
 
-/// A point or an exponent belongs to the number only if a digit follows: 2.m is 2 times m.
+/// A point or an exponent is part of the number only if a digit follows: 2.m is 2 times m.
 std::size_t Tokens::endOfNumber(std::size_t from) const {
     const auto isDigitAt = [this](std::size_t position) {
         return position < text_.size() && isDigit(static_cast<unsigned char>(text_[position]));
     };
-    std::size_t end = endOf(text_, from, isDigit);
+    std::size_t end = endOfRun(text_, from, isDigit);
     if (end < text_.size() && text_[end] == '.' && isDigitAt(end + 1)) {
-        end = endOf(text_, end + 1, isDigit);
+        end = endOfRun(text_, end + 1, isDigit);
     }
     if (end < text_.size() && (text_[end] == 'e' || text_[end] == 'E')) {
         const bool isSigned =
             end + 1 < text_.size() && (text_[end + 1] == '-' || text_[end + 1] == '+');
         const std::size_t digits = end + (isSigned ? 2 : 1);
-        end = isDigitAt(digits) ? endOf(text_, digits, isDigit) : end;
+        end = isDigitAt(digits) ? endOfRun(text_, digits, isDigit) : end;
     }
     return end;
 }
 
-RaisedNumber raisedNumber(std::string_view superscript) {
-    RaisedNumber number;
-    for (std::size_t i = 0; i < superscript.size() && number.size < sizeof number.text;) {
-        number.text[number.size++] = plainOf(characterAt(superscript, i));
+std::string superscriptNumber(std::string_view superscript) {
+    constexpr std::size_t longest = 12;
+    std::string number;
+    for (std::size_t i = 0; i < superscript.size() && number.size() < longest;) {
+        const auto character = static_cast<char32_t>(characterAt(superscript, i));
+        number += superscriptValues[superscripts.find(character)];
     }
     return number;
 }

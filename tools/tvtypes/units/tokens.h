@@ -1,14 +1,15 @@
 /// \file
-/// The signs of which a unit is written, in the many ways in which that is done.
+/// Tokens of units as people write them, with the Unicode variants of operators and digits.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace tvtool::units {
 
-enum class Sign : std::uint8_t {
+enum class TokenKind : std::uint8_t {
     Name,
     Number,
     Times,
@@ -24,13 +25,13 @@ enum class Sign : std::uint8_t {
 };
 
 struct Token {
-    Sign sign = Sign::End;
+    TokenKind kind = TokenKind::End;
     std::string_view text;
-    std::size_t position = 0; ///< of the first byte
-    bool isApart = false;     ///< whether blanks stand ahead of it
+    std::size_t position = 0;  ///< of the first byte
+    bool isAfterBlank = false; ///< whether blanks precede it
 };
 
-/// Takes a text apart, a token a call.
+/// Splits a text into tokens, with one token of lookahead.
 class Tokens {
   public:
     explicit Tokens(std::string_view text) : text_(text) { advance(); }
@@ -47,13 +48,8 @@ class Tokens {
     Token next_;
 };
 
-/// The whole number that a superscript stands for, in ASCII: "-2". Longer than 12 characters, it is
-/// cut off.
-struct RaisedNumber {
-    char text[12] = {};
-    std::size_t size = 0;
-    std::string_view view() const { return {text, size}; }
-};
-RaisedNumber raisedNumber(std::string_view superscript);
+/// Returns the number of a superscript in ASCII, such as "-2", cut off after 12 characters, which
+/// are more than any valid power has.
+std::string superscriptNumber(std::string_view superscript);
 
 } // namespace tvtool::units

@@ -2,6 +2,10 @@
 
 #include "text/utf16.h"
 
+#include <tvtypes/units.h>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <unicode/unistr.h>
 
 #include <algorithm>
@@ -14,7 +18,7 @@ namespace tvtool::units {
 namespace {
 
 constexpr std::size_t mostSuggestions = 5;
-/// Nobody misspells what is longer.
+/// In bytes. No unit is as long, and the time grows with the square.
 constexpr std::size_t longestWord = 60;
 
 std::u32string characters(std::string_view text) {
@@ -27,19 +31,10 @@ std::u32string characters(std::string_view text) {
     return all;
 }
 
-struct Candidate {
-    std::size_t distance;
-    std::size_t distanceWithCase;
-    std::size_t length;
-    const std::string* word;
-
-    auto key() const { return std::tie(distance, distanceWithCase, length, *word); }
-};
-
 } // namespace
 
 std::size_t editDistance(std::u32string_view a, std::u32string_view b, std::size_t most) {
-    // The last three rows of the distances between the beginnings of both.
+    // The last three rows of the matrix of distances between the prefixes of both texts.
     std::array<std::vector<std::size_t>, 3> rows;
     rows.fill(std::vector<std::size_t>(b.size() + 1));
     for (std::size_t j = 0; j <= b.size(); ++j) {
@@ -63,46 +58,48 @@ std::size_t editDistance(std::u32string_view a, std::u32string_view b, std::size
     return std::min(rows[a.size() % 3][b.size()], most + 1);
 }
 
-std::vector<std::string> suggestionsFor(std::string_view word,
-                                        const std::vector<std::string>& words) {
+std::vector<std::string> suggestionsFor(std::string_view word, const std::set<std::string>& words) {
     if (word.empty() || word.size() > longestWord) {
         return {};
     }
     const std::u32string folded = characters(text::foldCase(word));
     const std::size_t most = folded.size() < 3 ? 0 : folded.size() < 6 ? 1 : 2;
-    std::vector<Candidate> candidates;
+    // Distance, distance with case, length and word, in the order of their weight.
+    std::set<std::tuple<std::size_t, std::size_t, std::size_t, std::string>> candidates;
     for (const std::string& other : words) {
-        const std::u32string otherFolded = characters(text::foldCase(other));
-        const std::size_t distance = editDistance(folded, otherFolded, most);
+        const std::size_t distance = editDistance(folded, characters(text::foldCase(other)), most);
         if (distance <= most) {
             const std::size_t distanceWithCase =
                 editDistance(characters(word), characters(other), longestWord);
-            candidates.push_back({distance, distanceWithCase, other.size(), &other});
+            candidates.emplace(distance, distanceWithCase, other.size(), other);
         }
     }
-    std::ranges::sort(candidates, {}, &Candidate::key);
     std::vector<std::string> suggestions;
-    for (const Candidate& candidate : candidates) {
+    for (const auto& candidate : candidates) {
         if (suggestions.size() < mostSuggestions) {
-            suggestions.push_back(*candidate.word);
+            suggestions.push_back(std::get<std::string>(candidate));
         }
     }
     return suggestions;
 }
 
-std::vector<std::string> unitWords() {
-    std::vector<std::string> words;
+std::string suggestionText(std::string_view word, const std::set<std::string>& words) {
+    const std::vector<std::string> suggestions = suggestionsFor(word, words);
+    return suggestions.empty() ? ""
+                               : fmt::format("; did you mean {}?", fmt::join(suggestions, ", "));
+}
+
+std::set<std::string> unitWords() {
+    std::set<std::string> words;
     for (const auto& reference : TVTypeSys::UnitDatabase::getUnitDatabase()->getAllUnits()) {
         const TVTypeSys::UnitBase& unit = reference.get();
-        words.push_back(text::toUtf8(unit.name));
-        words.push_back(text::toUtf8(unit.symbol));
+        words.insert(text::toUtf8(unit.name));
+        words.insert(text::toUtf8(unit.symbol));
         for (const std::u16string& alias : unit.aliases) {
-            words.push_back(text::toUtf8(alias));
+            words.insert(text::toUtf8(alias));
         }
     }
-    std::ranges::sort(words);
-    words.erase(std::unique(words.begin(), words.end()), words.end());
-    std::erase(words, std::string());
+    words.erase("");
     return words;
 }
 

@@ -1,26 +1,28 @@
 /// \file
-/// The words by which units are known.
+/// Suggestions for misspelt names of units.
 #pragma once
 
-#include <tvtypes/units.h>
-
 #include <cstddef>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tvtool::units {
 
-/// The names, symbols and aliases that come nearest to a misspelt one, the nearest first; of equal
-/// ones the shortest. Upper and lower case count for less than anything else.
-std::vector<std::string> suggestionsFor(std::string_view word,
-                                        const std::vector<std::string>& words);
+/// Returns up to five words near a misspelt one: by edit distance without case, then with case,
+/// then by length.
+std::vector<std::string> suggestionsFor(std::string_view word, const std::set<std::string>& words);
 
-/// All names, symbols and aliases of the concrete units, each once, sorted.
-std::vector<std::string> unitWords();
+/// Returns "; did you mean a, b?" with the suggestions for a word; empty if there are none.
+std::string suggestionText(std::string_view word, const std::set<std::string>& words);
 
-/// How many characters have to be inserted, left out, replaced or swapped with the next one to make
-/// one text of the other, if no part is changed twice; `most` plus one if it is more than that.
+/// Returns all names, symbols and aliases of the concrete units.
+std::set<std::string> unitWords();
+
+/// Returns the optimal string alignment distance: the number of insertions, deletions, replacements
+/// and swaps of adjacent characters from one text to the other, with no part edited twice. Returns
+/// `most` + 1 if it is greater than `most`.
 std::size_t editDistance(std::u32string_view a, std::u32string_view b, std::size_t most);
 
 } // namespace tvtool::units

@@ -1,7 +1,7 @@
-#include "convert/source.h"
+#include "convert/streams.h"
 
-#include "convert/error.h"
 #include "convert/values.h"
+#include "files/new_file.h"
 
 #include <fmt/format.h>
 
@@ -20,7 +20,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Longer than the longest double that is written in full.
+static_assert(std::endian::native == std::endian::little,
+              "raw files are little-endian, and are read and written as in memory");
+
+/// Longer than any double with all its digits.
 constexpr int maxWord = 4096;
 
 class TextSource : public Source {
@@ -54,7 +57,7 @@ class TextSource : public Source {
                                     "index is 0)",
                                     index_, word_.substr(0, shown),
                                     word_.size() > shown ? "..." : "", error.what(),
-                                    nameOf(type_)));
+                                    typeName(type_)));
         }
     }
 
@@ -63,12 +66,6 @@ class TextSource : public Source {
     std::uint64_t index_ = 0;
     std::string word_;
 };
-
-void reverseParts(std::byte* parts, std::size_t size, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        std::reverse(parts + i * size, parts + (i + 1) * size);
-    }
-}
 
 class FileSource : public Source {
   public:
@@ -82,9 +79,11 @@ class FileSource : public Source {
             fail("cannot be opened: " + std::generic_category().message(errno));
         }
         if (format == Format::Npy) {
-            beginNpy(type);
+            readHeader(type);
+        } else if (type) {
+            element_ = {*type};
         } else {
-            beginRaw(type);
+            fail("a raw file needs --from, the type of its values");
         }
         if (fs::is_regular_file(path, ignored)) {
             checkLength(fs::file_size(path));
@@ -108,11 +107,11 @@ class FileSource : public Source {
         if (bytes % size != 0 || (count_ && bytes != most * size)) {
             fail("ends within its elements");
         }
-        static_assert(std::endian::native == std::endian::little,
-                      "elements lie in memory as they come from files");
         if (bigEndian_) {
-            const std::size_t part = sizeOf(element_.type);
-            reverseParts(elements, part, bytes / part);
+            const std::size_t value = sizeOf(element_.type);
+            for (std::byte* begin = elements; begin < elements + bytes; begin += value) {
+                std::reverse(begin, begin + value);
+            }
         }
         done_ += bytes / size;
         if (count_ == done_ && file_.peek() != std::ifstream::traits_type::eof()) {
@@ -124,14 +123,7 @@ class FileSource : public Source {
   private:
     [[noreturn]] void fail(const std::string& what) const { throw Error(path_ + ": " + what); }
 
-    void beginRaw(std::optional<Type> type) {
-        if (!type) {
-            fail("--from has to say which type a raw file holds");
-        }
-        element_ = {*type};
-    }
-
-    void beginNpy(std::optional<Type> type) {
+    void readHeader(std::optional<Type> type) {
         NpyHeader header;
         try {
             header = readNpyHeader(file_);
@@ -140,14 +132,15 @@ class FileSource : public Source {
         }
         element_ = header.element;
         if (type && *type != element_.type) {
-            fail(fmt::format("holds {}, but --from says {}", nameOf(element_), nameOf(*type)));
+            fail(fmt::format("holds {}, but --from says {}", elementName(element_),
+                             typeName(*type)));
         }
         bigEndian_ = header.bigEndian;
         count_ = header.count;
         shape_ = std::move(header.shape);
     }
 
-    /// Before anything is converted, where the length can be told.
+    /// Checks the size of a regular file before anything is converted.
     void checkLength(std::uint64_t length) {
         const std::size_t size = sizeOf(element_);
         const std::uint64_t bytes = length - static_cast<std::uint64_t>(file_.tellg());
@@ -157,7 +150,7 @@ class FileSource : public Source {
         }
         if (bytes % size != 0) {
             fail(fmt::format("its size, {} bytes, is no multiple of the {} of a {}", bytes, size,
-                             nameOf(element_)));
+                             elementName(element_)));
         }
         count_ = bytes / size;
     }
@@ -169,6 +162,62 @@ class FileSource : public Source {
     std::optional<std::uint64_t> count_;
     std::optional<Shape> shape_;
     std::uint64_t done_ = 0;
+};
+
+class TextSink : public Sink {
+  public:
+    TextSink(std::ostream& os, Element element) : os_(os), element_(element) {}
+
+    void write(const std::byte* elements, std::size_t count) override {
+        text_.clear();
+        for (std::size_t i = 0; i < count; ++i) {
+            appendElement(text_, element_, elements + i * sizeOf(element_));
+            text_ += '\n';
+        }
+        if (!(os_ << text_)) {
+            throw Error("the output cannot be written");
+        }
+    }
+
+  private:
+    std::ostream& os_;
+    Element element_;
+    std::string text_;
+};
+
+class FileSink : public Sink {
+  public:
+    FileSink(const std::string& path, Format format, Element element,
+             const std::optional<Shape>& shape)
+        : file_(path), element_(element), needsCount_(format == Format::Npy && !shape) {
+        if (format == Format::Npy) {
+            writeHeader(shape ? *shape : Shape{{0}});
+        }
+    }
+
+    void write(const std::byte* elements, std::size_t count) override {
+        file_.write(elements, count * sizeOf(element_));
+        count_ += count;
+    }
+
+    void finish() override {
+        if (needsCount_) {
+            file_.rewind();
+            writeHeader({{count_}});
+        }
+        file_.commit();
+    }
+
+  private:
+    void writeHeader(const Shape& shape) {
+        const std::string header = npyHeader(element_, shape);
+        file_.write(header.data(), header.size());
+    }
+
+    files::NewFile file_;
+    Element element_;
+    bool needsCount_; ///< whether the header is to get the count, which is known at the end
+    std::uint64_t count_ = 0;
 };
 
 } // namespace
@@ -183,6 +232,15 @@ std::unique_ptr<Source> readText(std::istream& is, Type type) {
 
 std::unique_ptr<Source> openFile(const std::string& path, Format format, std::optional<Type> type) {
     return std::make_unique<FileSource>(path, format, type);
+}
+
+std::unique_ptr<Sink> writeText(std::ostream& os, Element element) {
+    return std::make_unique<TextSink>(os, element);
+}
+
+std::unique_ptr<Sink> createFile(const std::string& path, Format format, Element element,
+                                 const std::optional<Shape>& shape) {
+    return std::make_unique<FileSink>(path, format, element, shape);
 }
 
 } // namespace tvtool::convert

@@ -1,11 +1,11 @@
-#include "text/width.h"
+#include "text/utf8.h"
 
 #include <fmt/format.h>
 
 namespace tvtool::text {
 
-// A text never has fewer bytes than columns; padding it to that number of columns adds the
-// difference.
+// fmt has the widths of characters, but applies them only to padding: a text never has more
+// columns than bytes, and padding it to its number of bytes adds the difference.
 std::size_t displayWidth(const std::string& text) {
     return 2 * text.size() - fmt::formatted_size("{:<{}}", text, text.size());
 }

@@ -1,0 +1,65 @@
+/// \file
+/// Input and output of elements as texts and files.
+#pragma once
+
+#include "convert/npy.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <istream>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+
+namespace tvtool::convert {
+
+enum class Format { Raw, Npy };
+
+/// Returns the format by the end of a file's name: Npy for .npy, else Raw.
+Format formatOf(const std::string& path);
+
+class Source {
+  public:
+    virtual ~Source() = default;
+
+    virtual Element element() const = 0;
+    /// Returns the number of all elements; empty if it is not known before the end.
+    virtual std::optional<std::uint64_t> count() const { return std::nullopt; }
+    /// Returns the shape of the elements; empty for a sequence.
+    virtual std::optional<Shape> shape() const { return std::nullopt; }
+
+    /// Reads up to `most` elements and returns their number; 0 at the end. Throws an Error for an
+    /// invalid element.
+    virtual std::size_t read(std::byte* elements, std::size_t most) = 0;
+};
+
+/// Returns a source of the values in a text, separated by blanks and line breaks. The stream must
+/// outlive it.
+std::unique_ptr<Source> readText(std::istream& is, Type type);
+
+/// Returns a source of the elements of a file. A raw file has little-endian values of `type`, which
+/// must be given; the type in a .npy file must be `type` if that is given. Throws an Error if the
+/// file cannot be opened, has another type, or a size that its header contradicts.
+std::unique_ptr<Source> openFile(const std::string& path, Format format, std::optional<Type> type);
+
+class Sink {
+  public:
+    virtual ~Sink() = default;
+
+    /// Writes the next elements. Throws an Error if that fails.
+    virtual void write(const std::byte* elements, std::size_t count) = 0;
+    /// Ends the output. A file that is not finished is discarded.
+    virtual void finish() {}
+};
+
+/// Returns a sink that writes the elements as texts, one a line. The stream must outlive it.
+std::unique_ptr<Sink> writeText(std::ostream& os, Element element);
+
+/// Returns a sink that writes the elements to a file, which replaces `path` when it is finished.
+/// Without a shape, a .npy file has one dimension. Throws a std::runtime_error if the file cannot
+/// be created.
+std::unique_ptr<Sink> createFile(const std::string& path, Format format, Element element,
+                                 const std::optional<Shape>& shape);
+
+} // namespace tvtool::convert
