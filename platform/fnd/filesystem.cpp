@@ -31,7 +31,7 @@ files::path rootNear(const files::path& folder) {
     files::path parent = folder;
     for (int i = 0; i < parentsToTry; ++i) {
         parent = parent.parent_path();
-        const files::path root = parent / "share" / "tvtypes";
+        files::path root = parent / "share" / "tvtypes";
         std::error_code missing;
         if (files::is_directory(root, missing)) {
             return root;

@@ -82,14 +82,14 @@ constexpr int largestTabulated = 64;
 double powerOfTen(int exponent) {
     static const auto table = [] {
         std::array<double, 2 * largestTabulated + 1> powers;
-        for (int i = -largestTabulated; i <= largestTabulated; ++i) {
-            powers[static_cast<std::size_t>(i + largestTabulated)] = std::pow(10.0, i);
+        int power = -largestTabulated;
+        for (double& entry : powers) {
+            entry = std::pow(10.0, power++);
         }
         return powers;
     }();
     const bool isTabulated = -largestTabulated <= exponent && exponent <= largestTabulated;
-    return isTabulated ? table[static_cast<std::size_t>(exponent + largestTabulated)]
-                       : std::pow(10.0, exponent);
+    return isTabulated ? table.data()[largestTabulated + exponent] : std::pow(10.0, exponent);
 }
 
 double valueOf(const Rational& number) {

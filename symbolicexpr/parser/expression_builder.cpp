@@ -32,30 +32,30 @@ constexpr std::array<Operator, 7> operators{{{0, SymbolicNameOp},
 
 bool ExpressionBuilder::prefix(char token) {
     if (token == '-') {
-        pending_.push_back({Pending::unaryMinus, 0});
+        pending_.push_back({Pending::UnaryMinus, 0});
         return true;
     }
     if (depth_ == maximumNesting) {
         return false;
     }
     ++depth_;
-    pending_.push_back({token == '(' ? Pending::group : Pending::list, 0});
+    pending_.push_back({token == '(' ? Pending::Group : Pending::List, 0});
     return true;
 }
 
 bool ExpressionBuilder::infix(char token) {
     if (token == ',') {
         reduce(sumPrecedence);
-        if (!isLast(Pending::list)) {
+        if (!isLast(Pending::List)) {
             return false;
         }
         ++pending_.back().entries;
         return true;
     }
-    const Pending kind = token == '+'   ? Pending::plus
-                         : token == '-' ? Pending::minus
-                         : token == '*' ? Pending::multiply
-                                        : Pending::divide;
+    const Pending kind = token == '+'   ? Pending::Plus
+                         : token == '-' ? Pending::Minus
+                         : token == '*' ? Pending::Multiply
+                                        : Pending::Divide;
     reduce(operators[static_cast<std::size_t>(kind)].precedence);
     pending_.push_back({kind, 0});
     return true;
@@ -63,7 +63,7 @@ bool ExpressionBuilder::infix(char token) {
 
 bool ExpressionBuilder::postfix(char token) {
     reduce(sumPrecedence);
-    if (!isLast(token == ')' ? Pending::group : Pending::list)) {
+    if (!isLast(token == ')' ? Pending::Group : Pending::List)) {
         return false;
     }
     if (token == ']') {
@@ -75,7 +75,7 @@ bool ExpressionBuilder::postfix(char token) {
 }
 
 bool ExpressionBuilder::closeEmptyList() {
-    if (!isLast(Pending::list) || pending_.back().entries > 0) {
+    if (!isLast(Pending::List) || pending_.back().entries > 0) {
         return false;
     }
     steps_.push_back({SymbolicNDOp, false, 0, 0});
@@ -102,7 +102,7 @@ void ExpressionBuilder::reduce(int precedence) {
 void ExpressionBuilder::name(std::string_view name) { addOperand(SymbolicNameOp, false, name); }
 
 void ExpressionBuilder::number(std::string_view digits) {
-    const bool isNegative = isLast(Pending::unaryMinus);
+    const bool isNegative = isLast(Pending::UnaryMinus);
     if (isNegative) {
         pending_.pop_back();
     }

@@ -44,7 +44,7 @@ class ExpressionBuilder {
     unsigned long intern(const SymbolicExprTable& table) const;
 
   private:
-    enum class Pending : std::uint8_t { group, list, plus, minus, multiply, divide, unaryMinus };
+    enum class Pending : std::uint8_t { Group, List, Plus, Minus, Multiply, Divide, UnaryMinus };
 
     /// An entry of the operator stack.
     struct Frame {
