@@ -1,5 +1,7 @@
 #include "dims/report.h"
 
+#include "dims/fact_columns.h"
+
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 

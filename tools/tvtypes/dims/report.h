@@ -7,14 +7,11 @@
 
 #include "dims/fact_records.h"
 #include "dims/reading.h"
-#include "output/columns.h"
 
 #include <ostream>
 #include <vector>
 
 namespace tvtool::dims {
-
-extern const output::Columns<DimsFact> factColumns;
 
 void printText(const std::vector<DimsDetails>& dimensions, bool colour, std::ostream& os);
 void printJson(const std::vector<DimsDetails>& dimensions, std::ostream& os);

@@ -1,5 +1,5 @@
 // The reports of an inspection, as text and as JSON.
-#include "dims/report.h"
+#include "dims/fact_columns.h"
 #include "model/inspection.h"
 #include "output/columns.h"
 
