@@ -331,7 +331,7 @@ Reading read(std::string_view text) {
     if (error == boost::json::error::syntax && !isUtf8(text)) {
         reason = "the text is not UTF-8";
     }
-    return {nullptr, describeError(text, stop, std::move(reason))};
+    return {nullptr, describeError(text, stop, reason)};
 }
 
 } // namespace oxd
