@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t maximumLength = std::size_t{16} << 20;
 
 /// Precedence. An expression of lower precedence than its context requires is put in parentheses.
-enum class Rank { relation, text, sum, product, unaryMinus, operand, parentheses };
+enum class Rank { Relation, Text, Sum, Product, UnaryMinus, Operand, Parentheses };
 
 /// Syntax of an operation: its precedence, its tokens, and the precedence that its first and its
 /// other operands require.
@@ -27,16 +27,16 @@ struct Form {
 
 /// Indexed by SymbolicOp. Operators are left-associative, so right operands require a higher rank.
 constexpr std::array<Form, 10> forms{{
-    {Rank::operand, "", "", "", Rank::relation, Rank::relation},
-    {Rank::operand, "", "", "", Rank::relation, Rank::relation},
-    {Rank::unaryMinus, "-", "", "", Rank::unaryMinus, Rank::unaryMinus},
-    {Rank::sum, "", "+", "", Rank::sum, Rank::product},
-    {Rank::sum, "", "-", "", Rank::sum, Rank::product},
-    {Rank::product, "", "*", "", Rank::product, Rank::unaryMinus},
-    {Rank::product, "", "/", "", Rank::product, Rank::unaryMinus},
-    {Rank::relation, "", "==", "", Rank::text, Rank::text},
-    {Rank::relation, "", ">", "", Rank::text, Rank::text},
-    {Rank::operand, "[", ",", "]", Rank::relation, Rank::relation},
+    {Rank::Operand, "", "", "", Rank::Relation, Rank::Relation},
+    {Rank::Operand, "", "", "", Rank::Relation, Rank::Relation},
+    {Rank::UnaryMinus, "-", "", "", Rank::UnaryMinus, Rank::UnaryMinus},
+    {Rank::Sum, "", "+", "", Rank::Sum, Rank::Product},
+    {Rank::Sum, "", "-", "", Rank::Sum, Rank::Product},
+    {Rank::Product, "", "*", "", Rank::Product, Rank::UnaryMinus},
+    {Rank::Product, "", "/", "", Rank::Product, Rank::UnaryMinus},
+    {Rank::Relation, "", "==", "", Rank::Text, Rank::Text},
+    {Rank::Relation, "", ">", "", Rank::Text, Rank::Text},
+    {Rank::Operand, "[", ",", "]", Rank::Relation, Rank::Relation},
 }};
 
 const std::string& nameText(const SymbolicExpr& expr) {
@@ -79,7 +79,7 @@ class Writer {
         }
         const Form& form = forms[expr.op()];
         const bool isText = expr.op() == SymbolicNameOp && !isIdentifier(nameText(expr));
-        const bool isEnclosed = (isText ? Rank::text : form.rank) < needed;
+        const bool isEnclosed = (isText ? Rank::Text : form.rank) < needed;
         text_ += isEnclosed ? "(" : "";
         text_ += form.prefix;
         if (expr.op() == SymbolicNameOp) {
@@ -106,7 +106,7 @@ class Writer {
         // Directly after a minus, a number without a sign would be parsed as a negative number.
         const bool absorbsMinus = expr.op() == SymbolicUnaryMinusOp &&
                                   inner.op() == SymbolicNumberOp && !asNumber(inner).isNegative();
-        begin(inner, absorbsMinus ? Rank::parentheses : next == 0 ? form.first : form.others);
+        begin(inner, absorbsMinus ? Rank::Parentheses : next == 0 ? form.first : form.others);
     }
 
     const SymbolicExprTable* table_;
@@ -117,7 +117,7 @@ class Writer {
 } // namespace
 
 std::string SymbolicExprPrinter::operator()(const SymbolicExpr& expr) const {
-    constexpr std::array<Rank, 3> ranks{Rank::relation, Rank::sum, Rank::product};
+    constexpr std::array<Rank, 3> ranks{Rank::Relation, Rank::Sum, Rank::Product};
     return Writer(*table_).write(expr, ranks[static_cast<std::size_t>(std::clamp(rank_, 0, 2))]);
 }
 
