@@ -166,6 +166,7 @@ std::vector<DimsFact> FactStore::statedBy(const std::deque<TVBlock>& blocks) con
         }
     }
     std::vector<DimsFact> facts;
+    facts.reserve(blocksById.size());
     for (auto& [id, names] : blocksById) {
         facts.push_back({id, table_.getSymbolicDims(id).toString(), std::move(names)});
     }
