@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -75,6 +77,37 @@ TEST(FixedPointCache, OverrideStatesHaveTheirOwnEntries) {
     off.DataTypeOverrideState = 1;
     EXPECT_TRUE(fxdt_isequal_to()(binaryPoint, off));
     EXPECT_NE(constructor(binaryPoint, 1, 0), constructor(off, 1, 0));
+}
+
+TEST(FixedPointCache, ThreadsShareStrings) {
+    constexpr int records = 2000;
+    const auto recordAt = [](int i) {
+        fxpDataTypeProp record = i % 2 == 0 ? binaryPoint : slopeAndBias;
+        record.WordLength = 100 + i;
+        return record;
+    };
+    std::vector<const std::string*> found[4];
+    std::vector<std::thread> threads;
+    for (auto& strings : found) {
+        threads.emplace_back([&] {
+            for (int i = 0; i < records; ++i) {
+                const fxpDataTypeProp record = recordAt(i);
+                strings.push_back(&fxpDataTypeToIdentifierString(&record));
+                strings.push_back(&constructor(record, i % 3, i % 5));
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    for (int i = 0; i < records; ++i) {
+        const fxpDataTypeProp record = recordAt(i);
+        ASSERT_EQ(fxpDataTypeToIdentifierString_NoCache(&record),
+                  *found[0][static_cast<std::size_t>(2 * i)]);
+    }
+    EXPECT_EQ(found[0], found[1]);
+    EXPECT_EQ(found[0], found[2]);
+    EXPECT_EQ(found[0], found[3]);
 }
 
 TEST(FixedPointCache, HashValuesAreStable) {
