@@ -1,8 +1,11 @@
+#include "support/failing_allocations.h"
+
 #include <tvtypes/fixedpoint.h>
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <memory>
 #include <set>
 #include <string>
 #include <thread>
@@ -108,6 +111,35 @@ TEST(FixedPointCache, ThreadsShareStrings) {
     EXPECT_EQ(found[0], found[1]);
     EXPECT_EQ(found[0], found[2]);
     EXPECT_EQ(found[0], found[3]);
+}
+
+TEST(FixedPointCache, RequestsCanBeRepeatedAfterAFailedAllocation) {
+    struct Request {
+        fxpDataTypeProp record;
+        std::string identifier;
+        std::string constructor = "old";
+    };
+    for (fxpDataTypeProp record : {binaryPoint, slopeAndBias}) {
+        record.FixedExponent = -1000;
+        // A new record each time; the texts of all have the same length.
+        int wordLength = 100000;
+        expectUnchangedOnFailedAllocation(
+            "request",
+            [&] {
+                record.WordLength = ++wordLength;
+                return std::make_unique<Request>(Request{record, {}});
+            },
+            [](Request& request) {
+                std::string arguments = request.constructor;
+                fxpDataTypeToConstructorString_FixptGuts(arguments, request.record,
+                                                         FxpDT::PreferSlopeBias);
+                const std::string& all = constructor(request.record, 0, 1);
+                std::string both = arguments.substr(0, 8) + all.substr(0, 14);
+                request.identifier = fxpDataTypeToIdentifierString(&request.record).substr(0, 5);
+                request.constructor = std::move(both);
+            },
+            [](const Request& request) { return request.identifier + request.constructor; });
+    }
 }
 
 TEST(FixedPointCache, HashValuesAreStable) {
