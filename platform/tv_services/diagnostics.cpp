@@ -15,7 +15,8 @@ void writeToStandardError(const tvsvDiagnosticImpl& diagnostic) {
 }
 
 tvsvWarningHandler& currentWarningHandler() {
-    static tvsvWarningHandler handler = writeToStandardError;
+    // Never destroyed, so that the destructors of clients can report warnings.
+    static tvsvWarningHandler& handler = *new tvsvWarningHandler(writeToStandardError);
     return handler;
 }
 

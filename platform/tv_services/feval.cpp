@@ -16,7 +16,8 @@ namespace {
 using HostFunctions = std::map<std::string, tvsvHostFunction, std::less<>>;
 
 HostFunctions& hostFunctions() {
-    static HostFunctions functions;
+    // Never destroyed, so that the destructors of clients can call functions.
+    static HostFunctions& functions = *new HostFunctions;
     return functions;
 }
 

@@ -1,5 +1,6 @@
 // The comparators of the built-in types: four operations on nine element types.
 #include "conversion/unaligned.h"
+#include "floating_point_environment.h"
 
 #include <tvtypes/conversion/comparators.h>
 
@@ -38,9 +39,17 @@ struct GreaterOrEqual {
     }
 };
 
+/// The default floating-point environment, in which a subnormal number is not zero; nothing for
+/// integers.
+struct NoEnvironment {};
+template <class Element>
+using Environment =
+    std::conditional_t<std::is_floating_point_v<Element>, DefaultEnvironment, NoEnvironment>;
+
 /// Writes the result of the test for every element. There is one vector for each operand.
 template <class Element, class Test, class... Vectors>
 int testEach(int count, void* result, const Vectors*... vectors) {
+    [[maybe_unused]] const Environment<Element> environment;
     auto* holds = static_cast<unsigned char*>(result);
     const std::size_t end = count < 1 ? 0 : static_cast<std::size_t>(count);
     for (std::size_t i = 0; i < end; ++i) {

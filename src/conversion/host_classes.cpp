@@ -11,10 +11,24 @@
 
 namespace {
 
+/// The numbers of classes, which all hosts share. The names of their enumerators differ.
+enum HostClass {
+    NoClass = 0,
+    BooleanClass = 3,
+    DoubleClass = 6,
+    SingleClass = 7,
+    Int8Class = 8,
+    UInt8Class = 9,
+    Int16Class = 10,
+    UInt16Class = 11,
+    Int32Class = 12,
+    UInt32Class = 13
+};
+
 // By type id: the built-in types, then "fcn_call" and "integer".
-constexpr oxClassID classOfType[] = {oxDoubleClass,  oxSingleClass, oxInt8Class,  oxUint8Class,
-                                     oxInt16Class,   oxUint16Class, oxInt32Class, oxUint32Class,
-                                     oxBooleanClass, oxNoClass,     oxInt32Class};
+constexpr HostClass classOfType[] = {DoubleClass,  SingleClass, Int8Class,  UInt8Class,
+                                     Int16Class,   UInt16Class, Int32Class, UInt32Class,
+                                     BooleanClass, NoClass,     Int32Class};
 
 constexpr int booleanId = 8;
 
@@ -22,16 +36,16 @@ constexpr int booleanId = 8;
 
 oxClassID utGetoxClassIdFromDTypeId(int dataTypeId, bool booleanAsUint8) {
     if (dataTypeId == booleanId && booleanAsUint8) {
-        return oxUint8Class;
+        return oxClassID(UInt8Class);
     }
-    return dataTypeId >= 0 && dataTypeId < static_cast<int>(std::size(classOfType))
-               ? classOfType[dataTypeId]
-               : oxNoClass;
+    return oxClassID(dataTypeId >= 0 && dataTypeId < static_cast<int>(std::size(classOfType))
+                         ? classOfType[dataTypeId]
+                         : NoClass);
 }
 
 int utGetDTypeIdFromOxClassId(oxClassID classId) {
     for (int id = 0; id <= booleanId; ++id) {
-        if (classOfType[id] == classId) {
+        if (oxClassID(classOfType[id]) == classId) {
             return id;
         }
     }

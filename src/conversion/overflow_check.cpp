@@ -2,6 +2,7 @@
 #include "builtin_ids.h"
 #include "conversion/rounding.h"
 #include "conversion/unaligned.h"
+#include "floating_point_environment.h"
 
 #include <tvtypes/conversion/overflow_check.h>
 #include <tvtypes/datatype.h>
@@ -36,8 +37,9 @@ std::size_t partCount(int count, bool isComplex) {
     return count < 1 ? 0 : (isComplex ? 2 : 1) * static_cast<std::size_t>(count);
 }
 
+/// Not inlined, so that the arithmetic stays within the caller's DefaultEnvironment.
 template <class Src, class Test>
-bool anyElement(const void* data, std::size_t parts, const Test& overflows) {
+[[gnu::noinline]] bool anyElement(const void* data, std::size_t parts, const Test& overflows) {
     for (std::size_t i = 0; i < parts; ++i) {
         if (overflows(elementAt<Src>(data, i))) {
             return true;
@@ -116,6 +118,7 @@ bool anyOutside(const void* data, std::size_t parts, int dstId) {
 bool DataType::CheckForOverflowDuringDataTypeConversion(const void* data, int count, int srcId,
                                                         bool isComplex, int dstId,
                                                         fxpModeRounding_tag rounding) {
+    const DefaultEnvironment environment;
     const std::size_t parts = partCount(count, isComplex);
     if (srcId == DoubleId && dstId == SingleId) {
         return anyElement<double>(data, parts, becomesInfiniteAsSingle);
@@ -150,6 +153,7 @@ namespace DataTypeConvOverflowUtilities {
 template <class Dst, class Src>
 bool CheckFloatVectForConvOverflow(const Src* data, int count, bool isComplex,
                                    fxpModeRounding_tag rounding) {
+    const DefaultEnvironment environment;
     constexpr int signedId = sizeof(Dst) == 1 ? Int8Id : sizeof(Dst) == 2 ? Int16Id : Int32Id;
     constexpr int dstId = std::numeric_limits<Dst>::is_signed ? signedId : signedId + 1;
     return anyRoundedOutside<Src>(data, partCount(count, isComplex), dstId, rounding);

@@ -1,6 +1,8 @@
 // The exported scalar rounding.
 #include "conversion/rounding.h"
 
+#include "floating_point_environment.h"
+
 #include <tvtypes/conversion/conversion.h>
 
 namespace utdtypeconv {
@@ -8,7 +10,7 @@ namespace utdtypeconv {
 template <class T>
 T ScalarConvergentPreInt(T x) {
     // Arithmetic would change the bits of a signalling NaN.
-    return isNaN(x) ? x : Convergent::whole(x);
+    return inDefaultEnvironment(x, [](T y) { return isNaN(y) ? y : Convergent::whole(y); });
 }
 
 template double ScalarConvergentPreInt<double>(double x);

@@ -9,7 +9,11 @@
 
 namespace {
 
+/// Returns the id at the end of the alias chain; an id without a record unchanged.
 int resolvedId(const TVTypeSys::DataTypeTable& table, int id) {
+    if (!table.isDataTypeIdValid(id)) {
+        return id;
+    }
     const std::size_t position = static_cast<std::size_t>(id) + 1;
     return table.getDataTypeAt(position)->getIdAliasedThruTo();
 }
@@ -36,6 +40,10 @@ int ConvertBetweenBuiltinFcn(_tvDataTypeAccess_tag* access, const char* /*contex
                              void* dst) {
     const int resolvedSrcId = resolvedId(*access->table, srcId);
     const int resolvedDstId = resolvedId(*access->table, dstId);
+    using TVTypeSys::conversion::isBuiltInId;
+    if (!isBuiltInId(resolvedSrcId) || !isBuiltInId(resolvedDstId)) {
+        return 0;
+    }
     const unsigned long length = count > 0 ? static_cast<unsigned long>(count) : 0;
     // Without the check, since a loss would not be reported.
     tvConvertBuiltInDTypeVectWithCheck(src, length, resolvedSrcId, false, dst, length,

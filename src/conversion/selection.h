@@ -4,20 +4,31 @@
 
 #include "conversion/kernel/kernel.h"
 
-#include <cassert>
-
 namespace TVTypeSys::conversion {
 
-/// Returns the function of a pair of types in the given modes. The only place that asserts the
-/// preconditions of the conversions on ids and modes.
+/// The function of ids that are not built-in and of modes that are no enumerators: converts nothing
+/// and returns false.
+inline bool convertNothing(const void* /*src*/, void* /*dst*/, unsigned long /*srcCount*/,
+                           unsigned long /*dstCount*/, bool /*srcIsComplex*/, bool /*dstIsComplex*/,
+                           bool /*checkLoss*/, int /*srcId*/, int /*dstId*/,
+                           fxpModeOverflow_tag /*overflow*/, fxpModeRounding_tag /*rounding*/) {
+    return false;
+}
+
+/// Returns whether the conversions have a row and a column for the id.
+constexpr bool isBuiltInId(int id) { return id >= 0 && id < builtInTypes; }
+
+/// Returns the function of a pair of types in the given modes; convertNothing if there is none.
 inline ConversionFcn selectFunction(const Kernel& kernel, int srcId, int dstId,
                                     fxpModeOverflow_tag overflow, fxpModeRounding_tag rounding) {
-    assert(srcId >= 0 && srcId < builtInTypes);
-    assert(dstId >= 0 && dstId < builtInTypes);
-    assert(overflow >= 0 && overflow < overflowModes);
-    assert(rounding >= 0 && rounding < roundingModes);
+    if (!isBuiltInId(srcId) || !isBuiltInId(dstId)) {
+        return convertNothing;
+    }
     const ConversionPair& pair = kernel.pairs[srcId][dstId];
-    return pair.functions[pair.roundingMatters ? rounding : 0][overflow];
+    const int row = pair.roundingMatters ? rounding : 0;
+    const int column = pair.overflowMatters ? overflow : 0;
+    const bool exists = row >= 0 && row < roundingModes && column >= 0 && column < overflowModes;
+    return exists ? pair.functions[row][column] : convertNothing;
 }
 
 } // namespace TVTypeSys::conversion

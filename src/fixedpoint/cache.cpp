@@ -1,6 +1,11 @@
 // Cache of identifier and constructor strings.
+#include "fixedpoint/entry_index.h"
+
 #include <tvtypes/fixedpoint/cache.h>
 #include <tvtypes/fixedpoint/identifier.h>
+
+#include <atomic>
+#include <mutex>
 
 namespace {
 
@@ -12,7 +17,7 @@ std::uint64_t combined(std::uint64_t seed, std::uint64_t value) {
     return seed ^ (value + 0x9e3779b9U + (seed << 6) + (seed >> 2));
 }
 
-std::size_t scalingIndex(FxpDT::scalingRepPrefer scaling) {
+unsigned int scalingIndex(FxpDT::scalingRepPrefer scaling) {
     switch (scaling) {
     case FxpDT::PreferFractionLength:
         return 0;
@@ -59,47 +64,78 @@ fxpDataTypeCachedStrings::fxpDataTypeCachedStrings(const fxpDataTypeProp& record
 
 const fxpDataTypeProp& fxpDataTypeCachedStrings::record() const { return record_; }
 
-// Nearly every request is a hit. The paths of a miss are separate functions that are not inlined,
-// so that a hit saves no registers for them.
 namespace {
 
-[[gnu::noinline]] const std::string& computeIdentifier(const fxpDataTypeProp& record,
-                                                       std::string& text) {
-    return text = fxpDataTypeToIdentifierString_NoCache(&record);
-}
+// What threads may change: the containers, the insertion into their indices, and the strings of an
+// entry that are not marked as computed. Never held while a string is computed, which calls the
+// host and the locale.
+constinit std::mutex changes;
 
-[[gnu::noinline]] const std::string& computeConstructor(const fxpDataTypeProp& record,
-                                                        FxpDT::baseCtorPrefer base,
-                                                        FxpDT::scalingRepPrefer scaling,
-                                                        std::string& text) {
-    return text = fxpDataTypeToConstructorString_NoCache(record, base, scaling);
-}
+constinit TVTypeSys::EntryIndex hashIndex;
+constinit TVTypeSys::EntryIndex mapIndex;
 
-[[gnu::noinline]] fxpDataTypeCachedStrings& insertHashEntry(const fxpDataTypeProp& record) {
-    return dtCacheHash.try_emplace(record, record).first->second;
+// Nearly every request is a hit. A miss is a separate function, so that a hit saves no registers
+// for it.
+template <class Container>
+[[gnu::noinline]] fxpDataTypeCachedStrings&
+insertEntry(Container& container, TVTypeSys::EntryIndex& index, const fxpDataTypeProp& record) {
+    const std::lock_guard lock(changes);
+    index.reserveOne();
+    const auto [place, isNew] = container.try_emplace(record, record);
+    // Otherwise the record of the entry is equal, but differs in bits: it has a zero of another
+    // sign, a NaN, or fields that do not matter to its mode.
+    if (isNew) {
+        index.insert(place->second);
+    }
+    return place->second;
 }
 
 } // namespace
 
+/// Returns a string, computed by `compute` on first use.
+template <class Compute>
+const std::string& fxpDataTypeCachedStrings::memoised(unsigned int slot,
+                                                      const Compute& compute) const {
+    const unsigned int computed = std::atomic_ref(computed_).load(std::memory_order_acquire);
+    if ((computed >> slot & 1U) == 0) {
+        memoise(slot, compute);
+    }
+    return strings_[slot];
+}
+
+template <class Compute>
+[[gnu::noinline]] void fxpDataTypeCachedStrings::memoise(unsigned int slot,
+                                                         const Compute& compute) const {
+    std::string text = compute();
+    const std::lock_guard lock(changes);
+    // Another thread may have computed the string meanwhile and returned a reference to it.
+    if ((computed_ >> slot & 1U) == 0) {
+        strings_[slot] = std::move(text);
+        std::atomic_ref(computed_).store(static_cast<std::uint8_t>(computed_ | 1U << slot),
+                                         std::memory_order_release);
+    }
+}
+
 const std::string& fxpDataTypeCachedStrings::getFxpDataTypeToIdentifierString() const {
-    return identifier_.empty() ? computeIdentifier(record_, identifier_) : identifier_;
+    return memoised(0, [&] { return fxpDataTypeToIdentifierString_NoCache(&record_); });
 }
 
 const std::string&
 fxpDataTypeCachedStrings::getCtorForOndrixEval(FxpDT::baseCtorPrefer base,
                                                FxpDT::scalingRepPrefer scaling) const {
-    const bool prefersNumericType = base == FxpDT::PreferNumericType;
-    std::string& text = constructors_[2 * scalingIndex(scaling) + (prefersNumericType ? 0 : 1)];
-    return text.empty() ? computeConstructor(record_, base, scaling, text) : text;
+    const unsigned int baseIndex = base == FxpDT::PreferNumericType ? 0 : 1;
+    return memoised(1 + 2 * scalingIndex(scaling) + baseIndex,
+                    [&] { return fxpDataTypeToConstructorString_NoCache(record_, base, scaling); });
 }
 
 fxpDataTypeCachedStrings& fxpDataTypeCacheFindHash(const fxpDataTypeProp& record) {
-    const auto found = dtCacheHash.find(record);
-    return found != dtCacheHash.end() ? found->second : insertHashEntry(record);
+    auto* const found = hashIndex.find(record);
+    return found != nullptr ? *found : insertEntry(dtCacheHash, hashIndex, record);
 }
 
-[[gnu::noinline]] fxpDataTypeCachedStrings& fxpDataTypeCacheFindMap(const fxpDataTypeProp& record) {
-    return dtCacheMap.try_emplace(record, record).first->second;
+fxpDataTypeCachedStrings& fxpDataTypeCacheFindMap(const fxpDataTypeProp& record) {
+    auto* const found = mapIndex.find(record);
+    return found != nullptr ? *found : insertEntry(dtCacheMap, mapIndex, record);
 }
 
 fxpDataTypeCachedStrings& fxpDataTypeCacheFind(const fxpDataTypeProp& record) {

@@ -1,14 +1,16 @@
 // Constructor strings.
+#include "fixedpoint/integer_text.h"
 #include "fixedpoint/scaling.h"
-#include "fixedpoint/short_text.h"
 #include "services/number_text.h"
 
 #include <tvtypes/fixedpoint/constructor.h>
 
+#include <string_view>
+
 namespace {
 
-using TVTypeSys::decimalText;
-using TVTypeSys::ShortText;
+using TVTypeSys::evaluableText;
+using TVTypeSys::integerText;
 using TVTypeSys::slopeIsNormal;
 using TVTypeSys::totalSlope;
 
@@ -27,45 +29,45 @@ std::string_view signednessText(std::uint32_t signedness) {
     }
 }
 
-void appendSlopeAndBias(ShortText& text, const fxpDataTypeProp& record) {
-    text.append(",");
+void appendSlopeAndBias(std::string& text, const fxpDataTypeProp& record) {
+    text += ",";
     if (slopeIsNormal(record)) {
-        text.appendNumber(totalSlope(record));
+        text += evaluableText(totalSlope(record));
     } else {
-        text.appendNumber(record.SlopeAdjustmentFactor);
-        text.append(",");
-        text.appendInteger(record.FixedExponent);
+        text += evaluableText(record.SlopeAdjustmentFactor);
+        text += ",";
+        text += integerText(record.FixedExponent);
     }
-    text.append(",");
-    text.appendNumber(record.Bias);
+    text += ",";
+    text += evaluableText(record.Bias);
 }
 
-void appendScaling(ShortText& text, const fxpDataTypeProp& record,
+void appendScaling(std::string& text, const fxpDataTypeProp& record,
                    FxpDT::scalingRepPrefer scaling) {
     if (scaling == FxpDT::PreferNoScaling) {
         return;
     }
     const bool isBinaryPoint = record.SlopeAdjustmentFactor == 1.0 && record.Bias == 0.0;
     if (scaling == FxpDT::PreferFractionLength && isBinaryPoint) {
-        text.append(",");
-        text.appendInteger(fractionLength(record));
+        text += ",";
+        text += integerText(fractionLength(record));
     } else {
         appendSlopeAndBias(text, record);
     }
 }
 
-void appendFixedPointArguments(ShortText& text, const fxpDataTypeProp& record,
+void appendFixedPointArguments(std::string& text, const fxpDataTypeProp& record,
                                FxpDT::scalingRepPrefer scaling) {
-    text.append(signednessText(record.Signedness));
-    text.append(",");
-    text.appendInteger(static_cast<std::uint32_t>(record.WordLength));
+    text += signednessText(record.Signedness);
+    text += ",";
+    text += integerText(static_cast<std::uint32_t>(record.WordLength));
     appendScaling(text, record, scaling);
     if (record.DataTypeMode == FXP_DT_SCALED_DOUBLE) {
-        text.append(",'DataType','ScaledDouble'");
+        text += ",'DataType','ScaledDouble'";
     }
 }
 
-void appendArguments(ShortText& text, const fxpDataTypeProp& record,
+void appendArguments(std::string& text, const fxpDataTypeProp& record,
                      FxpDT::scalingRepPrefer scaling) {
     switch (record.DataTypeMode) {
     case FXP_DT_FIXPT:
@@ -73,21 +75,15 @@ void appendArguments(ShortText& text, const fxpDataTypeProp& record,
         appendFixedPointArguments(text, record, scaling);
         return;
     case FXP_DT_DOUBLE:
-        text.append("'double'");
+        text += "'double'";
         return;
     case FXP_DT_SINGLE:
-        text.append("'single'");
+        text += "'single'";
         return;
     case FXP_DT_BOOLEAN:
         break;
     }
-    text.append("'boolean'");
-}
-
-std::string integerText(std::int64_t value) {
-    ShortText text;
-    text.appendInteger(value);
-    return text.str();
+    text += "'boolean'";
 }
 
 } // namespace
@@ -96,21 +92,21 @@ std::string fxpDataTypeToConstructorString_NoCache(const fxpDataTypeProp& record
                                                    FxpDT::baseCtorPrefer base,
                                                    FxpDT::scalingRepPrefer scaling) {
     const bool needsNumericType = record.DataTypeMode == FXP_DT_SCALED_DOUBLE;
-    ShortText text;
-    text.append(base == FxpDT::PreferNumericType || needsNumericType ? "numerictype(" : "fixdt(");
+    std::string text;
+    text += base == FxpDT::PreferNumericType || needsNumericType ? "numerictype(" : "fixdt(";
     appendArguments(text, record, scaling);
     if (record.DataTypeOverrideState == 1 && record.DataTypeMode != FXP_DT_BOOLEAN) {
-        text.append(",'DataTypeOverride','Off'");
+        text += ",'DataTypeOverride','Off'";
     }
-    text.append(")");
-    return text.str();
+    text += ")";
+    return text;
 }
 
 void fxpDataTypeToConstructorString_FixptGuts(std::string& text, const fxpDataTypeProp& record,
                                               FxpDT::scalingRepPrefer scaling) {
-    ShortText arguments;
+    std::string arguments;
     appendFixedPointArguments(arguments, record, scaling);
-    text.append(arguments.view());
+    text += arguments;
 }
 
 std::string fractionLengthStr(const fxpDataTypeProp& record) {
@@ -121,10 +117,10 @@ std::string fixedExponentStr(const fxpDataTypeProp& record) {
     return integerText(record.FixedExponent);
 }
 
-std::string slopeStr(const fxpDataTypeProp& record) { return decimalText(totalSlope(record)); }
+std::string slopeStr(const fxpDataTypeProp& record) { return evaluableText(totalSlope(record)); }
 
 std::string slopeAdjustmentFactorStr(const fxpDataTypeProp& record) {
-    return decimalText(record.SlopeAdjustmentFactor);
+    return evaluableText(record.SlopeAdjustmentFactor);
 }
 
-std::string biasStr(const fxpDataTypeProp& record) { return decimalText(record.Bias); }
+std::string biasStr(const fxpDataTypeProp& record) { return evaluableText(record.Bias); }

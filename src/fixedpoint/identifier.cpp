@@ -1,16 +1,20 @@
 // Identifiers of records.
+#include "fixedpoint/integer_text.h"
 #include "fixedpoint/scaling.h"
-#include "fixedpoint/short_text.h"
+#include "services/number_text.h"
 
 #include <tvtypes/fixedpoint/identifier.h>
 
+#include <algorithm>
+#include <string_view>
+
 namespace {
 
-using TVTypeSys::ShortText;
+using TVTypeSys::integerText;
 using TVTypeSys::slopeIsNormal;
 using TVTypeSys::totalSlope;
 
-constexpr std::string_view separator = "_";
+constexpr char separator = '_';
 
 /// Returns the name of the built-in integer type with the properties of a fixed-point record; empty
 /// if there is none.
@@ -31,46 +35,59 @@ std::string_view builtInName(const fxpDataTypeProp& record) {
     }
 }
 
-void appendPart(ShortText& name, double value, char letter) {
-    name.append(separator);
-    name.append({&letter, 1});
-    name.appendIdentifierNumber(value);
+void appendPart(std::string& name, double value, char letter) {
+    name += separator;
+    name += letter;
+    name += numStrToIdentifierStr(TVTypeSys::decimalText(value));
 }
 
-void appendExponent(ShortText& name, const fxpDataTypeProp& record) {
-    const std::int64_t exponent = record.FixedExponent;
-    if (exponent != 0) {
-        name.append(separator);
-        name.append(exponent < 0 ? "En" : "E");
-        name.appendInteger(exponent < 0 ? -exponent : exponent);
+char identifierCharacter(char c) {
+    switch (c) {
+    case '.':
+        return 'p';
+    case '-':
+        return 'n';
+    case 'E':
+        return 'e';
+    default:
+        return c;
     }
 }
 
-void appendSlope(ShortText& name, const fxpDataTypeProp& record) {
+void appendExponent(std::string& name, const fxpDataTypeProp& record) {
+    const std::int64_t exponent = record.FixedExponent;
+    if (exponent != 0) {
+        name += separator;
+        name += exponent < 0 ? "En" : "E";
+        name += integerText(exponent < 0 ? -exponent : exponent);
+    }
+}
+
+void appendSlope(std::string& name, const fxpDataTypeProp& record) {
     const double slope = totalSlope(record);
     if (slope != 1.0) {
         appendPart(name, slope, 'S');
     }
 }
 
-void appendFactor(ShortText& name, const fxpDataTypeProp& record) {
+void appendFactor(std::string& name, const fxpDataTypeProp& record) {
     if (record.SlopeAdjustmentFactor != 1.0) {
         appendPart(name, record.SlopeAdjustmentFactor, 'F');
     }
 }
 
-void appendBias(ShortText& name, const fxpDataTypeProp& record) {
+void appendBias(std::string& name, const fxpDataTypeProp& record) {
     if (record.Bias != 0.0) {
         appendPart(name, record.Bias, 'B');
     }
 }
 
 /// Returns one component of a name.
-std::string component(void (*append)(ShortText&, const fxpDataTypeProp&),
+std::string component(void (*append)(std::string&, const fxpDataTypeProp&),
                       const fxpDataTypeProp& record) {
-    ShortText text;
+    std::string text;
     append(text, record);
-    return text.str();
+    return text;
 }
 
 } // namespace
@@ -95,11 +112,11 @@ std::string fxpDataTypeToIdentifierString_NoCache(const fxpDataTypeProp* record)
 }
 
 std::string fxpDataTypeToIdentifierStringTrueFixPt(const fxpDataTypeProp* record) {
-    ShortText name;
+    std::string name;
     const bool isSigned = record->Signedness == 1;
-    name.append(record->DataTypeMode == FXP_DT_SCALED_DOUBLE ? (isSigned ? "flts" : "fltu")
-                                                             : (isSigned ? "sfix" : "ufix"));
-    name.appendInteger(record->WordLength);
+    name += record->DataTypeMode == FXP_DT_SCALED_DOUBLE ? (isSigned ? "flts" : "fltu")
+                                                         : (isSigned ? "sfix" : "ufix");
+    name += integerText(record->WordLength);
     if (record->SlopeAdjustmentFactor == 1.0) {
         appendExponent(name, *record);
     } else if (slopeIsNormal(*record)) {
@@ -109,7 +126,7 @@ std::string fxpDataTypeToIdentifierStringTrueFixPt(const fxpDataTypeProp* record
         appendExponent(name, *record);
     }
     appendBias(name, *record);
-    return name.str();
+    return name;
 }
 
 std::string getStringForFixedExponentComponent(const fxpDataTypeProp* record) {
@@ -129,14 +146,23 @@ std::string getStringForBiasComponent(const fxpDataTypeProp* record) {
 }
 
 std::string getPartOfDataTypeStr(double value, char letter) {
-    ShortText part;
+    std::string part;
     appendPart(part, value, letter);
-    return part.str();
+    return part;
 }
 
 std::string numStrToIdentifierStr(std::string text) {
-    char* const end = TVTypeSys::rewriteForIdentifier(text.data(), text.data() + text.size());
-    text.resize(static_cast<std::size_t>(end - text.data()));
+    std::erase(text, '+');
+    std::transform(text.begin(), text.end(), text.begin(), identifierCharacter);
+    if (text.ends_with("p0")) {
+        text.erase(text.size() - 2);
+    }
+    if (text.starts_with("0p")) {
+        text.erase(0, 1);
+    }
+    if (text.starts_with("n0p")) {
+        text.erase(1, 1);
+    }
     return text;
 }
 

@@ -2,6 +2,8 @@
 /// Total slope of a record.
 #pragma once
 
+#include "floating_point_environment.h"
+
 #include <tvtypes/fixedpoint/properties.h>
 
 #include <cmath>
@@ -10,7 +12,10 @@ namespace TVTypeSys {
 
 /// Returns the factor times two to the power of the exponent.
 inline double totalSlope(const fxpDataTypeProp& record) {
-    return std::ldexp(record.SlopeAdjustmentFactor, record.FixedExponent);
+    // An exponent or a factor that is not valid may give a result that is rounded or infinite.
+    return inDefaultEnvironment(record.SlopeAdjustmentFactor, [&](double factor) {
+        return std::ldexp(factor, record.FixedExponent);
+    });
 }
 
 /// Returns whether the total slope is a normal double, given a valid factor.

@@ -1,4 +1,5 @@
 // Conversion and comparison of values, through the functions of their types.
+#include "floating_point_environment.h"
 #include "registry/builtin_types.h"
 #include "services/errors.h"
 #include "services/guard.h"
@@ -28,6 +29,7 @@ int call(const DataType& type, Function function, Arguments... arguments) {
 /// Returns whether a floating-point array has a part other than zero; NaN is not zero.
 template <class Float>
 bool anyNonZero(const unsigned char* data, std::size_t parts) {
+    const DefaultEnvironment environment;
     for (std::size_t i = 0; i < parts; ++i) {
         Float x;
         std::memcpy(&x, data + i * sizeof x, sizeof x);

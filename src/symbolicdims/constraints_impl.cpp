@@ -6,6 +6,9 @@
 #include <tvtypes/symbolicdims/table.h>
 
 #include <algorithm>
+#include <exception>
+#include <optional>
+#include <utility>
 
 namespace TVTypeSys {
 
@@ -16,6 +19,66 @@ const typename Map::mapped_type* findIn(const Map& map, const typename Map::key_
     const auto found = map.find(key);
     return found == map.end() ? nullptr : &found->second;
 }
+
+/// Whether an exception has been thrown since the construction of this object.
+class Failure {
+  public:
+    explicit operator bool() const { return std::uncaught_exceptions() > before_; }
+
+  private:
+    int before_ = std::uncaught_exceptions();
+};
+
+/// An entry of a map, inserted if there is none. A new one is removed again if an exception leaves
+/// the scope of this object.
+template <class Map>
+class Entry {
+  public:
+    Entry(Map& map, const typename Map::key_type& key, typename Map::mapped_type value = {})
+        : map_(&map), key_(key) {
+        const auto [place, isNew] = map.try_emplace(key, std::move(value));
+        value_ = &place->second;
+        isNew_ = isNew;
+    }
+    Entry(const Entry&) = delete;
+    Entry& operator=(const Entry&) = delete;
+    ~Entry() {
+        if (isNew_ && failure_) {
+            map_->erase(key_);
+        }
+    }
+
+    bool isNew() const { return isNew_; }
+    typename Map::mapped_type& value() const { return *value_; }
+
+  private:
+    Map* map_;
+    typename Map::key_type key_;
+    typename Map::mapped_type* value_ = nullptr; // not moved when the map grows
+    bool isNew_ = false;
+    Failure failure_;
+};
+
+/// The same for an element of a set.
+template <class Set>
+class Member {
+  public:
+    Member(Set& set, const typename Set::key_type& key) : set_(&set), place_(set.insert(key)) {}
+    Member(const Member&) = delete;
+    Member& operator=(const Member&) = delete;
+    ~Member() {
+        if (isNew() && failure_) {
+            set_->erase(place_.first);
+        }
+    }
+
+    bool isNew() const { return place_.second; }
+
+  private:
+    Set* set_;
+    std::pair<typename Set::iterator, bool> place_;
+    Failure failure_;
+};
 
 } // namespace
 
@@ -34,33 +97,35 @@ void SymbolicDimsConstraints::Impl::addEqual(int first, int second, const TVBloc
             throwError(InconsistentSymbolicDimensionNotEqual(sizeText(greater), text, text));
         }
     }
-    if (block != nullptr) {
-        blockConstraints_[block].insert(registerRelation<TV::SymbolicEqualExpr>(a, b));
-    }
     const auto [low, high] = std::minmax(a, b);
     const int* parentOfLow = findIn(equalParent_, low);
     // The parent, which need not be the root: the listings show this forest.
     const int root = parentOfLow == nullptr ? low : std::min(*parentOfLow, low);
-    if (parentOfLow == nullptr) {
-        equalParent_[low] = low;
-        if (block != nullptr) {
-            equalBlocks_[low].insert(block);
-        }
+    const Entry lowest(equalParent_, low, low);
+    const Entry highest(equalParent_, high, root);
+    std::optional<Entry<BlocksById>> blocksOfLow;
+    std::optional<Entry<BlocksById>> blocksOfHigh;
+    if (block != nullptr && lowest.isNew()) {
+        blocksOfLow.emplace(equalBlocks_, low, Blocks{block});
     }
-    Ids& members = equalMembers_[root];
-    members.insert(high);
-    const auto [parentOfHigh, isNew] = equalParent_.try_emplace(high, root);
-    if (isNew) {
-        if (block != nullptr) {
-            equalBlocks_[high].insert(block);
-        }
-        ++numEqual_;
-    } else if (const int parent = parentOfHigh->second; parent > root) {
-        members.insert(parent);
-        equalParent_[parent] = root;
-        equalParent_[high] = root;
-        ++numEqual_;
+    if (block != nullptr && highest.isNew()) {
+        blocksOfHigh.emplace(equalBlocks_, high, Blocks{block});
     }
+    const Entry members(equalMembers_, root);
+    const Member member(members.value(), high);
+    const int parent = highest.value();
+    const bool joins = !highest.isNew() && parent > root;
+    std::optional<Member<Ids>> joined;
+    if (joins) {
+        joined.emplace(members.value(), parent);
+    }
+    addToBlock<TV::SymbolicEqualExpr>(block, a, b);
+    // Nothing fails from here on.
+    if (joins) {
+        equalParent_.at(parent) = root;
+        highest.value() = root;
+    }
+    numEqual_ += highest.isNew() || joins ? 1 : 0;
 }
 
 void SymbolicDimsConstraints::Impl::addGreaterThan(int first, int second, const TVBlock* block) {
@@ -76,19 +141,24 @@ void SymbolicDimsConstraints::Impl::addGreaterThan(int first, int second, const 
         const std::string text = sizeText(b);
         throwError(dimensions::InconsistentSymbolicDimensionGreaterThan(sizeText(a), text, text));
     }
+    const Entry lesser(greaterThanEdges_, a);
+    const Member member(lesser.value(), b);
+    std::optional<Entry<BlocksById>> blocks;
+    std::optional<Member<Blocks>> blockOfGreater;
     if (block != nullptr) {
-        blockConstraints_[block].insert(registerRelation<TV::SymbolicGreaterThanExpr>(a, b));
-        greaterThanBlocks_[a].insert(block);
+        blocks.emplace(greaterThanBlocks_, a);
+        blockOfGreater.emplace(blocks->value(), block);
     }
-    Ids& lesser = greaterThanEdges_[a];
-    const auto [place, isNew] = lesser.insert(b);
-    if (isNew) {
-        try {
-            ordering_.add(a, b);
-        } catch (...) {
-            lesser.erase(place);
-            throw;
+    if (member.isNew()) {
+        ordering_.add(a, b);
+    }
+    try {
+        addToBlock<TV::SymbolicGreaterThanExpr>(block, a, b);
+    } catch (...) {
+        if (member.isNew()) {
+            ordering_.removeLast(a, b);
         }
+        throw;
     }
     ++numGreaterThan_;
 }
@@ -129,7 +199,24 @@ int SymbolicDimsConstraints::Impl::findRootKey(int size) const {
 
 template <class Relation>
 int SymbolicDimsConstraints::Impl::registerRelation(int a, int b) const {
-    return internExpression(exprTable_, Relation(exprTable_, toExpressionId(a), toExpressionId(b)));
+    return internExpression(exprTable_, Relation(exprTable_, expressionOf(a), expressionOf(b)));
+}
+
+const TV::SymbolicExpr& SymbolicDimsConstraints::Impl::expressionOf(int size) const {
+    return table_->getSymbolicExpr(toExpressionId(size));
+}
+
+template <class Relation>
+void SymbolicDimsConstraints::Impl::addToBlock(const TVBlock* block, int a, int b) {
+    if (block == nullptr) {
+        return;
+    }
+    Ids added = {0};
+    Entry relations(blockConstraints_, block);
+    auto node = added.extract(added.begin());
+    // The last step that can fail, since the table cannot remove an expression.
+    node.value() = registerRelation<Relation>(a, b);
+    relations.value().insert(std::move(node));
 }
 
 void SymbolicDimsConstraints::Impl::getEquivalentSymbolicDims(Pairs& pairs) const {
@@ -168,31 +255,31 @@ void SymbolicDimsConstraints::Impl::visitConstraints(const Visit& visit) const {
 
 void SymbolicDimsConstraints::Impl::getSymbolicDimsConstraints(
     std::vector<SymbolicDimsConstraint>& constraints) const {
-    constraints.clear();
-    constraints.reserve(numEqual_ + numGreaterThan_);
+    std::vector<SymbolicDimsConstraint> listed;
+    listed.reserve(numEqual_ + numGreaterThan_);
     visitConstraints([&](int constraintId, const Blocks* blocks) {
-        SymbolicDimsConstraint& constraint = constraints.emplace_back();
+        SymbolicDimsConstraint& constraint = listed.emplace_back();
         constraint.constraintId = constraintId;
         if (blocks != nullptr) {
             constraint.blocks.assign(blocks->begin(), blocks->end());
         }
     });
+    constraints.swap(listed);
 }
 
 void SymbolicDimsConstraints::Impl::getSymbolicDimsConstraints(
     std::vector<int>& constraintIds) const {
-    constraintIds.clear();
-    constraintIds.reserve(numEqual_ + numGreaterThan_);
-    visitConstraints(
-        [&](int constraintId, const Blocks*) { constraintIds.push_back(constraintId); });
+    std::vector<int> listed;
+    listed.reserve(numEqual_ + numGreaterThan_);
+    visitConstraints([&](int constraintId, const Blocks*) { listed.push_back(constraintId); });
+    constraintIds.swap(listed);
 }
 
 void SymbolicDimsConstraints::Impl::getSymbolicDimsConstraints(
     const TVBlock* block, std::vector<int>& constraintIds) const {
-    constraintIds.clear();
-    if (const Ids* stated = findIn(blockConstraints_, block)) {
-        constraintIds.assign(stated->begin(), stated->end());
-    }
+    const Ids* stated = findIn(blockConstraints_, block);
+    constraintIds =
+        stated == nullptr ? std::vector<int>() : std::vector<int>(stated->begin(), stated->end());
 }
 
 void SymbolicDimsConstraints::Impl::getSymbolicDimsConstraints(
@@ -211,7 +298,7 @@ void SymbolicDimsConstraints::Impl::getSymbolicDimsConstraints(
             all.insert(stated.begin(), stated.end());
         }
     }
-    constraintIds.assign(all.begin(), all.end());
+    constraintIds = std::vector<int>(all.begin(), all.end());
 }
 
 } // namespace TVTypeSys

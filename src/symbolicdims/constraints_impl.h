@@ -14,6 +14,7 @@
 #include <string>
 
 namespace TV {
+class SymbolicExpr;
 class SymbolicExprTable;
 } // namespace TV
 
@@ -60,6 +61,11 @@ class SymbolicDimsConstraints::Impl {
     /// Registers a relation as an expression and returns its id.
     template <class Relation>
     int registerRelation(int a, int b) const;
+    const TV::SymbolicExpr& expressionOf(int size) const;
+    /// Registers a relation and lists it under the block unless that is null. If this throws,
+    /// nothing has changed.
+    template <class Relation>
+    void addToBlock(const TVBlock* block, int a, int b);
 
     /// Calls `visit(constraintId, blocks)` for each relation; `blocks` is null if there are none.
     template <class Visit>

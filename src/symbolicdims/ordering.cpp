@@ -179,6 +179,11 @@ void Ordering::add(int greater, int lesser) {
     }
 }
 
+void Ordering::removeLast(int greater, int lesser) noexcept {
+    sizes_[indices_.find(greater)->second].lesser.pop_back();
+    sizes_[indices_.find(lesser)->second].greater.pop_back();
+}
+
 Ordering::Index Ordering::findOrAdd(int id, Level level) {
     const auto [found, isNew] = indices_.try_emplace(id, static_cast<Index>(sizes_.size()));
     if (isNew) {

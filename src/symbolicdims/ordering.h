@@ -31,6 +31,8 @@ class Ordering {
     /// Adds an edge; if this throws, nothing has changed. \pre The edge is new, and reorder() of
     /// the two sizes has returned true.
     void add(int greater, int lesser);
+    /// Removes an edge again. \pre It is the last that was added.
+    void removeLast(int greater, int lesser) noexcept;
 
   private:
     friend struct OrderingSearch;

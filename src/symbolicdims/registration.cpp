@@ -53,16 +53,18 @@ int SymbolicDimsTable::registerSymbolicDims(const std::vector<std::string>& size
         numbers.push_back(isDigits(size) ? std::optional(boost::lexical_cast<int>(size))
                                          : std::nullopt);
     }
+    // Made in a table of its own and copied as a whole, so that a list is registered completely or
+    // not at all. A copy has the order of registration: the sizes, then the list.
+    TV::SymbolicExprTable list;
     std::vector<unsigned long> ids;
     ids.reserve(sizes.size());
     for (std::size_t i = 0; i < sizes.size(); ++i) {
-        ids.push_back(numbers[i]
-                          ? TV::SymbolicIntValue(*expressions_, *numbers[i]).getId(*expressions_)
-                          : TV::SymbolicString(*expressions_, sizes[i]).getId(*expressions_));
+        ids.push_back(numbers[i] ? TV::SymbolicIntValue(list, *numbers[i]).getId(list)
+                                 : TV::SymbolicString(list, sizes[i]).getId(list));
     }
-    return ids.size() == 1
-               ? toDimsId(ids.front())
-               : internExpression(*expressions_, TV::SymbolicNDExpr(*expressions_, ids));
+    const unsigned long id =
+        ids.size() == 1 ? ids.front() : TV::SymbolicNDExpr(list, ids).getId(list);
+    return toDimsId(TV::SymbolicExprCopy(list, *expressions_)(id));
 }
 
 int SymbolicDimsTable::registerSymbolicDimsExpr(const char* text) {

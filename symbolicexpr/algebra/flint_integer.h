@@ -5,6 +5,7 @@
 /// not zero, and operands of products and powers are within the limits of limits.h.
 #pragma once
 
+#include "algebra/flint_memory.h"
 #include "algebra/integer.h"
 
 #include <flint/fmpz.h>

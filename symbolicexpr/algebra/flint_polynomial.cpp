@@ -1,6 +1,7 @@
 #include "algebra/flint_polynomial.h"
 
 #include "algebra/flint_integer.h"
+#include "algebra/flint_memory.h"
 #include "algebra/limits.h"
 
 #include <boost/unordered/unordered_flat_set.hpp>
@@ -105,11 +106,32 @@ class FlintPolynomial {
     fmpz_mpoly_t value_;
 };
 
+std::size_t largestCoefficientBits(const Polynomial& a, const Polynomial& b) {
+    std::size_t bits = 0;
+    for (const Polynomial* polynomial : {&a, &b}) {
+        for (const Term& term : polynomial->terms()) {
+            bits = std::max(bits, term.coefficient.bits());
+        }
+    }
+    return bits;
+}
+
+/// Requires the memory for both operands and a result with so many terms and coefficients of so
+/// many times the bits.
+void requireMemoryFor(const Context& context, const Polynomial& a, const Polynomial& b,
+                      std::size_t resultTerms, std::size_t timesBits) {
+    const std::size_t terms =
+        a.terms().size() + b.terms().size() + std::min(resultTerms, limits::maximumMonomials);
+    requirePolynomialMemory(terms, context.names().size(),
+                            timesBits * largestCoefficientBits(a, b));
+}
+
 } // namespace
 
 Polynomial multiply(const Polynomial& a, const Polynomial& b, const NameOrder& order) {
     assert(limits::mayMultiply(a, b));
     Context context(a, b, order);
+    requireMemoryFor(context, a, b, a.terms().size() * b.terms().size(), 2);
     FlintPolynomial product(context);
     fmpz_mpoly_mul(product.get(), FlintPolynomial(a, context).get(),
                    FlintPolynomial(b, context).get(), context.get());
@@ -119,6 +141,8 @@ Polynomial multiply(const Polynomial& a, const Polynomial& b, const NameOrder& o
 Polynomial raise(const Polynomial& base, std::uint32_t exponent, const NameOrder& order) {
     assert(limits::mayRaise(base, exponent));
     Context context(base, base, order);
+    requireMemoryFor(context, base, base, limits::termsOfPower(base.terms().size(), exponent),
+                     exponent);
     FlintPolynomial power(context);
     if (fmpz_mpoly_pow_ui(power.get(), FlintPolynomial(base, context).get(), exponent,
                           context.get()) == 0) {
@@ -130,6 +154,9 @@ Polynomial raise(const Polynomial& base, std::uint32_t exponent, const NameOrder
 Polynomial divideByCommonDivisor(Polynomial& a, Polynomial& b, const NameOrder& order) {
     assert(!a.isZero() && !b.isZero());
     Context context(a, b, order);
+    // Images modulo several primes and evaluations of all names but one.
+    constexpr std::size_t images = 16;
+    requireMemoryFor(context, a, b, images * (a.terms().size() + b.terms().size()), 2);
     FlintPolynomial divisor(context);
     FlintPolynomial left(a, context);
     FlintPolynomial right(b, context);

@@ -16,6 +16,7 @@ std::uint64_t magnitude(std::int64_t value) {
 } // namespace
 
 Integer::Integer(const std::string& digits) : value_(0) {
+    requireIntegerMemory(4 * digits.size());
     FlintInteger value;
     if (fmpz_set_str(value.get(), digits.c_str(), 10) == 0) {
         *this = value.integer();
@@ -25,6 +26,7 @@ Integer::Integer(const std::string& digits) : value_(0) {
 void Integer::Destroy::operator()(Big* big) const { delete big; }
 
 Integer::BigPointer Integer::cloneBig(const Big& big) {
+    requireIntegerMemory(fmpz_bits(big.value));
     BigPointer copy(new Big);
     fmpz_set(copy->value, big.value);
     return copy;
@@ -38,6 +40,7 @@ Integer& Integer::operator+=(const Integer& other) {
         value_ = sum;
         return *this;
     }
+    requireIntegerMemory(bits() + other.bits());
     FlintInteger result(*this);
     fmpz_add(result.get(), result.get(), FlintInteger(other).get());
     return *this = result.integer();
@@ -49,6 +52,7 @@ Integer& Integer::operator*=(const Integer& other) {
         value_ = product;
         return *this;
     }
+    requireIntegerMemory(bits() + other.bits());
     FlintInteger result(*this);
     fmpz_mul(result.get(), result.get(), FlintInteger(other).get());
     return *this = result.integer();
@@ -62,6 +66,7 @@ void Integer::divideExactly(const Integer& divisor) {
         value_ /= divisor.value_;
         return;
     }
+    requireIntegerMemory(bits() + divisor.bits());
     FlintInteger quotient(*this);
     fmpz_divexact(quotient.get(), quotient.get(), FlintInteger(divisor).get());
     *this = quotient.integer();
@@ -82,6 +87,7 @@ std::string Integer::text() const {
     if (!big_) {
         return std::to_string(value_);
     }
+    requireIntegerMemory(2 * bits());
     std::string digits(fmpz_sizeinbase(big_->value, 10) + 2, '\0'); // room for a sign and a null
     fmpz_get_str(digits.data(), 10, big_->value);
     digits.resize(digits.find('\0'));
@@ -95,6 +101,7 @@ Integer greatestCommonDivisor(const Integer& a, const Integer& b) {
             return static_cast<std::int64_t>(divisor);
         }
     }
+    requireIntegerMemory(a.bits() + b.bits());
     FlintInteger divisor(a);
     fmpz_gcd(divisor.get(), divisor.get(), FlintInteger(b).get());
     return divisor.integer();
@@ -102,6 +109,7 @@ Integer greatestCommonDivisor(const Integer& a, const Integer& b) {
 
 Integer leastCommonMultiple(const Integer& a, const Integer& b) {
     assert(!a.isZero() && !a.isNegative() && !b.isZero() && !b.isNegative());
+    requireIntegerMemory(a.bits() + b.bits());
     FlintInteger multiple(a);
     fmpz_lcm(multiple.get(), multiple.get(), FlintInteger(b).get());
     return multiple.integer();

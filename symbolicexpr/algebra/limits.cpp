@@ -10,9 +10,6 @@
 namespace TV::limits {
 namespace {
 
-/// Distinct monomials of a product that is still computed, although all but maximumTerms of them
-/// have to cancel for the result to be within the limits.
-constexpr std::size_t maximumMonomials = std::size_t(1) << 16;
 /// Powers of a product's monomials: one number for each name in each monomial.
 constexpr std::size_t maximumPowers = std::size_t(1) << 24;
 /// Factors of an intermediate result, if all its terms were of the highest degree.
@@ -144,20 +141,25 @@ bool mayDivide(const Polynomial& a, const Polynomial& b) {
     return degree <= maximumDegree || (degree <= maximumUnivariateDegree && countNames(a, b) == 1);
 }
 
+std::size_t termsOfPower(std::size_t terms, std::uint32_t exponent) {
+    // The multisets of size e of n terms, C(n + e - 1, e).
+    std::size_t count = 1;
+    for (std::size_t i = 1; i < terms && count <= maximumMonomials; ++i) {
+        count = count * (exponent + i) / i;
+    }
+    return count;
+}
+
 bool mayRaise(const Polynomial& base, std::uint32_t exponent) {
     assert(exponent >= 1);
     if (base.isZero()) {
         return true;
     }
     const std::size_t degree = std::size_t(base.terms().front().monomial.degree) * exponent;
-    // Terms of the power of n terms to e: the multisets of size e, C(n + e - 1, e).
-    std::size_t count = 1;
     const std::size_t terms = base.terms().size();
-    for (std::size_t i = 1; i < terms; ++i) {
-        count = count * (exponent + i) / i;
-        if (count > maximumMonomials) {
-            return false;
-        }
+    const std::size_t count = termsOfPower(terms, exponent);
+    if (count > maximumMonomials) {
+        return false;
     }
     const std::size_t bits =
         largestCoefficientBits(base) + static_cast<std::size_t>(std::bit_width(terms));

@@ -126,8 +126,10 @@ class Simplifier {
 unsigned long SymbolicExprSimplify::simplify(unsigned long id, unsigned long& simplified) const {
     table_->get(id); // throws if there is no such id
     SymbolicExprTable::Contents& contents = *table_->contents_;
+    Transaction transaction(contents);
     const NormalForms::Entry& entry =
         Simplifier(*table_, contents).simplify(static_cast<std::uint32_t>(id));
+    transaction.commit();
     simplified = entry.isCanonical ? 1 : 0;
     return entry.simplified;
 }

@@ -1,6 +1,7 @@
 #include <symbolicexpr/parser.h>
 
 #include "parser/grammar.h"
+#include "table/contents.h"
 #include "table/errors.h"
 
 namespace TV {
@@ -18,7 +19,8 @@ constexpr std::size_t maximumLength = 1 << 20;
 bool parseTokens(const char*& position, const char* end, ExpressionBuilder& builder) {
     namespace qi = boost::spirit::qi;
     using boost::spirit::ascii::space;
-    static const ExpressionGrammar grammar;
+    // Never destroyed, so that the destructors of clients can parse.
+    static const ExpressionGrammar& grammar = *new ExpressionGrammar;
     try {
         return qi::phrase_parse(position, end, grammar(boost::phoenix::ref(builder)), space);
     } catch (const qi::expectation_failure<const char*>& failure) {
@@ -40,7 +42,10 @@ unsigned long SymbolicExprParser::operator()(const std::string& text) const {
     if (!parseTokens(position, end, builder) || position != end || !builder.end()) {
         throwSyntaxError(text, static_cast<std::size_t>(position - text.data()));
     }
-    return builder.intern(*table_);
+    Transaction transaction(*table_->contents_);
+    const unsigned long id = builder.intern(*table_);
+    transaction.commit();
+    return id;
 }
 
 } // namespace TV

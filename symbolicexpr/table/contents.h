@@ -31,6 +31,9 @@ struct SymbolicExprTable::Contents {
     /// key. Throws InvalidDataTypeId if an operand of a new expression is not in the table.
     std::uint32_t intern(const SymbolicExpr& key);
 
+    /// Removes all expressions from this id on, and all memoised results, which may refer to them.
+    void truncate(std::size_t size) noexcept;
+
     /// Returns an expression. \pre The table has the id.
     const SymbolicExpr& operator[](unsigned long id) const {
         assert(id < expressions.size());
@@ -42,8 +45,31 @@ struct SymbolicExprTable::Contents {
     std::unique_ptr<Memo> normalForms;
 
   private:
+    /// Removes all expressions from this id on from the list.
+    void destroyFrom(std::size_t size) noexcept;
+
     std::pmr::monotonic_buffer_resource memory_; ///< holds the expressions
     ExpressionIndex index_;
+};
+
+/// Removes the expressions that an operation has added, unless it completes.
+class Transaction {
+  public:
+    explicit Transaction(SymbolicExprTable::Contents& contents)
+        : contents_(&contents), size_(contents.expressions.size()) {}
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    ~Transaction() {
+        if (contents_ != nullptr) {
+            contents_->truncate(size_);
+        }
+    }
+
+    void commit() { contents_ = nullptr; }
+
+  private:
+    SymbolicExprTable::Contents* contents_;
+    std::size_t size_;
 };
 
 } // namespace TV

@@ -1,5 +1,6 @@
 #include <symbolicexpr/copy.h>
 
+#include "table/contents.h"
 #include "table/operands.h"
 
 #include <symbolicexpr/expr.h>
@@ -46,6 +47,7 @@ unsigned long SymbolicExprCopy::operator()(unsigned long id) const {
         }
     };
 
+    Transaction transaction(*destination_->contents_);
     // Post-order with an explicit stack: expressions can be deeper than the call stack allows.
     std::vector<Visit> visits{{id, &source_->get(id), 0}};
     while (!visits.empty()) {
@@ -60,6 +62,7 @@ unsigned long SymbolicExprCopy::operator()(unsigned long id) const {
             visits.pop_back();
         }
     }
+    transaction.commit();
     return copies.at(id);
 }
 

@@ -2,6 +2,7 @@
 /// Hash index from expressions to their ids.
 #pragma once
 
+#include <algorithm>
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
@@ -24,10 +25,10 @@ class ExpressionIndex {
 
     /// Returns the slot of the id that is stored with this hash and for which `isSought(id)` holds.
     /// If there is none, returns an empty slot, which holds `none`; a caller that assigns an id to
-    /// it calls added(). \pre reserveOne() has been called since the last id was added.
+    /// it calls added(). \pre There is an empty slot: reserveOne() has been called since the last
+    /// id was added.
     template <class IsSought>
     std::uint32_t& find(std::uint32_t hash, const IsSought& isSought) {
-        assert(hasRoom());
         Slot* slot = &slots_[firstSlot(hash)];
         while (slot->id != none && !(slot->hash == hash && isSought(slot->id))) {
             slot = slot == &slots_.back() ? &slots_.front() : slot + 1;
@@ -38,6 +39,16 @@ class ExpressionIndex {
         return slot->id;
     }
     void added() { ++count_; }
+
+    /// Removes all ids but those below `size`, whose hashes `hashOf(id)` returns.
+    template <class HashOf>
+    void truncate(std::uint32_t size, const HashOf& hashOf) {
+        std::fill(slots_.begin(), slots_.end(), Slot());
+        for (std::uint32_t id = 0; id < size; ++id) {
+            find(hashOf(id), [](std::uint32_t) { return false; }) = id;
+        }
+        count_ = size;
+    }
 
   private:
     struct Slot {

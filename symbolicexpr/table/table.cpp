@@ -28,13 +28,26 @@ SymbolicExprTable::~SymbolicExprTable() = default;
 
 SymbolicExprTable::Contents::Contents() = default;
 
-SymbolicExprTable::Contents::~Contents() {
-    for (const SymbolicExpr* expression : expressions) {
+SymbolicExprTable::Contents::~Contents() { destroyFrom(0); }
+
+void SymbolicExprTable::Contents::destroyFrom(std::size_t size) noexcept {
+    for (std::size_t id = size; id < expressions.size(); ++id) {
         // Operators, which are the majority, hold no memory of their own.
-        if (expression->getNumArgs() == 0) {
-            expression->~SymbolicExpr();
+        if (expressions[id]->getNumArgs() == 0) {
+            expressions[id]->~SymbolicExpr();
         }
     }
+    expressions.resize(size);
+}
+
+void SymbolicExprTable::Contents::truncate(std::size_t size) noexcept {
+    if (size == expressions.size()) {
+        return;
+    }
+    destroyFrom(size);
+    normalForms.reset();
+    index_.truncate(static_cast<std::uint32_t>(size),
+                    [this](std::uint32_t id) { return expressions[id]->hash_; });
 }
 
 std::size_t SymbolicExprTable::size() const { return contents_->expressions.size(); }

@@ -1,5 +1,6 @@
 // Every conversion function, for each instruction set of this machine, against the reference model.
 #include "reference.h"
+#include "support/floating_point.h"
 
 #include "conversion/instruction_set.h"
 #include "conversion/selection.h"
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <iterator>
 #include <ostream>
 #include <string>
@@ -74,6 +76,8 @@ class Vector {
         return element == value &&
                (!reference::isFloat(id_) || std::signbit(element) == std::signbit(value));
     }
+
+    bool operator==(const Vector& other) const { return bytes_ == other.bytes_; }
 
     bool isFenceIntact() const {
         const auto isFence = [](std::byte b) { return b == fenceByte; };
@@ -203,6 +207,64 @@ TEST_P(InstructionSetTest, HandlesScalarsAndComplexVectors) {
                     ASSERT_TRUE(dst.holds(expected[i], i)) << testing::PrintToString(c);
                 }
                 ASSERT_TRUE(src.isFenceIntact() && dst.isFenceIntact());
+            }
+        }
+    }
+}
+
+// The bytes of the source whose place the destination takes, in every shape, with and without the
+// check; the first blocks hold values that are kept.
+TEST_P(InstructionSetTest, ConvertsInPlace) {
+    for (const Conversion& c : reference::allConversions()) {
+        const std::vector<double>& values = reference::interestingValues(c.srcId);
+        for (std::size_t variant = 0; variant < 24; ++variant) {
+            constexpr std::size_t counts[] = {2, 700, 2000};
+            const std::size_t count = counts[variant / 8];
+            const Shape shape = {variant == 1 ? 1 : count, count, variant % 2 != 0,
+                                 variant / 2 % 2 != 0};
+            const bool toBoolean = c.dstId == 8 && c.srcId != 8;
+            const std::size_t parts = count * (shape.srcIsComplex ? 2 : 1);
+            const std::size_t dstParts = count * (shape.dstIsComplex && !toBoolean ? 2 : 1);
+            if (dstParts * reference::sizeOf(c.dstId) > parts * reference::sizeOf(c.srcId)) {
+                continue;
+            }
+            Vector src(parts, c.srcId, variant % 3);
+            for (std::size_t i = 0; i < parts; ++i) {
+                src.set(i, i % 2 == 0 && i < 1100 ? 1
+                           : i < 1100             ? 0
+                                                  : values[i * 7 % values.size()]);
+            }
+            Vector apart(dstParts, c.dstId, 0);
+            const bool checkLoss = variant / 4 % 2 != 0;
+            const bool kept = run(c, src, apart, shape, checkLoss);
+            ASSERT_EQ(kept, run(c, src, src, shape, checkLoss)) << testing::PrintToString(c);
+            ASSERT_EQ(0,
+                      std::memcmp(apart.data(), src.data(), dstParts * reference::sizeOf(c.dstId)))
+                << testing::PrintToString(c) << ", shape " << variant;
+            ASSERT_TRUE(src.isFenceIntact());
+        }
+    }
+}
+
+TEST_P(InstructionSetTest, IgnoresTheFloatingPointEnvironment) {
+    for (const Conversion& c : reference::allConversions()) {
+        const std::vector<double>& values = reference::interestingValues(c.srcId);
+        const std::size_t count = values.size();
+        Vector src(count, c.srcId, 0);
+        for (std::size_t i = 0; i < count; ++i) {
+            src.set(i, values[i]);
+        }
+        for (const bool checkLoss : {false, true}) {
+            Vector expected(count, c.dstId, 0);
+            const bool kept = run(c, src, expected, {count, count}, checkLoss);
+            for (const auto& environment : floating_point::environments) {
+                Vector dst(count, c.dstId, 0);
+                bool keptHere = !kept;
+                floating_point::run(environment, [&] {
+                    keptHere = run(c, src, dst, {count, count}, checkLoss);
+                });
+                ASSERT_EQ(kept, keptHere) << testing::PrintToString(c) << environment.name;
+                ASSERT_TRUE(expected == dst) << testing::PrintToString(c) << environment.name;
             }
         }
     }

@@ -1,4 +1,7 @@
 // Selection of functions and the entry points that call them, with results computed by hand.
+#include "support/errors.h"
+#include "support/floating_point.h"
+
 #include <tvtypes/datatypetable.h>
 #include <tvtypes/functions.h>
 
@@ -91,6 +94,74 @@ TEST(Selection, RecordsConvertAliases) {
     EXPECT_EQ(1, ConvertBetweenBuiltinFcn(&access, nullptr, alias, Double, -1, values.data(),
                                           nullptr, nullptr));
     EXPECT_EQ(&ConvertBetweenBuiltinFcn, table.getDataTypeAt(0)->getConvertBetweenFcn());
+}
+
+// Types that are not built-in have no conversion, whichever record provides the function.
+TEST(Selection, RejectsOtherTypes) {
+    TVTypeSys::DataTypeTable table;
+    const auto source = DataTypeSource(2);
+    const int plain = table.registerDataType("Plain", source, nullptr);
+    const int fixedPoint = table.registerDataType("sfix16_En3", source, nullptr);
+    const int enumeration = table.registerDataType("Colour", source, nullptr);
+    table.setDataTypeStorageId(enumeration, Int32);
+    const int alias = table.registerAliasDataType("Other", source, plain, nullptr);
+    const double values[] = {1, 2, 3, 4};
+    const std::vector<unsigned char> untouched(sizeof values, 0xA5);
+    std::vector<unsigned char> bytes = untouched;
+    for (const int id : {-1, 9, plain, fixedPoint, enumeration, alias}) {
+        EXPECT_ERROR("DataTypeConvertBetweenFcnUnknownError(double)",
+                     table.convertToUsingSrcId(id, Double, 4, values, nullptr, bytes.data()));
+        EXPECT_ERROR("DataTypeConvertBetweenFcnUnknownError(double)",
+                     table.convertToUsingDstId(Double, id, 4, values, nullptr, bytes.data()));
+    }
+    _tvDataTypeAccess_tag access = {&table};
+    for (const int id : {-2147483647 - 1, -10, -1, 9, 1000, 2147483647}) {
+        for (const auto& [srcId, dstId] : {std::pair(id, 0), {0, id}}) {
+            EXPECT_EQ(0, ConvertBetweenBuiltinFcn(&access, nullptr, dstId, srcId, 4, values,
+                                                  nullptr, bytes.data()));
+            EXPECT_FALSE(tvConvertBuiltInDTypeVectWithCheck(values, 4, srcId, false, bytes.data(),
+                                                            4, dstId, false, FXP_OVERFLOW_WRAP,
+                                                            FXP_ROUND_ZERO, false));
+        }
+    }
+    for (const int mode : {-1, 7}) {
+        const auto overflow = fxpModeOverflow_tag(mode);
+        const auto rounding = fxpModeRounding_tag(mode);
+        for (const auto function :
+             {utGetTvBuiltinDtypeConvFcn(Double, Int8, FXP_OVERFLOW_WRAP, rounding),
+              utGetTvBuiltinDtypeConvFcn(Double, Int8, overflow, FXP_ROUND_ZERO)}) {
+            EXPECT_FALSE(function(values, bytes.data(), 4, 4, false, false, false, Double, Int8,
+                                  overflow, rounding));
+        }
+        EXPECT_EQ(utGetTvBuiltinDtypeConvFcn(Int8, Int16, FXP_OVERFLOW_WRAP, FXP_ROUND_ZERO),
+                  utGetTvBuiltinDtypeConvFcn(Int8, Int16, overflow, rounding));
+    }
+    EXPECT_EQ(untouched, bytes);
+}
+
+// The other functions of floating-point values; the conversions have a test of their own.
+TEST(Selection, IgnoresTheFloatingPointEnvironment) {
+    const TVTypeSys::DataTypeTable table;
+    const double values[] = {-5e-324, 2.5, std::nan("")};
+    for (const auto& environment : floating_point::environments) {
+        bool overflows[3] = {};
+        unsigned char negative[3] = {};
+        bool isNonZero = false;
+        double rounded = 0;
+        floating_point::run(environment, [&] {
+            for (int i = 0; i < 3; ++i) {
+                overflows[i] = TVTypeSys::DataType::CheckForOverflowDuringDataTypeConversion(
+                    values + i, 1, Double, false, Uint8, FXP_ROUND_FLOOR);
+            }
+            table.isNegative(Double, 3, values, nullptr, negative);
+            isNonZero = table.checkIfNonZeroArray(values, 1, Double, false);
+            rounded = utdtypeconv::ScalarConvergentPreInt(values[1]);
+        });
+        EXPECT_TRUE(overflows[0] && !overflows[1] && !overflows[2]) << environment.name;
+        EXPECT_TRUE(negative[0] == 1 && negative[1] == 0 && negative[2] == 0) << environment.name;
+        EXPECT_TRUE(isNonZero) << environment.name;
+        EXPECT_EQ(2, rounded) << environment.name;
+    }
 }
 
 template <class T>

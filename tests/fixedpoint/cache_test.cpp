@@ -1,10 +1,15 @@
+#include "support/failing_allocations.h"
+
 #include <tvtypes/fixedpoint.h>
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <memory>
 #include <set>
 #include <string>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -75,6 +80,66 @@ TEST(FixedPointCache, OverrideStatesHaveTheirOwnEntries) {
     off.DataTypeOverrideState = 1;
     EXPECT_TRUE(fxdt_isequal_to()(binaryPoint, off));
     EXPECT_NE(constructor(binaryPoint, 1, 0), constructor(off, 1, 0));
+}
+
+TEST(FixedPointCache, ThreadsShareStrings) {
+    constexpr int records = 2000;
+    const auto recordAt = [](int i) {
+        fxpDataTypeProp record = i % 2 == 0 ? binaryPoint : slopeAndBias;
+        record.WordLength = 100 + i;
+        return record;
+    };
+    std::vector<const std::string*> found[4];
+    std::vector<std::thread> threads;
+    for (auto& strings : found) {
+        threads.emplace_back([&] {
+            for (int i = 0; i < records; ++i) {
+                const fxpDataTypeProp record = recordAt(i);
+                strings.push_back(&fxpDataTypeToIdentifierString(&record));
+                strings.push_back(&constructor(record, i % 3, i % 5));
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    for (int i = 0; i < records; ++i) {
+        const fxpDataTypeProp record = recordAt(i);
+        ASSERT_EQ(fxpDataTypeToIdentifierString_NoCache(&record),
+                  *found[0][static_cast<std::size_t>(2 * i)]);
+    }
+    EXPECT_EQ(found[0], found[1]);
+    EXPECT_EQ(found[0], found[2]);
+    EXPECT_EQ(found[0], found[3]);
+}
+
+TEST(FixedPointCache, RequestsCanBeRepeatedAfterAFailedAllocation) {
+    struct Request {
+        fxpDataTypeProp record;
+        std::string identifier;
+        std::string constructor = "old";
+    };
+    for (fxpDataTypeProp record : {binaryPoint, slopeAndBias}) {
+        record.FixedExponent = -1000;
+        // A new record each time; the texts of all have the same length.
+        int wordLength = 100000;
+        expectUnchangedOnFailedAllocation(
+            "request",
+            [&] {
+                record.WordLength = ++wordLength;
+                return std::make_unique<Request>(Request{record, {}});
+            },
+            [](Request& request) {
+                std::string arguments = request.constructor;
+                fxpDataTypeToConstructorString_FixptGuts(arguments, request.record,
+                                                         FxpDT::PreferSlopeBias);
+                const std::string& all = constructor(request.record, 0, 1);
+                std::string both = arguments.substr(0, 8) + all.substr(0, 14);
+                request.identifier = fxpDataTypeToIdentifierString(&request.record).substr(0, 5);
+                request.constructor = std::move(both);
+            },
+            [](const Request& request) { return request.identifier + request.constructor; });
+    }
 }
 
 TEST(FixedPointCache, HashValuesAreStable) {

@@ -38,7 +38,8 @@ extern "C" {
 /// | `boolean_T` | a byte, as unsigned |             |                       |
 ///
 /// `utIsPositive_*` tests x > 0, `utIsNegative_*` x < 0, `utGreaterThan_*` lhs > rhs and
-/// `utGreaterEqual_*` lhs >= rhs. Every test with NaN is false, and -0.0 is not negative.
+/// `utGreaterEqual_*` lhs >= rhs. Every test with NaN is false, and -0.0 is not negative. Subnormal
+/// numbers are not zero, in any floating-point environment.
 ///
 /// `count` is the number of elements; pass twice the number for complex vectors, whose parts are
 /// compared one by one. Vectors may have any alignment. `result` receives one byte an element, 1 or

@@ -2,8 +2,10 @@
 /// Cache of the identifier and constructor strings of records: one for the process, filled on
 /// demand, kept until exit.
 ///
-/// Entries are never removed or moved, so references stay valid until exit. There is no lock: only
-/// one thread at a time may use the cache. Concurrent code calls the _NoCache functions.
+/// Entries are never removed or moved, so references stay valid until exit. Threads may request
+/// strings and entries concurrently; a request of a known record takes no lock. The two containers
+/// are not guarded: clients may read them while no other thread requests a record that is new, and
+/// must not change them.
 ///
 /// \pre A record that is looked up has no NaN (valid records have none); unchecked. One with a NaN
 /// compares equal to the first entry with the same leading fields and returns its strings.
@@ -19,11 +21,17 @@
 #include <map>
 #include <string>
 
-/// The strings of one record, each computed on first use.
+/// The strings of one record, each computed on first use, which any number of threads may do.
 class TVTYPES_API fxpDataTypeCachedStrings {
   public:
     /// Copies the record. No string is computed yet.
     explicit fxpDataTypeCachedStrings(const fxpDataTypeProp& record);
+
+    /// Copies the record only: another thread may be computing a string.
+    fxpDataTypeCachedStrings(const fxpDataTypeCachedStrings& other) : record_(other.record_) {}
+    fxpDataTypeCachedStrings& operator=(const fxpDataTypeCachedStrings&) = delete;
+    /// Destroys the strings.
+    ~fxpDataTypeCachedStrings() = default;
 
     /// Returns the copy of the record.
     const fxpDataTypeProp& record() const;
@@ -36,10 +44,14 @@ class TVTYPES_API fxpDataTypeCachedStrings {
                                             FxpDT::scalingRepPrefer scaling) const;
 
   private:
-    fxpDataTypeProp record_;
-    // Memoised; empty until first used.
-    mutable std::string identifier_;
-    mutable std::string constructors_[6];
+    template <class Compute>
+    const std::string& memoised(unsigned int slot, const Compute& compute) const;
+    template <class Compute>
+    void memoise(unsigned int slot, const Compute& compute) const;
+
+    const fxpDataTypeProp record_;
+    mutable std::uint8_t computed_ = 0; // a bit for each string; accessed atomically
+    mutable std::string strings_[7];    // the identifier, then the constructors
 };
 
 /// Hash of the integer fields of a record.

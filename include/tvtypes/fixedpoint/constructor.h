@@ -10,8 +10,7 @@
 ///
 /// Every record has a string, valid or not; a mode that is not an enumerator is written as boolean.
 /// Numbers convert back to the same doubles. The functions throw nothing but std::bad_alloc. All
-/// are pure and may be called from any thread, except fxpDataTypeToConstructorString, which uses
-/// the cache: see fixedpoint/cache.h.
+/// may be called from any thread.
 ///
 /// Integers are written with the digit grouping of the global locale; the classic locale, which is
 /// the initial one, has none.

@@ -12,8 +12,7 @@
 ///
 /// Examples: sfix16_En4, ufix8_Sp375_Bnp5, flts32_S1p5. Every record has a name, valid or not. The
 /// override state is not part of it, and an unspecified signedness is written as unsigned. The
-/// functions throw nothing but std::bad_alloc. All are pure and may be called from any thread,
-/// except fxpDataTypeToIdentifierString, which uses the cache: see fixedpoint/cache.h.
+/// functions throw nothing but std::bad_alloc. All may be called from any thread.
 ///
 /// Integers are written with the digit grouping of the global locale; the classic locale, which is
 /// the initial one, has none.

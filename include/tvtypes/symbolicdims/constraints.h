@@ -30,6 +30,10 @@ struct TVTYPES_API SymbolicDimsConstraint {
 /// table. Sizes are compared by id, not by value: that N equals 3 and N equals 5 is no
 /// contradiction here. Greater-than is transitive, but not through equal sizes.
 ///
+/// An operation that runs out of memory throws std::bad_alloc and changes no relation and no
+/// argument, but sizes and relations that it has registered in the table remain registered: called
+/// again, it gives them the same ids.
+///
 /// Blocks are compared by address and never dereferenced. A relation stated with a null block is
 /// listed without one. Each operation on two ids throws TorvaneTypes::general::InvalidDataTypeId
 /// (id) if the table does not have one of them.

@@ -31,7 +31,11 @@ namespace TVTypeSys {
 ///
 /// Sizes that are written alike have one id, which is valid until resetToBuiltin(). It is the id of
 /// the expression in the table's TV::SymbolicExprTable minus one. A table may be used by one thread
-/// at a time; reads may add expressions.
+/// at a time, tables of their own by any number of threads; reads may add expressions.
+///
+/// An operation that runs out of memory throws std::bad_alloc and can be called again. A
+/// registration registers nothing then; arithmetic and relations may have registered intermediate
+/// expressions, which get the same ids as without the failure.
 class TVTYPES_API SymbolicDimsTable {
   public:
     /// Creates a table with "INHERIT" and "NOSYMBOLIC".

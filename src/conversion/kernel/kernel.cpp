@@ -34,9 +34,11 @@ template <class S, class D, auto convert, auto convertByIntegers, auto castExact
 constexpr ConversionFcn functionOf =
     conversionFunction<convertVector, Loops<S, D, convert, convertByIntegers, castExactly>::value>;
 
-/// The functions of a pair to which no mode matters.
+/// A pair to which no mode matters.
 template <ConversionFcn function>
-constexpr ConversionFcn inAllModes[][overflowModes] = {{function, function}};
+constexpr ConversionFcn onlyFunction[][overflowModes] = {{function}};
+template <ConversionFcn function>
+constexpr ConversionPair inAllModes = {onlyFunction<function>, false, false};
 
 /// Whether a cast leaves all bits as they are.
 template <class S, class D>
@@ -53,8 +55,7 @@ constexpr auto castLoop<S, D> = nullptr;
 
 /// The destination holds every value of S.
 template <class S, class D>
-constexpr ConversionPair exact = {inAllModes<functionOf<S, D, castLoop<S, D>, nullptr, nullptr>>,
-                                  false};
+constexpr ConversionPair exact = inAllModes<functionOf<S, D, castLoop<S, D>, nullptr, nullptr>>;
 
 /// The same type.
 template <class S>
@@ -62,8 +63,8 @@ constexpr ConversionPair same = exact<S, S>;
 
 /// The destination is a floating-point type with fewer digits.
 template <class S, class D>
-constexpr ConversionPair inexact = {
-    inAllModes<functionOf<S, D, castLoop<S, D>, nullptr, ExactCast<S, D>::cast>>, false};
+constexpr ConversionPair inexact =
+    inAllModes<functionOf<S, D, castLoop<S, D>, nullptr, ExactCast<S, D>::cast>>;
 
 /// Between integers; the destination does not hold every value of S.
 template <class S, class D>
@@ -71,7 +72,7 @@ constexpr ConversionFcn overflowFunctions[][overflowModes] = {
     {functionOf<S, D, castLoop<S, D>, nullptr, ExactCast<S, D>::cast>,
      functionOf<S, D, convertElements<Saturate<S, D>>, nullptr, ExactCast<S, D>::cast>}};
 template <class S, class D>
-constexpr ConversionPair overflow = {overflowFunctions<S, D>, false};
+constexpr ConversionPair overflow = {overflowFunctions<S, D>, false, true};
 
 /// From floating point to integers.
 template <class S, class D>
@@ -91,12 +92,12 @@ struct RoundingFunctions {
 };
 template <class S, class D>
 constexpr ConversionPair rounding = {
-    RoundingModes<RoundingFunctions<S, D>::template InModes>::value, true};
+    RoundingModes<RoundingFunctions<S, D>::template InModes>::value, true, true};
 
 /// The destination is boolean. The sign of an integer does not matter: S is unsigned.
 template <class S>
-constexpr ConversionPair toBool = {
-    inAllModes<conversionFunction<convertVectorToBoolean, BooleanLoopsFrom<S>::loops>>, false};
+constexpr ConversionPair toBool =
+    inAllModes<conversionFunction<convertVectorToBoolean, BooleanLoopsFrom<S>::loops>>;
 
 // clang-format off
 using f64 = real_T;   using f32 = real32_T;

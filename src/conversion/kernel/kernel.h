@@ -18,10 +18,10 @@ using ConversionFcn = bool (*)(const void* src, void* dst, unsigned long srcCoun
 
 /// What a pair of types selects.
 struct ConversionPair {
-    /// By rounding mode and overflow mode. If the overflow mode does not matter to the pair, both
-    /// functions of a row are the same.
+    /// By rounding mode and overflow mode. A mode that does not matter to the pair is taken as 0.
     const ConversionFcn (*functions)[overflowModes];
-    bool roundingMatters; ///< if not, there is only the row of rounding mode 0
+    bool roundingMatters;
+    bool overflowMatters;
 };
 
 /// The conversion functions for one instruction set.

@@ -95,10 +95,16 @@ inline bool convertToBoolean(const BooleanLoops& loops, Cursor at, Count count, 
 TVTYPES_LOOP bool convertVectorToBoolean(const void* src, void* dst, Count srcCount, Count dstCount,
                                          bool srcIsComplex, bool /*dstIsComplex*/, bool checkLoss,
                                          const BooleanLoops* loopsBySource) {
+    const DefaultEnvironment environment;
     const BooleanLoops& loops = loopsBySource[srcIsComplex ? 1 : 0];
     const Cursor at = {static_cast<const unsigned char*>(src), static_cast<unsigned char*>(dst)};
     if (srcCount != 1) {
-        return convertToBoolean(loops, at, dstCount, checkLoss);
+        return src != dst
+                   ? convertToBoolean(loops, at, dstCount, checkLoss)
+                   : convertInPlace(at, loops.srcSize, 1, dstCount, checkLoss,
+                                    [&](Cursor block, Count count, bool checksBlock) {
+                                        return convertToBoolean(loops, block, count, checksBlock);
+                                    });
     }
     unsigned char element = 0;
     const Count converted = dstCount < 1 ? 0 : 1;

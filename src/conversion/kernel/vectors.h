@@ -5,6 +5,7 @@
 #pragma once
 
 #include "conversion/kernel/element_loops.h"
+#include "floating_point_environment.h"
 
 namespace {
 
@@ -156,11 +157,42 @@ TVTYPES_LOOP bool convertToReal(const ConversionLoops& loops, Cursor at, Count c
     return kept;
 }
 
+/// Converts a vector that its destination does not overlap.
+inline bool convertApart(const ConversionLoops& loops, Cursor at, Count count, bool srcIsComplex,
+                         bool dstIsComplex, bool checkLoss) {
+    if (srcIsComplex == dstIsComplex) {
+        return convertParts(loops, at, srcIsComplex ? 2 * count : count, checkLoss);
+    }
+    return srcIsComplex ? convertToReal(loops, at, count, checkLoss)
+                        : convertToComplex(loops, at, count, checkLoss);
+}
+
+/// Converts a vector whose destination begins where it does, by calling
+/// `convert(at, count, checkLoss)` with copies of its blocks. A second loop over a block, which
+/// the check and the faster loops need, would otherwise read what the first has written. The sizes
+/// are those of elements with all their parts. \pre A destination element is no larger than a
+/// source element: a block overwrites nothing beyond its own source.
+template <class Convert>
+bool convertInPlace(Cursor at, Count srcSize, Count dstSize, Count count, bool checkLoss,
+                    const Convert& convert) {
+    alignas(64) unsigned char block[2 * blockSize];
+    bool kept = true;
+    while (count > 0) {
+        const Count length = static_cast<Count>(nextBlock(count));
+        __builtin_memcpy(block, at.src, length * srcSize);
+        kept = convert(Cursor{block, at.dst}, length, checkLoss && kept) && kept;
+        at.advance(length, srcSize, dstSize);
+        count -= length;
+    }
+    return kept;
+}
+
 /// The conversions except those to boolean. In the order of the conversion functions' arguments, so
 /// that these pass theirs on as they are.
 TVTYPES_LOOP bool convertVector(const void* src, void* dst, Count srcCount, Count dstCount,
                                 bool srcIsComplex, bool dstIsComplex, bool checkLoss,
                                 const ConversionLoops& loops) {
+    const DefaultEnvironment environment;
     const Cursor at = {static_cast<const unsigned char*>(src), static_cast<unsigned char*>(dst)};
     const bool checks = checkLoss && loops.castExactly != nullptr;
     if (dstCount == 0) {
@@ -169,11 +201,14 @@ TVTYPES_LOOP bool convertVector(const void* src, void* dst, Count srcCount, Coun
     if (srcCount <= 1) {
         return convertScalar(loops, at, dstCount, srcIsComplex, dstIsComplex, checks);
     }
-    if (srcIsComplex == dstIsComplex) {
-        return convertParts(loops, at, srcIsComplex ? 2 * dstCount : dstCount, checks);
+    if (src == dst) {
+        return convertInPlace(
+            at, loops.src->size * (srcIsComplex ? 2 : 1), loops.dst->size * (dstIsComplex ? 2 : 1),
+            dstCount, checks, [&](Cursor block, Count count, bool checksBlock) {
+                return convertApart(loops, block, count, srcIsComplex, dstIsComplex, checksBlock);
+            });
     }
-    return srcIsComplex ? convertToReal(loops, at, dstCount, checks)
-                        : convertToComplex(loops, at, dstCount, checks);
+    return convertApart(loops, at, dstCount, srcIsComplex, dstIsComplex, checks);
 }
 
 } // namespace

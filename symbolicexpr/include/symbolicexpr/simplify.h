@@ -22,6 +22,12 @@ namespace TV {
 /// is if it divides by what is identically zero, if arithmetic contains a list or relation, if
 /// expansion gives more than 4,096 terms, 2^20 factors or 2^22 bits of coefficients, or if a common
 /// factor of polynomials in several names of degree over 512 would have to be computed.
+///
+/// Polynomials and large integers are computed by FLINT and GMP, which end the process if they
+/// cannot allocate memory. So as much as a computation may need is allocated and released before it
+/// starts, and simplification throws std::bad_alloc, with nothing added, if that fails. The process
+/// still ends if other threads take the memory in between. The memory functions of both libraries,
+/// which the whole process shares, are not replaced.
 class TV_PLATFORM_API SymbolicExprSimplify {
   public:
     /// Refers to the table, which must outlive the simplifier and memoises the results.

@@ -10,13 +10,16 @@
 namespace TV {
 
 class SymbolicExpr;
+class SymbolicExprCopy;
+class SymbolicExprParser;
 class SymbolicExprSimplify;
 
 /// Interns expressions (hash-consing): expressions that are written alike are stored once. Ids
 /// count from 0 in the order of insertion, so operands have lower ids than their operators.
 ///
 /// Ids and addresses are stable for the lifetime of the table. Interning does not affect readers,
-/// so it is allowed on a const table too. A table may be used by one thread at a time.
+/// so it is allowed on a const table too. A table may be used by one thread at a time. An operation
+/// that fails, also for lack of memory, adds nothing.
 class TV_PLATFORM_API SymbolicExprTable {
   public:
     /// Creates an empty table.
@@ -38,6 +41,8 @@ class TV_PLATFORM_API SymbolicExprTable {
 
   private:
     friend class SymbolicExpr;
+    friend class SymbolicExprCopy;
+    friend class SymbolicExprParser;
     friend class SymbolicExprSimplify;
 
     std::unique_ptr<Contents> contents_;

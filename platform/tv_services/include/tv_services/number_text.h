@@ -4,7 +4,6 @@
 
 #include <fnd/export.h>
 
-#include <cstddef>
 #include <string>
 
 /// Returns the shortest decimal text that converts back to the same double: in fixed notation for 0
@@ -15,10 +14,3 @@ TV_PLATFORM_API std::string tvsv_dtoa(double x, bool plusSign);
 
 /// Returns tvsv_dtoa(x, false).
 TV_PLATFORM_API std::string tvsv_dtoa_fitools(double x);
-
-/// Length of the longest text of tvsv_dtoa_fitools.
-constexpr std::size_t tvsvLongestNumberText = 24;
-
-/// Writes the text of tvsv_dtoa_fitools, without a terminating null, and returns its end.
-/// \pre `text` has room for tvsvLongestNumberText characters.
-TV_PLATFORM_API char* tvsv_dtoa_into(char* text, double x);
