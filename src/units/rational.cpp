@@ -1,9 +1,9 @@
+#include "units/power_of_ten.h"
 #include "units/wrapping_arithmetic.h"
 
 #include <tvtypes/units/rational.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 #include <numeric>
@@ -67,29 +67,13 @@ int narrow(double& a, double& b) {
     }
     double& wide = a > b ? a : b;
     const int power = static_cast<int>(std::ceil(std::log10(wide) - greatestPartLog10));
-    wide /= std::pow(10.0, power);
+    wide /= powerOfTen(power);
     return &wide == &a ? power : -power;
 }
 
 /// std::pow, faster for a base or exponent of 1, which are the common cases.
 double partPower(double part, double power) {
     return power == 1.0 || part == 1.0 ? part : std::pow(part, power);
-}
-
-constexpr int largestTabulated = 64;
-
-/// std::pow(10.0, exponent), tabulated for the exponents that units have.
-double powerOfTen(int exponent) {
-    static const auto table = [] {
-        std::array<double, 2 * largestTabulated + 1> powers;
-        int power = -largestTabulated;
-        for (double& entry : powers) {
-            entry = std::pow(10.0, power++);
-        }
-        return powers;
-    }();
-    const bool isTabulated = -largestTabulated <= exponent && exponent <= largestTabulated;
-    return isTabulated ? table.data()[largestTabulated + exponent] : std::pow(10.0, exponent);
 }
 
 double valueOf(const Rational& number) {
