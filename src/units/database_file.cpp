@@ -1,5 +1,6 @@
 #include "services/error_list.h"
 #include "services/errors.h"
+#include "services/own_messages.h"
 #include "services/text.h"
 #include "services/variable_file.h"
 #include "units/unit_lookup.h"
@@ -45,7 +46,7 @@ class Record {
     template <class Value>
     Value required(std::optional<Value> value, const char* field) const {
         if (!value) {
-            throwError(units::UnitDatabaseFileLoadRecordError(
+            throwError(own::UnitDatabaseFileLoadRecordError(
                 variable_, static_cast<std::int64_t>(index_), field));
         }
         return *std::move(value);
@@ -136,7 +137,7 @@ void UnitDatabase::loadUnitDatabase(const std::u16string& path) {
     if (!opened) {
         ErrorList failure;
         failure.add(units::UnitDatabaseFileOpenError(shownPath));
-        failure.add(units::UnitDatabaseFileUnreadable(VariableFile::openError()));
+        failure.add(own::UnitDatabaseFileUnreadable(VariableFile::openError()));
         failure.throwIfAny();
     }
     const VariableFile& file = *opened;
