@@ -29,8 +29,8 @@ class TVTYPES_API FundamentalUnits {
     UnitBase::Reference createAndAddAbstractUnit(const char* expression, const char* symbol,
                                                  const char* name);
 
-    /// Adds the concrete unit of a quantity, whose canonical form is itself.
-    /// \param abstractUnit the quantity, which must outlive this object
+    /// Adds the concrete unit of a quantity, whose canonical form is itself. The quantity must
+    /// outlive this object.
     void createAndAddConcreteUnit(const char* expression, const char* symbol, const char* name,
                                   const UnitBase::Reference& abstractUnit);
 
