@@ -63,7 +63,8 @@ class Table {
     }
     void putNumber(double number) {
         Latest& latest = latest_[place_];
-        if (latest.number == nullptr || !sameBits(oxGetScalar(latest.number), number)) {
+        if (latest.number == nullptr || !sameBits(latest.value, number)) {
+            latest.value = number;
             latest.number = oxCreateDoubleScalar(number);
             put(Value(latest.number));
         } else {
@@ -93,6 +94,7 @@ class Table {
         oxArray_tag* text = nullptr;
         std::string characters; ///< content of the text
         oxArray_tag* number = nullptr;
+        double value = 0; ///< content of the number
     };
 
     void putAgain(oxArray_tag* value) {

@@ -21,6 +21,9 @@ constexpr double greatestPartLog10 = 9.331929865381182;
 /// Reduces a fraction. Boost's normalisation negates and divides in int, which overflows for
 /// INT_MIN.
 boost::rational<int> reduced(int numerator, int denominator) {
+    if (denominator == 1) { // the most frequent one
+        return boost::rational<int>(numerator);
+    }
     if (denominator == 0 || (numerator != Limits::min() && denominator != Limits::min())) {
         return {numerator, denominator};
     }
@@ -106,7 +109,7 @@ void Rational::simplifyFraction() {
         exponent_ = wrappingSum(exponent_, -1);
     }
     if (top != numerator() || bottom != denominator()) {
-        fraction_ = boost::rational<int>(top, bottom);
+        fraction_ = reduced(top, bottom);
     }
 }
 
@@ -155,7 +158,7 @@ Rational Rational::safeConvertToRational<double>(double numerator, double denomi
     }
     const int top = static_cast<int>(positive ? a : -a);
     const int bottom = static_cast<int>(b);
-    return Rational(boost::rational<int>(top, bottom), exponent, lossy ? 1 : 0);
+    return Rational(reduced(top, bottom), exponent, lossy ? 1 : 0);
 }
 
 } // namespace TVTypeSys

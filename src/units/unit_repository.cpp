@@ -24,7 +24,7 @@ void UnitDatabase::UnitRepository::addUnit(std::unique_ptr<UnitBase> unit) {
         *factor = Rational(*factor);
     }
     const UnitBase* added = unit.get();
-    const std::pair<std::u16string_view, std::u16string_view> key(added->name, added->symbol);
+    const NameAndSymbol key(added->name, added->symbol);
     units_.push_back(std::move(unit));
     bool isFirst = false;
     try {

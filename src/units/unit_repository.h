@@ -10,6 +10,8 @@
 #include <boost/unordered/unordered_flat_map.hpp>
 
 #include <array>
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -66,9 +68,16 @@ class UnitDatabase::UnitRepository {
 
     UnitBaseInstanceMapping mapping_;
     std::vector<std::unique_ptr<UnitBase>> units_;
+    using NameAndSymbol = std::pair<std::u16string_view, std::u16string_view>;
+    /// The hash of the standard library takes a word at a time, Boost's a character.
+    struct Hash {
+        std::size_t operator()(const NameAndSymbol& key) const {
+            const std::hash<std::u16string_view> hash;
+            return 3 * hash(key.first) + hash(key.second);
+        }
+    };
     /// First unit with a name and a symbol; further_ has those that differ from it in expression.
-    boost::unordered_flat_map<std::pair<std::u16string_view, std::u16string_view>, const UnitBase*>
-        firstByNameAndSymbol_;
+    boost::unordered_flat_map<NameAndSymbol, const UnitBase*, Hash> firstByNameAndSymbol_;
     std::set<const UnitBase*, UnitBase::UnitsComparator> further_;
 
     mutable std::mutex filling_;
