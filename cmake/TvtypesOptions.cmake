@@ -14,11 +14,8 @@ endif()
 
 if(TVTYPES_SANITIZE)
   target_compile_options(tvtypes_options INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  target_link_options(tvtypes_options INTERFACE -fsanitize=address,undefined)
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-    target_compile_options(tvtypes_options INTERFACE -fsanitize=float-cast-overflow)
-  endif()
+    -fsanitize=${TVTYPES_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(tvtypes_options INTERFACE -fsanitize=${TVTYPES_SANITIZE})
 endif()
 
 # tvtypes_shared_library(TARGET): version and SONAME of an installed library. Until 1.0 a minor

@@ -1,0 +1,3 @@
+#pragma once
+
+bool tvIsValidANSICIdentifier(const char* text, bool flag);

@@ -1,0 +1,11 @@
+#pragma once
+
+namespace msgcore {
+
+// Base of the message classes.
+class BaseMsgID {
+  public:
+    virtual ~BaseMsgID();
+};
+
+} // namespace msgcore

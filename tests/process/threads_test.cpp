@@ -1,0 +1,53 @@
+// The first uses of the library in a process, from several threads with tables of their own. CTest
+// runs each test in a process of its own; the preset tsan runs them under ThreadSanitizer.
+#include "process/uses.h"
+
+#include <gtest/gtest.h>
+
+#include <barrier>
+#include <cstddef>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+struct Case {
+    const char* name;
+    void (*use)(std::ostream&);
+};
+
+void PrintTo(const Case& testCase, std::ostream* out) { *out << testCase.name; }
+
+class FirstUse : public testing::TestWithParam<Case> {};
+
+TEST_P(FirstUse, GivesEveryThreadTheSameResults) {
+    std::vector<std::string> results(4);
+    std::barrier start(static_cast<std::ptrdiff_t>(results.size()));
+    std::vector<std::thread> threads;
+    for (std::string& result : results) {
+        threads.emplace_back([&start, &result] {
+            start.arrive_and_wait();
+            std::ostringstream out;
+            GetParam().use(out);
+            result = out.str();
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_NE("", results.front());
+    for (const std::string& result : results) {
+        EXPECT_EQ(results.front(), result);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Threads, FirstUse,
+                         testing::Values(Case{"Types", useTypes},
+                                         Case{"FixedPointTexts", useFixedPointTexts},
+                                         Case{"Units", useUnits},
+                                         Case{"SymbolicDims", useSymbolicDims}),
+                         [](const auto& info) { return info.param.name; });
+
+} // namespace
