@@ -1,6 +1,7 @@
 #include "structs/element_properties.h"
 
 #include "services/errors.h"
+#include "services/own_messages.h"
 
 #include <tvtypes/datatypetable.h>
 
@@ -75,7 +76,7 @@ int complexWidth(const StructElement& element) {
 }
 
 void throwInvalidIndex(const StructDataType& type, int index) {
-    throwError(general::InvalidStructIndex(orEmpty(type.getName()), index));
+    throwError(own::InvalidStructIndex(orEmpty(type.getName()), index));
 }
 
 } // namespace TVTypeSys
