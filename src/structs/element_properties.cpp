@@ -24,9 +24,10 @@ std::span<const int> dimensionSpan(const StructElement& element) {
 } // namespace
 
 StructDataType* findStruct(const DataTypeTable& table, int id) {
-    if (id == AUTO_DATA_TYPE_ID || id == undeterminedTypeId) {
-        return nullptr;
-    }
+    return id == AUTO_DATA_TYPE_ID || id == undeterminedTypeId ? nullptr : resolveStruct(table, id);
+}
+
+StructDataType* resolveStruct(const DataTypeTable& table, int id) {
     DataType* const type = table.getDataTypeAliasedThruTo(id);
     if (!type->getIsType(DataTypeQualifierStruct)) {
         return nullptr;
