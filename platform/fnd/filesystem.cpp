@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 
 #include <filesystem>
+#include <memory>
 #include <mutex>
 #include <system_error>
 
@@ -55,14 +56,15 @@ struct InstallPath {
 };
 
 InstallPath& installPath() {
-    static InstallPath path;
+    // Never destroyed, like the default root: destructors of static objects may load files.
+    static InstallPath& path = *std::make_unique<InstallPath>().release();
     return path;
 }
 
 } // namespace
 
 fnd::ustring get_install_path() {
-    static const fnd::ustring defaultRoot = defaultPath();
+    static const auto& defaultRoot = *std::make_unique<const fnd::ustring>(defaultPath()).release();
     InstallPath& configured = installPath();
     const std::lock_guard lock(configured.mutex);
     return configured.path.empty() ? defaultRoot : configured.path;

@@ -4,6 +4,7 @@
 
 #include <unicode/uchar.h>
 
+#include <algorithm>
 #include <ostream>
 #include <utility>
 
@@ -40,17 +41,20 @@ void delimited_ustring_to_vector(std::vector<std::basic_string<char16_t>>& piece
     if (!text.empty()) {
         found.emplace_back();
     }
-    bool escaped = false;
-    for (const char16_t character : text) {
-        if (escaped) {
-            found.back() += character;
-            escaped = false;
-        } else if (escape != u'\0' && character == escape) {
-            escaped = true;
-        } else if (character == delimiter) {
+    const char16_t* const end = text.data() + text.size();
+    for (const char16_t* run = text.data(); run != end;) {
+        const char16_t* stop = std::find_if(run, end, [&](char16_t character) {
+            return character == delimiter || (character == escape && escape != u'\0');
+        });
+        found.back().append(run, stop);
+        if (stop == end) {
+            break;
+        }
+        run = stop + 1;
+        if (*stop != escape || escape == u'\0') {
             found.emplace_back();
-        } else {
-            found.back() += character;
+        } else if (run != end) {
+            found.back() += *run++;
         }
     }
     pieces = std::move(found);

@@ -2,7 +2,10 @@
 
 #include <unicode/ustring.h>
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 #include <stdexcept>
 
 namespace fnd::i18n {
@@ -35,11 +38,24 @@ std::size_t convert(std::string_view text, char16_t* characters) {
     return static_cast<std::size_t>(length);
 }
 
-/// ASCII texts, which are most, are copied without a converter.
+/// ASCII texts, which are most, are copied without a converter. Eight bytes at a time.
 bool isAscii(std::string_view text) {
-    unsigned char bits = 0;
+    std::uint64_t bits = 0;
+    for (; text.size() >= sizeof bits; text.remove_prefix(sizeof bits)) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, text.data(), sizeof word);
+        bits |= word;
+    }
     for (const char byte : text) {
         bits |= static_cast<unsigned char>(byte);
+    }
+    return (bits & 0x8080808080808080U) == 0;
+}
+
+bool isAscii(std::u16string_view text) {
+    unsigned bits = 0;
+    for (const char16_t character : text) {
+        bits |= character;
     }
     return bits < 0x80;
 }
@@ -55,6 +71,12 @@ std::int32_t checkedLength(std::size_t length) {
 
 std::string toUtf8(std::u16string_view text) {
     checkedLength(text.size());
+    if (isAscii(text)) {
+        std::string result(text.size(), '\0');
+        std::transform(text.begin(), text.end(), result.begin(),
+                       [](char16_t character) { return static_cast<char>(character); });
+        return result;
+    }
     if (text.size() <= shortText) {
         std::array<char, maximumBytes * shortText> buffer;
         return std::string(buffer.data(), convert(text, buffer.data(), buffer.size()));
@@ -67,7 +89,9 @@ std::string toUtf8(std::u16string_view text) {
 fnd::ustring fromUtf8(std::string_view text) {
     checkedLength(text.size());
     if (isAscii(text)) {
-        return fnd::ustring(text.begin(), text.end());
+        fnd::ustring result(text.size(), u'\0');
+        std::copy(text.begin(), text.end(), result.begin());
+        return result;
     }
     if (text.size() <= shortText) {
         std::array<char16_t, shortText> buffer;

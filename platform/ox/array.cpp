@@ -2,7 +2,7 @@
 #include <ox/array.h>
 
 #include <algorithm>
-#include <cassert>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <numeric>
@@ -17,29 +17,42 @@ struct Records {
     std::size_t count;
     std::vector<std::string> fieldNames;
     std::vector<std::size_t> index; // positions of the names in the order of isBefore
+    bool distinctNames;
+    std::size_t next; // position that is tried first: fields are mostly read in their order
     std::vector<std::unique_ptr<oxArray_tag, TOxArrayDeleter>> fields;
 };
 
-using Content = std::variant<double, std::string, Records>;
+// Records are apart, so that the numbers and texts, which are most values, are small.
+using Content = std::variant<double, std::string, std::unique_ptr<Records>>;
 
 } // namespace
 
 struct oxArray_tag {
+    explicit oxArray_tag(Content&& made) : content(std::move(made)) {}
+
     Content content;
     mutable int references = 1;
     mutable bool temporary = true;
+    oxArray_tag* nextDestroyed = nullptr; // during oxDestroyArray
 };
 
 namespace {
 
-oxArray_tag* make(Content content) {
-    return std::make_unique<oxArray_tag>(oxArray_tag{std::move(content)}).release();
+template <class Kind>
+oxArray_tag* make(Kind&& content) {
+    return std::make_unique<oxArray_tag>(std::forward<Kind>(content)).release();
 }
 
 /// Returns the content of a value of this kind; null for other kinds.
-template <class Kind, class Value>
-auto* contentOf(Value* value) {
+template <class Kind>
+const Kind* contentOf(const oxArray_tag* value) {
     return value == nullptr ? nullptr : std::get_if<Kind>(&value->content);
+}
+
+/// Returns the records of a value; null for other kinds.
+Records* recordsOf(const oxArray_tag* value) {
+    const auto* records = contentOf<std::unique_ptr<Records>>(value);
+    return records == nullptr ? nullptr : records->get();
 }
 
 /// Order of the index of fields: by length first, which is cheaper to compare and mostly differs.
@@ -56,25 +69,42 @@ std::vector<std::size_t> sortedPositions(const std::vector<std::string>& names) 
     return index;
 }
 
-/// Returns the position of a field name; the number of fields if there is none. Binary search.
+/// Whether no two names are equal. Equal ones are adjacent in the index.
+bool areDistinct(const std::vector<std::string>& names, const std::vector<std::size_t>& index) {
+    return std::adjacent_find(index.begin(), index.end(),
+                              [&names](std::size_t left, std::size_t right) {
+                                  return names[left] == names[right];
+                              }) == index.end();
+}
+
+/// Returns the position of the first field with a name; the number of fields if there is none. The
+/// field after the last one found, or else a binary search.
 std::size_t fieldPosition(const oxArray_tag* value, const char* fieldName) {
-    const Records* records = contentOf<Records>(value);
-    if (records == nullptr) {
-        return 0;
+    Records* records = recordsOf(value);
+    if (records == nullptr || fieldName == nullptr) {
+        return SIZE_MAX;
     }
     const std::vector<std::string>& names = records->fieldNames;
-    const std::vector<std::size_t>& index = records->index;
-    const std::string_view name = fieldName == nullptr ? "" : fieldName;
-    const auto found = std::lower_bound(index.begin(), index.end(), name,
-                                        [&names](std::size_t position, std::string_view sought) {
-                                            return isBefore(names[position], sought);
-                                        });
-    return found != index.end() && names[*found] == name ? *found : names.size();
+    const std::string_view name = fieldName;
+    std::size_t position = records->next;
+    if (position >= names.size() || names[position] != name || !records->distinctNames) {
+        const std::vector<std::size_t>& index = records->index;
+        const auto found = std::lower_bound(index.begin(), index.end(), name,
+                                            [&names](std::size_t one, std::string_view sought) {
+                                                return isBefore(names[one], sought);
+                                            });
+        if (found == index.end() || names[*found] != name) {
+            return names.size();
+        }
+        position = *found;
+    }
+    records->next = position + 1 < names.size() ? position + 1 : 0;
+    return position;
 }
 
 /// Returns the slot of a field; null if there is no such record or field.
-template <class Kind>
-auto* fieldAt(Kind* records, std::size_t index, std::size_t fieldIndex) {
+std::unique_ptr<oxArray_tag, TOxArrayDeleter>* fieldAt(Records* records, std::size_t index,
+                                                       std::size_t fieldIndex) {
     const bool exists =
         records != nullptr && index < records->count && fieldIndex < records->fieldNames.size();
     return exists ? &records->fields[index * records->fieldNames.size() + fieldIndex] : nullptr;
@@ -91,12 +121,15 @@ oxArray_tag* oxCreateString(const char* text) {
 oxArray_tag* oxCreateString(std::string text) { return make(std::move(text)); }
 
 oxArray_tag* oxCreateRecords(std::size_t count, const std::vector<std::string>& fieldNames) {
-    Records records{count, fieldNames, sortedPositions(fieldNames), {}};
+    std::vector<std::size_t> index = sortedPositions(fieldNames);
+    const bool distinct = areDistinct(fieldNames, index);
+    auto records =
+        std::make_unique<Records>(Records{count, fieldNames, std::move(index), distinct, 0, {}});
     if (!fieldNames.empty()) {
-        if (count > records.fields.max_size() / fieldNames.size()) {
+        if (count > records->fields.max_size() / fieldNames.size()) {
             return nullptr;
         }
-        records.fields.resize(count * fieldNames.size());
+        records->fields.resize(count * fieldNames.size());
     }
     return make(std::move(records));
 }
@@ -105,7 +138,7 @@ bool oxIsDouble(const oxArray_tag* value) { return contentOf<double>(value) != n
 
 bool oxIsString(const oxArray_tag* value) { return contentOf<std::string>(value) != nullptr; }
 
-bool oxIsRecords(const oxArray_tag* value) { return contentOf<Records>(value) != nullptr; }
+bool oxIsRecords(const oxArray_tag* value) { return recordsOf(value) != nullptr; }
 
 double oxGetScalar(const oxArray_tag* value) {
     const double* number = contentOf<double>(value);
@@ -113,14 +146,15 @@ double oxGetScalar(const oxArray_tag* value) {
 }
 
 std::size_t oxGetNumberOfElements(const oxArray_tag* value) {
-    const Records* records = contentOf<Records>(value);
+    const Records* records = recordsOf(value);
     const std::size_t otherwise = value == nullptr ? 0 : 1;
     return records != nullptr ? records->count : otherwise;
 }
 
 const std::vector<std::string>& oxGetFieldNames(const oxArray_tag* value) {
-    static const std::vector<std::string> none;
-    const Records* records = contentOf<Records>(value);
+    // Never destroyed: destructors of static objects may read values.
+    static const auto& none = *std::make_unique<const std::vector<std::string>>().release();
+    const Records* records = recordsOf(value);
     return records != nullptr ? records->fieldNames : none;
 }
 
@@ -130,7 +164,7 @@ const oxArray_tag* oxGetField(const oxArray_tag* value, std::size_t index, const
 
 const oxArray_tag* oxGetFieldAt(const oxArray_tag* value, std::size_t index,
                                 std::size_t fieldIndex) {
-    const auto* field = fieldAt(contentOf<Records>(value), index, fieldIndex);
+    const auto* field = fieldAt(recordsOf(value), index, fieldIndex);
     return field == nullptr ? nullptr : field->get();
 }
 
@@ -141,7 +175,7 @@ bool oxSetField(oxArray_tag* value, std::size_t index, const char* fieldName,
 
 bool oxSetFieldAt(oxArray_tag* value, std::size_t index, std::size_t fieldIndex,
                   oxArray_tag* fieldValue) {
-    auto* field = fieldAt(contentOf<Records>(value), index, fieldIndex);
+    auto* field = fieldAt(recordsOf(value), index, fieldIndex);
     if (field == nullptr) {
         return false;
     }
@@ -150,27 +184,38 @@ bool oxSetFieldAt(oxArray_tag* value, std::size_t index, std::size_t fieldIndex,
 }
 
 const oxArray_tag* oxShareArray(const oxArray_tag* value) {
-    assert(value != nullptr);
-    ++value->references;
-    value->temporary = false;
+    if (value != nullptr) {
+        ++value->references;
+        value->temporary = false;
+    }
     return value;
 }
 
 void oxDestroyArray(oxArray_tag* value) {
-    if (value != nullptr && --value->references == 0) {
-        delete value;
+    // A linked list of the values to destroy, since records may be nested to any depth.
+    oxArray_tag* first = nullptr;
+    const auto release = [&first](oxArray_tag* released) {
+        if (released != nullptr && --released->references == 0) {
+            released->nextDestroyed = std::exchange(first, released);
+        }
+    };
+    release(value);
+    while (first != nullptr) {
+        const std::unique_ptr<oxArray_tag> destroyed(first);
+        first = destroyed->nextDestroyed;
+        if (Records* records = recordsOf(destroyed.get())) {
+            for (auto& field : records->fields) {
+                release(field.release());
+            }
+        }
     }
 }
 
 int oxGetReferenceCount(const oxArray_tag* value) {
-    assert(value != nullptr);
-    return value->references;
+    return value == nullptr ? 0 : value->references;
 }
 
-bool oxIsTemporary(const oxArray_tag* value) {
-    assert(value != nullptr);
-    return value->temporary;
-}
+bool oxIsTemporary(const oxArray_tag* value) { return value != nullptr && value->temporary; }
 
 namespace oxcore {
 

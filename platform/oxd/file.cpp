@@ -3,7 +3,9 @@
 #include <fndi18n/ustring.h>
 #include <oxd/file.h>
 
+#include <array>
 #include <cerrno>
+#include <cstddef>
 #include <cstdint>
 #include <exception>
 #include <filesystem>
@@ -22,10 +24,28 @@ namespace {
 
 constexpr std::uintmax_t maximumSize = std::uintmax_t{16} << 20;
 
-std::string& lastError() {
-    thread_local std::string reason;
-    return reason;
-}
+/// Reason of the last failure in a thread, shortened if it is longer. No std::string: destructors
+/// of static objects, which may open files, run after those of thread-local objects.
+class LastError {
+  public:
+    void set(std::string_view reason) {
+        size_ = reason.copy(text_.data(), text_.size());
+        while (size_ < reason.size() && size_ > 0 && isContinuation(reason[size_])) {
+            --size_; // not within a character
+        }
+    }
+    std::string get() const { return std::string(text_.data(), size_); }
+
+  private:
+    static bool isContinuation(char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+    }
+
+    std::array<char, 1024> text_{};
+    std::size_t size_ = 0;
+};
+
+thread_local constinit LastError lastError;
 
 /// Returns the contents of a file; no value, with the reason, if it cannot be read.
 std::optional<std::string> readFile(const std::filesystem::path& path, std::string& reason) {
@@ -80,14 +100,15 @@ std::unique_ptr<oxdFile_tag> open(const std::basic_string<char16_t>& path, const
 } // namespace
 
 oxdFile_tag* oxdOpen(const std::basic_string<char16_t>& path, const char* mode) {
-    std::string& reason = lastError();
-    reason.clear();
     try {
-        return open(path, mode, reason).release();
+        std::string reason;
+        std::unique_ptr<oxdFile_tag> file = open(path, mode, reason);
+        lastError.set(reason);
+        return file.release();
     } catch (const std::bad_alloc&) {
-        reason = "memory ran out";
+        lastError.set("memory ran out");
     } catch (const std::exception& exception) { // the path is too long
-        reason = exception.what();
+        lastError.set(exception.what());
     }
     return nullptr;
 }
@@ -100,4 +121,4 @@ oxArray_tag* oxdGetVariable(oxdFile_tag* file, const char* name) {
 
 void oxdClose(oxdFile_tag* file) { delete file; }
 
-std::string oxdLastError() { return lastError(); }
+std::string oxdLastError() { return lastError.get(); }

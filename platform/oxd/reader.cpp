@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <utility>
 #include <vector>
@@ -62,7 +63,8 @@ class Table {
     }
     void putNumber(double number) {
         Latest& latest = latest_[place_];
-        if (latest.number == nullptr || !sameBits(oxGetScalar(latest.number), number)) {
+        if (latest.number == nullptr || !sameBits(latest.value, number)) {
+            latest.value = number;
             latest.number = oxCreateDoubleScalar(number);
             put(Value(latest.number));
         } else {
@@ -92,6 +94,7 @@ class Table {
         oxArray_tag* text = nullptr;
         std::string characters; ///< content of the text
         oxArray_tag* number = nullptr;
+        double value = 0; ///< content of the number
     };
 
     void putAgain(oxArray_tag* value) {
@@ -123,7 +126,7 @@ class Table {
     std::map<std::string, std::size_t, std::less<>> places_;
     std::vector<std::size_t> lastRecordWith_; // by field; records count from 1
     std::vector<Latest> latest_;              // by field
-    std::vector<Cell> cells_;
+    std::deque<Cell> cells_;                  // a vector would move all of them when it grows
 };
 
 /// Event handler of the JSON parser, which builds the values. A string or name with escapes is
@@ -191,8 +194,9 @@ class Builder {
     bool on_number_part(string_view part, error_code&) { return append(part); }
 
     bool on_int64(std::int64_t value, string_view part, error_code& error) {
-        constexpr std::int64_t largestExact = std::int64_t{1} << 53;
-        if (value > 0 && value < largestExact) {
+        // -0 is an integer for the parser, and not one as a double.
+        constexpr std::int64_t bound = std::int64_t{1} << 53;
+        if (-bound < value && value < bound && (value != 0 || (partial_.empty() && part == "0"))) {
             partial_.clear();
             return putNumber(static_cast<double>(value), error);
         }
@@ -290,8 +294,8 @@ class Builder {
         return true;
     }
 
-    std::vector<Table> tables_; // nested arrays, outermost first; the first is the file itself
-    bool inRecord_ = false;     // false between the records of the innermost table
+    std::deque<Table> tables_; // nested arrays, outermost first; the first is the file itself
+    bool inRecord_ = false;    // false between the records of the innermost table
     std::size_t fields_ = 0;
     std::string partial_;
     std::string error_;

@@ -7,6 +7,8 @@
 #include <unicode/messagepattern.h>
 #include <unicode/msgfmt.h>
 
+#include <initializer_list>
+#include <memory>
 #include <set>
 
 namespace tvtypes_res {
@@ -46,7 +48,11 @@ std::optional<std::set<std::size_t>> argumentsUsed(const std::string& pattern) {
 const std::vector<MessageSignature>& allMessages() {
 #define TVTYPES_SIGNATURE(space, name, signature)                                                  \
     {TorvaneTypes::space::name::ID, TorvaneTypes::space::name::argumentCount},
-    static const std::vector<MessageSignature> messages{TVTYPES_MESSAGE_TABLE(TVTYPES_SIGNATURE)};
+    // Neither this nor the catalogue is ever destroyed: destructors of static objects may fail.
+    static const auto& messages =
+        *std::make_unique<const std::vector<MessageSignature>>(
+             std::initializer_list<MessageSignature>{TVTYPES_MESSAGE_TABLE(TVTYPES_SIGNATURE)})
+             .release();
 #undef TVTYPES_SIGNATURE
     return messages;
 }
@@ -73,7 +79,7 @@ Catalogue::Catalogue(std::string_view json) {
 }
 
 const Catalogue& Catalogue::builtIn() {
-    static const Catalogue catalogue(messagesJson);
+    static const auto& catalogue = *std::make_unique<const Catalogue>(messagesJson).release();
     return catalogue;
 }
 

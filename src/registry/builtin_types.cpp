@@ -111,20 +111,19 @@ BuiltInDataType PreDefinedDataTypes[5] = {emptyRecord(), emptyRecord(), emptyRec
                                           emptyRecord(), emptyRecord()};
 
 void DataTypeTable::initializeBuiltInDataTypes() {
-    static bool filled = false;
-    if (filled) {
-        return;
-    }
-    BuiltInDataTypes[0].id_ = AUTO_DATA_TYPE_ID;
-    BuiltInDataTypes[0].name_ = builtInTypeRow(AUTO_DATA_TYPE_ID).name;
-    for (int id = AUTO_DATA_TYPE_ID; id < initialCount - 1; ++id) {
-        BuiltInDataType& record = isPredefinedDataType(id)
-                                      ? PreDefinedDataTypes[id - firstPredefinedId]
-                                      : BuiltInDataTypes[id + 1];
-        record.copyBuiltInRow(id);
-        record.isAtomic_ = builtInTypeRow(id).isAtomic;
-    }
-    filled = true;
+    // The first of several threads initialises the local variable, and the others wait for it.
+    [[maybe_unused]] static const bool isFilled = [] {
+        BuiltInDataTypes[0].id_ = AUTO_DATA_TYPE_ID;
+        BuiltInDataTypes[0].name_ = builtInTypeRow(AUTO_DATA_TYPE_ID).name;
+        for (int id = AUTO_DATA_TYPE_ID; id < initialCount - 1; ++id) {
+            BuiltInDataType& record = isPredefinedDataType(id)
+                                          ? PreDefinedDataTypes[id - firstPredefinedId]
+                                          : BuiltInDataTypes[id + 1];
+            record.copyBuiltInRow(id);
+            record.isAtomic_ = builtInTypeRow(id).isAtomic;
+        }
+        return true;
+    }();
 }
 
 void DataTypeTable::registerBuiltInDataType(DataType* dataType, int id) {

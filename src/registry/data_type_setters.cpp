@@ -44,7 +44,9 @@ void DataType::setSize(int newSize) {
         throwError(general::InvalidDataTypeSize(orEmpty(getName()), newSize));
     }
     size_ = newSize;
-    if (oldSize != newSize && !allocateGround()) {
+    // Also after a call that failed to allocate the ground value.
+    const bool isMissing = ground_ == nullptr && newSize > 0;
+    if ((oldSize != newSize || isMissing) && !allocateGround()) {
         throwError(general::MemoryAllocErr());
     }
     setDefaultGround(true);

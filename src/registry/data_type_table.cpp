@@ -50,6 +50,7 @@ void DataTypeTable::initialize() {
 
 void DataTypeTable::resetToBuiltin() {
     const std::size_t kept = std::min<std::size_t>(dataTypes_.size(), initialCount);
+    std::vector<std::unique_ptr<DataType>> dropped(dataTypes_.size() - kept);
     for (std::size_t position = 0; position < kept; ++position) {
         DataType& dataType = *dataTypes_[position];
         dataType.cgType_ = nullptr;
@@ -57,16 +58,17 @@ void DataTypeTable::resetToBuiltin() {
         dataType.targetToHostFcn_ = nullptr;
     }
     anonymousTypeCount_ = 0;
-    std::vector<std::unique_ptr<DataType>> dropped(
-        std::make_move_iterator(dataTypes_.begin() + static_cast<std::ptrdiff_t>(kept)),
-        std::make_move_iterator(dataTypes_.end()));
+    std::move(dataTypes_.begin() + static_cast<std::ptrdiff_t>(kept), dataTypes_.end(),
+              dropped.begin());
     dataTypes_.resize(kept);
     nameIndex_->rebuild();
+    replaced_.clear();
     for (std::unique_ptr<DataType>& dataType : dropped) {
         dataType.reset();
     }
-    if (clientCheckCallback_) {
-        clientCheckCallback_->onResetToBuiltin();
+    // A copy: the callback may remove itself from the table while it runs.
+    if (const boost::shared_ptr<ClientDataTypeCheckCallback> callback = clientCheckCallback_) {
+        callback->onResetToBuiltin();
     }
 }
 

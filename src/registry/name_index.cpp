@@ -1,21 +1,36 @@
 #include "registry/name_index.h"
 
+#include <tvtypes/registry/alias_data_type.h>
+#include <tvtypes/registry/builtin_data_type.h>
+#include <tvtypes/structs/struct_data_type.h>
+
 #include <algorithm>
+#include <cstring>
+#include <functional>
+#include <typeinfo>
 
 namespace TVTypeSys {
 
-std::string_view NameIndex::recordName(const DataType& record) {
-    const char* name = record.getName();
-    return name == nullptr ? std::string_view() : name;
+namespace {
+
+/// Returns whether getName returns `name`, which is terminated by zero; null counts as "".
+bool hasName(const DataType& record, std::string_view name) {
+    const char* current = record.getName();
+    return current == nullptr ? name.empty() : std::strcmp(current, name.data()) == 0;
 }
+
+} // namespace
 
 NameIndex::Key NameIndex::makeKey(std::string_view name) {
     return {name.data(), static_cast<std::uint32_t>(name.size()),
             static_cast<std::uint32_t>(std::hash<std::string_view>()(name))};
 }
 
-bool NameIndex::returnsOwnName(const DataType& record) {
-    return record.getName() == record.name_.c_str();
+bool NameIndex::isClientRecord(const DataType& record) {
+    const std::type_info& type = typeid(record);
+    return type != typeid(DataType) && type != typeid(AliasDataType) &&
+           type != typeid(StructDataType) && type != typeid(BuiltInDataType) &&
+           type != typeid(AutoDataType);
 }
 
 std::optional<std::size_t> NameIndex::find(std::string_view name) const {
@@ -23,11 +38,11 @@ std::optional<std::size_t> NameIndex::find(std::string_view name) const {
     if (const auto found = firstPositions_.find(makeKey(name)); found != firstPositions_.end()) {
         first = found->second;
     }
-    for (const std::uint32_t position : scanned_) {
+    for (const std::uint32_t position : clientRecords_) {
         if (first && position > *first) {
             break;
         }
-        if (recordName(*records_[position]) == name) {
+        if (hasName(*records_[position], name)) {
             return position;
         }
     }
@@ -36,56 +51,61 @@ std::optional<std::size_t> NameIndex::find(std::string_view name) const {
 
 void NameIndex::addLast() { add(records_.size() - 1); }
 
+/// Adds a record whose position is above those of all client records in the index.
 void NameIndex::add(std::size_t position) {
-    const DataType& record = *records_[position];
-    const auto place = static_cast<std::uint32_t>(position);
-    if (!returnsOwnName(record)) {
-        scanned_.insert(std::upper_bound(scanned_.begin(), scanned_.end(), place), place);
-        return;
-    }
-    const auto [entry, isNew] = firstPositions_.try_emplace(makeKey(recordName(record)), place);
-    if (!isNew) {
-        ++duplicates_;
-        if (place < entry->second) {
-            // The key refers to the name of the record at the position.
-            firstPositions_.erase(entry);
-            firstPositions_.emplace(makeKey(recordName(record)), place);
-        }
+    if (isClientRecord(*records_[position])) {
+        clientRecords_.push_back(static_cast<std::uint32_t>(position));
+    } else {
+        addName(position, *records_[position]);
     }
 }
 
-void NameIndex::remove(std::size_t position) {
-    const DataType& record = *records_[position];
+void NameIndex::addName(std::size_t position, const DataType& record) {
     const auto place = static_cast<std::uint32_t>(position);
-    const auto scanned = std::lower_bound(scanned_.begin(), scanned_.end(), place);
-    if (scanned != scanned_.end() && *scanned == place) {
-        scanned_.erase(scanned);
+    const char* const text = record.name_.c_str();
+    const auto [entry, isNew] = firstPositions_.try_emplace(makeKey(text), place);
+    if (!isNew && place < entry->second) {
+        entry->first.text = text;
+        entry->second = place;
+    }
+}
+
+void NameIndex::removeLast() {
+    const auto last = static_cast<std::uint32_t>(records_.size() - 1);
+    if (!clientRecords_.empty() && clientRecords_.back() == last) {
+        clientRecords_.pop_back();
         return;
     }
-    const std::string_view name = record.name_.c_str();
-    const auto entry = firstPositions_.find(makeKey(name));
-    if (entry->second != place) {
-        --duplicates_; // an earlier record has the name
+    const auto entry = firstPositions_.find(makeKey(records_[last]->name_.c_str()));
+    if (entry->second == last) {
+        firstPositions_.erase(entry);
+    }
+}
+
+bool NameIndex::isReplaceable(std::size_t position, const DataType& newRecord) const {
+    const DataType& record = *records_[position];
+    return !isClientRecord(newRecord) &&
+           (isClientRecord(record) ||
+            std::strcmp(record.name_.c_str(), newRecord.name_.c_str()) == 0);
+}
+
+void NameIndex::replace(std::size_t position, const DataType& newRecord) {
+    if (isClientRecord(*records_[position])) {
+        addName(position, newRecord);
+        clientRecords_.erase(
+            std::lower_bound(clientRecords_.begin(), clientRecords_.end(), position));
         return;
     }
-    firstPositions_.erase(entry);
-    if (duplicates_ > 0) {
-        for (std::size_t later = position + 1; later < records_.size(); ++later) {
-            const bool isScanned = std::binary_search(scanned_.begin(), scanned_.end(), later);
-            if (!isScanned && recordName(*records_[later]) == name) {
-                firstPositions_.emplace(makeKey(recordName(*records_[later])),
-                                        static_cast<std::uint32_t>(later));
-                --duplicates_;
-                break;
-            }
-        }
+    const char* const text = newRecord.name_.c_str();
+    const auto entry = firstPositions_.find(makeKey(text));
+    if (entry->second == position) {
+        entry->first.text = text;
     }
 }
 
 void NameIndex::rebuild() {
     firstPositions_.clear();
-    scanned_.clear();
-    duplicates_ = 0;
+    clientRecords_.clear();
     for (std::size_t position = 0; position < records_.size(); ++position) {
         add(position);
     }

@@ -8,7 +8,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -18,8 +17,13 @@ namespace TVTypeSys {
 
 /// Returns what a scan of the records from position 0 would: the first position of a name.
 ///
-/// A hash table holds the records whose getName returns the name that they were constructed with.
-/// Any other record may return another name at each call, so every lookup scans these records.
+/// A hash table holds the records of the library's own classes, whose names do not change. A record
+/// of a client's class may override getName and return another name at each call, so every lookup
+/// scans these records.
+///
+/// Only addLast, and replace for a record of a client's class, can run out of memory; they then
+/// throw std::bad_alloc and leave the index as it was. All other updates need no more entries than
+/// the index has had before.
 class NameIndex {
   public:
     using Records = std::vector<std::unique_ptr<DataType>>;
@@ -30,21 +34,31 @@ class NameIndex {
     /// Returns the first position of a name.
     std::optional<std::size_t> find(std::string_view name) const;
 
+    /// Returns whether a record of a client's class is in the table.
+    bool hasClientRecords() const { return !clientRecords_.empty(); }
+
     /// Adds the last record. Call it when a record has been appended.
     void addLast();
 
-    /// Remove and add the record at a position. Call `remove` before the record changes, and `add`
-    /// afterwards. The positions of all other records must not change in between.
-    void remove(std::size_t position);
-    void add(std::size_t position);
+    /// Removes the last record. Call it before the record is removed.
+    void removeLast();
+
+    /// Returns whether `replace` accepts a record.
+    bool isReplaceable(std::size_t position, const DataType& newRecord) const;
+
+    /// Enters `newRecord` for the record at a position. Call it before the record is replaced.
+    /// \pre `newRecord` is of a class of the library. So is the record at the position, with the
+    /// same name, or else it is of a client's class.
+    void replace(std::size_t position, const DataType& newRecord);
 
     /// Indexes all records again. Call it when positions have changed.
     void rebuild();
 
   private:
-    /// A name owned by a record, with its hash, so that growing the table reads no names.
+    /// A name owned by a record, with its hash, so that growing the table reads no names. The text
+    /// is replaced by an equal one when another record becomes the first with the name.
     struct Key {
-        const char* text;
+        mutable const char* text;
         std::uint32_t length;
         std::uint32_t hash;
 
@@ -56,15 +70,14 @@ class NameIndex {
     };
 
     static Key makeKey(std::string_view name);
-    static std::string_view recordName(const DataType& record);
-    static bool returnsOwnName(const DataType& record);
+    static bool isClientRecord(const DataType& record);
+    void add(std::size_t position);
+    void addName(std::size_t position, const DataType& record);
 
     const Records& records_;
     boost::unordered_flat_map<Key, std::uint32_t, KeyHash> firstPositions_;
-    // Positions of the records that every lookup scans, in ascending order.
-    std::vector<std::uint32_t> scanned_;
-    // Number of indexed records whose name an earlier indexed record has.
-    std::size_t duplicates_ = 0;
+    // Positions of the records of clients' classes, in ascending order.
+    std::vector<std::uint32_t> clientRecords_;
 };
 
 } // namespace TVTypeSys

@@ -41,8 +41,8 @@ void DataTypeTable::setDataTypeIdAliasedTo(int id, int idAliasedTo) {
     }
     DataType* const target = record(idAliasedTo);
     if (aliasedToNow != INVALID_DATA_TYPE_ID) {
-        throwError(general::InconsistentDataTypeIdAliasedTo(
-            name, orEmpty(target->getName()), orEmpty(record(aliasedToNow)->getName())));
+        throwError(general::InconsistentDataTypeIdAliasedTo(name, orEmpty(target->getName()),
+                                                            nameOrNumber(aliasedToNow)));
     }
     if (plainType->getAliasedToLocked()) {
         throwError(general::CannotSetAliasForDefinedType(name));
@@ -55,22 +55,22 @@ void DataTypeTable::setDataTypeIdAliasedTo(int id, int idAliasedTo) {
     auto alias = std::make_unique<AliasDataType>(plainType, target, end);
     DataType* const newType = alias.get();
     const auto position = static_cast<std::size_t>(id) + 1;
-    nameIndex_->remove(position);
-    // Kept until the aliases that point to it are updated.
-    const std::unique_ptr<DataType> old = std::exchange(dataTypes_[position], std::move(alias));
-    nameIndex_->add(position);
-    if (!mayBeAliased(*old)) {
-        return;
-    }
-    for (const std::unique_ptr<DataType>& dataType : dataTypes_) {
-        if (dataType->getIdAliasedTo() != dataType->getId() && dataType->getIdAliasedTo() == id) {
-            dataType->updateAliasedToType(newType);
+    replaced_.push_back({position, nullptr});
+    nameIndex_->replace(position, *newType);
+    replaced_.back().record = std::exchange(dataTypes_[position], std::move(alias));
+    if (mayBeAliased(*plainType)) {
+        for (const std::unique_ptr<DataType>& dataType : dataTypes_) {
+            if (dataType->getIdAliasedTo() != dataType->getId() &&
+                dataType->getIdAliasedTo() == id) {
+                dataType->updateAliasedToType(newType);
+            }
+            // Aliases that ended here now forward to the new alias, which forwards to its own end.
+            if (dataType->getIdAliasedThruTo() == id) {
+                dataType->updateAliasedThruToType(newType);
+            }
         }
-        // Aliases that ended here now forward to the new alias, which forwards to its own end.
-        if (dataType->getIdAliasedThruTo() == id) {
-            dataType->updateAliasedThruToType(newType);
-        }
     }
+    destroyReplaced();
 }
 
 /// Points the aliases of `oldType`, which is being replaced, to its new record.
@@ -94,7 +94,7 @@ void DataTypeTable::retargetAliases(const DataType& oldType, DataType* newType) 
 /// Returns whether aliases may point to a record. Records of client classes may be aliases of any
 /// type, so with one of them in the table every record counts as a target.
 bool DataTypeTable::mayBeAliased(const DataType& dataType) const {
-    return hasClientRecords_ || dataType.isAliasTarget_;
+    return nameIndex_->hasClientRecords() || dataType.isAliasTarget_;
 }
 
 int DataTypeTable::getDataTypeIdAliasedTo(int id) const {

@@ -9,9 +9,15 @@
 #include <cassert>
 #include <charconv>
 #include <limits>
+#include <string>
 #include <string_view>
 
 namespace TVTypeSys {
+
+/// Returns the name of a type for a message, or the id in decimal if no type has it.
+std::string DataTypeTable::nameOrNumber(int id) const {
+    return isDataTypeIdValid(id) ? orEmpty(record(id)->getName()) : std::to_string(id);
+}
 
 void DataTypeTable::setDataTypeStorageId(int id, int storageId) {
     DataType& dataType = *record(id);
@@ -20,16 +26,15 @@ void DataTypeTable::setDataTypeStorageId(int id, int storageId) {
     }
     if (storageId > BooleanId) {
         throwError(general::IllegalDataTypeToBeStorageId(orEmpty(dataType.getName()),
-                                                         orEmpty(record(storageId)->getName())));
+                                                         nameOrNumber(storageId)));
     }
     const int storageNow = dataType.getStorageId();
     if (storageNow == id) {
         dataType.setStorageId(storageId);
         dataType.setAliasedToLocked(true);
     } else if (storageNow != storageId) {
-        throwError(general::InconsistentDataTypeStorageId(orEmpty(dataType.getName()),
-                                                          orEmpty(record(storageId)->getName()),
-                                                          orEmpty(record(storageNow)->getName())));
+        throwError(general::InconsistentDataTypeStorageId(
+            orEmpty(dataType.getName()), nameOrNumber(storageId), nameOrNumber(storageNow)));
     }
 }
 

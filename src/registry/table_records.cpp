@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cassert>
 #include <string_view>
-#include <typeinfo>
 #include <utility>
 
 namespace TVTypeSys {
@@ -25,7 +24,7 @@ DataType* DataTypeTable::recordAt(std::size_t position) const {
 }
 
 int DataTypeTable::getDataTypeId(const char* name) const {
-    const auto position = nameIndex_->find(name == nullptr ? std::string_view() : name);
+    const auto position = nameIndex_->find(name == nullptr ? "" : name);
     return position ? dataTypes_[*position]->getId() : INVALID_DATA_TYPE_ID;
 }
 
@@ -55,25 +54,18 @@ const void* DataTypeTable::getDataTypeProperties(const char* /*ignored*/, int id
     return getDataTypeAliasedThruTo(id)->getProperties();
 }
 
-void DataTypeTable::append(std::unique_ptr<DataType> newRecord) {
-    dataTypes_.push_back(std::move(newRecord));
+void DataTypeTable::addDataType(DataType* dataType) {
+    assert(dataType->getId() == getNumDataTypes() - 1);
+    dataTypes_.emplace_back();
+    dataTypes_.back().reset(dataType);
     try {
         nameIndex_->addLast();
     } catch (...) {
-        dataTypes_.pop_back(); // out of memory: every record must be in the index
+        // Out of memory: the record remains the caller's, as before the call.
+        static_cast<void>(dataTypes_.back().release());
+        dataTypes_.pop_back();
         throw;
     }
-}
-
-void DataTypeTable::addDataType(DataType* dataType) {
-    std::unique_ptr<DataType> owned(dataType);
-    assert(dataType->getId() == getNumDataTypes() - 1);
-    const std::type_info& type = typeid(*dataType);
-    hasClientRecords_ =
-        hasClientRecords_ || (type != typeid(DataType) && type != typeid(BuiltInDataType) &&
-                              type != typeid(AutoDataType) && type != typeid(AliasDataType) &&
-                              type != typeid(StructDataType));
-    append(std::move(owned));
 }
 
 void DataTypeTable::removeDataType(DataType* dataType) {
@@ -98,38 +90,64 @@ std::size_t DataTypeTable::positionOf(const DataType* dataType) const {
 void DataTypeTable::removeAt(std::size_t position) {
     const bool isLast = position + 1 == dataTypes_.size();
     if (isLast) {
-        nameIndex_->remove(position);
+        nameIndex_->removeLast();
     }
     const std::unique_ptr<DataType> removed = std::move(dataTypes_[position]);
     dataTypes_.erase(dataTypes_.begin() + static_cast<std::ptrdiff_t>(position));
     if (!isLast) {
         nameIndex_->rebuild();
     }
+    std::erase_if(replaced_, [position](const auto& entry) { return entry.position == position; });
 }
 
 void DataTypeTable::replaceDataType(DataType* oldType, DataType* newType) {
     const std::size_t oldPosition = positionOf(oldType);
     const std::size_t newPosition = positionOf(newType);
     if (oldType != newType && oldPosition < dataTypes_.size() && newPosition < dataTypes_.size()) {
-        replaceAt(oldPosition, newPosition);
+        replaceAt(oldPosition, newPosition, nullptr);
     }
 }
 
 /// Moves the record at `newPosition` to `oldPosition`, with the id and storage id of the record
-/// there, which is destroyed.
-void DataTypeTable::replaceAt(std::size_t oldPosition, std::size_t newPosition) {
-    DataType* const oldType = dataTypes_[oldPosition].get();
-    DataType* const newType = dataTypes_[newPosition].get();
-    retargetAliases(*oldType, newType);
-    newType->id_ = oldType->getId();
-    newType->storageId_ = oldType->getStorageId();
+/// there, which is destroyed. Puts `filler` at `newPosition`, or closes the gap if it is null. Only
+/// std::bad_alloc is thrown, before any change.
+/// \pre `filler` has the name of the record that is moved.
+void DataTypeTable::replaceAt(std::size_t oldPosition, std::size_t newPosition,
+                              std::unique_ptr<DataType> filler) {
+    replaced_.push_back({oldPosition, nullptr});
+    DataType& oldType = *dataTypes_[oldPosition];
+    DataType& newType = *dataTypes_[newPosition];
+    retargetAliases(oldType, &newType);
+    newType.id_ = oldType.getId();
+    newType.storageId_ = oldType.getStorageId();
 
-    nameIndex_->remove(newPosition);
-    nameIndex_->remove(oldPosition);
-    std::swap(dataTypes_[oldPosition], dataTypes_[newPosition]);
-    nameIndex_->add(oldPosition);
-    nameIndex_->add(newPosition);
-    removeAt(newPosition);
+    const bool isLast = newPosition + 1 == dataTypes_.size();
+    const bool isIndexed = (isLast || filler) && nameIndex_->isReplaceable(oldPosition, newType);
+    if (isIndexed) {
+        nameIndex_->replace(oldPosition, newType);
+        if (!filler) {
+            nameIndex_->removeLast();
+        }
+    }
+    replaced_.back().record =
+        std::exchange(dataTypes_[oldPosition], std::move(dataTypes_[newPosition]));
+    if (filler) {
+        dataTypes_[newPosition] = std::move(filler);
+    } else {
+        dataTypes_.erase(dataTypes_.begin() + static_cast<std::ptrdiff_t>(newPosition));
+    }
+    if (!isIndexed) {
+        nameIndex_->rebuild();
+    }
+    destroyReplaced();
+}
+
+/// Destroys the records that have been replaced, unless a callback runs: undoing its registration
+/// may restore them.
+void DataTypeTable::destroyReplaced() {
+    if (runningCallbacks_ == 0) {
+        replaced_.clear();
+    }
 }
 
 } // namespace TVTypeSys

@@ -1,5 +1,6 @@
 // Registration of types by name.
 #include "registry/builtin_types.h"
+#include "registry/name_index.h"
 #include "services/errors.h"
 #include "services/guard.h"
 #include "services/names.h"
@@ -7,6 +8,7 @@
 #include <tvtypes/datatypetable.h>
 #include <tvtypes/structdatatype.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <utility>
 
@@ -47,22 +49,103 @@ bool DataTypeTable::keepsExistingType(int existingId, DataTypeSource source) con
 
 /// Appends a new record, calls the client's callback, and replaces the type `existingId` unless it
 /// is -10. Returns the id of the record.
+///
+/// The callback may change the table in any way: it may turn the new record into an alias, which
+/// destroys it, remove it, and register other types. The record is therefore addressed by its
+/// position, and undoing the registration removes all records from there on.
 int DataTypeTable::adopt(std::unique_ptr<DataType> newRecord, int existingId,
                          const char* blockPath) {
-    DataType* const added = newRecord.get();
-    append(std::move(newRecord));
-    if (clientCheckCallback_) {
+    const std::size_t position = dataTypes_.size();
+    const int newId = newRecord->getId();
+    addDataType(newRecord.get());
+    DataType* const added = newRecord.release();
+
+    struct RunningCallback {
+        explicit RunningCallback(DataTypeTable& caller) : table(caller) {
+            ++table.runningCallbacks_;
+        }
+        RunningCallback(const RunningCallback&) = delete;
+        RunningCallback& operator=(const RunningCallback&) = delete;
+        ~RunningCallback() {
+            --table.runningCallbacks_;
+            table.destroyReplaced();
+        }
+        DataTypeTable& table;
+    } const running(*this);
+
+    // A copy: the callback may remove itself from the table while it runs.
+    if (const boost::shared_ptr<ClientDataTypeCheckCallback> callback = clientCheckCallback_) {
         try {
-            clientCheckCallback_->checkRegisteredType(added, blockPath);
+            callback->checkRegisteredType(added, blockPath);
         } catch (const fnd::except::IException&) {
-            removeDataType(added);
+            removeFrom(position);
             throw;
         }
     }
-    if (existingId != INVALID_DATA_TYPE_ID) {
-        replaceAt(static_cast<std::size_t>(existingId) + 1, positionOf(added));
+    if (existingId == INVALID_DATA_TYPE_ID) {
+        return newId;
     }
-    return added->getId();
+    try {
+        replaceExisting(static_cast<std::size_t>(existingId) + 1, position);
+    } catch (...) {
+        removeFrom(position);
+        throw;
+    }
+    return existingId;
+}
+
+/// Replaces an existing type by the new record of the same name, unless the callback has removed
+/// one of them. Throws DataTypeAliasLoop (name, name of the target) if the callback has made the
+/// new record an alias of the existing type, or the other way round.
+void DataTypeTable::replaceExisting(std::size_t existingPosition, std::size_t position) {
+    if (existingPosition >= position || position >= dataTypes_.size()) {
+        return;
+    }
+    const DataType& newType = *dataTypes_[position];
+    const std::string name = orEmpty(newType.getName());
+    if (name != orEmpty(dataTypes_[existingPosition]->getName())) {
+        return;
+    }
+    const int id = static_cast<int>(position) - 1;
+    if (alreadyAliasedToDirectlyOrIndirectly(id, static_cast<int>(existingPosition) - 1)) {
+        throwError(
+            general::DataTypeAliasLoop(name, orEmpty(record(newType.getIdAliasedTo())->getName())));
+    }
+    // Records that the callback has registered keep their positions.
+    const bool isLast = position + 1 == dataTypes_.size();
+    replaceAt(existingPosition, position,
+              isLast ? nullptr : std::make_unique<DataType>(id, name, newType.getDataTypeSource()));
+}
+
+/// Removes and destroys the records from `position` on. Restores the records before it that have
+/// been replaced by aliases of a removed type.
+void DataTypeTable::removeFrom(std::size_t position) {
+    bool hasRestored = false;
+    for (auto entry = replaced_.rbegin(); entry != replaced_.rend(); ++entry) {
+        if (entry->record == nullptr || entry->position >= std::min(position, dataTypes_.size())) {
+            continue;
+        }
+        std::unique_ptr<DataType>& current = dataTypes_[entry->position];
+        const int firstRemoved = static_cast<int>(position) - 1;
+        if (current->getIdAliasedTo() >= firstRemoved ||
+            current->getIdAliasedThruTo() >= firstRemoved) {
+            retargetAliases(*current, entry->record.get());
+            current = std::move(entry->record);
+            hasRestored = true;
+        }
+    }
+    while (dataTypes_.size() > position) {
+        if (!hasRestored) {
+            nameIndex_->removeLast();
+        }
+        dataTypes_.pop_back();
+    }
+    if (hasRestored) {
+        nameIndex_->rebuild();
+    }
+    std::erase_if(replaced_, [position](const auto& entry) {
+        return entry.record == nullptr || entry.position >= position;
+    });
 }
 
 int DataTypeTable::registerDataType(const char* name, DataTypeSource source,

@@ -1,12 +1,11 @@
 #include "services/variable_file.h"
 
 #include <fnd/filesystem.h>
+#include <fndi18n/codecvt.h>
 #include <ox/array.h>
 #include <oxd/file.h>
 
-#include <algorithm>
 #include <limits>
-#include <vector>
 
 namespace TVTypeSys {
 
@@ -14,33 +13,33 @@ void Records::Release::operator()(oxArray_tag* value) const noexcept { oxDestroy
 
 std::size_t Records::size() const { return oxGetNumberOfElements(value_.get()); }
 
-const oxArray_tag* Records::fieldValue(std::size_t record, const char* name) const {
-    const std::vector<std::string>& names = oxGetFieldNames(value_.get());
-    if (next_ >= names.size() || names[next_] != name) {
-        const auto found = std::find(names.begin(), names.end(), name);
-        next_ = static_cast<std::size_t>(found - names.begin());
-    }
-    const oxArray_tag* value = oxGetFieldAt(value_.get(), record, next_);
-    next_ = next_ + 1 < names.size() ? next_ + 1 : 0;
-    return value;
-}
-
 std::optional<std::u16string> Records::text(std::size_t record, const char* field) const {
-    const oxArray_tag* value = fieldValue(record, field);
-    if (!oxIsString(value)) {
+    const oxArray_tag* value = oxGetField(value_.get(), record, field);
+    if (value == nullptr || !oxIsString(value)) {
         return std::nullopt;
     }
     return oxcore::get_ustring(value);
 }
 
-std::optional<int> Records::integer(std::size_t record, const char* field) const {
-    using Limits = std::numeric_limits<int>;
-    // NaN, which is in no range, if the field is not a number.
-    const double value = oxGetScalar(fieldValue(record, field));
-    if (!(value > Limits::min() - 1.0 && value < Limits::max() + 1.0)) {
+std::optional<std::string> Records::narrowText(std::size_t record, const char* field) const {
+    const oxArray_tag* value = oxGetField(value_.get(), record, field);
+    if (value == nullptr || !oxIsString(value)) {
         return std::nullopt;
     }
-    return static_cast<int>(value);
+    return oxcore::get_string(value, fnd::i18n::codecvt_ustring_to_string("", true));
+}
+
+std::optional<int> Records::integer(std::size_t record, const char* field) const {
+    using Limits = std::numeric_limits<int>;
+    const oxArray_tag* value = oxGetField(value_.get(), record, field);
+    if (value == nullptr || !oxIsDouble(value)) {
+        return std::nullopt;
+    }
+    const double number = oxGetScalar(value);
+    if (!(number > Limits::min() - 1.0 && number < Limits::max() + 1.0)) {
+        return std::nullopt;
+    }
+    return static_cast<int>(number);
 }
 
 void VariableFile::Close::operator()(oxdFile_tag* file) const noexcept { oxdClose(file); }
@@ -57,7 +56,7 @@ std::string VariableFile::openError() { return oxdLastError(); }
 
 std::optional<Records> VariableFile::records(const char* variable) const {
     Records records(oxdGetVariable(file_.get(), variable));
-    if (!oxIsRecords(records.value_.get())) {
+    if (records.value_ == nullptr || !oxIsRecords(records.value_.get())) {
         return std::nullopt;
     }
     return records;

@@ -20,6 +20,9 @@ class Records {
     /// Returns a field as a text, or nothing if the field is missing or not a text.
     std::optional<std::u16string> text(std::size_t record, const char* field) const;
 
+    /// Returns the same in UTF-8.
+    std::optional<std::string> narrowText(std::size_t record, const char* field) const;
+
     /// Returns a field as an integer, with its fraction truncated. Returns nothing if the field is
     /// missing, not a number, or out of the range of int.
     std::optional<int> integer(std::size_t record, const char* field) const;
@@ -30,11 +33,8 @@ class Records {
         void operator()(oxArray_tag* value) const noexcept;
     };
     explicit Records(oxArray_tag* value) : value_(value) {}
-    const oxArray_tag* fieldValue(std::size_t record, const char* name) const;
 
     std::unique_ptr<oxArray_tag, Release> value_;
-    /// Index of the field that is tried first: fields are mostly read in their order.
-    mutable std::size_t next_ = 0;
 };
 
 /// An open variable file.

@@ -4,7 +4,8 @@
 #include <tvtypes/structs/bus_functions.h>
 
 bool DtGetDataTypeIsBus(const TVTypeSys::DataTypeTable* table, int id) {
-    const StructDataType* const type = TVTypeSys::findStruct(*table, id);
+    const StructDataType* const type =
+        id == AUTO_DATA_TYPE_ID ? nullptr : TVTypeSys::resolveStruct(*table, id);
     return type != nullptr && type->isBusType();
 }
 

@@ -5,6 +5,8 @@
 #include <tvtypes/datatypetable.h>
 #include <tvtypes/structs/dfs_element_access.h>
 
+#include <iterator>
+
 namespace TVTypeSys {
 
 namespace {
@@ -18,7 +20,7 @@ struct LevelStep {
 };
 
 /// Resolves a node by one level of nesting.
-LevelStep stepInto(const DataTypeTable& table, const Root& root, int dfsIdx) {
+LevelStep stepInto(const DataTypeTable& table, const Root& root, ElementWalk& walk, int dfsIdx) {
     const Instance instance = splitIndex(root.type, dfsIdx);
     if (dfsIdx == 0) {
         return {-1, 0, root.typeId, -1};
@@ -26,7 +28,7 @@ LevelStep stepInto(const DataTypeTable& table, const Root& root, int dfsIdx) {
     if (instance.number > 0) {
         return {-1, instance.number, root.typeId, dfsIdx - instance.index};
     }
-    const Step step = ViewCache::get(root.type).depthFirst.starts.find(table, root.type, dfsIdx);
+    const Step step = walk.starts(root.type).find(table, root.type, dfsIdx);
     if (step.copy) {
         return {step.element, *step.copy, step.typeId, step.start};
     }
@@ -36,11 +38,16 @@ LevelStep stepInto(const DataTypeTable& table, const Root& root, int dfsIdx) {
 
 } // namespace
 
+ElementWalk& DFSElementAccess::depthFirstWalk(const Root& root) {
+    return ViewPositions::get(positions(), root).depthFirst;
+}
+
 DFSElementAccess::DFSElementAccess(const DataTypeTable* table, int dataTypeId)
     : StructElementAccess(table, dataTypeId) {}
 
 StructElement* DFSElementAccess::getStructElement(int dfsIdx) {
-    return &nodeElement(table(), findRoot(table(), dataTypeId()), dfsIdx);
+    const Root root = findRoot(table(), dataTypeId());
+    return &nodeElement(table(), root, depthFirstWalk(root), dfsIdx);
 }
 
 int DFSElementAccess::getNumElements() {
@@ -57,16 +64,19 @@ int DFSElementAccess::getNumElements() {
 bool DFSElementAccess::isIdxValid(int /*index*/) { return true; }
 
 int DFSElementAccess::getOffset(int index) {
-    return nodeOffset(table(), findRoot(table(), dataTypeId()), byteOffset, index);
+    const Root root = findRoot(table(), dataTypeId());
+    return nodeOffset(table(), root, depthFirstWalk(root), byteOffset, index);
 }
 
 int DFSElementAccess::getVarDimsOffset(int index) {
-    return nodeOffset(table(), findRoot(table(), dataTypeId()), varDimsOffset, index);
+    const Root root = findRoot(table(), dataTypeId());
+    return nodeOffset(table(), root, depthFirstWalk(root), varDimsOffset, index);
 }
 
 void DFSElementAccess::computeDataTypeIdAndIndex(int dfsIdx, int* immediateIdx, int* copyIdx,
                                                  int* dataTypeId, int* subIdx) {
-    const LevelStep step = stepInto(table(), findRoot(table(), this->dataTypeId()), dfsIdx);
+    const Root root = findRoot(table(), this->dataTypeId());
+    const LevelStep step = stepInto(table(), root, depthFirstWalk(root), dfsIdx);
     *immediateIdx = step.immediateIdx;
     *copyIdx = step.copyIdx;
     *dataTypeId = step.dataTypeId;
@@ -76,20 +86,23 @@ void DFSElementAccess::computeDataTypeIdAndIndex(int dfsIdx, int* immediateIdx, 
 void DFSElementAccess::getImmediateParentDTypeIdAndOffset(int dfsIdx, int& parentDataTypeId,
                                                           int& elementIdx) {
     const Root root = findRoot(table(), dataTypeId());
-    const Place place = locateNode(table(), root, splitIndex(root.type, dfsIdx).index);
-    const Nesting* const parent = place.element < 0 ? place.within->parent : place.within;
-    if (parent == nullptr) {
+    ElementWalk& walk = depthFirstWalk(root);
+    const Place place = walk.find(table(), root, splitIndex(root.type, dfsIdx).index);
+    const std::vector<Level>& path = walk.path();
+    const bool isStruct = place.element < 0;
+    if (isStruct && path.size() == 1) {
         parentDataTypeId = INVALID_DATA_TYPE_ID;
         elementIdx = -1;
         return;
     }
-    parentDataTypeId = nestingTypeId(root, *parent);
-    elementIdx = place.element < 0 ? place.within->element : place.element;
+    parentDataTypeId = path[path.size() - (isStruct ? 2 : 1)].typeId;
+    elementIdx = isStruct ? path.back().element : place.element;
 }
 
 void DFSElementAccess::getFullPath(int dfsIdx, bool includeRoot,
                                    std::vector<std::pair<std::string, int>>& path) {
     std::vector<std::pair<std::string, int>> found;
+    ElementWalk& walk = depthFirstWalk(findRoot(table(), dataTypeId()));
     if (includeRoot && dfsIdx < getNumElements()) {
         found.emplace_back("", 0);
     }
@@ -97,7 +110,7 @@ void DFSElementAccess::getFullPath(int dfsIdx, bool includeRoot,
     int index = dfsIdx;
     while (true) {
         const Root level = findRoot(table(), typeId);
-        const LevelStep step = stepInto(table(), level, index);
+        const LevelStep step = stepInto(table(), level, walk, index);
         const bool isStruct = findStruct(table(), step.dataTypeId) != nullptr;
         std::string name;
         int copy = isStruct ? step.copyIdx : -1;
@@ -117,7 +130,8 @@ void DFSElementAccess::getFullPath(int dfsIdx, bool includeRoot,
         typeId = step.dataTypeId;
         index -= step.subIdx;
     }
-    path.insert(path.end(), found.begin(), found.end());
+    path.insert(path.end(), std::make_move_iterator(found.begin()),
+                std::make_move_iterator(found.end()));
 }
 
 int DFSElementAccess::getRawElementIdx(int dfsIdx) {
@@ -126,18 +140,31 @@ int DFSElementAccess::getRawElementIdx(int dfsIdx) {
     }
     const Root root = findRoot(table(), dataTypeId());
     const Instance instance = splitIndex(root.type, dfsIdx);
-    std::vector<unsigned>& before = ViewCache::get(root.type).scalarsBefore;
-    // A further instance needs the sum over a whole one.
-    const int needed = instance.number > 0 ? root.type.getNumDFSElements() : instance.index;
-    for (auto node = static_cast<int>(before.size()) - 1; node < needed; ++node) {
-        const Place place = locateNode(table(), root, node);
+    ViewPositions& kept = ViewPositions::get(positions(), root);
+    const auto scalarsOf = [&](int node) {
+        const Place place = kept.depthFirst.find(table(), root, node);
         const bool isLeaf = findStruct(table(), place.typeId) == nullptr;
-        const int scalars = isLeaf ? complexWidth(requireElement(*place.type, place.element)) : 0;
-        before.push_back(before.back() + static_cast<unsigned>(scalars));
+        return static_cast<unsigned>(
+            isLeaf ? complexWidth(requireElement(*place.type, place.element)) : 0);
+    };
+    // Counts on or back from the node of the last call.
+    const auto countTo = [&](int node) {
+        while (kept.counted.node < node) {
+            kept.counted.scalars += scalarsOf(kept.counted.node);
+            ++kept.counted.node;
+        }
+        while (kept.counted.node > node) {
+            kept.counted.scalars -= scalarsOf(kept.counted.node - 1);
+            --kept.counted.node;
+        }
+        return kept.counted.scalars;
+    };
+    if (instance.number > 0 && !kept.scalarsOfInstance) {
+        kept.scalarsOfInstance = countTo(root.type.getNumDFSElements());
     }
     return static_cast<int>(static_cast<unsigned>(instance.number) *
-                                before[static_cast<std::size_t>(needed)] +
-                            before[static_cast<std::size_t>(instance.index)]);
+                                kept.scalarsOfInstance.value_or(0) +
+                            countTo(instance.index));
 }
 
 } // namespace TVTypeSys

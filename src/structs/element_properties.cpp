@@ -1,6 +1,7 @@
 #include "structs/element_properties.h"
 
 #include "services/errors.h"
+#include "services/own_messages.h"
 
 #include <tvtypes/datatypetable.h>
 
@@ -23,9 +24,10 @@ std::span<const int> dimensionSpan(const StructElement& element) {
 } // namespace
 
 StructDataType* findStruct(const DataTypeTable& table, int id) {
-    if (id == AUTO_DATA_TYPE_ID || id == undeterminedTypeId) {
-        return nullptr;
-    }
+    return id == AUTO_DATA_TYPE_ID || id == undeterminedTypeId ? nullptr : resolveStruct(table, id);
+}
+
+StructDataType* resolveStruct(const DataTypeTable& table, int id) {
     DataType* const type = table.getDataTypeAliasedThruTo(id);
     if (!type->getIsType(DataTypeQualifierStruct)) {
         return nullptr;
@@ -75,7 +77,7 @@ int complexWidth(const StructElement& element) {
 }
 
 void throwInvalidIndex(const StructDataType& type, int index) {
-    throwError(general::InvalidStructIndex(orEmpty(type.getName()), index));
+    throwError(own::InvalidStructIndex(orEmpty(type.getName()), index));
 }
 
 } // namespace TVTypeSys

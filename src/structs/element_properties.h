@@ -8,11 +8,14 @@ namespace TVTypeSys {
 
 class DataTypeTable;
 
-/// Returns the struct type at the end of the alias chain of `id`, or null if that is another type,
-/// or `id` is -1 or -2. Throws InvalidDataTypeId.
+/// Returns the struct type at the end of the alias chain of `id`, or null if that is another type.
+/// Throws InvalidDataTypeId.
+StructDataType* resolveStruct(const DataTypeTable& table, int id);
+
+/// Same, but returns null for -1 and -2, which are no structs in the numberings.
 StructDataType* findStruct(const DataTypeTable& table, int id);
 
-/// Same, but throws InvalidDataTypeId where findStruct returns null.
+/// Same as findStruct, but throws InvalidDataTypeId where findStruct returns null.
 StructDataType& requireStruct(const DataTypeTable& table, int id);
 
 /// Returns an element of a struct. Throws InvalidStructIndex.

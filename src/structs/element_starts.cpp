@@ -34,18 +34,17 @@ constinit const Numbering depthFirstNumbering{1, depthFirstSpan};
 constinit const Numbering rawNumbering{0, rawSpan};
 
 Step ElementStarts::find(const DataTypeTable& table, const StructDataType& type, int index) {
-    const std::size_t count = type.getElements().size();
-    while (starts_.back() <= index && spans_.size() < count) {
+    while (end() <= index && entries_.size() < type.getElements().size()) {
         addNext(table, type);
     }
-    const auto end = std::ranges::upper_bound(starts_, index);
-    if (end == starts_.begin() || end == starts_.end()) {
+    const auto found = std::ranges::upper_bound(entries_, index, {}, &Entry::end);
+    if (index < numbering_->first || found == entries_.end()) {
         throwInvalidIndex(type, index);
     }
-    const auto element = static_cast<int>(end - starts_.begin()) - 1;
+    const ElementSpan& span = found->span;
+    const auto element = static_cast<int>(found - entries_.begin());
     const int typeId = requireElement(type, element).dataTypeId;
-    const ElementSpan& span = spans_[static_cast<std::size_t>(element)];
-    const auto start = static_cast<int>(*(end - 1));
+    const auto start = static_cast<int>(this->start(table, type, element));
     const std::int64_t inCopies = index - start - span.own;
     if (inCopies < 0) {
         return {element, std::nullopt, typeId, start, 0};
@@ -60,22 +59,16 @@ std::int64_t ElementStarts::start(const DataTypeTable& table, const StructDataTy
     if (element < 0 || static_cast<std::size_t>(element) > type.getElements().size()) {
         throwInvalidIndex(type, element);
     }
-    while (spans_.size() < static_cast<std::size_t>(element)) {
+    while (entries_.size() < static_cast<std::size_t>(element)) {
         addNext(table, type);
     }
-    return starts_[static_cast<std::size_t>(element)];
-}
-
-void ElementStarts::clear() {
-    spans_.clear();
-    starts_.assign(1, numbering_.first);
+    return element == 0 ? numbering_->first : entries_[static_cast<std::size_t>(element) - 1].end;
 }
 
 void ElementStarts::addNext(const DataTypeTable& table, const StructDataType& type) {
-    const ElementSpan span = numbering_.span(table, *type.getElements()[spans_.size()]);
+    const ElementSpan span = numbering_->span(table, *type.getElements()[entries_.size()]);
     const std::int64_t size = span.own + span.copies * span.copySize;
-    spans_.push_back(span);
-    starts_.push_back(std::min(starts_.back() + size, maxStart));
+    entries_.push_back({span, std::min(end() + size, maxStart)});
 }
 
 } // namespace TVTypeSys

@@ -44,7 +44,7 @@ struct Step {
 /// has been read. A binary search finds the element of an index, and one division the copy.
 class ElementStarts {
   public:
-    explicit ElementStarts(const Numbering& numbering) : numbering_(numbering) { clear(); }
+    explicit ElementStarts(const Numbering& numbering) : numbering_(&numbering) {}
 
     /// Finds the element of an index. Throws InvalidStructIndex if there is none.
     Step find(const DataTypeTable& table, const StructDataType& type, int index);
@@ -53,14 +53,17 @@ class ElementStarts {
     /// Throws InvalidStructIndex.
     std::int64_t start(const DataTypeTable& table, const StructDataType& type, int element);
 
-    void clear();
-
   private:
+    struct Entry {
+        ElementSpan span;
+        std::int64_t end; ///< index behind the element
+    };
+
+    std::int64_t end() const { return entries_.empty() ? numbering_->first : entries_.back().end; }
     void addNext(const DataTypeTable& table, const StructDataType& type);
 
-    const Numbering& numbering_;
-    std::vector<ElementSpan> spans_;
-    std::vector<std::int64_t> starts_; ///< one more than spans_: the end of the last one
+    const Numbering* numbering_;
+    std::vector<Entry> entries_;
 };
 
 } // namespace TVTypeSys

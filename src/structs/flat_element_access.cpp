@@ -13,9 +13,10 @@ namespace {
 /// Returns the depth-first indices of the leaves of one instance.
 std::vector<int> leafNodes(const DataTypeTable& table, const Root& root) {
     std::vector<int> leaves;
+    ElementWalk walk(depthFirstNumbering);
     const int count = root.type.getNumDFSElements();
     for (int node = 0; node < count; ++node) {
-        const Place place = locateNode(table, root, node);
+        const Place place = walk.find(table, root, node);
         if (findStruct(table, place.typeId) == nullptr) {
             leaves.push_back(node);
         }

@@ -1,6 +1,6 @@
 // The view of the immediate elements.
 #include "structs/element_properties.h"
-#include "structs/view_cache.h"
+#include "structs/walk.h"
 
 #include <tvtypes/datatypetable.h>
 #include <tvtypes/structs/bus_functions.h>
@@ -83,8 +83,9 @@ void ImmediateElementAccess::containsAoBOrVarDimsOrFrames(bool* aob, bool* varDi
 }
 
 int ImmediateElementAccess::getRawElementIdx(int index) {
-    StructDataType& type = requireStruct(table(), dataTypeId());
-    return truncateToInt(ViewCache::get(type).raw.starts.start(table(), type, index));
+    const Root root = findRoot(table(), dataTypeId());
+    ElementStarts& starts = ViewPositions::get(positions(), root).raw.starts(root.type);
+    return truncateToInt(starts.start(table(), root.type, index));
 }
 
 } // namespace TVTypeSys

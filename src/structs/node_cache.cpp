@@ -1,7 +1,12 @@
+// A node is cached in the root and in the type of each struct on the path to it, so that the value
+// that another copy or another view has read is found on the way. Nodes that are nested deeper than
+// ElementWalk::maxShallow are cached in the root and in the innermost struct: with a cache in each
+// type, memory would be quadratic in the depth.
 #include "structs/node_cache.h"
 
 #include "structs/element_properties.h"
 
+#include <array>
 #include <memory>
 
 namespace TVTypeSys {
@@ -35,17 +40,17 @@ StructElement& rootElement(const Root& root) {
     return *node.element;
 }
 
-/// Returns the element of a nested struct: a copy of the root element of its type, with the name of
-/// its own element. It is cached in the struct that contains it, so that all views share it.
-StructElement& nestedElement(const DataTypeTable& table, const Root& root, const Place& place) {
-    const Nesting& nesting = *place.within;
-    const Nesting& parent = *nesting.parent;
-    StructDataType& parentType = nestingType(table, root, parent);
-    DFSElementCache& node = *parentType.getCachedElement(nesting.start - parent.start);
+/// Returns the element of the innermost struct of a path: a copy of the root element of its type,
+/// with the name of its own element. It is cached in the struct that contains it, so that all views
+/// share it.
+StructElement& nestedElement(const std::vector<Level>& path) {
+    const Level& level = path.back();
+    const Level& parent = path[path.size() - 2];
+    DFSElementCache& node = *parent.type->getCachedElement(level.start - parent.start);
     if (node.element == nullptr) {
-        const StructElement& ofType = rootElement({*place.type, nesting.typeId});
+        const StructElement& ofType = rootElement({*level.type, level.typeId});
         auto element = std::make_unique<StructElement>();
-        element->setName(requireElement(parentType, nesting.element).name.c_str());
+        element->setName(requireElement(*parent.type, level.element).name.c_str());
         element->setDataTypeId(ofType.dataTypeId);
         element->setUnitId(ofType.unitId);
         element->setNumDimensions(ofType.numDimensions);
@@ -57,26 +62,41 @@ StructElement& nestedElement(const DataTypeTable& table, const Root& root, const
     return *node.element;
 }
 
-/// Returns the cache entry of a node in the innermost struct around it, which all places of that
-/// struct type share.
-DFSElementCache& innermostEntry(const Place& place, int dfsIdx) {
-    return *place.type->getCachedElement(dfsIdx - place.within->start);
-}
-
-/// Returns the element of a node that is not a nested struct.
-StructElement& placeElement(const Place& place, int dfsIdx) {
-    DFSElementCache& node = innermostEntry(place, dfsIdx);
-    if (node.element == nullptr) {
-        node.element = &requireElement(*place.type, place.element);
+/// Cache entries of one node in the types of the first `levels` structs on the path to it, or in
+/// the root alone if there are more than ElementWalk::maxShallow. Adds empty entries.
+class Entries {
+  public:
+    Entries(const std::vector<Level>& path, std::size_t levels, int dfsIdx)
+        : count_(levels <= ElementWalk::maxShallow ? levels : 1) {
+        for (std::size_t level = 0; level < count_; ++level) {
+            entries_[level] = path[level].type->getCachedElement(dfsIdx - path[level].start);
+        }
     }
-    return *node.element;
-}
 
-/// Returns the offset of the element of such a node in its struct.
-int elementOffset(const Place& place, const OffsetKind& kind, int dfsIdx) {
-    int& offset = innermostEntry(place, dfsIdx).*kind.ofNode;
+    std::size_t size() const { return count_; }
+    DFSElementCache& operator[](std::size_t level) const { return *entries_[level]; }
+
+    /// Returns the first level whose entry has a value in `field`, or the number of levels.
+    template <class Field>
+    std::size_t firstKnown(Field DFSElementCache::*field, Field unknown) const {
+        std::size_t level = 0;
+        while (level < count_ && entries_[level]->*field == unknown) {
+            ++level;
+        }
+        return level;
+    }
+
+  private:
+    std::size_t count_;
+    std::array<DFSElementCache*, ElementWalk::maxShallow> entries_;
+};
+
+/// Returns the offset of an element in the innermost struct, 0 for the struct itself.
+int offsetInInnermost(const Place& place, const Level& innermost, const OffsetKind& kind,
+                      int dfsIdx) {
+    int& offset = innermost.type->getCachedElement(dfsIdx - innermost.start)->*kind.ofNode;
     if (offset == -1) {
-        offset = requireElement(*place.type, place.element).*kind.ofElement;
+        offset = place.element < 0 ? 0 : requireElement(*place.type, place.element).*kind.ofElement;
     }
     return offset;
 }
@@ -94,48 +114,79 @@ Instance splitIndex(const StructDataType& type, int dfsIdx) {
     return {dfsIdx / count, dfsIdx % count};
 }
 
-Place locateNode(const DataTypeTable& table, const Root& root, int dfsIdx) {
-    return locate(table, root, &ViewCache::depthFirst, dfsIdx);
-}
-
-StructElement& nodeElement(const DataTypeTable& table, const Root& root, int dfsIdx) {
+StructElement& nodeElement(const DataTypeTable& table, const Root& root, ElementWalk& walk,
+                           int dfsIdx) {
     const Instance instance = splitIndex(root.type, dfsIdx);
     DFSElementCache& node = *root.type.getCachedElement(dfsIdx);
     if (node.element != nullptr) {
         return *node.element;
     }
-    StructElement* element = nullptr;
     if (instance.number > 0) {
-        element = &nodeElement(table, root, instance.index);
-    } else if (dfsIdx == 0) {
-        element = &rootElement(root);
-    } else {
-        const Place place = locateNode(table, root, dfsIdx);
-        element =
-            place.element < 0 ? &nestedElement(table, root, place) : &placeElement(place, dfsIdx);
+        node.element = &nodeElement(table, root, walk, instance.index);
+        return *node.element;
     }
-    node.element = element;
+    if (dfsIdx == 0) {
+        return rootElement(root);
+    }
+    const Place place = walk.find(table, root, dfsIdx);
+    const std::vector<Level>& path = walk.path();
+    const bool isNested = place.element < 0;
+    // The entries of a nested struct are those of its element.
+    const Entries entries(path, path.size() - (isNested ? 1 : 0), dfsIdx);
+    const std::size_t known =
+        entries.firstKnown<StructElement*>(&DFSElementCache::element, nullptr);
+    StructElement* element = nullptr;
+    if (known < entries.size()) {
+        element = entries[known].element;
+    } else if (isNested) {
+        element = &nestedElement(path);
+    } else {
+        DFSElementCache& innermost = *place.type->getCachedElement(dfsIdx - path.back().start);
+        if (innermost.element == nullptr) {
+            innermost.element = &requireElement(*place.type, place.element);
+        }
+        element = innermost.element;
+    }
+    for (std::size_t level = 0; level < known; ++level) {
+        entries[level].element = element;
+    }
     return *element;
 }
 
-int nodeOffset(const DataTypeTable& table, const Root& root, const OffsetKind& kind, int dfsIdx) {
+int nodeOffset(const DataTypeTable& table, const Root& root, ElementWalk& walk,
+               const OffsetKind& kind, int dfsIdx) {
     const Instance instance = splitIndex(root.type, dfsIdx);
     DFSElementCache& node = *root.type.getCachedElement(dfsIdx);
     if (node.*kind.ofNode != -1) {
         return node.*kind.ofNode;
     }
-    long long offset = copyOffset(table, kind, root.typeId, instance.number);
     if (instance.number > 0) {
-        offset += nodeOffset(table, root, kind, instance.index);
+        const long long inInstance = nodeOffset(table, root, walk, kind, instance.index);
+        node.*kind.ofNode =
+            truncateToInt(inInstance + copyOffset(table, kind, root.typeId, instance.number));
+        return node.*kind.ofNode;
+    }
+    const Place place = walk.find(table, root, dfsIdx);
+    const std::vector<Level>& path = walk.path();
+    const Entries entries(path, path.size(), dfsIdx);
+    std::size_t level = entries.firstKnown(kind.ofNode, -1);
+    int offset = 0;
+    if (level < entries.size()) {
+        offset = entries[level].*kind.ofNode;
     } else {
-        const Place place = locateNode(table, root, dfsIdx);
-        offset += nestingOffset(table, root, kind, *place.within);
-        if (place.element >= 0) {
-            offset += elementOffset(place, kind, dfsIdx);
+        offset = offsetInInnermost(place, path.back(), kind, dfsIdx);
+        level = entries.size() - 1;
+        if (path.size() > entries.size()) {
+            offset = truncateToInt(static_cast<long long>(offset) + walk.pathOffset(table, kind));
+            entries[level].*kind.ofNode = offset;
         }
     }
-    node.*kind.ofNode = truncateToInt(offset);
-    return node.*kind.ofNode;
+    for (; level > 0; --level) {
+        offset =
+            truncateToInt(static_cast<long long>(offset) + walk.offsetInParent(table, kind, level));
+        entries[level - 1].*kind.ofNode = offset;
+    }
+    return offset;
 }
 
 } // namespace TVTypeSys

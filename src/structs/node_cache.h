@@ -15,13 +15,12 @@ struct Instance {
 /// Splits a depth-first index into instance and index. Throws InvalidStructIndex.
 Instance splitIndex(const StructDataType& type, int dfsIdx);
 
-/// Finds the place of a node of the first instance. Throws InvalidStructIndex.
-Place locateNode(const DataTypeTable& table, const Root& root, int dfsIdx);
-
 /// Returns the element of a node, and makes one for a struct. Throws InvalidStructIndex.
-StructElement& nodeElement(const DataTypeTable& table, const Root& root, int dfsIdx);
+StructElement& nodeElement(const DataTypeTable& table, const Root& root, ElementWalk& walk,
+                           int dfsIdx);
 
 /// Returns the offset of a node from the start of the first instance. Throws InvalidStructIndex.
-int nodeOffset(const DataTypeTable& table, const Root& root, const OffsetKind& kind, int dfsIdx);
+int nodeOffset(const DataTypeTable& table, const Root& root, ElementWalk& walk,
+               const OffsetKind& kind, int dfsIdx);
 
 } // namespace TVTypeSys

@@ -9,14 +9,6 @@
 
 namespace TVTypeSys {
 
-namespace {
-
-Place locateScalar(const DataTypeTable& table, const Root& root, int rawIdx) {
-    return locate(table, root, &ViewCache::raw, rawIdx);
-}
-
-} // namespace
-
 RawElementAccess::RawElementAccess(const DataTypeTable* table, int dataTypeId)
     : table_(table), dataTypeId_(dataTypeId) {}
 
@@ -28,36 +20,43 @@ int RawElementAccess::getNumElements() {
 
 void RawElementAccess::computeDataTypeIdAndIndex(int rawIdx, int& immediateIdx, int& dataTypeId,
                                                  int& rawBase) {
-    StructDataType& type = requireStruct(*table_, dataTypeId_);
-    ElementStarts& starts = ViewCache::get(type).raw.starts;
-    // Raw indices from the start of the struct: of the start of the search, and of the scalar.
-    const std::int64_t from = starts.start(*table_, type, immediateIdx);
-    const std::int64_t wanted = from + rawIdx - rawBase;
-    if (wanted < from || wanted > std::numeric_limits<int>::max()) {
-        throwInvalidIndex(type, rawIdx);
+    const Root root = findRoot(*table_, dataTypeId_);
+    if (rawBase > rawIdx) {
+        dataTypeId = requireElement(root.type, immediateIdx).dataTypeId;
+        return;
     }
-    const Step step = starts.find(*table_, type, static_cast<int>(wanted));
-    rawBase = truncateToInt(rawBase + starts.start(*table_, type, step.element) - from);
+    ElementStarts& starts = ViewPositions::get(positions_, root).raw.starts(root.type);
+    // Raw indices from the start of the struct: of the start of the search, and of the scalar.
+    const std::int64_t from = starts.start(*table_, root.type, immediateIdx);
+    const std::int64_t wanted = from + rawIdx - rawBase;
+    if (wanted > std::numeric_limits<int>::max()) {
+        throwInvalidIndex(root.type, rawIdx);
+    }
+    const Step step = starts.find(*table_, root.type, static_cast<int>(wanted));
+    rawBase = truncateToInt(rawBase + starts.start(*table_, root.type, step.element) - from);
     immediateIdx = step.element;
     dataTypeId = step.typeId;
 }
 
 int RawElementAccess::getDataTypeId(int rawIdx) {
-    return locateScalar(*table_, findRoot(*table_, dataTypeId_), rawIdx).typeId;
+    const Root root = findRoot(*table_, dataTypeId_);
+    return ViewPositions::get(positions_, root).raw.find(*table_, root, rawIdx).typeId;
 }
 
 int RawElementAccess::getUnitId(int rawIdx) {
-    const Place place = locateScalar(*table_, findRoot(*table_, dataTypeId_), rawIdx);
+    const Root root = findRoot(*table_, dataTypeId_);
+    const Place place = ViewPositions::get(positions_, root).raw.find(*table_, root, rawIdx);
     return requireElement(*place.type, place.element).unitId;
 }
 
 int RawElementAccess::getOffset(int rawIdx) {
     const Root root = findRoot(*table_, dataTypeId_);
-    const Place place = locateScalar(*table_, root, rawIdx);
+    ElementWalk& walk = ViewPositions::get(positions_, root).raw;
+    const Place place = walk.find(*table_, root, rawIdx);
     const long long scalarsBefore = rawIdx - place.start;
     const long long inStruct = requireElement(*place.type, place.element).offset +
                                scalarsBefore * typeSize(*table_, place.typeId);
-    return truncateToInt(inStruct + nestingOffset(*table_, root, byteOffset, *place.within));
+    return truncateToInt(inStruct + walk.pathOffset(*table_, byteOffset));
 }
 
 } // namespace TVTypeSys

@@ -1,10 +1,24 @@
+#include "structs/element_cache.h"
 #include "structs/element_properties.h"
-#include "structs/view_cache.h"
 
 #include <tvtypes/structs/struct_data_type.h>
 
+#include <atomic>
+#include <iterator>
+#include <utility>
+
+namespace {
+
+/// Returns a number that it has not returned before.
+std::uint64_t nextVersion() {
+    static constinit std::atomic<std::uint64_t> last{0};
+    return ++last;
+}
+
+} // namespace
+
 StructDataType::StructDataType(int id, const std::string& name, DataTypeSource source)
-    : DataType(id, name, source) {
+    : DataType(id, name, source), layoutVersion_(nextVersion()) {
     DataType::setType(TVTypeSys::DataTypeQualifierStruct);
 }
 
@@ -22,31 +36,35 @@ std::vector<int> StructDataType::dependsOn() const {
 int StructDataType::getNumElements() const { return static_cast<int>(elements_.size()); }
 
 void StructDataType::setNumElements(int count) {
-    forgetPositions();
-    elements_.clear();
+    std::vector<std::unique_ptr<StructElement>> owned;
+    std::vector<StructElement*> elements;
     for (int i = 0; i < count; ++i) {
-        ownedElements_.push_back(std::make_unique<StructElement>());
-        elements_.push_back(ownedElements_.back().get());
+        owned.push_back(std::make_unique<StructElement>());
+        elements.push_back(owned.back().get());
     }
+    ownedElements_.insert(ownedElements_.end(), std::make_move_iterator(owned.begin()),
+                          std::make_move_iterator(owned.end()));
+    elements_ = std::move(elements);
+    layoutVersion_ = nextVersion();
 }
 
 const std::vector<StructElement*>& StructDataType::getElements() const { return elements_; }
 
 int StructDataType::getNumFlatElements() const { return numFlatElements_; }
 void StructDataType::setNumFlatElements(int count) {
-    forgetPositions();
+    layoutVersion_ = nextVersion();
     numFlatElements_ = count;
 }
 
 int StructDataType::getNumRawElements() const { return numRawElements_; }
 void StructDataType::setNumRawElements(int count) {
-    forgetPositions();
+    layoutVersion_ = nextVersion();
     numRawElements_ = count;
 }
 
 int StructDataType::getNumDFSElements() const { return numDFSElements_; }
 void StructDataType::setNumDFSElements(int count) {
-    forgetPositions();
+    layoutVersion_ = nextVersion();
     numDFSElements_ = count;
 }
 
@@ -76,12 +94,8 @@ void StructDataType::setDtChecksumValue(const tvChecksumValue& value) { checksum
 bool StructDataType::isBusType() const { return false; }
 
 DFSElementCache* StructDataType::getCachedElement(int dfsIdx) {
-    return &TVTypeSys::ViewCache::get(*this).nodes[dfsIdx];
-}
-
-/// Clears the cached positions, which depend on the elements and counts.
-void StructDataType::forgetPositions() {
-    if (viewCache_ != nullptr) {
-        viewCache_->clearPositions();
+    if (elementCache_ == nullptr) {
+        elementCache_ = std::make_unique<TVTypeSys::ElementCache>();
     }
+    return &elementCache_->nodes[dfsIdx];
 }

@@ -4,7 +4,8 @@
 
 #include <tvtypes/datatypetable.h>
 
-#include <vector>
+#include <algorithm>
+#include <limits>
 
 namespace TVTypeSys {
 
@@ -12,53 +13,9 @@ Root findRoot(const DataTypeTable& table, int typeId) {
     return {requireStruct(table, typeId), typeId};
 }
 
-StructDataType& nestingType(const DataTypeTable& table, const Root& root, const Nesting& nesting) {
-    return nesting.parent == nullptr ? root.type : requireStruct(table, nesting.typeId);
-}
-
-int nestingTypeId(const Root& root, const Nesting& nesting) {
-    return nesting.parent == nullptr ? root.typeId : nesting.typeId;
-}
-
-Place locate(const DataTypeTable& table, const Root& root, NumberingCache ViewCache::*numbering,
-             int index) {
-    if (index < 0) {
-        throwInvalidIndex(root.type, index);
-    }
-    Nestings& nestings = (ViewCache::get(root.type).*numbering).nestings;
-    Nesting* nesting = &nestings.innermost(index);
-    while (true) {
-        StructDataType& type = nestingType(table, root, *nesting);
-        NumberingCache& cache = ViewCache::get(type).*numbering;
-        const int inNesting = index - nesting->start;
-        if (inNesting < cache.firstElement) {
-            return {nesting, &type, -1, nestingTypeId(root, *nesting), nesting->start};
-        }
-        const Step step = cache.starts.find(table, type, inNesting);
-        const int start = nesting->start + step.start;
-        if (!step.copy) {
-            return {nesting, &type, step.element, step.typeId, start};
-        }
-        // Detects a cycle: more nestings than types means that a struct contains itself.
-        if (nesting->depth > table.getNumDataTypes()) {
-            throwInvalidIndex(root.type, index);
-        }
-        Nesting found;
-        found.parent = nesting;
-        found.typeId = step.typeId;
-        found.element = step.element;
-        found.copy = *step.copy;
-        found.start = start;
-        found.end = start + step.copySize;
-        found.depth = nesting->depth + 1;
-        nesting = &nestings.add(found);
-    }
-}
-
-constinit const OffsetKind byteOffset{&StructElement::offset, &Nesting::offset,
-                                      &DFSElementCache::offset, true};
-constinit const OffsetKind varDimsOffset{&StructElement::varDimsOffset, &Nesting::varDimsOffset,
-                                         &DFSElementCache::varDimsOffset, false};
+constinit const OffsetKind byteOffset{&StructElement::offset, &DFSElementCache::offset, 0, true};
+constinit const OffsetKind varDimsOffset{&StructElement::varDimsOffset,
+                                         &DFSElementCache::varDimsOffset, 1, false};
 
 int copyOffset(const DataTypeTable& table, const OffsetKind& kind, int typeId, int copy) {
     return kind.differsByCopy && copy > 0
@@ -66,23 +23,100 @@ int copyOffset(const DataTypeTable& table, const OffsetKind& kind, int typeId, i
                : 0;
 }
 
-int nestingOffset(const DataTypeTable& table, const Root& root, const OffsetKind& kind,
-                  Nesting& nesting) {
-    std::vector<Nesting*> unknown;
-    Nesting* known = &nesting;
-    for (; known->*kind.ofNesting == -1; known = known->parent) {
-        unknown.push_back(known);
+Place ElementWalk::find(const DataTypeTable& table, const Root& root, int index) {
+    if (index < 0) {
+        throwInvalidIndex(root.type, index);
     }
-    int offset = known->*kind.ofNesting;
-    for (; !unknown.empty(); unknown.pop_back()) {
-        Nesting* const inner = unknown.back();
-        const StructDataType& parent = nestingType(table, root, *inner->parent);
-        const long long inParent = requireElement(parent, inner->element).*kind.ofElement;
-        offset =
-            truncateToInt(offset + inParent + copyOffset(table, kind, inner->typeId, inner->copy));
-        inner->*kind.ofNesting = offset;
+    while (!path_.empty() && (index < path_.back().start || index >= path_.back().end)) {
+        path_.pop_back();
     }
-    return offset;
+    // The levels whose types are read below and by offsetInParent. A nested type may have been
+    // replaced in the table since the last call.
+    const auto shallow =
+        path_.begin() + static_cast<std::ptrdiff_t>(std::min(path_.size(), maxShallow));
+    const auto isCurrentLevel = [&](const Level& level) { return isCurrent(table, level); };
+    if (path_.empty() || path_.front().typeId != root.typeId || !isCurrent(table, path_.back()) ||
+        !std::all_of(path_.begin(), shallow, isCurrentLevel)) {
+        path_.clear();
+        Level level;
+        level.type = &root.type;
+        level.version = version(root.type);
+        level.typeId = root.typeId;
+        level.end = std::numeric_limits<std::int64_t>::max();
+        path_.push_back(level);
+    }
+    while (true) {
+        const Level& level = path_.back();
+        const int inLevel = index - level.start;
+        if (inLevel < numbering_.first) {
+            return {level.type, -1, level.typeId, level.start};
+        }
+        const Step step = starts(*level.type).find(table, *level.type, inLevel);
+        if (!step.copy) {
+            return {level.type, step.element, step.typeId, level.start + step.start};
+        }
+        // Detects a cycle: more levels than types means that a struct contains itself.
+        if (path_.size() > static_cast<std::size_t>(table.getNumDataTypes())) {
+            throwInvalidIndex(root.type, index);
+        }
+        enter(table, step);
+    }
+}
+
+/// Returns whether the type of a level is still the one with its id, with the same elements.
+bool ElementWalk::isCurrent(const DataTypeTable& table, const Level& level) const {
+    const StructDataType* const type =
+        table.isDataTypeIdValid(level.typeId) ? findStruct(table, level.typeId) : nullptr;
+    return type == level.type && version(*type) == level.version;
+}
+
+/// Adds the level of a copy to the path.
+void ElementWalk::enter(const DataTypeTable& table, const Step& step) {
+    const Level& parent = path_.back();
+    Level level;
+    level.type = &requireStruct(table, step.typeId);
+    level.version = version(*level.type);
+    level.typeId = step.typeId;
+    level.element = step.element;
+    level.copy = *step.copy;
+    level.start = parent.start + step.start;
+    // Clients may set inconsistent counts: the range must stay within the parent.
+    level.end = std::min(level.start + step.copySize, parent.end);
+    if (path_.size() >= maxShallow) {
+        for (const OffsetKind* kind : {&byteOffset, &varDimsOffset}) {
+            const long long inParent =
+                requireElement(*parent.type, step.element).*(kind->ofElement);
+            level.deepOffsets[kind->index] =
+                truncateToInt(parent.deepOffsets[kind->index] + inParent +
+                              copyOffset(table, *kind, step.typeId, level.copy));
+        }
+    }
+    path_.push_back(level);
+}
+
+int ElementWalk::offsetInParent(const DataTypeTable& table, const OffsetKind& kind,
+                                std::size_t level) const {
+    const Level& inner = path_[level];
+    const long long inParent =
+        requireElement(*path_[level - 1].type, inner.element).*kind.ofElement;
+    return truncateToInt(inParent + copyOffset(table, kind, inner.typeId, inner.copy));
+}
+
+int ElementWalk::pathOffset(const DataTypeTable& table, const OffsetKind& kind) const {
+    long long offset = path_.back().deepOffsets[kind.index];
+    for (std::size_t level = 1; level < std::min(path_.size(), maxShallow); ++level) {
+        offset += offsetInParent(table, kind, level);
+    }
+    return truncateToInt(offset);
+}
+
+ElementStarts& ElementWalk::starts(const StructDataType& type) {
+    const auto found = starts_.find(&type);
+    if (found != starts_.end() && found->second.version == version(type)) {
+        return found->second.starts;
+    }
+    const TypeStarts none{version(type), ElementStarts(numbering_)};
+    return starts_.insert_or_assign(&type, none).first->second.starts;
 }
 
 } // namespace TVTypeSys

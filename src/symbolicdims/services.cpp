@@ -1,4 +1,5 @@
 #include "services/errors.h"
+#include "services/own_messages.h"
 
 #include <tvtypes/symbolicdims/services.h>
 #include <tvtypes/symbolicdims/table.h>
@@ -72,8 +73,7 @@ void Concat::ComputeInput(SymbolicDimsTable* table, const std::vector<int>& inpu
     }
     const auto axis = static_cast<std::size_t>(concatDim);
     if (unknowns <= 1 && (concatDim < 0 || axis >= output.size())) {
-        throwError(
-            dimensions::InvalidDimensionIndex(concatDim, static_cast<std::int64_t>(output.size())));
+        throwError(own::InvalidDimensionIndex(concatDim, static_cast<std::int64_t>(output.size())));
     }
     unknownIndex = unknown;
     if (unknowns > 1) {

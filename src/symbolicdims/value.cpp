@@ -1,4 +1,5 @@
 #include "services/errors.h"
+#include "services/own_messages.h"
 #include "symbolicdims/ids.h"
 
 #include <tvtypes/symbolicdims/table.h>
@@ -72,8 +73,13 @@ unsigned long SymbolicDims::getNumDimensions() const {
 
 SymbolicDims SymbolicDims::getDimension(unsigned long index) const {
     const TV::SymbolicExpr& expression = getExpression(*table_, id_);
-    if (expression.getNumDimensions() == 0) {
+    const unsigned long available = expression.getNumDimensions();
+    if (available == 0) {
         return *this;
+    }
+    if (index >= available) {
+        throwError(own::InvalidDimensionIndex(static_cast<std::int64_t>(index),
+                                              static_cast<std::int64_t>(available)));
     }
     return {table_, toDimsId(expression.getDimension(index))};
 }
@@ -86,7 +92,7 @@ SymbolicDims SymbolicDims::getSize(unsigned long count) const {
     }
     if (count > available) {
         const auto firstMissing = static_cast<std::int64_t>(available);
-        throwError(dimensions::InvalidDimensionIndex(firstMissing, firstMissing));
+        throwError(own::InvalidDimensionIndex(firstMissing, firstMissing));
     }
     TV::SymbolicExprTable& expressions = *table_->expressions_;
     unsigned long product = expression.getDimension(0);

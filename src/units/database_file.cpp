@@ -1,5 +1,6 @@
 #include "services/error_list.h"
 #include "services/errors.h"
+#include "services/own_messages.h"
 #include "services/text.h"
 #include "services/variable_file.h"
 #include "units/unit_lookup.h"
@@ -19,6 +20,9 @@ class Record {
 
     std::u16string text(const char* field) const {
         return required(records_.text(index_, field), field);
+    }
+    std::string narrowText(const char* field) const {
+        return required(records_.narrowText(index_, field), field);
     }
 
     Rational rational(const char* numerator, const char* denominator, const char* exponent) const {
@@ -42,7 +46,7 @@ class Record {
     template <class Value>
     Value required(std::optional<Value> value, const char* field) const {
         if (!value) {
-            throwError(units::UnitDatabaseFileLoadRecordError(
+            throwError(own::UnitDatabaseFileLoadRecordError(
                 variable_, static_cast<std::int64_t>(index_), field));
         }
         return *std::move(value);
@@ -65,12 +69,29 @@ std::unique_ptr<UnitBase> readAbstractUnit(const Record& record) {
     return unit;
 }
 
-std::unique_ptr<UnitBase> readUnit(const UnitDatabase& database, const Record& record) {
-    const std::u16string name = record.text("Name");
-    const std::u16string symbol = record.text("Symbol");
+/// Splits a text at its commas. Most units belong to the same systems as the unit before.
+class SystemNames {
+  public:
+    const std::vector<std::u16string>& split(const std::u16string& text) {
+        if (text != text_) {
+            names_ = splitAtCommas(text);
+            text_ = text;
+        }
+        return names_;
+    }
+
+  private:
+    std::u16string text_;
+    std::vector<std::u16string> names_;
+};
+
+std::unique_ptr<UnitBase> readUnit(const UnitDatabase& database, const Record& record,
+                                   SystemNames& systemNames) {
+    std::u16string name = record.text("Name");
+    std::u16string symbol = record.text("Symbol");
     const std::u16string expression = record.text("Expression");
     const std::u16string aliases = record.text("Alias");
-    const std::u16string display = record.text("Display");
+    std::string display = record.narrowText("Display");
     const std::u16string systems = record.text("UnitSystem");
     const std::u16string quantity = record.text("AbstractUnit");
     const UnitBase* abstractUnit = UnitLookup::abstract(database, quantity).first;
@@ -79,9 +100,11 @@ std::unique_ptr<UnitBase> readUnit(const UnitDatabase& database, const Record& r
     }
     const Rational scaling = record.scaling();
     std::unique_ptr<UnitBase> unit(
-        UnitFactory::createUnit(0, name, expression, narrow(display), scaling, record.offset(), {},
-                                "", splitAtCommas(systems), false, boost::cref(*abstractUnit)));
-    unit->symbol = symbol;
+        UnitFactory::createUnit(0, {}, expression, {}, scaling, record.offset(), {}, {},
+                                systemNames.split(systems), false, boost::cref(*abstractUnit)));
+    unit->name = std::move(name);
+    unit->symbol = std::move(symbol);
+    unit->display = std::move(display);
     unit->aliases = splitAtCommas(aliases);
     return unit;
 }
@@ -114,7 +137,7 @@ void UnitDatabase::loadUnitDatabase(const std::u16string& path) {
     if (!opened) {
         ErrorList failure;
         failure.add(units::UnitDatabaseFileOpenError(shownPath));
-        failure.add(units::UnitDatabaseFileUnreadable(VariableFile::openError()));
+        failure.add(own::UnitDatabaseFileUnreadable(VariableFile::openError()));
         failure.throwIfAny();
     }
     const VariableFile& file = *opened;
@@ -123,6 +146,7 @@ void UnitDatabase::loadUnitDatabase(const std::u16string& path) {
         repository.addUnit(std::move(unit));
     };
     ErrorList errors;
+    SystemNames systemNames;
     readAll(
         file, "unitSystems", shownPath, errors, [](std::size_t) {},
         [&](const Record& record) { addUnitSystem(readUnitSystem(record)); });
@@ -132,7 +156,7 @@ void UnitDatabase::loadUnitDatabase(const std::u16string& path) {
         [&](const Record& record) { add(*abstractUnits_, readAbstractUnit(record)); });
     readAll(
         file, "units", shownPath, errors, [&](std::size_t count) { units_->reserve(count); },
-        [&](const Record& record) { add(*units_, readUnit(*this, record)); });
+        [&](const Record& record) { add(*units_, readUnit(*this, record, systemNames)); });
     errors.throwIfAny();
 }
 

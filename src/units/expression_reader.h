@@ -4,8 +4,9 @@
 
 #include "units/factor_list.h"
 
+#include <boost/container/small_vector.hpp>
+
 #include <string_view>
-#include <vector>
 
 namespace TVTypeSys {
 
@@ -56,7 +57,7 @@ class ExpressionReader {
 
     bool operate(int sign);
 
-    std::vector<Level> levels_;
+    boost::container::small_vector<Level, 4> levels_;
     FactorList factors_;
 };
 

@@ -6,11 +6,12 @@
 
 #include <tvtypes/units/expression.h>
 
+#include <boost/container/small_vector.hpp>
+
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
 namespace TVTypeSys {
 
@@ -51,7 +52,7 @@ class FactorList {
         std::u16string_view name;
         std::int32_t power;
     };
-    std::vector<Factor> factors_;
+    boost::container::small_vector<Factor, 8> factors_;
 };
 
 } // namespace TVTypeSys

@@ -1,6 +1,9 @@
-#include "units/fundamental_units.h"
-
 #include "services/text.h"
+
+#include <tvtypes/units/fundamental_units.h>
+
+#include <memory>
+#include <utility>
 
 namespace TVTypeSys {
 
@@ -29,14 +32,20 @@ constexpr Texts dimensionlessQuantities[] = {
 };
 // clang-format on
 
-/// Takes ownership of a unit and sets its texts. The expression of a fundamental unit is never
-/// parsed.
-UnitBase& add(boost::ptr_vector<UnitBase>& units, UnitBase* unit, const char* symbol,
-              const char* name) {
-    units.push_back(unit);
-    unit->symbol = wide(symbol);
-    unit->name = wide(name);
-    return *unit;
+void setTexts(UnitBase& unit, const char* symbol, const char* name) {
+    unit.symbol = wide(symbol);
+    unit.name = wide(name);
+}
+
+/// Adds a unit to its owner and to its set.
+UnitBase::Reference add(boost::ptr_vector<UnitBase>& owner, UnitBase::ReferenceSet& set,
+                        std::unique_ptr<UnitBase> unit) {
+    // Reserved first: the unit must not be listed if it cannot be owned.
+    owner.reserve(owner.size() + 1);
+    const auto reference = boost::cref(*unit);
+    set.insert(reference);
+    owner.push_back(unit.release());
+    return reference;
 }
 
 } // namespace
@@ -52,41 +61,41 @@ FundamentalUnits::FundamentalUnits() {
     }
 }
 
+FundamentalUnits::~FundamentalUnits() = default;
+
+AbstractUnit* FundamentalUnits::createAbstractUnit(const char* expression, const char* symbol,
+                                                   const char* name) const {
+    std::unique_ptr<AbstractUnit> unit(
+        UnitFactory::createAbstractUnit(wide(expression), Rational::unity, Rational::zero));
+    setTexts(*unit, symbol, name);
+    return unit.release();
+}
+
 UnitBase::Reference FundamentalUnits::createAndAddAbstractUnit(const char* expression,
                                                                const char* symbol,
                                                                const char* name) {
-    UnitBase& unit =
-        add(abstractUnits_,
-            UnitFactory::createAbstractUnit(wide(expression), Rational::unity, Rational::zero),
-            symbol, name);
-    const auto reference = boost::cref<UnitBase>(unit);
-    unit.addToFundamentalExprAST(reference, {1, 0});
-    abstractUnitSet_.insert(reference);
-    return reference;
+    std::unique_ptr<UnitBase> unit(createAbstractUnit(expression, symbol, name));
+    unit->addToFundamentalExprAST(boost::cref(*unit), {1, 0});
+    return add(abstractUnits_, abstractUnitSet_, std::move(unit));
 }
 
 void FundamentalUnits::createAndAddConcreteUnit(const char* expression, const char* symbol,
                                                 const char* name,
                                                 const UnitBase::Reference& abstractUnit) {
-    UnitBase& unit = add(
-        concreteUnits_,
-        UnitFactory::createUnit(wide(expression), Rational::unity, Rational::zero, abstractUnit),
-        symbol, name);
-    const auto reference = boost::cref<UnitBase>(unit);
-    unit.addToFundamentalExprAST(reference, {1, 0});
-    concreteUnitSet_.insert(reference);
+    std::unique_ptr<UnitBase> unit(
+        UnitFactory::createUnit(wide(expression), Rational::unity, Rational::zero, abstractUnit));
+    setTexts(*unit, symbol, name);
+    unit->addToFundamentalExprAST(boost::cref(*unit), {1, 0});
+    add(concreteUnits_, concreteUnitSet_, std::move(unit));
 }
 
 void FundamentalUnits::createAndAddDimensionlessAbstractUnit(const char* expression,
                                                              const char* symbol, const char* name) {
-    UnitBase& unit =
-        add(dimensionlessAbstractUnits_,
-            UnitFactory::createAbstractUnit(wide(expression), Rational::unity, Rational::zero),
-            symbol, name);
+    std::unique_ptr<UnitBase> unit(createAbstractUnit(expression, symbol, name));
     for (const UnitBase::Reference& quantity : abstractUnitSet_) {
-        unit.addToFundamentalExprAST(quantity, {0, 0});
+        unit->addToFundamentalExprAST(quantity, {0, 0});
     }
-    dimensionlessAbstractUnitSet_.insert(boost::cref<UnitBase>(unit));
+    add(dimensionlessAbstractUnits_, dimensionlessAbstractUnitSet_, std::move(unit));
 }
 
 } // namespace TVTypeSys

@@ -33,20 +33,26 @@ Monomial Monomial::power(const Monomial& exponent) const { return power(exponent
 Monomial& Monomial::operator*=(const Monomial& other) {
     const std::size_t held = std::min(names.size(), powers.size());
     const std::size_t added = std::min(other.names.size(), other.powers.size());
-    // Reserved, since NamePositions requires stable strings.
-    names.resize(held);
-    names.reserve(held + added);
-    powers.resize(held);
-    NamePositions positions(names);
+    // A copy, so that nothing changes if memory runs out. Reserved, since NamePositions requires
+    // stable strings.
+    std::vector<std::u16string> mergedNames;
+    std::vector<std::int32_t> mergedPowers;
+    mergedNames.reserve(held + added);
+    mergedPowers.reserve(held + added);
+    mergedNames.assign(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(held));
+    mergedPowers.assign(powers.begin(), powers.begin() + static_cast<std::ptrdiff_t>(held));
+    NamePositions positions(mergedNames);
     for (std::size_t i = 0; i < added; ++i) {
         const std::size_t position = positions.find(other.names[i], held);
         if (position < held) {
-            powers[position] = wrappingSum(powers[position], other.powers[i]);
+            mergedPowers[position] = wrappingSum(mergedPowers[position], other.powers[i]);
         } else {
-            names.push_back(other.names[i]);
-            powers.push_back(other.powers[i]);
+            mergedNames.push_back(other.names[i]);
+            mergedPowers.push_back(other.powers[i]);
         }
     }
+    names = std::move(mergedNames);
+    powers = std::move(mergedPowers);
     return *this;
 }
 

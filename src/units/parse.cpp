@@ -2,10 +2,14 @@
 
 #include <tvtypes/units/expression.h>
 
+#include <memory>
+
 bool parseUnitExpr(const std::u16string& expression, Monomial& result) {
     using TVTypeSys::ExpressionReader;
     using TVTypeSys::UnitExprIterator;
-    static const TVTypeSys::UnitExprParser<ExpressionReader, UnitExprIterator> parser;
+    using Parser = TVTypeSys::UnitExprParser<ExpressionReader, UnitExprIterator>;
+    // Never destroyed: destructors of static objects may parse.
+    static const Parser& parser = *std::make_unique<const Parser>().release();
 
     // The terminating null ends a lone surrogate at the end of the text: the iterator throws.
     UnitExprIterator position(expression.data());

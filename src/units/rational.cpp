@@ -1,9 +1,9 @@
+#include "units/power_of_ten.h"
 #include "units/wrapping_arithmetic.h"
 
 #include <tvtypes/units/rational.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 #include <numeric>
@@ -21,6 +21,9 @@ constexpr double greatestPartLog10 = 9.331929865381182;
 /// Reduces a fraction. Boost's normalisation negates and divides in int, which overflows for
 /// INT_MIN.
 boost::rational<int> reduced(int numerator, int denominator) {
+    if (denominator == 1) { // the most frequent one
+        return boost::rational<int>(numerator);
+    }
     if (denominator == 0 || (numerator != Limits::min() && denominator != Limits::min())) {
         return {numerator, denominator};
     }
@@ -67,29 +70,13 @@ int narrow(double& a, double& b) {
     }
     double& wide = a > b ? a : b;
     const int power = static_cast<int>(std::ceil(std::log10(wide) - greatestPartLog10));
-    wide /= std::pow(10.0, power);
+    wide /= powerOfTen(power);
     return &wide == &a ? power : -power;
 }
 
 /// std::pow, faster for a base or exponent of 1, which are the common cases.
 double partPower(double part, double power) {
     return power == 1.0 || part == 1.0 ? part : std::pow(part, power);
-}
-
-constexpr int largestTabulated = 64;
-
-/// std::pow(10.0, exponent), tabulated for the exponents that units have.
-double powerOfTen(int exponent) {
-    static const auto table = [] {
-        std::array<double, 2 * largestTabulated + 1> powers;
-        int power = -largestTabulated;
-        for (double& entry : powers) {
-            entry = std::pow(10.0, power++);
-        }
-        return powers;
-    }();
-    const bool isTabulated = -largestTabulated <= exponent && exponent <= largestTabulated;
-    return isTabulated ? table.data()[largestTabulated + exponent] : std::pow(10.0, exponent);
 }
 
 double valueOf(const Rational& number) {
@@ -122,7 +109,7 @@ void Rational::simplifyFraction() {
         exponent_ = wrappingSum(exponent_, -1);
     }
     if (top != numerator() || bottom != denominator()) {
-        fraction_ = boost::rational<int>(top, bottom);
+        fraction_ = reduced(top, bottom);
     }
 }
 
@@ -171,7 +158,7 @@ Rational Rational::safeConvertToRational<double>(double numerator, double denomi
     }
     const int top = static_cast<int>(positive ? a : -a);
     const int bottom = static_cast<int>(b);
-    return Rational(boost::rational<int>(top, bottom), exponent, lossy ? 1 : 0);
+    return Rational(reduced(top, bottom), exponent, lossy ? 1 : 0);
 }
 
 } // namespace TVTypeSys

@@ -8,6 +8,7 @@
 #include <tvtypes/units/unit.h>
 
 #include <algorithm>
+#include <new>
 #include <ostream>
 
 namespace TVTypeSys {
@@ -65,12 +66,24 @@ void UnitBase::parseExpressionAndGenerateAST() {
 }
 
 void UnitBase::addTerms(const Monomial& terms) {
-    for (std::size_t i = 0; i < terms.names.size(); ++i) {
-        addTerm(*this, getFirstMatchingUnitInDatabase(terms.names[i]), terms.powers[i]);
-    }
-    updateBaseScalingFactor(scaling, 1);
-    if (scaling.precision() == 1) {
-        reportWarning(units::LossOfPrecision(narrow(symbol)));
+    // Empty, unless the unit is parsed again.
+    TermMap previousTerms = exprTermMap;
+    TermMap previousForm = fundamentalExprAST;
+    Rational previousFactor = Rational::unity;
+    previousFactor = baseScalingFactor; // with its flag
+    try {
+        for (std::size_t i = 0; i < terms.names.size(); ++i) {
+            addTerm(*this, getFirstMatchingUnitInDatabase(terms.names[i]), terms.powers[i]);
+        }
+        updateBaseScalingFactor(scaling, 1);
+        if (scaling.precision() == 1) {
+            reportWarning(units::LossOfPrecision(narrow(symbol)));
+        }
+    } catch (const std::bad_alloc&) {
+        exprTermMap.swap(previousTerms);
+        fundamentalExprAST.swap(previousForm);
+        baseScalingFactor = previousFactor;
+        throw;
     }
 }
 

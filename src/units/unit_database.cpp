@@ -1,20 +1,24 @@
 #include "services/text.h"
 #include "services/variable_file.h"
-#include "units/fundamental_units.h"
 #include "units/unit_repository.h"
 
 #include <tvtypes/units/database.h>
+#include <tvtypes/units/fundamental_units.h>
 
 #include <algorithm>
 #include <iterator>
+#include <mutex>
 #include <ostream>
+#include <string_view>
+#include <thread>
 
 namespace TVTypeSys {
 
 namespace {
 
 const std::u16string& symbolAt(const UnitBase::ReferenceSet& units, unsigned long index) {
-    static const std::u16string none;
+    // Never destroyed: destructors of static objects may use units.
+    static const std::u16string& none = *std::make_unique<const std::u16string>().release();
     return index < units.size()
                ? std::next(units.begin(), static_cast<std::ptrdiff_t>(index))->get().symbol
                : none;
@@ -22,16 +26,33 @@ const std::u16string& symbolAt(const UnitBase::ReferenceSet& units, unsigned lon
 
 void addMatching(const UnitBase::ReferenceSet& units, const std::u16string& text,
                  UnitBase::ReferenceSet& list) {
-    std::copy_if(units.begin(), units.end(), std::inserter(list, list.end()),
+    UnitBase::ReferenceSet matching;
+    std::copy_if(units.begin(), units.end(), std::inserter(matching, matching.end()),
                  [&](const UnitBase& unit) { return unit.symbol == text || unit.name == text; });
+    list.merge(matching);
 }
+
+constexpr std::u16string_view databasePath =
+    u"/toolbox/torvane/torvane_foundation/unitdatabase.oxd";
+
+/// Creation and loading of the database of the process. Never destroyed, since destructors of
+/// static objects may use units.
+struct Loading {
+    std::mutex mutex;
+    std::atomic<std::thread::id> thread; ///< that holds the mutex
+
+    static Loading& get() {
+        static Loading& loading = *std::make_unique<Loading>().release();
+        return loading;
+    }
+};
 
 } // namespace
 
 constinit std::unique_ptr<UnitDatabase> UnitDatabase::_unit_database_;
-constinit unsigned UnitDatabase::generation_ = 1;
-const std::u16string UnitDatabase::unitDBPath =
-    u"/toolbox/torvane/torvane_foundation/unitdatabase.oxd";
+constinit std::atomic<UnitDatabase*> UnitDatabase::published_ = nullptr;
+constinit std::atomic<unsigned> UnitDatabase::generation_ = 1;
+const std::u16string UnitDatabase::unitDBPath(databasePath);
 
 UnitDatabase::UnitDatabase()
     : fundamentalUnits_(std::make_unique<FundamentalUnits>()),
@@ -42,18 +63,41 @@ UnitDatabase::~UnitDatabase() { forget(); }
 
 void UnitDatabase::forget() {
     loaded_ = false;
-    ++generation_;
+    UnitDatabase* self = this;
+    if (published_.compare_exchange_strong(self, nullptr)) {
+        ++generation_;
+    }
 }
 
 UnitDatabase* UnitDatabase::getUnitDatabase() {
+    UnitDatabase* const published = published_.load(std::memory_order_acquire);
+    if (published != nullptr && published == _unit_database_.get()) {
+        return published;
+    }
+    Loading& loading = Loading::get();
+    if (loading.thread.load(std::memory_order_relaxed) == std::this_thread::get_id()) {
+        return _unit_database_.get(); // for a unit that is being loaded and looks up another one
+    }
+    const std::lock_guard lock(loading.mutex);
     if (!_unit_database_) {
         _unit_database_ = std::make_unique<UnitDatabase>();
     }
     UnitDatabase& database = *_unit_database_;
     if (!database.loaded_) {
-        // Set before loading: units that are being loaded look up others in the database.
+        const std::u16string path = installationRoot().append(databasePath);
         database.loaded_ = true;
-        database.loadUnitDatabase(installationRoot() + unitDBPath);
+        // A load that throws is not repeated: what it has loaded is published.
+        struct Publication {
+            Loading& loading;
+            ~Publication() {
+                ++generation_;
+                published_.store(_unit_database_.get(), std::memory_order_release);
+                loading.thread.store(std::thread::id(), std::memory_order_relaxed);
+            }
+        };
+        const Publication publication{loading};
+        loading.thread.store(std::this_thread::get_id(), std::memory_order_relaxed);
+        database.loadUnitDatabase(path);
     }
     return &database;
 }
@@ -160,6 +204,7 @@ void UnitDatabase::clearAllUnitSystems() {
 }
 
 void UnitDatabase::clearAll() {
+    abstractUnits_->fillTries(); // may throw, so before anything is cleared
     clearAllUnits();
     clearAllAbstractUnits();
     clearAllUnitSystems();

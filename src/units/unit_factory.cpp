@@ -51,13 +51,15 @@ AbstractUnit* UnitFactory::createAbstractUnit(const std::u16string& expression,
 }
 
 UnitBase::Reference UnitFactory::getDefaultAbstractUnit() {
-    static const AbstractUnit unit(wide(unspecified), Rational::unity, Rational::zero);
+    // The default units are never destroyed: destructors of static objects may use units.
+    static const AbstractUnit& unit =
+        *createAbstractUnit(wide(unspecified), Rational::unity, Rational::zero);
     return boost::cref<UnitBase>(unit);
 }
 
 UnitBase::Reference UnitFactory::getDefaultUnit() {
-    static const Unit unit(wide(unspecified), Rational::unity, Rational::zero,
-                           getDefaultAbstractUnit());
+    static const Unit& unit =
+        *createUnit(wide(unspecified), Rational::unity, Rational::zero, getDefaultAbstractUnit());
     return boost::cref<UnitBase>(unit);
 }
 

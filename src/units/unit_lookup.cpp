@@ -12,6 +12,8 @@ UnitMatch UnitLookup::abstract(const UnitDatabase& database, std::u16string_view
     return database.abstractUnits_->match(text);
 }
 
-unsigned UnitLookup::generation() { return UnitDatabase::generation_; }
+unsigned UnitLookup::generation() {
+    return UnitDatabase::generation_.load(std::memory_order_relaxed);
+}
 
 } // namespace TVTypeSys

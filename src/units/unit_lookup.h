@@ -22,8 +22,9 @@ class UnitLookup {
     static UnitMatch concrete(const UnitDatabase& database, std::u16string_view text);
     static UnitMatch abstract(const UnitDatabase& database, std::u16string_view text);
 
-    /// Returns a number that changes when units are cleared: then a text may not denote a unit any
-    /// more, or the file has to be loaded again. Never 0.
+    /// Returns a number that changes when units of the database of the process are cleared or
+    /// another one replaces it: then a text may not denote a unit any more, or the file has to be
+    /// loaded again. Never 0.
     static unsigned generation();
 };
 

@@ -5,6 +5,16 @@
 
 namespace TVTypeSys {
 
+namespace {
+
+void insertAll(const std::vector<const UnitBase*>& units, UnitBase::ReferenceSet& out) {
+    for (const UnitBase* unit : units) {
+        out.insert(boost::cref(*unit));
+    }
+}
+
+} // namespace
+
 void UnitDatabase::UnitRepository::addUnit(std::unique_ptr<UnitBase> unit) {
     if (hasEqual(*unit)) {
         reportWarning(units::UnitAlreadyInDatabase(narrow(unit->name), narrow(unit->symbol)));
@@ -14,15 +24,23 @@ void UnitDatabase::UnitRepository::addUnit(std::unique_ptr<UnitBase> unit) {
         *factor = Rational(*factor);
     }
     const UnitBase* added = unit.get();
+    const NameAndSymbol key(added->name, added->symbol);
     units_.push_back(std::move(unit));
-    if (!firstByNameAndSymbol_.try_emplace({added->name, added->symbol}, added).second) {
-        further_.insert(added);
-    }
-    mapping_.addUnit(added);
-    words_[SearchByName].add(added->name);
-    words_[SearchBySymbol].add(added->symbol);
-    for (const std::u16string& alias : added->aliases) {
-        words_[SearchByAlias].add(alias);
+    bool isFirst = false;
+    try {
+        isFirst = firstByNameAndSymbol_.try_emplace(key, added).second;
+        if (!isFirst) {
+            further_.insert(added);
+        }
+        mapping_.addUnit(added);
+    } catch (...) {
+        if (isFirst) {
+            firstByNameAndSymbol_.erase(key);
+        } else {
+            further_.erase(added);
+        }
+        units_.pop_back();
+        throw;
     }
 }
 
@@ -43,12 +61,29 @@ bool UnitDatabase::UnitRepository::hasEqual(const UnitBase& unit) const {
            further_.contains(&unit);
 }
 
-UnitBase::ReferenceSet UnitDatabase::UnitRepository::matches(const std::u16string& text) const {
-    UnitBase::ReferenceSet found;
-    for (const SearchBy by : {SearchByName, SearchBySymbol, SearchByAlias}) {
-        appendConstUnitBaseRefsSearched(by, found, text);
+void UnitDatabase::UnitRepository::find(SearchBy by, const std::u16string& text,
+                                        std::vector<const UnitBase*>& out) const {
+    switch (by) {
+    case SearchByName:
+        mapping_.findUnitByName(out, text);
+        break;
+    case SearchByAlias:
+        mapping_.findUnitByAlias(out, text);
+        break;
+    case SearchBySymbol:
+        mapping_.findUnitBySymbol(out, text);
+        break;
     }
-    return found;
+}
+
+UnitBase::ReferenceSet UnitDatabase::UnitRepository::matches(const std::u16string& text) const {
+    std::vector<const UnitBase*> found;
+    for (const SearchBy by : {SearchByName, SearchBySymbol, SearchByAlias}) {
+        find(by, text, found);
+    }
+    UnitBase::ReferenceSet set;
+    insertAll(found, set);
+    return set;
 }
 
 UnitBase::ReferenceSet UnitDatabase::UnitRepository::all() const {
@@ -62,8 +97,9 @@ UnitBase::ReferenceSet UnitDatabase::UnitRepository::all() const {
 void UnitDatabase::UnitRepository::complete(SearchBy by, const std::u16string& prefix,
                                             std::vector<std::u16string>& out) const {
     const auto kind = static_cast<std::size_t>(by);
-    if (kind < words_.size()) {
-        words_[kind].append(out, prefix);
+    if (kind < tries_.size()) {
+        fillTries();
+        tries_[kind].getWords(out, prefix);
     }
 }
 
@@ -71,24 +107,30 @@ void UnitDatabase::UnitRepository::appendCompleted(SearchBy by, UnitBase::Refere
                                                    const std::u16string& prefix) const {
     std::vector<std::u16string> words;
     complete(by, prefix, words);
+    std::vector<const UnitBase*> found;
     for (const std::u16string& word : words) {
-        appendConstUnitBaseRefsSearched(by, out, word);
+        find(by, word, found);
     }
+    UnitBase::ReferenceSet set;
+    insertAll(found, set);
+    out.merge(set);
 }
 
-void UnitDatabase::UnitRepository::appendConstUnitBaseRefsSearched(
-    SearchBy by, UnitBase::ReferenceSet& out, const std::u16string& text) const {
-    std::vector<const UnitBase*> found;
-    mapping_.find(found, by, text);
-    for (const UnitBase* unit : found) {
-        out.insert(boost::cref(*unit));
+void UnitDatabase::UnitRepository::fillTries() const {
+    const std::lock_guard lock(filling_);
+    for (; filled_ < units_.size(); ++filled_) {
+        const UnitBase& unit = *units_[filled_];
+        tries_[SearchByName].addWord(unit.name);
+        tries_[SearchBySymbol].addWord(unit.symbol);
+        for (const std::u16string& alias : unit.aliases) {
+            tries_[SearchByAlias].addWord(alias);
+        }
     }
 }
 
 void UnitDatabase::UnitRepository::clearAll() {
-    for (CompletionWords& words : words_) {
-        words.own();
-    }
+    fillTries();
+    filled_ = 0;
     mapping_.clear();
     firstByNameAndSymbol_.clear();
     further_.clear();

@@ -2,13 +2,18 @@
 /// Units of one kind: concrete or abstract.
 #pragma once
 
-#include "units/completion_words.h"
-#include "units/unit_base_instance_mapping.h"
+#include "units/unit_lookup.h"
+
+#include <tvtypes/units/trie.h>
+#include <tvtypes/units/unit_base_instance_mapping.h>
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
 #include <array>
+#include <cstddef>
+#include <functional>
 #include <memory>
+#include <mutex>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -20,7 +25,7 @@ namespace TVTypeSys {
 class UnitDatabase::UnitRepository {
   public:
     /// Adds a unit and resets precision() of its numbers. If an equal unit is there, warns with
-    /// UnitAlreadyInDatabase and adds nothing.
+    /// UnitAlreadyInDatabase and adds nothing; nor is anything added if an exception is thrown.
     void addUnit(std::unique_ptr<UnitBase> unit);
 
     /// Reserves memory for further units.
@@ -44,7 +49,13 @@ class UnitDatabase::UnitRepository {
     void appendCompleted(SearchBy by, UnitBase::ReferenceSet& out,
                          const std::u16string& prefix) const;
 
-    /// Destroys all units. Completion still finds their words.
+    /// Enters the texts of all units in the tries. Most programs never complete a word, so this is
+    /// done before the first completion and not while units are loaded. Locked, so that completions
+    /// may run in several threads.
+    void fillTries() const;
+
+    /// Destroys all units. Completion still finds their words. Changes nothing if fillTries()
+    /// throws.
     void clearAll();
 
   private:
@@ -52,16 +63,26 @@ class UnitDatabase::UnitRepository {
     /// UnitBase::compare().
     bool hasEqual(const UnitBase& unit) const;
 
-    void appendConstUnitBaseRefsSearched(SearchBy by, UnitBase::ReferenceSet& out,
-                                         const std::u16string& text) const;
+    /// Appends the units with a text of a kind.
+    void find(SearchBy by, const std::u16string& text, std::vector<const UnitBase*>& out) const;
 
     UnitBaseInstanceMapping mapping_;
     std::vector<std::unique_ptr<UnitBase>> units_;
+    using NameAndSymbol = std::pair<std::u16string_view, std::u16string_view>;
+    /// The hash of the standard library takes a word at a time, Boost's a character.
+    struct Hash {
+        std::size_t operator()(const NameAndSymbol& key) const {
+            const std::hash<std::u16string_view> hash;
+            return 3 * hash(key.first) + hash(key.second);
+        }
+    };
     /// First unit with a name and a symbol; further_ has those that differ from it in expression.
-    boost::unordered_flat_map<std::pair<std::u16string_view, std::u16string_view>, const UnitBase*>
-        firstByNameAndSymbol_;
+    boost::unordered_flat_map<NameAndSymbol, const UnitBase*, Hash> firstByNameAndSymbol_;
     std::set<const UnitBase*, UnitBase::UnitsComparator> further_;
-    std::array<CompletionWords, 3> words_; ///< by SearchBy
+
+    mutable std::mutex filling_;
+    mutable std::array<Trie, 3> tries_; ///< by SearchBy
+    mutable std::size_t filled_ = 0;    ///< number of units whose texts are in the tries
 };
 
 } // namespace TVTypeSys

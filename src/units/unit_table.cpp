@@ -24,17 +24,18 @@ constexpr int unitless = 0;
 
 using Units = std::vector<std::unique_ptr<UnitBase>>;
 
-/// One unit without texts for each predefined name of a table.
+/// One unit without texts for each predefined name of a table. Never destroyed: destructors of
+/// static objects may use tables.
 const Units& builtInUnits() {
-    static const Units units = [] {
-        Units created;
+    static const Units& units = *[] {
+        auto created = std::make_unique<Units>();
         for (const int id : {inherit, unitless}) {
-            created.emplace_back(UnitFactory::createUnit(noUnit, u"", u"", "", Rational::unity,
-                                                         Rational::zero, {}, "", {}, false,
-                                                         UnitFactory::getDefaultAbstractUnit()));
-            created.back()->setId(id);
+            created->emplace_back(UnitFactory::createUnit(noUnit, u"", u"", "", Rational::unity,
+                                                          Rational::zero, {}, "", {}, false,
+                                                          UnitFactory::getDefaultAbstractUnit()));
+            created->back()->setId(id);
         }
-        return created;
+        return created.release();
     }();
     return units;
 }
@@ -61,12 +62,13 @@ void UnitTable::initialize() {
 
 void UnitTable::resetToBuiltin() {
     const std::size_t kept = std::min(builtInUnits().size(), idToUnit_.size());
-    exprToId_.clear();
-    idToUnit_.erase(std::next(idToUnit_.begin(), static_cast<std::ptrdiff_t>(kept)),
-                    idToUnit_.end());
-    for (const auto& [id, entry] : idToUnit_) {
-        exprToId_[entry.unit->expression] = {id, entry.serial, 0};
+    const auto removed = std::next(idToUnit_.begin(), static_cast<std::ptrdiff_t>(kept));
+    decltype(exprToId_) expressions;
+    for (auto entry = idToUnit_.begin(); entry != removed; ++entry) {
+        expressions[entry->second.unit->expression] = {entry->first, entry->second.serial, 0};
     }
+    exprToId_.swap(expressions);
+    idToUnit_.erase(removed, idToUnit_.end());
 }
 
 int UnitTable::registerUnit(const char* expression, bool parse) {
@@ -100,7 +102,7 @@ int UnitTable::registerUnit(const char* expression, bool parse) {
     }
     const int id = newId();
     unit->setId(id);
-    enter(text, std::move(unit), isPredefinedName(text) ? 0 : UnitLookup::generation());
+    enter(text, unit, isPredefinedName(text) ? 0 : UnitLookup::generation());
     return id;
 }
 
@@ -141,9 +143,10 @@ int UnitTable::newId() const {
     return greatest + 1;
 }
 
-void UnitTable::enter(const std::u16string& text, std::unique_ptr<UnitBase> unit,
+void UnitTable::enter(const std::u16string& text, std::unique_ptr<UnitBase>& unit,
                       unsigned generation) {
     const int id = unit->getId();
+    // A new registration has the serial number 0, which no unit has: it has lapsed until it is set.
     Registration& registration = exprToId_.try_emplace(text).first->second;
     Entry& entry = idToUnit_.try_emplace(id).first->second;
     if (entry.unit == nullptr) {
@@ -189,8 +192,15 @@ const UnitBase* UnitTable::getUnit(int id) const {
 }
 
 void UnitTable::addUnit(const std::u16string& expression, UnitBase* unit) {
-    if (unit != nullptr) {
-        enter(expression, std::unique_ptr<UnitBase>(unit), 0);
+    if (unit == nullptr) {
+        return;
+    }
+    std::unique_ptr<UnitBase> owned(unit);
+    try {
+        enter(expression, owned, 0);
+    } catch (...) {
+        static_cast<void>(owned.release());
+        throw;
     }
 }
 

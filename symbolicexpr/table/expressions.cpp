@@ -58,9 +58,7 @@ unsigned long SymbolicExpr::getId(const SymbolicExprTable& table) const {
 
 unsigned long SymbolicExpr::getDimension(unsigned long index) const {
     if (index >= getNumDimensions()) {
-        using TorvaneTypes::Dimensions::InvalidDimensionIndex;
-        throwError(InvalidDimensionIndex(static_cast<std::int64_t>(index),
-                                         static_cast<std::int64_t>(getNumDimensions())));
+        throw std::out_of_range("a list has no dimension with this index");
     }
     return getInput(index);
 }

@@ -43,8 +43,8 @@ TEST(HostRecords, FindFieldsByName) {
         EXPECT_EQ(oxGetFieldAt(records, 0, place), oxGetField(records, 0, name.c_str())) << name;
         EXPECT_EQ(name, oxcore::get_string(oxGetFieldAt(records, 0, place)));
     }
-    for (const char* missing : {"A", "abc", "c"}) {
-        EXPECT_EQ(nullptr, oxGetField(records, 0, missing)) << missing;
+    for (const char* missing : {"A", "abc", "c", static_cast<const char*>(nullptr)}) {
+        EXPECT_EQ(nullptr, oxGetField(records, 0, missing));
     }
     oxDestroyArray(records);
 }
@@ -68,4 +68,21 @@ TEST(HostValues, AcceptNull) {
     EXPECT_TRUE(std::isnan(oxGetScalar(nullptr)));
     EXPECT_EQ(0U, oxGetNumberOfElements(nullptr));
     EXPECT_EQ(nullptr, oxGetField(nullptr, 0, "Name"));
+    EXPECT_EQ(nullptr, oxShareArray(nullptr));
+    EXPECT_EQ(0, oxGetReferenceCount(nullptr));
+    EXPECT_FALSE(oxIsTemporary(nullptr));
+}
+
+TEST(HostRecords, NestToAnyDepth) {
+    oxArray_tag* innermost = oxCreateString("foot");
+    const oxArray_tag* shared = oxShareArray(innermost);
+    oxArray_tag* chain = innermost;
+    for (int i = 0; i < 1000000; ++i) {
+        oxArray_tag* outer = oxCreateRecords(2, {"Inner"});
+        oxSetField(outer, 1, "Inner", chain);
+        chain = outer;
+    }
+    oxDestroyArray(chain);
+    EXPECT_EQ(1, oxGetReferenceCount(shared));
+    oxDestroyArray(innermost);
 }

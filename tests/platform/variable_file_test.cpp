@@ -149,6 +149,14 @@ TEST_F(VariableFile, ReportsUnreadableFiles) {
     EXPECT_EQ("its path holds a null character", reason(path + u'\0', "r"));
     std::filesystem::resize_file(path_, (16U << 20) + 1);
     EXPECT_EQ("it is larger than 16 MiB", reason(path, "r"));
+    // At most 1,024 bytes, and no part of a character.
+    std::string name;
+    for (int i = 0; i < 1000; ++i) {
+        name += "\xe2\x82\xac";
+    }
+    EXPECT_EQ(nullptr, open("{\"" + name + "\": 1, \"" + name + "\": 2}"));
+    const std::string prefix = "line 1, column 2010: the name \"";
+    EXPECT_EQ(prefix + name.substr(0, (1024 - prefix.size()) / 3 * 3), oxdLastError());
     EXPECT_EQ(nullptr, oxdGetVariable(nullptr, "v"));
     oxdClose(nullptr);
 }

@@ -16,6 +16,9 @@ TEST_F(Classification, StorageIsSetOnce) {
                  table.setDataTypeStorageId(t, 7));
     EXPECT_ERROR("CannotSetDataTypeStorageIdOfAlias(A)",
                  table.setDataTypeStorageId(alias("A", t), 9));
+    EXPECT_ERROR("IllegalDataTypeToBeStorageId(T, 1000000)",
+                 table.setDataTypeStorageId(t, 1000000));
+    EXPECT_ERROR("InconsistentDataTypeStorageId(T, -7, int32)", table.setDataTypeStorageId(t, -7));
     // A type's own id means that the storage is not set, for built-in types as well.
     EXPECT_NO_ERROR(table.setDataTypeStorageId(3, 2));
     EXPECT_EQ(2, at(3).getStorageId());

@@ -18,12 +18,15 @@ int scan(const DataTypeTable& table, const std::string& name) {
     return INVALID_DATA_TYPE_ID;
 }
 
-// A record that overrides getName, with a name that may change.
+// A record that overrides getName, with a name that may change; "hidden" is the one it is
+// constructed with, from the same buffer.
 class Renamed : public DataType {
   public:
     Renamed(int id, std::string shown)
         : DataType(id, "hidden", clientSource), shown_(std::move(shown)) {}
-    const char* getName() const override { return shown_.empty() ? nullptr : shown_.c_str(); }
+    const char* getName() const override {
+        return shown_.empty() ? nullptr : shown_ == "hidden" ? DataType::getName() : shown_.c_str();
+    }
     void rename(std::string shown) { shown_ = std::move(shown); }
 
   private:

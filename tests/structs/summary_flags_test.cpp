@@ -54,8 +54,8 @@ TEST_F(SummaryFlagsTest, ComputedOnceForAllDepths) {
         << "the signal type of a struct is ignored";
     EXPECT_EQ("va", flags(add("Variable", leaf.getId(), "v", 1)));
 
-    StructDataType& late = add("Late", -10, "", 1);
-    EXPECT_ERROR("InvalidDataTypeId(-10)", flags(late));
+    StructDataType& late = add("Late", -2, "", 1);
+    EXPECT_ERROR("InvalidDataTypeId(-2)", flags(late));
     late.getElements()[1]->setDataTypeId(complex.getId());
     EXPECT_EQ("c", flags(late));
     late.getElements()[1]->setDataTypeId(0);

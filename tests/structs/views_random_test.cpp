@@ -5,8 +5,11 @@
 #include <tvtypes/elementaccess.h>
 
 #include <algorithm>
+#include <array>
+#include <map>
 #include <numeric>
 #include <random>
+#include <tuple>
 
 namespace TVTypeSys {
 namespace {
@@ -171,6 +174,134 @@ TEST_F(RandomViewsTest, MatchTree) {
             ASSERT_EQ(scalar.typeId, raw.getDataTypeId(i));
             ASSERT_EQ(scalar.unitId, raw.getUnitId(i));
             ASSERT_EQ(scalar.offset, raw.getOffset(i));
+        }
+    }
+}
+
+// The views of types whose elements change between reads, through a new view each time, against
+// their definition: a search from the first element at each level of nesting. Offsets of nodes are
+// remembered, for each type on the way.
+class EditedViewsTest : public RandomViewsTest {
+  protected:
+    using Step = std::array<int, 4>; // element, copy, type id, start
+
+    bool isStruct(int id) { return id >= 0 && table.getDataTypeAliasedThruTo(id)->getType() == 4; }
+    static int width(const StructElement& element) {
+        return widthOf({element.dimensions, element.dimensions + element.numDimensions});
+    }
+    StructElement& elementAt(int id, int i) {
+        return *structAt(id).getElements()[static_cast<std::size_t>(i)];
+    }
+
+    Step compute(int id, int index) {
+        const int count = structAt(id).getNumDFSElements();
+        if (index == 0 || index >= count) {
+            return {-1, index / count, id, index == 0 ? -1 : index / count * count};
+        }
+        for (int i = 0, before = 0, copy = 1;;) {
+            const StructElement& element = elementAt(id, i);
+            int nodes = 1, header = 0, copies = copy;
+            if (isStruct(element.dataTypeId)) {
+                copies = width(element);
+                header = copies > 1 && copy == 1;
+                if (header == 1 && before + 1 == index) {
+                    return {i, -1, element.dataTypeId, -1};
+                }
+                nodes = structAt(element.dataTypeId).getNumDFSElements() + header;
+            }
+            if (before + nodes >= index) {
+                return {i, copy - 1, element.dataTypeId, before + header + 1};
+            }
+            before += nodes;
+            i += copy == copies;
+            copy = copy == copies ? 1 : copy + 1;
+        }
+    }
+
+    int nodeOffset(int id, int index, int StructElement::*field) {
+        const bool isBytes = field == &StructElement::offset;
+        const auto known = offsets.try_emplace({id, index, isBytes}, -1).first;
+        if (known->second == -1) {
+            const auto [element, copy, typeId, start] = compute(id, index);
+            known->second =
+                (element < 0 ? 0 : elementAt(id, element).*field) +
+                (isBytes && copy > 0 ? copy * sizeAt(typeId) : 0) +
+                (start >= 0 && isStruct(typeId) ? nodeOffset(typeId, index - start, field) : 0);
+        }
+        return known->second;
+    }
+
+    // The element and the first index of the element with a scalar.
+    std::pair<int, int> findScalar(int id, int index) {
+        for (int i = 0, base = 0;; ++i) {
+            const StructElement& element = elementAt(id, i);
+            const int each = isStruct(element.dataTypeId)
+                                 ? structAt(element.dataTypeId).getNumRawElements()
+                                 : 1 + (element.signalType == 1);
+            if (base + width(element) * each > index) {
+                return {i, base};
+            }
+            base += width(element) * each;
+        }
+    }
+
+    int scalarOffset(int id, int index) {
+        const auto [i, base] = findScalar(id, index);
+        const StructElement& element = elementAt(id, i);
+        const int inElement = index - base;
+        const int typeId = element.dataTypeId;
+        if (!isStruct(typeId)) {
+            return element.offset + inElement * sizeAt(typeId);
+        }
+        const int scalarsOfCopy = structAt(typeId).getNumRawElements();
+        return element.offset + inElement / scalarsOfCopy * sizeAt(typeId) +
+               scalarOffset(typeId, inElement % scalarsOfCopy);
+    }
+
+    // Changes offsets, or exchanges two elements, which leaves the counts as they are.
+    void edit(int id) {
+        const int last = structAt(id).getNumElements() - 1;
+        StructElement& first = elementAt(id, pick(0, last));
+        StructElement& second = elementAt(id, pick(0, last));
+        first.setOffset(pick(-1, 99));
+        second.setVarDimsOffset(pick(-1, 99));
+        if (pick(0, 1) == 1) {
+            std::swap(first.dataTypeId, second.dataTypeId);
+            std::swap(first.dimensions, second.dimensions);
+            std::swap(first.numDimensions, second.numDimensions);
+            std::swap(first.signalType, second.signalType);
+        }
+    }
+
+    std::map<std::tuple<int, int, bool>, int> offsets;
+};
+
+TEST_F(EditedViewsTest, ReadElementsAsTheyAreAndCachedOffsets) {
+    for (int round = 0; round < 300; ++round) {
+        table.resetToBuiltin();
+        offsets.clear();
+        const int outermost = addStructs();
+        for (int step = 0; step < 50; ++step) {
+            const int id = pick(0, 1) == 0 ? outermost : pick(15, outermost);
+            const StructDataType& type = structAt(id);
+            if (pick(0, 3) == 0 && type.getNumElements() > 0) {
+                edit(id);
+            }
+            DFSElementAccess view(&table, id);
+            const int node = pick(0, 2 * type.getNumDFSElements() - 1);
+            Step found{};
+            view.computeDataTypeIdAndIndex(node, &found[0], &found[1], &found[2], &found[3]);
+            ASSERT_EQ(compute(id, node), found) << "round " << round << ", step " << step;
+            ASSERT_EQ(nodeOffset(id, node, &StructElement::offset), view.getOffset(node));
+            ASSERT_EQ(nodeOffset(id, node, &StructElement::varDimsOffset),
+                      view.getVarDimsOffset(node));
+            if (type.getNumRawElements() > 0) {
+                const int scalar = pick(0, type.getNumRawElements() - 1);
+                const auto [element, base] = findScalar(id, scalar);
+                RawElementAccess raw(&table, id);
+                ASSERT_EQ(scalarOffset(id, scalar), raw.getOffset(scalar));
+                ASSERT_EQ(base, ImmediateElementAccess(&table, id).getRawElementIdx(element));
+            }
         }
     }
 }

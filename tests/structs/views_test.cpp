@@ -81,6 +81,10 @@ TEST_F(ViewsTest, WorkedExample) {
     scalars.computeDataTypeIdAndIndex(112, element, typeId, base);
     EXPECT_EQ((std::array{2, t.getId(), 106}), (std::array{element, typeId, base}))
         << "search from y";
+    element = 2, base = 6;
+    scalars.computeDataTypeIdAndIndex(5, element, typeId, base);
+    EXPECT_EQ((std::array{2, t.getId(), 6}), (std::array{element, typeId, base}))
+        << "start behind the scalar";
     EXPECT_EQ(0, ImmediateElementAccess(&table, t.getId()).getPadding(1));
     EXPECT_EQ(22, scalars.getOffset(5)) << "the imaginary part of the second value of y.b";
     EXPECT_EQ((std::array{7, 0, 0, 4}),
@@ -125,6 +129,19 @@ TEST_F(ViewsTest, CacheValues) {
     EXPECT_EQ((std::array{1, 5, 0}),
               (std::array{nodes.getRawElementIdx(3), elements.getRawElementIdx(1),
                           scalars.getDataTypeId(0)}));
+}
+
+TEST_F(ViewsTest, NestedTypeIsReplaced) {
+    EXPECT_EQ(24, scalars.getOffset(6));
+    EXPECT_EQ(7, nodes.getRawElementIdx(8));
+    StructDataType& other = addStruct("Other", 2);
+    fill(other, 0, "b", 4, {2}, true).setOffset(1);
+    fill(other, 1, "a", 0).setOffset(9);
+    count(other);
+    table.replaceDataType(&t, &other);
+    EXPECT_EQ(24 + 9, scalars.getOffset(6 + 4));
+    EXPECT_EQ(6 + 4, DFSElementAccess(&table, s.getId()).getRawElementIdx(8));
+    EXPECT_STREQ("b", nodes.getName(10));
 }
 
 TEST_F(ViewsTest, InvalidIndices) {
@@ -197,6 +214,7 @@ TEST_F(ViewsTest, FlagsOfBuses) {
 
     EXPECT_TRUE(DtGetDataTypeIsBus(&table, outer.getId()));
     EXPECT_FALSE(DtGetDataTypeIsBus(&table, s.getId()) || DtGetDataTypeIsBus(&table, -1));
+    EXPECT_ERROR("InvalidDataTypeId(-2)", DtGetDataTypeIsBus(&table, -2));
 }
 
 } // namespace TVTypeSys

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <limits>
 #include <numeric>
 #include <random>
@@ -95,6 +96,16 @@ TEST(Rational, ComparesForms) {
     EXPECT_EQ(Rational(5, 1, -1).toDouble(), Rational(1, 2, 0).toDouble());
     EXPECT_EQ(Rational(1, 1, 3) / Rational(1, 1, 0), 1000.0);
     EXPECT_EQ(Rational(1, 1, 0) / Rational(1, 1, 3), 0.001);
+}
+
+// The reading of decimal texts is correctly rounded too.
+TEST(Rational, TakesNearestPowersOfTen) {
+    for (int exponent = -400; exponent <= 400; ++exponent) {
+        const double expected = std::strtod(("1e" + std::to_string(exponent)).c_str(), nullptr);
+        ASSERT_EQ(Rational(1, 1, exponent).toDouble(), expected) << exponent;
+    }
+    EXPECT_EQ(Rational(2, 3, 23).toDouble(), 1e23 * (2.0 / 3.0));
+    EXPECT_EQ(Rational(1, 1, least).toDouble(), 0.0);
 }
 
 /// The number times 10^6, exactly, for exponents from -6 up.

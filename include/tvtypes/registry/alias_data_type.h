@@ -11,7 +11,10 @@
 namespace TVTypeSys {
 
 /// A second name for another type of the same table. It forwards the getters of the definition to
-/// the type at the end of its chain, in one call for a chain of any length.
+/// the type that was at the end of its chain when it was made.
+///
+/// Where that type has become an alias itself since then (DataTypeTable::setDataTypeIdAliasedTo),
+/// the getters are forwarded once more from there, while getIdAliasedThruTo still returns its id.
 ///
 /// Name, id, source, qualifier (always DataTypeQualifierUnspecified), checksum, interface value and
 /// code generator's record are its own.
@@ -32,13 +35,14 @@ class TVTYPES_API AliasDataType : public DataType {
 
     /// Returns the id of the direct target.
     int getIdAliasedTo() const override;
-    /// Returns the id of the type to which the getters are forwarded.
+    /// Returns the id of the type to which the getters are forwarded: one step along the chain of
+    /// ends, which may lead to another alias.
     int getIdAliasedThruTo() const override;
 
     /// \name Forwarded getters
     /// @{
 
-    /// Return the property of the type at the end of the chain.
+    /// Return the property of the type getIdAliasedThruTo.
     int getSize() const override;
     ConvertBetweenFcn getConvertBetweenFcn() const override;
     IsPositiveFcn getIsPositiveFcn() const override;

@@ -7,7 +7,10 @@
 ///
 /// Errors are thrown as fnd::except::IException. The message ids named here are in
 /// TorvaneTypes::general; "(name)" and the like are the message arguments, where name is the name
-/// of the type. A call that throws leaves the record unchanged, except for MemoryAllocErr.
+/// of the type. A call that throws leaves the record unchanged, unless its description says
+/// otherwise. Where memory for a message or a copy runs out, std::bad_alloc is thrown instead.
+///
+/// A record is used by the thread that uses its table. The static functions may run anywhere.
 #pragma once
 
 #include <tvtypes/export.h>
@@ -58,7 +61,8 @@ class TVTYPES_API DataType {
     /// allows setGround to write once more. Only the size of `boolean` (id 8) can be changed.
     ///
     /// Throws CannotModifyDataTypeSize (name, current size) if another size is set,
-    /// InvalidDataTypeSize (name, newSize) if `newSize` is negative, and MemoryAllocErr.
+    /// InvalidDataTypeSize (name, newSize) if `newSize` is negative, and MemoryAllocErr (), after
+    /// which the size is set without a ground value; the next call with this size allocates it.
     virtual void setSize(int newSize);
 
     /// \name Lock against becoming an alias
@@ -98,8 +102,9 @@ class TVTYPES_API DataType {
 
     /// Returns the id of the direct target of an alias, or -10 if the type is no alias.
     virtual int getIdAliasedTo() const;
-    /// Returns the id of the type whose definition this type uses: the end of the alias chain, or
-    /// its own id if the type is no alias.
+    /// Returns the id of the type whose definition this type uses, or its own id if the type is no
+    /// alias. One step along the alias chain of ends: it is the end of the chain unless that type
+    /// has become an alias after this one was made.
     virtual int getIdAliasedThruTo() const;
 
     /// \name Representation on the target
@@ -142,8 +147,9 @@ class TVTYPES_API DataType {
     /// Copies getSize() bytes into the ground value; null means zeros.
     ///
     /// Throws CannotSetDataTypeGroundOfAlias (name), CannotSetGroundRepBeforeSettingSize (name),
-    /// MemoryAllocErr if setSize failed to allocate, and CannotModifyDataTypeGroundRepresentation
-    /// (name) if another value was written since the last call of setSize.
+    /// MemoryAllocErr () if setSize failed to allocate, and
+    /// CannotModifyDataTypeGroundRepresentation (name) if another value was written since the last
+    /// call of setSize.
     virtual void setGround(const void* value);
     /// Returns whether the ground value may be written.
     virtual bool getDefaultGround() const;
@@ -157,7 +163,7 @@ class TVTYPES_API DataType {
     ///
     /// Throws CannotSetDataTypePropertiesOfAlias (name), CannotSetPropertiesBeforeSettingSize
     /// (name), CannotModifyDataTypeProperties (name) if other properties are set, and
-    /// MemoryAllocErr.
+    /// MemoryAllocErr ().
     virtual void setProperties(const void* value);
     /// Returns the size of the properties in bytes, or 0 if it is not set.
     virtual int getPropertiesSize() const;
@@ -191,6 +197,7 @@ class TVTYPES_API DataType {
     /// Returns the checksum: four words owned by the record, zeros by default.
     virtual const unsigned int* getChecksumElements() const;
     /// Copies four words.
+    /// \pre `words` is not null.
     virtual void setChecksumElements(const unsigned int* words);
 
     /// Returns the host value that describes the type, or null. The record holds a reference.

@@ -8,10 +8,17 @@
 /// Ids and positions are not checked unless the description says so. An unchecked id must be -1 or
 /// above and have a record; builds with assertions check it.
 ///
-/// Errors are thrown as fnd::except::IException, with the message ids of
-/// TorvaneTypes::general named here. A call that throws leaves the table unchanged.
+/// Errors are thrown as fnd::except::IException, with the message ids of TorvaneTypes::general
+/// named here; where memory runs out, std::bad_alloc or MemoryAllocErr () is thrown. A call that
+/// throws leaves the table unchanged.
 ///
-/// A table is used by one thread at a time; even const operations write to it.
+/// A table and its records are used by one thread at a time, since even const operations write to
+/// it. Tables may be constructed and used by several threads at the same time, one each, and the
+/// static functions may run anywhere.
+///
+/// "The end of the alias chain" is the type getIdAliasedThruTo: one step from an alias, to the type
+/// that was the end when the alias was made. If that type has become an alias since, its getters
+/// forward once more.
 #pragma once
 
 #include <tvtypes/export.h>
@@ -70,6 +77,7 @@ class TVTYPES_API DataTypeTable {
 
     /// Destroys all records except the first 15. Those keep what clients have set, except for the
     /// code generator's records and the transfer functions, which are reset to null.
+    /// \pre None of the first 15 has been replaced by an alias of a later type.
     virtual void resetToBuiltin();
 
     /// \name Registration
@@ -84,7 +92,12 @@ class TVTYPES_API DataTypeTable {
     ///
     /// Throw InvalidDataType (name) if the name is not an identifier, and
     /// DataType_SameNameAsExistingType (name) if an existing type has another source and `source`
-    /// is not DataTypeSourceUnchecked. Exceptions of the client's callback pass through.
+    /// is not DataTypeSourceUnchecked. Exceptions of the client's callback pass through
+    /// (ClientDataTypeCheckCallback::checkRegisteredType). The id is that of the new record before
+    /// the callback is called; a callback that removes the record leaves no type with it.
+    ///
+    /// Throw DataTypeAliasLoop (name, name of the target) if the callback makes the new record an
+    /// alias of the type that it replaces; the callback's types are then removed with it.
     /// @{
 
     /// Registers a type. A name such as sfix16_En3 makes a fixed-point type. Any other type is
@@ -149,13 +162,16 @@ class TVTYPES_API DataTypeTable {
                                                 const char* name, DataTypeSource source,
                                                 int* outId);
 
-    /// Installs the client's callback; an empty pointer removes it.
+    /// Installs the client's callback; an empty pointer removes it. The table keeps a callback that
+    /// is running until it returns.
     void
     setClientDataTypeCheckCallback(const boost::shared_ptr<ClientDataTypeCheckCallback>& callback);
 
     /// Moves `newType` to the position of `oldType`, gives it the id and storage id of `oldType`,
-    /// points the aliases of `oldType` to it, and destroys `oldType`. Does nothing if one of the
-    /// two is not in the table or both are the same.
+    /// points the aliases of `oldType` to it, and destroys `oldType` (while a callback runs, when
+    /// the registration ends). Does nothing if one of the two is not in the table or both are the
+    /// same.
+    /// \pre `newType` is the last record, and `oldType` is not on its alias chain.
     void replaceDataType(DataType* oldType, DataType* newType);
 
     /// Throws DataType_SameNameAsExistingType (name) unless `source` is the source of the type `id`
@@ -167,10 +183,11 @@ class TVTYPES_API DataTypeTable {
     /// Returns whether a name is a C identifier; false for null.
     static bool isAValidDataType(const char* name);
 
-    /// Appends a record, which the table then owns.
+    /// Appends a record, which the table then owns. If std::bad_alloc is thrown, the caller still
+    /// owns it.
     ///
-    /// A record whose getName returns another string than the name it was constructed with is not
-    /// indexed: every later lookup by name scans all such records.
+    /// A record of a client's class is looked up by what its getName returns at the time of the
+    /// lookup, so it is not indexed: every lookup by name scans all such records.
     /// \pre The id of the record is getNumDataTypes() - 1.
     void addDataType(DataType* dataType);
 
@@ -183,7 +200,7 @@ class TVTYPES_API DataTypeTable {
     /// @{
 
     /// Returns the id of the first record with this name, or -10 if there is none. Null counts as
-    /// "". Constant time on average.
+    /// "". Constant time on average, plus linear in the number of records of clients' classes.
     int getDataTypeId(const char* name) const;
     /// Returns the number of records, "auto" included.
     int getNumDataTypes() const;
@@ -224,8 +241,8 @@ class TVTYPES_API DataTypeTable {
     /// string; the next call overwrites it. Whether the name is taken is not checked.
     const char* generateAnonymousTypeName() const;
 
-    /// Fills BuiltInDataTypes and PreDefinedDataTypes, once in the process. Not thread-safe; the
-    /// constructor and getBuiltInDataTypeSize call it.
+    /// Fills BuiltInDataTypes and PreDefinedDataTypes, once in the process; other threads that call
+    /// it meanwhile wait. The constructor and getBuiltInDataTypeSize call it.
     static void initializeBuiltInDataTypes();
 
     /// \name Aliases
@@ -265,7 +282,8 @@ class TVTYPES_API DataTypeTable {
     ///
     /// Throws, in this order, CannotSetDataTypeStorageIdOfAlias (name),
     /// IllegalDataTypeToBeStorageId (name, name of the storage) if `storageId` is above 8, and
-    /// InconsistentDataTypeStorageId (name, name of the storage, name of the current storage).
+    /// InconsistentDataTypeStorageId (name, name of the storage, name of the current storage). In
+    /// place of the name of a storage that is no type, the message has its id.
     void setDataTypeStorageId(int id, int storageId);
     /// Returns whether a name is that of a fixed-point or scaled-double type: "sfix", "ufix",
     /// "flts" or "fltu", then a digit, with neither "sfcn" nor "_OBS" from that digit on. If so,
@@ -369,13 +387,22 @@ class TVTYPES_API DataTypeTable {
         void operator()(void* memory) const noexcept;
     };
 
+    struct ReplacedRecord {
+        std::size_t position;
+        std::unique_ptr<DataType> record;
+    };
+
     void initialize();
     DataType* record(int id) const;
     TVTYPES_LOCAL DataType* recordAt(std::size_t position) const;
-    void append(std::unique_ptr<DataType> newRecord);
     std::size_t positionOf(const DataType* dataType) const;
     void removeAt(std::size_t position);
-    void replaceAt(std::size_t oldPosition, std::size_t newPosition);
+    TVTYPES_LOCAL void removeFrom(std::size_t position);
+    TVTYPES_LOCAL void replaceAt(std::size_t oldPosition, std::size_t newPosition,
+                                 std::unique_ptr<DataType> filler);
+    TVTYPES_LOCAL void replaceExisting(std::size_t existingPosition, std::size_t position);
+    TVTYPES_LOCAL void destroyReplaced();
+    TVTYPES_LOCAL std::string nameOrNumber(int id) const;
     TVTYPES_LOCAL int registeredId(const char* name) const;
     TVTYPES_LOCAL bool keepsExistingType(int existingId, DataTypeSource source) const;
     int adopt(std::unique_ptr<DataType> newRecord, int existingId, const char* blockPath);
@@ -389,9 +416,9 @@ class TVTYPES_API DataTypeTable {
     boost::shared_ptr<ClientDataTypeCheckCallback> clientCheckCallback_;
     std::vector<std::unique_ptr<DataType>> dataTypes_;
     std::unique_ptr<NameIndex> nameIndex_;
-    // Whether addDataType has added a record of a client's class, whose override of
-    // getIdAliasedTo may return any id.
-    bool hasClientRecords_ = false;
+    // Records that have been replaced while callbacks run, in order.
+    std::vector<ReplacedRecord> replaced_;
+    int runningCallbacks_ = 0;
     mutable int anonymousTypeCount_ = 0;
     mutable char anonymousTypeName_[16] = {};
     std::unique_ptr<_tvDataTypeAccess_tag, ReleaseMemory> dataTypeAccess_;

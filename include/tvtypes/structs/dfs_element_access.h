@@ -13,6 +13,8 @@ class StructElement;
 
 namespace TVTypeSys {
 
+class ElementWalk;
+
 /// View of the nodes of the depth-first walk through all nested structs.
 ///
 /// Node 0 is the struct itself. An array of structs is a header node, followed by the nodes of each
@@ -56,8 +58,12 @@ class TVTYPES_API DFSElementAccess : public StructElementAccess {
     void getFullPath(int dfsIdx, bool includeRoot, std::vector<std::pair<std::string, int>>& path);
 
     /// Returns the number of scalars before a node, which is the raw index of its first scalar; 0
-    /// for an index below 1.
+    /// for an index below 1. Takes time proportional to the distance from the node of the last call
+    /// on this view, or from node 0.
     int getRawElementIdx(int dfsIdx);
+
+  private:
+    TVTYPES_LOCAL ElementWalk& depthFirstWalk(const Root& root);
 };
 
 } // namespace TVTypeSys

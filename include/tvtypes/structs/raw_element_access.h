@@ -4,12 +4,17 @@
 
 #include <tvtypes/export.h>
 
+#include <memory>
+
 namespace TVTypeSys {
 
 class DataTypeTable;
+struct ViewPositions;
 
 /// View of the scalars in storage, through all nested structs. A complex value is two scalars, real
-/// then imaginary. Errors, ownership and threads are as in StructElementAccess.
+/// then imaginary. Errors, ownership, kept positions and threads are as in StructElementAccess.
+///
+/// Nothing is cached in the struct types. Copies of a view share the positions that they keep.
 class TVTYPES_API RawElementAccess {
   public:
     /// Constructs a view of the struct type `dataTypeId` of `table`.
@@ -22,7 +27,8 @@ class TVTYPES_API RawElementAccess {
 
     /// Finds the immediate element that contains a scalar; returns the element, its type id, and
     /// the raw index of its first scalar. `immediateIdx` and `rawBase` are also the start of the
-    /// search: an element and the raw index of its first scalar, such as 0 and 0.
+    /// search: an element and the raw index of its first scalar, such as 0 and 0. A start behind
+    /// the scalar is returned as it is, with its type id.
     void computeDataTypeIdAndIndex(int rawIdx, int& immediateIdx, int& dataTypeId, int& rawBase);
 
     /// \name Innermost element of a scalar
@@ -38,6 +44,7 @@ class TVTYPES_API RawElementAccess {
   private:
     const DataTypeTable* table_;
     int dataTypeId_;
+    std::shared_ptr<ViewPositions> positions_;
 };
 
 } // namespace TVTypeSys

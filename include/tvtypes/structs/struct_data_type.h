@@ -13,7 +13,8 @@
 
 namespace TVTypeSys {
 class DataTypeTable;
-struct ViewCache;
+class ElementWalk;
+struct ElementCache;
 } // namespace TVTypeSys
 
 /// A checksum of four words.
@@ -24,10 +25,12 @@ struct tvChecksumValue {
 /// A type whose values are sequences of named elements. The client sets the elements, their
 /// offsets, and the counts of the numberings.
 ///
-/// The views cache what they read in the type, each node once, so reading writes to the type.
-/// After a change of an element, views may return its former values. Positions of nodes are
-/// computed again after setNumElements and after the setters of the three counts. The record of a
-/// struct type nested in this one must not be replaced in its table while this type is read.
+/// The views cache elements and offsets of depth-first nodes (getCachedElement) and the table of
+/// the leaves (setDFSIdxFromFlatIdx) in the type, so reading writes to it. They are never computed
+/// again: after a change of an element, views return the offset and the element that were read
+/// first. Everything else is read from the elements; StructElementAccess says what a view keeps.
+///
+/// A type is used by one thread at a time, together with its table.
 class TVTYPES_API StructDataType : public TVTypeSys::DataType {
   public:
     /// Constructs a type without elements, with the qualifier DataTypeQualifierStruct.
@@ -85,8 +88,10 @@ class TVTYPES_API StructDataType : public TVTypeSys::DataType {
     /// Returns whether setDFSIdxFromFlatIdx has set no table, or an empty one.
     bool isFlatElementCacheEmpty() const { return dfsIdxFromFlatIdx_.empty(); }
 
-    /// Returns the cache entry of a node, and makes an empty one if there is none. The pointer is
-    /// valid until the type is destroyed.
+    /// Returns the cache entry of a depth-first node, and makes an empty one if there is none. The
+    /// pointer is valid until the type is destroyed. A node is cached in the type of the view and
+    /// in those of the structs around it; if more than 16 structs are nested in each other there,
+    /// in the type of the view and that of the innermost struct.
     DFSElementCache* getCachedElement(int dfsIdx);
 
     /// Returns whether generated code has padding members; false by default.
@@ -121,8 +126,7 @@ class TVTYPES_API StructDataType : public TVTypeSys::DataType {
     SummaryFlags cacheForFrequentlyAccessedProperties(const TVTypeSys::DataTypeTable* table);
 
   private:
-    friend struct TVTypeSys::ViewCache;
-    void forgetPositions();
+    friend class TVTypeSys::ElementWalk;
 
     int numFlatElements_ = 0;
     int numRawElements_ = 0;
@@ -135,5 +139,6 @@ class TVTYPES_API StructDataType : public TVTypeSys::DataType {
     int emitPadding_ = -1; // -1: not set
     bool propertiesCached_ = false;
     SummaryFlags summaryFlags_;
-    std::unique_ptr<TVTypeSys::ViewCache> viewCache_; // null until a view reads
+    std::unique_ptr<TVTypeSys::ElementCache> elementCache_; // null until a node is read
+    std::uint64_t layoutVersion_; // changes with the elements and the counts
 };

@@ -12,7 +12,7 @@
 class TVTYPES_API StructElement {
   public:
     /// Constructs an element with the defaults of the fields.
-    StructElement() = default;
+    StructElement();
     /// Releases the dimensions with utFree.
     ~StructElement();
     StructElement(const StructElement&) = delete;

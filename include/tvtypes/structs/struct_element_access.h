@@ -4,16 +4,34 @@
 
 #include <tvtypes/export.h>
 
+#include <memory>
+
 namespace TVTypeSys {
 
 class DataTypeTable;
+struct Root;
+struct ViewPositions;
 
 /// Getters of the elements or nodes of a struct type, by index in a numbering.
 ///
-/// A view refers to a table and the id of a struct type or of an alias of one. It owns neither and
-/// keeps no other state: what it reads is cached in the struct type, which must be read by one
-/// thread at a time. The types of all elements must be in the table. Elements, offsets and counts
-/// are those that the client has set.
+/// A view refers to a table and the id of a struct type or of an alias of one, and owns neither.
+/// The types of all elements must be in the table. Elements, offsets and counts are those that the
+/// client has set.
+///
+/// Elements and offsets of depth-first nodes and the table of the leaves are cached in the struct
+/// types and stay as they were first read (StructDataType::getCachedElement); everything else is
+/// read from the elements. A view keeps the positions that it has computed, in memory proportional
+/// to the elements of the types that it has read and to the depth of nesting. It computes them
+/// again when the type of the view gets new elements or counts; after other changes of elements,
+/// such as their dimensions, use a new view.
+///
+/// Reading n indices in ascending or descending order through one view takes time proportional to n
+/// and to the elements. Any other read searches for the index from the root: in time logarithmic in
+/// the elements and proportional to the depth through a view that has read before, and through a
+/// new view linear in the elements of the structs on the path.
+///
+/// Reading writes to the struct types, so a table and its views are used by one thread at a time.
+/// Views of different tables may be used at the same time.
 ///
 /// Strings, dimensions and elements that a getter returns are owned by the struct type. A getter
 /// throws TorvaneTypes::general::InvalidStructIndex (name, index) for an index that the struct does
@@ -71,10 +89,13 @@ class TVTYPES_API StructElementAccess {
     const DataTypeTable& table() const { return *table_; }
     /// Returns the type id of the view.
     int dataTypeId() const { return dataTypeId_; }
+    /// Returns the positions that the view keeps, null before the first use.
+    std::shared_ptr<ViewPositions>& positions() { return positions_; }
 
   private:
     const DataTypeTable* table_;
     int dataTypeId_;
+    std::shared_ptr<ViewPositions> positions_;
 };
 
 /// Declares the overrides of the getters in a view.

@@ -1,14 +1,15 @@
 /// \file
 /// The unit database of the process.
 ///
-/// Nothing here is locked. The first call of UnitDatabase::getUnitDatabase must have returned
-/// before other threads use units; after that, any number of threads may read while none adds or
-/// clears.
+/// Any number of threads may call UnitDatabase::getUnitDatabase at once: the first call loads the
+/// database, and the others wait for it. Then any number of threads may read a database while none
+/// adds or clears. A database that a client has created is independent of that of the process.
 #pragma once
 
 #include <tvtypes/export.h>
 #include <tvtypes/units/unit.h>
 
+#include <atomic>
 #include <cstddef>
 #include <iosfwd>
 #include <memory>
@@ -70,7 +71,8 @@ class TVTYPES_API UnitDatabase {
 
     /// Returns the database of the process. The first call, and the first after a clearing
     /// operation, loads the file unitDBPath below the root of the installation, and throws what
-    /// loadUnitDatabase throws; further calls return what has been loaded.
+    /// loadUnitDatabase throws; further calls return what has been loaded. Takes no lock once the
+    /// database is loaded.
     static UnitDatabase* getUnitDatabase();
 
     /// Adds the contents of a file: unit systems, abstract units, concrete units, in this order. A
@@ -95,7 +97,8 @@ class TVTYPES_API UnitDatabase {
     /// TorvaneTypes::Unit messages: UnitAlreadyInDatabase (name, symbol), and adds nothing, if a
     /// unit is there that compares as equal in both orders; SymbolNotDefined for an empty name or
     /// alias; NameNotDefined for an empty symbol; SimilarInstanceThere (name, symbol) for an alias
-    /// that another unit has. Amortised constant time for each text of the unit.
+    /// that another unit has. Amortised constant time for each
+    /// text of the unit. Nothing is added if an exception is thrown, be it by the warning handler.
     void addUnit(const UnitBase& unit);
 
     /// Returns the first system with this name; null if there is none. Linear in their number.
@@ -126,8 +129,9 @@ class TVTYPES_API UnitDatabase {
     /// @{
 
     /// Appends the names, aliases or symbols that begin with the prefix, each once, in the order of
-    /// code units. Words of units that were cleared are still found. Another value of `by` finds
-    /// nothing. Logarithmic in the number of words, plus the result; the first call sorts them.
+    /// Trie::getWords. Words of units that were cleared are still found. Another value of `by`
+    /// finds nothing. Linear in the prefix and the subtree below it; the first call fills the
+    /// tries.
     void getAutoCompleteUnitSuggestions(SearchBy by, const std::u16string& prefix,
                                         std::vector<std::u16string>& out) const;
     void getAutoCompleteAbstractUnitSuggestions(SearchBy by, const std::u16string& prefix,
@@ -167,8 +171,9 @@ class TVTYPES_API UnitDatabase {
     /// \name Clearing
     /// @{
 
-    /// Destroys units or unit systems. \pre No other unit refers to them. The next
-    /// getUnitDatabase() loads the file again, in addition to what was not cleared.
+    /// Destroys units or unit systems. \pre No other unit refers to them. If this is the database
+    /// of the process, the next getUnitDatabase() loads the file again, in addition to what was not
+    /// cleared. Throws std::bad_alloc with nothing cleared if completion cannot keep the words.
     void clearAllUnits();
     void clearAllAbstractUnits();
     void clearAllUnitSystems();
@@ -182,9 +187,11 @@ class TVTYPES_API UnitDatabase {
     class TVTYPES_LOCAL UnitRepository;
     friend class UnitLookup;
 
-    /// Changes when units may have been destroyed, in any database.
-    static unsigned generation_;
-    void forget();
+    /// The database of the process once it has been loaded, or null. Read without a lock.
+    TVTYPES_LOCAL static std::atomic<UnitDatabase*> published_;
+    /// Changes when that database is replaced or units of it may have been destroyed.
+    TVTYPES_LOCAL static std::atomic<unsigned> generation_;
+    TVTYPES_LOCAL void forget();
 
     std::vector<std::unique_ptr<UnitSystem>> unitSystems_;
     std::unique_ptr<FundamentalUnits> fundamentalUnits_;

@@ -51,7 +51,8 @@ class TVTYPES_API Rational {
     /// Moves factors of ten from both parts to the exponent.
     void simplifyFraction();
 
-    /// Returns the nearest double, up to the rounding of a division and a multiplication.
+    /// Returns numerator / denominator times 10^exponent in double, each of the three correctly
+    /// rounded: the same on every machine. A power above 10^308 is infinity.
     double toDouble() const;
 
     /// Returns the quotient of the values as doubles.

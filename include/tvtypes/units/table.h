@@ -24,7 +24,8 @@ namespace TVTypeSys {
 /// The unit of a text that is a name, symbol or alias of the unit database is a copy of that unit;
 /// any other text defines a composite unit, which is in this table only. Each spelling has an id of
 /// its own. Units of the table refer to units of the database, which must not be cleared before the
-/// table is destroyed or reset. A table may be used by one thread at a time.
+/// table is destroyed or reset. A table may be used by one thread at a time; different tables may
+/// be used by different threads. An operation that throws changes nothing.
 class TVTYPES_API UnitTable {
   public:
     /// Creates a table with "inherit" and "unitless". Loads the unit database if it is not loaded,
@@ -80,7 +81,8 @@ class TVTYPES_API UnitTable {
 
     /// Registers `expression` as a text of the id of a unit, and adds the unit under this id. The
     /// table takes ownership and makes no copy. If the id has a unit already, that one stays and
-    /// `unit` is destroyed. Null is ignored. Neither the id nor the text is checked.
+    /// `unit` is destroyed. Null is ignored. Neither the id nor the text is checked. If it throws
+    /// std::bad_alloc, the caller still owns the unit.
     void addUnit(const std::u16string& expression, UnitBase* unit);
 
     /// Removes a unit and destroys it. Throws TorvaneTypes::general::InvalidDataTypeId (id) if the
@@ -130,7 +132,9 @@ class TVTYPES_API UnitTable {
     /// Creates the unit of a text from its names and powers. Without powers, a composite unit gets
     /// no canonical form. Returns null if a name is not in the database.
     std::unique_ptr<UnitBase> makeUnit(const std::u16string& text, const Monomial* terms) const;
-    void enter(const std::u16string& text, std::unique_ptr<UnitBase> unit, unsigned generation);
+    /// Takes the unit unless it throws std::bad_alloc; a unit whose id is in use stays with the
+    /// caller.
+    void enter(const std::u16string& text, std::unique_ptr<UnitBase>& unit, unsigned generation);
 
     std::map<int, Entry> idToUnit_;
     boost::unordered_map<std::u16string, Registration> exprToId_;

@@ -86,8 +86,9 @@ class TVTYPES_API UnitBase {
     /// \pre The canonical form has not been built: a second call adds everything again.
     ///
     /// Throws ParsingError (expression), with nothing changed; UnitNotInDatabase (name), with the
-    /// terms before that name added. Warns with LossOfPrecision (symbol) if `scaling` has lost
-    /// digits. Linear in the length of the expression, times the logarithm of the number of terms.
+    /// terms before that name added; std::bad_alloc, with nothing changed. Warns with
+    /// LossOfPrecision (symbol) if `scaling` has lost digits. Linear in the length of the
+    /// expression, times the logarithm of the number of terms.
     virtual void parseExpressionAndGenerateAST();
 
     /// Prints "Unit : 'kg*m/s^2'" and a line end.

@@ -48,9 +48,7 @@ class TV_PLATFORM_API SymbolicExpr {
 
     /// Returns the number of dimensions of a list; 0 for all else.
     virtual unsigned long getNumDimensions() const { return 0; }
-    /// Returns the id of a dimension, from 0. Throws
-    /// TorvaneTypes::Dimensions::InvalidDimensionIndex (index, number of dimensions) if there is
-    /// none.
+    /// Returns the id of a dimension, from 0. Throws std::out_of_range if there is none.
     unsigned long getDimension(unsigned long index) const;
 
     /// \name Operands

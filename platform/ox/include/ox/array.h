@@ -2,8 +2,9 @@
 /// Reference-counted values of the host: numbers, texts and arrays of records. Memory of the host.
 ///
 /// A value is created with one reference and destroyed with its last one. Functions that read a
-/// value accept null, and return for it what they return for a value of another kind. Reference
-/// counts are not atomic: a value may be used by one thread at a time.
+/// value accept null, and return for it what they return for a value of another kind unless they
+/// say otherwise. Reference counts are not atomic: a value may be used by one thread at a time,
+/// reads included.
 #pragma once
 
 #include <fnd/export.h>
@@ -69,7 +70,8 @@ TV_PLATFORM_API const std::vector<std::string>& oxGetFieldNames(const oxArray_ta
 
 /// Returns the field of a record, by name or by its position among the names, each counted from 0.
 /// The first of several fields with a name. The array keeps its reference. Null if there is no such
-/// record or field, or if the field is empty. By name, logarithmic in the number of fields.
+/// record or field, or if the field is empty. By name, constant time for the field after the one
+/// that was read last, else logarithmic in the number of fields. A null name is no field's.
 TV_PLATFORM_API const oxArray_tag* oxGetField(const oxArray_tag* value, std::size_t index,
                                               const char* fieldName);
 TV_PLATFORM_API const oxArray_tag* oxGetFieldAt(const oxArray_tag* value, std::size_t index,
@@ -89,10 +91,11 @@ TV_PLATFORM_API bool oxSetFieldAt(oxArray_tag* value, std::size_t index, std::si
 /// @}
 
 /// Adds a reference to a value, clears its mark as a temporary, which its holder may change in
-/// place, and returns the same value. \pre It is not null.
+/// place, and returns the same value. Null is ignored.
 TV_PLATFORM_API const oxArray_tag* oxShareArray(const oxArray_tag* value);
 
-/// Releases a reference. The last one destroys the value and releases its fields. Null is ignored.
+/// Releases a reference. The last one destroys the value and releases its fields, without
+/// recursion and without allocating memory. Null is ignored.
 TV_PLATFORM_API void oxDestroyArray(oxArray_tag* value);
 
 /// Deleter of std::unique_ptr for references.
@@ -101,10 +104,10 @@ struct TOxArrayDeleter {
     void operator()(oxArray_tag* value) const noexcept { oxDestroyArray(value); }
 };
 
-/// Returns the number of references. \pre The value is not null.
+/// Returns the number of references; 0 for null.
 TV_PLATFORM_API int oxGetReferenceCount(const oxArray_tag* value);
 
-/// Returns whether the value has never been shared. \pre It is not null.
+/// Returns whether the value has never been shared; false for null.
 TV_PLATFORM_API bool oxIsTemporary(const oxArray_tag* value);
 
 /// Allocates zeroed memory of the host for `count` elements of `elementSize` bytes; returns null on

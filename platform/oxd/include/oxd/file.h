@@ -43,5 +43,5 @@ struct TOxdFileDeleter {
 /// error";
 /// "" if it succeeded. Lines and columns count from 1, columns in characters; the position is where
 /// parsing stopped: at the error or at the end of an invalid value. There is no position if no text
-/// was read.
+/// was read. At most 1,024 bytes.
 TV_PLATFORM_API std::string oxdLastError();

@@ -11,7 +11,8 @@
 
 namespace msgcore {
 
-/// A message with its arguments. Each message id is a derived class.
+/// A message with its arguments. Each message id is a derived class; one that is not in the catalogue
+/// overrides text().
 class TV_PLATFORM_API BaseMsgID {
   public:
     virtual ~BaseMsgID();
@@ -25,7 +26,7 @@ class TV_PLATFORM_API BaseMsgID {
     const std::vector<std::string>& arguments() const { return arguments_; }
 
     /// Returns the catalogue's sentence with the arguments filled in.
-    std::string text() const;
+    virtual std::string text() const;
 
   protected:
     /// Takes the full id and the texts of the arguments.

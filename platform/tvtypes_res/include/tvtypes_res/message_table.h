@@ -56,14 +56,11 @@
     ROW(general, DataTypeGreaterThanFcnUnknownError,         void(Text)) \
     ROW(general, DataTypeGreaterEqualFcnDoesNotExist,        void(Text)) \
     ROW(general, DataTypeGreaterEqualFcnUnknownError,        void(Text)) \
-    /* Views of a struct type. Text: its name. */ \
-    ROW(general, InvalidStructIndex,                         void(Text, Number)) \
     /* Functions of the host. Text: the function's name, then the reason. */ \
     ROW(general, HostFunctionDoesNotExist,                   void(Text)) \
     ROW(general, HostFunctionFailed,                         void(Text, Text)) \
     ROW(general, HostFunctionWithoutResult,                  void(Text, Number)) \
-    /* Units. Text: expressions, names and symbols; for the database its path and a variable; for a */ \
-    /* record of it the variable, the index from 0, and the field. */ \
+    /* Units. Text: expressions, names and symbols; for the database its path and a variable. */ \
     ROW(Unit, ParsingError,                                  void(Text)) \
     ROW(Unit, InvalidUnitExpression,                         void(Text)) \
     ROW(Unit, UnitNotInDatabase,                             void(Text)) \
@@ -74,15 +71,11 @@
     ROW(Unit, SymbolNotDefined,                              void()) \
     ROW(Unit, NameNotDefined,                                void()) \
     ROW(Unit, UnitDatabaseFileOpenError,                     void(Text)) \
-    ROW(Unit, UnitDatabaseFileUnreadable,                    void(Text)) \
     ROW(Unit, UnitDatabaseFileLoadMissingFieldError,         void(Text, Text)) \
     ROW(Unit, UnitDatabaseFileLoadFieldError,                void(Text, Text)) \
-    ROW(Unit, UnitDatabaseFileLoadRecordError,               void(Text, Number, Text)) \
-    /* Symbolic dimensions. Text: expressions. Numbers: a column from 1; an index from 0 and the number */ \
-    /* of dimensions. */ \
+    /* Symbolic dimensions. Text: expressions. Number: a column from 1. */ \
     ROW(Dimensions, InvalidSymbolicDimensionExpr,            void(Text, Number)) \
     ROW(Dimensions, InvalidSymbolicDimensionSpec,            void()) \
-    ROW(Dimensions, InvalidDimensionIndex,                   void(Number, Number)) \
     ROW(Dimensions, InconsistentSymbolicDimensionNotEqual,   void(Text, Text, Text)) \
     ROW(Dimensions, InconsistentSymbolicDimensionEqual,      void(Text, Text, Text)) \
     ROW(Dimensions, InconsistentSymbolicDimensionGreaterThan, void(Text, Text, Text))

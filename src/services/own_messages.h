@@ -1,0 +1,60 @@
+/// \file
+/// Messages of this library that a host's catalogue does not have. They bring their sentences.
+#pragma once
+
+#include <tvtypes_res/base_msg_id.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace TVTypeSys {
+
+/// A message with a sentence of its own.
+class OwnMessage : public msgcore::BaseMsgID {
+  public:
+    std::string text() const override { return sentence_; }
+
+  protected:
+    /// Takes the full id, the texts of the arguments, and the sentence with the arguments filled
+    /// in.
+    OwnMessage(std::string_view id, std::vector<std::string> arguments, std::string sentence);
+    ~OwnMessage() override;
+
+  private:
+    std::string sentence_;
+};
+
+/// Messages by name; the id of InvalidStructIndex is TorvaneTypes::general::InvalidStructIndex.
+namespace own {
+
+/// An index of a view. Arguments: name of the struct type, index.
+class InvalidStructIndex final : public OwnMessage {
+  public:
+    InvalidStructIndex(const std::string& type, std::int64_t index);
+};
+
+/// TorvaneTypes::Dimensions. Arguments: index from 0, number of dimensions.
+class InvalidDimensionIndex final : public OwnMessage {
+  public:
+    InvalidDimensionIndex(std::int64_t index, std::int64_t count);
+};
+
+/// TorvaneTypes::Unit, after UnitDatabaseFileOpenError. Argument: the reason.
+class UnitDatabaseFileUnreadable final : public OwnMessage {
+  public:
+    explicit UnitDatabaseFileUnreadable(const std::string& reason);
+};
+
+/// TorvaneTypes::Unit, after UnitDatabaseFileLoadFieldError. Arguments: variable, index of the
+/// record from 0, field.
+class UnitDatabaseFileLoadRecordError final : public OwnMessage {
+  public:
+    UnitDatabaseFileLoadRecordError(const std::string& variable, std::int64_t index,
+                                    const std::string& field);
+};
+
+} // namespace own
+
+} // namespace TVTypeSys

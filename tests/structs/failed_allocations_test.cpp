@@ -1,0 +1,106 @@
+#include "structs/struct_fixture.h"
+#include "support/failing_allocations.h"
+
+#include <tvtypes/elementaccess.h>
+
+#include <functional>
+#include <memory>
+
+namespace TVTypeSys {
+namespace {
+
+// Outer has an array of 100 Middle, which have an array of two Inner and an int8.
+class Model : public StructTest {
+  public:
+    Model() {
+        StructDataType& inner = addStruct("Inner", 2);
+        fill(inner, 0, "real", 0).setOffset(0);
+        fill(inner, 1, "complex", 4, {3}, true).setOffset(8);
+        count(inner);
+        StructDataType& middle = addStruct("Middle", 2);
+        fill(middle, 0, "array", inner.getId(), {2}).setOffset(0);
+        fill(middle, 1, "an_element_with_a_long_name", 2).setOffset(40);
+        count(middle);
+        fill(outer, 0, "copies", middle.getId(), {100}).setOffset(0);
+        count(outer);
+    }
+    void TestBody() override {}
+    using StructTest::table;
+
+    // The answers of all views, in which -1 stands for an invalid index.
+    std::vector<int> answers() {
+        std::vector<int> all{result,
+                             static_cast<int>(path.size()),
+                             unread.getNumElements(),
+                             outer.isFlatElementCacheEmpty(),
+                             outer.hasComplexData(),
+                             structAt(16).hasComplexData()};
+        for (int i = 0; i < 50; ++i) {
+            for (const auto& read : std::initializer_list<std::function<int()>>{
+                     [&] { return nodes.getOffset(i); },
+                     [&] { return nodes.getStructElement(i)->dataTypeId; },
+                     [&] { return nodes.getRawElementIdx(i); },
+                     [&] { return scalars.getOffset(i); },
+                     [&] { return elements.getRawElementIdx(i); }}) {
+                int answer = -1;
+                thrownError([&] { answer = read(); });
+                all.push_back(answer);
+            }
+        }
+        return all;
+    }
+
+    StructDataType& outer = addStruct("Outer", 1); // id 14
+    StructDataType& unread = addStruct("Unread", 1);
+    DFSElementAccess nodes{&table, 14};
+    FlatElementAccess leaves{&table, 14};
+    RawElementAccess scalars{&table, 14};
+    ImmediateElementAccess elements{&table, 14};
+    int result = 0;
+    std::vector<std::pair<std::string, int>> path;
+};
+
+} // namespace
+
+TEST(FailedAllocations, LeaveStructsUnchanged) {
+    const std::pair<const char*, std::function<void(Model&)>> operations[] = {
+        {"setNumElements", [](Model& model) { model.unread.setNumElements(3); }},
+        {"setDFSIdxFromFlatIdx",
+         [](Model& model) {
+             model.outer.setDFSIdxFromFlatIdx({1, 2, 3});
+         }},
+        {"summary flags",
+         [](Model& model) {
+             model.outer.createCacheForFrequentlyAccessedProperties(&model.table);
+         }},
+        {"element",
+         [](Model& model) { model.result = model.nodes.getStructElement(9)->dataTypeId; }},
+        {"nested struct", [](Model& model) { model.result = model.nodes.getDataTypeId(7); }},
+        {"offset", [](Model& model) { model.result = model.nodes.getOffset(9); }},
+        {"index of scalar", [](Model& model) { model.result = model.nodes.getRawElementIdx(30); }},
+        {"path", [](Model& model) { model.nodes.getFullPath(9, true, model.path); }},
+        {"leaf", [](Model& model) { model.result = model.leaves.getDFSIdx(3); }},
+        {"offset of scalar", [](Model& model) { model.result = model.scalars.getOffset(40); }},
+        {"immediate element",
+         [](Model& model) { model.result = model.elements.getRawElementIdx(1); }},
+    };
+    for (const auto& [name, operation] : operations) {
+        expectUnchangedOnFailedAllocation(
+            name, [] { return std::make_unique<Model>(); }, operation,
+            [](Model& model) { return model.answers(); });
+    }
+}
+
+TEST(FailedAllocations, RawViewNeedsNoMemoryForCopies) {
+    Model model;
+    const int count = model.scalars.getNumElements();
+    for (int i = 0; i < count / 100; ++i) {
+        model.scalars.getOffset(i); // one of the copies
+    }
+    const FailingAllocations failing(0, Failures::FromThere);
+    for (int i = 0; i < count; ++i) {
+        model.scalars.getOffset(i);
+    }
+}
+
+} // namespace TVTypeSys

@@ -1,0 +1,198 @@
+// What remains after a failed allocation.
+#include "support/failing_allocations.h"
+#include "units/database_fixture.h"
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+using TVTypeSys::FundamentalUnits;
+using TVTypeSys::Trie;
+using TVTypeSys::Unit;
+using TVTypeSys::UnitBase;
+using TVTypeSys::UnitBaseInstanceMapping;
+using TVTypeSys::UnitDatabase;
+using TVTypeSys::UnitFactory;
+using TVTypeSys::UnitTable;
+
+/// Texts that are longer than those that std::u16string stores in itself.
+const std::u16string longName = u"a name of a unit that needs memory";
+
+std::unique_ptr<Unit> makeUnit(const std::u16string& expression) {
+    std::unique_ptr<Unit> unit(UnitFactory::createUnit(
+        0, longName, expression, "a display text that needs memory", {2, 1, 0}, {0, 1, 0},
+        {u"first alias", u"second alias", u"third alias", u"fourth alias", u"fifth alias"}, "",
+        {u"SI"}, false, UnitFactory::getDefaultAbstractUnit()));
+    unit->symbol = longName + u" symbol";
+    return unit;
+}
+
+/// One object of each class.
+struct State {
+    State() : added(makeUnit(u"m*kg")), parsed(makeUnit(u"kN*degC/min^2*kN")), monomial() {
+        table.registerUnit("km/s", true);
+        database.addUnit(unit);
+        parseUnitExpr(u"metre*second", monomial);
+        mapping.addUnit(parsed.get());
+    }
+
+    Unit unit{*makeUnit(u"m")};
+    UnitTable table;
+    UnitDatabase database;
+    FundamentalUnits fundamental;
+    Trie trie;
+    UnitBaseInstanceMapping mapping;
+    std::unique_ptr<Unit> added;
+    std::unique_ptr<Unit> parsed;
+    Monomial monomial;
+    UnitBase::ReferenceSet found;
+    std::vector<std::u16string> words;
+    tvsvDiagnosticImpl* diagnostic = nullptr;
+    int id = 7;
+};
+
+using Snapshot = std::vector<std::string>;
+
+Snapshot snapshot(State& state) {
+    Snapshot all;
+    const auto add = [&](const std::u16string& text) {
+        all.emplace_back(text.begin(), text.end());
+    };
+    const auto addNumber = [&](auto number) { all.push_back(std::to_string(number)); };
+    const auto addUnits = [&](const auto& units) {
+        for (const auto& unit : units) {
+            const UnitBase& one = unit;
+            add(one.name + u"|" + one.symbol + u"|" + one.expression);
+        }
+    };
+    const UnitTable& table = state.table;
+    addNumber(table.getNumUnits());
+    for (const char* text : {"inherit", "unitless", "km/s", "kN*celsius/minute^2", "m"}) {
+        addNumber(table.getUnitId(text));
+    }
+    for (int id = -1; id < 6; ++id) {
+        if (const UnitBase* unit = table.getUnit(id)) {
+            add(unit->expression + u"|" + unit->symbol);
+            all.push_back(unit->display + unit->baseScalingFactor.toString());
+        }
+    }
+    const UnitDatabase& database = state.database;
+    addNumber(database.getNumUnits() + 100 * database.getNumUnitSystems());
+    addUnits(database.getAllUnits());
+    for (const std::u16string& text :
+         {longName, state.added->symbol, state.added->aliases.back()}) {
+        addUnits(database.getUnit(text));
+        std::vector<const UnitBase*> units;
+        state.mapping.findUnitByName(units, text);
+        state.mapping.findUnitBySymbol(units, text);
+        state.mapping.findUnitByAlias(units, text);
+        addNumber(units.size());
+    }
+    std::vector<std::u16string> words;
+    for (const auto by : {UnitDatabase::SearchByName, UnitDatabase::SearchByAlias}) {
+        database.getAutoCompleteUnitSuggestions(by, u"", words);
+    }
+    state.trie.getWords(words, u"");
+    words.insert(words.end(), state.words.begin(), state.words.end());
+    words.insert(words.end(), state.monomial.names.begin(), state.monomial.names.end());
+    std::for_each(words.begin(), words.end(), add);
+    std::for_each(state.monomial.powers.begin(), state.monomial.powers.end(), addNumber);
+    addUnits(state.fundamental.concrete());
+    addUnits(state.fundamental.dimensionless());
+    addUnits(state.found);
+    addNumber(state.parsed->exprTermMap.size() + 10 * state.parsed->fundamentalExprAST.size());
+    all.push_back(state.parsed->baseScalingFactor.toString());
+    addNumber(state.id);
+    return all;
+}
+
+class FailedUnitAllocations : public WithUnitDatabase {};
+
+TEST_F(FailedUnitAllocations, LeaveEverythingUnchanged) {
+    const std::pair<const char*, std::function<void(State&)>> operations[] = {
+        {"registerUnit composite",
+         [](State& state) { state.table.registerUnit("kN*celsius/minute^2", true); }},
+        {"registerUnit of the database", [](State& state) { state.table.registerUnit("m", true); }},
+        {"registerUnit known", [](State& state) { state.table.registerUnit("km/s", true); }},
+        {"RegisterUnit",
+         [](State& state) {
+             UnitTable::RegisterUnit(&state.table, "Model/A block", "kN/minute", &state.id);
+         }},
+        {"UnitTable::addUnit",
+         [](State& state) {
+             std::unique_ptr<Unit> unit = makeUnit(u"m*kg");
+             unit->setId(4);
+             state.table.addUnit(longName, unit.get());
+             static_cast<void>(unit.release());
+         }},
+        {"resetToBuiltin", [](State& state) { state.table.resetToBuiltin(); }},
+        {"UnitDatabase::addUnit", [](State& state) { state.database.addUnit(*state.added); }},
+        {"addUnitSystem",
+         [](State& state) { state.database.addUnitSystem(TVTypeSys::UnitSystem(longName)); }},
+        {"clearAll", [](State& state) { state.database.clearAll(); }},
+        {"completion",
+         [](State& state) {
+             state.database.getAutoCompleteUnitSuggestions(UnitDatabase::SearchByName, u"a",
+                                                           state.words);
+         }},
+        {"completion of units",
+         [](State& state) {
+             state.database.appendAutoCompleteUnits(UnitDatabase::SearchByAlias, state.found, u"");
+         }},
+        {"fundamental lookup",
+         [](State& state) { state.database.addMatchingFundamentalUnitToList(u"kg", state.found); }},
+        {"concrete fundamental unit",
+         [](State& state) {
+             state.fundamental.createAndAddConcreteUnit("rad", "rad", "an angle in radians",
+                                                        UnitFactory::getDefaultAbstractUnit());
+         }},
+        {"dimensionless unit",
+         [](State& state) {
+             state.fundamental.createAndAddDimensionlessAbstractUnit("x", "x", "one of no unit");
+         }},
+        {"Trie::addWord", [](State& state) { state.trie.addWord(longName); }},
+        {"mapping", [](State& state) { state.mapping.addUnit(state.added.get()); }},
+        {"parse", [](State& state) { state.parsed->parseExpressionAndGenerateAST(); }},
+        {"parseUnitExpr", [](State& state) { parseUnitExpr(u"m^2/(kg*s)", state.monomial); }},
+        {"product",
+         [](State& state) {
+             Monomial factor;
+             parseUnitExpr(u"second/a_name_that_needs_memory", factor);
+             state.monomial /= factor;
+         }},
+    };
+    for (const auto& [name, operation] : operations) {
+        expectUnchangedOnFailedAllocation(
+            name, [] { return std::make_unique<State>(); }, operation, snapshot);
+    }
+}
+
+// A load keeps what it had read when it failed: each unit that is counted is found.
+TEST_F(FailedUnitAllocations, InterruptLoad) {
+    const std::u16string path(fnd::filesystem::get_install_path() + UnitDatabase::unitDBPath);
+    database();
+    bool triggered = true;
+    for (int index = 0; triggered; index += 7) {
+        UnitDatabase loaded;
+        {
+            const FailingAllocations failing(index, Failures::Once);
+            try {
+                loaded.loadUnitDatabase(path);
+            } catch (const std::bad_alloc&) {
+            } catch (const fnd::except::IException& error) {
+                EXPECT_EQ(messageSummary(error.diagnostic(), 1),
+                          "UnitDatabaseFileUnreadable(memory ran out)");
+            }
+            triggered = failing.triggered();
+        }
+        const UnitBase::ReferenceSet all = loaded.getAllUnits();
+        ASSERT_EQ(all.size(), loaded.getNumUnits());
+        for (const UnitBase& unit : all) {
+            ASSERT_EQ(loaded.getUnit(unit.symbol).count(boost::cref(unit)), 1) << index;
+        }
+        ASSERT_TRUE(triggered || all.size() == units.size());
+    }
+}
+
+} // namespace

@@ -1,0 +1,150 @@
+// The parts of the unit database that clients may use by themselves.
+#include "units/database_fixture.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <memory>
+#include <random>
+#include <set>
+
+namespace {
+
+using TVTypeSys::FundamentalUnits;
+using TVTypeSys::Node;
+using TVTypeSys::Trie;
+using TVTypeSys::UnitBase;
+using TVTypeSys::UnitBaseInstanceMapping;
+using TVTypeSys::UnitFactory;
+using Words = std::vector<std::u16string>;
+
+std::u16string randomText(std::mt19937& random, std::size_t longest) {
+    std::u16string text;
+    for (std::size_t length = random() % (longest + 1); text.size() < length;) {
+        text += u"aB\xD800"[random() % 3];
+    }
+    return text;
+}
+
+TEST(Trie, MatchesSetOfWords) {
+    std::mt19937 random(7);
+    Trie trie;
+    std::set<std::u16string> words;
+    for (int i = 0; i < 200; ++i) {
+        const std::u16string word = randomText(random, 6);
+        trie.addWord(word);
+        if (!word.empty()) {
+            words.insert(word);
+        }
+        const std::u16string prefix = randomText(random, 3);
+        Words found{u"first"};
+        trie.getWords(found, prefix);
+        std::map<std::u16string, std::ptrdiff_t> positions;
+        for (auto one = found.begin() + 1; one != found.end(); ++one) {
+            EXPECT_TRUE(positions.emplace(*one, one - found.begin()).second) << "twice";
+        }
+        const auto begins = [&](const auto& one) { return one.substr(0, prefix.size()) == prefix; };
+        ASSERT_EQ(positions.size(), std::count_if(words.begin(), words.end(), begins));
+        for (const auto& [extension, position] : positions) {
+            ASSERT_TRUE(words.count(extension) == 1 && begins(extension));
+            for (std::size_t length = 0; length < extension.size(); ++length) {
+                const auto shorter = positions.find(extension.substr(0, length));
+                ASSERT_TRUE(shorter == positions.end() || shorter->second < position);
+            }
+        }
+    }
+}
+
+TEST(Trie, HoldsLongWordsAndPartialPaths) {
+    Trie trie;
+    const std::u16string word(1000000, u'x');
+    trie.addWord(word);
+    Words found;
+    trie.getWords(found, word.substr(1));
+    EXPECT_EQ(found, Words({word}));
+    Node* a = trie.getRoot()->addChild(u'a', true);
+    EXPECT_EQ(trie.getRoot()->addChild(u'a', false), a); // still the end of a word
+    a->addChild(u'b', false);
+    EXPECT_EQ(trie.findLastNodeForMatchingString(u"ab")->getCharacter(), u'b');
+    EXPECT_EQ(trie.findLastNodeForMatchingString(u"abc"), nullptr);
+    found.clear();
+    trie.getStringCombinations(a, found, u"-");
+    trie.getStringCombinations(nullptr, found, u"-");
+    EXPECT_EQ(found, Words({u"-"})); // "ab" is not a word
+    trie.getRoot()->remove();
+    trie.getWords(found, u"");
+    EXPECT_EQ(found.size(), 1);
+}
+
+TEST(UnitBaseInstanceMapping, MatchesMultimaps) {
+    std::size_t warnings = 0;
+    const auto before = tvsvSetWarningHandler([&](const tvsvDiagnosticImpl&) { ++warnings; });
+    std::mt19937 random(11);
+    std::vector<std::unique_ptr<UnitBase>> units;
+    std::array<std::multimap<std::u16string, const UnitBase*>, 3> expected;
+    UnitBaseInstanceMapping mapping;
+    std::size_t expectedWarnings = 0;
+    for (int i = 0; i < 300; ++i) {
+        units.emplace_back(UnitFactory::createAbstractUnit(u"m", {1, 1, 0}, {0, 1, 0}));
+        UnitBase& unit = *units.back();
+        unit.name = randomText(random, 3);
+        unit.symbol = randomText(random, 3);
+        for (std::size_t count = random() % 4; unit.aliases.size() < count;) {
+            unit.aliases.push_back(randomText(random, 3));
+        }
+        const auto known = expected[2];
+        const auto add = [&](std::size_t role, const std::u16string& text) {
+            if (text.empty() || (role == 2 && known.count(text) != 0)) {
+                ++expectedWarnings;
+            }
+            if (!text.empty()) {
+                expected[role].emplace(text, &unit);
+            }
+        };
+        add(0, unit.name);
+        add(1, unit.symbol);
+        for (const std::u16string& alias : unit.aliases) {
+            add(2, alias);
+        }
+        mapping.addUnit(&unit);
+        ASSERT_EQ(warnings, expectedWarnings);
+    }
+    constexpr std::array find = {&UnitBaseInstanceMapping::findUnitByName,
+                                 &UnitBaseInstanceMapping::findUnitBySymbol,
+                                 &UnitBaseInstanceMapping::findUnitByAlias};
+    for (int i = 0; i < 500; ++i) {
+        const std::u16string text = randomText(random, 3);
+        for (std::size_t role = 0; role < find.size(); ++role) {
+            std::vector<const UnitBase*> found;
+            (mapping.*find[role])(found, text);
+            std::vector<const UnitBase*> all;
+            const auto [first, last] = expected[role].equal_range(text);
+            std::transform(first, last, std::back_inserter(all),
+                           [](const auto& entry) { return entry.second; });
+            ASSERT_EQ(found, all);
+        }
+    }
+    tvsvSetWarningHandler(before);
+}
+
+TEST(FundamentalUnits, AreExtensible) {
+    FundamentalUnits units;
+    const UnitBase::Reference angle = units.createAndAddAbstractUnit("Angle", "a", "angle");
+    units.createAndAddConcreteUnit("rad", "rad", "Radians", angle);
+    units.createAndAddDimensionlessAbstractUnit("None", nullptr, "none");
+    std::u16string names;
+    for (const auto* set : {&units.concrete(), &units.abstract(), &units.dimensionless()}) {
+        for (const UnitBase& unit : *set) {
+            names += unit.name + u" ";
+        }
+        names += u"| ";
+    }
+    EXPECT_EQ(names, u"Amperes Candela Kelvin Kilogram Metres Moles Radians Seconds bits | "
+                     u"amount_of_substance angle electric_current length luminous_intensity mass "
+                     u"memory thermodynamic_temperature time | Unspecified none unitless | ");
+    EXPECT_EQ(std::next(units.dimensionless().begin())->get().fundamentalExprAST.size(), 9);
+    const std::unique_ptr<UnitBase> made(units.createAbstractUnit("Angle", "a", "angle"));
+    EXPECT_TRUE(made->compare(angle) == 0 && made->fundamentalExprAST.empty());
+}
+
+} // namespace
