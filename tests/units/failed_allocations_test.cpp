@@ -173,7 +173,7 @@ TEST_F(FailedUnitAllocations, InterruptLoad) {
     const std::u16string path(fnd::filesystem::get_install_path() + UnitDatabase::unitDBPath);
     database();
     bool triggered = true;
-    for (int index = 0; triggered; index += 7) {
+    for (int index = 0; triggered; ++index) {
         UnitDatabase loaded;
         {
             const FailingAllocations failing(index, Failures::Once);
