@@ -86,8 +86,8 @@ UnitDatabase* UnitDatabase::getUnitDatabase() {
     if (!database.loaded_) {
         const std::u16string path = installationRoot().append(databasePath);
         database.loaded_ = true;
-        // A load that throws is not repeated: what it has loaded is published. A warning handler may
-        // have cleared the database.
+        // A load that throws is not repeated: what it has loaded is published. A warning handler
+        // may have cleared the database.
         struct Publication {
             Loading& loading;
             ~Publication() {

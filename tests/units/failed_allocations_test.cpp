@@ -48,7 +48,6 @@ struct State {
     Monomial monomial;
     UnitBase::ReferenceSet found;
     std::vector<std::u16string> words;
-    tvsvDiagnosticImpl* diagnostic = nullptr;
     int id = 7;
 };
 
