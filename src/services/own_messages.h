@@ -14,13 +14,13 @@ namespace TVTypeSys {
 /// A message with a sentence of its own.
 class OwnMessage : public msgcore::BaseMsgID {
   public:
+    ~OwnMessage() override;
     std::string text() const override { return sentence_; }
 
   protected:
     /// Takes the full id, the texts of the arguments, and the sentence with the arguments filled
     /// in.
     OwnMessage(std::string_view id, std::vector<std::string> arguments, std::string sentence);
-    ~OwnMessage() override;
 
   private:
     std::string sentence_;

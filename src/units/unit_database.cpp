@@ -86,12 +86,14 @@ UnitDatabase* UnitDatabase::getUnitDatabase() {
     if (!database.loaded_) {
         const std::u16string path = installationRoot().append(databasePath);
         database.loaded_ = true;
-        // A load that throws is not repeated: what it has loaded is published.
+        // A load that throws is not repeated: what it has loaded is published. A warning handler
+        // may have cleared the database.
         struct Publication {
             Loading& loading;
             ~Publication() {
                 ++generation_;
-                published_.store(_unit_database_.get(), std::memory_order_release);
+                published_.store(_unit_database_->loaded_ ? _unit_database_.get() : nullptr,
+                                 std::memory_order_release);
                 loading.thread.store(std::thread::id(), std::memory_order_relaxed);
             }
         };

@@ -39,7 +39,7 @@ void useFixedPointTexts(std::ostream& out) {
 void useUnits(std::ostream& out) {
     UnitTable table;
     const int id = table.registerUnit("km/h", true);
-    out << table << *table.getUnit(id)
+    out << table.getNumUnits() << *table.getUnit(id)
         << thrownError([&] { table.registerUnit("no such unit", true); });
     std::vector<std::u16string> words;
     UnitDatabase::getUnitDatabase()->getAutoCompleteUnitSuggestions(UnitDatabase::SearchByName,
@@ -47,7 +47,8 @@ void useUnits(std::ostream& out) {
     out << words.size();
     UnitDatabase own;
     own.clearAll();
-    out << own;
+    out << own << thrownError([&] { own.loadUnitDatabase(u"/no such file"); })
+        << table.getUnit(id)->getBaseUnitSymbol(8).size() << UnitTable::getNumBaseUnits();
 }
 
 void useSymbolicDims(std::ostream& out) {

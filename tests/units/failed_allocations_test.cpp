@@ -48,7 +48,6 @@ struct State {
     Monomial monomial;
     UnitBase::ReferenceSet found;
     std::vector<std::u16string> words;
-    tvsvDiagnosticImpl* diagnostic = nullptr;
     int id = 7;
 };
 
@@ -173,7 +172,7 @@ TEST_F(FailedUnitAllocations, InterruptLoad) {
     const std::u16string path(fnd::filesystem::get_install_path() + UnitDatabase::unitDBPath);
     database();
     bool triggered = true;
-    for (int index = 0; triggered; index += 7) {
+    for (int index = 0; triggered; ++index) {
         UnitDatabase loaded;
         {
             const FailingAllocations failing(index, Failures::Once);

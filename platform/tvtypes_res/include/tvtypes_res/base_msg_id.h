@@ -11,8 +11,8 @@
 
 namespace msgcore {
 
-/// A message with its arguments. Each message id is a derived class; one that is not in the catalogue
-/// overrides text().
+/// A message with its arguments. Each message id is a derived class; one that is not in the
+/// catalogue overrides text().
 class TV_PLATFORM_API BaseMsgID {
   public:
     virtual ~BaseMsgID();
