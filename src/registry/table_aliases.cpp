@@ -1,4 +1,5 @@
 // Aliases in DataTypeTable: creation, resolution of chains, and update when a type is replaced.
+#include "registry/alias_chain.h"
 #include "registry/name_index.h"
 #include "services/errors.h"
 
@@ -7,6 +8,24 @@
 #include <utility>
 
 namespace TVTypeSys {
+
+bool leadsTo(const DataTypeTable& table, int from, int id) {
+    if (from == id || table.alreadyAliasedToDirectlyOrIndirectly(from, id)) {
+        return true;
+    }
+    const auto end = [&table](int start) {
+        return table.getDataTypeAt(static_cast<std::size_t>(start) + 1)->getIdAliasedThruTo();
+    };
+    while (end(from) != from && end(from) != id) {
+        from = end(from);
+    }
+    return end(from) == id;
+}
+
+bool refersBehind(const DataType& dataType, std::size_t position) {
+    const int firstId = static_cast<int>(position) - 1;
+    return dataType.getIdAliasedTo() >= firstId || dataType.getIdAliasedThruTo() >= firstId;
+}
 
 int DataTypeTable::registerAliasDataType(const char* name, DataTypeSource source, int idAliasedTo,
                                          const char* blockPath) {
@@ -19,9 +38,7 @@ int DataTypeTable::registerAliasDataType(const char* name, DataTypeSource source
         return existingId;
     }
     DataType* const target = record(idAliasedTo);
-    if (existingId != INVALID_DATA_TYPE_ID &&
-        (idAliasedTo == existingId ||
-         alreadyAliasedToDirectlyOrIndirectly(idAliasedTo, existingId))) {
+    if (existingId != INVALID_DATA_TYPE_ID && leadsTo(*this, idAliasedTo, existingId)) {
         throwError(general::DataTypeAliasLoop(name, orEmpty(target->getName())));
     }
     DataType* const end = record(target->getIdAliasedThruTo());
@@ -47,8 +64,7 @@ void DataTypeTable::setDataTypeIdAliasedTo(int id, int idAliasedTo) {
     if (plainType->getAliasedToLocked()) {
         throwError(general::CannotSetAliasForDefinedType(name));
     }
-    if (idAliasedTo == id ||
-        (mayBeAliased(*plainType) && alreadyAliasedToDirectlyOrIndirectly(idAliasedTo, id))) {
+    if (idAliasedTo == id || (mayBeAliased(*plainType) && leadsTo(*this, idAliasedTo, id))) {
         throwError(general::DataTypeAliasLoop(name, orEmpty(target->getName())));
     }
     DataType* const end = record(target->getIdAliasedThruTo());
@@ -59,34 +75,50 @@ void DataTypeTable::setDataTypeIdAliasedTo(int id, int idAliasedTo) {
     nameIndex_->replace(position, *newType);
     replaced_.back().record = std::exchange(dataTypes_[position], std::move(alias));
     if (mayBeAliased(*plainType)) {
-        for (const std::unique_ptr<DataType>& dataType : dataTypes_) {
-            if (dataType->getIdAliasedTo() != dataType->getId() &&
-                dataType->getIdAliasedTo() == id) {
-                dataType->updateAliasedToType(newType);
+        const auto retarget = [id, newType](DataType& dataType) {
+            if (dataType.getIdAliasedTo() != dataType.getId() && dataType.getIdAliasedTo() == id) {
+                dataType.updateAliasedToType(newType);
             }
             // Aliases that ended here now forward to the new alias, which forwards to its own end.
-            if (dataType->getIdAliasedThruTo() == id) {
-                dataType->updateAliasedThruToType(newType);
+            if (dataType.getIdAliasedThruTo() == id) {
+                dataType.updateAliasedThruToType(newType);
+            }
+        };
+        for (const std::unique_ptr<DataType>& dataType : dataTypes_) {
+            retarget(*dataType);
+        }
+        for (const ReplacedRecord& entry : replaced_) {
+            if (entry.record) {
+                retarget(*entry.record);
             }
         }
     }
     destroyReplaced();
 }
 
-/// Points the aliases of `oldType`, which is being replaced, to its new record.
+/// Points the aliases of `oldType`, which is being replaced, to its new record; also those that
+/// have been replaced themselves, since they may be restored.
 void DataTypeTable::retargetAliases(const DataType& oldType, DataType* newType) const {
     if (!mayBeAliased(oldType)) {
         return;
     }
+    const auto retarget = [&oldType, newType](DataType& dataType) {
+        if (dataType.getIdAliasedTo() == INVALID_DATA_TYPE_ID) {
+            return;
+        }
+        if (dataType.getIdAliasedTo() == oldType.getId()) {
+            dataType.updateAliasedToType(newType);
+        }
+        if (dataType.getIdAliasedThruTo() == oldType.getId()) {
+            dataType.updateAliasedThruToType(newType);
+        }
+    };
     for (const std::unique_ptr<DataType>& dataType : dataTypes_) {
-        if (dataType->getIdAliasedTo() == INVALID_DATA_TYPE_ID) {
-            continue;
-        }
-        if (dataType->getIdAliasedTo() == oldType.getId()) {
-            dataType->updateAliasedToType(newType);
-        }
-        if (dataType->getIdAliasedThruTo() == oldType.getId()) {
-            dataType->updateAliasedThruToType(newType);
+        retarget(*dataType);
+    }
+    for (const ReplacedRecord& entry : replaced_) {
+        if (entry.record) {
+            retarget(*entry.record);
         }
     }
 }

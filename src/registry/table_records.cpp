@@ -1,4 +1,5 @@
 // Storage of the records in DataTypeTable, and their lookup by id, position and name.
+#include "registry/alias_chain.h"
 #include "registry/name_index.h"
 #include "services/errors.h"
 
@@ -89,6 +90,10 @@ std::size_t DataTypeTable::positionOf(const DataType* dataType) const {
 /// Removes a record, closes the gap, and destroys the record.
 void DataTypeTable::removeAt(std::size_t position) {
     const bool isLast = position + 1 == dataTypes_.size();
+    std::erase_if(replaced_, [&](const ReplacedRecord& entry) {
+        return entry.position == position ||
+               (isLast && entry.record && refersBehind(*entry.record, position));
+    });
     if (isLast) {
         nameIndex_->removeLast();
     }
@@ -97,7 +102,6 @@ void DataTypeTable::removeAt(std::size_t position) {
     if (!isLast) {
         nameIndex_->rebuild();
     }
-    std::erase_if(replaced_, [position](const auto& entry) { return entry.position == position; });
 }
 
 void DataTypeTable::replaceDataType(DataType* oldType, DataType* newType) {
@@ -114,6 +118,9 @@ void DataTypeTable::replaceDataType(DataType* oldType, DataType* newType) {
 /// \pre `filler` has the name of the record that is moved.
 void DataTypeTable::replaceAt(std::size_t oldPosition, std::size_t newPosition,
                               std::unique_ptr<DataType> filler) {
+    std::erase_if(replaced_, [newPosition](const ReplacedRecord& entry) {
+        return entry.position == newPosition;
+    });
     replaced_.push_back({oldPosition, nullptr});
     DataType& oldType = *dataTypes_[oldPosition];
     DataType& newType = *dataTypes_[newPosition];

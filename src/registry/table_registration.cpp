@@ -1,4 +1,5 @@
 // Registration of types by name.
+#include "registry/alias_chain.h"
 #include "registry/builtin_types.h"
 #include "registry/name_index.h"
 #include "services/errors.h"
@@ -107,7 +108,7 @@ void DataTypeTable::replaceExisting(std::size_t existingPosition, std::size_t po
         return;
     }
     const int id = static_cast<int>(position) - 1;
-    if (alreadyAliasedToDirectlyOrIndirectly(id, static_cast<int>(existingPosition) - 1)) {
+    if (leadsTo(*this, id, static_cast<int>(existingPosition) - 1)) {
         throwError(
             general::DataTypeAliasLoop(name, orEmpty(record(newType.getIdAliasedTo())->getName())));
     }
@@ -125,10 +126,12 @@ void DataTypeTable::removeFrom(std::size_t position) {
         if (entry->record == nullptr || entry->position >= std::min(position, dataTypes_.size())) {
             continue;
         }
+        if (refersBehind(*entry->record, position)) {
+            entry->record = nullptr; // an earlier entry has what the type was before
+            continue;
+        }
         std::unique_ptr<DataType>& current = dataTypes_[entry->position];
-        const int firstRemoved = static_cast<int>(position) - 1;
-        if (current->getIdAliasedTo() >= firstRemoved ||
-            current->getIdAliasedThruTo() >= firstRemoved) {
+        if (refersBehind(*current, position)) {
             retargetAliases(*current, entry->record.get());
             current = std::move(entry->record);
             hasRestored = true;

@@ -111,8 +111,7 @@ struct ViewPositions {
         : type(&root), version(ElementWalk::version(root)) {}
 
     /// Returns the positions in `kept`, made anew if the root has got other elements or counts.
-    template <class Pointer>
-    static ViewPositions& get(Pointer& kept, const Root& root) {
+    static ViewPositions& get(std::shared_ptr<ViewPositions>& kept, const Root& root) {
         if (kept == nullptr || kept->type != &root.type ||
             kept->version != ElementWalk::version(root.type)) {
             kept = std::make_shared<ViewPositions>(root.type);
@@ -125,12 +124,12 @@ struct ViewPositions {
     ElementWalk depthFirst{depthFirstNumbering};
     ElementWalk raw{rawNumbering};
 
-    /// Number of scalars before a depth-first node, the last one that was counted to.
+    /// Number of scalars before the depth-first node of the last call that counted them.
     struct {
         int node = 0;
         unsigned scalars = 0;
     } counted;
-    std::optional<unsigned> scalarsOfInstance;
+    std::optional<unsigned> scalarsOfInstance; ///< number of scalars of the whole struct
 };
 
 } // namespace TVTypeSys

@@ -20,7 +20,7 @@ class Callback : public ClientDataTypeCheckCallback {
     void checkRegisteredType(DataType* dataType, const char* /*blockPath*/) override {
         if (dataType->getName() == std::string("New")) {
             action_(table_, dataType->getId());
-            lastId = table_.getNumDataTypes() - 2; // reads this object after the action
+            lastId = table_.getNumDataTypes() - 2; // this object must still exist
         }
     }
     void onResetToBuiltin() override {}

@@ -168,6 +168,9 @@ TEST(DataTypeTable, ReplacementKeepsIdAndAliases) {
     EXPECT_ERROR("DataTypeAliasLoop(A, B)",
                  table.registerAliasDataType("A", clientSource, aliasOfAlias, nullptr));
     EXPECT_EQ(18, table.getNumDataTypes());
+    // B still forwards to T, although A is a struct now.
+    EXPECT_ERROR("DataTypeAliasLoop(T, B)",
+                 table.registerAliasDataType("T", clientSource, aliasOfAlias, nullptr));
     EXPECT_EQ(id, table.registerAliasDataType("T", clientSource, 0, nullptr));
     EXPECT_EQ(8, at(table, id).getSize());
 }

@@ -27,8 +27,8 @@ class Model : public StructTest {
     void TestBody() override {}
     using StructTest::table;
 
-    // The answers of all views, in which -1 stands for an invalid index.
-    std::vector<int> answers() {
+    // What the views return, with -1 for an invalid index.
+    std::vector<int> values() {
         std::vector<int> all{result,
                              static_cast<int>(path.size()),
                              unread.getNumElements(),
@@ -42,9 +42,9 @@ class Model : public StructTest {
                      [&] { return nodes.getRawElementIdx(i); },
                      [&] { return scalars.getOffset(i); },
                      [&] { return elements.getRawElementIdx(i); }}) {
-                int answer = -1;
-                thrownError([&] { answer = read(); });
-                all.push_back(answer);
+                int value = -1;
+                thrownError([&] { value = read(); });
+                all.push_back(value);
             }
         }
         return all;
@@ -87,7 +87,7 @@ TEST(FailedAllocations, LeaveStructsUnchanged) {
     for (const auto& [name, operation] : operations) {
         expectUnchangedOnFailedAllocation(
             name, [] { return std::make_unique<Model>(); }, operation,
-            [](Model& model) { return model.answers(); });
+            [](Model& model) { return model.values(); });
     }
 }
 

@@ -14,6 +14,7 @@ class StructElement;
 namespace TVTypeSys {
 
 class ElementWalk;
+struct Root;
 
 /// View of the nodes of the depth-first walk through all nested structs.
 ///

@@ -28,7 +28,7 @@ struct tvChecksumValue {
 /// The views cache elements and offsets of depth-first nodes (getCachedElement) and the table of
 /// the leaves (setDFSIdxFromFlatIdx) in the type, so reading writes to it. They are never computed
 /// again: after a change of an element, views return the offset and the element that were read
-/// first. Everything else is read from the elements; StructElementAccess says what a view keeps.
+/// first. Everything else is read from the elements; see StructElementAccess for what a view keeps.
 ///
 /// A type is used by one thread at a time, together with its table.
 class TVTYPES_API StructDataType : public TVTypeSys::DataType {

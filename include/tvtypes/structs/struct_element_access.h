@@ -9,7 +9,6 @@
 namespace TVTypeSys {
 
 class DataTypeTable;
-struct Root;
 struct ViewPositions;
 
 /// Getters of the elements or nodes of a struct type, by index in a numbering.
