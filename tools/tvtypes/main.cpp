@@ -1,11 +1,32 @@
 #include "tool.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 
+#include <fcntl.h>
 #include <unistd.h>
 
+namespace {
+
+/// Opens closed standard descriptors for the wrong direction, so that their use is an error and no
+/// other file gets their numbers.
+void reserveStandardDescriptors() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(descriptor, F_GETFD) == -1) {
+            open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+        }
+    }
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
+    reserveStandardDescriptors();
+    // Makes a write beyond the limit on the size of files fail, instead of ending the process.
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+    // When synchronised with C's, the standard input treats an error as the end.
+    std::ios::sync_with_stdio(false);
     const bool colour = std::getenv("NO_COLOR") == nullptr && isatty(STDOUT_FILENO) == 1;
     const bool errIsTerminal = isatty(STDERR_FILENO) == 1;
     return tvtool::runTool(argc, argv, {std::cin, std::cout, std::cerr, colour, errIsTerminal});
