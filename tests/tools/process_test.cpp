@@ -162,6 +162,29 @@ TEST_F(ProcessTest, SignalsLeaveNoPartialFile) {
     EXPECT_EQ(readFile(out), "");
 }
 
+// The sanitizer needs more address space than any limit leaves.
+#ifndef TVTYPES_SANITIZED
+TEST_F(ProcessTest, ReportsLackOfMemory) {
+    std::string variables;
+    for (int i = 0; i < 20000; ++i) {
+        variables += fmt::format("<Float64 name=\"a{}\" valueReference=\"{}\"/>", i, i);
+    }
+    folder.write("m.xml", description3("", variables));
+    int reports = 0;
+    for (int megabytes = 48; megabytes <= 256; megabytes += 8) {
+        const Outcome outcome =
+            shell(fmt::format("ulimit -v {}; $T inspect m.xml", megabytes * 1024));
+        // 127: the memory is not enough for the shared libraries.
+        if (outcome.status != 127 && outcome.status != 0) {
+            EXPECT_EQ(outcome.status, 2) << megabytes;
+            EXPECT_EQ(outcome.out, "tvtypes: there is not enough memory\n") << megabytes;
+            ++reports;
+        }
+    }
+    EXPECT_GT(reports, 0);
+}
+#endif
+
 } // namespace
 
 } // namespace tvtool

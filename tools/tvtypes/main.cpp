@@ -1,8 +1,11 @@
+#include "files/temporary_file.h"
 #include "tool.h"
 
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
+#include <new>
+#include <string_view>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -19,10 +22,20 @@ void reserveStandardDescriptors() {
     }
 }
 
+/// Ends the process when memory runs out. A std::bad_alloc alone would not do: streams and the
+/// loading of the unit database catch it.
+[[noreturn]] void endWithoutMemory() {
+    tvtool::files::removeTemporaryFile();
+    const std::string_view line = tvtool::memoryLine;
+    [[maybe_unused]] const ssize_t ignored = write(STDERR_FILENO, line.data(), line.size());
+    _exit(tvtool::ExitUnusable);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     reserveStandardDescriptors();
+    std::set_new_handler(endWithoutMemory);
     // Makes a write beyond the limit on the size of files fail, instead of ending the process.
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     // When synchronised with C's, the standard input treats an error as the end.
