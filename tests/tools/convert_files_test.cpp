@@ -160,16 +160,31 @@ TEST(ConvertFiles, InvalidInputLeavesOutputUnchanged) {
 
 TEST(ConvertFiles, ReplacesOnlyRegularFiles) {
     const TemporaryFolder folder;
+    const auto write = [](const std::string& path) {
+        return run({"convert", "--to", "uint8", "--out", path, "65"}).status;
+    };
     const std::string target = folder.write("target", "old");
-    const fs::path link = target + ".link";
+    const std::string link = target + ".link";
+    const std::string dangling = target + ".dangling";
     fs::create_symlink("target", link);
+    fs::create_symlink("target.link.new", dangling);
+    fs::create_symlink("loop", target + ".loop");
+    fs::rename(target + ".loop", fs::path(target).replace_filename("loop"));
     fs::permissions(target, fs::perms(0640));
-    EXPECT_EQ(run({"convert", "--to", "uint8", "--out", link.string(), "65"}).status, 0);
-    EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_EQ(readFile(target), "A");
+    for (const std::string& path : {link, dangling}) {
+        EXPECT_EQ(write(path), 0) << path;
+        EXPECT_TRUE(fs::is_symlink(path));
+        EXPECT_EQ(readFile(path), "A");
+    }
     EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
-    for (const char* const out : {"/dev/null", "/", "/no/such/file", ""}) {
-        EXPECT_EQ(run({"convert", "--to", "uint8", "--out", out, "65"}).status, 2) << out;
+    const std::string longest = fs::path(target).replace_filename(std::string(255, 'n'));
+    EXPECT_EQ(write(longest), 0);
+    EXPECT_EQ(readFile(longest), "A");
+    EXPECT_EQ(write("/dev/null"), 0);
+    for (const std::string& path :
+         {std::string("/"), std::string("/no/such/file"), std::string(), longest + "n",
+          target + "/", target + ".new/", fs::path(target).replace_filename("loop").string()}) {
+        EXPECT_EQ(write(path), 2) << path;
     }
 }
 

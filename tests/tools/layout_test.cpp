@@ -140,6 +140,16 @@ TEST(LayoutPicture, IsWrittenAsAWhole) {
     const Outcome unwritable = run({"layout", vehicle, "--svg", out + "/none.svg"});
     EXPECT_EQ(unwritable.status, 2);
     EXPECT_THAT(unwritable.err, HasSubstr("cannot be written"));
+
+    const std::string model = folder.write("m.xml", readFile(vehicle));
+    const std::string link = model + ".link";
+    std::filesystem::create_hard_link(model, link);
+    for (const std::string& path : {model, link}) {
+        const Outcome overwriting = run({"layout", model, "--svg", path});
+        EXPECT_EQ(overwriting.status, 2);
+        EXPECT_THAT(overwriting.err, HasSubstr("is the input, so it is not overwritten"));
+    }
+    EXPECT_EQ(readFile(model), readFile(vehicle));
 }
 
 TEST(LayoutPicture, OmitsSmallDeepAndManyRows) {

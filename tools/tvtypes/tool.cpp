@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <exception>
+#include <new>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -87,6 +88,9 @@ int runTool(int argc, const char* const* argv, const Streams& streams) {
             console.err << "tvtypes: the output cannot be written\n";
             console.status = ExitUnusable;
         }
+    } catch (const std::bad_alloc&) {
+        console.err << memoryLine;
+        console.status = ExitUnusable;
     } catch (const std::exception& error) {
         console.err << fmt::format("tvtypes: {}\n", text::safeText(text::inOneLine(error.what())));
         console.status = ExitUnusable;

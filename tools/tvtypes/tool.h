@@ -13,6 +13,9 @@ enum ExitStatus : int {
     ExitUnusable = 2  ///< the file cannot be read, or the command line is invalid
 };
 
+/// What the tool prints when memory runs out.
+inline constexpr const char* memoryLine = "tvtypes: there is not enough memory\n";
+
 struct Streams {
     std::istream& in;
     std::ostream& out;

@@ -40,7 +40,8 @@ constexpr const char* footer =
     "line. A line on standard error says how many values lost something, which are those that\n"
     "differ when they are converted back, and how many of these overflowed. A file is a NumPy "
     "file\n"
-    "if its name ends in .npy, else it holds little-endian values and nothing else.\n"
+    "if its name ends in .npy, else it holds little-endian values and nothing else. The file of\n"
+    "--out appears, or is replaced, when all values are converted; it may be that of --in.\n"
     "\n"
     "  tvtypes convert --to int8 --round near --overflow wrap 127.5 -0.5 nan\n"
     "  tvtypes convert --in samples.npy --to int16 --out samples16.npy\n"
@@ -70,10 +71,16 @@ std::unique_ptr<Source> openSource(const Options& options, std::istream& text, C
     return readText(options.values.empty() ? console.in : text, from.value_or(Type::Double));
 }
 
+/// Returns the path of what openSource() reads; empty for values of the call.
+std::string inputPath(const Options& options) {
+    return options.in ? *options.in : options.values.empty() ? "/dev/stdin" : "";
+}
+
 std::unique_ptr<Sink> openSink(const Options& options, Element element, const Source& source,
                                Console& console) {
     return !options.out ? writeText(console.out, element)
-                        : createFile(*options.out, formatOf(*options.out), element, source.shape());
+                        : createFile(*options.out, inputPath(options), formatOf(*options.out),
+                                     element, source.shape());
 }
 
 void convertValues(const Options& options, Source& source, Console& console) {

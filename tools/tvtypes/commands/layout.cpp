@@ -1,6 +1,6 @@
 // tvtypes layout: reports or draws the memory layout of the structs of a model.
 #include "commands/commands.h"
-#include "files/new_file.h"
+#include "files/output_file.h"
 #include "model/memory_map.h"
 #include "text/quote.h"
 #include "text/safe_text.h"
@@ -37,10 +37,12 @@ constexpr const char* footer =
     "Exit status: 0 no problems, 1 problems in the model, 2 the file cannot be read, the picture\n"
     "cannot be written or the call is wrong.";
 
-void writePicture(const std::string& path, const model::MemoryMaps& maps) {
+void writePicture(const Options& options, const model::MemoryMaps& maps) {
+    files::OutputFile file(options.svg, options.file, files::InPlace::Refused);
     std::ostringstream picture;
+    // Without this, the stream turns std::bad_alloc into a state.
+    picture.exceptions(std::ios_base::badbit);
     model::drawLayout(maps, picture);
-    files::NewFile file(path);
     file.write(picture.view().data(), picture.view().size());
     file.commit();
 }
@@ -51,7 +53,7 @@ void layOut(const Options& options, Console& console) {
         const model::MemoryMaps maps =
             model::mapStructs(*model::readModel(options.file), options.file, options.type);
         if (!options.svg.empty() && !maps.structs.empty()) {
-            writePicture(options.svg, maps);
+            writePicture(options, maps);
         } else {
             print(maps, options.json, console);
         }
@@ -82,7 +84,9 @@ void addLayout(CLI::App& app, Console& console) {
                     "that no other struct holds")
         ->type_name("");
     CLI::Option* const svg =
-        command.add_option("--svg", options->svg, "Draw a picture into this file instead")
+        command
+            .add_option("--svg", options->svg,
+                        "Draw a picture into this file instead, which cannot be FILE")
             ->type_name("OUT");
     command.add_flag("--json", options->json, "Print one JSON object")->excludes(svg);
     command.footer(footer);

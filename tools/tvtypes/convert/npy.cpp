@@ -211,9 +211,6 @@ class Parser {
 
 void readExactly(std::istream& is, char* bytes, std::size_t count) {
     is.read(bytes, static_cast<std::streamsize>(count));
-    if (is.bad()) {
-        throw Error("cannot be read");
-    }
     if (static_cast<std::size_t>(is.gcount()) != count) {
         throw Error("ends within the header");
     }

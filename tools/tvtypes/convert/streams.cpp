@@ -1,7 +1,8 @@
 #include "convert/streams.h"
 
 #include "convert/values.h"
-#include "files/new_file.h"
+#include "files/output_file.h"
+#include "files/stream_errors.h"
 
 #include <fmt/format.h>
 
@@ -28,23 +29,28 @@ constexpr int maxWord = 4096;
 
 class TextSource : public Source {
   public:
-    TextSource(std::istream& is, Type type) : is_(is), type_(type) {}
+    TextSource(std::istream& is, Type type) : is_(is), type_(type) { files::throwOnFailure(is); }
 
     Element element() const override { return {type_}; }
 
     std::size_t read(std::byte* elements, std::size_t most) override {
         std::size_t count = 0;
-        for (; count < most && is_ >> std::setw(maxWord) >> word_; ++count) {
+        for (; count < most && nextWord(); ++count) {
             readWord(elements + count * sizeOf(type_));
             ++index_;
-        }
-        if (is_.bad()) {
-            throw Error("the values cannot be read");
         }
         return count;
     }
 
   private:
+    bool nextWord() {
+        try {
+            return static_cast<bool>(is_ >> std::setw(maxWord) >> word_);
+        } catch (const std::ios_base::failure& failure) {
+            throw Error("standard input " + files::failureText(failure));
+        }
+    }
+
     void readWord(std::byte* element) const {
         try {
             if (word_.size() + 1 >= maxWord) {
@@ -78,6 +84,7 @@ class FileSource : public Source {
         if (!file_) {
             fail("cannot be opened: " + std::generic_category().message(errno));
         }
+        files::throwOnFailure(file_);
         if (format == Format::Npy) {
             readHeader(type);
         } else if (type) {
@@ -99,11 +106,7 @@ class FileSource : public Source {
         if (count_) {
             most = static_cast<std::size_t>(std::min<std::uint64_t>(most, *count_ - done_));
         }
-        file_.read(reinterpret_cast<char*>(elements), static_cast<std::streamsize>(most * size));
-        const auto bytes = static_cast<std::size_t>(file_.gcount());
-        if (file_.bad()) {
-            fail("cannot be read");
-        }
+        const std::size_t bytes = readBytes(elements, most * size);
         if (bytes % size != 0 || (count_ && bytes != most * size)) {
             fail("ends within its elements");
         }
@@ -114,7 +117,7 @@ class FileSource : public Source {
             }
         }
         done_ += bytes / size;
-        if (count_ == done_ && file_.peek() != std::ifstream::traits_type::eof()) {
+        if (count_ == done_ && !isAtEnd()) {
             fail("goes on behind its last element");
         }
         return bytes / size;
@@ -123,12 +126,31 @@ class FileSource : public Source {
   private:
     [[noreturn]] void fail(const std::string& what) const { throw Error(path_ + ": " + what); }
 
+    std::size_t readBytes(std::byte* bytes, std::size_t most) {
+        try {
+            file_.read(reinterpret_cast<char*>(bytes), static_cast<std::streamsize>(most));
+            return static_cast<std::size_t>(file_.gcount());
+        } catch (const std::ios_base::failure& failure) {
+            fail(files::failureText(failure));
+        }
+    }
+
+    bool isAtEnd() {
+        try {
+            return file_.peek() == std::ifstream::traits_type::eof();
+        } catch (const std::ios_base::failure& failure) {
+            fail(files::failureText(failure));
+        }
+    }
+
     void readHeader(std::optional<Type> type) {
         NpyHeader header;
         try {
             header = readNpyHeader(file_);
         } catch (const Error& error) {
             fail(error.what());
+        } catch (const std::ios_base::failure& failure) {
+            fail(files::failureText(failure));
         }
         element_ = header.element;
         if (type && *type != element_.type) {
@@ -174,12 +196,18 @@ class TextSink : public Sink {
             appendElement(text_, element_, elements + i * sizeOf(element_));
             text_ += '\n';
         }
-        if (!(os_ << text_)) {
+        check(os_ << text_);
+    }
+
+    void finish() override { check(os_.flush()); }
+
+  private:
+    static void check(const std::ostream& os) {
+        if (!os) {
             throw Error("the output cannot be written");
         }
     }
 
-  private:
     std::ostream& os_;
     Element element_;
     std::string text_;
@@ -187,9 +215,15 @@ class TextSink : public Sink {
 
 class FileSink : public Sink {
   public:
-    FileSink(const std::string& path, Format format, Element element,
+    FileSink(const std::string& path, const std::string& input, Format format, Element element,
              const std::optional<Shape>& shape)
-        : file_(path), element_(element), needsCount_(format == Format::Npy && !shape) {
+        : file_(path, input, files::InPlace::Allowed),
+          element_(element),
+          needsCount_(format == Format::Npy && !shape) {
+        if (needsCount_) {
+            // Throws here for a pipe, and not after all elements.
+            file_.rewind();
+        }
         if (format == Format::Npy) {
             writeHeader(shape ? *shape : Shape{{0}});
         }
@@ -214,7 +248,7 @@ class FileSink : public Sink {
         file_.write(header.data(), header.size());
     }
 
-    files::NewFile file_;
+    files::OutputFile file_;
     Element element_;
     bool needsCount_; ///< whether the header is to get the count, which is known at the end
     std::uint64_t count_ = 0;
@@ -238,9 +272,9 @@ std::unique_ptr<Sink> writeText(std::ostream& os, Element element) {
     return std::make_unique<TextSink>(os, element);
 }
 
-std::unique_ptr<Sink> createFile(const std::string& path, Format format, Element element,
-                                 const std::optional<Shape>& shape) {
-    return std::make_unique<FileSink>(path, format, element, shape);
+std::unique_ptr<Sink> createFile(const std::string& path, const std::string& input, Format format,
+                                 Element element, const std::optional<Shape>& shape) {
+    return std::make_unique<FileSink>(path, input, format, element, shape);
 }
 
 } // namespace tvtool::convert

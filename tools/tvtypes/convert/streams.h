@@ -57,9 +57,9 @@ class Sink {
 std::unique_ptr<Sink> writeText(std::ostream& os, Element element);
 
 /// Returns a sink that writes the elements to a file, which replaces `path` when it is finished.
-/// Without a shape, a .npy file has one dimension. Throws a std::runtime_error if the file cannot
-/// be created.
-std::unique_ptr<Sink> createFile(const std::string& path, Format format, Element element,
-                                 const std::optional<Shape>& shape);
+/// This may be the file at `input`, of which the elements are read. Without a shape, a .npy file
+/// has one dimension. Throws a std::runtime_error if the file cannot be created.
+std::unique_ptr<Sink> createFile(const std::string& path, const std::string& input, Format format,
+                                 Element element, const std::optional<Shape>& shape);
 
 } // namespace tvtool::convert

@@ -3,6 +3,7 @@
 #include "dims/fact_store.h"
 #include "dims/reading.h"
 #include "files/read_error.h"
+#include "files/stream_errors.h"
 #include "text/excerpt.h"
 #include "text/parse_error.h"
 #include "text/quote.h"
@@ -33,13 +34,16 @@ constexpr std::size_t longestLine = std::size_t{4} << 20;
 /// Reads the lines of a text one at a time.
 class Lines {
   public:
-    explicit Lines(std::istream& is) : is_(is), buffer_(longestLine + 2) {}
+    explicit Lines(std::istream& is) : is_(is), buffer_(longestLine + 2) {
+        files::throwOnFailure(is);
+    }
 
     /// Returns false at the end. The line is valid until the next call.
     bool next(std::string_view& line) {
-        is_.getline(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
-        if (is_.bad()) {
-            throw files::ReadError("cannot be read");
+        try {
+            is_.getline(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
+        } catch (const std::ios_base::failure& failure) {
+            throw files::ReadError(files::failureText(failure));
         }
         const auto count = static_cast<std::size_t>(is_.gcount());
         if (is_.fail() && count == 0) {

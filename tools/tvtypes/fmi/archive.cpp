@@ -6,6 +6,7 @@
 #include <zip.h>
 
 #include <memory>
+#include <new>
 #include <optional>
 #include <string_view>
 
@@ -22,9 +23,20 @@ files::ReadError tooLarge(std::uint64_t maxSize) {
                                         descriptionName, maxSize >> 20));
 }
 
+void throwIfOutOfMemory(const zip_error_t& error) {
+    if (zip_error_code_zip(&error) == ZIP_ER_MEMORY) {
+        throw std::bad_alloc();
+    }
+}
+
 files::ReadError unreadable(const char* reason) {
     return files::ReadError(
         fmt::format("{} in the archive cannot be read: {}", descriptionName, reason));
+}
+
+files::ReadError unreadable(zip_error_t& error) {
+    throwIfOutOfMemory(error);
+    return unreadable(zip_error_strerror(&error));
 }
 
 std::shared_ptr<zip_t> openZip(const std::string& path) {
@@ -33,6 +45,7 @@ std::shared_ptr<zip_t> openZip(const std::string& path) {
     if (archive == nullptr) {
         zip_error_t error;
         zip_error_init_with_code(&error, code);
+        throwIfOutOfMemory(error);
         const std::string reason = zip_error_strerror(&error);
         zip_error_fini(&error);
         throw files::ReadError("begins like an archive but cannot be opened as one: " + reason);
@@ -90,7 +103,7 @@ Source openArchive(const std::string& path, Remarks& remarks, std::uint64_t maxS
     zip_stat_t facts;
     zip_stat_init(&facts);
     if (zip_stat_index(archive.get(), index, 0, &facts) != 0) {
-        throw unreadable(zip_strerror(archive.get()));
+        throw unreadable(*zip_get_error(archive.get()));
     }
     if ((facts.valid & ZIP_STAT_SIZE) != 0 && facts.size > maxSize) {
         throw tooLarge(maxSize);
@@ -100,7 +113,7 @@ Source openArchive(const std::string& path, Remarks& remarks, std::uint64_t maxS
     }
     zip_file_t* const opened = zip_fopen_index(archive.get(), index, 0);
     if (opened == nullptr) {
-        throw unreadable(zip_strerror(archive.get()));
+        throw unreadable(*zip_get_error(archive.get()));
     }
     // The entry is closed before the archive.
     const std::shared_ptr<zip_file_t> entry(opened,
@@ -108,7 +121,7 @@ Source openArchive(const std::string& path, Remarks& remarks, std::uint64_t maxS
     return [entry, maxSize, left = maxSize](std::span<char> buffer) mutable {
         const zip_int64_t count = zip_fread(entry.get(), buffer.data(), buffer.size());
         if (count < 0) {
-            throw unreadable(zip_file_strerror(entry.get()));
+            throw unreadable(*zip_file_get_error(entry.get()));
         }
         // The size that the archive states can be wrong.
         if (static_cast<std::uint64_t>(count) > left) {

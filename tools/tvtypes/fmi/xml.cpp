@@ -97,8 +97,12 @@ void parseXml(const Source& source, XmlHandler& handler) {
             std::rethrow_exception(run.failure);
         }
         if (status != XML_STATUS_OK) {
-            throw files::ReadError(errorSentence(XML_GetErrorCode(parser.get())),
-                                   currentLine(parser.get()), currentColumn(parser.get()));
+            const XML_Error code = XML_GetErrorCode(parser.get());
+            if (code == XML_ERROR_NO_MEMORY) {
+                throw std::bad_alloc();
+            }
+            throw files::ReadError(errorSentence(code), currentLine(parser.get()),
+                                   currentColumn(parser.get()));
         }
     }
 }

@@ -1,9 +1,9 @@
 #include "model/structs.h"
 
+#include "model/library_errors.h"
 #include "model/path.h"
 #include "text/quote.h"
 
-#include <fnd/except.h>
 #include <fndut/alloc.h>
 
 #include <algorithm>
@@ -73,7 +73,7 @@ void Structs::add(const Shape& shape, const fmi::Description& description, Types
     }
     const std::string original = path(shape.first);
     StructDataType& type = types.addStruct(joinWithUnderscores(original));
-    const auto giveUp = [&](const char* reason) {
+    const auto giveUp = [&](const std::string& reason) {
         remarks.problem(description.variables[tree_.instances[shape.first].firstVariable].place,
                         "struct {} cannot be laid out: {}", text::quoted(original), reason);
         types.table().removeDataType(&type);
@@ -84,7 +84,7 @@ void Structs::add(const Shape& shape, const fmi::Description& description, Types
     } catch (const LayoutError& error) {
         return giveUp(error.what());
     } catch (const fnd::except::IException& error) {
-        return giveUp(error.what());
+        return giveUp(problemText(error));
     }
     types.setOriginalName(type.getId(), original);
     for (const ShapeElement& element : elements) {

@@ -1,8 +1,8 @@
 #include "model/types.h"
 
-#include <tvtypes/fixedpoint.h>
+#include "model/library_errors.h"
 
-#include <fnd/except.h>
+#include <tvtypes/fixedpoint.h>
 
 #include <array>
 #include <string>
@@ -40,7 +40,7 @@ int idOrProblem(const fmi::Place& place, fmi::Remarks& remarks, Register registe
     try {
         return registerType();
     } catch (const fnd::except::IException& error) {
-        remarks.problem(place, "{}", error.what());
+        remarks.problem(place, "{}", problemText(error));
         return INVALID_DATA_TYPE_ID;
     }
 }

@@ -1,11 +1,10 @@
 #include "model/units.h"
 
+#include "model/library_errors.h"
 #include "model/unit_checks.h"
 #include "text/quote.h"
 #include "text/safe_text.h"
 #include "units/reading.h"
-
-#include <fnd/except.h>
 
 #include <algorithm>
 #include <optional>
@@ -21,7 +20,7 @@ Units::Units(const fmi::Description& description, fmi::Remarks& remarks) {
         table_ = std::make_unique<TVTypeSys::UnitTable>();
     } catch (const fnd::except::IException& error) {
         remarks.note({"UnitDefinitions", 0}, "units are not looked at: {}",
-                     text::inOneLine(error.what()));
+                     text::inOneLine(problemText(error)));
         return;
     }
     std::ranges::transform(
@@ -34,7 +33,7 @@ Units::Unit Units::registerUnit(const std::string& expression, const char* sourc
     try {
         return {table_->registerUnit(expression.c_str(), true), expression, source};
     } catch (const fnd::except::IException& error) {
-        remarks.problem(place, "{}", error.what());
+        remarks.problem(place, "{}", problemText(error));
         return {};
     }
 }
