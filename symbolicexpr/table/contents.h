@@ -32,7 +32,7 @@ struct SymbolicExprTable::Contents {
     std::uint32_t intern(const SymbolicExpr& key);
 
     /// Removes all expressions from this id on, and all memoised results, which may refer to them.
-    void truncate(std::size_t size) noexcept;
+    [[gnu::visibility("hidden")]] void truncate(std::size_t size) noexcept;
 
     /// Returns an expression. \pre The table has the id.
     const SymbolicExpr& operator[](unsigned long id) const {
@@ -46,7 +46,7 @@ struct SymbolicExprTable::Contents {
 
   private:
     /// Removes all expressions from this id on from the list.
-    void destroyFrom(std::size_t size) noexcept;
+    [[gnu::visibility("hidden")]] void destroyFrom(std::size_t size) noexcept;
 
     std::pmr::monotonic_buffer_resource memory_; ///< holds the expressions
     ExpressionIndex index_;
