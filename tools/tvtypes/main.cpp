@@ -22,8 +22,8 @@ void reserveStandardDescriptors() {
     }
 }
 
-/// Ends the process when memory runs out. A std::bad_alloc alone would not do: streams and the
-/// loading of the unit database catch it.
+/// Ends the process when memory runs out. The exception is not enough, because streams and the
+/// loading of the unit database catch std::bad_alloc.
 [[noreturn]] void endWithoutMemory() {
     tvtool::files::removeTemporaryFile();
     const std::string_view line = tvtool::memoryLine;

@@ -1,5 +1,5 @@
 /// \file
-/// A file under a temporary name, which nothing leaves behind.
+/// A temporary file that is removed however the process ends, except by SIGKILL.
 #pragma once
 
 #include <string>
