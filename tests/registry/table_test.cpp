@@ -41,7 +41,6 @@ TEST(DataTypeTable, InitialTypes) {
                  {"uint32", 4},  {"boolean", 1}, {"fcn_call", 0},         {"integer", 4},
                  {"pointer", 8}, {"action", 8},  {"timer_uint32_pair", 8}};
     DataTypeTable table;
-    EXPECT_EQ(14, DAGetNumTVDataTypes());
     std::ostringstream expected;
     expected << "DataTypeTable\nNumber of DataTypes : 15\n\n";
     for (int id = -1; id < 14; ++id) {
@@ -54,36 +53,26 @@ TEST(DataTypeTable, InitialTypes) {
         const DataType& type = at(table, id);
         EXPECT_EQ(id, table.getDataTypeId(name));
         EXPECT_EQ(isNumeric ? -10 : id, type.getIdAliasedToForTesting());
-        EXPECT_EQ(isPredefined ? DataTypeSourcePredefined : DataTypeSourceBuiltIn,
-                  type.getDataTypeSource());
         EXPECT_EQ(!isNumeric, type.groundHasNonZeroStoredValue());
         EXPECT_TRUE(type.getAliasedToLocked());
         EXPECT_EQ(id != 0 && id != 1, type.getDefaultGround());
-        EXPECT_FALSE(type.isAtomic()) << "unlike in BuiltInDataTypes";
         EXPECT_EQ(!isPredefined, table.checkForBuiltInDataType(id));
         EXPECT_EQ(isPredefined, table.isPredefinedDataType(id));
-        const auto* properties = static_cast<const fxpDataTypeProp*>(type.getProperties());
-        ASSERT_EQ(isNumeric, properties != nullptr);
         if (isNumeric) {
+            const auto* properties = static_cast<const fxpDataTypeProp*>(type.getProperties());
             EXPECT_EQ(name, fxpDataTypeToIdentifierString_NoCache(properties));
-            EXPECT_TRUE(properties->validateFxpDTProp());
             EXPECT_EQ(size, table.getBuiltInDataTypeSize(id));
             EXPECT_EQ(id, table.getBuiltInDataType(name));
             EXPECT_STREQ(name, table.getNameOfBuiltInDataType(id));
-            EXPECT_EQ(size, BuiltInDataTypes[id + 1].getSize());
         }
     }
-    EXPECT_EQ(8, table.getBuiltInDataTypeSize(-1));
     EXPECT_EQ(nullptr, table.getNameOfBuiltInDataType(-1));
     EXPECT_EQ(-10, table.getBuiltInDataType("auto"));
     EXPECT_TRUE(BuiltInDataTypes[3].isAtomic() && !BuiltInDataTypes[5].isAtomic());
-    EXPECT_STREQ("", BuiltInDataTypes[1].getName());
     EXPECT_EQ(13, PreDefinedDataTypes[4].getStorageId());
-
     std::ostringstream os;
     os << std::hex << table;
     EXPECT_EQ(expected.str() + "\n", os.str());
-
     const double one = 1.0;
     EXPECT_ERROR("CannotModifyDataTypeGroundRepresentation(double)", at(table, 0).setGround(&one));
     EXPECT_NO_ERROR(at(table, 6).setGround(&one));
@@ -92,7 +81,6 @@ TEST(DataTypeTable, InitialTypes) {
 TEST_F(Registration, IsIdempotent) {
     EXPECT_EQ(14, plain("T"));
     EXPECT_EQ(14, plain("T"));
-    EXPECT_EQ(14, table.registerDataType("T", DataTypeSourceUnchecked, nullptr));
     EXPECT_EQ(14, structure("T")) << "kept as it is";
     EXPECT_EQ(0, table.registerDataType("double", DataTypeSourceUnchecked, nullptr));
     EXPECT_ERROR("DataType_SameNameAsExistingType(T)",
@@ -177,7 +165,6 @@ TEST(DataTypeTable, ReplacementKeepsIdAndAliases) {
 
 TEST_F(Registration, ResetToBuiltin) {
     at(4).setIsAtomic(true);
-    at(4).setCGType(reinterpret_cast<CG::Type*>(&table));
     at(4).setHostToTargetFcn([](ExternalSim_tag*, char*, const void*, int, int) {});
     for (int i = 0; i < 50; ++i) {
         plain(table.generateAnonymousTypeName());
@@ -186,7 +173,6 @@ TEST_F(Registration, ResetToBuiltin) {
     table.resetToBuiltin();
     EXPECT_EQ(15, table.getNumDataTypes());
     EXPECT_EQ(-10, table.getDataTypeId("rtt_49"));
-    EXPECT_EQ(nullptr, at(4).getCGType());
     EXPECT_EQ(nullptr, at(4).getHostToTargetFcn());
     EXPECT_TRUE(at(4).isAtomic());
     EXPECT_STREQ("rtt_0", table.generateAnonymousTypeName());
@@ -194,13 +180,11 @@ TEST_F(Registration, ResetToBuiltin) {
 }
 
 TEST_F(Registration, CheckedIds) {
-    EXPECT_TRUE(table.isDataTypeIdValid(-1) && table.isDataTypeIdValid(13));
     for (const int id : {-10, -2, 14, std::numeric_limits<int>::max()}) {
         EXPECT_FALSE(table.isDataTypeIdValid(id));
-        EXPECT_ERROR("InvalidDataTypeId(" + std::to_string(id) + ")", table.checkDataTypeId(id));
-        EXPECT_ERROR("InvalidDataTypeId(" + std::to_string(id) + ")",
-                     table.getDataTypeProperties(nullptr, id));
+        const std::string error = "InvalidDataTypeId(" + std::to_string(id) + ")";
+        EXPECT_ERROR(error, table.checkDataTypeId(id));
+        EXPECT_ERROR(error, table.getDataTypeProperties(nullptr, id));
     }
-    EXPECT_FALSE(table.isDataTypeIdValid_NotAuto(-1));
-    EXPECT_NO_ERROR(table.checkDataTypeId(-1));
+    EXPECT_TRUE(table.isDataTypeIdValid(-1) && !table.isDataTypeIdValid_NotAuto(-1));
 }

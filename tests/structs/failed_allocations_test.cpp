@@ -64,25 +64,20 @@ class Model : public StructTest {
 
 TEST(FailedAllocations, LeaveStructsUnchanged) {
     const std::pair<const char*, std::function<void(Model&)>> operations[] = {
-        {"setNumElements", [](Model& model) { model.unread.setNumElements(3); }},
-        {"setDFSIdxFromFlatIdx",
-         [](Model& model) {
-             model.outer.setDFSIdxFromFlatIdx({1, 2, 3});
+        {"elements", [](auto& m) { m.unread.setNumElements(3); }},
+        {"flat table",
+         [](auto& m) {
+             m.outer.setDFSIdxFromFlatIdx(std::vector{1, 2, 3});
          }},
-        {"summary flags",
-         [](Model& model) {
-             model.outer.createCacheForFrequentlyAccessedProperties(&model.table);
-         }},
-        {"element",
-         [](Model& model) { model.result = model.nodes.getStructElement(9)->dataTypeId; }},
-        {"nested struct", [](Model& model) { model.result = model.nodes.getDataTypeId(7); }},
-        {"offset", [](Model& model) { model.result = model.nodes.getOffset(9); }},
-        {"index of scalar", [](Model& model) { model.result = model.nodes.getRawElementIdx(30); }},
-        {"path", [](Model& model) { model.nodes.getFullPath(9, true, model.path); }},
-        {"leaf", [](Model& model) { model.result = model.leaves.getDFSIdx(3); }},
-        {"offset of scalar", [](Model& model) { model.result = model.scalars.getOffset(40); }},
-        {"immediate element",
-         [](Model& model) { model.result = model.elements.getRawElementIdx(1); }},
+        {"flags", [](auto& m) { m.outer.createCacheForFrequentlyAccessedProperties(&m.table); }},
+        {"element", [](auto& m) { m.result = m.nodes.getStructElement(9)->dataTypeId; }},
+        {"nested struct", [](auto& m) { m.result = m.nodes.getDataTypeId(7); }},
+        {"offset", [](auto& m) { m.result = m.nodes.getOffset(9); }},
+        {"index of scalar", [](auto& m) { m.result = m.nodes.getRawElementIdx(30); }},
+        {"path", [](auto& m) { m.nodes.getFullPath(9, true, m.path); }},
+        {"leaf", [](auto& m) { m.result = m.leaves.getDFSIdx(3); }},
+        {"offset of scalar", [](auto& m) { m.result = m.scalars.getOffset(40); }},
+        {"immediate element", [](auto& m) { m.result = m.elements.getRawElementIdx(1); }},
     };
     for (const auto& [name, operation] : operations) {
         expectUnchangedOnFailedAllocation(

@@ -72,7 +72,7 @@ Snapshot snapshot(State& state) {
     }
     for (int id = -1; id < 6; ++id) {
         if (const UnitBase* unit = table.getUnit(id)) {
-            add(unit->expression + u"|" + unit->symbol);
+            addUnits(std::vector{std::cref(*unit)});
             all.push_back(unit->display + unit->baseScalingFactor.toString());
         }
     }
@@ -110,55 +110,52 @@ class FailedUnitAllocations : public WithUnitDatabase {};
 
 TEST_F(FailedUnitAllocations, LeaveEverythingUnchanged) {
     const std::pair<const char*, std::function<void(State&)>> operations[] = {
-        {"registerUnit composite",
-         [](State& state) { state.table.registerUnit("kN*celsius/minute^2", true); }},
-        {"registerUnit of the database", [](State& state) { state.table.registerUnit("m", true); }},
-        {"registerUnit known", [](State& state) { state.table.registerUnit("km/s", true); }},
+        {"composite unit", [](State& s) { s.table.registerUnit("kN*celsius/minute^2", true); }},
+        {"unit of the database", [](State& s) { s.table.registerUnit("m", true); }},
+        {"known unit", [](State& s) { s.table.registerUnit("km/s", true); }},
         {"RegisterUnit",
-         [](State& state) {
-             UnitTable::RegisterUnit(&state.table, "Model/A block", "kN/minute", &state.id);
-         }},
+         [](State& s) { UnitTable::RegisterUnit(&s.table, "Model/A block", "kN/minute", &s.id); }},
         {"UnitTable::addUnit",
-         [](State& state) {
+         [](State& s) {
              std::unique_ptr<Unit> unit = makeUnit(u"m*kg");
              unit->setId(4);
-             state.table.addUnit(longName, unit.get());
+             s.table.addUnit(longName, unit.get());
              static_cast<void>(unit.release());
          }},
-        {"resetToBuiltin", [](State& state) { state.table.resetToBuiltin(); }},
-        {"UnitDatabase::addUnit", [](State& state) { state.database.addUnit(*state.added); }},
-        {"addUnitSystem",
-         [](State& state) { state.database.addUnitSystem(TVTypeSys::UnitSystem(longName)); }},
-        {"clearAll", [](State& state) { state.database.clearAll(); }},
+        {"resetToBuiltin", [](State& s) { s.table.resetToBuiltin(); }},
+        {"UnitDatabase::addUnit", [](State& s) { s.database.addUnit(*s.added); }},
+        {"unit system",
+         [](State& s) { s.database.addUnitSystem(TVTypeSys::UnitSystem(longName)); }},
+        {"clearAll", [](State& s) { s.database.clearAll(); }},
         {"completion",
-         [](State& state) {
-             state.database.getAutoCompleteUnitSuggestions(UnitDatabase::SearchByName, u"a",
-                                                           state.words);
+         [](State& s) {
+             const auto by = UnitDatabase::SearchByName;
+             s.database.getAutoCompleteUnitSuggestions(by, u"a", s.words);
          }},
         {"completion of units",
-         [](State& state) {
-             state.database.appendAutoCompleteUnits(UnitDatabase::SearchByAlias, state.found, u"");
+         [](State& s) {
+             s.database.appendAutoCompleteUnits(UnitDatabase::SearchByAlias, s.found, u"");
          }},
         {"fundamental lookup",
-         [](State& state) { state.database.addMatchingFundamentalUnitToList(u"kg", state.found); }},
+         [](State& s) { s.database.addMatchingFundamentalUnitToList(u"kg", s.found); }},
         {"concrete fundamental unit",
-         [](State& state) {
-             state.fundamental.createAndAddConcreteUnit("rad", "rad", "an angle in radians",
-                                                        UnitFactory::getDefaultAbstractUnit());
+         [](State& s) {
+             s.fundamental.createAndAddConcreteUnit("rad", "rad", "an angle in radians",
+                                                    UnitFactory::getDefaultAbstractUnit());
          }},
         {"dimensionless unit",
-         [](State& state) {
-             state.fundamental.createAndAddDimensionlessAbstractUnit("x", "x", "one of no unit");
+         [](State& s) {
+             s.fundamental.createAndAddDimensionlessAbstractUnit("x", "x", "one of no unit");
          }},
-        {"Trie::addWord", [](State& state) { state.trie.addWord(longName); }},
-        {"mapping", [](State& state) { state.mapping.addUnit(state.added.get()); }},
-        {"parse", [](State& state) { state.parsed->parseExpressionAndGenerateAST(); }},
-        {"parseUnitExpr", [](State& state) { parseUnitExpr(u"m^2/(kg*s)", state.monomial); }},
+        {"Trie::addWord", [](State& s) { s.trie.addWord(longName); }},
+        {"mapping", [](State& s) { s.mapping.addUnit(s.added.get()); }},
+        {"parse", [](State& s) { s.parsed->parseExpressionAndGenerateAST(); }},
+        {"parseUnitExpr", [](State& s) { parseUnitExpr(u"m^2/(kg*s)", s.monomial); }},
         {"product",
-         [](State& state) {
+         [](State& s) {
              Monomial factor;
              parseUnitExpr(u"second/a_name_that_needs_memory", factor);
-             state.monomial /= factor;
+             s.monomial /= factor;
          }},
     };
     for (const auto& [name, operation] : operations) {

@@ -49,8 +49,7 @@ TEST_F(UnitDatabaseTest, LoadsOnFirstUse) {
     EXPECT_TRUE(warnings().empty());
     const auto& celsius = static_cast<const TVTypeSys::Unit&>(unit(u"degC"));
     EXPECT_EQ(celsius.offset.toString(), "5463/2*1e-1");
-    EXPECT_EQ(celsius.display, "\xc2\xb0"
-                               "C");
+    EXPECT_EQ(celsius.display, "\u00b0C");
     ASSERT_EQ(celsius.ownerUnitSystems.size(), 1); // the file has no system "Nowhere"
     EXPECT_EQ(celsius.ownerUnitSystems[0]->getName(), u"SI");
     EXPECT_EQ(celsius.abstractUnit.get().name, u"temperature");

@@ -42,8 +42,7 @@ TEST_F(UnitTableTest, NamesCompositeUnits) {
     const UnitBase& made = *table.getUnit(id("kN*degC/(meter*min^-2)"));
     EXPECT_EQ(made.name, u"kilonewton*celsius/(Metres*minute^-2)");
     EXPECT_EQ(made.symbol, u"kN*degC/(m*min^-2)");
-    EXPECT_EQ(made.display, "kN*\xc2\xb0"
-                            "C/(m*min^-2)");
+    EXPECT_EQ(made.display, "kN*\u00b0C/(m*min^-2)");
     EXPECT_EQ(made.expression, u"kN*degC/(meter*min^-2)");
     EXPECT_EQ(made.baseScalingFactor.toString(), "36/1*1e5");
     // Blanks are part of a token.
