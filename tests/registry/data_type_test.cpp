@@ -89,10 +89,8 @@ TEST(DataType, FunctionsAreWriteOnce) {
     expectWriteOnce(&DataType::setGreaterEqualFcn, "GreaterEqual");
 
     DataType type = plainType();
-    for (int i = 0; i < 2; ++i) {
-        EXPECT_NO_ERROR(type.setHostToTargetFcn(stub<1>));
-        EXPECT_NO_ERROR(type.setTargetToHostFcn(stub<1>));
-    }
+    EXPECT_NO_ERROR((type.setHostToTargetFcn(stub<1>), type.setHostToTargetFcn(stub<1>)));
+    EXPECT_NO_ERROR((type.setTargetToHostFcn(stub<1>), type.setTargetToHostFcn(stub<1>)));
     EXPECT_ERROR("InConsistentTargetToHostFcn()", type.setHostToTargetFcn(nullptr));
     EXPECT_ERROR("InConsistentTargetToHostFcn()", type.setTargetToHostFcn(nullptr));
     EXPECT_FALSE(type.getAliasedToLocked());

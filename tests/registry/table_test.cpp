@@ -102,11 +102,9 @@ TEST_F(Registration, ReturnsDiagnostic) {
             DataTypeTable::RegisterDataType(&table, path, "T U", clientSource, &id));
         ASSERT_NE(nullptr, error);
         EXPECT_EQ("InvalidDataType(T U)", messageSummary(*error));
-        const bool hasPath = path != nullptr && *path != '\0';
-        ASSERT_EQ(hasPath ? 2U : 1U, error->size());
-        if (hasPath) {
-            EXPECT_EQ("DataTypeErrorFromBlock(m/Gain)", messageSummary(*error, 1));
-        }
+        ASSERT_EQ(path != nullptr && *path != '\0' ? 2U : 1U, error->size());
+        EXPECT_TRUE(error->size() == 1 ||
+                    messageSummary(*error, 1) == "DataTypeErrorFromBlock(m/Gain)");
         EXPECT_EQ(14, id);
     }
 }
@@ -130,36 +128,34 @@ TEST_F(Registration, CallbackCanRejectTypes) {
 TEST(DataTypeTable, ReplacementKeepsIdAndAliases) {
     ReplacingTable table;
     const int id = table.registerDataType("T", clientSource, nullptr);
-    const int alias = table.registerAliasDataType("A", clientSource, id, nullptr);
-    const int aliasOfAlias = table.registerAliasDataType("B", clientSource, alias, nullptr);
+    const auto alias = [&](const char* name, int target) {
+        return table.registerAliasDataType(name, clientSource, target, nullptr);
+    };
+    const int a = alias("A", id);
+    const int b = alias("B", a);
     at(table, id).setSize(4);
     table.setDataTypeStorageId(id, 6);
     const DataType* old = &at(table, id);
 
     EXPECT_EQ(id, table.registerDataType("T", otherSource, nullptr));
-    EXPECT_EQ(18, table.getNumDataTypes());
     EXPECT_NE(old, &at(table, id));
     EXPECT_EQ(-1, at(table, id).getSize());
     EXPECT_EQ(6, at(table, id).getStorageId());
-    EXPECT_EQ(id, at(table, aliasOfAlias).getIdAliasedThruTo());
+    EXPECT_EQ(id, at(table, b).getIdAliasedThruTo());
     at(table, id).setSize(2);
-    EXPECT_EQ(2, at(table, alias).getSize());
-    EXPECT_EQ(2, at(table, aliasOfAlias).getSize());
+    EXPECT_TRUE(at(table, a).getSize() == 2 && at(table, b).getSize() == 2);
 
-    EXPECT_EQ(alias, table.registerStructDataType("A", clientSource, nullptr));
-    EXPECT_EQ(alias, at(table, aliasOfAlias).getIdAliasedTo());
-    EXPECT_NE(nullptr, dynamic_cast<StructDataType*>(&at(table, alias)));
+    EXPECT_EQ(a, table.registerStructDataType("A", clientSource, nullptr));
+    EXPECT_EQ(a, at(table, b).getIdAliasedTo());
+    EXPECT_NE(nullptr, dynamic_cast<StructDataType*>(&at(table, a)));
 
     // A type cannot be replaced by an alias of itself.
-    EXPECT_ERROR("DataTypeAliasLoop(T, T)",
-                 table.registerAliasDataType("T", clientSource, id, nullptr));
-    EXPECT_ERROR("DataTypeAliasLoop(A, B)",
-                 table.registerAliasDataType("A", clientSource, aliasOfAlias, nullptr));
-    EXPECT_EQ(18, table.getNumDataTypes());
+    EXPECT_ERROR("DataTypeAliasLoop(T, T)", alias("T", id));
+    EXPECT_ERROR("DataTypeAliasLoop(A, B)", alias("A", b));
     // B still forwards to T, although A is a struct now.
-    EXPECT_ERROR("DataTypeAliasLoop(T, B)",
-                 table.registerAliasDataType("T", clientSource, aliasOfAlias, nullptr));
-    EXPECT_EQ(id, table.registerAliasDataType("T", clientSource, 0, nullptr));
+    EXPECT_ERROR("DataTypeAliasLoop(T, B)", alias("T", b));
+    EXPECT_EQ(18, table.getNumDataTypes());
+    EXPECT_EQ(id, alias("T", 0));
     EXPECT_EQ(8, at(table, id).getSize());
 }
 

@@ -101,7 +101,6 @@ TEST_F(UnitModel, DeterminesEquivalence) {
     ASSERT_EQ(other.size(), 1);
     EXPECT_NE(unspecified.compare(*other.begin()), 0);
     EXPECT_TRUE(unspecified.equivalentToUnit(*other.begin()));
-    EXPECT_EQ(other.begin()->get().fundamentalExprAST.size(), 8);
 }
 
 TEST_F(UnitModel, CloneClearsPrecisionFlags) {
@@ -116,19 +115,15 @@ TEST_F(UnitModel, CloneClearsPrecisionFlags) {
 }
 
 TEST_F(UnitModel, HasFundamentalUnits) {
-    const auto symbols = [](auto symbolAt) {
-        std::u16string all;
-        for (unsigned long i = 0; i < 9; ++i) {
-            all += symbolAt(i) + u" ";
-        }
-        return all;
-    };
-    const auto quantity = database().getAbstractUnit(u"length").begin()->get().getBaseUnitSymbol(0);
-    EXPECT_EQ(quantity, u"N");
-    EXPECT_EQ(symbols([&](auto i) { return unit(u"m").getBaseUnitSymbol(i); }),
-              u"A cd K kg m mol s b  ");
-    EXPECT_EQ(symbols([&](auto i) { return database().getFundamentalAbstractUnitSymbol(i); }),
-              u"N I L I_v M memory Temp T  ");
+    const auto& length = database().getAbstractUnit(u"length").begin()->get();
+    EXPECT_EQ(length.getBaseUnitSymbol(0), u"N");
+    std::u16string symbols, abstractSymbols;
+    for (unsigned long i = 0; i < 9; ++i) {
+        symbols += unit(u"m").getBaseUnitSymbol(i) + u" ";
+        abstractSymbols += database().getFundamentalAbstractUnitSymbol(i) + u" ";
+    }
+    EXPECT_EQ(symbols, u"A cd K kg m mol s b  ");
+    EXPECT_EQ(abstractSymbols, u"N I L I_v M memory Temp T  ");
     TVTypeSys::UnitBase::ReferenceSet found;
     database().addMatchingFundamentalUnitToList(u"Bits", found); // only the expression
     EXPECT_TRUE(found.empty());
