@@ -123,3 +123,16 @@ TEST_F(Alias, ChainQueries) {
     EXPECT_EQ(-10, table.getDataTypeIdAliasedTo(-1));
     EXPECT_ERROR("InvalidDataTypeId(-10)", table.getDataTypeAliasedThruTo(-10));
 }
+
+TEST_F(Alias, LongChains) {
+    constexpr int count = 100'000;
+    const auto name = [](int i) { return "type_" + std::to_string(i); };
+    int id = 0;
+    for (int i = 0; i < count; ++i) {
+        id = alias(name(i).c_str(), id);
+    }
+    EXPECT_EQ(8, at(id).getSize());
+    EXPECT_EQ(0, table.getDataTypeIdCommonAncestor(id, 0));
+    EXPECT_EQ(id - 2, table.getDataTypeIdCommonAncestor(id, id - 2));
+    EXPECT_EQ(id - count / 2, table.getDataTypeId(name(count - 1 - count / 2).c_str()));
+}

@@ -234,7 +234,9 @@ TEST(Ordering, AcceptsLongChainsInAnyOrder) {
         for (const int i : order) {
             graph.add(i, i + 1);
         }
-        EXPECT_TRUE(graph.isGreater(0, last));
+        for (int i = 0; i < last; i += last / 7) {
+            EXPECT_TRUE(graph.isGreater(i, last) && !graph.isGreater(last, i));
+        }
         EXPECT_TRUE(graph.rejects(last, 0));
         EXPECT_NE(thrownError([&] { graph.table.addEqualRelation(1, 1 + last, nullptr); }),
                   "no error");
@@ -255,23 +257,6 @@ TEST(Ordering, SearchesLaddersOnce) {
     EXPECT_TRUE(graph.isGreater(0, 180));
     EXPECT_FALSE(graph.isGreater(0, 380));
     EXPECT_TRUE(graph.rejects(180, 0));
-}
-
-TEST(Ordering, KeepsShuffledDenseGraphAcyclic) {
-    Graph graph(999);
-    std::vector<std::pair<int, int>> edges;
-    for (int i = 0; i < 1000; ++i) {
-        for (int lesser = std::max(0, i - 5); lesser < i; ++lesser) {
-            edges.emplace_back(i, lesser);
-        }
-    }
-    std::ranges::shuffle(edges, std::mt19937(3));
-    for (const auto& [greater, lesser] : edges) {
-        graph.add(greater, lesser);
-    }
-    for (const auto& [greater, lesser] : edges) {
-        EXPECT_FALSE(graph.isGreater(lesser, greater));
-    }
 }
 
 } // namespace
