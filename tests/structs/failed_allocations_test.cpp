@@ -35,17 +35,16 @@ class Model : public StructTest {
                              outer.isFlatElementCacheEmpty(),
                              outer.hasComplexData(),
                              structAt(16).hasComplexData()};
+        const auto add = [&](const auto& read) {
+            all.push_back(-1);
+            thrownError([&] { all.back() = read(); });
+        };
         for (int i = 0; i < 50; ++i) {
-            for (const auto& read : std::initializer_list<std::function<int()>>{
-                     [&] { return nodes.getOffset(i); },
-                     [&] { return nodes.getStructElement(i)->dataTypeId; },
-                     [&] { return nodes.getRawElementIdx(i); },
-                     [&] { return scalars.getOffset(i); },
-                     [&] { return elements.getRawElementIdx(i); }}) {
-                int value = -1;
-                thrownError([&] { value = read(); });
-                all.push_back(value);
-            }
+            add([&] { return nodes.getOffset(i); });
+            add([&] { return nodes.getStructElement(i)->dataTypeId; });
+            add([&] { return nodes.getRawElementIdx(i); });
+            add([&] { return scalars.getOffset(i); });
+            add([&] { return elements.getRawElementIdx(i); });
         }
         return all;
     }
