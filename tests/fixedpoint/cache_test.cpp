@@ -2,9 +2,7 @@
 
 #include <tvtypes/fixedpoint.h>
 
-#include <memory>
 #include <set>
-#include <string>
 #include <thread>
 #include <vector>
 

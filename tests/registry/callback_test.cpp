@@ -3,9 +3,7 @@
 
 #include <boost/make_shared.hpp>
 
-#include <sstream>
 #include <stdexcept>
-#include <string>
 
 using namespace TVTypeSys;
 

@@ -2,8 +2,6 @@
 
 #include <ox/array.h>
 
-#include <cstring>
-
 using namespace TVTypeSys;
 
 namespace {

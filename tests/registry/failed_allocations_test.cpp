@@ -1,10 +1,6 @@
 #include "support/failing_allocations.h"
 #include "table_fixture.h"
 
-#include <functional>
-#include <memory>
-#include <sstream>
-
 using namespace TVTypeSys;
 
 namespace {

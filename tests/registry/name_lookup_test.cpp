@@ -2,7 +2,6 @@
 #include "table_fixture.h"
 
 #include <random>
-#include <string>
 
 using namespace TVTypeSys;
 

@@ -6,10 +6,6 @@
 
 #include <boost/make_shared.hpp>
 
-#include <memory>
-#include <sstream>
-#include <vector>
-
 using namespace TVTypeSys;
 
 namespace {

@@ -2,9 +2,7 @@
 
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <stdexcept>
-#include <vector>
 
 using namespace TVTypeSys;
 

@@ -1,11 +1,6 @@
 #include "structs/struct_fixture.h"
 #include "support/failing_allocations.h"
 
-#include <tvtypes/elementaccess.h>
-
-#include <functional>
-#include <memory>
-
 namespace TVTypeSys {
 namespace {
 

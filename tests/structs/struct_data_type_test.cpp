@@ -1,10 +1,7 @@
-#include "support/errors.h"
+#include "structs/struct_fixture.h"
 
 #include <tvtypes/datatypetable.h>
 #include <tvtypes/functions.h>
-#include <tvtypes/structdatatype.h>
-
-#include <fndut/alloc.h>
 
 #include <gtest/gtest.h>
 

@@ -4,11 +4,15 @@
 #include "support/errors.h"
 
 #include <tvtypes/datatypetable.h>
+#include <tvtypes/elementaccess.h>
+#include <tvtypes/functions.h>
 #include <tvtypes/structdatatype.h>
 
 #include <fndut/alloc.h>
 
+#include <array>
 #include <functional>
+#include <memory>
 #include <numeric>
 #include <string>
 #include <vector>

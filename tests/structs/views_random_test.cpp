@@ -3,12 +3,8 @@
 // too deep for recursion and too wide for a search from the start at each index.
 #include "structs/struct_fixture.h"
 
-#include <tvtypes/elementaccess.h>
-
 #include <algorithm>
-#include <array>
 #include <map>
-#include <numeric>
 #include <random>
 #include <tuple>
 

@@ -1,10 +1,6 @@
 // The views of a struct type: a worked example, caching, errors, and flags of buses.
 #include "structs/struct_fixture.h"
 
-#include <tvtypes/elementaccess.h>
-#include <tvtypes/functions.h>
-
-#include <array>
 #include <iterator>
 
 namespace TVTypeSys {

@@ -2,9 +2,6 @@
 #include "support/failing_allocations.h"
 #include "symbolicdims/symbolicdims_fixture.h"
 
-#include <functional>
-#include <memory>
-
 using namespace TVTypeSys;
 
 namespace {

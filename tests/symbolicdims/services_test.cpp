@@ -1,7 +1,5 @@
 #include "symbolicdims/symbolicdims_fixture.h"
 
-#include <boost/lexical_cast.hpp>
-
 namespace TVTypeSys {
 namespace {
 

@@ -3,6 +3,7 @@
 
 #include "support/errors.h"
 
+#include <boost/lexical_cast.hpp>
 #include <tvtypes/symbolicdims.h>
 
 #include <list>

@@ -2,8 +2,6 @@
 
 #include <symbolicexpr/expr.h>
 
-#include <boost/lexical_cast.hpp>
-
 namespace TVTypeSys {
 namespace {
 

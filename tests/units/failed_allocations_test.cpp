@@ -2,16 +2,9 @@
 #include "support/failing_allocations.h"
 #include "units/database_fixture.h"
 
-#include <functional>
-#include <memory>
-
 namespace {
 
-using TVTypeSys::Unit;
-using TVTypeSys::UnitBase;
-using TVTypeSys::UnitDatabase;
-using TVTypeSys::UnitFactory;
-using TVTypeSys::UnitTable;
+using namespace TVTypeSys;
 
 /// Texts that are longer than those that std::u16string stores in itself.
 const std::u16string longName = u"a name of a unit that needs memory";
@@ -105,8 +98,7 @@ TEST_F(FailedUnitAllocations, LeaveEverythingUnchanged) {
          }},
         {"resetToBuiltin", [](State& s) { s.table.resetToBuiltin(); }},
         {"UnitDatabase::addUnit", [](State& s) { s.database.addUnit(*s.added); }},
-        {"unit system",
-         [](State& s) { s.database.addUnitSystem(TVTypeSys::UnitSystem(longName)); }},
+        {"unit system", [](State& s) { s.database.addUnitSystem(UnitSystem(longName)); }},
         {"clearAll", [](State& s) { s.database.clearAll(); }},
         {"parse", [](State& s) { s.parsed->parseExpressionAndGenerateAST(); }},
         {"parseUnitExpr", [](State& s) { parseUnitExpr(u"m^2/(kg*s)", s.monomial); }},

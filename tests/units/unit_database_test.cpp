@@ -1,13 +1,10 @@
 #include "units/database_fixture.h"
 
 #include <regex>
-#include <sstream>
 
 namespace {
 
-using TVTypeSys::UnitBase;
-using TVTypeSys::UnitDatabase;
-using TVTypeSys::UnitFactory;
+using namespace TVTypeSys;
 using Words = std::vector<std::u16string>;
 using Texts = std::vector<std::string>;
 
@@ -37,7 +34,7 @@ TEST_F(UnitDatabaseTest, LoadsOnFirstUse) {
     EXPECT_EQ(database().getNumUnits(), units.size());
     EXPECT_EQ(database().getNumAbstractUnits(), abstractUnits.size());
     EXPECT_TRUE(warnings().empty());
-    const auto& celsius = static_cast<const TVTypeSys::Unit&>(unit(u"degC"));
+    const auto& celsius = static_cast<const Unit&>(unit(u"degC"));
     EXPECT_EQ(celsius.offset.toString(), "5463/2*1e-1");
     EXPECT_EQ(celsius.display, "\u00b0C");
     ASSERT_EQ(celsius.ownerUnitSystems.size(), 1); // the file has no system "Nowhere"
@@ -102,9 +99,9 @@ TEST_F(UnitDatabaseTest, FindsNamesSymbolsAndAliases) {
 TEST_F(UnitDatabaseTest, WarnsOfDuplicates) {
     const auto add = [this](const char16_t* name, const char16_t* symbol, const Words& aliases,
                             const char16_t* expression = u"m") {
-        const std::unique_ptr<TVTypeSys::Unit> added(
-            UnitFactory::createUnit(0, name, expression, "", {2, 1, 0}, TVTypeSys::Rational::zero,
-                                    aliases, "", {}, false, UnitFactory::getDefaultAbstractUnit()));
+        const std::unique_ptr<Unit> added(
+            UnitFactory::createUnit(0, name, expression, "", {2, 1, 0}, Rational::zero, aliases, "",
+                                    {}, false, UnitFactory::getDefaultAbstractUnit()));
         added->symbol = symbol;
         database().addUnit(*added);
         return warnings();

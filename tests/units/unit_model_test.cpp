@@ -1,15 +1,8 @@
 #include "units/database_fixture.h"
 
-#include <memory>
-#include <sstream>
-
 namespace {
 
-using TVTypeSys::AbstractUnit;
-using TVTypeSys::Rational;
-using TVTypeSys::Unit;
-using TVTypeSys::UnitBase;
-using TVTypeSys::UnitFactory;
+using namespace TVTypeSys;
 
 class UnitModel : public WithUnitDatabase {
   protected:
@@ -96,7 +89,7 @@ TEST_F(UnitModel, DeterminesEquivalence) {
     EXPECT_TRUE(blank(u"m")->dimensionallyEquivalentWithUnit(*blank(u"s")));
     EXPECT_FALSE(parsed(u"m*s/s")->dimensionallyEquivalentWithUnit(unit(u"m")));
     const UnitBase& unspecified = UnitFactory::getDefaultAbstractUnit();
-    TVTypeSys::UnitBase::ReferenceSet other;
+    UnitBase::ReferenceSet other;
     database().addMatchingFundamentalAbstractUnitToList(u"Unspecified", other);
     ASSERT_EQ(other.size(), 1);
     EXPECT_NE(unspecified.compare(*other.begin()), 0);
@@ -124,7 +117,7 @@ TEST_F(UnitModel, HasFundamentalUnits) {
     }
     EXPECT_EQ(symbols, u"A cd K kg m mol s b  ");
     EXPECT_EQ(abstractSymbols, u"N I L I_v M memory Temp T  ");
-    TVTypeSys::UnitBase::ReferenceSet found;
+    UnitBase::ReferenceSet found;
     database().addMatchingFundamentalUnitToList(u"Bits", found); // only the expression
     EXPECT_TRUE(found.empty());
     database().addMatchingFundamentalUnitToList(u"bits", found);

@@ -4,18 +4,12 @@
 #include <algorithm>
 #include <array>
 #include <map>
-#include <memory>
 #include <random>
 #include <set>
 
 namespace {
 
-using TVTypeSys::FundamentalUnits;
-using TVTypeSys::Node;
-using TVTypeSys::Trie;
-using TVTypeSys::UnitBase;
-using TVTypeSys::UnitBaseInstanceMapping;
-using TVTypeSys::UnitFactory;
+using namespace TVTypeSys;
 using Words = std::vector<std::u16string>;
 
 std::u16string randomText(std::mt19937& random, std::size_t longest) {

@@ -1,12 +1,8 @@
 #include "units/database_fixture.h"
 
-#include <memory>
-
 namespace {
 
-using TVTypeSys::UnitBase;
-using TVTypeSys::UnitFactory;
-using TVTypeSys::UnitTable;
+using namespace TVTypeSys;
 
 class UnitTableTest : public WithUnitDatabase {
   protected:
