@@ -124,15 +124,32 @@ TEST_F(Alias, ChainQueries) {
     EXPECT_ERROR("InvalidDataTypeId(-10)", table.getDataTypeAliasedThruTo(-10));
 }
 
+// The next two must not be quadratic in the number of types: milliseconds, or else minutes.
+constexpr int many = 100'000;
+
+std::string nameAt(int i) { return "type_" + std::to_string(i); }
+
 TEST_F(Alias, LongChains) {
-    constexpr int count = 100'000;
-    const auto name = [](int i) { return "type_" + std::to_string(i); };
     int id = 0;
-    for (int i = 0; i < count; ++i) {
-        id = alias(name(i).c_str(), id);
+    for (int i = 0; i < many; ++i) {
+        id = alias(nameAt(i).c_str(), id);
     }
     EXPECT_EQ(8, at(id).getSize());
     EXPECT_EQ(0, table.getDataTypeIdCommonAncestor(id, 0));
     EXPECT_EQ(id - 2, table.getDataTypeIdCommonAncestor(id, id - 2));
-    EXPECT_EQ(id - count / 2, table.getDataTypeId(name(count - 1 - count / 2).c_str()));
+}
+
+TEST(ReplacedTypes, BecomeAliases) {
+    ReplacingTable table;
+    for (int i = 0; i < 3 * many; ++i) {
+        const int id = 14 + i % many;
+        if (i < 2 * many) {
+            const std::string name = nameAt(i % many);
+            ASSERT_EQ(id, table.registerDataType(name.c_str(), clientSource, nullptr));
+        } else {
+            table.setDataTypeIdAliasedTo(id, i % 9);
+        }
+    }
+    EXPECT_EQ(15 + many, table.getNumDataTypes());
+    EXPECT_EQ(2 * many % 9, table.getDataTypeAliasedThruTo(14)->getId());
 }
