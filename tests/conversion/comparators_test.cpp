@@ -1,14 +1,22 @@
-#include "unaligned.h"
-
 #include <tvtypes/datatypetable.h>
 #include <tvtypes/functions.h>
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstring>
 #include <limits>
+#include <vector>
 
 using namespace TVTypeSys;
+
+// The elements, preceded by one byte.
+template <class Element>
+std::vector<unsigned char> behindOneByte(const std::vector<Element>& elements) {
+    std::vector<unsigned char> bytes(1 + elements.size() * sizeof(Element));
+    std::memcpy(bytes.data() + 1, elements.data(), bytes.size() - 1);
+    return bytes;
+}
 
 template <class Value, std::size_t typeId>
 struct BuiltIn {

@@ -93,23 +93,20 @@ std::vector<double> makeValues(int id) {
     const auto add = [&](double x) {
         const double held = id == singleId ? static_cast<double>(static_cast<float>(x)) : x;
         if (isFloat(id)) {
-            values.push_back(held);
-            values.push_back(-held);
+            values.insert(values.end(), {held, -held});
         } else if (held == std::trunc(held) && !isOutside(held, id)) {
             values.push_back(held);
         }
     };
     const auto addAround = [&](double x) {
         add(x);
-        float narrow = static_cast<float>(x);
-        float narrowUp = narrow;
-        double down = x;
-        double up = x;
-        for (int step = 0; step < 3; ++step) {
-            add(down = std::nextafter(down, -HUGE_VAL));
-            add(up = std::nextafter(up, HUGE_VAL));
-            add(narrow = std::nextafterf(narrow, -HUGE_VALF));
-            add(narrowUp = std::nextafterf(narrowUp, HUGE_VALF));
+        for (const double end : {-HUGE_VAL, HUGE_VAL}) {
+            double near = x;
+            float nearSingle = static_cast<float>(x);
+            for (int step = 0; step < 3; ++step) {
+                add(near = std::nextafter(near, end));
+                add(nearSingle = std::nextafterf(nearSingle, static_cast<float>(end)));
+            }
         }
     };
     for (int power = -1; power <= 65; ++power) {
@@ -121,24 +118,18 @@ std::vector<double> makeValues(int id) {
     for (double x = -2000; x <= 2000; x += 0.25) {
         add(x);
     }
-    addAround(0);
-    addAround(0x1p-126);
-    addAround(std::numeric_limits<float>::max());
-    for (double x : {HUGE_VAL, std::numeric_limits<double>::max(), 1e300, 1e-300, 5e-324, 1e20}) {
-        add(x);
+    for (double x :
+         {0.0, 0x1p-126, static_cast<double>(std::numeric_limits<float>::max()), HUGE_VAL,
+          std::numeric_limits<double>::max(), 1e300, 1e-300, 5e-324, 1e20, std::nan("")}) {
+        addAround(x);
     }
-    add(std::numeric_limits<double>::quiet_NaN());
     // Random bits, and random values with uniform exponents.
     std::mt19937_64 random(7);
     for (int i = 0; i < 20000; ++i) {
         const std::uint64_t bits = random();
-        if (id == singleId) {
-            add(std::bit_cast<float>(static_cast<std::uint32_t>(bits)));
-        } else if (id == doubleId) {
-            add(std::bit_cast<double>(bits));
-        } else {
-            add(std::trunc(own.lowest + static_cast<double>(bits % 4294967296U)));
-        }
+        add(id == singleId   ? std::bit_cast<float>(static_cast<std::uint32_t>(bits))
+            : id == doubleId ? std::bit_cast<double>(bits)
+                             : std::trunc(own.lowest + static_cast<double>(bits % 4294967296U)));
         add(std::ldexp(static_cast<double>(bits >> 11), static_cast<int>(bits % 64) - 60));
     }
     return values;

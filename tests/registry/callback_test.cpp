@@ -3,39 +3,57 @@
 
 #include <boost/make_shared.hpp>
 
-#include <functional>
 #include <stdexcept>
-#include <string>
 
 using namespace TVTypeSys;
 
 namespace {
 
-using Action = std::function<void(DataTypeTable&, int)>;
+int plain(DataTypeTable& table, const std::string& name) {
+    return table.registerDataType(name.c_str(), clientSource, nullptr);
+}
 
-// Runs an action with the id of each new type that is named "New".
+// Performs steps when a type named "New" is registered: "+A" registers a type; "14>new" makes a
+// type an alias.
 class Callback : public ClientDataTypeCheckCallback {
   public:
-    Callback(DataTypeTable& table, Action action) : table_(table), action_(std::move(action)) {}
+    Callback(DataTypeTable& table, const char* steps) : table_(table), steps_(steps) {}
     void checkRegisteredType(DataType* dataType, const char* /*blockPath*/) override {
-        if (dataType->getName() == std::string("New")) {
-            action_(table_, dataType->getId());
-            lastId = table_.getNumDataTypes() - 2; // this object must still exist
+        if (dataType->getName() != std::string("New")) {
+            return;
         }
+        const int newId = dataType->getId();
+        const auto idOf = [&](const std::string& text) {
+            return text == "new" ? newId : text == "last" ? last_ : std::stoi(text);
+        };
+        std::istringstream steps(steps_);
+        for (std::string step; steps >> step;) {
+            if (const std::size_t arrow = step.find('>'); arrow != std::string::npos) {
+                table_.setDataTypeIdAliasedTo(idOf(step.substr(0, arrow)),
+                                              idOf(step.substr(arrow + 1)));
+            } else if (step[0] == '+') {
+                last_ = plain(table_, step.substr(1));
+            } else if (step == "remove") {
+                table_.removeDataType(&at(table_, newId));
+            } else if (step == "reset") {
+                table_.resetToBuiltin();
+            } else if (step == "uninstall") {
+                table_.setClientDataTypeCheckCallback(nullptr);
+            } else if (step == "reject") {
+                table_.checkDataTypeId(-2);
+            } else {
+                throw std::runtime_error(step);
+            }
+        }
+        last_ = -1; // this object must still exist
     }
     void onResetToBuiltin() override {}
-    int lastId = 0;
 
   private:
     DataTypeTable& table_;
-    Action action_;
+    std::string steps_;
+    int last_ = -1;
 };
-
-int plain(DataTypeTable& table, const char* name) {
-    return table.registerDataType(name, clientSource, nullptr);
-}
-
-void reject(DataTypeTable& table) { table.checkDataTypeId(-2); }
 
 // The types of clients in order, each with its direct target and the end of its chain: "P New>6>6".
 // Checks ids and lookups by name.
@@ -60,102 +78,43 @@ std::string listing(DataTypeTable& table) {
 } // namespace
 
 TEST(Callback, MayChangeTable) {
+    const char* const none = "no error";
     const char* const rejected = "InvalidDataTypeId(-2)";
     const struct {
-        const char* action;
+        const char* steps;
         bool replaces; // the table has a type "New" already, with id 15
-        Action run;
         const char* error;
         const char* types;
     } cases[] = {
-        {"alias", false, [](auto& table, int id) { table.setDataTypeIdAliasedTo(id, 6); }, nullptr,
-         "P Q>14>14 New>6>6"},
-        {"remove", false, [](auto& table, int id) { table.removeDataType(&at(table, id)); },
-         nullptr, "P Q>14>14"},
-        {"reset", false, [](auto& table, int) { table.resetToBuiltin(); }, nullptr, ""},
-        {"register", false, [](auto& table, int) { plain(table, "Other"); }, nullptr,
-         "P Q>14>14 New Other"},
-        {"register the same name", false, [](auto& table, int) { plain(table, "New"); }, nullptr,
-         "P Q>14>14 New"},
-        {"uninstall", false,
-         [](auto& table, int) {
-             table.setClientDataTypeCheckCallback(nullptr);
-             plain(table, "Other");
-         },
-         nullptr, "P Q>14>14 New Other"},
-        {"register and reject", false,
-         [](auto& table, int) {
-             plain(table, "Other");
-             reject(table);
-         },
-         rejected, "P Q>14>14"},
-        {"remove, register and reject", false,
-         [](auto& table, int id) {
-             table.removeDataType(&at(table, id));
-             plain(table, "Other");
-             reject(table);
-         },
-         rejected, "P Q>14>14"},
-        {"reset and reject", false,
-         [](auto& table, int) {
-             table.resetToBuiltin();
-             reject(table);
-         },
-         rejected, ""},
-        {"turn types into aliases of new ones and reject", false,
-         [](auto& table, int id) {
-             const int other = plain(table, "Other");
-             table.setDataTypeIdAliasedTo(14, other);
-             table.setDataTypeIdAliasedTo(other, id);
-             table.setDataTypeIdAliasedTo(id, 3);
-             reject(table);
-         },
-         rejected, "P Q>14>14"},
-        {"turn a type into an alias and reject", false,
-         [](auto& table, int) {
-             table.setDataTypeIdAliasedTo(14, 3);
-             reject(table);
-         },
-         rejected, "P>3>3 Q>14>14"},
-        {"replace", true, [](auto&, int) {}, nullptr, "P New Q>15>15"},
-        {"replace and register", true, [](auto& table, int) { plain(table, "Other"); }, nullptr,
-         "P New Q>15>15 New Other"},
-        {"replace by an alias", true,
-         [](auto& table, int id) { table.setDataTypeIdAliasedTo(id, 14); }, nullptr,
-         "P New>14>14 Q>15>15"},
-        {"replace by an alias of itself", true,
-         [](auto& table, int id) { table.setDataTypeIdAliasedTo(id, 16); },
-         "DataTypeAliasLoop(New, Q)", "P New Q>15>15"},
-        {"turn the existing type into an alias", true,
-         [](auto& table, int id) { table.setDataTypeIdAliasedTo(15, id); }, nullptr,
-         "P New Q>15>15"},
-        {"turn the existing type into an alias and reject", true,
-         [](auto& table, int id) {
-             table.setDataTypeIdAliasedTo(14, 15);
-             table.setDataTypeIdAliasedTo(15, id);
-             reject(table);
-         },
-         rejected, "P>15>15 New Q>15>15"},
-        {"remove instead of replacing", true,
-         [](auto& table, int id) {
-             table.removeDataType(&at(table, id));
-             plain(table, "Other");
-         },
-         nullptr, "P New Q>15>15 Other"},
+        {"new>6", false, none, "P Q>14>14 New>6>6"},
+        {"remove", false, none, "P Q>14>14"},
+        {"reset", false, none, ""},
+        {"+New", false, none, "P Q>14>14 New"},
+        {"uninstall +Other", false, none, "P Q>14>14 New Other"},
+        {"+Other reject", false, rejected, "P Q>14>14"},
+        {"remove +Other reject", false, rejected, "P Q>14>14"},
+        {"reset reject", false, rejected, ""},
+        {"+Other 14>last last>new new>3 reject", false, rejected, "P Q>14>14"},
+        {"14>3 reject", false, rejected, "P>3>3 Q>14>14"},
+        {"+Other", true, none, "P New Q>15>15 New Other"},
+        {"new>14", true, none, "P New>14>14 Q>15>15"},
+        {"new>16", true, "DataTypeAliasLoop(New, Q)", "P New Q>15>15"},
+        {"15>new", true, none, "P New Q>15>15"},
+        {"14>15 15>new reject", true, rejected, "P>15>15 New Q>15>15"},
+        {"remove +Other", true, none, "P New Q>15>15 Other"},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.action);
+        SCOPED_TRACE(c.steps);
         ReplacingTable replacing;
         DataTypeTable keeping;
         DataTypeTable& table = c.replaces ? replacing : keeping;
         plain(table, "P");
         const int target = c.replaces ? plain(table, "New") : 14;
         table.registerAliasDataType("Q", clientSource, target, nullptr);
-        table.setClientDataTypeCheckCallback(boost::make_shared<Callback>(table, c.run));
+        table.setClientDataTypeCheckCallback(boost::make_shared<Callback>(table, c.steps));
         int id = 0;
-        EXPECT_EQ(c.error == nullptr ? "no error" : c.error,
-                  thrownError([&] { id = plain(table, "New"); }));
-        EXPECT_EQ(c.error != nullptr ? 0 : c.replaces ? 15 : 16, id);
+        EXPECT_ERROR(c.error, id = plain(table, "New"));
+        EXPECT_EQ(c.error != none ? 0 : c.replaces ? 15 : 16, id);
         EXPECT_EQ(c.types, listing(table));
         table.setClientDataTypeCheckCallback(nullptr);
         plain(table, "Last");
@@ -169,11 +128,7 @@ TEST(Callback, OtherExceptionsKeepNewTypes) {
         if (replaces) {
             plain(table, "New");
         }
-        table.setClientDataTypeCheckCallback(
-            boost::make_shared<Callback>(table, [](DataTypeTable& caller, int) {
-                plain(caller, "Other");
-                throw std::runtime_error("failed");
-            }));
+        table.setClientDataTypeCheckCallback(boost::make_shared<Callback>(table, "+Other failed"));
         EXPECT_THROW(plain(table, "New"), std::runtime_error);
         EXPECT_EQ(replaces ? "New New Other" : "New Other", listing(table));
     }

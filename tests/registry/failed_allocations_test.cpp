@@ -1,10 +1,6 @@
 #include "support/failing_allocations.h"
 #include "table_fixture.h"
 
-#include <functional>
-#include <memory>
-#include <sstream>
-
 using namespace TVTypeSys;
 
 namespace {
@@ -42,49 +38,36 @@ std::unique_ptr<ReplacingTable> makeTable(int others) {
     return table;
 }
 
+template <class Type>
+void add(DataTypeTable& table) {
+    auto type = std::make_unique<Type>(lastId(table) + 1, "New", clientSource);
+    table.addDataType(type.get());
+    static_cast<void>(type.release());
+}
+
 } // namespace
 
 TEST(FailedAllocations, LeaveTableUnchanged) {
+    constexpr auto client = clientSource;
     const std::pair<const char*, std::function<void(DataTypeTable&)>> operations[] = {
-        {"construct", [](DataTypeTable&) { DataTypeTable(); }},
-        {"register",
-         [](DataTypeTable& table) { table.registerDataType("New", clientSource, "m/Gain"); }},
-        {"register fixed-point",
-         [](DataTypeTable& table) { table.registerDataType("sfix16_En3", clientSource, nullptr); }},
-        {"register struct",
-         [](DataTypeTable& table) { table.registerStructDataType("New", clientSource, nullptr); }},
-        {"register alias",
-         [](DataTypeTable& table) {
-             table.registerAliasDataType("New", clientSource, 15, nullptr);
-         }},
-        {"replace",
-         [](DataTypeTable& table) { table.registerStructDataType("P", clientSource, nullptr); }},
-        {"replace client's",
-         [](DataTypeTable& table) { table.registerDataType("Client", clientSource, nullptr); }},
-        {"replaceDataType",
-         [](DataTypeTable& table) {
-             table.replaceDataType(&at(table, 14), &at(table, lastId(table)));
-         }},
-        {"alias", [](DataTypeTable& table) { table.setDataTypeIdAliasedTo(14, 6); }},
-        {"alias client's", [](DataTypeTable& table) { table.setDataTypeIdAliasedTo(17, 6); }},
-        {"add",
-         [](DataTypeTable& table) {
-             auto type = std::make_unique<DataType>(lastId(table) + 1, "New", clientSource);
-             table.addDataType(type.get());
-             static_cast<void>(type.release());
-         }},
-        {"add client's",
-         [](DataTypeTable& table) {
-             auto type = std::make_unique<ClientType>(lastId(table) + 1, "New", clientSource);
-             table.addDataType(type.get());
-             static_cast<void>(type.release());
-         }},
-        {"remove", [](DataTypeTable& table) { table.removeDataType(&at(table, lastId(table))); }},
-        {"reset", [](DataTypeTable& table) { table.resetToBuiltin(); }},
-        {"setProperties", [](DataTypeTable& table) { at(table, 20).setProperties("abcd"); }},
+        {"construct", [](auto&) { DataTypeTable(); }},
+        {"register", [](auto& t) { t.registerDataType("New", client, "m/Gain"); }},
+        {"register fixed-point", [](auto& t) { t.registerDataType("sfix16_E3", client, nullptr); }},
+        {"register struct", [](auto& t) { t.registerStructDataType("New", client, nullptr); }},
+        {"register alias", [](auto& t) { t.registerAliasDataType("New", client, 15, nullptr); }},
+        {"replace", [](auto& t) { t.registerStructDataType("P", client, nullptr); }},
+        {"replace client's", [](auto& t) { t.registerDataType("Client", client, nullptr); }},
+        {"replaceDataType", [](auto& t) { t.replaceDataType(&at(t, 14), &at(t, lastId(t))); }},
+        {"alias", [](auto& t) { t.setDataTypeIdAliasedTo(14, 6); }},
+        {"alias client's", [](auto& t) { t.setDataTypeIdAliasedTo(17, 6); }},
+        {"add", add<DataType>},
+        {"add client's", add<ClientType>},
+        {"remove", [](auto& t) { t.removeDataType(&at(t, lastId(t))); }},
+        {"reset", [](auto& t) { t.resetToBuiltin(); }},
+        {"setProperties", [](auto& t) { at(t, 20).setProperties("abcd"); }},
         {"setAtomicWordLengths",
-         [](DataTypeTable& table) {
-             table.setAtomicWordLengths({64, 128});
+         [](auto& t) {
+             t.setAtomicWordLengths({{64, 128}});
          }},
     };
     // The hash table of names is full with 11 and 33 others.

@@ -2,17 +2,16 @@
 #include "table_fixture.h"
 
 #include <random>
-#include <string>
 
 using namespace TVTypeSys;
 
 namespace {
 
-int scan(const DataTypeTable& table, const std::string& name) {
-    for (int i = 0; i < table.getNumDataTypes(); ++i) {
-        const DataType& type = *table.getDataTypeAt(static_cast<std::size_t>(i));
-        if ((type.getName() == nullptr ? "" : type.getName()) == name) {
-            return type.getId();
+int scan(DataTypeTable& table, const std::string& name) {
+    for (int i = -1; i + 1 < table.getNumDataTypes(); ++i) {
+        const char* const found = at(table, i).getName();
+        if ((found == nullptr ? "" : found) == name) {
+            return at(table, i).getId();
         }
     }
     return INVALID_DATA_TYPE_ID;
@@ -34,14 +33,13 @@ class Renamed : public DataType {
 };
 
 // Whether another type is an alias of this one.
-bool isAliased(const DataTypeTable& table, int id) {
+bool isAliased(DataTypeTable& table, int id) {
+    bool found = false;
     for (int other = -1; other + 1 < table.getNumDataTypes(); ++other) {
-        const DataType& type = *table.getDataTypeAt(static_cast<std::size_t>(other + 1));
-        if (other != id && (type.getIdAliasedTo() == id || type.getIdAliasedThruTo() == id)) {
-            return true;
-        }
+        const DataType& type = at(table, other);
+        found |= other != id && (type.getIdAliasedTo() == id || type.getIdAliasedThruTo() == id);
     }
-    return false;
+    return found;
 }
 
 } // namespace

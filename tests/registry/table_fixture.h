@@ -5,6 +5,12 @@
 
 #include <tvtypes/datatypetable.h>
 
+#include <cstring>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
 namespace TVTypeSys {
 
 constexpr auto clientSource = static_cast<DataTypeSource>(2);

@@ -2,9 +2,7 @@
 
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <stdexcept>
-#include <vector>
 
 using namespace TVTypeSys;
 
@@ -77,25 +75,19 @@ TEST_F(ValueOperationsTest, CallsFunctionWithResolvedIds) {
 }
 
 TEST_F(ValueOperationsTest, ThrowsForMissingOrFailingFunction) {
-    const struct {
-        int id;
-        std::string error;
-    } cases[] = {{typeReturning(0), "FcnUnknownError(A)"},
-                 {10, "FcnDoesNotExist(integer)"},
-                 {plain("New"), "FcnDoesNotExist(New)"}};
-    for (const auto& c : cases) {
-        const int id = c.id;
-        const std::string& error = c.error;
+    const std::pair<int, std::string> cases[] = {{typeReturning(0), "FcnUnknownError(A)"},
+                                                 {10, "FcnDoesNotExist(integer)"},
+                                                 {plain("New"), "FcnDoesNotExist(New)"}};
+    for (const auto& [id, end] : cases) {
+        const auto error = [&end = end](const char* name) { return "DataType" + (name + end); };
         // The function of the other type must not be called.
         const int other = id == 10 ? table.getDataTypeId("A") : 10;
-        EXPECT_ERROR("DataTypeConvertBetween" + error,
-                     table.convertToUsingSrcId(other, id, 3, x, y, out));
-        EXPECT_ERROR("DataTypeConvertBetween" + error,
-                     table.convertToUsingDstId(id, other, 3, x, y, out));
-        EXPECT_ERROR("DataTypeIsPositive" + error, table.isPositive(id, 3, x, y, out));
-        EXPECT_ERROR("DataTypeIsNegative" + error, table.isNegative(id, 3, x, y, out));
-        EXPECT_ERROR("DataTypeGreaterThan" + error, table.greaterThan(id, 3, x, y, x, out));
-        EXPECT_ERROR("DataTypeGreaterEqual" + error, table.greaterEqual(id, 3, x, y, x, out));
+        EXPECT_ERROR(error("ConvertBetween"), table.convertToUsingSrcId(other, id, 3, x, y, out));
+        EXPECT_ERROR(error("ConvertBetween"), table.convertToUsingDstId(id, other, 3, x, y, out));
+        EXPECT_ERROR(error("IsPositive"), table.isPositive(id, 3, x, y, out));
+        EXPECT_ERROR(error("IsNegative"), table.isNegative(id, 3, x, y, out));
+        EXPECT_ERROR(error("GreaterThan"), table.greaterThan(id, 3, x, y, x, out));
+        EXPECT_ERROR(error("GreaterEqual"), table.greaterEqual(id, 3, x, y, x, out));
         EXPECT_FALSE(table.convertToUsingSrcIdWithStatus(other, id, 3, x, y, out));
         EXPECT_FALSE(table.isPositiveWithStatus(id, 3, x, y, out));
     }
@@ -131,21 +123,17 @@ TEST_F(ValueOperationsTest, ParameterNamesAndLoggingTypes) {
     const int color = plain("Color");
     at(color).setType(DataTypeQualifierEnum);
     table.setDataTypeStorageId(color, 6);
-    struct {
-        int id;
-        const char* parameterName;
-        int loggingId;
-    } const cases[] = {{-1, "auto", -1},
-                       {8, "boolean", 8},
-                       {9, "fcn_call", 0},
-                       {plain("sfix16_En3"), "fixdt('sfix16_En3')", 0},
-                       {alias("Byte", 3), "Byte", 0},
-                       {structure("B"), "Bus: B", 0},
-                       {color, "Enum: Color", 6},
-                       {alias("Paint", color), "Paint", 6}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(c.parameterName, table.getDTACompliantString(c.id));
-        EXPECT_EQ(c.loggingId, table.getDataTypeLoggingId(c.id)) << c.parameterName;
-    }
+    const auto expect = [this](int id, const char* parameterName, int loggingId) {
+        EXPECT_EQ(parameterName, table.getDTACompliantString(id));
+        EXPECT_EQ(loggingId, table.getDataTypeLoggingId(id)) << parameterName;
+    };
+    expect(-1, "auto", -1);
+    expect(8, "boolean", 8);
+    expect(9, "fcn_call", 0);
+    expect(plain("sfix16_En3"), "fixdt('sfix16_En3')", 0);
+    expect(alias("Byte", 3), "Byte", 0);
+    expect(structure("B"), "Bus: B", 0);
+    expect(color, "Enum: Color", 6);
+    expect(alias("Paint", color), "Paint", 6);
     EXPECT_ERROR("InvalidDataTypeId(-10)", table.getDataTypeLoggingId(-10));
 }

@@ -1,11 +1,6 @@
 #include "structs/struct_fixture.h"
 #include "support/failing_allocations.h"
 
-#include <tvtypes/elementaccess.h>
-
-#include <functional>
-#include <memory>
-
 namespace TVTypeSys {
 namespace {
 
@@ -35,17 +30,16 @@ class Model : public StructTest {
                              outer.isFlatElementCacheEmpty(),
                              outer.hasComplexData(),
                              structAt(16).hasComplexData()};
+        const auto add = [&](const auto& read) {
+            all.push_back(-1);
+            thrownError([&] { all.back() = read(); });
+        };
         for (int i = 0; i < 50; ++i) {
-            for (const auto& read : std::initializer_list<std::function<int()>>{
-                     [&] { return nodes.getOffset(i); },
-                     [&] { return nodes.getStructElement(i)->dataTypeId; },
-                     [&] { return nodes.getRawElementIdx(i); },
-                     [&] { return scalars.getOffset(i); },
-                     [&] { return elements.getRawElementIdx(i); }}) {
-                int value = -1;
-                thrownError([&] { value = read(); });
-                all.push_back(value);
-            }
+            add([&] { return nodes.getOffset(i); });
+            add([&] { return nodes.getStructElement(i)->dataTypeId; });
+            add([&] { return nodes.getRawElementIdx(i); });
+            add([&] { return scalars.getOffset(i); });
+            add([&] { return elements.getRawElementIdx(i); });
         }
         return all;
     }
@@ -64,25 +58,20 @@ class Model : public StructTest {
 
 TEST(FailedAllocations, LeaveStructsUnchanged) {
     const std::pair<const char*, std::function<void(Model&)>> operations[] = {
-        {"setNumElements", [](Model& model) { model.unread.setNumElements(3); }},
-        {"setDFSIdxFromFlatIdx",
-         [](Model& model) {
-             model.outer.setDFSIdxFromFlatIdx({1, 2, 3});
+        {"elements", [](auto& m) { m.unread.setNumElements(3); }},
+        {"flat table",
+         [](auto& m) {
+             m.outer.setDFSIdxFromFlatIdx(std::vector{1, 2, 3});
          }},
-        {"summary flags",
-         [](Model& model) {
-             model.outer.createCacheForFrequentlyAccessedProperties(&model.table);
-         }},
-        {"element",
-         [](Model& model) { model.result = model.nodes.getStructElement(9)->dataTypeId; }},
-        {"nested struct", [](Model& model) { model.result = model.nodes.getDataTypeId(7); }},
-        {"offset", [](Model& model) { model.result = model.nodes.getOffset(9); }},
-        {"index of scalar", [](Model& model) { model.result = model.nodes.getRawElementIdx(30); }},
-        {"path", [](Model& model) { model.nodes.getFullPath(9, true, model.path); }},
-        {"leaf", [](Model& model) { model.result = model.leaves.getDFSIdx(3); }},
-        {"offset of scalar", [](Model& model) { model.result = model.scalars.getOffset(40); }},
-        {"immediate element",
-         [](Model& model) { model.result = model.elements.getRawElementIdx(1); }},
+        {"flags", [](auto& m) { m.outer.createCacheForFrequentlyAccessedProperties(&m.table); }},
+        {"element", [](auto& m) { m.result = m.nodes.getStructElement(9)->dataTypeId; }},
+        {"nested struct", [](auto& m) { m.result = m.nodes.getDataTypeId(7); }},
+        {"offset", [](auto& m) { m.result = m.nodes.getOffset(9); }},
+        {"index of scalar", [](auto& m) { m.result = m.nodes.getRawElementIdx(30); }},
+        {"path", [](auto& m) { m.nodes.getFullPath(9, true, m.path); }},
+        {"leaf", [](auto& m) { m.result = m.leaves.getDFSIdx(3); }},
+        {"offset of scalar", [](auto& m) { m.result = m.scalars.getOffset(40); }},
+        {"immediate element", [](auto& m) { m.result = m.elements.getRawElementIdx(1); }},
     };
     for (const auto& [name, operation] : operations) {
         expectUnchangedOnFailedAllocation(

@@ -4,21 +4,24 @@
 #include "support/errors.h"
 
 #include <tvtypes/datatypetable.h>
+#include <tvtypes/elementaccess.h>
+#include <tvtypes/functions.h>
 #include <tvtypes/structdatatype.h>
 
 #include <fndut/alloc.h>
 
+#include <array>
+#include <functional>
+#include <memory>
+#include <numeric>
 #include <string>
 #include <vector>
 
 namespace TVTypeSys {
 
-inline int widthOf(const std::vector<int>& dimensions) {
-    int width = 1;
-    for (const int size : dimensions) {
-        width *= size;
-    }
-    return width;
+inline int width(const StructElement& element) {
+    return std::accumulate(element.dimensions, element.dimensions + element.numDimensions, 1,
+                           std::multiplies<>());
 }
 
 class StructTest : public testing::Test {
@@ -48,25 +51,25 @@ class StructTest : public testing::Test {
         return element;
     }
 
+    bool isStruct(int id) {
+        return id >= 0 && table.getDataTypeAliasedThruTo(id)->getIsType(DataTypeQualifierStruct);
+    }
+
     // Computes the counts from those of the nested types.
     void count(StructDataType& type) {
-        int nodes = 1;
-        int leaves = 0;
-        int scalars = 0;
+        int nodes = 1, leaves = 0, scalars = 0;
         for (const StructElement* element : type.getElements()) {
-            const std::vector<int> dimensions(element->dimensions,
-                                              element->dimensions + element->numDimensions);
-            const int width = widthOf(dimensions);
-            auto* const nested = element->dataTypeId < 0
-                                     ? nullptr
-                                     : dynamic_cast<StructDataType*>(
-                                           table.getDataTypeAliasedThruTo(element->dataTypeId));
-            nodes +=
-                nested == nullptr ? 1 : (width == 1 ? 0 : 1) + width * nested->getNumDFSElements();
-            leaves += nested == nullptr ? 1 : width * nested->getNumFlatElements();
-            scalars += width * (nested != nullptr          ? nested->getNumRawElements()
-                                : element->signalType == 1 ? 2
-                                                           : 1);
+            const int copies = width(*element);
+            if (isStruct(element->dataTypeId)) {
+                const StructDataType& nested = structAt(element->dataTypeId);
+                nodes += (copies == 1 ? 0 : 1) + copies * nested.getNumDFSElements();
+                leaves += copies * nested.getNumFlatElements();
+                scalars += copies * nested.getNumRawElements();
+            } else {
+                ++nodes;
+                ++leaves;
+                scalars += copies * (element->signalType == 1 ? 2 : 1);
+            }
         }
         type.setNumDFSElements(nodes);
         type.setNumFlatElements(leaves);

@@ -1,29 +1,19 @@
-#include "support/errors.h"
+#include "structs/struct_fixture.h"
 
-#include <tvtypes/datatypetable.h>
-#include <tvtypes/structdatatype.h>
-
-#include <fndut/alloc.h>
-
+namespace TVTypeSys {
 namespace {
 
-class SummaryFlagsTest : public testing::Test {
+class SummaryFlagsTest : public StructTest {
   protected:
     // Registers a struct of a double and an element; the modes are c complex, f frame based and
     // v variable.
     StructDataType& add(const char* name, int elementId, const std::string& modes, int size) {
-        const int id = table.registerStructDataType(name, DataTypeSourceUnchecked, nullptr);
-        auto& type = dynamic_cast<StructDataType&>(*table.getDataTypeAliasedThruTo(id));
-        type.setNumElements(2);
-        type.getElements()[0]->setDataTypeId(0);
-        StructElement& element = *type.getElements()[1];
-        element.setDataTypeId(elementId);
-        element.setSignalType(modes.find('c') != std::string::npos);
+        StructDataType& type = addStruct(name, 2);
+        fill(type, 0, "real", 0);
+        StructElement& element =
+            fill(type, 1, "element", elementId, {size}, modes.find('c') != std::string::npos);
         element.setSamplingMode(modes.find('f') != std::string::npos);
         element.setDimensionsMode(modes.find('v') != std::string::npos);
-        element.setNumDimensions(1);
-        element.setDimensions(static_cast<int*>(utCalloc(1, sizeof(int))));
-        *element.dimensions = size;
         return type;
     }
 
@@ -36,8 +26,6 @@ class SummaryFlagsTest : public testing::Test {
                (table.doesBusDTHaveVarDims(id) ? "v" : "") +
                (table.doesBusDTHaveAoB(id) ? "a" : "");
     }
-
-    TVTypeSys::DataTypeTable table;
 };
 
 } // namespace
@@ -61,3 +49,5 @@ TEST_F(SummaryFlagsTest, ComputedOnceForAllDepths) {
     late.getElements()[1]->setDataTypeId(0);
     EXPECT_EQ("c", flags(late));
 }
+
+} // namespace TVTypeSys

@@ -1,13 +1,10 @@
-// The views of random struct types against a tree built node by node, and of struct types that are
-// too deep for recursion and too wide for a walk from the start at each index.
+// The views of random struct types, which may change between reads, against their definition: a
+// search from the first element at each level of nesting. And the views of struct types that are
+// too deep for recursion and too wide for a search from the start at each index.
 #include "structs/struct_fixture.h"
 
-#include <tvtypes/elementaccess.h>
-
 #include <algorithm>
-#include <array>
 #include <map>
-#include <numeric>
 #include <random>
 #include <tuple>
 
@@ -15,15 +12,13 @@ namespace TVTypeSys {
 namespace {
 
 using Path = std::vector<std::pair<std::string, int>>;
+using Step = std::array<int, 4>; // element, copy, type id, start
 
 struct Node {
     const StructElement* element; // null for a struct or a copy of one
     std::string name;
-    int typeId, parentId, position;
-    int offset, varDimsOffset;
-    Path path;
-    int scalarsAhead;
-    bool isLeaf;
+    int typeId, parentId, position, scalarsBefore;
+    Path path; // without the instance
 };
 
 struct Scalar {
@@ -67,128 +62,6 @@ class RandomViewsTest : public StructTest {
         return table.getDataTypeAt(static_cast<std::size_t>(typeId + 1))->getSize();
     }
 
-    // Adds the nodes of a struct, starting with `self`, and its scalars.
-    void grow(Node self) {
-        const StructDataType& type = structAt(self.typeId);
-        self.scalarsAhead = static_cast<int>(scalars.size());
-        nodes.push_back(self);
-        for (int i = 0; i < type.getNumElements(); ++i) {
-            const StructElement& element = *type.getElements()[static_cast<std::size_t>(i)];
-            const int width =
-                widthOf({element.dimensions, element.dimensions + element.numDimensions});
-            Node node{&element,
-                      element.name,
-                      element.dataTypeId,
-                      self.typeId,
-                      i,
-                      self.offset + element.offset,
-                      self.varDimsOffset + element.varDimsOffset,
-                      self.path,
-                      static_cast<int>(scalars.size()),
-                      false};
-            node.path.emplace_back(element.name, -1);
-            if (node.typeId >= 0 &&
-                table.getDataTypeAliasedThruTo(node.typeId)->getIsType(DataTypeQualifierStruct)) {
-                if (width > 1) {
-                    nodes.push_back(node);
-                }
-                node.element = nullptr;
-                for (int copy = 0; copy < width; ++copy) {
-                    node.path.back().second = width > 1 ? copy : -1;
-                    grow(node);
-                    node.offset += sizeAt(node.typeId);
-                }
-                continue;
-            }
-            node.isLeaf = true;
-            nodes.push_back(node);
-            for (int k = 0; k < width * (element.signalType == 1 ? 2 : 1); ++k) {
-                scalars.push_back(
-                    {node.typeId, element.unitId, node.offset + k * sizeAt(node.typeId)});
-            }
-        }
-    }
-
-    std::mt19937 random{20};
-    std::vector<Node> nodes;
-    std::vector<Scalar> scalars;
-};
-
-} // namespace
-
-TEST_F(RandomViewsTest, MatchTree) {
-    for (int round = 0; round < 300; ++round) {
-        table.resetToBuiltin();
-        nodes.clear();
-        scalars.clear();
-        const int id = addStructs();
-        grow({nullptr, "", id, INVALID_DATA_TYPE_ID, -1, 0, 0, {{"", 0}}, 0, false});
-        DFSElementAccess view(&table, id);
-        FlatElementAccess flat(&table, id);
-        RawElementAccess raw(&table, id);
-        const int count = static_cast<int>(nodes.size());
-        ASSERT_EQ(count, view.getNumElements());
-        ASSERT_EQ(scalars.size(), static_cast<std::size_t>(raw.getNumElements()));
-
-        // The nodes of two instances in random order.
-        std::vector<int> indices(2 * nodes.size());
-        std::iota(indices.begin(), indices.end(), 0);
-        std::ranges::shuffle(indices, random);
-        for (const int i : indices) {
-            const int instance = i / count;
-            const Node& node = nodes[static_cast<std::size_t>(i % count)];
-            ASSERT_EQ(node.name, view.getName(i)) << "node " << i << " in round " << round;
-            ASSERT_EQ(node.typeId, view.getDataTypeId(i));
-            ASSERT_EQ(node.element == nullptr ? 0 : node.element->signalType,
-                      view.getSignalType(i));
-            if (node.element != nullptr) {
-                ASSERT_EQ(node.element, view.getStructElement(i));
-            }
-            ASSERT_EQ(node.offset + instance * sizeAt(id), view.getOffset(i));
-            ASSERT_EQ(node.varDimsOffset, view.getVarDimsOffset(i));
-            ASSERT_EQ(node.scalarsAhead + instance * static_cast<int>(scalars.size()),
-                      view.getRawElementIdx(i));
-            int parentId = 0, position = 0;
-            view.getImmediateParentDTypeIdAndOffset(i, parentId, position);
-            ASSERT_EQ(std::pair(node.parentId, node.position), std::pair(parentId, position));
-            Path path;
-            view.getFullPath(i, true, path);
-            Path expected = node.path;
-            expected[0].second = instance;
-            ASSERT_EQ(expected, path);
-        }
-        int leaf = 0;
-        for (int i = 0; i < count; ++i) {
-            if (nodes[static_cast<std::size_t>(i)].isLeaf) {
-                ASSERT_EQ(i, flat.getDFSIdx(leaf));
-                ASSERT_EQ(i + 2 * count, flat.getDFSIdx(leaf + 2 * flat.getNumElements()));
-                ++leaf;
-            }
-        }
-        ASSERT_EQ(leaf, flat.getNumElements());
-        std::vector<int> rawIndices(scalars.size());
-        std::iota(rawIndices.begin(), rawIndices.end(), 0);
-        std::ranges::shuffle(rawIndices, random);
-        for (const int i : rawIndices) {
-            const Scalar& scalar = scalars[static_cast<std::size_t>(i)];
-            ASSERT_EQ(scalar.typeId, raw.getDataTypeId(i));
-            ASSERT_EQ(scalar.unitId, raw.getUnitId(i));
-            ASSERT_EQ(scalar.offset, raw.getOffset(i));
-        }
-    }
-}
-
-// The views of types whose elements change between reads, through a new view each time, against
-// their definition: a search from the first element at each level of nesting. Offsets of nodes are
-// remembered, for each type on the way.
-class EditedViewsTest : public RandomViewsTest {
-  protected:
-    using Step = std::array<int, 4>; // element, copy, type id, start
-
-    bool isStruct(int id) { return id >= 0 && table.getDataTypeAliasedThruTo(id)->getType() == 4; }
-    static int width(const StructElement& element) {
-        return widthOf({element.dimensions, element.dimensions + element.numDimensions});
-    }
     StructElement& elementAt(int id, int i) {
         return *structAt(id).getElements()[static_cast<std::size_t>(i)];
     }
@@ -231,31 +104,61 @@ class EditedViewsTest : public RandomViewsTest {
         return known->second;
     }
 
+    Node nodeAt(int id, int index) {
+        const auto [i, copy, typeId, start] = compute(id, index);
+        Node node{nullptr, "", typeId, INVALID_DATA_TYPE_ID, -1, 0, {}};
+        const bool isCopy = start >= 0 && isStruct(typeId);
+        if (isCopy) {
+            node = nodeAt(typeId, index - start);
+            node.scalarsBefore += copy * structAt(typeId).getNumRawElements();
+        }
+        if (i < 0) {
+            return node;
+        }
+        const StructElement& element = elementAt(id, i);
+        if (!isCopy || index == start) {
+            node.element = isCopy ? nullptr : &element;
+            node.name = element.name;
+            node.parentId = id;
+            node.position = i;
+        }
+        node.path.insert(node.path.begin(),
+                         {element.name, isCopy && width(element) > 1 ? copy : -1});
+        for (int k = 0; k < i; ++k) {
+            node.scalarsBefore += scalarsOf(elementAt(id, k));
+        }
+        return node;
+    }
+
+    int scalarsOf(const StructElement& element) {
+        return width(element) * (isStruct(element.dataTypeId)
+                                     ? structAt(element.dataTypeId).getNumRawElements()
+                                     : 1 + (element.signalType == 1));
+    }
+
     // The element and the first index of the element with a scalar.
     std::pair<int, int> findScalar(int id, int index) {
         for (int i = 0, base = 0;; ++i) {
-            const StructElement& element = elementAt(id, i);
-            const int each = isStruct(element.dataTypeId)
-                                 ? structAt(element.dataTypeId).getNumRawElements()
-                                 : 1 + (element.signalType == 1);
-            if (base + width(element) * each > index) {
+            const int next = base + scalarsOf(elementAt(id, i));
+            if (next > index) {
                 return {i, base};
             }
-            base += width(element) * each;
+            base = next;
         }
     }
 
-    int scalarOffset(int id, int index) {
+    Scalar scalarAt(int id, int index) {
         const auto [i, base] = findScalar(id, index);
         const StructElement& element = elementAt(id, i);
         const int inElement = index - base;
         const int typeId = element.dataTypeId;
         if (!isStruct(typeId)) {
-            return element.offset + inElement * sizeAt(typeId);
+            return {typeId, element.unitId, element.offset + inElement * sizeAt(typeId)};
         }
         const int scalarsOfCopy = structAt(typeId).getNumRawElements();
-        return element.offset + inElement / scalarsOfCopy * sizeAt(typeId) +
-               scalarOffset(typeId, inElement % scalarsOfCopy);
+        Scalar scalar = scalarAt(typeId, inElement % scalarsOfCopy);
+        scalar.offset += element.offset + inElement / scalarsOfCopy * sizeAt(typeId);
+        return scalar;
     }
 
     // Changes offsets, or exchanges two elements, which leaves the counts as they are.
@@ -273,33 +176,84 @@ class EditedViewsTest : public RandomViewsTest {
         }
     }
 
-    std::map<std::tuple<int, int, bool>, int> offsets;
+    // The indices below a bound in random order.
+    std::vector<int> shuffled(int bound) {
+        std::vector<int> indices(static_cast<std::size_t>(bound));
+        std::iota(indices.begin(), indices.end(), 0);
+        std::ranges::shuffle(indices, random);
+        return indices;
+    }
+
+    std::mt19937 random{20};
+    std::map<std::tuple<int, int, bool>, int> offsets; // that have been read, for each type
 };
 
-TEST_F(EditedViewsTest, ReadElementsAsTheyAreAndCachedOffsets) {
-    for (int round = 0; round < 300; ++round) {
+} // namespace
+
+// Each read is made through a new view. In every other round elements change between reads: then
+// offsets of nodes are those of the first read, and other cached values are not compared.
+TEST_F(RandomViewsTest, MatchDefinition) {
+    for (int round = 0; round < 600; ++round) {
         table.resetToBuiltin();
         offsets.clear();
         const int outermost = addStructs();
-        for (int step = 0; step < 50; ++step) {
-            const int id = pick(0, 1) == 0 ? outermost : pick(15, outermost);
-            const StructDataType& type = structAt(id);
-            if (pick(0, 3) == 0 && type.getNumElements() > 0) {
+        const bool edits = round % 2 == 1;
+        const auto pickStruct = [&] {
+            const int id = edits && pick(0, 1) == 1 ? pick(15, outermost) : outermost;
+            if (edits && pick(0, 3) == 0 && structAt(id).getNumElements() > 0) {
                 edit(id);
             }
+            return id;
+        };
+        for (const int any : shuffled(2 * structAt(outermost).getNumDFSElements())) {
+            const int id = pickStruct();
+            const int count = structAt(id).getNumDFSElements();
+            const int i = any % (2 * count); // of two instances
+            SCOPED_TRACE("node " + std::to_string(i) + " in round " + std::to_string(round));
             DFSElementAccess view(&table, id);
-            const int node = pick(0, 2 * type.getNumDFSElements() - 1);
             Step found{};
-            view.computeDataTypeIdAndIndex(node, &found[0], &found[1], &found[2], &found[3]);
-            ASSERT_EQ(compute(id, node), found) << "round " << round << ", step " << step;
-            ASSERT_EQ(nodeOffset(id, node, &StructElement::offset), view.getOffset(node));
-            ASSERT_EQ(nodeOffset(id, node, &StructElement::varDimsOffset),
-                      view.getVarDimsOffset(node));
-            if (type.getNumRawElements() > 0) {
-                const int scalar = pick(0, type.getNumRawElements() - 1);
-                const auto [element, base] = findScalar(id, scalar);
-                RawElementAccess raw(&table, id);
-                ASSERT_EQ(scalarOffset(id, scalar), raw.getOffset(scalar));
+            view.computeDataTypeIdAndIndex(i, &found[0], &found[1], &found[2], &found[3]);
+            ASSERT_EQ(compute(id, i), found);
+            ASSERT_EQ(nodeOffset(id, i, &StructElement::offset), view.getOffset(i));
+            ASSERT_EQ(nodeOffset(id, i, &StructElement::varDimsOffset), view.getVarDimsOffset(i));
+            if (edits) {
+                continue;
+            }
+            const Node node = nodeAt(id, i);
+            ASSERT_EQ(node.name, view.getName(i));
+            ASSERT_EQ(node.typeId, view.getDataTypeId(i));
+            if (node.element != nullptr) {
+                ASSERT_EQ(node.element, view.getStructElement(i));
+            }
+            ASSERT_EQ(node.element == nullptr ? 0 : node.element->signalType,
+                      view.getSignalType(i));
+            ASSERT_EQ(node.scalarsBefore, view.getRawElementIdx(i));
+            int parentId = 0, position = 0;
+            view.getImmediateParentDTypeIdAndOffset(i, parentId, position);
+            ASSERT_EQ(std::pair(node.parentId, node.position), std::pair(parentId, position));
+            Path path;
+            view.getFullPath(i, true, path);
+            Path expected{{"", i / count}};
+            expected.insert(expected.end(), node.path.begin(), node.path.end());
+            ASSERT_EQ(expected, path);
+        }
+        FlatElementAccess flat(&table, outermost);
+        const int nodes = structAt(outermost).getNumDFSElements();
+        for (int i = 0, leaf = 0; i < nodes && !edits; ++i) {
+            if (!isStruct(nodeAt(outermost, i).typeId)) {
+                ASSERT_EQ(i, flat.getDFSIdx(leaf));
+                ASSERT_EQ(i + 2 * nodes, flat.getDFSIdx(leaf++ + 2 * flat.getNumElements()));
+            }
+        }
+        for (const int any : shuffled(structAt(outermost).getNumRawElements())) {
+            const int id = pickStruct();
+            RawElementAccess raw(&table, id);
+            if (const int count = raw.getNumElements(); count > 0) {
+                const Scalar scalar = scalarAt(id, any % count);
+                ASSERT_EQ(scalar.typeId, raw.getDataTypeId(any % count));
+                ASSERT_EQ(scalar.unitId, raw.getUnitId(any % count));
+                ASSERT_EQ(scalar.offset, raw.getOffset(any % count));
+                const auto [element, base] = findScalar(id, any % count);
                 ASSERT_EQ(base, ImmediateElementAccess(&table, id).getRawElementIdx(element));
             }
         }

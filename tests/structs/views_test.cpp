@@ -1,10 +1,6 @@
 // The views of a struct type: a worked example, caching, errors, and flags of buses.
 #include "structs/struct_fixture.h"
 
-#include <tvtypes/elementaccess.h>
-#include <tvtypes/functions.h>
-
-#include <array>
 #include <iterator>
 
 namespace TVTypeSys {
@@ -45,35 +41,25 @@ TEST_F(ViewsTest, WorkedExample) {
         const char* name;
         std::array<int, 4> place; // element, copy, start of the copy, offset in bytes
         int leaf, scalar;
-        const char* parent;
-        int position;
     } rows[] = {
-        {"", {-1, 0, -1, 0}, -1, -1, nullptr, -1}, {"x", {0, 0, 1, 0}, 0, 0, "S", 0},
-        {"y", {1, 0, 2, 8}, -1, -1, "S", 1},       {"a", {1, 0, 2, 8}, 1, 1, "T", 0},
-        {"b", {1, 0, 2, 16}, 2, 2, "T", 1},        {"z", {2, -1, -1, 24}, -1, -1, "S", 2},
-        {"z", {2, 0, 6, 24}, -1, -1, "S", 2},      {"a", {2, 0, 6, 24}, 3, 6, "T", 0},
-        {"b", {2, 0, 6, 32}, 4, 7, "T", 1},        {"z", {2, 1, 9, 40}, -1, -1, "S", 2},
-        {"a", {2, 1, 9, 40}, 5, 11, "T", 0},       {"b", {2, 1, 9, 48}, 6, 12, "T", 1},
-        {"w", {3, 0, 12, 56}, 7, 16, "S", 3},      {"", {-1, 1, 13, 64}, -1, -1, nullptr, -1},
-        {"x", {-1, 1, 13, 64}, 8, 17, "S", 0},
-    };
+        {"", {-1, 0, -1, 0}, -1, 0},  {"x", {0, 0, 1, 0}, 0, 0},     {"y", {1, 0, 2, 8}, -1, 1},
+        {"a", {1, 0, 2, 8}, 1, 1},    {"b", {1, 0, 2, 16}, 2, 2},    {"z", {2, -1, -1, 24}, -1, 6},
+        {"z", {2, 0, 6, 24}, -1, 6},  {"a", {2, 0, 6, 24}, 3, 6},    {"b", {2, 0, 6, 32}, 4, 7},
+        {"z", {2, 1, 9, 40}, -1, 11}, {"a", {2, 1, 9, 40}, 5, 11},   {"b", {2, 1, 9, 48}, 6, 12},
+        {"w", {3, 0, 12, 56}, 7, 16}, {"", {-1, 1, 13, 64}, -1, 17}, {"x", {-1, 1, 13, 64}, 8, 17}};
     for (int i = 0; i < static_cast<int>(std::size(rows)); ++i) {
         SCOPED_TRACE(i);
         const auto& row = rows[i];
         std::array<int, 4> place{};
-        int typeId = 0, parent = 0, position = 0;
+        int typeId = 0;
         nodes.computeDataTypeIdAndIndex(i, &place[0], &place[1], &typeId, &place[2]);
         place[3] = nodes.getOffset(i);
         EXPECT_EQ(row.place, place);
         EXPECT_STREQ(row.name, nodes.getName(i));
-        nodes.getImmediateParentDTypeIdAndOffset(i, parent, position);
-        EXPECT_EQ(row.parent == nullptr ? INVALID_DATA_TYPE_ID : table.getDataTypeId(row.parent),
-                  parent);
-        EXPECT_EQ(row.position, position);
+        EXPECT_EQ(row.scalar, nodes.getRawElementIdx(i));
         if (row.leaf >= 0) {
             EXPECT_EQ(i, leaves.getDFSIdx(row.leaf));
             EXPECT_EQ(row.place[3], leaves.getOffset(row.leaf));
-            EXPECT_EQ(row.scalar, nodes.getRawElementIdx(i));
         }
     }
     EXPECT_EQ(16, elements.getRawElementIdx(3));
@@ -188,29 +174,29 @@ TEST_F(ViewsTest, FlagsOfBuses) {
     StructElement& variable = fill(inner, 0, "variable", 0);
     fill(inner, 1, "again", inner.getId());
     StructDataType& outer = addBus("Outer", 3);
-    fill(outer, 0, "noBus", s.getId(), {2}).setDimensionsMode(1);
+    StructElement& noBus = fill(outer, 0, "noBus", s.getId(), {2});
     StructElement& bus = fill(outer, 1, "bus", inner.getId(), {1, 1});
     StructElement& last = fill(outer, 2, "last", 0);
-    last.setSamplingMode(1);
-
-    const auto found = [&] {
-        bool aob = false, varDims = false, frames = false;
+    const auto expect = [&](bool aob, bool varDims, bool frames) {
+        std::array<bool, 3> found{};
         ImmediateElementAccess(&table, outer.getId())
-            .containsAoBOrVarDimsOrFrames(&aob, &varDims, &frames);
-        return std::array{aob, varDims, frames};
+            .containsAoBOrVarDimsOrFrames(&found[0], &found[1], &found[2]);
+        EXPECT_EQ((std::array{aob, varDims, frames}), found);
     };
-    EXPECT_EQ((std::array{false, true, true}), found());
+    last.setSamplingMode(1);
+    noBus.setDimensionsMode(1);
+    expect(false, true, true);
     bus.dimensions[1] = 2;
-    EXPECT_EQ((std::array{true, true, false}), found()) << "the search stops";
-    outer.getElements()[0]->setDimensionsMode(0);
-    EXPECT_EQ((std::array{true, false, true}), found());
+    expect(true, true, false); // the search stops
+    noBus.setDimensionsMode(0);
+    expect(true, false, true);
     bus.dimensions[1] = 1;
     bus.setDimensionsMode(1);
-    EXPECT_EQ((std::array{true, true, false}), found());
+    expect(true, true, false);
     bus.setDimensionsMode(0);
-    variable.setDimensionsMode(1);
     last.setSamplingMode(0);
-    EXPECT_EQ((std::array{false, true, false}), found());
+    variable.setDimensionsMode(1);
+    expect(false, true, false);
 
     EXPECT_TRUE(DtGetDataTypeIsBus(&table, outer.getId()));
     EXPECT_FALSE(DtGetDataTypeIsBus(&table, s.getId()) || DtGetDataTypeIsBus(&table, -1));

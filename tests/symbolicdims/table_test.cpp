@@ -2,10 +2,6 @@
 
 #include <symbolicexpr/expr.h>
 
-#include <boost/lexical_cast.hpp>
-
-#include <sstream>
-
 namespace TVTypeSys {
 namespace {
 
@@ -20,7 +16,6 @@ class SymbolicTableTest : public SymbolicTest {
 
 TEST_F(SymbolicTableTest, HasPredefinedIds) {
     table.initialize();
-    EXPECT_EQ(table.getNumSymbolicDimss(), 2);
     EXPECT_NO_ERROR(table.checkSymbolicDimsId(-1));
     EXPECT_FALSE(table.isSymbolicDimsIdValid_NotInherit(-1));
     EXPECT_TRUE(table.isSymbolicDimsIdValid_NotInherit(0));
@@ -29,14 +24,14 @@ TEST_F(SymbolicTableTest, HasPredefinedIds) {
         EXPECT_ERROR(error, table.checkSymbolicDimsId(none));
         EXPECT_ERROR(error, table.getDisplayString(none));
     }
-    EXPECT_EQ(table.getSymbolicDimsAt(0).toString(), "INHERIT");
     for (const unsigned long none : {2UL, 1UL << 32, ~0UL}) {
         EXPECT_NE(thrownError([&] { table.getSymbolicDimsAt(none).toString(); }), "no error");
     }
     std::ostringstream printed;
-    printed << table;
+    printed << table << table.getSymbolicDimsAt(0);
     EXPECT_EQ(printed.str(), "SymbolicDimsTable\nNumber of SymbolicDimss : 2\n\n"
-                             "SymbolicDims : 'INHERIT'\nSymbolicDims : 'NOSYMBOLIC'\n\n");
+                             "SymbolicDims : 'INHERIT'\nSymbolicDims : 'NOSYMBOLIC'\n\n"
+                             "SymbolicDims : 'INHERIT'\n");
 }
 
 TEST_F(SymbolicTableTest, DistinguishesIntegersFromNames) {
@@ -48,9 +43,8 @@ TEST_F(SymbolicTableTest, DistinguishesIntegersFromNames) {
         const int named = table.registerSymbolicDims(name);
         EXPECT_TRUE(expression(named).isTermExpr()) << name;
         EXPECT_EQ(named, table.getSymbolicDims(name).getId()) << name;
-        EXPECT_EQ(table.getDisplayString(named), std::string(name));
+        EXPECT_STREQ(table.getDisplayString(named), name);
     }
-    EXPECT_TRUE(expression(table.getSymbolicDims("5").getId()).isTermExpr());
     EXPECT_NE(table.registerSymbolicDims("N+1"), id("N+1"));
     const int count = table.getNumSymbolicDimss();
     const char* none = nullptr;
@@ -63,8 +57,7 @@ TEST_F(SymbolicTableTest, DistinguishesIntegersFromNames) {
 }
 
 TEST_F(SymbolicTableTest, RegistersListsOfSizes) {
-    const int name = table.registerSymbolicDims("N");
-    EXPECT_EQ(table.registerSymbolicDims(Sizes{"N"}), name);
+    EXPECT_EQ(table.registerSymbolicDims(Sizes{"N"}), table.registerSymbolicDims("N"));
     EXPECT_EQ(table.registerSymbolicDims(Sizes{"07"}), table.registerSymbolicDims(7));
     EXPECT_TRUE(expression(table.registerSymbolicDims(Sizes{"-3"})).isTermExpr());
     EXPECT_TRUE(expression(table.registerSymbolicDims(Sizes{""})).isTermExpr());
@@ -79,22 +72,17 @@ TEST_F(SymbolicTableTest, ValidatesNames) {
     EXPECT_TRUE(SymbolicDimsTable::isAValidSymbolicDims("N_1"));
     EXPECT_FALSE(SymbolicDimsTable::isAValidSymbolicDims(nullptr));
     EXPECT_ERROR("InvalidDataType(N+1)", SymbolicDimsTable::validateSymbolicDimsExpr("N+1"));
-    EXPECT_ERROR("InvalidDataType()", SymbolicDimsTable::validateSymbolicDimsExpr(nullptr));
     int given = 7;
     EXPECT_EQ(SymbolicDimsTable::RegisterSymbolicDims(&table, "Model/In", "N", &given), nullptr);
     EXPECT_EQ(given, 1);
 }
 
-TEST_F(SymbolicTableTest, ImportsExpressions) {
+TEST_F(SymbolicTableTest, ImportsExpressionsAndResets) {
     SymbolicDimsTable other;
     const int imported = other.importSymbolicDims(table, id("[2,N*(M+1)]"));
     EXPECT_STREQ(other.getDisplayString(imported), "[2,N*(M+1)]");
     EXPECT_ERROR("InvalidDataTypeId(-2)", other.importSymbolicDims(table, -2));
-}
-
-TEST_F(SymbolicTableTest, ResetRemovesEverything) {
-    table.addEqualConstraint(id("N"), 3, block(1));
-    EXPECT_STREQ(table.getDisplayString(1), "N");
+    table.addEqualConstraint(1, 3, block(1));
     table.resetToBuiltin();
     EXPECT_EQ(table.getNumSymbolicDimss(), 2);
     EXPECT_STREQ(table.getDisplayString(id("M")), "M");

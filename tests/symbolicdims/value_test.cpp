@@ -1,7 +1,5 @@
 #include "symbolicdims/symbolicdims_fixture.h"
 
-#include <sstream>
-
 namespace TVTypeSys {
 namespace {
 
@@ -21,28 +19,21 @@ TEST_F(SymbolicValueTest, ComputesArithmetic) {
     EXPECT_EQ((n + other.getSymbolicDims(m.getId())).getId(), (n + m).getId());
 }
 
-TEST_F(SymbolicValueTest, HidesPredefinedIds) {
+TEST_F(SymbolicValueTest, AccessesDimensions) {
     EXPECT_EQ(table.getSymbolicDims(-1).getExprWithEmptyInherit(), "");
     EXPECT_EQ(table.getSymbolicDims(0).getExprWithEmptyInherit(), "");
     EXPECT_EQ(dims("N").getExprWithEmptyInherit(), "N");
-    std::ostringstream printed;
-    printed << dims("2*N");
-    EXPECT_EQ(printed.str(), "SymbolicDims : '2*N'\n");
-}
-
-TEST_F(SymbolicValueTest, AccessesDimensions) {
     for (const char* single : {"N", "[]"}) {
         const SymbolicDims value = dims(single);
         EXPECT_EQ(value.getNumDimensions(), 1);
-        for (const int same :
-             {value.getDimension(7).getId(), value.getSize().getId(), value.getSize(9).getId()}) {
-            EXPECT_EQ(same, value.getId());
-        }
+        EXPECT_EQ(value.getDimension(7).getId(), value.getId());
+        EXPECT_EQ(value.getSize().getId(), value.getId());
+        EXPECT_EQ(value.getSize(9).getId(), value.getId());
     }
     const SymbolicDims list = dims("[2+N+N,N,3]");
     EXPECT_EQ(list.getNumDimensions(), 3);
     EXPECT_EQ(list.getDimension(0).toString(), "2+N+N");
-    EXPECT_EQ(list.getSize(0).getId(), list.getSize(1).getId());
+    EXPECT_EQ(list.getSize(0).toString(), "2*N+2");
     EXPECT_EQ(list.getSize(1).toString(), "2*N+2");
     EXPECT_EQ(list.getSize(2).toString(), "2*N*N+2*N");
     EXPECT_EQ(list.getSize().getId(), list.getSize(3).getId());

@@ -12,27 +12,27 @@
 
 #include <filesystem>
 #include <fstream>
+#include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
 // Scale and offset as JSON fields. Each is given as numerator, denominator and exponent.
 inline std::string scales(const std::string& scaling, const std::string& offset) {
     std::string fields;
-    const auto add = [&](const std::string& of, const std::string& numbers) {
-        std::istringstream stream(numbers);
+    std::istringstream numbers(scaling + " " + offset);
+    for (const char* of : {"Scaling", "Offset"}) {
         for (const char* part : {"NumeratorOf", "DenominatorOf", "Base10ExponentOf"}) {
             std::string number;
-            stream >> number;
-            fields += ", \"" + (part + of) + "\": " + number;
+            numbers >> number;
+            fields += std::string(", \"") + part + of + "\": " + number;
         }
-    };
-    add("Scaling", scaling);
-    add("Offset", offset);
+    }
     return fields;
 }
 
 inline std::string abstractRecord(const std::string& name, const std::string& expression) {
-    return "{\"Name\": \"" + name + "\", \"Expression\": \"" + expression + "\"" +
+    return R"({"Name": ")" + name + R"(", "Expression": ")" + expression + "\"" +
            scales("1 1 0", "0 1 0") + "}";
 }
 
@@ -40,9 +40,9 @@ inline std::string record(const std::string& name, const std::string& symbol,
                           const std::string& expression, const std::string& quantity,
                           const std::string& aliases = "", const std::string& scaling = "1 1 0",
                           const std::string& offset = "0 1 0", const std::string& display = "") {
-    return "{\"Name\": \"" + name + "\", \"Symbol\": \"" + symbol + "\", \"Expression\": \"" +
-           expression + "\", \"Alias\": \"" + aliases + "\", \"Display\": \"" + display +
-           "\", \"UnitSystem\": \"SI,Nowhere\", \"AbstractUnit\": \"" + quantity + "\"" +
+    return R"({"Name": ")" + name + R"(", "Symbol": ")" + symbol + R"(", "Expression": ")" +
+           expression + R"(", "Alias": ")" + aliases + R"(", "Display": ")" + display +
+           R"(", "UnitSystem": "SI,Nowhere", "AbstractUnit": ")" + quantity + "\"" +
            scales(scaling, offset) + "}";
 }
 
@@ -106,9 +106,7 @@ class WithUnitDatabase : public testing::Test {
         record("kilonewton", "kN", "N", "force", "", "1 1 3"),
         record("kilometre", "km", "m", "length", "", "1 1 3"),
         record("foot", "ft", "m", "length", "feet,kN/ft", "381 125 -1"),
-        record("celsius", "degC", "K", "temperature", "", "1 1 0", "27315 100 0",
-               "\xc2\xb0"
-               "C"),
+        record("celsius", "degC", "K", "temperature", "", "1 1 0", "27315 100 0", "\u00b0C"),
         record("minute", "min", "s", "time", "", "6 1 1")};
 
   private:

@@ -2,19 +2,9 @@
 #include "support/failing_allocations.h"
 #include "units/database_fixture.h"
 
-#include <functional>
-#include <memory>
-
 namespace {
 
-using TVTypeSys::FundamentalUnits;
-using TVTypeSys::Trie;
-using TVTypeSys::Unit;
-using TVTypeSys::UnitBase;
-using TVTypeSys::UnitBaseInstanceMapping;
-using TVTypeSys::UnitDatabase;
-using TVTypeSys::UnitFactory;
-using TVTypeSys::UnitTable;
+using namespace TVTypeSys;
 
 /// Texts that are longer than those that std::u16string stores in itself.
 const std::u16string longName = u"a name of a unit that needs memory";
@@ -34,131 +24,84 @@ struct State {
         table.registerUnit("km/s", true);
         database.addUnit(unit);
         parseUnitExpr(u"metre*second", monomial);
-        mapping.addUnit(parsed.get());
     }
 
     Unit unit{*makeUnit(u"m")};
     UnitTable table;
     UnitDatabase database;
-    FundamentalUnits fundamental;
-    Trie trie;
-    UnitBaseInstanceMapping mapping;
     std::unique_ptr<Unit> added;
     std::unique_ptr<Unit> parsed;
     Monomial monomial;
-    UnitBase::ReferenceSet found;
-    std::vector<std::u16string> words;
     int id = 7;
 };
 
-using Snapshot = std::vector<std::string>;
+std::string narrow(const std::u16string& text) { return {text.begin(), text.end()}; }
 
-Snapshot snapshot(State& state) {
-    Snapshot all;
-    const auto add = [&](const std::u16string& text) {
-        all.emplace_back(text.begin(), text.end());
-    };
-    const auto addNumber = [&](auto number) { all.push_back(std::to_string(number)); };
-    const auto addUnits = [&](const auto& units) {
-        for (const auto& unit : units) {
-            const UnitBase& one = unit;
-            add(one.name + u"|" + one.symbol + u"|" + one.expression);
-        }
-    };
-    const UnitTable& table = state.table;
-    addNumber(table.getNumUnits());
+std::ostream& operator<<(std::ostream& out, const UnitBase::ReferenceSet& units) {
+    for (const UnitBase& unit : units) {
+        out << narrow(unit.name + u"|" + unit.symbol + u"|" + unit.expression) << '\n';
+    }
+    return out;
+}
+
+std::string snapshot(State& state) {
+    std::ostringstream out;
+    out << state.table.getNumUnits();
     for (const char* text : {"inherit", "unitless", "km/s", "kN*celsius/minute^2", "m"}) {
-        addNumber(table.getUnitId(text));
+        out << ' ' << state.table.getUnitId(text);
     }
     for (int id = -1; id < 6; ++id) {
-        if (const UnitBase* unit = table.getUnit(id)) {
-            add(unit->expression + u"|" + unit->symbol);
-            all.push_back(unit->display + unit->baseScalingFactor.toString());
+        if (const UnitBase* unit = state.table.getUnit(id)) {
+            out << UnitBase::ReferenceSet{boost::cref(*unit)} << unit->display
+                << unit->baseScalingFactor.toString();
         }
     }
     const UnitDatabase& database = state.database;
-    addNumber(database.getNumUnits() + 100 * database.getNumUnitSystems());
-    addUnits(database.getAllUnits());
+    out << database.getNumUnits() << ' ' << database.getNumUnitSystems() << database.getAllUnits();
     for (const std::u16string& text :
          {longName, state.added->symbol, state.added->aliases.back()}) {
-        addUnits(database.getUnit(text));
-        std::vector<const UnitBase*> units;
-        state.mapping.findUnitByName(units, text);
-        state.mapping.findUnitBySymbol(units, text);
-        state.mapping.findUnitByAlias(units, text);
-        addNumber(units.size());
+        out << database.getUnit(text);
     }
-    std::vector<std::u16string> words;
+    std::vector<std::u16string> words = state.monomial.names;
     for (const auto by : {UnitDatabase::SearchByName, UnitDatabase::SearchByAlias}) {
         database.getAutoCompleteUnitSuggestions(by, u"", words);
     }
-    state.trie.getWords(words, u"");
-    words.insert(words.end(), state.words.begin(), state.words.end());
-    words.insert(words.end(), state.monomial.names.begin(), state.monomial.names.end());
-    std::for_each(words.begin(), words.end(), add);
-    std::for_each(state.monomial.powers.begin(), state.monomial.powers.end(), addNumber);
-    addUnits(state.fundamental.concrete());
-    addUnits(state.fundamental.dimensionless());
-    addUnits(state.found);
-    addNumber(state.parsed->exprTermMap.size() + 10 * state.parsed->fundamentalExprAST.size());
-    all.push_back(state.parsed->baseScalingFactor.toString());
-    addNumber(state.id);
-    return all;
+    for (const std::u16string& word : words) {
+        out << narrow(word) << '\n';
+    }
+    out << testing::PrintToString(state.monomial.powers) << state.parsed->exprTermMap.size() << ' '
+        << state.parsed->fundamentalExprAST.size() << state.parsed->baseScalingFactor.toString()
+        << state.id;
+    return out.str();
 }
 
 class FailedUnitAllocations : public WithUnitDatabase {};
 
 TEST_F(FailedUnitAllocations, LeaveEverythingUnchanged) {
     const std::pair<const char*, std::function<void(State&)>> operations[] = {
-        {"registerUnit composite",
-         [](State& state) { state.table.registerUnit("kN*celsius/minute^2", true); }},
-        {"registerUnit of the database", [](State& state) { state.table.registerUnit("m", true); }},
-        {"registerUnit known", [](State& state) { state.table.registerUnit("km/s", true); }},
+        {"composite unit", [](State& s) { s.table.registerUnit("kN*celsius/minute^2", true); }},
+        {"unit of the database", [](State& s) { s.table.registerUnit("m", true); }},
+        {"known unit", [](State& s) { s.table.registerUnit("km/s", true); }},
         {"RegisterUnit",
-         [](State& state) {
-             UnitTable::RegisterUnit(&state.table, "Model/A block", "kN/minute", &state.id);
-         }},
+         [](State& s) { UnitTable::RegisterUnit(&s.table, "Model/A block", "kN/minute", &s.id); }},
         {"UnitTable::addUnit",
-         [](State& state) {
+         [](State& s) {
              std::unique_ptr<Unit> unit = makeUnit(u"m*kg");
              unit->setId(4);
-             state.table.addUnit(longName, unit.get());
+             s.table.addUnit(longName, unit.get());
              static_cast<void>(unit.release());
          }},
-        {"resetToBuiltin", [](State& state) { state.table.resetToBuiltin(); }},
-        {"UnitDatabase::addUnit", [](State& state) { state.database.addUnit(*state.added); }},
-        {"addUnitSystem",
-         [](State& state) { state.database.addUnitSystem(TVTypeSys::UnitSystem(longName)); }},
-        {"clearAll", [](State& state) { state.database.clearAll(); }},
-        {"completion",
-         [](State& state) {
-             state.database.getAutoCompleteUnitSuggestions(UnitDatabase::SearchByName, u"a",
-                                                           state.words);
-         }},
-        {"completion of units",
-         [](State& state) {
-             state.database.appendAutoCompleteUnits(UnitDatabase::SearchByAlias, state.found, u"");
-         }},
-        {"fundamental lookup",
-         [](State& state) { state.database.addMatchingFundamentalUnitToList(u"kg", state.found); }},
-        {"concrete fundamental unit",
-         [](State& state) {
-             state.fundamental.createAndAddConcreteUnit("rad", "rad", "an angle in radians",
-                                                        UnitFactory::getDefaultAbstractUnit());
-         }},
-        {"dimensionless unit",
-         [](State& state) {
-             state.fundamental.createAndAddDimensionlessAbstractUnit("x", "x", "one of no unit");
-         }},
-        {"Trie::addWord", [](State& state) { state.trie.addWord(longName); }},
-        {"mapping", [](State& state) { state.mapping.addUnit(state.added.get()); }},
-        {"parse", [](State& state) { state.parsed->parseExpressionAndGenerateAST(); }},
-        {"parseUnitExpr", [](State& state) { parseUnitExpr(u"m^2/(kg*s)", state.monomial); }},
+        {"resetToBuiltin", [](State& s) { s.table.resetToBuiltin(); }},
+        {"UnitDatabase::addUnit", [](State& s) { s.database.addUnit(*s.added); }},
+        {"unit system", [](State& s) { s.database.addUnitSystem(UnitSystem(longName)); }},
+        {"clearAll", [](State& s) { s.database.clearAll(); }},
+        {"parse", [](State& s) { s.parsed->parseExpressionAndGenerateAST(); }},
+        {"parseUnitExpr", [](State& s) { parseUnitExpr(u"m^2/(kg*s)", s.monomial); }},
         {"product",
-         [](State& state) {
+         [](State& s) {
              Monomial factor;
              parseUnitExpr(u"second/a_name_that_needs_memory", factor);
-             state.monomial /= factor;
+             s.monomial /= factor;
          }},
     };
     for (const auto& [name, operation] : operations) {

@@ -1,12 +1,10 @@
 #include "units/database_fixture.h"
 
-#include <sstream>
+#include <regex>
 
 namespace {
 
-using TVTypeSys::UnitBase;
-using TVTypeSys::UnitDatabase;
-using TVTypeSys::UnitFactory;
+using namespace TVTypeSys;
 using Words = std::vector<std::u16string>;
 using Texts = std::vector<std::string>;
 
@@ -19,22 +17,11 @@ class UnitDatabaseTest : public WithUnitDatabase {
             database();
         } catch (const fnd::except::IException& error) {
             for (std::size_t i = 0; i < error.diagnostic().size(); ++i) {
-                const std::string text = messageSummary(error.diagnostic(), i);
-                const std::size_t path = text.find("/");
-                const std::size_t end = text.find(".oxd") + 4;
-                all.push_back(path == std::string::npos ? text
-                                                        : text.substr(0, path) + text.substr(end));
+                all.push_back(std::regex_replace(messageSummary(error.diagnostic(), i),
+                                                 std::regex("/.*oxd"), ""));
             }
         }
         return all;
-    }
-    static std::string loadText() {
-        try {
-            database();
-        } catch (const fnd::except::IException& error) {
-            return error.what();
-        }
-        return "";
     }
     static Words completed(UnitDatabase::SearchBy by, const std::u16string& prefix) {
         Words words;
@@ -47,10 +34,9 @@ TEST_F(UnitDatabaseTest, LoadsOnFirstUse) {
     EXPECT_EQ(database().getNumUnits(), units.size());
     EXPECT_EQ(database().getNumAbstractUnits(), abstractUnits.size());
     EXPECT_TRUE(warnings().empty());
-    const auto& celsius = static_cast<const TVTypeSys::Unit&>(unit(u"degC"));
+    const auto& celsius = static_cast<const Unit&>(unit(u"degC"));
     EXPECT_EQ(celsius.offset.toString(), "5463/2*1e-1");
-    EXPECT_EQ(celsius.display, "\xc2\xb0"
-                               "C");
+    EXPECT_EQ(celsius.display, "\u00b0C");
     ASSERT_EQ(celsius.ownerUnitSystems.size(), 1); // the file has no system "Nowhere"
     EXPECT_EQ(celsius.ownerUnitSystems[0]->getName(), u"SI");
     EXPECT_EQ(celsius.abstractUnit.get().name, u"temperature");
@@ -69,8 +55,6 @@ TEST_F(UnitDatabaseTest, SkipsInvalidRecords) {
         "{\"Name\": \"short\", \"Symbol\": 5}",   record("wide", "w", "m", "length", "", "1 1 3e9"),
         record("later", "v", "m", "length")};
     writeFile();
-    EXPECT_NE(loadText().find("The field \"Symbol\" of record 4 of \"units\""), std::string::npos);
-    database().clearAll();
     const std::string skipped = "UnitDatabaseFileLoadFieldError(, units)";
     EXPECT_EQ(loadErrors(),
               Texts({skipped, "ParsingError(m*)", skipped, "UnitNotInDatabase(x)", skipped,
@@ -101,7 +85,6 @@ TEST_F(UnitDatabaseTest, FindsNamesSymbolsAndAliases) {
     EXPECT_EQ(&unit(u"foot"), &unit(u"ft"));
     EXPECT_EQ(&unit(u"foot"), &unit(u"feet"));
     EXPECT_TRUE(database().getUnit(u"Foot").empty());
-    EXPECT_EQ(database().getAllUnits().size(), units.size());
     EXPECT_EQ(completed(UnitDatabase::SearchBySymbol, u"m"), Words({u"m", u"min"}));
     EXPECT_EQ(completed(UnitDatabase::SearchByName, u"met"), Words());
     EXPECT_EQ(completed(UnitDatabase::SearchByAlias, u"met").size(), 2);
@@ -114,31 +97,27 @@ TEST_F(UnitDatabaseTest, FindsNamesSymbolsAndAliases) {
 }
 
 TEST_F(UnitDatabaseTest, WarnsOfDuplicates) {
-    const auto add = [](const std::u16string& name, const std::u16string& symbol,
-                        const Words& aliases, const std::u16string& expression = u"m") {
-        const std::unique_ptr<TVTypeSys::Unit> added(
-            UnitFactory::createUnit(0, name, expression, "", {2, 1, 0}, TVTypeSys::Rational::zero,
-                                    aliases, "", {}, false, UnitFactory::getDefaultAbstractUnit()));
+    const auto add = [this](const char16_t* name, const char16_t* symbol, const Words& aliases,
+                            const char16_t* expression = u"m") {
+        const std::unique_ptr<Unit> added(
+            UnitFactory::createUnit(0, name, expression, "", {2, 1, 0}, Rational::zero, aliases, "",
+                                    {}, false, UnitFactory::getDefaultAbstractUnit()));
         added->symbol = symbol;
         database().addUnit(*added);
+        return warnings();
     };
-    add(u"kilometre", u"km", {u"other"});
-    EXPECT_EQ(warnings(), Texts({"UnitAlreadyInDatabase(kilometre, km)"}));
+    EXPECT_EQ(add(u"kilometre", u"km", {u"other"}),
+              Texts({"UnitAlreadyInDatabase(kilometre, km)"}));
     EXPECT_TRUE(database().getUnit(u"other").empty());
-    add(u"", u"u", {u"feet", u"", u"own", u"own"});
-    EXPECT_EQ(warnings(),
+    EXPECT_EQ(add(u"", u"u", {u"feet", u"", u"own", u"own"}),
               Texts({"SymbolNotDefined()", "SimilarInstanceThere(u)", "SymbolNotDefined()"}));
-    add(u"v", u"", {});
-    EXPECT_EQ(warnings(), Texts({"NameNotDefined()"}));
+    EXPECT_EQ(add(u"v", u"", {}), Texts({"NameNotDefined()"}));
     EXPECT_EQ(database().getUnit(u"feet").size(), 2);
     EXPECT_EQ(database().getUnit(u"own").size(), 1);
-    add(u"u", u"w", {});
-    EXPECT_EQ(database().getUnit(u"u").size(), 2);
-    add(u"u", u"w", {}, u"s");
+    EXPECT_EQ(add(u"u", u"w", {}), Texts());
+    EXPECT_EQ(add(u"u", u"w", {}, u"s"), Texts());
     EXPECT_EQ(database().getUnit(u"u").size(), 3);
-    EXPECT_TRUE(warnings().empty());
-    add(u"u", u"w", {}, u"s");
-    EXPECT_EQ(warnings(), Texts({"UnitAlreadyInDatabase(u, w)"}));
+    EXPECT_EQ(add(u"u", u"w", {}, u"s"), Texts({"UnitAlreadyInDatabase(u, w)"}));
 }
 
 TEST_F(UnitDatabaseTest, ReloadsAfterClear) {
@@ -152,7 +131,6 @@ TEST_F(UnitDatabaseTest, ReloadsAfterClear) {
     cleared.appendAutoCompleteUnits(UnitDatabase::SearchByName, found, u"foo");
     EXPECT_TRUE(found.empty());
     EXPECT_EQ(database().getNumUnits(), units.size());
-    EXPECT_EQ(database().getNumUnitSystems(), 2);
     EXPECT_EQ(warnings().size(), abstractUnits.size());
 }
 

@@ -27,45 +27,23 @@ std::string parsed(const std::string& text) {
     return parseUnitExpr(wide(text), result) ? show(result) : "none";
 }
 
+// The documented examples, and bounds that random texts do not reach.
 TEST(UnitExpression, ParsesNamesAndPowers) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"m", "= m^1"},
-        {" kg * m / s ^ 2 ", "= kg^1 m^1 s^-2"},
-        {"1/(m*s)", "= m^-1 s^-1"},
-        {"7/s", "= s^-1"},
-        {"-1/s", "= s^-1"},
-        {"((-1))/s", "= s^-1"},
-        {"((-1)/s)", "= s^-1"},
-        {"(((+1)/s*m))^2", "= s^-2 m^2"},
-        {"((1)/s)", "none"},
-        {"((m))", "= m^1"},
-        {"((m)*s)", "none"},
-        {"(m*(s))", "= m^1 s^1"},
-        {"5", "= 5^1"},
-        {"+5", "none"},
-        {"(+5)", "none"},
-        {"5*kg", "= 5^1 kg^1"},
-        {"5/", "none"},
-        {"1e3/s", "= 1e3^1 s^-1"},
-        {"99999999999/s", "= 99999999999^1 s^-1"},
-        {"m^2^3", "= m^6"},
-        {"m^((-2))", "= m^-2"},
-        {"m^65536^65536", "= m^0"},
-        {"(m*s)^0*m", "= m^1"},
-        {"m/m", "= m^0"},
-        {"m^2.5", "none"},
-        {"m^x", "none"},
-        {"m^99999999999", "none"},
-        {"m^- 2", "none"},
-        {"k g", "none"},
-        {"m-s", "none"},
-        {"(m", "none"},
-        {"m)", "none"},
-        {"", "none"},
-        {"  ", "none"},
-    };
+    const std::pair<const char*, const char*> cases[] = {{" kg * m / s ^ 2 ", "= kg^1 m^1 s^-2"},
+                                                         {"m^2^-3", "= m^-6"},
+                                                         {"1/(m*s)", "= m^-1 s^-1"},
+                                                         {"5*kg", "= 5^1 kg^1"},
+                                                         {"m/m", "= m^0"},
+                                                         {"m^0*s", "= s^1"},
+                                                         {"(m)*s", "= m^1 s^1"},
+                                                         {"1e3/s", "= 1e3^1 s^-1"},
+                                                         {"99999999999/s", "= 99999999999^1 s^-1"},
+                                                         {"m^65536^65536", "= m^0"}};
     for (const auto& [text, expected] : cases) {
         EXPECT_EQ(parsed(text), expected) << text;
+    }
+    for (const char* text : {"((m)*s)", "m^2.5", "m^99999999999", "k g", "m-s", "m^- 2", ""}) {
+        EXPECT_EQ(parsed(text), "none") << text;
     }
 }
 
@@ -95,58 +73,51 @@ class Reference {
 
     bool accept(char character) {
         skip();
-        const bool there = position_ < text_.size() && text_[position_] == character;
-        position_ += there ? 1 : 0;
-        return there;
+        const bool found = position_ < text_.size() && text_[position_] == character;
+        position_ += found ? 1 : 0;
+        return found;
     }
 
-    /// Applies a rule and backtracks if it fails.
-    template <class Rule>
-    Result attempt(const Rule& rule) {
+    /// Applies the first rule that succeeds; backtracks from the others.
+    template <class... Rules>
+    Result firstOf(const Rules&... rules) {
+        Result result;
         const std::size_t start = position_;
-        Result result = rule();
+        static_cast<void>(((position_ = start, (result = rules()).has_value()) || ...));
         position_ = result ? position_ : start;
         return result;
     }
 
-    Result unitExpr() {
-        Result result = attempt([&]() -> Result {
-            Result left = exponentTerm();
-            if (!left || !accept('/')) {
-                return {};
-            }
-            const Result right = factor();
-            return right ? Result(*left /= *right) : Result();
-        });
-        if (!result) {
-            result = factor();
+    static Result combined(Result left, bool isProduct, const Result& right) {
+        if (!left || !right) {
+            return {};
         }
-        bool more = result.has_value();
-        while (more) {
-            more = attempt([&]() -> Result {
-                       const bool product = accept('*');
-                       if (!product && !accept('/')) {
-                           return {};
-                       }
-                       const Result right = factor();
-                       if (right) {
-                           product ? * result *= * right : * result /= *right;
-                       }
-                       return right;
-                   }).has_value();
+        return isProduct ? *left *= *right : *left /= *right;
+    }
+
+    Result unitExpr() {
+        Result result = firstOf(
+            [&] {
+                const Result left = exponentTerm();
+                return left && accept('/') ? combined(left, false, factor()) : Result();
+            },
+            [&] { return factor(); });
+        for (bool more = result.has_value(); more;) {
+            const Result longer = firstOf([&] {
+                const bool isProduct = accept('*');
+                return isProduct || accept('/') ? combined(result, isProduct, factor()) : Result();
+            });
+            more = longer.has_value();
+            result = more ? longer : result;
         }
         return result;
     }
 
     Result factor() {
-        Result result = attempt([&] { return group(); });
-        if (!result) {
-            result = attempt([&] { return unitName(); });
-        }
-        bool more = result.has_value();
-        while (more) {
+        Result result = firstOf([&] { return group(); }, [&] { return unitName(); });
+        for (bool more = result.has_value(); more;) {
             const Result exponent =
-                attempt([&]() { return accept('^') ? exponentTerm() : Result(); });
+                firstOf([&] { return accept('^') ? exponentTerm() : Result(); });
             more = exponent.has_value();
             result = more ? result->power(*exponent) : result;
         }
@@ -157,10 +128,7 @@ class Reference {
         if (!accept('(')) {
             return {};
         }
-        Result result = attempt([&] { return group(); });
-        if (!result) {
-            result = unitExpr();
-        }
+        const Result result = firstOf([&] { return group(); }, [&] { return unitExpr(); });
         return result && accept(')') ? result : Result();
     }
 
@@ -174,11 +142,12 @@ class Reference {
     }
 
     Result exponentTerm() {
-        Result result = attempt([&]() -> Result {
-            Result inner = accept('(') ? exponentTerm() : Result();
-            return inner && accept(')') ? inner : Result();
-        });
-        return result ? result : attempt([&] { return integer(); });
+        return firstOf(
+            [&] {
+                const Result inner = accept('(') ? exponentTerm() : Result();
+                return inner && accept(')') ? inner : Result();
+            },
+            [&] { return integer(); });
     }
 
     Result integer() {
@@ -225,12 +194,12 @@ std::string repeated(const std::string& part, int times) {
     return text;
 }
 
+std::string nested(const std::string& open, const std::string& core, int depth) {
+    return repeated(open, depth) + core + repeated(")", depth);
+}
+
 // A parser that backtracks would take exponential or quadratic time.
 TEST(UnitExpression, RunsInLinearTime) {
-    const auto nested = [](const std::string& open, const std::string& core, int depth) {
-        return repeated(open, depth) + core + repeated(")", depth);
-    };
-    EXPECT_EQ(parsed(nested("(", "m", 1000)), "= m^1");
     EXPECT_EQ(parsed(nested("m*(", "m", 1000)), "= m^1001");
     EXPECT_EQ(parsed(nested("1/(", "+1/m", 1000)), "= m^-1");
     EXPECT_EQ(parsed("m^" + nested("(", "2", 1000)), "= m^2");
@@ -241,10 +210,7 @@ TEST(UnitExpression, RunsInLinearTime) {
             EXPECT_EQ(parsed(repeated(open, 100000) + core), "none") << open << core;
         }
     }
-    const std::string name(1000000, 'x');
-    EXPECT_EQ(parsed(name), "= " + name + "^1");
     std::string product = "1";
-    Monomial left;
     Monomial right;
     for (int i = 0; i < 100000; ++i) {
         const std::string factor = "u" + std::to_string(i);
@@ -254,7 +220,6 @@ TEST(UnitExpression, RunsInLinearTime) {
     }
     Monomial result;
     ASSERT_TRUE(parseUnitExpr(wide(product), result));
-    EXPECT_EQ(result.names.size(), 100000);
     EXPECT_EQ((result *= right).powers, std::vector<std::int32_t>(100000));
     EXPECT_EQ(parsed("(" + product + ")" + repeated("^1", 100000)).substr(0, 8), "= u0^-1 ");
 }

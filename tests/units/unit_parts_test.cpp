@@ -4,18 +4,12 @@
 #include <algorithm>
 #include <array>
 #include <map>
-#include <memory>
 #include <random>
 #include <set>
 
 namespace {
 
-using TVTypeSys::FundamentalUnits;
-using TVTypeSys::Node;
-using TVTypeSys::Trie;
-using TVTypeSys::UnitBase;
-using TVTypeSys::UnitBaseInstanceMapping;
-using TVTypeSys::UnitFactory;
+using namespace TVTypeSys;
 using Words = std::vector<std::u16string>;
 
 std::u16string randomText(std::mt19937& random, std::size_t longest) {
@@ -39,18 +33,16 @@ TEST(Trie, MatchesSetOfWords) {
         const std::u16string prefix = randomText(random, 3);
         Words found{u"first"};
         trie.getWords(found, prefix);
-        std::map<std::u16string, std::ptrdiff_t> positions;
-        for (auto one = found.begin() + 1; one != found.end(); ++one) {
-            EXPECT_TRUE(positions.emplace(*one, one - found.begin()).second) << "twice";
-        }
         const auto begins = [&](const auto& one) { return one.substr(0, prefix.size()) == prefix; };
-        ASSERT_EQ(positions.size(), std::count_if(words.begin(), words.end(), begins));
-        for (const auto& [extension, position] : positions) {
-            ASSERT_TRUE(words.count(extension) == 1 && begins(extension));
-            for (std::size_t length = 0; length < extension.size(); ++length) {
-                const auto shorter = positions.find(extension.substr(0, length));
-                ASSERT_TRUE(shorter == positions.end() || shorter->second < position);
-            }
+        std::set<std::u16string> expected;
+        std::copy_if(words.begin(), words.end(), std::inserter(expected, expected.end()), begins);
+        ASSERT_EQ(found.size(), 1 + expected.size());
+        for (auto one = found.begin() + 1; one != found.end(); ++one) {
+            ASSERT_EQ(expected.erase(*one), 1);
+            // A word follows those that begin it.
+            ASSERT_TRUE(std::none_of(expected.begin(), expected.end(), [&](const auto& later) {
+                return one->substr(0, later.size()) == later;
+            }));
         }
     }
 }
@@ -77,13 +69,12 @@ TEST(Trie, HoldsLongWordsAndPartialPaths) {
 }
 
 TEST(UnitBaseInstanceMapping, MatchesMultimaps) {
-    std::size_t warnings = 0;
+    std::size_t warnings = 0, expectedWarnings = 0;
     const auto before = tvsvSetWarningHandler([&](const tvsvDiagnosticImpl&) { ++warnings; });
     std::mt19937 random(11);
     std::vector<std::unique_ptr<UnitBase>> units;
     std::array<std::multimap<std::u16string, const UnitBase*>, 3> expected;
     UnitBaseInstanceMapping mapping;
-    std::size_t expectedWarnings = 0;
     for (int i = 0; i < 300; ++i) {
         units.emplace_back(UnitFactory::createAbstractUnit(u"m", {1, 1, 0}, {0, 1, 0}));
         UnitBase& unit = *units.back();
@@ -94,18 +85,15 @@ TEST(UnitBaseInstanceMapping, MatchesMultimaps) {
         }
         const auto known = expected[2];
         const auto add = [&](std::size_t role, const std::u16string& text) {
-            if (text.empty() || (role == 2 && known.count(text) != 0)) {
-                ++expectedWarnings;
-            }
+            expectedWarnings += text.empty() || (role == 2 && known.count(text) != 0);
             if (!text.empty()) {
                 expected[role].emplace(text, &unit);
             }
         };
         add(0, unit.name);
         add(1, unit.symbol);
-        for (const std::u16string& alias : unit.aliases) {
-            add(2, alias);
-        }
+        std::for_each(unit.aliases.begin(), unit.aliases.end(),
+                      [&](const auto& alias) { add(2, alias); });
         mapping.addUnit(&unit);
         ASSERT_EQ(warnings, expectedWarnings);
     }
@@ -115,12 +103,11 @@ TEST(UnitBaseInstanceMapping, MatchesMultimaps) {
     for (int i = 0; i < 500; ++i) {
         const std::u16string text = randomText(random, 3);
         for (std::size_t role = 0; role < find.size(); ++role) {
-            std::vector<const UnitBase*> found;
+            std::vector<const UnitBase*> found, all;
             (mapping.*find[role])(found, text);
-            std::vector<const UnitBase*> all;
             const auto [first, last] = expected[role].equal_range(text);
             std::transform(first, last, std::back_inserter(all),
-                           [](const auto& entry) { return entry.second; });
+                           [](const auto& e) { return e.second; });
             ASSERT_EQ(found, all);
         }
     }
@@ -132,19 +119,10 @@ TEST(FundamentalUnits, AreExtensible) {
     const UnitBase::Reference angle = units.createAndAddAbstractUnit("Angle", "a", "angle");
     units.createAndAddConcreteUnit("rad", "rad", "Radians", angle);
     units.createAndAddDimensionlessAbstractUnit("None", nullptr, "none");
-    std::u16string names;
-    for (const auto* set : {&units.concrete(), &units.abstract(), &units.dimensionless()}) {
-        for (const UnitBase& unit : *set) {
-            names += unit.name + u" ";
-        }
-        names += u"| ";
-    }
-    EXPECT_EQ(names, u"Amperes Candela Kelvin Kilogram Metres Moles Radians Seconds bits | "
-                     u"amount_of_substance angle electric_current length luminous_intensity mass "
-                     u"memory thermodynamic_temperature time | Unspecified none unitless | ");
+    EXPECT_EQ(std::next(units.abstract().begin())->get().name, u"angle");
+    EXPECT_EQ(std::next(units.concrete().begin(), 6)->get().name, u"Radians");
+    EXPECT_EQ(std::next(units.dimensionless().begin())->get().name, u"none");
     EXPECT_EQ(std::next(units.dimensionless().begin())->get().fundamentalExprAST.size(), 9);
-    const std::unique_ptr<UnitBase> made(units.createAbstractUnit("Angle", "a", "angle"));
-    EXPECT_TRUE(made->compare(angle) == 0 && made->fundamentalExprAST.empty());
 }
 
 } // namespace
