@@ -2,6 +2,8 @@
 
 #include <symbolicexpr/simplify.h>
 
+#include <boost/multiprecision/cpp_int.hpp>
+
 #include <functional>
 #include <iterator>
 #include <optional>
@@ -11,16 +13,7 @@ namespace {
 
 using namespace TV;
 
-/// Modulus of a finite field in which rational functions are evaluated.
-constexpr std::uint64_t prime = 2147483647;
-
-std::uint64_t inverse(std::uint64_t value) {
-    std::uint64_t result = 1;
-    for (std::uint64_t power = prime - 2; power > 0; power /= 2, value = value * value % prime) {
-        result = power % 2 == 1 ? result * value % prime : result;
-    }
-    return result;
-}
+using Value = std::optional<boost::multiprecision::cpp_rational>;
 
 class SymbolicAlgebra : public ExpressionTest {
   protected:
@@ -35,36 +28,29 @@ class SymbolicAlgebra : public ExpressionTest {
 
     /// Evaluates an expression at a point that is derived from the names; no value on division by
     /// zero.
-    std::optional<std::uint64_t> valueOf(unsigned long id) {
+    Value valueOf(unsigned long id) {
         const SymbolicExpr& expr = table.get(id);
-        if (expr.op() == SymbolicNameOp) {
-            return std::hash<std::string>()(static_cast<const SymbolicString&>(expr).text()) %
-                   prime;
+        if (expr.op() == SymbolicNameOp || expr.op() == SymbolicNumberOp) {
+            const std::string text = print(id);
+            return expr.isNumValue() ? Value(text)
+                                     : Value(std::hash<std::string>()(text) % 1000003);
         }
-        if (expr.op() == SymbolicNumberOp) {
-            const std::string text = static_cast<const SymbolicIntValue&>(expr).text();
-            std::uint64_t value = 0;
-            for (const char digit : text) {
-                value = digit == '-' ? value : (value * 10 + std::uint64_t(digit - '0')) % prime;
-            }
-            return text.front() == '-' ? (prime - value) % prime : value;
-        }
-        const auto left = valueOf(expr.getArg(0));
-        const auto right = expr.getNumArgs() == 2 ? valueOf(expr.getArg(1)) : 0;
+        const Value left = valueOf(expr.getArg(0));
+        const Value right = expr.getNumArgs() == 2 ? valueOf(expr.getArg(1)) : 0;
         if (!left || !right) {
             return std::nullopt;
         }
         switch (expr.op()) {
         case SymbolicPlusOp:
-            return (*left + *right) % prime;
+            return *left + *right;
         case SymbolicMinusOp:
-            return (*left + prime - *right) % prime;
+            return *left - *right;
         case SymbolicMultiplyOp:
-            return *left * *right % prime;
+            return *left * *right;
         case SymbolicDivideOp:
-            return *right == 0 ? std::nullopt : std::optional(*left * inverse(*right) % prime);
+            return *right == 0 ? std::nullopt : Value(*left / *right);
         default:
-            return (prime - *left) % prime;
+            return -*left;
         }
     }
 
