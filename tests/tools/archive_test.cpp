@@ -18,16 +18,14 @@ struct ArchiveTest : testing::Test {
     TemporaryFolder folder;
 
     void expectReadError(const std::string& path, std::uint64_t maxSize, const char* sentence) {
-        fmi::Remarks remarks;
-        try {
+        const auto read = [&] {
+            fmi::Remarks remarks;
             const auto source = fmi::openArchive(path, remarks, maxSize);
             std::array<char, 64> buffer{};
             while (source(buffer) > 0) {
             }
-            ADD_FAILURE() << "read without an error";
-        } catch (const files::ReadError& error) {
-            EXPECT_THAT(error.what(), HasSubstr(sentence));
-        }
+        };
+        EXPECT_THAT(read, testing::ThrowsMessage<files::ReadError>(HasSubstr(sentence)));
     }
 };
 

@@ -52,16 +52,6 @@ TEST(DimsCommand, ReportsPositionOfInvalidExpression) {
     }
 }
 
-TEST(DimsFacts, ListsContradictionsAsJson) {
-    const boost::json::array contradictions =
-        run({"dims", "--facts", "-", "--json"}, "N == 3\nN == 5\nM > 3\nM < 5\n")
-            .json()
-            .at("contradictions")
-            .as_array();
-    // One contradiction does not lead to others.
-    EXPECT_EQ(contradictions.size(), 1U);
-}
-
 /// Reference model: the transitive closure of relations between a few sizes.
 class Closure {
   public:

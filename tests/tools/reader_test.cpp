@@ -1,43 +1,11 @@
 #include "support.h"
 
-#include "fmi/values.h"
-
 #include <boost/algorithm/string/replace.hpp>
 #include <gtest/gtest.h>
 
 namespace tvtool {
 
 namespace {
-
-using fmi::BaseType;
-
-TEST(Values, AreCheckedByBaseType) {
-    const struct {
-        BaseType base;
-        const char* valid;
-        const char* invalid;
-    } rows[] = {{BaseType::Float64, "1 -1.5e-3 INF +1 1e999", "1e 0x1p3 +-1 1.0f"},
-                {BaseType::Float32, "NaN", ""},
-                {BaseType::Int8, "-128", "-129"},
-                {BaseType::UInt8, "255", "256 -0"},
-                {BaseType::Int16, "-32768", "32768"},
-                {BaseType::UInt16, "65535", "65536"},
-                {BaseType::Int32, "2147483647", "2147483648"},
-                {BaseType::UInt32, "4294967295", "4294967296"},
-                {BaseType::Int64, "-9223372036854775808", "9223372036854775808"},
-                {BaseType::UInt64, "18446744073709551615", "-1 18446744073709551616"},
-                {BaseType::Boolean, "1", "TRUE"},
-                {BaseType::Enumeration, "3", "low"},
-                {BaseType::String, "anything", ""}};
-    for (const auto& row : rows) {
-        for (const std::string& word : split(row.valid)) {
-            EXPECT_TRUE(fmi::isValue(word, row.base)) << word;
-        }
-        for (const std::string& word : split(row.invalid)) {
-            EXPECT_FALSE(fmi::isValue(word, row.base)) << word;
-        }
-    }
-}
 
 std::string utf16(const std::string& ascii, bool isLittle) {
     std::string text = isLittle ? "\xFF\xFE" : "\xFE\xFF";
