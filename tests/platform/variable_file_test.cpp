@@ -53,11 +53,13 @@ class VariableFile : public testing::Test {
 };
 
 std::string nested(int levels) {
-    std::string text = "1";
+    std::string text = "{\"v\":";
+    std::string ends = "1";
     for (int i = 0; i < levels; ++i) {
-        text = "[{\"x\":" + text + "}]";
+        text += "[{\"x\":";
+        ends += "}]";
     }
-    return "{\"v\":" + text + "}";
+    return text + ends + "}";
 }
 
 /// Records with one field each, all different, so that the array has count * count fields.
@@ -118,7 +120,7 @@ TEST_F(VariableFile, ReportsErrorPosition) {
         {R"({"v": [{}, 1]})", "an array has an element that is not"},
         {R"([{"v": 1}])", "column 1: the file does not begin with an object"},
         {nested(16), "too deep"},
-        {nested(10000), "too deep"},
+        {nested(100000), "too deep"},
         {sparse(4097), "more than 2^24 fields"},
     };
     for (const auto& [content, reason] : cases) {
