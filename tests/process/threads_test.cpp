@@ -13,14 +13,7 @@
 
 namespace {
 
-struct Case {
-    const char* name;
-    void (*use)(std::ostream&);
-};
-
-void PrintTo(const Case& testCase, std::ostream* out) { *out << testCase.name; }
-
-class FirstUse : public testing::TestWithParam<Case> {};
+class FirstUse : public testing::TestWithParam<Use> {};
 
 TEST_P(FirstUse, GivesEveryThreadTheSameResults) {
     std::vector<std::string> results(4);
@@ -30,7 +23,7 @@ TEST_P(FirstUse, GivesEveryThreadTheSameResults) {
         threads.emplace_back([&start, &result] {
             start.arrive_and_wait();
             std::ostringstream out;
-            GetParam().use(out);
+            GetParam().run(out);
             result = out.str();
         });
     }
@@ -43,11 +36,7 @@ TEST_P(FirstUse, GivesEveryThreadTheSameResults) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Threads, FirstUse,
-                         testing::Values(Case{"Types", useTypes},
-                                         Case{"FixedPointTexts", useFixedPointTexts},
-                                         Case{"Units", useUnits},
-                                         Case{"SymbolicDims", useSymbolicDims}),
+INSTANTIATE_TEST_SUITE_P(Threads, FirstUse, testing::ValuesIn(uses),
                          [](const auto& info) { return info.param.name; });
 
 } // namespace

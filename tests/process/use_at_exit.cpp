@@ -11,10 +11,9 @@ namespace {
 
 std::string results() {
     std::ostringstream out;
-    useTypes(out);
-    useFixedPointTexts(out);
-    useUnits(out);
-    useSymbolicDims(out);
+    for (const Use& use : uses) {
+        use.run(out);
+    }
     return out.str();
 }
 

@@ -10,6 +10,8 @@
 
 using namespace TVTypeSys;
 
+namespace {
+
 void useTypes(std::ostream& out) {
     DataTypeTable table;
     table.registerDataType("sfix16_En3", DataTypeSourceUnchecked, nullptr);
@@ -58,3 +60,10 @@ void useSymbolicDims(std::ostream& out) {
     table.addGreaterThanRelation(sum, n, nullptr);
     out << table << thrownError([&] { table.addEqualRelation(sum, n, nullptr); });
 }
+
+} // namespace
+
+const Use uses[] = {{"Types", useTypes},
+                    {"FixedPointTexts", useFixedPointTexts},
+                    {"Units", useUnits},
+                    {"SymbolicDims", useSymbolicDims}};

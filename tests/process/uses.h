@@ -2,9 +2,14 @@
 // messages, cached texts, unit database. Each writes its results, which are always the same.
 #pragma once
 
-#include <iosfwd>
+#include <ostream>
 
-void useTypes(std::ostream& out);
-void useFixedPointTexts(std::ostream& out);
-void useUnits(std::ostream& out);
-void useSymbolicDims(std::ostream& out);
+struct Use {
+    const char* name;
+    void (*run)(std::ostream& out);
+};
+
+// The parameter of a test.
+inline void PrintTo(const Use& use, std::ostream* out) { *out << use.name; }
+
+extern const Use uses[4];

@@ -11,9 +11,37 @@
 
 #include <string>
 
+inline std::string repeated(const std::string& text, std::size_t count) {
+    std::string all;
+    for (std::size_t i = 0; i < count; ++i) {
+        all += text;
+    }
+    return all;
+}
+
 class ExpressionTest : public testing::Test {
   protected:
     unsigned long parse(const std::string& text) { return TV::SymbolicExprParser(table)(text); }
+
+    unsigned long name(const std::string& text) {
+        return TV::SymbolicString(table, text).getId(table);
+    }
+
+    // The result of one of + - * / or, of the left operand alone, of the unary minus, ~.
+    unsigned long apply(char op, unsigned long left, unsigned long right = 0) {
+        switch (op) {
+        case '+':
+            return TV::SymbolicPlusExpr(table, left, right).getId(table);
+        case '-':
+            return TV::SymbolicMinusExpr(table, left, right).getId(table);
+        case '*':
+            return TV::SymbolicMultiplyExpr(table, left, right).getId(table);
+        case '/':
+            return TV::SymbolicDivideExpr(table, left, right).getId(table);
+        default:
+            return TV::SymbolicUnaryMinusExpr(table, left).getId(table);
+        }
+    }
 
     std::string print(unsigned long id, int rank = 0) const {
         return TV::SymbolicExprPrinter(table, rank)(table.get(id));

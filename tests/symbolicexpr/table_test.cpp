@@ -16,33 +16,32 @@ TEST_F(SymbolicTable, InternsEqualExpressions) {
     EXPECT_EQ(2u, sumId) << "operands come first, from the left";
     EXPECT_EQ("(+ M N)", tree(sumId));
     EXPECT_EQ(1u, n.getId(table));
-    EXPECT_EQ(sumId, SymbolicPlusExpr(table, 0, 1).getId(table));
+    EXPECT_EQ(sumId, apply('+', 0, 1));
     EXPECT_EQ(3u, table.size());
 
-    std::vector<unsigned long> ids;
-    ids.push_back(SymbolicPlusExpr(table, 1, 0).getId(table));
-    ids.push_back(SymbolicMinusExpr(table, 0, 1).getId(table));
-    ids.push_back(SymbolicMultiplyExpr(table, 0, 1).getId(table));
-    ids.push_back(SymbolicDivideExpr(table, 0, 1).getId(table));
-    ids.push_back(SymbolicEqualExpr(table, 0, 1).getId(table));
-    ids.push_back(SymbolicGreaterThanExpr(table, 0, 1).getId(table));
-    ids.push_back(SymbolicUnaryMinusExpr(table, n).getId(table));
-    ids.push_back(SymbolicNDExpr(table, {0, 1}).getId(table));
-    ids.push_back(SymbolicNDExpr(table, {1}).getId(table));
-    ids.push_back(SymbolicNDExpr(table, {}).getId(table));
-    ids.push_back(SymbolicString(table, "").getId(table));
-    ids.push_back(SymbolicString(table, "1").getId(table));
-    ids.push_back(SymbolicIntValue(table, 1).getId(table));
-    for (std::size_t i = 0; i < ids.size(); ++i) {
+    // The list is evaluated from the left.
+    const unsigned long ids[] = {apply('+', 1, 0),
+                                 apply('-', 0, 1),
+                                 apply('*', 0, 1),
+                                 apply('/', 0, 1),
+                                 apply('~', 1),
+                                 SymbolicEqualExpr(table, 0, 1).getId(table),
+                                 SymbolicGreaterThanExpr(table, 0, 1).getId(table),
+                                 SymbolicNDExpr(table, {0, 1}).getId(table),
+                                 SymbolicNDExpr(table, {1}).getId(table),
+                                 SymbolicNDExpr(table, {}).getId(table),
+                                 name(""),
+                                 name("1"),
+                                 SymbolicIntValue(table, 1).getId(table)};
+    for (std::size_t i = 0; i < std::size(ids); ++i) {
         EXPECT_EQ(3 + i, ids[i]) << "unlike all before";
     }
 }
 
 TEST_F(SymbolicTable, NormalisesNumbers) {
     const int least = std::numeric_limits<int>::min();
-    const std::pair<const char*, const char*> cases[] = {
-        {"0", "0"}, {"-0", "0"}, {"-000", "0"}, {"0010", "10"}, {"-0010", "-10"}};
-    for (const auto& [digits, expected] : cases) {
+    for (const auto& [digits, expected] :
+         {std::pair("0", "0"), {"-0", "0"}, {"-000", "0"}, {"0010", "10"}, {"-0010", "-10"}}) {
         EXPECT_EQ(expected, SymbolicIntValue(table, digits).text());
     }
     EXPECT_EQ(SymbolicIntValue(table, std::to_string(least)).getId(table),
@@ -56,11 +55,11 @@ TEST_F(SymbolicTable, RejectsMissingOperandsAndIds) {
     parse("N+1");
     EXPECT_ERROR("InvalidDataTypeId(2)", table.get(3));
     // If this were interned, it would be its own operand.
-    EXPECT_ERROR("InvalidDataTypeId(2)", SymbolicUnaryMinusExpr(table, 3).getId(table));
-    EXPECT_ERROR("InvalidDataTypeId(6)", SymbolicPlusExpr(table, 0, 7).getId(table));
+    EXPECT_ERROR("InvalidDataTypeId(2)", apply('~', 3));
+    EXPECT_ERROR("InvalidDataTypeId(6)", apply('+', 0, 7));
     EXPECT_ERROR("InvalidDataTypeId(2)", SymbolicNDExpr(table, {0, 3}).getId(table));
     constexpr unsigned long wide = 1UL << 32;
-    EXPECT_NE("no error", thrownError([&] { SymbolicPlusExpr(table, wide, wide).getId(table); }));
+    EXPECT_NE("no error", thrownError([&] { apply('+', wide, wide); }));
     EXPECT_EQ(3u, table.size());
 
     const SymbolicExpr& list = table.get(parse("[N,1]"));

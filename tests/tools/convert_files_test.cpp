@@ -5,7 +5,6 @@
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <random>
 #include <sstream>
@@ -24,12 +23,9 @@ std::string bytesOf(const std::vector<Value>& values) {
 
 /// Returns a .npy header with this text, which may be invalid.
 std::string npyFileHeader(const std::string& dictionary, char major = 1) {
-    std::string header = std::string("\x93NUMPY") + major + '\0';
-    const std::size_t size = dictionary.size();
-    for (unsigned shift = 0; shift < (major == 1 ? 16U : 32U); shift += 8) {
-        header += static_cast<char>(size >> shift & 0xFFU);
-    }
-    return header + dictionary;
+    const std::string size =
+        bytesOf<std::size_t>({dictionary.size()}).substr(0, major == 1 ? 2 : 4);
+    return std::string("\x93NUMPY") + major + '\0' + size + dictionary;
 }
 
 std::string npyFileHeader(const std::string& descr, const std::string& shape, char major = 1) {
@@ -148,12 +144,10 @@ TEST(ConvertFiles, InvalidInputLeavesOutputUnchanged) {
                 HasSubstr("5 bytes, is no multiple of the 4"));
     EXPECT_THAT(run({"convert", "--in", raw, "--to", "int8"}).err,
                 HasSubstr("a raw file needs --from"));
+    expectRejection(run({"convert", "--to", "int8"}, std::string(1 << 20, '1')), "is too long");
     // An invalid value after others have been written.
-    std::string values;
-    for (int i = 0; i < 70000; ++i) {
-        values += "1 ";
-    }
-    EXPECT_EQ(run({"convert", "--to", "int8", "--out", out}, values + "x").status, 2);
+    const std::string values = repeatedText("1 ", 70000) + "x";
+    EXPECT_EQ(run({"convert", "--to", "int8", "--out", out}, values).status, 2);
     EXPECT_EQ(readFile(out), "kept");
     EXPECT_EQ(std::distance(fs::directory_iterator(fs::path(out).parent_path()), {}), 3);
 }
@@ -168,8 +162,8 @@ TEST(ConvertFiles, ReplacesOnlyRegularFiles) {
     const std::string dangling = target + ".dangling";
     fs::create_symlink("target", link);
     fs::create_symlink("target.link.new", dangling);
-    fs::create_symlink("loop", target + ".loop");
-    fs::rename(target + ".loop", fs::path(target).replace_filename("loop"));
+    const std::string loop = fs::path(target).replace_filename("loop");
+    fs::create_symlink("loop", loop);
     fs::permissions(target, fs::perms(0640));
     for (const std::string& path : {link, dangling}) {
         EXPECT_EQ(write(path), 0) << path;
@@ -181,9 +175,8 @@ TEST(ConvertFiles, ReplacesOnlyRegularFiles) {
     EXPECT_EQ(write(longest), 0);
     EXPECT_EQ(readFile(longest), "A");
     EXPECT_EQ(write("/dev/null"), 0);
-    for (const std::string& path :
-         {std::string("/"), std::string("/no/such/file"), std::string(), longest + "n",
-          target + "/", target + ".new/", fs::path(target).replace_filename("loop").string()}) {
+    for (const std::string& path : {std::string("/"), std::string("/no/such/file"), std::string(),
+                                    longest + "n", target + "/", target + ".new/", loop}) {
         EXPECT_EQ(write(path), 2) << path;
     }
 }

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <array>
 #include <random>
@@ -18,28 +17,20 @@ TEST(DimsCommand, ShowsSimplifiedDimensions) {
                                  "[N+N, M/(2*M-M-M)]", "[1,2]+3", "--", "-N"});
     ASSERT_EQ(outcome.status, 0) << outcome.err;
     const boost::json::array details = outcome.json().at("dimensions").as_array();
-    struct Row {
-        const char* simplified;
-        const char* obstacle;
-        int equals;
-    };
-    const Row rows[] = {{"N+2", "", -1},
-                        {"N+2", "", 0},
-                        {"[2,2*N]", "", -1},
-                        {"1/(N-N)", "it divides by N-N, which is 0", -1},
-                        {"[2*N,M/(2*M-M-M)]", "it divides by 2*M-M-M, which is 0", -1},
-                        {"[1,2]+3", "a list stands inside arithmetic", -1},
-                        {"-N", "", -1}};
-    ASSERT_EQ(details.size(), std::size(rows));
-    for (std::size_t i = 0; i < details.size(); ++i) {
-        const boost::json::object& entry = details[i].as_object();
-        EXPECT_EQ(entry.at("simplified"), rows[i].simplified);
-        const boost::json::value obstacle =
-            *rows[i].obstacle == '\0' ? boost::json::value(nullptr) : rows[i].obstacle;
-        EXPECT_EQ(entry.at("obstacle"), obstacle);
-        EXPECT_EQ(entry.at("equals").is_null() ? -1 : entry.at("equals").to_number<int>(),
-                  rows[i].equals);
+    std::vector<std::string> rows;
+    for (const boost::json::value& entry : details) {
+        rows.push_back(boost::json::serialize(
+            boost::json::array{entry.at("simplified"), entry.at("obstacle"), entry.at("equals")}));
     }
+    const std::vector<std::string> expected{
+        R"_(["N+2",null,null])_",
+        R"_(["N+2",null,0])_",
+        R"_(["[2,2*N]",null,null])_",
+        R"_(["1/(N-N)","it divides by N-N, which is 0",null])_",
+        R"_(["[2*N,M/(2*M-M-M)]","it divides by 2*M-M-M, which is 0",null])_",
+        R"_(["[1,2]+3","a list stands inside arithmetic",null])_",
+        R"_(["-N",null,null])_"};
+    EXPECT_EQ(rows, expected);
     EXPECT_EQ(details[0].at("simplifiedId"), details[1].at("id"));
     EXPECT_EQ(details[2].at("size"), "4*N");
     EXPECT_EQ(details[0].at("size"), nullptr);
@@ -58,61 +49,6 @@ TEST(DimsCommand, ReportsPositionOfInvalidExpression) {
         EXPECT_EQ(outcome.status, 2);
         EXPECT_THAT(outcome.err, HasSubstr(error));
         EXPECT_THAT(outcome.out, HasSubstr("2*N"));
-    }
-    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"dims"},
-                                                      {"dims", "--list", "N"},
-                                                      {"dims", "--facts", "-", "N"},
-                                                      {"dims", "--facts", "/no/such/file"},
-                                                      {"dims", "--facts", "/"}}) {
-        const Outcome outcome = run(arguments);
-        EXPECT_EQ(outcome.status, 2);
-        EXPECT_EQ(outcome.out, "");
-        EXPECT_TRUE(outcome.err.starts_with("tvtypes: ")) << outcome.err;
-    }
-}
-
-TEST(DimsFacts, AnswersQuestionsAndReportsContradictions) {
-    struct Row {
-        const char* facts;
-        int status;
-        const char* result; ///< part of the output
-    };
-    const std::string first = "-:1: ";
-    const Row rows[] = {
-        {"N > M # Gain\nM > K\nN > K ?", 0, "? yes: N > M (line 1, Gain), M > K (line 2)"},
-        {"N > M\nM > K\nN == K ?", 0, "? no: N > M (line 1), M > K (line 2)"},
-        {"M == 2*N\nN+N == M ?", 0, "? yes: M == 2*N (line 1)"},
-        {"M == 2*N\nN*2 > M?", 0, "? no: M == 2*N (line 1)"},
-        {"N > M\nN == K ?", 0, "N == K ? not known\n"},
-        {"N == N ?", 0, "? yes: the sides are the same"},
-        {"N > N ?", 0, "? no: the sides are the same"},
-        {"N > M\nM == K\nN > K ?", 0, "? not known to the library; yes: N > M (line 1), M == K"},
-        {"N == 3\n2 > N ?", 0, "? not known to the library; no: N == 3 (line 1), 3 > 2"},
-        {"N > N-1 ?", 0, "? not known to the library; yes: the left side is the right one plus 1"},
-        {"[2,N] > 6\n2*N < 6 # Mux", 1, "2*N < 6 (Mux) is refused: 2*N > 6 (line 1)"},
-        {"N > M\nM > K # A\nK == N # B", 1,
-         "K == N (B) is refused: N > M (line 1), M > K (line 2, A)"},
-        {"N == M\nM > N", 1, "M > N is refused: N == M (line 1)"},
-        {"3 > 5", 1,
-         "3 > 5 cannot hold, though the library accepts it: the left side is the "
-         "right one minus 2"},
-        {"N == 3\nM == N\nM == 5", 1,
-         "M == 5 cannot hold, though the library accepts it: 5 > 3, N == 3 (line 1), M == N"},
-        {"N > 5\nN < 3", 1, "N < 3 cannot hold, though the library accepts it: N > 5 (line 1), 5"},
-        {"N > M\nM == K\nK > N", 1, "accepts it: N > M (line 1), M == K (line 2)"},
-        {"N > N", 1, "cannot hold, though the library accepts it: the sides are the same"},
-        // One contradiction does not lead to others.
-        {"N == 3\nN == 5\n\n# comment\nM > 3\nM < 5", 1, "N == 5 cannot hold"},
-        {"N+N == 2*N", 0, "both sides are the same, so this says nothing"},
-        {"N > 1/(M-M)", 0, "1/(M-M) stays, at least in part, as it is: it divides by M-M"},
-        {"N > 2 # a\nM > 2 # b\n2 < N # b\nM > 1", 0, "N>2   a, b\n"}};
-    for (const Row& row : rows) {
-        const Outcome outcome = run({"dims", "--facts", "-", "--list"}, row.facts);
-        EXPECT_EQ(outcome.status, row.status) << row.facts;
-        EXPECT_THAT(outcome.out, HasSubstr(row.result));
-        EXPECT_EQ(outcome.err, "");
-        const boost::json::object json = run({"dims", "--facts", "-", "--json"}, row.facts).json();
-        EXPECT_EQ(json.at("contradictions").as_array().size(), row.status == 0 ? 0U : 1U);
     }
 }
 
@@ -219,7 +155,8 @@ TEST(DimsFacts, ReportsPositionInInvalidLine) {
     }
     EXPECT_EQ(run({"dims", "--facts", "-"}, "\xEF\xBB\xBFN > 2\r\n").status, 0);
     const Outcome example = run({"dims", "--facts", TVTYPES_EXAMPLES "/filter_bank.facts"});
-    EXPECT_EQ(example.status, 0) << example.out << example.err;
+    EXPECT_EQ(example.status, 0) << example.out;
+    EXPECT_EQ(example.err, "");
 }
 
 TEST(DimsFacts, HandlesLongChainsAndInvalidFiles) {
@@ -238,13 +175,7 @@ TEST(DimsFacts, HandlesLongChainsAndInvalidFiles) {
                                  mega + mega + " > 1",
                                  std::string(100000, '(') + " > 1",
                                  chain.substr(0, 100) + " ? ? ?",
-                                 [] {
-                                     std::string lines;
-                                     for (int i = 0; i < 100000; ++i) {
-                                         lines += "no fact\n";
-                                     }
-                                     return lines;
-                                 }()};
+                                 repeatedText("no fact\n", 100000)};
     for (const std::string& text : texts) {
         const Outcome refused = run({"dims", "--facts", "-"}, text);
         EXPECT_EQ(refused.status, 2) << refused.out;

@@ -1,16 +1,19 @@
-// Each folder of tests/inputs contains a description and the expected result of its inspection:
-//   status N   the exit status
-//   out TEXT   standard output has the text
-//   line TEXT  a line of standard output has these words
-//   err TEXT   standard error has the text
+// Each folder of tests/inputs contains a description and, in the file "expected", the result of its
+// inspection. Each file of tests/tools/calls contains calls of the tool, as "$ ARGUMENTS" and lines
+// "< TEXT" of standard input, and their results:
+//   status N    the exit status
+//   out TEXT    standard output has the text
+//   line TEXT   a line of standard output has these words
+//   words TEXT  standard output has these words and no others
+//   err TEXT    standard error has the text
+//   error TEXT  status 2, no output, and short errors with the text
 #include "support.h"
 
+#include <fmt/ranges.h>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <fstream>
-#include <sstream>
 
 namespace tvtool {
 
@@ -38,22 +41,12 @@ std::string inputIn(const fs::path& folder) {
     return {};
 }
 
-std::string collapseBlanks(const std::string& line) {
-    std::istringstream stream(line);
-    std::string joined;
-    for (std::string word; stream >> word;) {
-        joined += (joined.empty() ? "" : " ") + word;
-    }
-    return joined;
-}
-
-void checkExpectations(const fs::path& expected, const Outcome& outcome) {
-    std::ifstream file(expected);
-    ASSERT_TRUE(file) << expected;
+void checkExpectations(const std::vector<std::string>& expected, const Outcome& outcome) {
     std::vector<std::string> lines = outcome.lines();
-    std::ranges::transform(lines, lines.begin(), collapseBlanks);
-    int count = 0;
-    for (std::string line; std::getline(file, line); ++count) {
+    std::ranges::transform(lines, lines.begin(), [](const std::string& line) {
+        return fmt::format("{}", fmt::join(split(line), " "));
+    });
+    for (const std::string& line : expected) {
         const std::string directive = line.substr(0, line.find(' '));
         const std::string text = line.substr(directive.size() + 1);
         if (directive == "status") {
@@ -62,13 +55,27 @@ void checkExpectations(const fs::path& expected, const Outcome& outcome) {
             EXPECT_THAT(outcome.out, HasSubstr(text));
         } else if (directive == "line") {
             EXPECT_THAT(lines, testing::Contains(text));
+        } else if (directive == "words") {
+            EXPECT_EQ(split(outcome.out), split(text));
         } else if (directive == "err") {
             EXPECT_THAT(outcome.err, HasSubstr(text));
+        } else if (directive == "error") {
+            expectRejection(outcome, text);
         } else {
-            ADD_FAILURE() << expected << ": " << line;
+            ADD_FAILURE() << "unknown directive: " << line;
         }
     }
-    EXPECT_GE(count, 2) << expected << " has too few lines";
+    EXPECT_FALSE(expected.empty());
+}
+
+std::vector<std::string> linesOf(const fs::path& path) {
+    std::ifstream file(path);
+    EXPECT_TRUE(file) << path;
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(file, line);) {
+        lines.push_back(line);
+    }
+    return lines;
 }
 
 /// Checks the invariants of all outcomes.
@@ -92,7 +99,7 @@ TEST_P(Inputs, MatchExpectations) {
     const fs::path folder = fs::path(TVTYPES_TEST_INPUTS) / GetParam();
     const std::string input = inputIn(folder);
     const Outcome text = run({"inspect", input});
-    checkExpectations(folder / "expected", text);
+    checkExpectations(linesOf(folder / "expected"), text);
     checkInvariants(text);
 
     const Outcome json = run({"inspect", "--json", input});
@@ -107,17 +114,40 @@ TEST_P(Inputs, MatchExpectations) {
 INSTANTIATE_TEST_SUITE_P(Tool, Inputs, testing::ValuesIn(defects()),
                          [](const auto& info) { return info.param; });
 
-class Examples : public testing::TestWithParam<const char*> {};
+class Calls : public testing::TestWithParam<const char*> {};
 
-TEST_P(Examples, AreClean) {
-    const Outcome outcome = run({"inspect", std::string(TVTYPES_EXAMPLES "/") + GetParam()});
-    EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
-    EXPECT_THAT(outcome.out, HasSubstr("no problems, no notes"));
+TEST_P(Calls, MatchExpectations) {
+    const std::vector<std::string> lines = linesOf(fs::path(TVTYPES_TEST_CALLS) / GetParam());
+    for (std::size_t i = 0; i < lines.size();) {
+        ASSERT_TRUE(lines[i].starts_with("$ ")) << lines[i];
+        SCOPED_TRACE(fmt::format("line {}: {}", i + 1, lines[i]));
+        const std::string& call = lines[i++];
+        std::string input;
+        for (; i < lines.size() && lines[i].starts_with('<'); ++i) {
+            input += lines[i].substr(std::min<std::size_t>(2, lines[i].size())) + '\n';
+        }
+        std::vector<std::string> expected;
+        for (; i < lines.size() && !lines[i].starts_with('$'); ++i) {
+            if (!lines[i].empty() && lines[i].front() != '#') {
+                expected.push_back(lines[i]);
+            }
+        }
+        checkExpectations(expected, run(split(call.substr(2)), input));
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(Tool, Examples,
-                         testing::Values("vehicle_suspension.xml", "motor_drive.xml",
-                                         "thermal_plant.xml", "vehicle.xml"));
+INSTANTIATE_TEST_SUITE_P(Tool, Calls,
+                         testing::Values("command_line", "convert", "dims", "fixpt", "unit"),
+                         [](const auto& info) { return std::string(info.param); });
+
+TEST(Examples, AreClean) {
+    for (const char* const name :
+         {"vehicle_suspension.xml", "motor_drive.xml", "thermal_plant.xml", "vehicle.xml"}) {
+        const Outcome outcome = run({"inspect", std::string(TVTYPES_EXAMPLES "/") + name});
+        EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
+        EXPECT_THAT(outcome.out, HasSubstr("no problems, no notes"));
+    }
+}
 
 } // namespace
 

@@ -1,40 +1,11 @@
 #include "support.h"
 
-#include "fmi/values.h"
-
+#include <boost/algorithm/string/replace.hpp>
 #include <gtest/gtest.h>
 
 namespace tvtool {
 
 namespace {
-
-using fmi::BaseType;
-
-TEST(Values, AreCheckedByBaseType) {
-    struct Row {
-        BaseType base;
-        const char* word;
-        bool isValue;
-    };
-    const Row rows[] = {
-        {BaseType::Float64, "1", true},         {BaseType::Float64, "-1.5e-3", true},
-        {BaseType::Float64, "INF", true},       {BaseType::Float64, "+1", true},
-        {BaseType::Float64, "1e999", true},     {BaseType::Float64, "1e", false},
-        {BaseType::Float64, "0x1p3", false},    {BaseType::Float64, "+-1", false},
-        {BaseType::Float64, "1.0f", false},     {BaseType::Float32, "NaN", true},
-        {BaseType::Int8, "-128", true},         {BaseType::Int8, "-129", false},
-        {BaseType::UInt8, "255", true},         {BaseType::UInt8, "256", false},
-        {BaseType::UInt8, "-0", false},         {BaseType::Int16, "32768", false},
-        {BaseType::UInt16, "65535", true},      {BaseType::Int32, "2147483648", false},
-        {BaseType::UInt32, "4294967295", true}, {BaseType::Int64, "-9223372036854775808", true},
-        {BaseType::UInt64, "-1", false},        {BaseType::UInt64, "18446744073709551616", false},
-        {BaseType::Boolean, "1", true},         {BaseType::Boolean, "TRUE", false},
-        {BaseType::Enumeration, "3", true},     {BaseType::Enumeration, "low", false},
-        {BaseType::String, "anything", true}};
-    for (const Row& row : rows) {
-        EXPECT_EQ(fmi::isValue(row.word, row.base), row.isValue) << row.word;
-    }
-}
 
 std::string utf16(const std::string& ascii, bool isLittle) {
     std::string text = isLittle ? "\xFF\xFE" : "\xFE\xFF";
@@ -47,13 +18,9 @@ std::string utf16(const std::string& ascii, bool isLittle) {
 TEST(Reader, AcceptsEncodingsAndLineEndings) {
     const std::string plain =
         description3("<Float64Type name=\"T\"/>\n", "\n<Int8 name=\"a\" valueReference=\"x\"/>\n");
-    std::string crlf = plain;
-    for (std::size_t at = crlf.find('\n'); at != std::string::npos; at = crlf.find('\n', at + 2)) {
-        crlf.replace(at, 1, "\r\n");
-    }
     const std::string texts[] = {plain,
                                  "\xEF\xBB\xBF" + plain,
-                                 crlf,
+                                 boost::replace_all_copy(plain, "\n", "\r\n"),
                                  utf16(plain, true),
                                  utf16(plain, false),
                                  "<?xml version='1.0' encoding='ISO-8859-1'?>" + plain};
@@ -90,14 +57,7 @@ TEST(Reader, RejectsEveryTruncation) {
 }
 
 TEST(Reader, SkipsDeepNesting) {
-    constexpr std::size_t depth = 100000;
-    std::string nested;
-    for (std::size_t i = 0; i < depth; ++i) {
-        nested += "<a>";
-    }
-    for (std::size_t i = 0; i < depth; ++i) {
-        nested += "</a>";
-    }
+    const std::string nested = repeatedText("<a>", 100000) + repeatedText("</a>", 100000);
     const auto read =
         readText(description3("", nested + "<Int8 name=\"last\" valueReference=\"1\"/>"));
     ASSERT_EQ(read->description->variables.size(), 1U);

@@ -4,11 +4,12 @@
 #include "tool.h"
 
 #include <fmt/format.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <zip.h>
 
 #include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 
 #include <unistd.h>
@@ -38,6 +39,27 @@ Outcome run(std::vector<std::string> arguments, const std::string& input) {
     return {status, out.str(), err.str()};
 }
 
+std::vector<std::string> split(const std::string& text) {
+    std::istringstream stream(text);
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
+std::string repeatedText(const std::string& text, std::size_t count) {
+    std::string all;
+    for (std::size_t i = 0; i < count; ++i) {
+        all += text;
+    }
+    return all;
+}
+
+void expectRejection(const Outcome& outcome, const std::string& part) {
+    EXPECT_EQ(outcome.status, 2) << outcome.err;
+    EXPECT_EQ(outcome.out, "") << outcome.err;
+    EXPECT_THAT(outcome.err, testing::HasSubstr(part));
+    EXPECT_THAT(outcome.err, testing::MatchesRegex("(tvtypes: [^\n\x1b]+\n(  [^\n\x1b]+\n)*)+"));
+    EXPECT_LT(outcome.err.size(), 1000U);
+}
+
 TemporaryFolder::TemporaryFolder() {
     std::string pattern = (fs::temp_directory_path() / "tvtypes_test_XXXXXX").string();
     if (mkdtemp(pattern.data()) == nullptr) {
@@ -57,9 +79,8 @@ std::string TemporaryFolder::write(const std::string& name, std::string_view con
     return path.string();
 }
 
-std::string TemporaryFolder::writeArchive(
-    const std::string& name,
-    std::initializer_list<std::pair<std::string, std::string>> entries) const {
+std::string TemporaryFolder::writeArchive(const std::string& name,
+                                          const ArchiveEntries& entries) const {
     const std::string path = (path_ / name).string();
     int code = 0;
     zip_t* const archive = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &code);
@@ -94,6 +115,11 @@ std::string description3(const std::string& types, const std::string& variables)
                        "<TypeDefinitions>{}</TypeDefinitions>"
                        "<ModelVariables>{}</ModelVariables></fmiModelDescription>",
                        types, variables);
+}
+
+std::string structuredDescription3(const std::string& types, const std::string& variables) {
+    std::string text = description3(types, variables);
+    return text.insert(text.find('>'), " variableNamingConvention=\"structured\"");
 }
 
 std::unique_ptr<ReadDescription> readText(const std::string& text, std::size_t step) {

@@ -8,7 +8,6 @@
 #include <boost/json.hpp>
 
 #include <filesystem>
-#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -29,6 +28,16 @@ struct Outcome {
 /// Runs the tool with these arguments and this standard input.
 Outcome run(std::vector<std::string> arguments, const std::string& input = {});
 
+/// Returns the words of a text.
+std::vector<std::string> split(const std::string& text);
+
+using ArchiveEntries = std::vector<std::pair<std::string, std::string>>;
+
+std::string repeatedText(const std::string& text, std::size_t count);
+
+/// Expects status 2, no output and short errors with `part`, in lines with no control characters.
+void expectRejection(const Outcome& outcome, const std::string& part);
+
 /// A folder that is removed at the end of the test.
 class TemporaryFolder {
   public:
@@ -40,9 +49,7 @@ class TemporaryFolder {
     /// Writes a file and returns its path.
     std::string write(const std::string& name, std::string_view content) const;
     /// Same for an archive with these entries: name and content.
-    std::string
-    writeArchive(const std::string& name,
-                 std::initializer_list<std::pair<std::string, std::string>> entries) const;
+    std::string writeArchive(const std::string& name, const ArchiveEntries& entries) const;
 
   private:
     std::filesystem::path path_;
@@ -55,6 +62,8 @@ fmi::Source textSource(std::string text, std::size_t step = 4096);
 
 /// Returns a description in FMI 3 with these type definitions and variables.
 std::string description3(const std::string& types, const std::string& variables);
+/// Same with structured names.
+std::string structuredDescription3(const std::string& types, const std::string& variables);
 
 /// A description that was read and checked, with its remarks.
 struct ReadDescription {

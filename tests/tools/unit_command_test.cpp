@@ -1,7 +1,6 @@
 #include "support.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cmath>
 
@@ -30,16 +29,14 @@ TEST(UnitCommand, ShowsDetails) {
 }
 
 TEST(UnitCommand, ComputesFactors) {
-    struct Row {
+    const struct {
         const char* from;
         const char* to;
         const char* exact;
-    };
-    const Row rows[] = {
-        {"km/h", "m/s", "5/18"},  {"m/s", "km/h", "3.6"},       {"ft", "in", "12"},
-        {"kW.h", "J", "3600000"}, {"m^2", "cm\u00B2", "10000"}, {"h^-1", "1/s", "1/3600"},
-        {"K", "K", "1"},          {"gallon", "gallon", "1"}};
-    for (const Row& row : rows) {
+    } rows[] = {{"km/h", "m/s", "5/18"},  {"m/s", "km/h", "3.6"},       {"ft", "in", "12"},
+                {"kW.h", "J", "3600000"}, {"m^2", "cm\u00B2", "10000"}, {"h^-1", "1/s", "1/3600"},
+                {"K", "K", "1"},          {"gallon", "gallon", "1"}};
+    for (const auto& row : rows) {
         const Outcome outcome = run({"unit", "--factor", "--json", row.from, row.to});
         ASSERT_EQ(outcome.status, 0) << row.from << ' ' << row.to << outcome.out << outcome.err;
         const boost::json::object factor = outcome.json();
@@ -50,50 +47,20 @@ TEST(UnitCommand, ComputesFactors) {
     }
 }
 
-TEST(UnitCommand, ReportsReasonForMissingFactor) {
-    struct Row {
-        const char* from;
-        const char* to;
-        const char* reason;
-    };
-    const Row rows[] = {
-        {"m", "s", "has the canonical form m^1, Seconds has the canonical form s^1"},
-        {"degC", "K", "a value x becomes x + 273.15"},
-        {"degF", "degC", "a value x becomes 5/9 * x - 160/9"},
-        {"degC", "delta_degC", "degree_celsius measures thermodynamic_temperature and"},
-        {"J/degC", "J/K", "has an offset and is not taken apart"},
-        {"W/m^2", "kg/s^3",
-         "m^0s^-3, kg/s^3 has the canonical form kg^1s^-3; the library tells a power of 0 from "
-         "none, or the factor would be 1"},
-        {"J", "N.m", "but joule measures energy and newton_metre measures torque"}};
-    for (const Row& row : rows) {
-        const Outcome outcome = run({"unit", "--factor", row.from, row.to});
-        EXPECT_EQ(outcome.status, 1);
-        EXPECT_THAT(outcome.out, HasSubstr(row.reason));
-        EXPECT_EQ(outcome.lines().size(), 1U);
-    }
-}
-
 TEST(UnitCommand, ReportsPositionOfInvalidUnit) {
-    struct Row {
-        const char* text;
-        const char* error;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, const char*> rows[] = {
         {"kg*newtn", "tvtypes: \"kg*newtn\": column 4: the unit is not known; did you mean newton"},
         {"\u00B5m*xyzzy/s", "column 4: the unit is not known\n  \u00B5m*xyzzy/s\n     ^\n"},
         {"u^41", "its factor is beyond the rational numbers of the library"},
         {"kg*m)", "column 5: expected a sign such as *, / or ^, or the end\n  kg*m)\n      ^\n"},
         {"m^\x1b[31m", "  m^\\u001b[31m\n    ^\n"}};
-    for (const Row& row : rows) {
-        const Outcome outcome = run({"unit", row.text});
+    for (const auto& [text, error] : rows) {
+        // Valid units are shown although another one is invalid.
+        const Outcome outcome = run({"unit", text, "km"});
         EXPECT_EQ(outcome.status, 2);
-        EXPECT_THAT(outcome.err, HasSubstr(row.error));
+        EXPECT_THAT(outcome.err, HasSubstr(error));
+        EXPECT_THAT(outcome.out, HasSubstr("length"));
     }
-    // Valid units are shown although another one is invalid.
-    const Outcome outcome = run({"unit", "m", "kg/"});
-    EXPECT_EQ(outcome.status, 2);
-    EXPECT_THAT(outcome.out, HasSubstr("length"));
 }
 
 TEST(UnitCommand, FindsUnits) {
@@ -113,35 +80,12 @@ TEST(UnitCommand, FindsUnits) {
         run({"unit", "--json", "--list", "--system", "SI", "--quantity", "force"}).json();
     EXPECT_THAT(texts(listed.at("units"), "symbol"), testing::IsSupersetOf({"N", "kN"}));
     EXPECT_THAT(texts(listed.at("units"), "quantity"), testing::Each("force"));
-    EXPECT_THAT(run({"unit", "--list", "--quantity", "forse"}).err,
-                HasSubstr("did you mean force"));
-    EXPECT_EQ(run({"unit", "--complete", "qqqq"}).out, "no words\n");
-}
-
-TEST(UnitCommand, RejectsInvalidCalls) {
-    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"unit"},
-                                                      {"unit", "--factor", "m"},
-                                                      {"unit", "--factor", "m", "s", "kg"},
-                                                      {"unit", "--list", "m"},
-                                                      {"unit", "--list", "--search", "m"},
-                                                      {"unit", "--system", "SI", "m"}}) {
-        const Outcome outcome = run(arguments);
-        EXPECT_EQ(outcome.status, 2);
-        EXPECT_EQ(outcome.out, "");
-        EXPECT_TRUE(outcome.err.starts_with("tvtypes: ")) << outcome.err;
-    }
 }
 
 TEST(UnitCommand, KeepsMessagesShortForLongTexts) {
-    const std::string texts[] = {std::string(10000, '('), std::string(1000000, 'x'),
-                                 "m" + std::string(1000000, '^'), [] {
-                                     std::string text = "m";
-                                     for (int i = 0; i < 200000; ++i) {
-                                         text += "*m/s";
-                                     }
-                                     return text + "*xyzzy";
-                                 }()};
-    for (const std::string& text : texts) {
+    for (const std::string& text :
+         {std::string(10000, '('), std::string(1000000, 'x'), "m" + std::string(1000000, '^'),
+          "m" + repeatedText("*m/s", 200000) + "*xyzzy"}) {
         const Outcome outcome = run({"unit", text});
         EXPECT_EQ(outcome.status, 2);
         EXPECT_LT(outcome.err.size(), 1000U);

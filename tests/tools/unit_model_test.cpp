@@ -7,7 +7,6 @@
 #include <fnd/filesystem.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace tvtool {
 
@@ -66,14 +65,15 @@ class WithoutDatabase {
 TEST(ModelUnits, NeedTheUnitDatabase) {
     const TemporaryFolder folder;
     const std::string file = folder.write("m.xml", description);
-    const WithoutDatabase nowhere;
-    const Outcome unit = run({"unit", "m"});
-    EXPECT_EQ(unit.status, 2);
-    EXPECT_THAT(unit.err, HasSubstr("/nowhere/"));
-    TVTypeSys::UnitDatabase::getUnitDatabase()->clearAll();
-    const Outcome inspection = run({"inspect", file});
-    EXPECT_EQ(inspection.status, 0);
-    EXPECT_THAT(inspection.out, HasSubstr("units are not looked at"));
+    {
+        const WithoutDatabase nowhere;
+        expectRejection(run({"unit", "m"}), "/nowhere/");
+        TVTypeSys::UnitDatabase::getUnitDatabase()->clearAll();
+        const Outcome inspection = run({"inspect", file});
+        EXPECT_EQ(inspection.status, 0);
+        EXPECT_THAT(inspection.out, HasSubstr("units are not looked at"));
+    }
+    EXPECT_EQ(run({"unit", "m"}).status, 0);
 }
 
 } // namespace

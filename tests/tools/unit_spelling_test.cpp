@@ -1,3 +1,4 @@
+#include "support.h"
 #include "text/utf16.h"
 #include "units/expansion.h"
 #include "units/reading.h"
@@ -5,7 +6,6 @@
 #include "units/words.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <map>
@@ -43,75 +43,35 @@ std::size_t faultPosition(const std::string& text) {
 }
 
 TEST(UnitSpelling, MatchesExpression) {
-    const std::pair<const char*, const char*> rows[] = {{"N.m", "N*m"},
-                                                        {"m.s-1", "m/s"},
-                                                        {"rev/min", "rev/min"},
-                                                        {"m/s\u00B2", "m/s^2"},
-                                                        {"kgm\u00B2", "kg*m^2"},
-                                                        {"kg1m2s-2", "J"},
-                                                        {"Nm", "N*m"},
-                                                        {"1", "unitless"},
-                                                        {"-", "unitless"},
-                                                        {"", "unitless"},
-                                                        {" ", "unitless"},
-                                                        {"degC", "degC"},
-                                                        {"\u00B0C", "degC"},
-                                                        {"Ohm", "ohm"},
-                                                        {"k\u03A9", "kohm"},
-                                                        {"%", "percent"},
-                                                        {"%/K", "percent/K"},
-                                                        {"\u00B5m", "um"},
-                                                        {"\u03BCm/s", "um/s"},
-                                                        {"kg\u00B7m\u00B2/s", "kg*m^2/s"},
-                                                        {"m/s/s", "m/s^2"},
-                                                        {"W/(m2.K)", "W/(m^2*K)"},
-                                                        {"W/m\u00B2K", "W/(m^2*K)"},
-                                                        {"W/m2.K", "W/m^2*K"},
-                                                        {"J/kg-K", "J/(kg*K)"},
-                                                        {"kg m s\u207B\u00B2", "N"},
-                                                        {"l/min", "l/min"},
-                                                        {"1/min", "1/min"},
-                                                        {"/min", "1/min"},
-                                                        {"m**3", "m^3"},
-                                                        {"(m/s)-2", "s^2/m^2"},
-                                                        {"1000 m", "km"},
-                                                        {"10^-3m", "mm"},
-                                                        {"2.5e-1*4*m", "m"},
-                                                        {"((m)*s)", "m*s"},
-                                                        {"deg", "deg"},
-                                                        {"mmHg", "mmHg"}};
-    for (const auto& [text, expression] : rows) {
-        expectSame(text, expression);
+    for (const std::string row :
+         {// Products and powers.
+          "N.m -> N*m", "m.s-1 -> m/s", "rev/min -> rev/min", "m/s\u00B2 -> m/s^2",
+          "kgm\u00B2 -> kg*m^2", "kg1m2s-2 -> J", "Nm -> N*m",
+          // No unit.
+          "1 -> unitless", "- -> unitless", " -> unitless", "  -> unitless",
+          // Signs and names.
+          "degC -> degC", "\u00B0C -> degC", "Ohm -> ohm", "k\u03A9 -> kohm", "% -> percent",
+          "%/K -> percent/K", "\u00B5m -> um", "\u03BCm/s -> um/s", "kg\u00B7m\u00B2/s -> kg*m^2/s",
+          "m/s/s -> m/s^2", "W/(m2.K) -> W/(m^2*K)", "W/m\u00B2K -> W/(m^2*K)", "W/m2.K -> W/m^2*K",
+          "J/kg-K -> J/(kg*K)", "kg m s\u207B\u00B2 -> N",
+          // Numbers and parentheses.
+          "1/min -> 1/min", "/min -> 1/min", "m**3 -> m^3", "(m/s)-2 -> s^2/m^2", "1000 m -> km",
+          "10^-3m -> mm", "2.5e-1*4*m -> m", "((m)*s) -> m*s", "deg -> deg", "mmHg -> mmHg",
+          "dm3/100 km -> mm^3/dm", "L/100km -> mm^3/dm"}) {
+        const std::size_t arrow = row.find(" -> ");
+        expectSame(row.substr(0, arrow), row.substr(arrow + 4));
     }
-    expectSame("dm3/100 km", "mm^3/dm");
-    expectSame("L/100km", "mm^3/dm");
 }
 
 TEST(UnitSpelling, ReportsPositionOfFault) {
-    struct Row {
-        const char* text;
-        std::size_t position;
-    };
-    const Row rows[] = {{"m*", 2},
-                        {"*m", 0},
-                        {"m^x", 2},
-                        {"m^2.5", 2},
-                        {"m^99999999999", 2},
-                        {"(m", 2},
-                        {"m)", 1},
-                        {"()", 1},
-                        {"m^((-2)", 7},
-                        {"m..s", 2},
-                        {"m s -1", 4},
-                        {"m-", 2},
-                        {"1e400*m", 0},
-                        {"m$", 1},
-                        {"m\u207B", 1},
-                        {"kg*\xFFm", 3},
-                        {"m\x1b[31m", 1},
-                        {"s*(m^2147483647)^2", 3}};
-    for (const Row& row : rows) {
-        EXPECT_EQ(faultPosition(row.text), row.position) << row.text;
+    const std::pair<const char*, std::size_t> rows[] = {
+        {"m*", 2},      {"*m", 0},       {"m^x", 2},           {"m^", 2},
+        {"m/", 2},      {"m^2.5", 2},    {"m^99999999999", 2}, {"(m", 2},
+        {"m)", 1},      {"()", 1},       {"m^((-2)", 7},       {"m..s", 2},
+        {"m s -1", 4},  {"m-", 2},       {"1e400*m", 0},       {"m$", 1},
+        {"m\u207B", 1}, {"kg*\xFFm", 3}, {"m\x1b[31m", 1},     {"s*(m^2147483647)^2", 3}};
+    for (const auto& [text, position] : rows) {
+        EXPECT_EQ(faultPosition(text), position) << text;
     }
 }
 
@@ -154,14 +114,8 @@ TEST(UnitSpelling, AcceptsExpressionsOfTheLibrary) {
 
 TEST(UnitSpelling, ParsesLongTextsInLinearTime) {
     const std::size_t size = 1000000;
-    std::string products;
-    std::string groups;
-    for (std::size_t i = 0; i < size / 5; ++i) {
-        products += "m.s-1";
-        groups.insert(groups.end(), {'(', 'm', '/'});
-    }
-    groups += 's' + std::string(size / 5, ')');
-    EXPECT_EQ(faultPosition(products), std::string::npos);
+    const std::string groups = repeatedText("(m/", size / 5) + 's' + std::string(size / 5, ')');
+    EXPECT_EQ(faultPosition(repeatedText("m.s-1", size / 5)), std::string::npos);
     EXPECT_EQ(faultPosition(groups), std::string::npos);
     EXPECT_EQ(faultPosition(std::string(size, '(')), size);
     EXPECT_EQ(faultPosition("m" + std::string(size, '^')), 2U);
@@ -175,13 +129,15 @@ TEST(UnitWords, SuggestsByEditDistance) {
         const std::vector<std::string> all = suggestionsFor(word, words);
         return all.empty() ? "" : all.front();
     };
-    EXPECT_EQ(nearestTo("newtno"), "newton"); // swapped
-    EXPECT_EQ(nearestTo("Newtno"), "Newton");
-    EXPECT_EQ(nearestTo("NEWTON"), "Newton");
-    EXPECT_EQ(nearestTo("pa"), "Pa");
-    EXPECT_EQ(nearestTo("passcal"), "pascal");
-    EXPECT_EQ(nearestTo("killometer"), "kilometre");
-    EXPECT_EQ(nearestTo("x"), "");
+    for (const auto& [word, nearest] : {std::pair("newtno", "newton"),
+                                        {"Newtno", "Newton"},
+                                        {"NEWTON", "Newton"},
+                                        {"pa", "Pa"},
+                                        {"passcal", "pascal"},
+                                        {"killometer", "kilometre"},
+                                        {"x", ""}}) {
+        EXPECT_EQ(nearestTo(word), nearest);
+    }
     EXPECT_EQ(nearestTo(std::string(1000000, 'x')), "");
     EXPECT_EQ(editDistance(U"ab", U"ba", 3), 1U);
     EXPECT_EQ(editDistance(U"", U"abc", 3), 3U);

@@ -44,19 +44,13 @@ class SymbolicUnaryMinusExpr : public SymbolicExpr {
     SymbolicUnaryMinusExpr(const SymbolicExprTable& table, const SymbolicExpr& operand);
 };
 
-#define BINARY_OPERATOR(name)                                                                      \
-    class name : public SymbolicExpr {                                                             \
-      public:                                                                                      \
-        name(const SymbolicExprTable& table, const SymbolicExpr& left, const SymbolicExpr& right); \
-    };
+class BinaryExpr : public SymbolicExpr {
+  public:
+    BinaryExpr(const SymbolicExprTable& table, const SymbolicExpr& left, const SymbolicExpr& right);
+};
 
-BINARY_OPERATOR(SymbolicPlusExpr)
-BINARY_OPERATOR(SymbolicMinusExpr)
-BINARY_OPERATOR(SymbolicDivideExpr)
-BINARY_OPERATOR(SymbolicEqualExpr)
-BINARY_OPERATOR(SymbolicGreaterThanExpr)
-
-#undef BINARY_OPERATOR
+typedef BinaryExpr SymbolicPlusExpr, SymbolicMinusExpr, SymbolicDivideExpr, SymbolicEqualExpr,
+    SymbolicGreaterThanExpr;
 
 class SymbolicMultiplyExpr : public SymbolicExpr {
   public:
