@@ -189,7 +189,6 @@ TEST_P(InstructionSetTest, HandlesScalarsAndComplexVectors) {
                 const std::size_t srcParts = shape.srcIsComplex ? 2 : 1;
                 const std::size_t dstParts = shape.dstIsComplex && !toBoolean ? 2 : 1;
                 Vector src(srcCounts[2] * srcParts, c.srcId, (count + variant) % 5);
-                Vector dst(count * dstParts, c.dstId, (count + variant) % 3);
                 // Values that are kept: none, all, or those of the first blocks.
                 const std::size_t keptValues =
                     std::array<std::size_t, 3>{0, ~0UL, 1100}[variant / 12];
@@ -217,6 +216,7 @@ TEST_P(InstructionSetTest, HandlesScalarsAndComplexVectors) {
                 }
                 for (const bool checkLoss : {false, true}) {
                     Vector both = src;
+                    Vector dst(count * dstParts, c.dstId, (count + variant) % 3);
                     ASSERT_EQ(kept || !checkLoss, run(c, src, dst, shape, checkLoss))
                         << testing::PrintToString(c);
                     for (std::size_t i = 0; i < expected.size(); ++i) {
