@@ -78,7 +78,8 @@ TEST_F(ValueOperationsTest, ThrowsForMissingOrFailingFunction) {
     const std::pair<int, std::string> cases[] = {{typeReturning(0), "FcnUnknownError(A)"},
                                                  {10, "FcnDoesNotExist(integer)"},
                                                  {plain("New"), "FcnDoesNotExist(New)"}};
-    for (const auto& [id, end] : cases) {
+    for (const auto& [type, end] : cases) {
+        const int id = type; // a structured binding cannot be captured
         const auto error = [&end = end](const char* name) { return "DataType" + (name + end); };
         // The function of the other type must not be called.
         const int other = id == 10 ? table.getDataTypeId("A") : 10;
