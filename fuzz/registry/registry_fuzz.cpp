@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -66,7 +67,10 @@ class Hook : public ClientDataTypeCheckCallback {
         const int id = type->getId();
         const int action = input_.ConsumeIntegralInRange(0, 7);
         if (action == 1 || action == 2) {
+            // What a hook does to earlier types is not undone, so it replaces none here.
+            const bool replaces = std::exchange(table_.replaces, false);
             table_.registerDataType("Nested", clientSource, nullptr);
+            table_.replaces = replaces;
         }
         if (action == 3) {
             table_.setDataTypeIdAliasedTo(id, input_.ConsumeIntegralInRange(-12, 16));
