@@ -9,6 +9,24 @@
 
 namespace TVTypeSys {
 
+namespace {
+
+/// Calls `visit` with every record of a table, and with those that have been replaced, since they
+/// may be restored.
+template <class Records, class Replaced, class Visit>
+void visitAll(const Records& records, const Replaced& replaced, const Visit& visit) {
+    for (const auto& record : records) {
+        visit(*record);
+    }
+    for (const auto& entry : replaced) {
+        if (entry.record) {
+            visit(*entry.record);
+        }
+    }
+}
+
+} // namespace
+
 bool leadsTo(const DataTypeTable& table, int from, int id) {
     if (from == id || table.alreadyAliasedToDirectlyOrIndirectly(from, id)) {
         return true;
@@ -84,20 +102,12 @@ void DataTypeTable::setDataTypeIdAliasedTo(int id, int idAliasedTo) {
                 dataType.updateAliasedThruToType(newType);
             }
         };
-        for (const std::unique_ptr<DataType>& dataType : dataTypes_) {
-            retarget(*dataType);
-        }
-        for (const ReplacedRecord& entry : replaced_) {
-            if (entry.record) {
-                retarget(*entry.record);
-            }
-        }
+        visitAll(dataTypes_, replaced_, retarget);
     }
     destroyReplaced();
 }
 
-/// Points the aliases of `oldType`, which is being replaced, to its new record; also those that
-/// have been replaced themselves, since they may be restored.
+/// Points the aliases of `oldType`, which is being replaced, to its new record.
 void DataTypeTable::retargetAliases(const DataType& oldType, DataType* newType) const {
     if (!mayBeAliased(oldType)) {
         return;
@@ -113,14 +123,7 @@ void DataTypeTable::retargetAliases(const DataType& oldType, DataType* newType) 
             dataType.updateAliasedThruToType(newType);
         }
     };
-    for (const std::unique_ptr<DataType>& dataType : dataTypes_) {
-        retarget(*dataType);
-    }
-    for (const ReplacedRecord& entry : replaced_) {
-        if (entry.record) {
-            retarget(*entry.record);
-        }
-    }
+    visitAll(dataTypes_, replaced_, retarget);
 }
 
 /// Returns whether aliases may point to a record. Records of client classes may be aliases of any

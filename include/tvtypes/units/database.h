@@ -97,8 +97,8 @@ class TVTYPES_API UnitDatabase {
     /// TorvaneTypes::Unit messages: UnitAlreadyInDatabase (name, symbol), and adds nothing, if a
     /// unit is there that compares as equal in both orders; SymbolNotDefined for an empty name or
     /// alias; NameNotDefined for an empty symbol; SimilarInstanceThere (name, symbol) for an alias
-    /// that another unit has. Amortised constant time for each
-    /// text of the unit. Nothing is added if an exception is thrown, be it by the warning handler.
+    /// that another unit has. Amortised constant time for each text of the unit. Nothing is added
+    /// if an exception is thrown, be it by the warning handler.
     void addUnit(const UnitBase& unit);
 
     /// Returns the first system with this name; null if there is none. Linear in their number.
