@@ -4,7 +4,9 @@
 
 #include "catalogue.h"
 
+#include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <tuple>
 #include <vector>
