@@ -12,6 +12,10 @@ void throwError(tvsvDiagnosticImpl* diagnostic) {
     tvsvThrowIExceptionFromDiagnostic(diagnostic, nullptr);
 }
 
+tvsvDiagnosticImpl* createDiagnostic(const msgcore::BaseMsgID& message) {
+    return tvsvCreateDiagnosticFromMessageID(message);
+}
+
 void throwOutOfMemory() { throwError(tvsvCreateMemoryAllocationDiagnostic()); }
 
 void reportWarning(const msgcore::BaseMsgID& message) {

@@ -20,6 +20,9 @@ namespace dimensions = TorvaneTypes::Dimensions;
 /// Throws a diagnostic and takes ownership of it.
 [[noreturn]] void throwError(tvsvDiagnosticImpl* diagnostic);
 
+/// Returns the diagnostic of a message, which the caller owns.
+tvsvDiagnosticImpl* createDiagnostic(const msgcore::BaseMsgID& message);
+
 /// Throws the host's diagnostic for a failed allocation.
 [[noreturn]] void throwOutOfMemory();
 
