@@ -14,16 +14,20 @@ namespace {
 
 std::string invalidUnitSentence(const std::string& text, const std::string& unknown) {
     const bool beginsWithDigit = !unknown.empty() && unknown[0] >= '0' && unknown[0] <= '9';
+    std::string sentence = "\"";
     if (unknown.empty() || beginsWithDigit) {
-        return "\"" + text +
-               "\" is not a unit expression. A unit expression consists of names, powers with ^ "
-               "and "
-               "whole numbers, *, / and parentheses, such as kg*m/s^2.";
+        sentence.append(text).append("\" is not a unit expression. A unit expression consists of "
+                                     "names, powers with ^ and whole numbers, *, / and "
+                                     "parentheses, such as kg*m/s^2.");
+        return sentence;
     }
-    const std::string place = unknown == text ? "" : " in \"" + text + "\"";
-    return "\"" + unknown + "\"" + place +
-           " is not the name, symbol or alias of a unit in the unit database. Upper and lower case "
-           "differ.";
+    sentence.append(unknown);
+    if (unknown != text) {
+        sentence.append("\" in \"").append(text);
+    }
+    sentence.append("\" is not the name, symbol or alias of a unit in the unit database. Upper and "
+                    "lower case differ.");
+    return sentence;
 }
 
 } // namespace
