@@ -26,9 +26,8 @@ void addForm(UnitBase::TermMap& form, const UnitBase::TermMap& added, int power)
 
 } // namespace
 
-void addTerm(UnitBase& unit, UnitBase::Reference term, int power) {
+void addToCanonicalForm(UnitBase& unit, UnitBase::Reference term, int power) {
     const UnitBase& other = term;
-    unit.addUnitInfo(term, {power, 0});
     if (other.offset == Rational::zero) {
         addForm(unit.fundamentalExprAST, other.fundamentalExprAST, power);
     } else {

@@ -60,6 +60,12 @@ CompositeNames compositeNames(ResolvedNames& names, const std::u16string& expres
     result.symbol.reserve(symbolSize);
     result.display.reserve(symbolSize);
     for (const auto& [text, unit] : tokens) {
+        if (isDelimiter(text.front())) {
+            result.name += text.front();
+            result.symbol += text.front();
+            result.display += static_cast<char>(text.front());
+            continue;
+        }
         result.name += unit == nullptr ? text : unit->name;
         const std::u16string_view symbol = unit == nullptr ? text : symbolOrName(*unit);
         result.symbol += symbol;

@@ -74,7 +74,8 @@ void UnitBase::addTerms(const Monomial& terms) {
     try {
         for (std::size_t i = 0; i < terms.names.size(); ++i) {
             const Reference term = getFirstMatchingUnitInDatabase(terms.names[i]);
-            addTerm(*this, term, terms.powers[i]);
+            addUnitInfo(term, {terms.powers[i], 0});
+            addToCanonicalForm(*this, term, terms.powers[i]);
             updateBaseScalingFactor(term.get().baseScalingFactor, terms.powers[i]);
         }
         updateBaseScalingFactor(scaling, 1);

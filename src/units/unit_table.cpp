@@ -148,7 +148,11 @@ std::unique_ptr<UnitBase> UnitTable::makeUnit(const std::u16string& text,
         found.push_back({term != nullptr ? boost::cref(*term)
                                          : unit->getFirstMatchingUnitInDatabase(terms->names[i]),
                          terms->powers[i]});
-        addTerm(*unit, found.back().unit, found.back().power);
+        unit->addUnitInfo(found.back().unit, {found.back().power, 0});
+    }
+    // Apart, so that the nodes of the canonical form, which are read most, are adjacent in memory.
+    for (const auto& [term, power] : found) {
+        addToCanonicalForm(*unit, term, power);
     }
     multiplyFactors(database, found, unit->baseScalingFactor);
     return unit;
