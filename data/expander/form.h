@@ -2,7 +2,7 @@
 /// Representation of numbers in the library: a fraction of 32-bit integers times a power of ten.
 #pragma once
 
-#include "definition.h"
+#include "number.h"
 
 #include <cstdint>
 #include <optional>
@@ -28,6 +28,10 @@ std::optional<Form> exactForm(const Exact& number, std::optional<int> exponent);
 /// Returns the form nearest to a number, with parts of at most `largest`. \pre `number` is
 /// positive.
 Form nearestForm(const Exact& number, std::int32_t largest);
+
+/// Returns the nearest form with the exponent 0 and parts of eight digits, or, if it is not correct
+/// to 15 digits, of 32 bits. \pre `number` is from 0.1 to 10.
+Form shortForm(const Exact& number);
 
 /// Returns the value of a form.
 Exact valueOf(const Form& form);

@@ -22,7 +22,9 @@ namespace TVTypeSys {
 /// the absence of a unit.
 ///
 /// The unit of a text that is a name, symbol or alias of the unit database is a copy of that unit;
-/// any other text defines a composite unit, which is in this table only. Each spelling has an id of
+/// any other text defines a composite unit, which is in this table only. Its factor is the product
+/// of the factors of its units; if that overflows 32 bits, it is the factor that the database lists
+/// for the product, or wraps if there is none. Each spelling has an id of
 /// its own. Units of the table refer to units of the database, which must not be cleared before the
 /// table is destroyed or reset. A table may be used by one thread at a time; different tables may
 /// be used by different threads. An operation that throws changes nothing.
@@ -69,7 +71,8 @@ class TVTYPES_API UnitTable {
 
     /// Returns whether the text is an expression of names in the database.
     static bool isAValidUnit(const char* text);
-    /// Throws TorvaneTypes::general::InvalidDataType (text) unless isAValidUnit(text).
+    /// Throws TorvaneTypes::general::InvalidDataType (text) unless isAValidUnit(text). As with
+    /// registerUnit(), the sentence has the first unknown name of an expression.
     static void validateUnitExpr(const char* text);
 
     /// Returns the id of a registered text; -10 if it is not registered.
@@ -127,6 +130,13 @@ class TVTYPES_API UnitTable {
         unsigned generation; ///< of the database that has the names of the text; 0 if not looked up
     };
 
+    /// Does what registerUnit() does. Returns an invalid expression as an error, which the caller
+    /// owns.
+    TVTYPES_LOCAL int findOrRegister(const char* expression, bool parse,
+                                     tvsvDiagnosticImpl*& error);
+    /// Makes room for another expression. The hash of each expression is computed again then, so
+    /// the room grows faster than by default.
+    TVTYPES_LOCAL void reserveExpression();
     const Registration* registrationOf(const std::u16string& text) const;
     int newId() const;
     /// Creates the unit of a text from its names and powers. Without powers, a composite unit gets
