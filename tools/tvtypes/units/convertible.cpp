@@ -8,7 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <iterator>
 #include <tuple>
 
 namespace tvtool::units {
@@ -17,23 +17,26 @@ namespace {
 
 using TVTypeSys::UnitBase;
 
-constexpr std::size_t notCommon = std::numeric_limits<std::size_t>::max();
-/// Significant digits in a list.
-constexpr std::size_t mostListedDigits = 10;
+constexpr double notCommon = 2;
+/// Significant digits in a list, a point included.
+constexpr std::size_t mostListedDigits = 11;
 constexpr int roundedListedDigits = 6;
 
 struct Candidate {
     const UnitBase* unit = nullptr;
-    Conversion conversion;
-    /// Candidates are listed in ascending order of these.
-    std::size_t rank = notCommon; ///< among the common units of its quantity
-    bool isNotCoherent = false;   ///< whether it is not an SI unit with the factor 1
-    double distance = 0;          ///< between the sizes: the logarithm of their ratio
     std::string name;
+    Conversion conversion;
+    /// Candidates are listed in ascending order of these. The rank is the position among the common
+    /// units of the quantity, from 0 to 1. So if a composite has units of several quantities, those
+    /// with many common units come before those with few.
+    double rank = notCommon;
+    bool isCoherent = false;
+    double distance = 0; ///< between the sizes: the logarithm of their ratio
 
-    auto order() const { return std::tie(rank, isNotCoherent, distance, name); }
+    auto order() const { return std::tuple(rank, !isCoherent, distance, name); }
 };
 
+/// Returns whether this is an SI unit with the factor 1.
 bool isCoherent(const UnitBase& unit, const Expansion& expansion) {
     const std::vector<std::string> systems = systemNames(unit);
     return expansion.factor == 1 && expansion.offset == 0 &&
@@ -41,22 +44,26 @@ bool isCoherent(const UnitBase& unit, const Expansion& expansion) {
 }
 
 Candidate candidate(const UnitBase& unit, const Expansion& from, const Expansion& to) {
-    Candidate result{&unit, conversionBetween(from, to), notCommon, !isCoherent(unit, to),
-                     0,     text::toUtf8(unit.name)};
-    if (const auto* const concrete = dynamic_cast<const TVTypeSys::Unit*>(&unit)) {
-        result.rank = definitions()
-                          .commonRank(concrete->abstractUnit.get().name, unit.symbol)
-                          .value_or(notCommon);
-    }
+    Candidate result{&unit, text::toUtf8(unit.name), conversionBetween(from, to)};
+    result.isCoherent = isCoherent(unit, to);
     result.distance = std::abs(std::log(exact::toDouble(result.conversion.factor)));
+    if (const auto* const concrete = dynamic_cast<const TVTypeSys::Unit*>(&unit)) {
+        const auto& common = definitions().commonUnits(concrete->abstractUnit.get().name);
+        const auto position = std::ranges::find(common, unit.symbol) - common.begin();
+        if (position < std::ssize(common)) {
+            // The first place is that of the coherent unit.
+            const bool isFirst = position == 0 && !result.isCoherent;
+            result.rank = static_cast<double>(position + (isFirst ? 1 : 0)) /
+                          static_cast<double>(common.size());
+        }
+    }
     return result;
 }
 
 /// Returns a factor in few digits, because a list is read at a glance.
 std::string listedFactor(const ShownNumber& factor) {
-    const auto count = static_cast<std::size_t>(
-        std::ranges::count_if(factor.digits, [](char c) { return c >= '0' && c <= '9'; }));
-    return !factor.isRounded && count <= mostListedDigits
+    const std::size_t first = factor.digits.find_first_not_of("0.");
+    return !factor.isRounded && factor.digits.size() - first <= mostListedDigits
                ? factor.digits
                : fmt::format("about {:.{}g}", factor.decimal, roundedListedDigits);
 }
@@ -66,7 +73,9 @@ ConvertibleUnit listed(const Candidate& candidate) {
     ConvertibleUnit unit;
     unit.name = candidate.name;
     unit.symbol = text::toUtf8(candidate.unit->symbol);
-    const std::string& shortest = unit.symbol.empty() ? unit.name : unit.symbol;
+    // The symbol of the unit "one" is 1.
+    const std::string& shortest =
+        unit.symbol.empty() || unit.symbol == "1" ? unit.name : unit.symbol;
     if (conversion.offset != 0) {
         unit.conversion = conversion.text();
         unit.text = fmt::format("{} {}", unit.conversion, shortest);

@@ -110,16 +110,10 @@ std::optional<Definition> Definitions::find(const std::u16string& unitName) cons
     }
 }
 
-std::optional<std::size_t> Definitions::commonRank(const std::u16string& quantity,
-                                                   const std::u16string& symbol) const {
+const std::vector<std::u16string>& Definitions::commonUnits(const std::u16string& quantity) const {
+    static const std::vector<std::u16string> none;
     const auto found = common_.find(quantity);
-    if (found == common_.end()) {
-        return std::nullopt;
-    }
-    const auto position = std::ranges::find(found->second, symbol);
-    return position == found->second.end()
-               ? std::nullopt
-               : std::optional(static_cast<std::size_t>(position - found->second.begin()));
+    return found == common_.end() ? none : found->second;
 }
 
 const Definitions& definitions() {

@@ -5,7 +5,6 @@
 
 #include "exact/number.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -36,10 +35,9 @@ class Definitions {
     /// std::runtime_error for a malformed one.
     std::optional<Definition> find(const std::u16string& unitName) const;
 
-    /// Returns the position of a unit among the common units of a quantity, from 0, the coherent SI
-    /// unit; empty if it is not one of them.
-    std::optional<std::size_t> commonRank(const std::u16string& quantity,
-                                          const std::u16string& symbol) const;
+    /// Returns the symbols of the common units of a quantity: the coherent SI unit, if it is
+    /// common, and the others by how common they are.
+    const std::vector<std::u16string>& commonUnits(const std::u16string& quantity) const;
 
   private:
     struct Texts {
