@@ -24,7 +24,8 @@ std::string expansionError(const std::string& unit) {
     std::string fault = "accepted";
     try {
         Catalogue catalogue;
-        readSourceFile(path.string(), catalogue);
+        CompoundFactors compounds(catalogue);
+        readSourceFile(path.string(), catalogue, compounds);
     } catch (const Fault& error) {
         fault = error.what();
         EXPECT_TRUE(fault.starts_with(path.string() + ": ")) << fault;
