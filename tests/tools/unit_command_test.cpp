@@ -135,6 +135,11 @@ TEST(UnitCommand, KeepsMessagesShortForLongTexts) {
         EXPECT_EQ(outcome.status, 2);
         EXPECT_LT(outcome.err.size(), 1000U);
     }
+    for (const char* const option : {"--factor", "1"}) {
+        const Outcome outcome = run({"unit", option, "m" + repeatedText("*m", 100000), "s"});
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_LT(outcome.out.size() + outcome.err.size(), 1100U);
+    }
     const Outcome outcome = run(
         {"unit", "(" + std::string(9999, '(') + "m" + std::string(10000, ')'), "km^2147483647"});
     EXPECT_EQ(outcome.status, 0) << outcome.err;

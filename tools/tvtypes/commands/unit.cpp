@@ -2,6 +2,7 @@
 #include "commands/commands.h"
 #include "commands/exclusion.h"
 #include "files/stream_errors.h"
+#include "text/quote.h"
 #include "text/safe_text.h"
 #include "units/report.h"
 
@@ -40,9 +41,9 @@ constexpr const char* footer =
     "A unit is a name, symbol or alias, or an expression such as kg*m/s^2. Other ways to write\n"
     "units, as N.m, m.s-1 or µm, are read as such expressions.\n"
     "\n"
-    "Values before two units are converted from the first to the second; - reads them from "
-    "standard\n"
-    "input. Numbers are exact unless they are marked \"about\" (rounded) or \"measured\".\n"
+    "Values before two units are converted from the first unit to the second; - reads the values\n"
+    "from standard input. Results are exact unless they are marked \"about\" (rounded) or\n"
+    "\"measured\".\n"
     "\n"
     "  tvtypes unit mile \"W/(m2.K)\"\n"
     "  tvtypes unit 20 -40 degC degF\n"
@@ -66,8 +67,9 @@ void showUnits(const Options& options, Console& console) {
 }
 
 void printNotes(const std::vector<std::string>& notes, Console& console) {
+    constexpr std::size_t longest = 1000;
     for (const std::string& note : notes) {
-        console.err << fmt::format("tvtypes: {}\n", text::safeText(note));
+        console.err << fmt::format("tvtypes: {}\n", text::safeText(text::shortened(note, longest)));
     }
 }
 
@@ -89,12 +91,12 @@ void showFactor(const Options& options, Console& console) {
     }
 }
 
-/// Converts the numbers of standard input.
+/// Converts the numbers of standard input, up to an error of the output.
 void convertInput(const units::ValueConversion& conversion, units::ConversionReport& report,
-                  std::istream& is) {
-    units::Words words(is);
+                  Console& console) {
+    units::Words words(console.in);
     try {
-        for (std::string word; words.next(word);) {
+        for (std::string word; console.out && words.next(word);) {
             report.add(conversion.convert(word));
         }
     } catch (const std::invalid_argument& error) {
@@ -122,7 +124,7 @@ void convertValues(const Options& options, Console& console) {
     printNotes(conversion.notes(), console);
     if (conversion.exists() && readsInput) {
         try {
-            convertInput(conversion, report, console.in);
+            convertInput(conversion, report, console);
         } catch (...) {
             report.finish();
             throw;

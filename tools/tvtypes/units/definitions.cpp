@@ -21,6 +21,10 @@ namespace tvtool::units {
 
 namespace {
 
+struct CloseFile {
+    void operator()(oxdFile_tag* file) const noexcept { oxdClose(file); }
+};
+
 using Records = std::unique_ptr<oxArray_tag, TOxArrayDeleter>;
 
 /// Calls `read` with each record that has a text in the field.
@@ -79,7 +83,7 @@ Definition parseDefinition(std::string_view text) {
 }
 
 Definitions::Definitions(const std::u16string& path) {
-    const std::unique_ptr<oxdFile_tag, TOxdFileDeleter> file(oxdOpen(path, "r"));
+    const std::unique_ptr<oxdFile_tag, CloseFile> file(oxdOpen(path, "r"));
     if (file == nullptr) {
         throw std::runtime_error(fmt::format("{}: {}", text::toUtf8(path), oxdLastError()));
     }

@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -111,13 +112,14 @@ UnitPair relateUnits(const std::string& from, const std::string& to, Values valu
     } else if (!pair.conversion) {
         pair.reason = "the exact factor has too many digits";
     }
-    for (const FoundUnit* const found : {&pair.from, &pair.to}) {
-        pair.notes.insert(pair.notes.end(), found->reading.notes.begin(),
-                          found->reading.notes.end());
-        const std::string note = found->expansion ? differenceNote(*found->expansion) : "";
-        if (!note.empty() && (pair.notes.empty() || pair.notes.back() != note)) {
+    const auto addNote = [&pair](const std::string& note) {
+        if (!note.empty() && std::ranges::find(pair.notes, note) == pair.notes.end()) {
             pair.notes.push_back(note);
         }
+    };
+    for (const FoundUnit* const found : {&pair.from, &pair.to}) {
+        std::ranges::for_each(found->reading.notes, addNote);
+        addNote(found->expansion ? differenceNote(*found->expansion) : "");
     }
     return pair;
 }
