@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <cmath>
-
 namespace tvtool {
 
 namespace {
@@ -33,17 +31,63 @@ TEST(UnitCommand, ComputesFactors) {
         const char* from;
         const char* to;
         const char* exact;
-    } rows[] = {{"km/h", "m/s", "5/18"},  {"m/s", "km/h", "3.6"},       {"ft", "in", "12"},
-                {"kW.h", "J", "3600000"}, {"m^2", "cm\u00B2", "10000"}, {"h^-1", "1/s", "1/3600"},
-                {"K", "K", "1"},          {"gallon", "gallon", "1"}};
+        const char* text = exact;
+    } rows[] = {{"km/h", "m/s", "5/18", "5/18 (about 0.2777777777777778)"},
+                {"m/s", "km/h", "3.6"},
+                {"yd", "in", "36"},
+                {"kW.h", "J", "3600000"},
+                {"m^2", "cm\u00B2", "10000"},
+                {"h^-1", "1/s", "1/3600", "1/3600 (about 0.0002777777777777778)"},
+                {"K", "K", "1"},
+                {"gallon", "gallon", "1"},
+                {"lbf", "N", "4.4482216152605"},
+                {"deg", "rad", "pi/180", "pi/180 (about 0.017453292519943295)"},
+                {"rev", "deg", "360"},
+                {"kDa", "Da", "1000"},
+                {"GJ", "J", "10^9", "1000000000"}};
     for (const auto& row : rows) {
         const Outcome outcome = run({"unit", "--factor", "--json", row.from, row.to});
         ASSERT_EQ(outcome.status, 0) << row.from << ' ' << row.to << outcome.out << outcome.err;
         const boost::json::object factor = outcome.json();
         EXPECT_EQ(factor.at("exact"), row.exact) << row.from << ' ' << row.to;
         EXPECT_EQ(factor.at("differs").as_bool(), !outcome.err.empty());
-        const double exact = factor.at("exactDecimal").to_number<double>();
-        EXPECT_NEAR(factor.at("factor").to_number<double>() / exact, 1, 1e-8);
+        EXPECT_TRUE(factor.at("uncertainty").is_null());
+        EXPECT_EQ(run({"unit", "--factor", row.from, row.to}).out, row.text + std::string("\n"));
+    }
+}
+
+TEST(UnitCommand, ListsCommonUnitsFirst) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"kWh", "3600000 J, 3600 kJ, 3.6 MJ, "},
+        {"g", "0.001 kg, 1000 mg, "},
+        {"N*m", "1 J, 1 Nm, "},
+        {"degC", "x + 273.15 K, 1.8 * x + 32 degF, "},
+        {"permil", "0.001 one, 0.1 percent, "}};
+    for (const auto& [unit, list] : rows) {
+        EXPECT_THAT(run({"unit", unit}).out, HasSubstr("  converts to   " + std::string(list)));
+    }
+    const boost::json::object gram = run({"unit", "--json", "g"}).json();
+    const boost::json::value& first = gram.at("units").at(0).at("conversions").at(0);
+    EXPECT_EQ(first.at("symbol"), "kg");
+    EXPECT_EQ(first.at("factor"), 0.001);
+}
+
+TEST(UnitCommand, ConvertsInputOfAnyLength) {
+    const Outcome outcome =
+        run({"unit", "--json", "-", "m", "ft"}, repeatedText(" 3.048\n", 20000));
+    const boost::json::array values = outcome.json().at("values").as_array();
+    ASSERT_EQ(values.size(), 20000U);
+    EXPECT_EQ(values.back().at("result"), 10.0);
+    EXPECT_EQ(values.back().at("exact"), "10");
+    // The values before an invalid one are in a complete object.
+    const Outcome invalid = run({"unit", "--json", "-", "m", "ft"}, "1\n\n 2 3,5 4");
+    EXPECT_EQ(invalid.status, 2);
+    EXPECT_EQ(invalid.err, "tvtypes: standard input:3: \"3,5\" is not a decimal number\n");
+    EXPECT_EQ(invalid.json().at("values").as_array().size(), 2U);
+    for (const std::size_t length : {4001, 1000000}) {
+        const Outcome tooLong = run({"unit", "-", "m", "ft"}, std::string(length, '7'));
+        EXPECT_EQ(tooLong.status, 2);
+        EXPECT_LT(tooLong.err.size(), 300U);
     }
 }
 
@@ -53,6 +97,7 @@ TEST(UnitCommand, ReportsPositionOfInvalidUnit) {
         {"\u00B5m*xyzzy/s", "column 4: the unit is not known\n  \u00B5m*xyzzy/s\n     ^\n"},
         {"u^41", "its factor is beyond the rational numbers of the library"},
         {"kg*m)", "column 5: expected a sign such as *, / or ^, or the end\n  kg*m)\n      ^\n"},
+        {"0*m", "zero times a unit is not a unit"},
         {"m^\x1b[31m", "  m^\\u001b[31m\n    ^\n"}};
     for (const auto& [text, error] : rows) {
         // Valid units are shown although another one is invalid.
@@ -89,6 +134,11 @@ TEST(UnitCommand, KeepsMessagesShortForLongTexts) {
         const Outcome outcome = run({"unit", text});
         EXPECT_EQ(outcome.status, 2);
         EXPECT_LT(outcome.err.size(), 1000U);
+    }
+    for (const char* const option : {"--factor", "1"}) {
+        const Outcome outcome = run({"unit", option, "m" + repeatedText("*m", 100000), "s"});
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_LT(outcome.out.size() + outcome.err.size(), 1100U);
     }
     const Outcome outcome = run(
         {"unit", "(" + std::string(9999, '(') + "m" + std::string(10000, ')'), "km^2147483647"});

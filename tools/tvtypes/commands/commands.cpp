@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include <ostream>
+#include <utility>
 
 namespace tvtool {
 
@@ -17,6 +18,10 @@ void addDescriptionFile(CLI::App& command, std::string& file) {
                     "A modelDescription.xml in FMI 2 or 3, or a .fmu archive that holds one")
         ->type_name("")
         ->required();
+}
+
+std::string withoutBlank(std::string text) {
+    return text.starts_with(' ') ? text.substr(1) : std::move(text);
 }
 
 void reportUnreadable(const std::string& file, const files::ReadError& error, Console& console) {

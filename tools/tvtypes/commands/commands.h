@@ -30,6 +30,9 @@ void addUnit(CLI::App& app, Console& console);
 /// Adds the argument FILE: a model description, or an archive that contains one.
 void addDescriptionFile(CLI::App& command, std::string& file);
 
+/// Removes the blank that keeps the parser from taking a negative number for an option.
+std::string withoutBlank(std::string text);
+
 /// Prints a report as JSON or as text.
 template <class Report>
 void print(const Report& report, bool isJson, Console& console) {

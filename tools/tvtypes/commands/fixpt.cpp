@@ -79,11 +79,6 @@ void showQuantization(const Options& options, Console& console) {
     }
 }
 
-/// Removes the blank that keeps the parser from taking a negative number for an option.
-std::string withoutBlank(std::string text) {
-    return text.starts_with(' ') ? text.substr(1) : std::move(text);
-}
-
 /// Adds the options that describe a type without a name.
 void addRecordOptions(CLI::App& command, fixedpoint::RecordTexts& texts) {
     const char* const group = "Options in the place of NAME";

@@ -5,10 +5,12 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
+#include <limits>
 #include <stdexcept>
 #include <utility>
 
@@ -18,8 +20,9 @@ namespace {
 
 constexpr std::size_t mostBits = 16384;
 // Numbers with more are written with a power of ten.
-constexpr int mostDecimals = 10; ///< of fractionText()
+constexpr int mostDecimals = 10; ///< of fractionText(), after more than mostZeros zeros
 constexpr int mostZeros = 6;     ///< before or after the digits
+constexpr int mostDigits = 24;   ///< of an exact decimal
 
 std::size_t bitsOf(const Integer& number) { return number == 0 ? 0 : msb(abs(number)) + 1; }
 
@@ -54,15 +57,16 @@ std::string shortDecimal(const Integer& digits, int exponent) {
     if (exponent >= 0 && exponent <= mostZeros) {
         return text + std::string(static_cast<std::size_t>(exponent), '0');
     }
-    if (exponent > 0 || exponent < -mostDecimals) {
+    const std::size_t sign = digits < 0 ? 1 : 0;
+    const int zeros = -exponent - static_cast<int>(text.size() - sign); // after the point
+    const bool isLong = exponent < -mostDigits || (exponent < -mostDecimals && zeros > mostZeros);
+    if (exponent > 0 || isLong) {
         return withPowerOfTen(std::move(text), exponent);
     }
-    const std::size_t sign = digits < 0 ? 1 : 0;
-    const auto decimals = static_cast<std::size_t>(-exponent);
-    if (text.size() - sign <= decimals) {
-        text.insert(sign, decimals + 1 - (text.size() - sign), '0');
+    if (zeros >= 0) {
+        text.insert(sign, static_cast<std::size_t>(zeros) + 1, '0');
     }
-    text.insert(text.size() - decimals, 1, '.');
+    text.insert(text.size() - static_cast<std::size_t>(-exponent), 1, '.');
     return text;
 }
 
@@ -70,9 +74,10 @@ constexpr std::size_t longestText = 4000;
 constexpr int greatestExponent = 5000;
 constexpr int exponentLimit = 1'000'000'000;
 
-// Digits of decimalText().
-constexpr int mostDigits = 24;
+// Digits of decimals.
 constexpr int roundedDigits = 17;
+/// The greatest power of ten that shortestDecimal() writes with zeros.
+constexpr int greatestWithZeros = 15;
 
 bool isDigits(std::string_view text) {
     return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
@@ -86,10 +91,11 @@ int leadingExponent(const Number& size) {
     return size >= powerOfTen(atLeast + 1) ? atLeast + 1 : atLeast;
 }
 
-/// Returns digits with a point, zeros or a power of ten; `exponent` is that of the first digit.
-std::string decimalNotation(std::string digits, int exponent) {
+/// Returns digits with a point and zeros, or with a power of ten if that of the first digit,
+/// `exponent`, is below -mostZeros or above `greatest`.
+std::string decimalNotation(std::string digits, int exponent, int greatest) {
     const int count = static_cast<int>(digits.size());
-    if (exponent < -mostZeros || exponent >= count + mostZeros) {
+    if (exponent < -mostZeros || exponent > greatest) {
         if (count > 1) {
             digits.insert(1, ".");
         }
@@ -102,6 +108,46 @@ std::string decimalNotation(std::string digits, int exponent) {
         return digits + std::string(static_cast<std::size_t>(exponent + 1 - count), '0');
     }
     return digits.insert(static_cast<std::size_t>(exponent) + 1, ".");
+}
+
+/// Digits of a positive number without zeros at the end.
+struct Digits {
+    std::string text;
+    int exponent = 0; ///< power of ten of the first digit
+    bool isExact = true;
+};
+
+/// Returns all digits if there are at most `mostDigits`, else `roundedDigits` rounded ones.
+Digits significantDigits(const Number& size) {
+    Digits result;
+    result.exponent = leadingExponent(size);
+    const Number scaled = size * powerOfTen(mostDigits - 1 - result.exponent);
+    Integer digits;
+    Integer rest;
+    divide_qr(numerator(scaled), denominator(scaled), digits, rest);
+    result.isExact = rest == 0;
+    if (result.isExact) {
+        result.text = digits.str();
+    } else {
+        // The truncated rest is not 0, so there are no ties.
+        const Integer step = numerator(powerOfTen(mostDigits - roundedDigits));
+        result.text = Integer((digits + step / 2) / step).str();
+        result.exponent += static_cast<int>(result.text.size()) - roundedDigits;
+    }
+    result.text.erase(result.text.find_last_not_of('0') + 1);
+    return result;
+}
+
+/// Returns the fewest digits that determine a positive double.
+Digits shortestDigits(double number) {
+    std::array<char, 32> buffer{};
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
+                                   std::chars_format::scientific);
+    const std::string text(buffer.data(), end.ptr);
+    const std::size_t mark = text.find('e');
+    Digits result{text.substr(0, mark), std::stoi(text.substr(mark + 1)), false};
+    std::erase(result.text, '.');
+    return result;
 }
 
 } // namespace
@@ -215,24 +261,46 @@ std::string decimalText(const Number& number) {
     if (number == 0) {
         return "0";
     }
-    const Number size = abs(number);
-    int exponent = leadingExponent(size);
-    const Number scaled = size * powerOfTen(mostDigits - 1 - exponent);
-    Integer digits;
-    Integer rest;
-    divide_qr(numerator(scaled), denominator(scaled), digits, rest);
-    const char* const sign = number < 0 ? "-" : "";
-    if (rest == 0) {
-        std::string text = digits.str();
-        text.erase(text.find_last_not_of('0') + 1);
-        return sign + decimalNotation(std::move(text), exponent);
+    const Digits digits = significantDigits(abs(number));
+    const int greatest = static_cast<int>(digits.text.size()) + mostZeros - 1;
+    return fmt::format("{}{}{}", digits.isExact ? "" : "about ", number < 0 ? "-" : "",
+                       decimalNotation(digits.text, digits.exponent, greatest));
+}
+
+Decimal shortestDecimal(const Number& number) {
+    if (number == 0) {
+        return {"0", true};
     }
-    // The truncated rest is not 0, so there are no ties.
-    const Integer step = numerator(powerOfTen(mostDigits - roundedDigits));
-    std::string text = Integer((digits + step / 2) / step).str();
-    exponent += static_cast<int>(text.size()) - roundedDigits;
-    text.erase(text.find_last_not_of('0') + 1);
-    return fmt::format("about {}{}", sign, decimalNotation(std::move(text), exponent));
+    const Number size = abs(number);
+    Digits digits = significantDigits(size);
+    const double nearest = toDouble(size);
+    if (!digits.isExact && std::isnormal(nearest)) {
+        digits = shortestDigits(nearest);
+    }
+    return {(number < 0 ? "-" : "") +
+                decimalNotation(digits.text, digits.exponent, greatestWithZeros),
+            digits.isExact};
+}
+
+double toDouble(const Number& number) {
+    constexpr int lowest = std::numeric_limits<double>::min_exponent -
+                           std::numeric_limits<double>::digits; // of a subnormal number
+    static const Number leastNormal(std::numeric_limits<double>::min());
+    const Number size = abs(number);
+    if (size >= leastNormal) {
+        return static_cast<double>(number);
+    }
+    // The conversion above rounds a subnormal result twice.
+    const Number scaled = size * Number(pow(Integer(2), static_cast<unsigned>(-lowest)));
+    Integer whole;
+    Integer rest;
+    divide_qr(numerator(scaled), denominator(scaled), whole, rest);
+    const int half = Integer(rest * 2).compare(denominator(scaled));
+    if (half > 0 || (half == 0 && whole % 2 == 1)) {
+        ++whole;
+    }
+    const double result = std::ldexp(static_cast<double>(whole), lowest);
+    return number < 0 ? -result : result;
 }
 
 } // namespace tvtool::exact

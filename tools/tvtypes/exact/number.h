@@ -47,4 +47,16 @@ Number parseDecimal(std::string_view text);
 /// rounded to 17 digits.
 std::string decimalText(const Number& number);
 
+struct Decimal {
+    std::string text;
+    bool isExact = true; ///< whether it is not rounded
+};
+
+/// Returns a number as a decimal: exactly if it has at most 24 digits, else the fewest digits that
+/// determine the nearest double, or 17 digits beyond the normal range of double.
+Decimal shortestDecimal(const Number& number);
+
+/// Returns the nearest double, with ties to even; infinity beyond the range.
+double toDouble(const Number& number);
+
 } // namespace tvtool::exact

@@ -31,8 +31,8 @@ std::string cellText(const json::value& value, std::size_t longest) {
     }
 }
 
-void printJson(const json::object& object, std::ostream& os) {
-    os << text::safeText(json::serialize(object)) << '\n';
-}
+std::string jsonText(const json::object& object) { return text::safeText(json::serialize(object)); }
+
+void printJson(const json::object& object, std::ostream& os) { os << jsonText(object) << '\n'; }
 
 } // namespace tvtool::output

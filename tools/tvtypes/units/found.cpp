@@ -1,6 +1,8 @@
 #include "units/found.h"
 
 #include "text/utf16.h"
+#include "units/definitions.h"
+#include "units/shown_number.h"
 #include "units/words.h"
 
 #include <fmt/format.h>
@@ -31,6 +33,9 @@ std::string FoundUnit::label() const {
 FoundUnit findUnit(const std::string& text, TVTypeSys::UnitTable& table) {
     FoundUnit found;
     found.reading = readWithSuggestions(text);
+    if (found.reading.factor == 0) {
+        throw text::ParseError("zero times a unit is not a unit", text, 0);
+    }
     try {
         found.unit = table.getUnit(table.registerUnit(found.reading.expression.c_str(), true));
     } catch (const boost::bad_rational&) {
@@ -51,7 +56,13 @@ std::string quantityName(const UnitBase& unit) {
 
 std::string definitionText(const UnitBase& unit) {
     std::string text = text::toUtf8(unit.expression);
-    if (const exact::Number scaling = exactValue(unit.scaling); scaling != 1) {
+    if (const std::optional<Definition> definition = definitions().find(unit.name)) {
+        const ShownNumber factor =
+            shownNumber(definition->factor, definition->piPower, definition->uncertainty);
+        const bool isFraction = factor.isRounded && !factor.exact.empty();
+        text = fmt::format("{} * {}{}", isFraction ? factor.exact : factor.decimalText(), text,
+                           factor.uncertaintyText());
+    } else if (const exact::Number scaling = exactValue(unit.scaling); scaling != 1) {
         text = fmt::format("{} * {}", exact::fractionText(scaling), text);
     }
     if (const exact::Number offset = exactValue(unit.offset); offset != 0) {

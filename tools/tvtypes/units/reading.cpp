@@ -186,7 +186,7 @@ Reading readSpelling(std::string_view text) {
             }
         }
     }
-    return {product.expression(), false, spelling.factor};
+    return {product.expression(), false, spelling.factor, {}};
 }
 
 } // namespace
@@ -212,10 +212,10 @@ std::string findUnitName(std::string_view text) {
 
 Reading readUnit(std::string_view text) {
     if (text == unitless || isExpression(text)) {
-        return {std::string(text), true, expressionFactor(text)};
+        return {std::string(text), true, expressionFactor(text), {}};
     }
     if (std::string name = findUnitName(text); !name.empty()) {
-        return {std::move(name), false, 1};
+        return {std::move(name), false, 1, {}};
     }
     return readSpelling(text);
 }

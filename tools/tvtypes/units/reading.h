@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace tvtool::units {
 
@@ -18,6 +19,8 @@ struct Reading {
     std::string expression;   ///< in the grammar of the library
     bool isAsWritten = true;  ///< whether the expression is the text itself
     exact::Number factor = 1; ///< product of the numbers in the text, which expressions cannot hold
+    /// How the text was read where it is not an expression of the library: sentences.
+    std::vector<std::string> notes;
 };
 
 /// Error of a text with a name that is not in the database.

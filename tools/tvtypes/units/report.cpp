@@ -3,7 +3,6 @@
 #include "output/columns.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <string_view>
 
@@ -22,20 +21,49 @@ std::string shown(const std::string& text) {
 }
 
 std::string factorText(const UnitDetails& unit) {
-    if (unit.factor.empty()) {
+    if (!unit.factor) {
         return "of more digits than are computed";
     }
-    const bool isDecimal = unit.factor.find_first_of("/*^") == std::string::npos;
-    const std::string decimal =
-        isDecimal ? "" : fmt::format(" = {}", unit.factorDecimal.value_or(0));
-    return fmt::format("{}{} to {}", shown(unit.factor), decimal, shown(unit.base));
+    // The uncertainty follows the unit.
+    ShownNumber factor = *unit.factor;
+    const std::string uncertainty = factor.uncertaintyText();
+    factor.uncertainty.reset();
+    return fmt::format("{} to {}{}", shown(factor.text()), shown(unit.base), uncertainty);
 }
 
 std::string convertibleText(const UnitDetails& unit) {
+    std::string text;
+    for (const ConvertibleUnit& other : unit.convertible) {
+        text += (text.empty() ? "" : ", ") + text::safeText(other.text);
+    }
     const std::size_t more = unit.convertibleCount - unit.convertible.size();
-    return text::safeText(fmt::format("{}", fmt::join(unit.convertible, ", "))) +
-           (more > 0 ? fmt::format(" and {} more", more) : "");
+    return text + (more > 0 ? fmt::format(" and {} more", more) : "");
 }
+
+std::vector<std::string> convertibleNames(const UnitDetails& unit) {
+    std::vector<std::string> names;
+    for (const ConvertibleUnit& other : unit.convertible) {
+        names.push_back(other.name);
+    }
+    return names;
+}
+
+/// Returns a function for a column: a member of a number, or null without the number.
+template <class Row, class Member>
+auto memberOf(std::optional<ShownNumber> Row::*number, Member ShownNumber::*member) {
+    return [number, member](const Row& row) {
+        const std::optional<ShownNumber>& value = row.*number;
+        return value ? output::jsonValue((*value).*member) : boost::json::value(nullptr);
+    };
+}
+
+const output::Columns<ConvertibleUnit> convertibleColumns{
+    {none, "name", &ConvertibleUnit::name},
+    {none, "symbol", &ConvertibleUnit::symbol},
+    {none, "factor", &ConvertibleUnit::factor},
+    {none, "exact", &ConvertibleUnit::exact},
+    {none, "conversion", &ConvertibleUnit::conversion},
+};
 
 const output::Columns<UnitDetails> detailColumns{
     {none, "text", [](const UnitDetails& unit) { return boost::json::value(unit.text); }},
@@ -55,15 +83,20 @@ const output::Columns<UnitDetails> detailColumns{
         return unit.canonical.empty() ? "no dimension" : shown(unit.canonical);
     }),
     {none, "base", &UnitDetails::base},
-    Detail("factor", "factor", &UnitDetails::factor).shownAs(factorText),
-    {none, "factorDecimal", &UnitDetails::factorDecimal},
+    Detail("factor", "factor", memberOf(&UnitDetails::factor, &ShownNumber::exact))
+        .shownAs(factorText),
+    {none, "factorDecimal", memberOf(&UnitDetails::factor, &ShownNumber::decimal)},
+    {none, "rounded", memberOf(&UnitDetails::factor, &ShownNumber::isRounded)},
+    {none, "uncertainty", memberOf(&UnitDetails::factor, &ShownNumber::uncertainty)},
+    {none, "libraryFactor", &UnitDetails::libraryFactor},
     Detail("conversion", "conversion", &UnitDetails::conversion)
         .shownAs([](const UnitDetails& unit) {
             return unit.conversion.empty() ? ""
                                            : fmt::format("{} = {}", unit.base, unit.conversion);
         }),
     {"systems", "systems", &UnitDetails::systems},
-    Detail("converts to", "convertible", &UnitDetails::convertible).shownAs(convertibleText),
+    Detail("converts to", "convertible", convertibleNames).shownAs(convertibleText),
+    {none, "conversions", output::rowsOf(&UnitDetails::convertible, convertibleColumns)},
     {none, "convertibleCount", &UnitDetails::convertibleCount},
     {none, "notes", &UnitDetails::notes},
 };
@@ -72,11 +105,36 @@ const output::Columns<UnitFactor> factorColumns{
     {none, "from", &UnitFactor::from},
     {none, "to", &UnitFactor::to},
     {none, "factor", &UnitFactor::factor},
-    {none, "exact", &UnitFactor::exact},
-    {none, "exactDecimal", &UnitFactor::exactDecimal},
+    {none, "exact", memberOf(&UnitFactor::own, &ShownNumber::exact)},
+    {none, "exactDecimal", memberOf(&UnitFactor::own, &ShownNumber::decimal)},
+    {none, "rounded", memberOf(&UnitFactor::own, &ShownNumber::isRounded)},
+    {none, "uncertainty", memberOf(&UnitFactor::own, &ShownNumber::uncertainty)},
     {none, "differs", &UnitFactor::differs},
+    {none, "wrong", &UnitFactor::isWrong},
     {none, "conversion", &UnitFactor::conversion},
     {none, "reason", &UnitFactor::reason},
+    {none, "notes", &UnitFactor::notes},
+};
+
+const output::Columns<ValueConversion> conversionColumns{
+    {none, "from", &ValueConversion::from},
+    {none, "to", &ValueConversion::to},
+    {none, "difference",
+     [](const ValueConversion& conversion) { return conversion.values() == Values::Differences; }},
+    {none, "reason",
+     [](const ValueConversion& conversion) {
+         return conversion.exists() ? "" : conversion.reason();
+     }},
+    {none, "notes", &ValueConversion::notes},
+};
+
+const output::Columns<ConvertedValue> valueColumns{
+    {none, "value", &ConvertedValue::value},
+    {none, "result", [](const ConvertedValue& value) { return value.result.decimal; }},
+    {none, "digits", [](const ConvertedValue& value) { return value.result.digits; }},
+    {none, "exact", [](const ConvertedValue& value) { return value.result.exact; }},
+    {none, "rounded", [](const ConvertedValue& value) { return value.result.isRounded; }},
+    {none, "uncertainty", [](const ConvertedValue& value) { return value.result.uncertainty; }},
 };
 
 const output::Columns<UnitLine> lineColumns{
@@ -122,18 +180,15 @@ void printJson(const std::vector<UnitDetails>& units, std::ostream& os) {
 }
 
 void printText(const UnitFactor& factor, bool /*colour*/, std::ostream& os) {
-    if (!factor.factor) {
+    if (factor.own) {
+        os << shown(factor.own->text()) << '\n';
+    } else if (factor.factor) {
+        os << fmt::format("about {}\n", *factor.factor);
+    } else {
         constexpr std::size_t longestReason = 1000;
         os << "no factor: " << text::safeText(text::shortened(factor.reason, longestReason))
            << '\n';
-        return;
     }
-    const std::string decimal = fmt::format("{}", *factor.factor);
-    os << decimal;
-    if (!factor.exact.empty() && factor.exact != decimal) {
-        os << fmt::format(" ({}{})", factor.differs ? "exactly " : "", shown(factor.exact));
-    }
-    os << '\n';
 }
 
 void printJson(const UnitFactor& factor, std::ostream& os) {
@@ -155,5 +210,31 @@ void printText(const std::vector<UnitWord>& words, bool colour, std::ostream& os
 void printJson(const std::vector<UnitWord>& words, std::ostream& os) {
     output::printJson({{"words", output::jsonArray(words, wordColumns)}}, os);
 }
+
+ConversionReport::ConversionReport(const ValueConversion& conversion, bool isJson, std::ostream& os)
+    : conversion_(conversion), isJson_(isJson), os_(os) {
+    if (isJson_) {
+        std::string object = output::jsonText(output::jsonObject(conversion, conversionColumns));
+        object.pop_back();
+        os_ << object << ",\"values\":[";
+    }
+}
+
+void ConversionReport::add(const ConvertedValue& value) {
+    if (isJson_) {
+        os_ << separator_ << output::jsonText(output::jsonObject(value, valueColumns));
+        separator_ = ",";
+        return;
+    }
+    const auto withUnit = [](const std::string& number, const std::string& unit) {
+        return unit.empty() ? number : fmt::format("{} {}", number, shown(unit));
+    };
+    os_ << fmt::format("{} = {}{}{}\n", withUnit(value.value, conversion_.from()),
+                       withUnit(value.result.decimalText(), conversion_.to()),
+                       conversion_.values() == Values::Differences ? " (difference)" : "",
+                       value.result.uncertaintyText());
+}
+
+void ConversionReport::finish() { os_ << (isJson_ ? "]}\n" : ""); }
 
 } // namespace tvtool::units

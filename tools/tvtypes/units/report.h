@@ -5,10 +5,13 @@
 /// stable; absent values are null, absent lists empty.
 #pragma once
 
+#include "units/conversion.h"
 #include "units/details.h"
+#include "units/factor.h"
 #include "units/search.h"
 
 #include <ostream>
+#include <string>
 #include <vector>
 
 namespace tvtool::units {
@@ -21,5 +24,23 @@ void printText(const std::vector<UnitLine>& lines, bool colour, std::ostream& os
 void printJson(const std::vector<UnitLine>& lines, std::ostream& os);
 void printText(const std::vector<UnitWord>& words, bool colour, std::ostream& os);
 void printJson(const std::vector<UnitWord>& words, std::ostream& os);
+
+/// Report on converted values, which is printed while they are computed. In JSON it is one object,
+/// whose member "values" is a list.
+class ConversionReport {
+  public:
+    /// Prints the beginning. The references must outlive the report.
+    ConversionReport(const ValueConversion& conversion, bool isJson, std::ostream& os);
+
+    void add(const ConvertedValue& value);
+    /// Prints the end; nothing may be added after it.
+    void finish();
+
+  private:
+    const ValueConversion& conversion_;
+    bool isJson_;
+    std::ostream& os_;
+    const char* separator_ = "";
+};
 
 } // namespace tvtool::units
