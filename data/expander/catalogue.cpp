@@ -49,7 +49,7 @@ Form selectForm(const Exact& factor, std::optional<int> exponent, bool precise) 
         return *form;
     }
     const Form form = nearestForm(factor, precise ? largestPart : largestDefaultPart);
-    if (abs(valueOf(form) / factor - 1) * raised(10, 12) > 1) {
+    if (abs(valueOf(form) / factor - 1) * raised(Exact(10), 12) > 1) {
         throw Fault("the factor has no default form that is correct to 12 digits; set \"precise\"");
     }
     return form;
@@ -111,23 +111,13 @@ void Catalogue::addSystem(Record& record) {
     systems_.push_back(name);
 }
 
-void Catalogue::addConstant(Record& record) {
-    const std::string name = record.text("name");
-    const Exact value = parseNumber(record.text("value"), constants_);
-    record.finish();
-    checkName("name", name);
-    if (!constants_.emplace(name, value).second) {
-        throw Fault("the constant is already defined");
-    }
-}
-
 void Catalogue::addPrefix(Record& record) {
     Prefix prefix{.name = record.text("name"),
                   .symbol = record.text("symbol"),
                   .display = {},
                   .signs = record.list("signs"),
                   .sets = record.list("sets"),
-                  .factor = parseNumber(record.text("factor"), constants_)};
+                  .factor = parseNumber(record.text("factor")).value()};
     prefix.display = record.optionalText("display").value_or(prefix.symbol);
     record.finish();
     checkName("name", prefix.name);
@@ -141,7 +131,7 @@ void Catalogue::addPrefix(Record& record) {
 }
 
 void Catalogue::addQuantity(Record& record) {
-    Quantity quantity{record.text("name"), record.text("is"), {}};
+    Quantity quantity{record.text("name"), record.text("is"), record.list("common"), {}};
     record.finish();
     checkName("name", quantity.name);
     if (std::ranges::find(reserved, quantity.name) != reserved.end()) {
@@ -189,6 +179,19 @@ void Catalogue::addUnit(Record& record) {
         Unit form = prefixed(unit, *prefix, source);
         append(form.aliases, names);
         add(std::move(form), source.cancels);
+    }
+}
+
+void Catalogue::checkCommonUnits() const {
+    for (const Quantity& quantity : quantities_) {
+        for (const std::string& symbol : quantity.commonUnits) {
+            const Unit* const unit = findUnit(symbol);
+            if (unit == nullptr || unit->symbol != symbol || unit->quantity != quantity.name) {
+                throw Fault(
+                    fmt::format("\"{}\" in the common units of {} is not a symbol of its units",
+                                symbol, quantity.name));
+            }
+        }
     }
 }
 
@@ -245,7 +248,7 @@ std::string Catalogue::coherentExpression(const std::string& expression) const {
 }
 
 void Catalogue::define(Unit& unit, const UnitSource& source) const {
-    const Definition definition = parseDefinition(source.is, constants_);
+    const Definition definition = parseDefinition(source.is);
     const Powers terms = parseExpression(definition.expression);
     const Powers dimension = dimensionOfUnits(terms);
     unit.factor = definition.factor;
@@ -264,10 +267,10 @@ void Catalogue::define(Unit& unit, const UnitSource& source) const {
     if (withoutZeros(unit.dimension) != withoutZeros(dimension)) {
         throw Fault("\"expression\" and \"is\" have different dimensions");
     }
-    unit.scaling = selectForm(unit.factor, source.exponent, source.precise);
-    unit.coherent = unit.factor == 1 ? unit.symbol : unit.expression;
+    unit.scaling = selectForm(unit.factor.value(), source.exponent, source.precise);
+    unit.coherent = unit.factor.value() == 1 ? unit.symbol : unit.expression;
     if (source.offset) {
-        const auto offset = exactForm(parseNumber(*source.offset, constants_), {});
+        const auto offset = exactForm(parseNumber(*source.offset).value(), {});
         if (!offset) {
             throw Fault("\"offset\" has no exact form");
         }
@@ -298,14 +301,15 @@ Unit Catalogue::prefixed(const Unit& unit, const Prefix& prefix, const UnitSourc
         }
     }
 
-    form.factor *= prefix.factor;
+    form.factor.rational *= prefix.factor;
     const Form scaling = exactForm(prefix.factor, {}).value_or(Form());
     if (scaling.numerator == 1 && scaling.denominator == 1) {
         // A power of ten cannot overflow in a product: it only changes the exponent.
         form.expression = unit.symbol;
         form.scaling = scaling;
+        form.isMultiple = true;
     } else {
-        form.scaling = selectForm(form.factor, {}, source.precise);
+        form.scaling = selectForm(form.factor.value(), {}, source.precise);
     }
     return form;
 }

@@ -16,6 +16,8 @@ namespace tvdata {
 struct Quantity {
     std::string name;
     std::string expression;
+    /// Symbols of the units in common use, the coherent unit of the SI first.
+    std::vector<std::string> commonUnits;
     /// Powers by name of the base quantity, without powers of 0.
     Powers dimension;
 };
@@ -30,8 +32,10 @@ struct Unit {
     std::vector<std::string> aliases;
     Form scaling;
     Form offset;
-    /// Exact factor to the base units, whether or not it has an exact form.
-    Exact factor;
+    /// Factor to the base units as defined, whether or not it has an exact form.
+    Number factor;
+    /// `expression` is the unit without the prefix, and `scaling` is that of the prefix.
+    bool isMultiple = false;
     /// Expression with the factor 1 to the base units and the same dimension.
     std::string coherent;
     /// Powers by symbol of the base unit, as the library computes them: a unit that cancels has
@@ -39,16 +43,17 @@ struct Unit {
     Powers dimension;
 };
 
-/// Systems, constants, prefixes, quantities and units. Adding a record throws Fault if it is
+/// Systems, prefixes, quantities and units. Adding a record throws Fault if it is
 /// invalid or contradicts an earlier one.
 class Catalogue {
   public:
     void addSystem(Record& record);
-    void addConstant(Record& record);
     void addPrefix(Record& record);
     void addQuantity(Record& record);
     /// Adds the unit and its prefixed forms.
     void addUnit(Record& record);
+    /// Throws Fault if the common units of a quantity are not units of it.
+    void checkCommonUnits() const;
 
     const std::vector<std::string>& systems() const { return systems_; }
     const std::vector<Quantity>& quantities() const { return quantities_; }
@@ -78,7 +83,6 @@ class Catalogue {
     void add(Unit unit, bool cancels);
 
     std::vector<std::string> systems_;
-    Constants constants_;
     std::vector<Prefix> prefixes_;
     std::vector<Quantity> quantities_;
     std::map<std::string, std::size_t, std::less<>> quantityByName_;

@@ -15,12 +15,29 @@ void addForm(boost::json::object& record, std::string_view what, const Form& for
     record[fmt::format("Base10ExponentOf{}", what)] = form.exponent;
 }
 
+/// Adds the definition of a factor that the scaling does not represent exactly.
+void addDefinition(boost::json::object& record, const Unit& unit) {
+    const Number& factor = unit.factor;
+    const bool isMeasured = factor.uncertainty != 0;
+    if (unit.isMultiple ||
+        (!isMeasured && factor.piPower == 0 && valueOf(unit.scaling) == factor.rational)) {
+        return;
+    }
+    record["Exact"] = formatExact(factor);
+    if (isMeasured) {
+        record["Uncertainty"] = fmt::format("{:.1e}", static_cast<double>(factor.uncertainty));
+    }
+}
+
 boost::json::object toRecord(const std::string& system) { return {{"Name", system}}; }
 
 boost::json::object toRecord(const Quantity& quantity) {
     boost::json::object record{{"Name", quantity.name}, {"Expression", quantity.expression}};
     addForm(record, "Scaling", {1, 1, 0});
     addForm(record, "Offset", {});
+    if (!quantity.commonUnits.empty()) {
+        record["Common"] = fmt::format("{}", fmt::join(quantity.commonUnits, ","));
+    }
     return record;
 }
 
@@ -34,6 +51,7 @@ boost::json::object toRecord(const Unit& unit) {
                                {"AbstractUnit", unit.quantity}};
     addForm(record, "Scaling", unit.scaling);
     addForm(record, "Offset", unit.offset);
+    addDefinition(record, unit);
     return record;
 }
 

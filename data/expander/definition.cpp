@@ -78,26 +78,39 @@ Exact decimal(std::string_view whole, std::string_view decimals) {
     // Without leading zeros: they would make the text octal.
     std::string digits = std::string(whole) + std::string(decimals);
     digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - 1));
-    return Exact(Integer(digits)) / raised(10, static_cast<int>(decimals.size()));
+    return Exact(Integer(digits)) / raised(Exact(10), static_cast<int>(decimals.size()));
 }
 
-Exact takeFactor(Reader& reader, const Constants& constants) {
+Number takeDecimal(Reader& reader, std::string_view whole) {
+    const std::string_view decimals =
+        reader.take('.') ? reader.takeWhile(isDigit) : std::string_view();
+    Number number{.rational = decimal(whole, decimals)};
+    if (number.rational == 0) {
+        throw Fault(fmt::format("\"{}\" is not positive", whole));
+    }
+    if (reader.take('(')) {
+        const std::string_view digits = reader.takeWhile(isDigit);
+        if (digits.empty() || !reader.take(')')) {
+            reader.fail();
+        }
+        number.uncertainty = decimal(digits, "") /
+                             raised(Exact(10), static_cast<int>(decimals.size())) / number.rational;
+    }
+    return number;
+}
+
+Number takeFactor(Reader& reader) {
     const std::string_view word = reader.takeWhile(isNameCharacter);
     if (word.empty()) {
         reader.fail();
     }
-    Exact number = 0;
-    if (const auto constant = constants.find(word); constant != constants.end()) {
-        number = constant->second;
+    Number number;
+    if (word == "pi") {
+        number.piPower = 1;
     } else if (std::ranges::all_of(word, isDigit)) {
-        const std::string_view decimals =
-            reader.take('.') ? reader.takeWhile(isDigit) : std::string_view();
-        number = decimal(word, decimals);
+        number = takeDecimal(reader, word);
     } else {
-        throw Fault(fmt::format("\"{}\" is neither a number nor a constant", word));
-    }
-    if (number <= 0) {
-        throw Fault(fmt::format("\"{}\" is not positive", word));
+        throw Fault(fmt::format("\"{}\" is not a number", word));
     }
     return reader.take('^') ? raised(number, reader.takePower()) : number;
 }
@@ -159,21 +172,14 @@ Powers takeExpression(Reader& reader) {
 
 } // namespace
 
-Exact raised(const Exact& number, int power) {
-    using boost::multiprecision::pow;
-    const auto exponent = static_cast<unsigned>(std::abs(power));
-    const Exact positive(pow(numerator(number), exponent), pow(denominator(number), exponent));
-    return power < 0 ? 1 / positive : positive;
-}
-
-Exact parseNumber(std::string_view text, const Constants& constants) {
+Number parseNumber(std::string_view text) {
     Reader reader(text);
-    Exact number = takeFactor(reader, constants);
+    Number number = takeFactor(reader);
     while (!reader.atEnd()) {
         if (reader.take('*')) {
-            number *= takeFactor(reader, constants);
+            number *= takeFactor(reader);
         } else if (reader.take('/')) {
-            number /= takeFactor(reader, constants);
+            number *= raised(takeFactor(reader), -1);
         } else {
             reader.fail();
         }
@@ -181,11 +187,11 @@ Exact parseNumber(std::string_view text, const Constants& constants) {
     return number;
 }
 
-Definition parseDefinition(std::string_view text, const Constants& constants) {
+Definition parseDefinition(std::string_view text) {
     const std::size_t blank = text.find(' ');
     Definition definition;
     if (blank != std::string_view::npos) {
-        definition.factor = parseNumber(text.substr(0, blank), constants);
+        definition.factor = parseNumber(text.substr(0, blank));
         text.remove_prefix(blank + 1);
     }
     definition.expression = text;

@@ -13,16 +13,6 @@ namespace {
 
 constexpr std::int32_t largestPart = std::numeric_limits<std::int32_t>::max();
 
-/// Divides a number by all factors `prime` and returns their count.
-int divideOut(Integer& number, int prime) {
-    int count = 0;
-    while (number % prime == 0) {
-        number /= prime;
-        ++count;
-    }
-    return count;
-}
-
 struct Fraction {
     Integer numerator;
     Integer denominator;
@@ -72,12 +62,6 @@ std::optional<Fraction> nearestFraction(const Exact& number, std::int32_t larges
     }
 }
 
-/// Returns the decimal logarithm of a number, up to an error of one.
-int magnitude(const Exact& number) {
-    const auto digits = [](const Integer& part) { return static_cast<int>(part.str().size()); };
-    return digits(numerator(number)) - digits(denominator(number));
-}
-
 } // namespace
 
 std::vector<Form> exactForms(const Exact& number) {
@@ -87,8 +71,8 @@ std::vector<Form> exactForms(const Exact& number) {
     const int fives = divideOut(top, 5) - divideOut(bottom, 5);
     std::vector<Form> forms;
     for (int exponent = std::min(twos, fives); exponent <= std::max(twos, fives); ++exponent) {
-        const Exact fraction =
-            Exact(top, bottom) * raised(2, twos - exponent) * raised(5, fives - exponent);
+        const Exact fraction = Exact(top, bottom) * raised(Exact(2), twos - exponent) *
+                               raised(Exact(5), fives - exponent);
         if (abs(numerator(fraction)) <= largestPart && denominator(fraction) <= largestPart) {
             forms.push_back({static_cast<std::int32_t>(numerator(fraction)),
                              static_cast<std::int32_t>(denominator(fraction)), exponent});
@@ -120,7 +104,7 @@ Form nearestForm(const Exact& number, std::int32_t largest) {
     constexpr int reach = 10;
     const int middle = magnitude(number);
     for (int exponent = middle - reach; exponent <= middle + reach; ++exponent) {
-        const Exact power = raised(10, exponent);
+        const Exact power = raised(Exact(10), exponent);
         const auto fraction = nearestFraction(number / power, largest);
         if (!fraction) {
             continue;
@@ -136,7 +120,7 @@ Form nearestForm(const Exact& number, std::int32_t largest) {
 }
 
 Exact valueOf(const Form& form) {
-    return Exact(form.numerator, form.denominator) * raised(10, form.exponent);
+    return Exact(form.numerator, form.denominator) * raised(Exact(10), form.exponent);
 }
 
 } // namespace tvdata

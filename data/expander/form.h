@@ -2,7 +2,7 @@
 /// Representation of numbers in the library: a fraction of 32-bit integers times a power of ten.
 #pragma once
 
-#include "definition.h"
+#include "number.h"
 
 #include <cstdint>
 #include <optional>

@@ -14,6 +14,7 @@ void expand(const std::string& target, int count, const char* const* sources) {
     for (int i = 0; i < count; ++i) {
         tvdata::readSourceFile(sources[i], catalogue);
     }
+    catalogue.checkCommonUnits();
     std::ofstream file(target, std::ios::binary | std::ios::trunc);
     file << tvdata::databaseText(catalogue) << std::flush;
     if (!file) {

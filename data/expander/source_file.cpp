@@ -19,8 +19,7 @@ struct Kind {
     void (Catalogue::*add)(Record&);
 };
 
-constexpr std::array<Kind, 5> kinds{{{"systems", &Catalogue::addSystem},
-                                     {"constants", &Catalogue::addConstant},
+constexpr std::array<Kind, 4> kinds{{{"systems", &Catalogue::addSystem},
                                      {"prefixes", &Catalogue::addPrefix},
                                      {"quantities", &Catalogue::addQuantity},
                                      {"units", &Catalogue::addUnit}}};

@@ -14,7 +14,6 @@ void addTerm(UnitBase& unit, UnitBase::Reference term, int power) {
     } else {
         unit.addToFundamentalExprAST(term, {power, 0});
     }
-    unit.updateBaseScalingFactor(other.baseScalingFactor, power);
 }
 
 } // namespace TVTypeSys

@@ -6,8 +6,9 @@
 
 namespace TVTypeSys {
 
-/// Adds a power of another unit to the terms, the canonical form and the factor of a unit. The
-/// other unit is expanded to its canonical form unless it has an offset: then it is a term itself.
+/// Adds a power of another unit to the terms and the canonical form of a unit. The other unit is
+/// expanded to its canonical form unless it has an offset: then it is a term itself. The factor of
+/// the unit is not changed.
 void addTerm(UnitBase& unit, UnitBase::Reference term, int power);
 
 } // namespace TVTypeSys

@@ -157,6 +157,13 @@ void UnitDatabase::loadUnitDatabase(const std::u16string& path) {
     readAll(
         file, "units", shownPath, errors, [&](std::size_t count) { units_->reserve(count); },
         [&](const Record& record) { add(*units_, readUnit(*this, record, systemNames)); });
+    if (file.records("compounds")) { // optional
+        readAll(
+            file, "compounds", shownPath, errors, [](std::size_t) {},
+            [&](const Record& record) {
+                units_->compoundFactors().add(record.narrowText("Factors"));
+            });
+    }
     errors.throwIfAny();
 }
 

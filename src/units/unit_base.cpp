@@ -73,7 +73,9 @@ void UnitBase::addTerms(const Monomial& terms) {
     previousFactor = baseScalingFactor; // with its flag
     try {
         for (std::size_t i = 0; i < terms.names.size(); ++i) {
-            addTerm(*this, getFirstMatchingUnitInDatabase(terms.names[i]), terms.powers[i]);
+            const Reference term = getFirstMatchingUnitInDatabase(terms.names[i]);
+            addTerm(*this, term, terms.powers[i]);
+            updateBaseScalingFactor(term.get().baseScalingFactor, terms.powers[i]);
         }
         updateBaseScalingFactor(scaling, 1);
         if (scaling.precision() == 1) {

@@ -12,6 +12,11 @@ UnitMatch UnitLookup::abstract(const UnitDatabase& database, std::u16string_view
     return database.abstractUnits_->match(text);
 }
 
+std::optional<Rational> UnitLookup::compoundFactor(const UnitDatabase& database, double value,
+                                                   double exponent) {
+    return database.units_->compoundFactors().find(value, exponent);
+}
+
 unsigned UnitLookup::generation() {
     return UnitDatabase::generation_.load(std::memory_order_relaxed);
 }

@@ -5,6 +5,7 @@
 #include <tvtypes/units/database.h>
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 
 namespace TVTypeSys {
@@ -21,6 +22,11 @@ class UnitLookup {
   public:
     static UnitMatch concrete(const UnitDatabase& database, std::u16string_view text);
     static UnitMatch abstract(const UnitDatabase& database, std::u16string_view text);
+
+    /// Returns the factor that the database lists for a product of units whose exact value is
+    /// value * 10^exponent.
+    static std::optional<Rational> compoundFactor(const UnitDatabase& database, double value,
+                                                  double exponent);
 
     /// Returns a number that changes when units of the database of the process are cleared or
     /// another one replaces it: then a text may not denote a unit any more, or the file has to be

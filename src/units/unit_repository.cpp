@@ -134,6 +134,7 @@ void UnitDatabase::UnitRepository::clearAll() {
     mapping_.clear();
     firstByNameAndSymbol_.clear();
     further_.clear();
+    compoundFactors_.clear();
     units_.clear();
 }
 

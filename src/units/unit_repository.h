@@ -2,6 +2,7 @@
 /// Units of one kind: concrete or abstract.
 #pragma once
 
+#include "units/compound_factors.h"
 #include "units/unit_lookup.h"
 
 #include <tvtypes/units/trie.h>
@@ -21,7 +22,8 @@
 
 namespace TVTypeSys {
 
-/// Owns units, no two of which compare as equal, and finds them by text.
+/// Owns units, no two of which compare as equal, and finds them by text. Owns the factors that are
+/// listed for their products.
 class UnitDatabase::UnitRepository {
   public:
     /// Adds a unit and resets precision() of its numbers. If an equal unit is there, warns with
@@ -32,6 +34,10 @@ class UnitDatabase::UnitRepository {
     void reserve(std::size_t count);
 
     std::size_t size() const { return units_.size(); }
+
+    /// Factors that are listed for products of these units.
+    CompoundFactors& compoundFactors() { return compoundFactors_; }
+    const CompoundFactors& compoundFactors() const { return compoundFactors_; }
 
     /// Returns the units of which the text is the name, the symbol or an alias.
     UnitMatch match(std::u16string_view text) const { return mapping_.match(text); }
@@ -54,8 +60,8 @@ class UnitDatabase::UnitRepository {
     /// may run in several threads.
     void fillTries() const;
 
-    /// Destroys all units. Completion still finds their words. Changes nothing if fillTries()
-    /// throws.
+    /// Destroys all units and listed factors. Completion still finds their words. Changes nothing
+    /// if fillTries() throws.
     void clearAll();
 
   private:
@@ -79,6 +85,7 @@ class UnitDatabase::UnitRepository {
     /// First unit with a name and a symbol; further_ has those that differ from it in expression.
     boost::unordered_flat_map<NameAndSymbol, const UnitBase*, Hash> firstByNameAndSymbol_;
     std::set<const UnitBase*, UnitBase::UnitsComparator> further_;
+    CompoundFactors compoundFactors_;
 
     mutable std::mutex filling_;
     mutable std::array<Trie, 3> tries_; ///< by SearchBy

@@ -2,6 +2,7 @@
 #include "services/guard.h"
 #include "services/text.h"
 #include "units/canonical_form.h"
+#include "units/composite_factor.h"
 #include "units/composite_names.h"
 #include "units/resolved_names.h"
 
@@ -114,21 +115,23 @@ std::unique_ptr<UnitBase> UnitTable::makeUnit(const std::u16string& text,
     if (!names.allFound() && !isPredefinedName(text)) {
         return nullptr;
     }
-    if (const UnitBase* found = names.match(text).first) {
-        return std::unique_ptr<UnitBase>(found->clone());
+    if (const UnitBase* known = names.match(text).first) {
+        return std::unique_ptr<UnitBase>(known->clone());
     }
     const CompositeNames composite = compositeNames(names, text);
     std::unique_ptr<UnitBase> unit(UnitFactory::createUnit(
         noUnit, composite.name, text, composite.display, Rational::unity, Rational::zero, {}, "",
         {}, false, UnitFactory::getDefaultAbstractUnit()));
     unit->symbol = composite.symbol;
+    Terms found;
     for (std::size_t i = 0; i < terms->powers.size(); ++i) {
         const UnitBase* term = names[i].first;
-        addTerm(*unit,
-                term != nullptr ? boost::cref(*term)
-                                : unit->getFirstMatchingUnitInDatabase(terms->names[i]),
-                terms->powers[i]);
+        found.push_back({term != nullptr ? boost::cref(*term)
+                                         : unit->getFirstMatchingUnitInDatabase(terms->names[i]),
+                         terms->powers[i]});
+        addTerm(*unit, found.back().unit, found.back().power);
     }
+    multiplyFactors(database, found, unit->baseScalingFactor);
     return unit;
 }
 

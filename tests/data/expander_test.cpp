@@ -60,6 +60,8 @@ TEST(UnitSource, ReportsInvalidRecords) {
              {good + R"_("is": "1/12 ((ft))")_", "at character 2"},
              {good + R"("is": "1,2 ft")", "at character 2"},
              {good + R"("is": "0 ft")", "\"0\" is not positive"},
+             {good + R"_("is": "1.2(3 ft")_", "at character 6"},
+             {good + R"_("is": "1.2(3)*4(5) ft")_", "two measured values"},
              {good + R"("is": "1/12 ft", "exponent": 3)", "no exact form with the exponent 3"},
              {good + R"("is": "1/12 ft", "offset": "1/12345678901")", "\"offset\" has no exact"},
              {R"("symbol": "i-n", "quantity": "length", "is": "1/12 ft")",
@@ -78,14 +80,14 @@ TEST(UnitSource, ReportsInvalidRecords) {
 
 TEST(UnitSource, SelectsNearestForm) {
     const auto form = [](const char* number, std::int32_t largest) {
-        const Form nearest = nearestForm(parseNumber(number, {}), largest);
+        const Form nearest = nearestForm(parseNumber(number).value(), largest);
         return std::vector<int>{nearest.numerator, nearest.denominator, nearest.exponent};
     };
     // 355/113, the best approximation of pi within these parts, as 71/226*10.
     EXPECT_EQ(form("3.14159265358979", 400), (std::vector{71, 226, 1}));
     EXPECT_EQ(form("3.14159265358979*10^20", 400), (std::vector{71, 226, 21}));
     const auto exact = [](const char* number, std::optional<int> exponent) {
-        const auto found = exactForm(parseNumber(number, {}), exponent);
+        const auto found = exactForm(parseNumber(number).value(), exponent);
         return found ? std::vector<int>{found->numerator, found->denominator, found->exponent}
                      : std::vector<int>{};
     };
@@ -93,6 +95,19 @@ TEST(UnitSource, SelectsNearestForm) {
     EXPECT_EQ(exact("0.3048", -2), (std::vector{762, 25, -2}));
     EXPECT_EQ(exact("2147483647", {}), (std::vector{2147483647, 1, 0}));
     EXPECT_EQ(exact("1/2147483659", {}), std::vector<int>());
+}
+
+TEST(UnitSource, FormatsExactNumbers) {
+    for (const auto& [text, exact] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"pi/180", "pi*1/180"},
+             {"0.25/pi^2", "pi^-2*1/4"},
+             {"1.66053906892(52)*10^-27", "166053906892e-38"},
+             {"1000000/7", "1e6/7"},
+             {"1/64000000", "15625e-12"},
+             {"41.868*10^9", "41868e6"}}) {
+        EXPECT_EQ(formatExact(parseNumber(text)), exact);
+    }
+    EXPECT_EQ(parseNumber("3/0.50(2)^2").uncertainty, Exact(2, 25));
 }
 
 } // namespace tvdata

@@ -6,16 +6,22 @@
 
 #include <tvtypes/units.h>
 
+#include <fnd/filesystem.h>
 #include <fndi18n/ustring.h>
 #include <tv_services/diagnostics.h>
 
 #include <boost/algorithm/string/replace.hpp>
+#include <boost/json/parse.hpp>
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <memory>
+#include <regex>
+#include <set>
 
 namespace TVTypeSys {
 
@@ -72,7 +78,7 @@ std::optional<Meaning> meaningOf(const std::string& text) {
             if (unit == nullptr) {
                 return std::nullopt;
             }
-            meaning.factor *= tvdata::raised(unit->factor, power);
+            meaning.factor *= tvdata::raised(unit->factor.value(), power);
             // A unit with an offset is not expanded.
             const bool isAtom = unit->offset.numerator != 0;
             for (const auto& [base, exponent] :
@@ -84,6 +90,19 @@ std::optional<Meaning> meaningOf(const std::string& text) {
         return std::nullopt;
     }
     return meaning;
+}
+
+/// Records of a variable of the database file.
+boost::json::array records(std::string_view variable) {
+    const auto path = fnd::filesystem::get_install_path() + UnitDatabase::unitDBPath;
+    std::ifstream file{std::filesystem::path(std::u16string(path))};
+    const std::string text((std::istreambuf_iterator<char>(file)), {});
+    return boost::json::parse(text).at(variable).as_array();
+}
+
+std::string field(const boost::json::value& record, std::string_view name) {
+    const auto* const value = record.as_object().if_contains(name);
+    return value == nullptr ? "" : std::string(value->as_string());
 }
 
 std::vector<std::string> compounds() {
@@ -120,8 +139,8 @@ TEST(UnitData, MatchesDefinitions) {
             EXPECT_EQ(&same.begin()->get(), &unit) << text;
         }
         // Exact if there is an exact representation.
-        const bool isExact = !tvdata::exactForms(defined.factor).empty();
-        EXPECT_TRUE(isNear(unit.baseScalingFactor, defined.factor, isExact ? 0 : 1e-12));
+        const bool isExact = !tvdata::exactForms(defined.factor.value()).empty();
+        EXPECT_TRUE(isNear(unit.baseScalingFactor, defined.factor.value(), isExact ? 0 : 1e-12));
         EXPECT_EQ(dimensionOf(unit), defined.dimension);
         EXPECT_EQ(valueOf(unit.offset), tvdata::valueOf(defined.offset));
         EXPECT_EQ(unit.abstractUnit.get().name, to_ustring(defined.quantity));
@@ -152,8 +171,8 @@ TEST(UnitData, ComputesCompoundsExactly) {
         const auto* const defined = catalogue().findUnit(text);
         const auto meaning = meaningOf(text);
         ASSERT_TRUE(defined != nullptr || meaning);
-        EXPECT_TRUE(
-            isNear(unit->baseScalingFactor, meaning ? meaning->factor : defined->factor, 2e-12));
+        EXPECT_TRUE(isNear(unit->baseScalingFactor,
+                           meaning ? meaning->factor : defined->factor.value(), 2e-12));
         EXPECT_EQ(dimensionOf(*unit), meaning ? meaning->dimension : defined->dimension);
         EXPECT_EQ(unit->baseScalingFactor.precision(), 0);
     }
@@ -169,12 +188,73 @@ TEST(UnitData, CompoundAliasesMatchTheirText) {
             const auto meaning = meaningOf(boost::replace_all_copy(alias, "degF", "degR"));
             if (meaning && tvdata::parseExpression(alias).size() > 1) {
                 ++count;
-                EXPECT_EQ(meaning->factor, unit.factor) << alias;
+                EXPECT_EQ(meaning->factor, unit.factor.value()) << alias;
                 EXPECT_EQ(meaning->dimension, unit.dimension) << alias;
             }
         }
     }
     EXPECT_GE(count, 100);
+}
+
+// Factors of the file through its expressions, from the field "Exact" if there is one.
+TEST(UnitData, ExactFieldsMatchDefinitions) {
+    std::map<std::string, tvdata::Number, std::less<>> factors;
+    int measured = 0;
+    for (const auto& record : records("units")) {
+        const std::string symbol = field(record, "Symbol");
+        SCOPED_TRACE(symbol);
+        const auto part = [&](const std::string& name) {
+            return record.at(name + "OfScaling").to_number<int>();
+        };
+        tvdata::Number factor{
+            tvdata::valueOf({part("Numerator"), part("Denominator"), part("Base10Exponent")})};
+        if (const std::string exact = field(record, "Exact"); !exact.empty()) {
+            const std::regex exponent("e([-0-9]+)");
+            const auto defined = tvdata::parseNumber(std::regex_replace(exact, exponent, "*10^$1"));
+            EXPECT_LT(abs(factor.rational / defined.value() - 1), tvdata::raised(Exact(10), -12));
+            factor = defined;
+        }
+        if (const std::string uncertainty = field(record, "Uncertainty"); !uncertainty.empty()) {
+            factor.uncertainty = Exact(std::stod(uncertainty));
+            ++measured;
+        }
+        for (const auto& [term, power] : tvdata::parseExpression(field(record, "Expression"))) {
+            factor *= tvdata::raised(factors[term], power);
+        }
+        const tvdata::Number& source = catalogue().findUnit(symbol)->factor;
+        EXPECT_EQ(factor.rational, source.rational);
+        EXPECT_EQ(factor.piPower, source.piPower);
+        // Two digits.
+        EXPECT_NEAR(static_cast<double>(factor.uncertainty),
+                    static_cast<double>(source.uncertainty),
+                    0.05 * static_cast<double>(source.uncertainty));
+        factors.emplace(symbol, factor);
+    }
+    EXPECT_GE(measured, 15);
+}
+
+TEST(UnitData, ListsCommonUnits) {
+    std::map<std::string, int> unitCounts;
+    std::set<std::string> coherent;
+    for (const tvdata::Unit& unit : catalogue().units()) {
+        ++unitCounts[unit.quantity];
+        if (unit.factor.value() == 1 && unit.offset.numerator == 0) {
+            coherent.insert(unit.quantity);
+        }
+    }
+    for (const auto& record : records("abstractUnits")) {
+        const std::string name = field(record, "Name");
+        SCOPED_TRACE(name);
+        const auto symbols = tvdata::splitList(field(record, "Common"));
+        EXPECT_TRUE(!symbols.empty() || unitCounts[name] <= 1);
+        EXPECT_EQ(std::set(symbols.begin(), symbols.end()).size(), symbols.size());
+        for (const std::string& symbol : symbols) {
+            EXPECT_EQ(catalogue().findUnit(symbol)->quantity, name) << symbol;
+        }
+        if (!symbols.empty() && coherent.contains(name)) {
+            EXPECT_EQ(catalogue().findUnit(symbols.front())->factor.value(), 1);
+        }
+    }
 }
 
 TEST(UnitData, AngleRatiosAreExact) {

@@ -41,7 +41,9 @@ void useFixedPointTexts(std::ostream& out) {
 void useUnits(std::ostream& out) {
     UnitTable table;
     const int id = table.registerUnit("km/h", true);
+    const int density = table.registerUnit("lb/ft^3", true); // its product overflows
     out << table.getNumUnits() << *table.getUnit(id)
+        << table.getUnit(density)->baseScalingFactor.toString()
         << thrownError([&] { table.registerUnit("no such unit", true); });
     std::vector<std::u16string> words;
     UnitDatabase::getUnitDatabase()->getAutoCompleteUnitSuggestions(UnitDatabase::SearchByName,

@@ -80,7 +80,7 @@ class WithUnitDatabase : public testing::Test {
             return "[" + text + "]";
         };
         write("{\"unitSystems\": [{\"Name\": \"SI\"}], \"abstractUnits\": " + list(abstractUnits) +
-              ", \"units\": " + list(units) + "}");
+              ", \"units\": " + list(units) + compounds + "}");
     }
 
     static TVTypeSys::UnitDatabase& database() {
@@ -108,6 +108,7 @@ class WithUnitDatabase : public testing::Test {
         record("foot", "ft", "m", "length", "feet,kN/ft", "381 125 -1"),
         record("celsius", "degC", "K", "temperature", "", "1 1 0", "27315 100 0", "\u00b0C"),
         record("minute", "min", "s", "time", "", "6 1 1")};
+    std::string compounds; // a further variable, with its comma
 
   private:
     std::filesystem::path root_;

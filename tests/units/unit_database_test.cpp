@@ -54,13 +54,16 @@ TEST_F(UnitDatabaseTest, SkipsInvalidRecords) {
         record("late", "y", "x*later", "length"), record("odd", "z", "m", "colour"),
         "{\"Name\": \"short\", \"Symbol\": 5}",   record("wide", "w", "m", "length", "", "1 1 3e9"),
         record("later", "v", "m", "length")};
+    compounds = R"(, "compounds": [{"Other": "1/1"}])";
     writeFile();
     const std::string skipped = "UnitDatabaseFileLoadFieldError(, units)";
     EXPECT_EQ(loadErrors(),
               Texts({skipped, "ParsingError(m*)", skipped, "UnitNotInDatabase(x)", skipped,
                      "UnitNotInDatabase(colour)", skipped,
                      "UnitDatabaseFileLoadRecordError(units, 4, Symbol)", skipped,
-                     "UnitDatabaseFileLoadRecordError(units, 5, Base10ExponentOfScaling)"}));
+                     "UnitDatabaseFileLoadRecordError(units, 5, Base10ExponentOfScaling)",
+                     "UnitDatabaseFileLoadFieldError(, compounds)",
+                     "UnitDatabaseFileLoadRecordError(compounds, 0, Factors)"}));
     EXPECT_EQ(database().getNumUnits(), 2); // no second attempt
 }
 

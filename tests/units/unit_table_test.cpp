@@ -1,3 +1,4 @@
+#include "support/failing_allocations.h"
 #include "units/database_fixture.h"
 
 namespace {
@@ -37,6 +38,84 @@ TEST_F(UnitTableTest, NamesCompositeUnits) {
     // Blanks are part of a token.
     EXPECT_EQ(table.getUnit(id("meter / s"))->symbol, u"meter / s");
     EXPECT_TRUE(table.getUnit(table.registerUnit("m*m", false))->fundamentalExprAST.empty());
+}
+
+class CompoundFactors : public WithUnitDatabase {
+  protected:
+    /// Writes a file with units in which products are close to a listed factor.
+    CompoundFactors() {
+        const char* const factors[][2] = {
+            {"a", "300007 99991 0"},  {"b2", "99991 30011 0"},  {"c", "1201 7 0"},
+            {"d", "343 1201 0"},      {"e", "450001 450000 5"}, {"f", "450001 450002 -2"},
+            {"g", "200001 200000 0"}, {"h", "200001 200002 0"}, {"z", "1 65536 0"},
+            {"w", "1 65536 0"},       {"y", "0 1 0"},           {"x", "-300007 99991 0"},
+            {"far", "1 1 2147483647"}};
+        for (const auto& [symbol, factor] : factors) {
+            units.push_back(
+                record(std::string("unit ") + symbol, symbol, "m", "length", "", factor));
+        }
+        compounds = R"(, "compounds": [{"Factors": "0/5 -1/2 3 4/ /5 7/0 99999999999/1 1.5/2 )"
+                    "1442401/1 3/2x 300007/30011  1/1 ,\"}]";
+        writeFile();
+    }
+};
+
+TEST_F(CompoundFactors, ReplaceProductsThatOverflow) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"a*b2", "300007/30011*1e0"},
+        {" b2 * (km^2*a)", "300007/30011*1e6"},
+        {"c^3*d", "1442401/1*1e0"},
+        {"c^3*d/far^2", ""},     // the power of ten is below the range of int
+        {"e*f", "1/1*1e3"},      // greater than the listed factor by 4.9e-12
+        {"1/(e*f)", "1/1*1e-3"}, // less, with a mantissa near 10
+        {"g*h", ""},             // by 2.5e-11
+        {"x*b2", ""},
+        {"a*b2*y", ""},
+        {"a*b2/(c^90*d)", ""},
+        {"a/km", "300007/99991*1e-3"}, // no overflow
+        {"a*c", "360308407/699937*1e0"},
+    };
+    UnitTable table;
+    for (const auto& [text, expected] : cases) {
+        const UnitBase& composite = *table.getUnit(table.registerUnit(text, true));
+        // A unit outside of a table has the product as it wraps.
+        const std::unique_ptr<Unit> wrapped(
+            UnitFactory::createUnit(composite.expression, Rational::unity, Rational::zero,
+                                    UnitFactory::getDefaultAbstractUnit()));
+        wrapped->parseExpressionAndGenerateAST();
+        const Rational& factor = composite.baseScalingFactor;
+        const Rational& product = wrapped->baseScalingFactor;
+        EXPECT_EQ(factor.toString(), *expected == '\0' ? product.toString() : expected) << text;
+        EXPECT_EQ(factor.precision(), *expected == '\0' ? product.precision() : 0) << text;
+        EXPECT_TRUE(composite.dimensionallyEquivalentWithUnit(*wrapped)) << text;
+    }
+    EXPECT_THROW(table.registerUnit("z*w", true), boost::bad_rational);
+}
+
+TEST_F(CompoundFactors, LastUntilUnitsAreCleared) {
+    const auto factor = [] {
+        UnitTable table;
+        return table.getUnit(table.registerUnit("a*b2", true))->baseScalingFactor.toString();
+    };
+    for (int index = 0, failures = 1; failures != 0; ++index) {
+        database().clearAll();
+        UnitTable table;
+        failures = 0;
+        {
+            const FailingAllocations failing(index, Failures::Once);
+            try {
+                table.registerUnit("a*b2", true);
+            } catch (const std::bad_alloc&) {
+                failures = 1;
+            }
+        }
+        ASSERT_EQ(table.getNumUnits(), 3 - failures);
+        ASSERT_EQ(factor(), "300007/30011*1e0") << index;
+    }
+    compounds.clear();
+    writeFile();
+    database().clearAll();
+    EXPECT_NE(factor(), "300007/30011*1e0");
 }
 
 TEST_F(UnitTableTest, RejectsUnknownNames) {
