@@ -99,8 +99,8 @@ TEST(UnitReading, MatchesExpression) {
           "oz-in -> ozf*in", "lbs-ft -> lbf*ft", "ft lb -> lbf*ft", "ft.lb -> lbf*ft",
           "lb\u00B7ft -> lbf*ft", "inlb -> lbf*in", "ft lbs -> lbf*ft", "ft-lb/s -> lbf*ft/s",
           "lb-in/deg -> lbf*in/deg", "lb-in-s\u00B2 -> lbf*in*s^2", "lb-ft2 -> lb*ft^2",
-          "lb\u00B7ft\u00B2 -> lb*ft^2", "lbf\u00B7ft -> lbf*ft", "lb-mol -> lbmol",
-          "lb*ft -> lb*ft",
+          "lb\u00B7ft\u00B2 -> lb*ft^2", "lbf\u00B7ft -> lbf*ft", "lb-mol -> lbmol", "lb m -> lbm",
+          "ft-L -> ftL", "lb*ft -> lb*ft",
           // Words.
           "mm Hg -> mmHg", "in Hg -> inHg", "in. H2O -> inH2O", "mmH\u2082O -> mmH2O",
           "in. W.C. -> inH2O", "inches of mercury -> inHg", "in of water -> inH2O",
@@ -135,22 +135,23 @@ TEST(UnitReading, RefusesWithReason) {
          {// Case.
           "KW -> did you mean kW?", "Kg -> did you mean kg", "KPa -> did you mean kPa?",
           "kwh -> did you mean kWh?", "HZ -> did you mean Hz?", "KNm -> did you mean kNm?",
-          "Cm -> did you mean cm?", "Newton -> did you mean newton?", "Km2/W -> K is the kelvin",
-          "Ks -> did you mean ks", "KJm -> K is the kelvin",
+          "Cm -> did you mean cm?", "Newton -> did you mean newton?", "Km2/W -> did you mean km2?",
+          "sm3/h -> did you mean Sm3", "Ks -> did you mean ks", "KJm -> K is the kelvin",
           // Pressures, levels and other values that are no multiples of a unit.
           "bar(g) -> gauge pressure; write barg", "psi(a) -> absolute pressure; write psia",
-          "bar (abs) -> write bara", "kPa abs -> write kPaa", "MPa g -> write MPag",
-          "dB(A) -> is a level", "dBm -> relative to 1 mW", "dBV -> relative to 1 V",
-          "dBu -> is a level", "dBA -> is a level", "dBi -> is a level", "dBc -> is a level",
-          "dBW -> is a level", "dBSPL -> is a level", "dB SPL -> is a level",
+          "bar (abs) -> write bara", "kg/cm2 g -> gauge pressure",
+          "kg/cm\u00B2(g) -> neither a unit", "lb/in\u00B2 -> psi", "kPa abs -> write kPaa",
+          "MPa g -> write MPag", "dB(A) -> is a level", "dBm -> relative to 1 mW",
+          "dBV -> relative to 1 V", "dBu -> is a level", "dBA -> is a level", "dBi -> is a level",
+          "dBc -> is a level", "dBW -> is a level", "dBSPL -> is a level", "dB SPL -> is a level",
           "dBm/Hz -> is a level", "m3(STP) -> gas volume", "VAC -> what is measured",
           "Vrms -> write V", "AC -> AC and DC", "N(m) -> written N*m", "%FS -> a percentage of",
           "% FS -> a percentage of",
           // Powers.
           "m^0.5 -> whole powers", "V/sqrt(Hz) -> whole powers", "V/\u221AHz -> whole powers",
-          "nV/rtHz -> whole powers", "Hz^1/2 -> whole powers", "MPa*m^(1/2) -> whole powers",
-          "log(Pa) -> whole powers", "m 2 -> expected a sign", "m/s 2 -> expected a sign",
-          "ft.2 -> expected a sign",
+          "nV/rtHz -> whole powers", "Hz^1/2 -> whole powers", "m3/2 -> whole powers",
+          "MPa*m^(1/2) -> whole powers", "log(Pa) -> whole powers", "m 2 -> expected a sign",
+          "m/s 2 -> expected a sign", "ft.2 -> expected a sign",
           // Several readings.
           "U/min -> revolution", "' -> arcmin", "\" -> arcsec", "a.u. -> arbitrary",
           "ms-1 -> millisecond", "kgms-2 -> millisecond", "ms\u207B\u00B2 -> millisecond",
@@ -171,7 +172,7 @@ TEST(UnitReading, NotesWhatIsEasilyMistaken) {
          {"kgm2s -> \"kgm2s\" is read as kg*m^2*s", "W/mK -> millikelvin", "lb-ft -> is the force",
           "W/m2K -> belongs to the divisor", "Nm^2 -> applies to all of Nm", "Nm^3 -> gas volume",
           "W/m^2*K -> not in the divisor", "Btu/(lb*F) -> farad", "PA -> petaampere",
-          "1000 rpm -> is read as 1000 * rpm"}) {
+          "lb/in2 -> psi", "1000 rpm -> is read as 1000 * rpm"}) {
         const auto [text, note] = splitRow(row);
         EXPECT_THAT(readUnit(text).notes, testing::Contains(testing::HasSubstr(note))) << text;
     }

@@ -48,6 +48,14 @@ std::vector<std::string> likelyVariants(std::string_view name) {
     return variants;
 }
 
+/// Throws if a name differs from a likely unit in case alone.
+void checkCase(std::string_view name) {
+    if (const std::vector<std::string> variants = likelyVariants(name); !variants.empty()) {
+        throw RefusedName(fmt::format("{} differs from a unit in case; did you mean {}?", name,
+                                      fmt::join(variants, ", ")));
+    }
+}
+
 bool hasLowerCaseOrDigit(std::string_view name) {
     return std::ranges::any_of(
         name, [](char c) { return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9'); });
@@ -108,6 +116,7 @@ NameReading readName(std::string_view written, std::int32_t powerAfter) {
     if (const std::string_view scale = temperatureScale(name); !scale.empty()) {
         return {{{std::string(scale), 1}}, {}};
     }
+    checkCase(name);
     if (!digits.empty() && power != 0 && !letters.empty()) {
         NameReading split = readSymbols(name, false);
         if (split.product.size() > 1) {
@@ -117,12 +126,7 @@ NameReading readName(std::string_view written, std::int32_t powerAfter) {
             return {{{std::move(unit), power}}, {}};
         }
     }
-    for (const std::string_view text : {std::string_view(name), letters}) {
-        if (const std::vector<std::string> variants = likelyVariants(text); !variants.empty()) {
-            throw RefusedName(fmt::format("{} differs from a unit in case; did you mean {}?", text,
-                                          fmt::join(variants, ", ")));
-        }
-    }
+    checkCase(letters);
     if (std::string reason = reasonAgainstName(name); !reason.empty()) {
         throw RefusedName(reason);
     }

@@ -59,6 +59,20 @@ constexpr std::array<Synonyms, 9> liquids{{{"Hg", "Hg"},
                                            {"WG", "H2O"},
                                            {"wg", "H2O"}}};
 
+struct Pair {
+    std::string_view first;
+    std::string_view second;
+    std::string_view unit;
+};
+/// Pairs of symbols that are products only with a sign between them.
+constexpr std::array<Pair, 7> pairs{{{"lb", "m", "lbm"},
+                                     {"lbs", "m", "lbm"},
+                                     {"ft", "c", "fc"},
+                                     {"ft", "cd", "fc"},
+                                     {"ft", "candle", "fc"},
+                                     {"ft", "L", "ftL"},
+                                     {"ft", "lambert", "ftL"}}};
+
 struct Country {
     std::string_view word;
     std::string_view before; ///< of a name in words
@@ -101,6 +115,18 @@ Phrase findTorque(std::span<const SpeltName> names) {
         }
     }
     return {};
+}
+
+Phrase findPair(std::span<const SpeltName> names) {
+    const auto found = std::ranges::find_if(pairs, [&](const Pair& pair) {
+        return pair.first == names[0].name && pair.second == names[1].name;
+    });
+    if (found == pairs.end() || isRaised(names[0]) || isRaised(names[1])) {
+        return {};
+    }
+    return {2, std::string(found->unit),
+            fmt::format("{} and {} without a sign are one unit; the product is written {}*{}",
+                        found->first, found->second, found->first, found->second)};
 }
 
 /// Finds columns of liquids, such as mm Hg and inch of water.
@@ -171,7 +197,7 @@ Phrase findPhrase(std::span<const SpeltName> names) {
         }
     }
     for (Phrase (*const find)(std::span<const SpeltName>) :
-         {findTorque, findColumn, findWords, findQualified}) {
+         {findTorque, findPair, findColumn, findWords, findQualified}) {
         if (Phrase phrase = find(names); phrase.count > 0) {
             return phrase;
         }

@@ -44,6 +44,15 @@ std::string letterSentence(const Letter& letter) {
                        letter.temperature);
 }
 
+constexpr const char* poundsOfForce =
+    "a pound per square inch is a pressure if it is psi, and a mass per area if it is lbm/in^2";
+
+bool isPoundPerSquareInch(std::string_view mass, std::string_view length, std::int64_t power) {
+    const bool isPound = mass == "lb" || mass == "lbs" || mass == "pound" || mass == "pounds";
+    const bool isInch = length == "in" || length == "inch" || length == "inches";
+    return isPound && ((isInch && power == 2) || (length == "in2" && power == 1));
+}
+
 bool isTemperature(std::string_view unit) {
     const std::string quantity = quantityOfUnit(unit);
     return quantity == "thermodynamic_temperature" || quantity == "temperature_difference";
@@ -128,6 +137,7 @@ class SpellingReader {
             i += take(names.subspan(i));
         }
         checkTemperatureLetters();
+        checkPoundsPerArea();
         Reading reading{product_.expression(), false, spelling_.factor, {}};
         if (isDivisorJoined_) {
             addReason("all that is joined after the / belongs to the divisor");
@@ -167,6 +177,7 @@ class SpellingReader {
         }
         if (names.size() > 1 && names[1].joint == Joint::Blank) {
             failIfAny(name, reasonAgainstQualifier(name.name, names[1].name));
+            checkGaugePressure(name, names[1]);
         }
         multiply(name, single(name));
         return 1;
@@ -191,6 +202,24 @@ class SpellingReader {
         }
         if (name.isDivisor && name.joint == Joint::Sign && name.power < 0) {
             fail(name, "a / and a negative power together are a product; write one of the two");
+        }
+    }
+
+    /// Rejects kg/cm2 g and the like.
+    void checkGaugePressure(const SpeltName& name, const SpeltName& next) const {
+        const std::string quantity = quantityOfUnit(name.name);
+        const bool isArea = quantity == "area" || (quantity == "length" && name.power == 2);
+        if (isArea && name.isDivisor && next.name == "g") {
+            fail(next, "g after an area is gauge pressure; write barg or psig, or * for the gram");
+        }
+    }
+
+    /// Rejects pounds per square inch, which are of force.
+    void checkPoundsPerArea() const {
+        const std::vector<SpeltName>& names = spelling_.names;
+        if (names.size() == 2 && names[0].power == 1 && names[1].isDivisor &&
+            isPoundPerSquareInch(names[0].name, names[1].name, names[1].power)) {
+            fail(names[0], poundsOfForce);
         }
     }
 
@@ -392,6 +421,11 @@ Reading readConvention(std::string_view text, const Convention& convention) {
 bool isMistakable(const Monomial& terms, std::vector<std::string>& notes) {
     const auto isNegative = [](std::int32_t power) { return power < 0; };
     const auto divisors = std::ranges::count_if(terms.powers, isNegative);
+    if (terms.names.size() == 2 && terms.powers[0] == 1 &&
+        isPoundPerSquareInch(text::toUtf8(terms.names[0]), text::toUtf8(terms.names[1]),
+                             -std::int64_t{terms.powers[1]})) {
+        notes.emplace_back(poundsOfForce);
+    }
     for (std::size_t i = 0; i < terms.names.size(); ++i) {
         const std::string name = text::toUtf8(terms.names[i]);
         const std::int32_t power = terms.powers[i];

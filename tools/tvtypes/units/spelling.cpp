@@ -141,6 +141,9 @@ class Parser {
             failAtNext(factorExpected);
         }
         parsePowers(factors_.back().power);
+        if (Factor& factor = factors_.back(); !factor.name.empty() && factor.qualifier.empty()) {
+            factor.qualifier = parseQualifier(factor.name, factor.position);
+        }
         while (openGroups_ > 0 && tokens_.next().kind == TokenKind::Close) {
             closeGroup();
         }
@@ -184,10 +187,13 @@ class Parser {
         }
         const Token token = tokens_.take();
         factors_.push_back({group_, sign_, power, token.position, joint_, followsDivisor_,
-                            token.text, parseQualifier(token), 1});
+                            token.text, parseQualifier(token.text, token.position), 1});
         followsName_ = true;
         followsDivisor_ = false;
         skipAbbreviationPoint();
+        if (token.text.back() >= '0' && token.text.back() <= '9') {
+            checkNoFraction();
+        }
     }
 
     void takeNumber() {
@@ -205,13 +211,13 @@ class Parser {
     }
 
     /// Parses a name in parentheses after a name; empty if something else follows.
-    std::string_view parseQualifier(const Token& name) {
+    std::string_view parseQualifier(std::string_view name, std::size_t position) {
         if (tokens_.next().kind != TokenKind::Open) {
             return {};
         }
-        if (std::ranges::find(functions, name.text) != functions.end()) {
+        if (std::ranges::find(functions, name) != functions.end()) {
             throw text::ParseError("a function of a unit is no unit, since units have whole powers",
-                                   std::string(text_), name.position);
+                                   std::string(text_), position);
         }
         Tokens ahead = tokens_;
         ahead.take();
@@ -270,7 +276,7 @@ class Parser {
         }
     }
 
-    /// Rejects the power of a name that goes on as a fraction, as in Hz^1/2.
+    /// Rejects the power of a name that goes on as a fraction, as in Hz^1/2 and m3/2.
     void checkNoFraction() const {
         if (!followsName_ || tokens_.next().kind != TokenKind::Over) {
             return;
@@ -279,7 +285,7 @@ class Parser {
         ahead.take();
         const Token denominator = ahead.take();
         if (denominator.kind == TokenKind::Number && !denominator.isAfterBlank &&
-            (ahead.next().kind != TokenKind::Name || ahead.next().isAfterBlank)) {
+            ahead.next().kind != TokenKind::Name) {
             failAtNext(powerExpected);
         }
     }

@@ -43,7 +43,7 @@ struct Spelling {
 ///     unit     = [over] product { ( "*" | "." | "·" | "×" ... | over ) product }
 ///     over     = "/" | "÷" ... | "per"
 ///     product  = factor { ["-"] factor }
-///     factor   = ( [square] name [qualifier] | number | "(" unit ")" ) { power }
+///     factor   = ( [square] name [qualifier] | number | "(" unit ")" ) { power } [qualifier]
 ///     square   = "square" | "sq" | "sq." | "cubic" | "cu" | "cu."
 ///     power    = ("^" | "**") exponent | superscript | ("+" | "-") digits | "squared" | "cubed"
 ///     exponent = ["+" | "-"] digits | "(" exponent ")"
