@@ -1,12 +1,15 @@
 #include "model/unit_checks.h"
 
 #include "text/quote.h"
+#include "units/alternatives.h"
 #include "units/reading.h"
 
 #include <fmt/format.h>
 
 #include <cmath>
 #include <cstddef>
+#include <initializer_list>
+#include <utility>
 
 namespace tvtool::model {
 
@@ -24,87 +27,149 @@ Powers withoutMemory(Powers powers) {
     return powers;
 }
 
-/// Compares a unit or a display unit with its name.
-class Comparison {
-  public:
-    Comparison(std::string subject, const fmi::Place& place, fmi::Remarks& remarks)
-        : subject_(std::move(subject)), place_(place), remarks_(remarks) {}
+/// Returns the difference between two products; empty if there is none.
+std::string powersDifference(const Powers& byName, const Powers& other) {
+    return byName == other ? ""
+                           : fmt::format("measures {} by its name, and not {}",
+                                         units::productText(byName), units::productText(other));
+}
 
-    bool comparePowers(const Powers& byName, const Powers& other) const {
-        if (byName != other) {
-            remarks_.problem(place_, "{} measures {} by its name, and not {}", subject_,
-                             units::productText(byName), units::productText(other));
-        }
-        return byName == other;
+/// Returns the difference between a number and that of the name; empty if there is none.
+std::string numberDifference(const char* kind, double given, double absent,
+                             const exact::Number& byName) {
+    if (exact::areClose(exact::Number(given), byName, tolerance)) {
+        return {};
     }
+    return fmt::format("has {}; by its name it has {:.10g}",
+                       given == absent ? fmt::format("no {}", kind)
+                                       : fmt::format("the {} {}", kind, given),
+                       static_cast<double>(byName));
+}
 
-    bool compareNumber(const char* kind, double given, double absent,
-                       const exact::Number& byName) const {
-        if (exact::areClose(exact::Number(given), byName, tolerance)) {
-            return true;
-        }
-        remarks_.problem(place_, "{} has {}; by its name it has {:.10g}", subject_,
-                         given == absent ? fmt::format("no {}", kind)
-                                         : fmt::format("the {} {}", kind, given),
-                         static_cast<double>(byName));
-        return false;
+using Differences = std::vector<std::string>;
+
+Differences differences(std::initializer_list<std::string> sentences) {
+    Differences all(sentences);
+    std::erase(all, "");
+    return all;
+}
+
+/// Returns the differences between the numbers of a description and those of a name.
+Differences numberDifferences(double factor, double offset, const exact::Number& factorByName,
+                              const exact::Number& offsetByName) {
+    return differences({numberDifference("factor", factor, 1, factorByName),
+                        numberDifference("offset", offset, 0, offsetByName)});
+}
+
+Differences baseDifferences(const fmi::BaseUnit& base, const Expansion& meaning) {
+    if (std::string powers = powersDifference(withoutMemory(meaning.powers), powersOf(base));
+        !powers.empty()) {
+        return {std::move(powers)};
     }
+    return numberDifferences(base.factor, base.offset, meaning.factor, meaning.offset);
+}
 
-    bool compareNumbers(double factor, double offset, const exact::Number& factorByName,
-                        const exact::Number& offsetByName) const {
-        const bool isFactorRight = compareNumber("factor", factor, 1, factorByName);
-        return compareNumber("offset", offset, 0, offsetByName) && isFactorRight;
-    }
-
-  private:
-    std::string subject_;
-    const fmi::Place& place_;
-    fmi::Remarks& remarks_;
-};
-
-void checkDisplayUnit(const fmi::DisplayUnit& display, const fmi::UnitDefinition& definition,
-                      const Expansion& meaning, fmi::Remarks& remarks) {
-    const NamedMeaning named = meaningOfName(display.name);
-    const std::string subject =
-        fmt::format("display unit {} of unit {}", quoted(display.name), quoted(definition.name));
-    if (!named.meaning) {
-        remarks.note(display.place, "{} is not known, and not looked at", subject);
-        return;
-    }
-    Powers expected = withoutMemory(meaning.powers);
+Differences displayDifferences(const fmi::DisplayUnit& display, const Expansion& unit,
+                               const Expansion& meaning) {
+    Powers expected = withoutMemory(unit.powers);
     for (auto& [symbol, power] : expected) {
         power = display.isInverse ? -power : power;
     }
-    const Comparison comparison(subject, display.place, remarks);
-    if (!comparison.comparePowers(withoutMemory(named.meaning->powers), expected)) {
-        return;
+    if (std::string powers = powersDifference(withoutMemory(meaning.powers), expected);
+        !powers.empty()) {
+        return {std::move(powers)};
     }
     if (display.isInverse) {
-        comparison.compareNumber("factor", display.factor, 1,
-                                 1 / exact::Number(meaning.factor * named.meaning->factor));
-    } else {
-        const auto conversion = units::conversionBetween(meaning, *named.meaning);
-        comparison.compareNumbers(display.factor, display.offset, conversion.factor,
-                                  conversion.offset);
+        return differences({numberDifference("factor", display.factor, 1,
+                                             1 / exact::Number(unit.factor * meaning.factor))});
     }
+    const auto conversion = units::conversionBetween(unit, meaning);
+    return numberDifferences(display.factor, display.offset, conversion.factor, conversion.offset);
 }
 
-} // namespace
+/// A unit or a display unit of a description.
+struct Subject {
+    std::string text;
+    std::string_view name;
+    const fmi::Place& place;
+};
 
-NamedMeaning meaningOfName(std::string_view name) {
-    units::Reading reading;
-    try {
-        reading = units::readUnit(name);
-    } catch (const text::ParseError&) {
-        return {};
-    }
-    NamedMeaning named{units::expandExpression(reading.expression), reading.isAsWritten, {}};
+NamedMeaning meaningOf(const units::Reading& reading) {
+    NamedMeaning named{
+        units::expandExpression(reading.expression),
+        reading.isAsWritten,
+        {reading.notes.begin() + (reading.isAsWritten || reading.notes.empty() ? 0 : 1),
+         reading.notes.end()},
+        {}};
     if (named.meaning && reading.factor == 1) {
         named.expression = reading.expression;
     } else if (named.meaning) {
         named.meaning->factor *= reading.factor;
     }
     return named;
+}
+
+/// Compares a unit with the meaning of its name. If they differ, looks for another meaning of an
+/// ambiguous name, which then replaces the usual one. Returns whether there is no problem.
+template <class Compare>
+bool checkMeaning(const Subject& subject, NamedMeaning& named, fmi::Remarks& remarks,
+                  Compare compare) {
+    const Differences found = named.meaning ? compare(*named.meaning) : Differences();
+    if (named.meaning && found.empty()) {
+        return true;
+    }
+    for (const units::Alternative& alternative : units::alternativeReadings(subject.name)) {
+        NamedMeaning other = meaningOf(alternative.reading);
+        if (!other.meaning) {
+            continue;
+        }
+        other.meaning->offset += alternative.offset;
+        if (compare(*other.meaning).empty()) {
+            remarks.note(subject.place, "{} is ambiguous: its numbers are those of {}{}{}",
+                         subject.text, alternative.reading.expression,
+                         alternative.usualMeaning.empty() ? "" : "; by its name it is ",
+                         alternative.usualMeaning);
+            other.isAsWritten = false;
+            other.expression = alternative.offset == 0 ? other.expression : "";
+            named = std::move(other);
+            return true;
+        }
+    }
+    for (const std::string& difference : found) {
+        remarks.problem(subject.place, "{} {}", subject.text, difference);
+    }
+    return found.empty();
+}
+
+void checkDisplayUnit(const fmi::DisplayUnit& display, const fmi::UnitDefinition& definition,
+                      const Expansion& unit, fmi::Remarks& remarks) {
+    NamedMeaning named = meaningOfName(display.name);
+    const Subject subject{
+        fmt::format("display unit {} of unit {}", quoted(display.name), quoted(definition.name)),
+        display.name, display.place};
+    checkMeaning(subject, named, remarks, [&](const Expansion& meaning) {
+        return displayDifferences(display, unit, meaning);
+    });
+    if (!named.meaning) {
+        remarks.note(display.place, "{} {}, and not looked at", subject.text, unknownText(named));
+    }
+}
+
+} // namespace
+
+NamedMeaning meaningOfName(std::string_view name) {
+    try {
+        return meaningOf(units::readUnit(name));
+    } catch (const units::UnknownUnit&) {
+        return {};
+    } catch (const text::ParseError& error) {
+        return {{}, false, {error.what()}, {}};
+    }
+}
+
+std::string unknownText(const NamedMeaning& named) {
+    return named.reasons.empty() ? "is not known"
+                                 : fmt::format("is not read ({})", named.reasons.front());
 }
 
 Powers powersOf(const fmi::BaseUnit& base) {
@@ -132,17 +197,15 @@ std::string baseUnitText(const fmi::BaseUnit& base) {
                : fmt::format("{} {} {}", text, base.offset < 0 ? '-' : '+', std::abs(base.offset));
 }
 
-bool checkUnit(const fmi::UnitDefinition& definition, const NamedMeaning& named,
-               fmi::Remarks& remarks) {
-    if (!named.meaning || !definition.base) {
+bool checkUnit(const fmi::UnitDefinition& definition, NamedMeaning& named, fmi::Remarks& remarks) {
+    if (!definition.base) {
         return true;
     }
-    const fmi::BaseUnit& base = *definition.base;
-    const Comparison comparison(fmt::format("unit {}", quoted(definition.name)), definition.place,
-                                remarks);
-    return comparison.comparePowers(withoutMemory(named.meaning->powers), powersOf(base)) &&
-           comparison.compareNumbers(base.factor, base.offset, named.meaning->factor,
-                                     named.meaning->offset);
+    const Subject subject{fmt::format("unit {}", quoted(definition.name)), definition.name,
+                          definition.place};
+    return checkMeaning(subject, named, remarks, [&](const Expansion& meaning) {
+        return baseDifferences(*definition.base, meaning);
+    });
 }
 
 void checkDisplayUnits(const fmi::UnitDefinition& definition, const NamedMeaning& named,

@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tvtool::model {
 
@@ -18,6 +19,7 @@ namespace tvtool::model {
 struct NamedMeaning {
     std::optional<units::Expansion> meaning; ///< empty if the name is not known
     bool isAsWritten = false;                ///< whether the name is an expression of the library
+    std::vector<std::string> reasons;        ///< of a reading that is a guess, or why there is none
     /// The expression of the library; empty if the name contains a number, which an expression
     /// cannot.
     std::string expression;
@@ -25,6 +27,9 @@ struct NamedMeaning {
 
 /// Reads a name in any usual spelling.
 NamedMeaning meaningOfName(std::string_view name);
+
+/// Returns "is not known", or why a name is not read.
+std::string unknownText(const NamedMeaning& named);
 
 /// Returns the powers of the base units except the radian, which is 1 in the database.
 std::map<std::string, std::int64_t> powersOf(const fmi::BaseUnit& base);
@@ -34,8 +39,9 @@ std::string baseUnitText(const fmi::BaseUnit& base);
 
 /// Returns whether the base units, factor and offset of a definition agree with its name, or one of
 /// the two is missing; a difference is a problem. Numbers in descriptions are rounded, so relative
-/// differences up to a millionth are ignored.
-bool checkUnit(const fmi::UnitDefinition& unit, const NamedMeaning& named, fmi::Remarks& remarks);
+/// differences up to a millionth are ignored. If they agree with another meaning of an ambiguous
+/// name, `named` becomes that meaning, and there is a note.
+bool checkUnit(const fmi::UnitDefinition& unit, NamedMeaning& named, fmi::Remarks& remarks);
 
 /// Same for the display units of a definition.
 void checkDisplayUnits(const fmi::UnitDefinition& unit, const NamedMeaning& named,

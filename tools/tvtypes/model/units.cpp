@@ -38,13 +38,38 @@ Units::Unit Units::registerUnit(const std::string& expression, const char* sourc
     }
 }
 
+void Units::checkFactor(const Unit& unit, const units::Expansion& meaning,
+                        const fmi::UnitDefinition& definition, fmi::Remarks& remarks) const {
+    constexpr double tolerance = 1e-9;
+    const TVTypeSys::UnitBase* const registered = table_->getUnit(unit.id);
+    // The library does not expand a unit with an offset in a product.
+    if (unit.id == inheritedUnit || registered == nullptr || meaning.offsetInProduct != nullptr) {
+        return;
+    }
+    const exact::Number factor = units::exactValue(registered->baseScalingFactor);
+    if (!exact::areClose(factor, meaning.factor, tolerance)) {
+        remarks.note(definition.place,
+                     "unit {} has the factor {:.10g} in the library; exactly it is {:.10g}",
+                     text::quoted(definition.name), static_cast<double>(factor),
+                     static_cast<double>(meaning.factor));
+    }
+}
+
 Units::Unit Units::add(const fmi::UnitDefinition& definition, fmi::Remarks& remarks) {
-    const NamedMeaning named = meaningOfName(definition.name);
+    NamedMeaning named = meaningOfName(definition.name);
     const bool agrees = checkUnit(definition, named, remarks);
     checkDisplayUnits(definition, named, remarks);
     if (agrees && !named.expression.empty()) {
-        return registerUnit(named.expression, named.isAsWritten ? "name" : "reading",
-                            definition.place, remarks);
+        if (!definition.base) {
+            for (const std::string& reason : named.reasons) {
+                remarks.note(definition.place, "unit {}: {}", text::quoted(definition.name),
+                             reason);
+            }
+        }
+        const Unit unit = registerUnit(named.expression, named.isAsWritten ? "name" : "reading",
+                                       definition.place, remarks);
+        checkFactor(unit, *named.meaning, definition, remarks);
+        return unit;
     }
     Unit unit;
     if (definition.base && definition.base->factor == 1 && definition.base->offset == 0) {
@@ -54,7 +79,9 @@ Units::Unit Units::add(const fmi::UnitDefinition& definition, fmi::Remarks& rema
     }
     if (agrees) {
         remarks.note(definition.place, "unit {} {} and {}", text::quoted(definition.name),
-                     named.meaning ? "has a number in its name" : "is not known",
+                     !named.meaning               ? unknownText(named)
+                     : named.meaning->offset == 0 ? "has a number in its name"
+                                                  : "has an offset",
                      unit.id != inheritedUnit ? "is taken for its base units"
                                               : "has no place in the table");
     }

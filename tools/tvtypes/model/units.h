@@ -4,6 +4,7 @@
 
 #include "fmi/description.h"
 #include "fmi/remarks.h"
+#include "units/expansion.h"
 
 #include <tvtypes/units.h>
 
@@ -18,7 +19,7 @@ inline constexpr int inheritedUnit = -1;
 
 /// Registers a model's units in a table: by their names, in all usual spellings, else by their base
 /// units if the factor is 1 and the offset 0. A name that disagrees with the numbers in the
-/// description is a problem.
+/// description in all its meanings is a problem.
 ///
 /// The unit database is loaded only if the description has units. If it cannot be read, no unit is
 /// in the table.
@@ -46,6 +47,10 @@ class Units {
     Unit add(const fmi::UnitDefinition& definition, fmi::Remarks& remarks);
     Unit registerUnit(const std::string& expression, const char* source, const fmi::Place& place,
                       fmi::Remarks& remarks);
+
+    /// Notes a difference between the factor of the library and the exact one.
+    void checkFactor(const Unit& unit, const units::Expansion& meaning,
+                     const fmi::UnitDefinition& definition, fmi::Remarks& remarks) const;
 
     std::unique_ptr<TVTypeSys::UnitTable> table_;
     std::vector<Unit> all_;

@@ -1,19 +1,27 @@
 #include "units/reading.h"
 
-#include "text/number.h"
+#include "text/quote.h"
 #include "text/utf16.h"
+#include "units/conventions.h"
+#include "units/name_reading.h"
+#include "units/phrases.h"
 #include "units/spelling.h"
 
 #include <tvtypes/units.h>
 
 #include <fmt/format.h>
+#include <unicode/uchar.h>
+#include <unicode/utf8.h>
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstdlib>
 #include <limits>
 #include <optional>
+#include <span>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace tvtool::units {
@@ -21,90 +29,37 @@ namespace tvtool::units {
 namespace {
 
 using TVTypeSys::UnitBase;
-using TVTypeSys::UnitDatabase;
 
-struct UnitPower {
-    std::string name; ///< valid in an expression
-    std::int64_t power = 1;
+/// Letters that people write for a scale of temperature, and the units that they are.
+struct Letter {
+    std::string_view symbol;
+    std::string_view unit;
+    std::string_view temperature;
 };
+constexpr std::array<Letter, 3> temperatureLetters{
+    {{"C", "coulomb", "K or degC"}, {"F", "farad", "degF or degR"}, {"R", "roentgen", "degR"}}};
 
-/// Symbols that are often written without an operator between them.
-constexpr std::array<std::string_view, 15> joinable{"kg", "m", "s", "A",  "K", "mol", "cd", "N",
-                                                    "J",  "W", "V", "Pa", "C", "rad", "h"};
-/// Symbols that are prefixes at the beginning: ms is not metre second.
-constexpr std::array<std::string_view, 2> prefixes{"m", "h"};
-constexpr std::size_t longestProduct = 12;
-
-constexpr std::string_view decimalDigits = "0123456789";
-
-/// Returns the value of digits, 1 for none; empty if it is out of range.
-std::optional<std::int32_t> parsePower(std::string_view digits) {
-    return digits.empty() ? std::optional(1) : text::parseNumber<std::int32_t>(digits);
+std::string letterSentence(const Letter& letter) {
+    return fmt::format("{} is the {}; a temperature is {}", letter.symbol, letter.unit,
+                       letter.temperature);
 }
 
-/// Finds the products of common symbols that are joined to a text, by backtracking.
-class JoinedSymbols {
-  public:
-    explicit JoinedSymbols(std::string_view text) : text_(text) { search(0); }
+constexpr const char* poundsOfForce =
+    "a pound per square inch is a pressure if it is psi, and a mass per area if it is lbm/in^2";
 
-    /// Returns the product if there is exactly one.
-    std::vector<UnitPower> unique() const {
-        return count_ == 1 ? found_ : std::vector<UnitPower>();
-    }
+bool isPoundPerSquareInch(std::string_view mass, std::string_view length, std::int64_t power) {
+    const bool isPound = mass == "lb" || mass == "lbs" || mass == "pound" || mass == "pounds";
+    const bool isInch = length == "in" || length == "inch" || length == "inches";
+    return isPound && ((isInch && power == 2) || (length == "in2" && power == 1));
+}
 
-  private:
-    void search(std::size_t from) {
-        if (from == text_.size()) {
-            ++count_;
-            found_ = parts_;
-            return;
-        }
-        for (const std::string_view symbol : joinable) {
-            const bool isPrefix =
-                from == 0 && std::ranges::find(prefixes, symbol) != prefixes.end();
-            if (isPrefix || !text_.substr(from).starts_with(symbol)) {
-                continue;
-            }
-            const std::size_t digits = from + symbol.size();
-            const std::size_t end =
-                std::min(text_.find_first_not_of(decimalDigits, digits), text_.size());
-            if (const auto power = parsePower(text_.substr(digits, end - digits))) {
-                parts_.push_back({std::string(symbol), *power});
-                search(end);
-                parts_.pop_back();
-            }
-        }
-    }
-
-    std::string_view text_;
-    std::vector<UnitPower> parts_;
-    std::vector<UnitPower> found_;
-    int count_ = 0;
-};
+bool isTemperature(std::string_view unit) {
+    const std::string quantity = quantityOfUnit(unit);
+    return quantity == "thermodynamic_temperature" || quantity == "temperature_difference";
+}
 
 /// Returns whether the library accepts a text as an expression. It does not accept "unitless".
 bool isExpression(std::string_view text) { return UnitBase::isValidUnitExpr(text::toUtf16(text)); }
-
-/// Resolves a name without operators: a name in the database; one followed by a power, as m2; or a
-/// product of common symbols, as Nm, if there is only one such product. A power at the end of a
-/// product applies to its last part. Empty if the name is unknown.
-std::vector<UnitPower> resolveName(std::string_view text) {
-    if (std::string name = findUnitName(text); !name.empty()) {
-        return {{std::move(name), 1}};
-    }
-    const std::size_t lastLetter = text.find_last_not_of(decimalDigits);
-    if (lastLetter == std::string_view::npos) {
-        return {};
-    }
-    const std::string_view digits = text.substr(lastLetter + 1);
-    const std::optional<std::int32_t> power = parsePower(digits);
-    if (!digits.empty() && power) {
-        if (std::string name = findUnitName(text.substr(0, lastLetter + 1)); !name.empty()) {
-            return {{std::move(name), *power}};
-        }
-    }
-    return text.size() <= longestProduct ? JoinedSymbols(text).unique() : std::vector<UnitPower>();
-}
 
 /// A product of names, each once, in the order of their first occurrence.
 class Product {
@@ -131,13 +86,20 @@ class Product {
                 text += name.name + exponent(name.power);
             }
         }
+        std::string divisor;
+        std::size_t divisors = 0;
         for (const UnitPower& name : names_) {
             if (name.power < 0) {
-                text += text.empty() ? "1/" : "/";
-                text += name.name + exponent(-name.power);
+                divisor += divisor.empty() ? "" : "*";
+                divisor += name.name + exponent(-name.power);
+                ++divisors;
             }
         }
-        return text.empty() ? unitless : text;
+        if (divisors == 0) {
+            return text.empty() ? unitless : text;
+        }
+        return fmt::format("{}/{}", text.empty() ? "1" : text,
+                           divisors == 1 ? divisor : fmt::format("({})", divisor));
     }
 
   private:
@@ -164,60 +126,385 @@ exact::Number expressionFactor(std::string_view text) {
     }
 }
 
-Reading readSpelling(std::string_view text) {
-    const Spelling spelling = parseSpelling(text);
-    Product product;
-    // Memoised, because a long text repeats few names.
-    std::unordered_map<std::string_view, std::vector<UnitPower>> resolved;
-    for (const SpeltName& spelt : spelling.names) {
-        const auto [entry, isNew] = resolved.try_emplace(spelt.name);
-        if (isNew) {
-            entry->second = resolveName(spelt.name);
+/// Makes an expression of the names and powers of a text.
+class SpellingReader {
+  public:
+    explicit SpellingReader(std::string_view text) : text_(text), spelling_(parseSpelling(text)) {}
+
+    Reading read() {
+        const std::span<const SpeltName> names = spelling_.names;
+        for (std::size_t i = 0; i < names.size();) {
+            i += take(names.subspan(i));
         }
-        if (entry->second.empty()) {
-            throw UnknownUnit(text, spelt.position, spelt.name);
+        checkTemperatureLetters();
+        checkPoundsPerArea();
+        Reading reading{product_.expression(), false, spelling_.factor, {}};
+        if (isDivisorJoined_) {
+            addReason("all that is joined after the / belongs to the divisor");
         }
-        for (const UnitPower& name : entry->second) {
-            const std::int64_t outer = spelt.outer;
-            const bool isLast = &name == &entry->second.back();
-            if (!product.multiply(name, isLast ? spelt.power * outer : outer)) {
-                throw text::ParseError("the power is above 2147483647", std::string(text),
-                                       spelt.position);
+        reading.notes = std::move(reasons_);
+        return reading;
+    }
+
+  private:
+    [[noreturn]] void fail(const SpeltName& name, const std::string& sentence) const {
+        throw text::ParseError(sentence, std::string(text_), name.position);
+    }
+
+    static bool isJuxtaposed(Joint joint) { return joint == Joint::None || joint == Joint::Blank; }
+    static bool isJoined(const SpeltName& name) {
+        return isJuxtaposed(name.joint) || name.joint == Joint::Dash;
+    }
+
+    /// Takes the names of a phrase, or one name. Returns their number.
+    std::size_t take(std::span<const SpeltName> names) {
+        const SpeltName& name = names.front();
+        checkJoint(names);
+        if (!name.qualifier.empty()) {
+            multiply(name, readQualified(name));
+            return 1;
+        }
+        if (const Phrase& phrase = phraseAt(names); phrase.count > 0) {
+            // At most one word of a phrase has a power.
+            SpeltName joined = name;
+            for (const SpeltName& word : names.subspan(1, phrase.count - 1)) {
+                joined.power *= word.power;
             }
+            addReason(phrase.reason);
+            checkTorquePerTime(names, phrase);
+            multiply(joined, {{{phrase.unit, 1}}, {}});
+            return phrase.count;
+        }
+        if (names.size() > 1 && names[1].joint == Joint::Blank) {
+            failIfAny(name, reasonAgainstQualifier(name.name, names[1].name));
+            checkGaugePressure(name, names[1]);
+        }
+        multiply(name, single(name));
+        return 1;
+    }
+
+    void failIfAny(const SpeltName& name, const std::string& reason) const {
+        if (!reason.empty()) {
+            fail(name, reason);
         }
     }
-    return {product.expression(), false, spelling.factor, {}};
+
+    /// Rejects names that have no clear place in the product.
+    void checkJoint(std::span<const SpeltName> names) const {
+        const SpeltName& name = names.front();
+        const bool hasNext = names.size() > 1 && isJuxtaposed(names[1].joint);
+        if (hasNext && (isPercentage(name.name) || isPercentage(names[1].name))) {
+            fail(names[1], "a percentage of something is no unit; write %, or a sign between");
+        }
+        if (name.isDivisor && name.power < 0 && isJoined(name)) {
+            fail(name, "a negative power in the divisor has two readings; write either the / or "
+                       "the negative power");
+        }
+        if (name.isDivisor && name.joint == Joint::Sign && name.power < 0) {
+            fail(name, "a / and a negative power together are a product; write one of the two");
+        }
+    }
+
+    /// Rejects kg/cm2 g and the like.
+    void checkGaugePressure(const SpeltName& name, const SpeltName& next) const {
+        const std::string quantity = quantityOfUnit(name.name);
+        const bool isArea = quantity == "area" || (quantity == "length" && name.power == 2);
+        if (isArea && name.isDivisor && next.name == "g") {
+            fail(next, "g after an area is gauge pressure; write barg or psig, or * for the gram");
+        }
+    }
+
+    /// Rejects pounds per square inch, which are of force.
+    void checkPoundsPerArea() const {
+        const std::vector<SpeltName>& names = spelling_.names;
+        if (names.size() == 2 && names[0].power == 1 && names[1].isDivisor &&
+            isPoundPerSquareInch(names[0].name, names[1].name, names[1].power)) {
+            fail(names[0], poundsOfForce);
+        }
+    }
+
+    /// Rejects lb-ft/s and the like: it can be a momentum or a power, and lb-ft/s2 is a force.
+    void checkTorquePerTime(std::span<const SpeltName> names, const Phrase& phrase) const {
+        if (phrase.reason.empty() || names.size() == phrase.count) {
+            return;
+        }
+        const SpeltName& next = names[phrase.count];
+        const std::string quantity = quantityOfUnit(next.name);
+        const bool isTime = quantity == "time" || quantity == "squared_time";
+        const bool isPower =
+            phrase.unit == "ft_lbf" && quantity == "time" && std::abs(next.power) == 1;
+        if (next.isDivisor && isTime && !isPower) {
+            fail(names.front(), "a pound beside a length and a divisor of time has several "
+                                "readings; write lbm or lbf, and * for the product");
+        }
+    }
+
+    static bool isPercentage(std::string_view name) {
+        return name == "%" || name == "\u2030" || name == "\u2031";
+    }
+
+    /// Returns the reading of a name with another one in parentheses, which is never a product.
+    NameReading readQualified(const SpeltName& name) {
+        std::string unit = qualifiedUnit(name.name, name.qualifier);
+        failIfAny(name, reasonAgainstQualifier(name.name, name.qualifier));
+        if (unit.empty() || name.power != 1) {
+            fail(name, fmt::format("{}({}) is neither a unit nor a product; a product is written "
+                                   "{}*{}",
+                                   text::shortened(name.name), text::shortened(name.qualifier),
+                                   text::shortened(name.name), text::shortened(name.qualifier)));
+        }
+        return {{{std::move(unit), 1}}, {}};
+    }
+
+    /// Returns the phrase at the beginning of names; memoised.
+    const Phrase& phraseAt(std::span<const SpeltName> names) {
+        static const Phrase none;
+        std::size_t count = 1;
+        bool isRaised = names.front().power != 1;
+        while (count < std::min(names.size(), longestPhrase) && continuesPhrase(names[count])) {
+            isRaised = isRaised || names[count].power != 1;
+            ++count;
+        }
+        if (count == 1) {
+            return none;
+        }
+        const SpeltName& last = names[count - 1];
+        const std::size_t begin = names.front().position;
+        const std::string_view key = text_.substr(begin, last.position + last.name.size() - begin);
+        const auto [entry, isNew] = phrases_.try_emplace({key, isRaised});
+        if (isNew) {
+            entry->second = findPhrase(names.first(count));
+        }
+        return entry->second;
+    }
+
+    static bool continuesPhrase(const SpeltName& name) {
+        return name.joint != Joint::Sign && name.joint != Joint::None && name.qualifier.empty() &&
+               !name.followsDivisor;
+    }
+
+    /// Returns the reading of one name; memoised, because a long text repeats few names.
+    const NameReading& single(const SpeltName& name) {
+        const auto [entry, isNew] = readings_.try_emplace({name.name, name.power});
+        if (isNew) {
+            try {
+                entry->second = readName(name.name, name.power);
+            } catch (const RefusedName& error) {
+                fail(name, error.what());
+            }
+            if (entry->second.product.empty()) {
+                throw UnknownUnit(text_, name.position, name.name);
+            }
+            addReason(entry->second.reason);
+        }
+        return entry->second;
+    }
+
+    void multiply(const SpeltName& name, const NameReading& reading) {
+        std::int64_t outer = name.outer;
+        if (name.followsDivisor) {
+            if (name.joint != Joint::Dot || reading.product.size() > 1 ||
+                !isTemperature(reading.product.front().name)) {
+                fail(name, "it follows a divisor after a multiplication sign, which has two "
+                           "readings; write parentheses");
+            }
+            outer = -outer;
+            isDivisorJoined_ = true;
+        }
+        isDivisorJoined_ =
+            isDivisorJoined_ || (name.isDivisor && (isJoined(name) || reading.product.size() > 1));
+        const auto& [symbol, power] = reading.product.back();
+        if (symbol == "ms" && name.power < 0) {
+            fail(name, "ms is the millisecond here, and metre second to many; write m.s or 1/ms");
+        }
+        for (const UnitPower& unit : reading.product) {
+            const bool isLast = &unit == &reading.product.back();
+            // A gas volume has its power in the name.
+            const std::int64_t ownPower =
+                gasVolume(name.name) == unit.name ? name.power / 3 : name.power;
+            const std::int64_t power = isLast ? ownPower * outer : outer;
+            if (!product_.multiply(unit, power)) {
+                fail(name, "the power is above 2147483647");
+            }
+            noteDivisor(name, unit.name, unit.power * power);
+        }
+    }
+
+    void noteDivisor(const SpeltName& name, const std::string& unit, std::int64_t power) {
+        divisors_ += power < 0 ? 1 : 0;
+        const auto letter = std::ranges::find(temperatureLetters, unit, &Letter::symbol);
+        if (letter != temperatureLetters.end() && power == -1) {
+            temperatureLetter_ = letter;
+            letterPosition_ = name.position;
+        }
+    }
+
+    /// Rejects C, F and R in a divisor of several units, such as Btu/lb-F.
+    void checkTemperatureLetters() const {
+        if (temperatureLetter_ != nullptr && divisors_ > 1) {
+            throw text::ParseError(letterSentence(*temperatureLetter_), std::string(text_),
+                                   letterPosition_);
+        }
+    }
+
+    void addReason(const std::string& reason) {
+        constexpr std::size_t most = 4;
+        if (!reason.empty() && reasons_.size() < most &&
+            std::ranges::find(reasons_, reason) == reasons_.end()) {
+            reasons_.push_back(reason);
+        }
+    }
+
+    struct KeyHash {
+        template <class Second>
+        std::size_t operator()(const std::pair<std::string_view, Second>& key) const {
+            return std::hash<std::string_view>()(key.first) * 31 + std::hash<Second>()(key.second);
+        }
+    };
+
+    std::string_view text_;
+    Spelling spelling_;
+    Product product_;
+    std::unordered_map<std::pair<std::string_view, std::int32_t>, NameReading, KeyHash> readings_;
+    std::unordered_map<std::pair<std::string_view, bool>, Phrase, KeyHash> phrases_;
+    std::vector<std::string> reasons_;
+    const Letter* temperatureLetter_ = nullptr; ///< the last one in the divisor
+    std::size_t letterPosition_ = 0;
+    std::size_t divisors_ = 0;
+    bool isDivisorJoined_ = false;
+};
+
+/// Returns a text without blanks.
+std::string withoutBlanks(std::string_view text) {
+    std::string rest;
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t begin = i;
+        UChar32 character = -1;
+        U8_NEXT(reinterpret_cast<const std::uint8_t*>(text.data()), i, text.size(), character);
+        if (character < 0 || u_isUWhiteSpace(character) == 0) {
+            rest += text.substr(begin, i - begin);
+        }
+    }
+    return rest;
+}
+
+/// Returns a text without blanks at its ends.
+std::string_view trimmed(std::string_view text) {
+    const std::size_t begin = std::min(text.find_first_not_of(" \t\r\n"), text.size());
+    const std::size_t end = text.find_last_not_of(" \t\r\n");
+    return begin == text.size() ? std::string_view() : text.substr(begin, end + 1 - begin);
+}
+
+/// Adds the sentence that says what was read.
+Reading withNote(std::string_view text, Reading reading) {
+    const std::string number =
+        reading.factor == 1 ? "" : fmt::format("{} * ", exact::fractionText(reading.factor));
+    reading.notes.insert(reading.notes.begin(),
+                         fmt::format("{} is read as {}{}", text::quoted(text), number,
+                                     text::shortened(reading.expression)));
+    return reading;
+}
+
+Reading readConvention(std::string_view text, const Convention& convention) {
+    if (convention.reading.empty()) {
+        throw text::ParseError(std::string(convention.sentence), std::string(text), 0);
+    }
+    Reading reading{std::string(convention.reading), false, 1, {}};
+    if (!convention.sentence.empty()) {
+        reading.notes.emplace_back(convention.sentence);
+    }
+    return withNote(text, std::move(reading));
+}
+
+/// Returns remarks about an expression that is easily mistaken. Throws the error of a text whose
+/// usual meaning is no product, such as Nm^3.
+bool isMistakable(const Monomial& terms, std::vector<std::string>& notes) {
+    const auto isNegative = [](std::int32_t power) { return power < 0; };
+    const auto divisors = std::ranges::count_if(terms.powers, isNegative);
+    if (terms.names.size() == 2 && terms.powers[0] == 1 &&
+        isPoundPerSquareInch(text::toUtf8(terms.names[0]), text::toUtf8(terms.names[1]),
+                             -std::int64_t{terms.powers[1]})) {
+        notes.emplace_back(poundsOfForce);
+    }
+    for (std::size_t i = 0; i < terms.names.size(); ++i) {
+        const std::string name = text::toUtf8(terms.names[i]);
+        const std::int32_t power = terms.powers[i];
+        if ((power == 3 || power == -3) && !gasVolume(name).empty()) {
+            return true;
+        }
+        const auto letter = std::ranges::find(temperatureLetters, name, &Letter::symbol);
+        if (letter != temperatureLetters.end() && power == -1 && divisors > 1) {
+            notes.push_back(letterSentence(*letter));
+        }
+        if (std::string remark = remarkOnName(name); !remark.empty()) {
+            notes.push_back(std::move(remark));
+        }
+        if (power != 1 && power != -1 && power != 0 && splitJoined(name).size() > 1) {
+            notes.push_back(fmt::format("the power applies to all of {}, which is one unit", name));
+        }
+    }
+    return false;
+}
+
+/// Adds a note if a temperature follows the divisor after a *, as in W/m^2*K.
+void noteTemperatureAfterDivisor(std::string_view text, std::vector<std::string>& notes) {
+    try {
+        for (const SpeltName& name : parseSpelling(text).names) {
+            if (name.followsDivisor && isTemperature(name.name)) {
+                notes.push_back(fmt::format("{} after the * is not in the divisor; a divisor of "
+                                            "several units is written in parentheses",
+                                            name.name));
+                return;
+            }
+        }
+    } catch (const text::ParseError&) {
+        return;
+    }
+}
+
+/// Returns the reading of an expression of the library; empty for another text.
+std::optional<Reading> readExpression(std::string_view text) {
+    constexpr std::size_t longestMistakable = 200;
+    if (text == unitless) {
+        return Reading{unitless, true, 1, {}};
+    }
+    std::string expression = withoutBlanks(text);
+    if (!isExpression(text) || !isExpression(expression)) {
+        return std::nullopt;
+    }
+    if (const Convention* const convention = overridingConvention(expression)) {
+        return readConvention(text, *convention);
+    }
+    Reading reading{std::move(expression), true, expressionFactor(text), {}};
+    Monomial terms;
+    if (text.size() <= longestMistakable && parseUnitExpr(text::toUtf16(text), terms)) {
+        if (isMistakable(terms, reading.notes)) {
+            return std::nullopt;
+        }
+        noteTemperatureAfterDivisor(text, reading.notes);
+    }
+    return reading;
 }
 
 } // namespace
 
-std::string findUnitName(std::string_view text) {
-    const UnitDatabase& database = *UnitDatabase::getUnitDatabase();
-    const UnitBase::ReferenceSet units = database.getUnit(text::toUtf16(text));
-    if (units.empty()) {
-        return {};
-    }
-    if (isExpression(text)) {
-        return std::string(text);
-    }
-    const UnitBase& unit = units.begin()->get();
-    for (const std::u16string* const name : {&unit.symbol, &unit.name}) {
-        const UnitBase::ReferenceSet named = database.getUnit(*name);
-        if (!named.empty() && &named.begin()->get() == &unit && UnitBase::isValidUnitExpr(*name)) {
-            return text::toUtf8(*name);
-        }
-    }
-    return {};
-}
-
 Reading readUnit(std::string_view text) {
-    if (text == unitless || isExpression(text)) {
-        return {std::string(text), true, expressionFactor(text), {}};
+    if (std::optional<Reading> reading = readExpression(text)) {
+        return *std::move(reading);
     }
-    if (std::string name = findUnitName(text); !name.empty()) {
-        return {std::move(name), false, 1, {}};
+    const std::string_view trimmedText = trimmed(text);
+    if (std::string name = findUnitName(trimmedText);
+        !name.empty() && readExpression(name).has_value()) {
+        return withNote(text, {std::move(name), false, 1, {}});
     }
-    return readSpelling(text);
+    if (const Convention* const convention = conventionOfText(trimmedText)) {
+        return readConvention(text, *convention);
+    }
+    if (trimmedText.starts_with("10*") && trimmedText.size() > 3 && trimmedText[3] >= '0' &&
+        trimmedText[3] <= '9') {
+        throw text::ParseError("10*3 is 30; a power of ten is written 10^3", std::string(text), 0);
+    }
+    return withNote(text, SpellingReader(text).read());
 }
 
 } // namespace tvtool::units

@@ -4,6 +4,7 @@
 
 #include "exact/number.h"
 #include "text/parse_error.h"
+#include "units/unit_names.h"
 
 #include <string>
 #include <string_view>
@@ -17,9 +18,10 @@ inline constexpr const char* unitless = "unitless";
 
 struct Reading {
     std::string expression;   ///< in the grammar of the library
-    bool isAsWritten = true;  ///< whether the expression is the text itself
+    bool isAsWritten = true;  ///< whether the expression is the text without its blanks
     exact::Number factor = 1; ///< product of the numbers in the text, which expressions cannot hold
-    /// How the text was read where it is not an expression of the library: sentences.
+    /// What was read if the text is not an expression of the library, then the reasons where
+    /// something was guessed; also remarks about expressions that are easily mistaken. Sentences.
     std::vector<std::string> notes;
 };
 
@@ -32,13 +34,9 @@ class UnknownUnit : public text::ParseError {
     std::string name;
 };
 
-/// Returns a name, valid in an expression, of the unit whose name, symbol or alias the text is;
-/// else an empty text.
-std::string findUnitName(std::string_view text);
-
-/// Returns the expression for a text: the text itself if the library accepts it, else one for the
-/// unit that people write like this. Loads the database, and throws its errors. Throws an
-/// UnknownUnit or another text::ParseError for an invalid text.
+/// Returns the expression for a text: the text without its blanks if the library accepts it, else
+/// one for the unit that people write like this. Loads the database, and throws its errors. Throws
+/// an UnknownUnit or another text::ParseError for a text that is invalid or has several meanings.
 Reading readUnit(std::string_view text);
 
 } // namespace tvtool::units

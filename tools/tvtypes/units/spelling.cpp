@@ -6,6 +6,7 @@
 #include "units/tokens.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <limits>
 #include <optional>
@@ -20,8 +21,32 @@ constexpr std::int64_t tooGreat = greatestPower + 1;
 constexpr const char* factorExpected = "a unit, a number or (";
 constexpr const char* operatorExpected = "a sign such as *, / or ^, or the end";
 constexpr const char* closingExpected = "a sign such as *, / or ^, or )";
-constexpr const char* powerExpected = "a whole number, not above 2147483647";
+constexpr const char* powerExpected =
+    "a whole number, not above 2147483647, since units have whole powers";
 constexpr const char* shorterExpected = "a shorter number";
+constexpr const char* rootOfUnit = "the root of a unit is no unit, since units have whole powers";
+
+struct PowerWord {
+    std::string_view word;
+    int power;
+};
+
+constexpr std::array<PowerWord, 4> powersBefore{
+    {{"square", 2}, {"sq", 2}, {"cubic", 3}, {"cu", 3}}};
+constexpr std::array<PowerWord, 2> powersAfter{{{"squared", 2}, {"cubed", 3}}};
+
+/// Functions of values, which are not names of units.
+constexpr std::array<std::string_view, 8> functions{"sqrt",  "cbrt", "root", "log",
+                                                    "log10", "ln",   "lg",   "exp"};
+
+/// Returns the power of a word; 0 if it is none.
+template <std::size_t Count>
+int wordPower(const std::array<PowerWord, Count>& words, const Token& token) {
+    const auto found = std::ranges::find(words, token.text, &PowerWord::word);
+    return token.kind == TokenKind::Name && found != words.end() ? found->power : 0;
+}
+
+bool isPoint(const Token& token) { return token.kind == TokenKind::Times && token.text == "."; }
 
 /// Parses a whole number with an optional sign; empty for another text or a greater number.
 std::optional<std::int64_t> wholeNumber(std::string_view text) {
@@ -61,20 +86,27 @@ class Parser {
         std::size_t parent = 0;
         std::int64_t sign = 1; ///< before the group; also of a factor joined to it
         std::int64_t power = 1;
+        bool isSquare = false; ///< whether its brackets are square
     };
     struct Factor {
         std::size_t group = 0;
         std::int64_t sign = 1; ///< -1 after a /
         std::int64_t power = 1;
         std::size_t position = 0;
+        Joint joint = Joint::Sign;
+        bool followsDivisor = false;
         std::string_view name; ///< empty for a number
-        exact::Number number;
+        std::string_view qualifier;
+        exact::Number number = 1;
     };
 
     [[noreturn]] void fail(std::size_t position, const std::string& expected) const {
         throw text::ParseError("expected " + expected, std::string(text_), position);
     }
     [[noreturn]] void failAtNext(const char* expected) const {
+        if (tokens_.next().kind == TokenKind::Root) {
+            throw text::ParseError(rootOfUnit, std::string(text_), tokens_.next().position);
+        }
         fail(tokens_.next().position, expected);
     }
 
@@ -100,13 +132,18 @@ class Parser {
             openGroup();
             return true;
         case TokenKind::Name:
+            takeName();
+            break;
         case TokenKind::Number:
-            takeNameOrNumber();
+            takeNumber();
             break;
         default:
             failAtNext(factorExpected);
         }
         parsePowers(factors_.back().power);
+        if (Factor& factor = factors_.back(); !factor.name.empty() && factor.qualifier.empty()) {
+            factor.qualifier = parseQualifier(factor.name, factor.position);
+        }
         while (openGroups_ > 0 && tokens_.next().kind == TokenKind::Close) {
             closeGroup();
         }
@@ -114,34 +151,104 @@ class Parser {
     }
 
     void openGroup() {
-        tokens_.take();
-        groups_.push_back({group_, sign_, sign_});
+        const bool isSquare = tokens_.take().text == "[";
+        groups_.push_back({group_, sign_, sign_, isSquare});
         group_ = groups_.size() - 1;
         ++openGroups_;
         sign_ = 1;
+        joint_ = Joint::Sign;
         isGroupStart_ = true;
     }
 
     void closeGroup() {
-        tokens_.take();
         Group& closed = groups_[group_];
+        if ((tokens_.next().text == "]") != closed.isSquare) {
+            failAtNext(closingExpected);
+        }
+        tokens_.take();
         group_ = closed.parent;
         sign_ = closed.sign;
+        followsName_ = false;
         --openGroups_;
         parsePowers(closed.power);
     }
 
-    void takeNameOrNumber() {
+    /// Parses a name with what belongs to it, except for its powers.
+    void takeName() {
+        const std::int64_t power = std::max(wordPower(powersBefore, tokens_.next()), 1);
+        if (power != 1) {
+            tokens_.take();
+            if (isPoint(tokens_.next())) {
+                tokens_.take();
+            }
+            if (tokens_.next().kind != TokenKind::Name) {
+                failAtNext("a unit");
+            }
+        }
         const Token token = tokens_.take();
-        Factor factor{group_, sign_, 1, token.position, {}, 1};
-        if (token.kind == TokenKind::Name) {
-            factor.name = token.text;
-        } else if (const std::optional<exact::Number> number = numberValue(token.text)) {
-            factor.number = *number;
-        } else {
+        factors_.push_back({group_, sign_, power, token.position, joint_, followsDivisor_,
+                            token.text, parseQualifier(token.text, token.position), 1});
+        followsName_ = true;
+        followsDivisor_ = false;
+        skipAbbreviationPoint();
+        if (token.text.back() >= '0' && token.text.back() <= '9') {
+            checkNoFraction();
+        }
+    }
+
+    void takeNumber() {
+        const Token token = tokens_.next();
+        if (followsName_ && joint_ != Joint::Sign) {
+            fail(token.position, operatorExpected);
+        }
+        const std::optional<exact::Number> number = numberValue(token.text);
+        if (!number) {
             fail(token.position, shorterExpected);
         }
-        factors_.push_back(std::move(factor));
+        tokens_.take();
+        factors_.push_back({group_, sign_, 1, token.position, {}, false, {}, {}, *number});
+        followsName_ = false;
+    }
+
+    /// Parses a name in parentheses after a name; empty if something else follows.
+    std::string_view parseQualifier(std::string_view name, std::size_t position) {
+        if (tokens_.next().kind != TokenKind::Open) {
+            return {};
+        }
+        if (std::ranges::find(functions, name) != functions.end()) {
+            throw text::ParseError("a function of a unit is no unit, since units have whole powers",
+                                   std::string(text_), position);
+        }
+        Tokens ahead = tokens_;
+        ahead.take();
+        const Token qualifier = ahead.take();
+        if (qualifier.kind != TokenKind::Name || ahead.take().kind != TokenKind::Close) {
+            return {};
+        }
+        tokens_ = ahead;
+        return qualifier.text;
+    }
+
+    void skipAbbreviationPoint() {
+        if (!isPoint(tokens_.next()) || tokens_.next().isAfterBlank) {
+            return;
+        }
+        Tokens ahead = tokens_;
+        ahead.take();
+        switch (ahead.next().kind) {
+        case TokenKind::End:
+        case TokenKind::Close:
+        case TokenKind::Minus:
+        case TokenKind::Over:
+        case TokenKind::Caret:
+            tokens_ = ahead;
+            break;
+        case TokenKind::Name:
+            tokens_ = ahead.next().isAfterBlank ? ahead : tokens_;
+            break;
+        default:
+            break;
+        }
     }
 
     void parsePowers(std::int64_t& power) {
@@ -151,10 +258,14 @@ class Parser {
             if (next.kind == TokenKind::Caret) {
                 tokens_.take();
                 exponent = parseExponent();
+                checkNoFraction();
             } else if (next.kind == TokenKind::Superscript && !next.isAfterBlank) {
                 exponent = wholeNumber(superscriptNumber(tokens_.take().text));
             } else if (isSignedPower()) {
                 exponent = parseSigned();
+            } else if (const int word = wordPower(powersAfter, next)) {
+                tokens_.take();
+                exponent = word;
             } else {
                 return;
             }
@@ -162,6 +273,20 @@ class Parser {
             if (!exponent || power > greatestPower || power < -greatestPower) {
                 fail(next.position, powerExpected);
             }
+        }
+    }
+
+    /// Rejects the power of a name that goes on as a fraction, as in Hz^1/2 and m3/2.
+    void checkNoFraction() const {
+        if (!followsName_ || tokens_.next().kind != TokenKind::Over) {
+            return;
+        }
+        Tokens ahead = tokens_;
+        ahead.take();
+        const Token denominator = ahead.take();
+        if (denominator.kind == TokenKind::Number && !denominator.isAfterBlank &&
+            ahead.next().kind != TokenKind::Name) {
+            failAtNext(powerExpected);
         }
     }
 
@@ -184,7 +309,7 @@ class Parser {
         const std::int64_t exponent = parseSigned();
         for (; open > 0; --open) {
             if (tokens_.next().kind != TokenKind::Close) {
-                failAtNext(")");
+                failAtNext(tokens_.next().kind == TokenKind::Over ? powerExpected : ")");
             }
             tokens_.take();
         }
@@ -208,15 +333,25 @@ class Parser {
     bool parseOperator() {
         switch (tokens_.next().kind) {
         case TokenKind::Over:
+            tokens_.take();
+            sign_ = -1;
+            joint_ = Joint::Sign;
+            return true;
         case TokenKind::Times:
-            sign_ = tokens_.take().kind == TokenKind::Over ? -1 : 1;
+            followsDivisor_ = followsName_ && sign_ < 0;
+            sign_ = 1;
+            joint_ = tokens_.take().text == "*" ? Joint::Sign : Joint::Dot;
             return true;
         case TokenKind::Minus:
             parseDash();
+            joint_ = Joint::Dash;
             return true;
         case TokenKind::Open:
         case TokenKind::Name:
         case TokenKind::Number:
+            joint_ = !followsName_                 ? Joint::Sign
+                     : tokens_.next().isAfterBlank ? Joint::Blank
+                                                   : Joint::None;
             return true;
         case TokenKind::End:
             if (openGroups_ == 0) {
@@ -257,9 +392,10 @@ class Parser {
                 fail(factor.position, "powers that come to no more than 2147483647");
             }
             if (!factor.name.empty()) {
-                spelling.names.push_back({factor.name, factor.position,
-                                          static_cast<std::int32_t>(factor.power),
-                                          static_cast<std::int32_t>(outer)});
+                spelling.names.push_back(
+                    {factor.name, factor.position, static_cast<std::int32_t>(factor.power),
+                     static_cast<std::int32_t>(outer), factor.joint, factor.sign < 0,
+                     factor.followsDivisor, factor.qualifier});
                 continue;
             }
             const std::optional<exact::Number> number = exact::power(factor.number, power);
@@ -280,6 +416,9 @@ class Parser {
     std::size_t group_ = 0; ///< the innermost open group
     std::size_t openGroups_ = 0;
     std::int64_t sign_ = 1; ///< of the next factor
+    Joint joint_ = Joint::Sign;
+    bool followsDivisor_ = false; ///< whether the next name follows a sign after a divisor
+    bool followsName_ = false;    ///< whether the latest operand is a name
     bool isGroupStart_ = true;
 };
 

@@ -20,6 +20,7 @@ enum class TokenKind : std::uint8_t {
     Open,
     Close,
     Superscript, ///< a raised whole number, with its sign
+    Root,
     End,
     Unknown
 };
@@ -41,6 +42,7 @@ class Tokens {
 
   private:
     void advance();
+    std::size_t endOfName(std::size_t from) const;
     std::size_t endOfNumber(std::size_t from) const;
 
     std::string_view text_;
@@ -51,5 +53,9 @@ class Tokens {
 /// Returns the number of a superscript in ASCII, such as "-2", cut off after 12 characters, which
 /// are more than any valid power has.
 std::string superscriptNumber(std::string_view superscript);
+
+/// Returns a name with subscript digits as digits, and with the degree sign for characters that
+/// look like it.
+std::string plainName(std::string_view name);
 
 } // namespace tvtool::units
