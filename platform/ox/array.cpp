@@ -78,7 +78,7 @@ bool areDistinct(const std::vector<std::string>& names, const std::vector<std::s
 }
 
 /// Returns the position of the first field with a name; the number of fields if there is none. The
-/// field after the last one found, or else a binary search.
+/// field after the last one found, or the first one, or else a binary search.
 std::size_t fieldPosition(const oxArray_tag* value, const char* fieldName) {
     Records* records = recordsOf(value);
     if (records == nullptr || fieldName == nullptr) {
@@ -87,7 +87,11 @@ std::size_t fieldPosition(const oxArray_tag* value, const char* fieldName) {
     const std::vector<std::string>& names = records->fieldNames;
     const std::string_view name = fieldName;
     std::size_t position = records->next;
-    if (position >= names.size() || names[position] != name || !records->distinctNames) {
+    const auto isAtPosition = [&] { return position < names.size() && names[position] == name; };
+    if (!isAtPosition()) {
+        position = 0; // the first field of the next record
+    }
+    if (!isAtPosition() || !records->distinctNames) {
         const std::vector<std::size_t>& index = records->index;
         const auto found = std::lower_bound(index.begin(), index.end(), name,
                                             [&names](std::size_t one, std::string_view sought) {

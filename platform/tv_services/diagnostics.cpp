@@ -27,6 +27,10 @@ std::unique_ptr<tvsvDiagnosticImpl> take(tvsvDiagnosticImpl*& diagnostic) {
 
 fnd::except::IUserException makeException(std::shared_ptr<const tvsvDiagnosticImpl> diagnostic,
                                           const char* context) {
+    if (context == nullptr && diagnostic->size() == 1) {
+        const std::string& text = diagnostic->text(0);
+        return {std::move(diagnostic), text};
+    }
     std::string text = diagnostic->wholeText();
     if (context != nullptr) {
         text = std::string(context) + ": " + text;
@@ -36,8 +40,9 @@ fnd::except::IUserException makeException(std::shared_ptr<const tvsvDiagnosticIm
 
 } // namespace
 
-tvsvDiagnosticImpl::tvsvDiagnosticImpl(const msgcore::BaseMsgID& message)
-    : elements_{Element{message.id(), message.arguments(), message.text()}} {}
+tvsvDiagnosticImpl::tvsvDiagnosticImpl(const msgcore::BaseMsgID& message) {
+    elements_.push_back(Element{message.id(), message.arguments(), message.text()});
+}
 
 std::string tvsvDiagnosticImpl::wholeText() const {
     std::string whole;

@@ -26,8 +26,7 @@ class OwnMessage : public msgcore::BaseMsgID {
     std::string sentence_;
 };
 
-/// Messages by name. The id of a message has the name unless it says otherwise; the id of
-/// InvalidStructIndex is TorvaneTypes::general::InvalidStructIndex.
+/// Messages by name; the id of InvalidStructIndex is TorvaneTypes::general::InvalidStructIndex.
 namespace own {
 
 /// An index of a view. Arguments: name of the struct type, index.

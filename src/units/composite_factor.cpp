@@ -3,6 +3,7 @@
 #include "units/unit_lookup.h"
 #include "units/wrapping_arithmetic.h"
 
+#include <cassert>
 #include <cmath>
 #include <cstdint>
 #include <optional>
@@ -31,6 +32,7 @@ std::optional<Rational> listedFactor(const UnitDatabase& database, const Terms& 
 } // namespace
 
 void multiplyFactors(const UnitDatabase& database, const Terms& terms, Rational& product) {
+    assert(product == Rational::unity);
     bool wrapped = false;
     for (const auto& [unit, power] : terms) {
         const Rational& factor = unit.get().baseScalingFactor;

@@ -15,10 +15,10 @@ struct Term {
 };
 using Terms = boost::container::small_vector<Term, 8>;
 
-/// Multiplies `product`, which is 1, by the factors of the terms, as
-/// UnitBase::updateBaseScalingFactor does. If a multiplication overflows 32 bits, it becomes the
-/// factor that the database lists for the product of all terms; without such a factor the parts
-/// wrap. The product is no result, since the copy of a Rational has no flag.
+/// Multiplies `product` by the factors of the terms, as UnitBase::updateBaseScalingFactor does. If
+/// a multiplication overflows 32 bits, `product` becomes the factor that the database lists for the
+/// product of all terms; without such a factor the parts wrap. An output parameter, since a copied
+/// Rational loses its flag. \pre The product is 1.
 void multiplyFactors(const UnitDatabase& database, const Terms& terms, Rational& product);
 
 } // namespace TVTypeSys

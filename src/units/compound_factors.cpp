@@ -1,5 +1,6 @@
 #include "units/compound_factors.h"
 
+#include "services/text.h"
 #include "units/power_of_ten.h"
 
 #include <algorithm>
@@ -7,6 +8,8 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <string_view>
+#include <utility>
 
 namespace TVTypeSys {
 
@@ -30,11 +33,19 @@ int takePart(std::string_view& text) {
     return failure == std::errc() ? std::max(part, 0) : 0;
 }
 
+bool isBlank(char character) {
+    return character == ' ' || character == '\t' || character == '\r' || character == '\n';
+}
+
 } // namespace
 
-void CompoundFactors::add(std::string_view fractions) {
-    unparsed_.reserve(unparsed_.size() + 1 + fractions.size());
-    unparsed_.append(" ").append(fractions);
+void CompoundFactors::add(std::u16string fractions) {
+    if (unparsed_.empty()) {
+        unparsed_ = std::move(fractions);
+    } else {
+        unparsed_.reserve(unparsed_.size() + 1 + fractions.size());
+        unparsed_.append(u" ").append(fractions);
+    }
 }
 
 void CompoundFactors::clear() noexcept {
@@ -43,13 +54,13 @@ void CompoundFactors::clear() noexcept {
 }
 
 void CompoundFactors::parse() const {
-    constexpr std::string_view blanks = " \t\r\n";
     std::vector<Entry> entries = entries_; // empty, unless a second file was loaded
-    std::string_view rest = unparsed_;
-    for (std::size_t begin = 0; (begin = rest.find_first_not_of(blanks)) != rest.npos;) {
-        rest.remove_prefix(begin);
-        std::string_view fraction = rest.substr(0, rest.find_first_of(blanks));
-        rest.remove_prefix(fraction.size());
+    const std::string fractions = narrow(unparsed_);
+    const char* const end = fractions.data() + fractions.size();
+    for (const char* position = fractions.data(); position != end;) {
+        const char* const stop = std::find_if(position, end, isBlank);
+        std::string_view fraction(position, static_cast<std::size_t>(stop - position));
+        position = std::find_if_not(stop, end, isBlank);
         const int numerator = takePart(fraction);
         if (numerator == 0 || fraction.empty() || fraction.front() != '/') {
             continue;
@@ -65,7 +76,7 @@ void CompoundFactors::parse() const {
         return left.mantissa < right.mantissa;
     });
     entries_.swap(entries);
-    std::string().swap(unparsed_);
+    std::u16string().swap(unparsed_);
 }
 
 std::optional<Rational> CompoundFactors::find(double value, double exponent) const {

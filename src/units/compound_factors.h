@@ -7,7 +7,6 @@
 #include <mutex>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace TVTypeSys {
@@ -21,7 +20,7 @@ class CompoundFactors {
   public:
     /// Appends fractions such as "8009/5000", separated by blanks. Those whose parts are not
     /// positive integers within 32 bits are ignored.
-    void add(std::string_view fractions);
+    void add(std::u16string fractions);
 
     void clear() noexcept;
 
@@ -41,7 +40,7 @@ class CompoundFactors {
     void parse() const;
 
     mutable std::mutex parsing_;
-    mutable std::string unparsed_;
+    mutable std::u16string unparsed_;
     mutable std::vector<Entry> entries_; ///< by mantissa
 };
 

@@ -101,13 +101,16 @@ std::unique_ptr<UnitBase> readUnit(const UnitDatabase& database, const Record& r
         throwError(units::UnitNotInDatabase(narrow(common.quantity)));
     }
     const Rational scaling = record.scaling();
-    std::unique_ptr<UnitBase> unit(UnitFactory::createUnit(0, {}, expression, {}, scaling,
-                                                           record.offset(), {}, {}, common.systems,
-                                                           false, boost::cref(*abstractUnit)));
+    std::unique_ptr<Unit> unit(
+        UnitFactory::createUnit(expression, scaling, record.offset(), boost::cref(*abstractUnit)));
+    unit->setId(0);
     unit->name = std::move(name);
     unit->symbol = std::move(symbol);
     unit->display = std::move(display);
     unit->aliases = splitAtCommas(aliases);
+    for (const std::u16string& system : common.systems) {
+        unit->addOwnerUnitSystem(system);
+    }
     return unit;
 }
 
@@ -162,9 +165,7 @@ void UnitDatabase::loadUnitDatabase(const std::u16string& path) {
     if (file.records("compounds")) { // optional
         readAll(
             file, "compounds", shownPath, errors, [](std::size_t) {},
-            [&](const Record& record) {
-                units_->compoundFactors().add(record.narrowText("Factors"));
-            });
+            [&](const Record& record) { units_->compoundFactors().add(record.text("Factors")); });
     }
     errors.throwIfAny();
 }

@@ -75,9 +75,9 @@ class TVTYPES_API UnitDatabase {
     /// database is loaded.
     static UnitDatabase* getUnitDatabase();
 
-    /// Adds the contents of a file: unit systems, abstract units, concrete units, in this order, and
-    /// the factors for products of units that overflow 32 bits, which a file need not have
-    /// (UnitTable). A record can refer only to records before it. Throws TorvaneTypes::Unit messages:
+    /// Adds the contents of a file: unit systems, abstract units, concrete units, and the factors
+    /// for products of units that overflow 32 bits, in this order. A record can refer only to
+    /// records before it. A file without such factors is valid. Throws TorvaneTypes::Unit messages:
     /// - UnitDatabaseFileOpenError (path) at once if the file cannot be opened, followed by
     ///   UnitDatabaseFileUnreadable (reason).
     /// - Errors in the contents at the end, as one diagnostic in the order of the file; all valid

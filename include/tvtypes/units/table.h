@@ -24,10 +24,10 @@ namespace TVTypeSys {
 /// The unit of a text that is a name, symbol or alias of the unit database is a copy of that unit;
 /// any other text defines a composite unit, which is in this table only. Its factor is the product
 /// of the factors of its units; if that overflows 32 bits, it is the factor that the database lists
-/// for the product, or wraps if there is none. Each spelling has an id of
-/// its own. Units of the table refer to units of the database, which must not be cleared before the
-/// table is destroyed or reset. A table may be used by one thread at a time; different tables may
-/// be used by different threads. An operation that throws changes nothing.
+/// for the product, or wraps if there is none. Each spelling has an id of its own. Units of the
+/// table refer to units of the database, which must not be cleared before the table is destroyed or
+/// reset. A table may be used by one thread at a time; different tables may be used by different
+/// threads. An operation that throws changes nothing.
 class TVTYPES_API UnitTable {
   public:
     /// Creates a table with "inherit" and "unitless". Loads the unit database if it is not loaded,
