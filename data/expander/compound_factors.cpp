@@ -5,6 +5,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdlib>
 #include <limits>
 
 namespace tvdata {

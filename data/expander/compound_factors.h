@@ -4,7 +4,9 @@
 
 #include "catalogue.h"
 
+#include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -26,7 +28,7 @@ class CompoundFactors {
     /// each of others in the denominator.
     void addCombination(Record& record);
 
-    /// Returns the fractions of the factors, mantissas in any order: "8009/5000". A factor of a
+    /// Returns fractions that equal the factors up to a power of ten: "8009/5000". A factor of a
     /// database unit has the fraction of that unit.
     std::vector<std::string> fractions() const;
 

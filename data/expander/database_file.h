@@ -8,7 +8,7 @@
 
 namespace tvdata {
 
-/// Returns the text of the file: one JSON object with three variables, one line for each record.
+/// Returns the text of the file: one JSON object with four variables, one line for each record.
 std::string databaseText(const Catalogue& catalogue, const CompoundFactors& compounds);
 
 } // namespace tvdata
