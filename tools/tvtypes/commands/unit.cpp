@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <istream>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <ostream>
@@ -114,10 +113,8 @@ void convertValues(const Options& options, Console& console) {
                                             valuesOf(options), table);
     std::vector<units::ConvertedValue> values;
     const bool readsInput = options.units[0] == "-";
-    if (conversion.exists() && !readsInput) {
-        std::transform(options.units.begin(), options.units.begin() + count,
-                       std::back_inserter(values),
-                       [&](const std::string& value) { return conversion.convert(value); });
+    for (std::size_t i = 0; i < count && conversion.exists() && !readsInput; ++i) {
+        values.push_back(conversion.convert(options.units[i]));
     }
     units::ConversionReport report(conversion, options.json, console.out);
     std::ranges::for_each(values, [&](const auto& value) { report.add(value); });
