@@ -140,8 +140,11 @@ bool checkMeaning(const Subject& subject, NamedMeaning& named, fmi::Remarks& rem
         }
         other.meaning->offset += alternative.offset;
         if (compare(*other.meaning).empty()) {
-            remarks.note(subject.place, "{} is ambiguous: its numbers are those of {}{}{}",
-                         subject.text, alternative.reading.expression,
+            const exact::Number& number = alternative.reading.factor;
+            remarks.note(subject.place, "{} is ambiguous: its numbers are those of {}{}{}{}",
+                         subject.text,
+                         number == 1 ? "" : fmt::format("{} * ", exact::fractionText(number)),
+                         alternative.reading.expression,
                          alternative.usualMeaning.empty() ? "" : "; by its name it is ",
                          alternative.usualMeaning);
             other.isAsWritten = false;
