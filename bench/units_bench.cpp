@@ -7,6 +7,7 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 #include <random>
 #include <string>
@@ -116,6 +117,37 @@ void registerKnown(benchmark::State& state) {
 }
 BENCHMARK(registerKnown);
 
+/// Texts that are rejected: an unknown name after valid ones, or an operator without an operand.
+std::vector<std::string> invalidExpressions() {
+    std::vector<std::string> made = expressionsTimes("nounit");
+    for (std::size_t i = 0; i < made.size(); i += 2) {
+        made[i] = expressions()[i] + "*";
+    }
+    return made;
+}
+
+/// \param read whether the text of the error is read
+void reject(benchmark::State& state, bool read) {
+    const std::vector<std::string> texts = invalidExpressions();
+    UnitTable table;
+    for ([[maybe_unused]] auto iteration : state) {
+        for (const std::string& text : texts) {
+            try {
+                benchmark::DoNotOptimize(table.registerUnit(text.c_str(), true));
+                state.SkipWithError(text.c_str());
+                return;
+            } catch (const std::exception& error) {
+                if (read) {
+                    benchmark::DoNotOptimize(std::strlen(error.what()));
+                }
+            }
+        }
+    }
+    countItems(state);
+}
+BENCHMARK_CAPTURE(reject, unread, false);
+BENCHMARK_CAPTURE(reject, read, true);
+
 void lookUp(benchmark::State& state) {
     const UnitDatabase& database = *UnitDatabase::getUnitDatabase();
     std::vector<std::u16string> texts;
@@ -160,6 +192,10 @@ void load(benchmark::State& state) {
     const std::size_t before = heapInUse();
     state.counters["units"] = static_cast<double>(UnitDatabase::getUnitDatabase()->getNumUnits());
     state.counters["heap"] = static_cast<double>(heapInUse() - before);
+    std::vector<std::u16string> words;
+    UnitDatabase::getUnitDatabase()->getAutoCompleteUnitSuggestions(UnitDatabase::SearchByName,
+                                                                    u"x", words);
+    state.counters["heapCompleted"] = static_cast<double>(heapInUse() - before);
 }
 BENCHMARK(load)->Unit(benchmark::kMillisecond);
 
@@ -195,6 +231,21 @@ void udunitsParse(benchmark::State& state) {
     countItems(state);
 }
 BENCHMARK(udunitsParse);
+
+void udunitsReject(benchmark::State& state) {
+    const System system;
+    const std::vector<std::string> texts = invalidExpressions();
+    for ([[maybe_unused]] auto iteration : state) {
+        for (const std::string& text : texts) {
+            if (system.parse(text) != nullptr) {
+                state.SkipWithError(text.c_str());
+                return;
+            }
+        }
+    }
+    countItems(state);
+}
+BENCHMARK(udunitsReject);
 
 void udunitsFactor(benchmark::State& state) {
     const System system;

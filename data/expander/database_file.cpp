@@ -69,10 +69,12 @@ std::string formatVariable(std::string_view name, const Records& records) {
 
 } // namespace
 
-std::string databaseText(const Catalogue& catalogue) {
-    return fmt::format("{{\n{},\n{},\n{}\n}}\n", formatVariable("unitSystems", catalogue.systems()),
+std::string databaseText(const Catalogue& catalogue, const CompoundFactors& compounds) {
+    return fmt::format("{{\n{},\n{},\n{},\n\"compounds\": [\n{{\"Factors\":\"{}\"}}\n]\n}}\n",
+                       formatVariable("unitSystems", catalogue.systems()),
                        formatVariable("abstractUnits", catalogue.quantities()),
-                       formatVariable("units", catalogue.units()));
+                       formatVariable("units", catalogue.units()),
+                       fmt::join(compounds.fractions(), " "));
 }
 
 } // namespace tvdata

@@ -119,6 +119,17 @@ Form nearestForm(const Exact& number, std::int32_t largest) {
     return nearest.value();
 }
 
+Form shortForm(const Exact& number) {
+    constexpr std::int32_t eightDigits = 99'999'999;
+    const Exact tolerance = number / raised(Exact(10), 15);
+    auto nearest = nearestFraction(number, eightDigits).value();
+    if (abs(Exact(nearest.numerator, nearest.denominator) - number) > tolerance) {
+        nearest = nearestFraction(number, largestPart).value();
+    }
+    return {static_cast<std::int32_t>(nearest.numerator),
+            static_cast<std::int32_t>(nearest.denominator), 0};
+}
+
 Exact valueOf(const Form& form) {
     return Exact(form.numerator, form.denominator) * raised(Exact(10), form.exponent);
 }

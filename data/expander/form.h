@@ -29,6 +29,10 @@ std::optional<Form> exactForm(const Exact& number, std::optional<int> exponent);
 /// positive.
 Form nearestForm(const Exact& number, std::int32_t largest);
 
+/// Returns the nearest form with the exponent 0 and parts of eight digits, or, if it is not correct
+/// to 15 digits, of 32 bits. \pre `number` is from 0.1 to 10.
+Form shortForm(const Exact& number);
+
 /// Returns the value of a form.
 Exact valueOf(const Form& form);
 

@@ -11,12 +11,13 @@ namespace {
 
 void expand(const std::string& target, int count, const char* const* sources) {
     tvdata::Catalogue catalogue;
+    tvdata::CompoundFactors compounds(catalogue);
     for (int i = 0; i < count; ++i) {
-        tvdata::readSourceFile(sources[i], catalogue);
+        tvdata::readSourceFile(sources[i], catalogue, compounds);
     }
     catalogue.checkCommonUnits();
     std::ofstream file(target, std::ios::binary | std::ios::trunc);
-    file << tvdata::databaseText(catalogue) << std::flush;
+    file << tvdata::databaseText(catalogue, compounds) << std::flush;
     if (!file) {
         throw tvdata::Fault(target + ": cannot be written");
     }

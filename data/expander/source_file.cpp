@@ -9,6 +9,7 @@
 #include <array>
 #include <fstream>
 #include <iterator>
+#include <type_traits>
 
 namespace tvdata {
 
@@ -16,13 +17,24 @@ namespace {
 
 struct Kind {
     std::string_view member;
-    void (Catalogue::*add)(Record&);
+    void (*add)(Record&, Catalogue&, CompoundFactors&);
 };
 
-constexpr std::array<Kind, 4> kinds{{{"systems", &Catalogue::addSystem},
-                                     {"prefixes", &Catalogue::addPrefix},
-                                     {"quantities", &Catalogue::addQuantity},
-                                     {"units", &Catalogue::addUnit}}};
+template <auto Add>
+void addTo(Record& record, Catalogue& catalogue, CompoundFactors& compounds) {
+    if constexpr (std::is_invocable_v<decltype(Add), Catalogue&, Record&>) {
+        (catalogue.*Add)(record);
+    } else {
+        (compounds.*Add)(record);
+    }
+}
+
+constexpr std::array<Kind, 6> kinds{{{"systems", addTo<&Catalogue::addSystem>},
+                                     {"prefixes", addTo<&Catalogue::addPrefix>},
+                                     {"quantities", addTo<&Catalogue::addQuantity>},
+                                     {"units", addTo<&Catalogue::addUnit>},
+                                     {"classes", addTo<&CompoundFactors::addClass>},
+                                     {"combinations", addTo<&CompoundFactors::addCombination>}}};
 
 boost::json::value parseFile(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
@@ -49,7 +61,7 @@ std::string recordLabel(const boost::json::value& record, std::size_t number) {
 
 } // namespace
 
-void readSourceFile(const std::string& path, Catalogue& catalogue) {
+void readSourceFile(const std::string& path, Catalogue& catalogue, CompoundFactors& compounds) {
     const boost::json::value file = parseFile(path);
     for (const auto& [member, records] : file.get_object()) {
         const auto kind = std::ranges::find(kinds, std::string_view(member), &Kind::member);
@@ -64,7 +76,7 @@ void readSourceFile(const std::string& path, Catalogue& catalogue) {
                     throw Fault("is not an object");
                 }
                 Record record(fields.get_object());
-                (catalogue.*kind->add)(record);
+                kind->add(record, catalogue, compounds);
             } catch (const Fault& fault) {
                 throw Fault(fmt::format("{}: {}, record {}: {}", path, std::string_view(member),
                                         recordLabel(fields, i + 1), fault.what()));

@@ -39,6 +39,8 @@ void delimited_ustring_to_vector(std::vector<std::basic_string<char16_t>>& piece
                                  char16_t escape) {
     std::vector<std::basic_string<char16_t>> found;
     if (!text.empty()) {
+        const auto delimiters = std::count(text.begin(), text.end(), delimiter);
+        found.reserve(static_cast<std::size_t>(delimiters) + 1);
         found.emplace_back();
     }
     const char16_t* const end = text.data() + text.size();

@@ -72,10 +72,7 @@ std::int32_t checkedLength(std::size_t length) {
 std::string toUtf8(std::u16string_view text) {
     checkedLength(text.size());
     if (isAscii(text)) {
-        std::string result(text.size(), '\0');
-        std::transform(text.begin(), text.end(), result.begin(),
-                       [](char16_t character) { return static_cast<char>(character); });
-        return result;
+        return {text.begin(), text.end()};
     }
     if (text.size() <= shortText) {
         std::array<char, maximumBytes * shortText> buffer;
@@ -89,9 +86,7 @@ std::string toUtf8(std::u16string_view text) {
 fnd::ustring fromUtf8(std::string_view text) {
     checkedLength(text.size());
     if (isAscii(text)) {
-        fnd::ustring result(text.size(), u'\0');
-        std::copy(text.begin(), text.end(), result.begin());
-        return result;
+        return {text.begin(), text.end()};
     }
     if (text.size() <= shortText) {
         std::array<char16_t, shortText> buffer;

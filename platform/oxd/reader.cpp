@@ -51,15 +51,17 @@ class Table {
 
     /// Shares the value of a cell with the previous one of its column if they are equal, which is
     /// frequent.
-    void putText(std::string_view text) {
+    /// \param lasts whether the characters outlive the table; if not, the next cell does not share
+    void putText(std::string_view text, bool lasts) {
         Latest& latest = latest_[place_];
-        if (latest.text == nullptr || latest.characters != text) {
-            latest.characters = text;
-            latest.text = oxCreateString(latest.characters);
-            put(Value(latest.text));
-        } else {
+        if (latest.text != nullptr && latest.characters == text) {
             putAgain(latest.text);
+            return;
         }
+        oxArray_tag* const value = oxCreateString(std::string(text));
+        put(Value(value));
+        latest.text = lasts ? value : nullptr;
+        latest.characters = text;
     }
     void putNumber(double number) {
         Latest& latest = latest_[place_];
@@ -92,7 +94,7 @@ class Table {
     /// Last text and number of a column, which a cell owns.
     struct Latest {
         oxArray_tag* text = nullptr;
-        std::string characters; ///< content of the text
+        std::string_view characters; ///< content of the text
         oxArray_tag* number = nullptr;
         double value = 0; ///< content of the number
     };
@@ -186,7 +188,8 @@ class Builder {
         if (!inRecord_) {
             return fail(error, notARecordReason());
         }
-        tables_.back().putText(whole(part));
+        const bool isWhole = partial_.empty(); // a part of the text that is parsed
+        tables_.back().putText(whole(part), isWhole);
         partial_.clear();
         return true;
     }

@@ -1,15 +1,13 @@
 #include "services/errors.h"
 
-#include <tv_services/diagnostics.h>
-
 namespace TVTypeSys {
 
 void throwError(const msgcore::BaseMsgID& message) {
     throwError(tvsvCreateDiagnosticFromMessageID(message));
 }
 
-void throwError(tvsvDiagnosticImpl* diagnostic) {
-    tvsvThrowIExceptionFromDiagnostic(diagnostic, nullptr);
+tvsvDiagnosticImpl* createDiagnostic(const msgcore::BaseMsgID& message) {
+    return tvsvCreateDiagnosticFromMessageID(message);
 }
 
 void throwOutOfMemory() { throwError(tvsvCreateMemoryAllocationDiagnostic()); }

@@ -10,6 +10,28 @@ OwnMessage::OwnMessage(std::string_view id, std::vector<std::string> arguments,
 
 OwnMessage::~OwnMessage() = default;
 
+namespace {
+
+std::string invalidUnitSentence(const std::string& text, const std::string& unknown) {
+    const bool beginsWithDigit = !unknown.empty() && unknown[0] >= '0' && unknown[0] <= '9';
+    std::string sentence = "\"";
+    if (unknown.empty() || beginsWithDigit) {
+        sentence.append(text).append("\" is not a unit expression. A unit expression consists of "
+                                     "names, powers with ^ and whole numbers, *, / and "
+                                     "parentheses, such as kg*m/s^2.");
+        return sentence;
+    }
+    sentence.append(unknown);
+    if (unknown != text) {
+        sentence.append("\" in \"").append(text);
+    }
+    sentence.append("\" is not the name, symbol or alias of a unit in the unit database. Upper and "
+                    "lower case differ.");
+    return sentence;
+}
+
+} // namespace
+
 namespace own {
 
 InvalidStructIndex::InvalidStructIndex(const std::string& type, std::int64_t index)
@@ -36,6 +58,9 @@ UnitDatabaseFileLoadRecordError::UnitDatabaseFileLoadRecordError(const std::stri
                      variable +
                      "\", counted from 0, is missing or has the wrong type. A text is a string, a "
                      "number is within 32 bits.") {}
+
+InvalidUnit::InvalidUnit(const std::string& id, const std::string& text, const std::string& unknown)
+    : OwnMessage("TorvaneTypes::" + id, {text}, invalidUnitSentence(text, unknown)) {}
 
 } // namespace own
 

@@ -26,7 +26,8 @@ class OwnMessage : public msgcore::BaseMsgID {
     std::string sentence_;
 };
 
-/// Messages by name; the id of InvalidStructIndex is TorvaneTypes::general::InvalidStructIndex.
+/// Messages by name. The id of a message has the name unless it says otherwise; the id of
+/// InvalidStructIndex is TorvaneTypes::general::InvalidStructIndex.
 namespace own {
 
 /// An index of a view. Arguments: name of the struct type, index.
@@ -53,6 +54,15 @@ class UnitDatabaseFileLoadRecordError final : public OwnMessage {
   public:
     UnitDatabaseFileLoadRecordError(const std::string& variable, std::int64_t index,
                                     const std::string& field);
+};
+
+/// A text that is not an expression of units in the database. Argument: the text. The message has
+/// an id of the catalogue, whose own sentence is about other texts too.
+class InvalidUnit final : public OwnMessage {
+  public:
+    /// \param id      without "TorvaneTypes::"
+    /// \param unknown a name in the text that no unit has; "" if the text is not an expression
+    InvalidUnit(const std::string& id, const std::string& text, const std::string& unknown);
 };
 
 } // namespace own

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace TVTypeSys {
@@ -12,6 +13,9 @@ std::u16string wide(const char* text);
 
 /// Converts UTF-16 to UTF-8.
 std::string narrow(const std::u16string& text);
+
+/// Appends a UTF-16 text, converted to UTF-8.
+void appendNarrow(std::string& out, std::u16string_view text);
 
 /// Returns whether every character is a letter or a digit.
 bool isAlphanumeric(const std::u16string& text);

@@ -26,7 +26,11 @@ std::optional<std::string> Records::narrowText(std::size_t record, const char* f
     if (value == nullptr || !oxIsString(value)) {
         return std::nullopt;
     }
-    return oxcore::get_string(value, fnd::i18n::codecvt_ustring_to_string("", true));
+    return oxcore::get_string(value, converter_);
+}
+
+const void* Records::address(std::size_t record, const char* field) const {
+    return oxGetField(value_.get(), record, field);
 }
 
 std::optional<int> Records::integer(std::size_t record, const char* field) const {

@@ -2,6 +2,8 @@
 /// Reader of the host's variable files, whose variables are arrays of records.
 #pragma once
 
+#include <fndi18n/codecvt.h>
+
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -23,6 +25,10 @@ class Records {
     /// Returns the same in UTF-8.
     std::optional<std::string> narrowText(std::size_t record, const char* field) const;
 
+    /// Returns the address of a field: if two records have the same one, they have the same value.
+    /// Null if the field is missing. Values that are repeated in a file mostly share an address.
+    const void* address(std::size_t record, const char* field) const;
+
     /// Returns a field as an integer, with its fraction truncated. Returns nothing if the field is
     /// missing, not a number, or out of the range of int.
     std::optional<int> integer(std::size_t record, const char* field) const;
@@ -35,6 +41,7 @@ class Records {
     explicit Records(oxArray_tag* value) : value_(value) {}
 
     std::unique_ptr<oxArray_tag, Release> value_;
+    fnd::i18n::codecvt_ustring_to_string converter_{"", true};
 };
 
 /// An open variable file.

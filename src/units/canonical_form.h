@@ -6,9 +6,8 @@
 
 namespace TVTypeSys {
 
-/// Adds a power of another unit to the terms and the canonical form of a unit. The other unit is
-/// expanded to its canonical form unless it has an offset: then it is a term itself. The factor of
-/// the unit is not changed.
-void addTerm(UnitBase& unit, UnitBase::Reference term, int power);
+/// Adds a power of another unit to the canonical form of a unit. The other unit is expanded to its
+/// own canonical form unless it has an offset: then it is a term itself.
+void addToCanonicalForm(UnitBase& unit, UnitBase::Reference term, int power);
 
 } // namespace TVTypeSys

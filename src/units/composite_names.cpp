@@ -3,6 +3,8 @@
 #include "services/text.h"
 #include "units/resolved_names.h"
 
+#include <boost/container/small_vector.hpp>
+
 #include <algorithm>
 #include <string_view>
 
@@ -10,40 +12,67 @@ namespace TVTypeSys {
 
 namespace {
 
-const std::u16string& symbolOrName(const UnitBase& unit) {
-    return unit.symbol.empty() ? unit.name : unit.symbol;
+/// A run of characters between operators, or an operator.
+struct Token {
+    std::u16string_view text;
+    const UnitBase* unit; ///< the only unit that the text denotes, or null
+};
+
+bool isDelimiter(char16_t character) {
+    switch (character) {
+    case u'(':
+    case u')':
+    case u'*':
+    case u'/':
+    case u'^':
+        return true;
+    default:
+        return false;
+    }
 }
 
-void appendToken(ResolvedNames& names, std::u16string_view token, CompositeNames& result) {
-    const UnitMatch match = names.match(token);
-    if (match.count != 1) {
-        result.name += token;
-        result.symbol += token;
-        result.display += narrow(std::u16string(token));
-        return;
-    }
-    const UnitBase& unit = *match.first;
-    result.name += unit.name;
-    result.symbol += symbolOrName(unit);
-    result.display += unit.display.empty() ? narrow(symbolOrName(unit)) : unit.display;
+std::u16string_view symbolOrName(const UnitBase& unit) {
+    return unit.symbol.empty() ? unit.name : unit.symbol;
 }
 
 } // namespace
 
 CompositeNames compositeNames(ResolvedNames& names, const std::u16string& expression) {
-    constexpr std::u16string_view delimiters = u"()*/^";
-    CompositeNames result;
+    boost::container::small_vector<Token, 16> tokens;
+    std::size_t nameSize = 0;
+    std::size_t symbolSize = 0;
     std::u16string_view rest = expression;
     while (!rest.empty()) {
-        const std::size_t length = std::min(rest.find_first_of(delimiters), rest.size());
+        const auto end = std::find_if(rest.begin(), rest.end(), isDelimiter);
+        const auto length = static_cast<std::size_t>(end - rest.begin());
+        Token token{rest.substr(0, std::max<std::size_t>(length, 1)), nullptr};
+        rest.remove_prefix(token.text.size());
         if (length != 0) {
-            appendToken(names, rest.substr(0, length), result);
-            rest.remove_prefix(length);
+            const UnitMatch match = names.match(token.text);
+            token.unit = match.count == 1 ? match.first : nullptr;
+        }
+        nameSize += token.unit == nullptr ? token.text.size() : token.unit->name.size();
+        symbolSize += token.unit == nullptr ? token.text.size() : symbolOrName(*token.unit).size();
+        tokens.push_back(token);
+    }
+    CompositeNames result;
+    result.name.reserve(nameSize);
+    result.symbol.reserve(symbolSize);
+    result.display.reserve(symbolSize);
+    for (const auto& [text, unit] : tokens) {
+        if (isDelimiter(text.front())) {
+            result.name += text.front();
+            result.symbol += text.front();
+            result.display += static_cast<char>(text.front());
+            continue;
+        }
+        result.name += unit == nullptr ? text : unit->name;
+        const std::u16string_view symbol = unit == nullptr ? text : symbolOrName(*unit);
+        result.symbol += symbol;
+        if (unit == nullptr || unit->display.empty()) {
+            appendNarrow(result.display, symbol);
         } else {
-            result.name += rest.front();
-            result.symbol += rest.front();
-            result.display += static_cast<char>(rest.front());
-            rest.remove_prefix(1);
+            result.display += unit->display;
         }
     }
     return result;

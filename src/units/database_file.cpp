@@ -25,6 +25,8 @@ class Record {
         return required(records_.narrowText(index_, field), field);
     }
 
+    const void* address(const char* field) const { return records_.address(index_, field); }
+
     Rational rational(const char* numerator, const char* denominator, const char* exponent) const {
         // In sequence, so that the first of several errors is reported.
         const int top = integer(numerator);
@@ -69,39 +71,39 @@ std::unique_ptr<UnitBase> readAbstractUnit(const Record& record) {
     return unit;
 }
 
-/// Splits a text at its commas. Most units belong to the same systems as the unit before.
-class SystemNames {
-  public:
-    const std::vector<std::u16string>& split(const std::u16string& text) {
-        if (text != text_) {
-            names_ = splitAtCommas(text);
-            text_ = text;
-        }
-        return names_;
-    }
-
-  private:
-    std::u16string text_;
-    std::vector<std::u16string> names_;
+/// Fields that most units have in common with the unit before. They are read again if they differ.
+struct CommonFields {
+    const void* systemsAddress = nullptr;
+    std::vector<std::u16string> systems;
+    const void* quantityAddress = nullptr;
+    std::u16string quantity;
 };
 
 std::unique_ptr<UnitBase> readUnit(const UnitDatabase& database, const Record& record,
-                                   SystemNames& systemNames) {
+                                   CommonFields& common) {
     std::u16string name = record.text("Name");
     std::u16string symbol = record.text("Symbol");
     const std::u16string expression = record.text("Expression");
     const std::u16string aliases = record.text("Alias");
     std::string display = record.narrowText("Display");
-    const std::u16string systems = record.text("UnitSystem");
-    const std::u16string quantity = record.text("AbstractUnit");
-    const UnitBase* abstractUnit = UnitLookup::abstract(database, quantity).first;
+    if (const void* address = record.address("UnitSystem");
+        address == nullptr || address != common.systemsAddress) {
+        common.systems = splitAtCommas(record.text("UnitSystem"));
+        common.systemsAddress = address;
+    }
+    if (const void* address = record.address("AbstractUnit");
+        address == nullptr || address != common.quantityAddress) {
+        common.quantity = record.text("AbstractUnit");
+        common.quantityAddress = address;
+    }
+    const UnitBase* abstractUnit = UnitLookup::abstract(database, common.quantity).first;
     if (abstractUnit == nullptr) {
-        throwError(units::UnitNotInDatabase(narrow(quantity)));
+        throwError(units::UnitNotInDatabase(narrow(common.quantity)));
     }
     const Rational scaling = record.scaling();
-    std::unique_ptr<UnitBase> unit(
-        UnitFactory::createUnit(0, {}, expression, {}, scaling, record.offset(), {}, {},
-                                systemNames.split(systems), false, boost::cref(*abstractUnit)));
+    std::unique_ptr<UnitBase> unit(UnitFactory::createUnit(0, {}, expression, {}, scaling,
+                                                           record.offset(), {}, {}, common.systems,
+                                                           false, boost::cref(*abstractUnit)));
     unit->name = std::move(name);
     unit->symbol = std::move(symbol);
     unit->display = std::move(display);
@@ -146,7 +148,7 @@ void UnitDatabase::loadUnitDatabase(const std::u16string& path) {
         repository.addUnit(std::move(unit));
     };
     ErrorList errors;
-    SystemNames systemNames;
+    CommonFields common;
     readAll(
         file, "unitSystems", shownPath, errors, [](std::size_t) {},
         [&](const Record& record) { addUnitSystem(readUnitSystem(record)); });
@@ -156,7 +158,7 @@ void UnitDatabase::loadUnitDatabase(const std::u16string& path) {
         [&](const Record& record) { add(*abstractUnits_, readAbstractUnit(record)); });
     readAll(
         file, "units", shownPath, errors, [&](std::size_t count) { units_->reserve(count); },
-        [&](const Record& record) { add(*units_, readUnit(*this, record, systemNames)); });
+        [&](const Record& record) { add(*units_, readUnit(*this, record, common)); });
     if (file.records("compounds")) { // optional
         readAll(
             file, "compounds", shownPath, errors, [](std::size_t) {},

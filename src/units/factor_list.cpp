@@ -11,6 +11,10 @@ namespace {
 
 /// Truncates each character to its low 16 bits; a surrogate pair to those of its code point.
 std::u16string truncateCharacters(std::u16string_view text) {
+    const auto isSurrogate = [](char16_t character) { return (character & 0xf800U) == 0xd800U; };
+    if (std::none_of(text.begin(), text.end(), isSurrogate)) {
+        return std::u16string(text);
+    }
     constexpr std::uint32_t surrogateBits = 10;
     std::u16string name;
     name.reserve(text.size());

@@ -18,8 +18,14 @@ bool ResolvedNames::allFound() const {
 }
 
 UnitMatch ResolvedNames::match(std::u16string_view text) {
-    const std::size_t position = positions_.find(text, names_.size());
-    return position < names_.size() ? matches_[position] : UnitLookup::concrete(database_, text);
+    const std::size_t position = next_ < names_.size() && names_[next_] == text
+                                     ? next_
+                                     : positions_.find(text, names_.size());
+    if (position == names_.size()) {
+        return UnitLookup::concrete(database_, text);
+    }
+    next_ = position + 1;
+    return matches_[position];
 }
 
 } // namespace TVTypeSys

@@ -38,7 +38,10 @@ bool Unit::compatibleWithUnit(const UnitBase& other) const {
         return false;
     }
     const auto& measure = static_cast<const Unit&>(other);
-    return std::strcmp(compatibilityKey.c_str(), measure.compatibilityKey.c_str()) == 0 &&
+    const char* const key = compatibilityKey.c_str();
+    const char* const otherKey = measure.compatibilityKey.c_str();
+    // Nearly all keys are empty.
+    return *key == *otherKey && (*key == '\0' || std::strcmp(key, otherKey) == 0) &&
            abstractUnit.get().equivalentToUnit(measure.abstractUnit);
 }
 

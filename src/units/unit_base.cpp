@@ -74,7 +74,8 @@ void UnitBase::addTerms(const Monomial& terms) {
     try {
         for (std::size_t i = 0; i < terms.names.size(); ++i) {
             const Reference term = getFirstMatchingUnitInDatabase(terms.names[i]);
-            addTerm(*this, term, terms.powers[i]);
+            addUnitInfo(term, {terms.powers[i], 0});
+            addToCanonicalForm(*this, term, terms.powers[i]);
             updateBaseScalingFactor(term.get().baseScalingFactor, terms.powers[i]);
         }
         updateBaseScalingFactor(scaling, 1);
@@ -116,18 +117,25 @@ int UnitBase::compare(const UnitBase& other) const {
 }
 
 bool UnitBase::dimensionallyEquivalentWithUnit(const UnitBase& other) const {
-    if (fundamentalExprAST.size() != other.fundamentalExprAST.size()) {
+    std::size_t remaining = fundamentalExprAST.size();
+    if (remaining != other.fundamentalExprAST.size()) {
         return false;
     }
-    auto term = other.fundamentalExprAST.begin();
-    for (const auto& [unit, info] : fundamentalExprAST) {
+    auto left = fundamentalExprAST.begin();
+    auto right = other.fundamentalExprAST.begin();
+    for (; remaining != 0; --remaining) {
+        const auto& [unit, info] = *left;
+        const auto& [otherUnit, otherInfo] = *right;
         // Almost always the same object: a fundamental unit of the database.
-        const bool isSame = unit.get_pointer() == term->first.get_pointer();
-        if (info.power != term->second.power || info.secondary != term->second.secondary ||
-            !(isSame || unit.get().compare(term->first) == 0)) {
+        const bool isSame = unit.get_pointer() == otherUnit.get_pointer();
+        if (info.power != otherInfo.power || info.secondary != otherInfo.secondary ||
+            !(isSame || unit.get().compare(otherUnit) == 0)) {
             return false;
         }
-        ++term;
+        if (remaining > 1) { // a step beyond the last node climbs the whole tree
+            ++left;
+            ++right;
+        }
     }
     return true;
 }

@@ -1,5 +1,6 @@
 #include "services/errors.h"
 #include "services/guard.h"
+#include "services/own_messages.h"
 #include "services/text.h"
 #include "units/canonical_form.h"
 #include "units/composite_factor.h"
@@ -46,6 +47,14 @@ bool isPredefinedName(const std::u16string& text) {
     return text == u"inherit" || text == u"unitless";
 }
 
+/// Returns the message of a text that is no expression of units in the database.
+/// \param terms its names; empty if the text is not an expression
+own::InvalidUnit invalidUnit(const char* id, const char* text, const Monomial& terms) {
+    const auto unknown =
+        std::find_if_not(terms.names.begin(), terms.names.end(), UnitBase::isValidUnitName);
+    return {id, orEmpty(text), unknown == terms.names.end() ? std::string() : narrow(*unknown)};
+}
+
 } // namespace
 
 UnitTable::UnitTable() { initialize(); }
@@ -73,6 +82,16 @@ void UnitTable::resetToBuiltin() {
 }
 
 int UnitTable::registerUnit(const char* expression, bool parse) {
+    // Thrown from a frame that has nothing to destroy, since unwinding would be most of the cost.
+    tvsvDiagnosticImpl* error = nullptr;
+    const int id = findOrRegister(expression, parse, error);
+    if (error != nullptr) {
+        throwError(error);
+    }
+    return id;
+}
+
+int UnitTable::findOrRegister(const char* expression, bool parse, tvsvDiagnosticImpl*& error) {
     const std::u16string text = wide(expression);
     const Registration* known = registrationOf(text);
     if (known != nullptr && known->generation == UnitLookup::generation()) {
@@ -80,15 +99,13 @@ int UnitTable::registerUnit(const char* expression, bool parse) {
     }
     Monomial terms;
     const bool isExpression = parseUnitExpr(text, terms);
-    const auto throwInvalid = [&] {
-        throwError(units::InvalidUnitExpression(orEmpty(expression)));
-    };
     if (known != nullptr) {
         // Registered without a lookup, or before units of the database were cleared.
         const bool isValid = isExpression && std::all_of(terms.names.begin(), terms.names.end(),
                                                          UnitBase::isValidUnitName);
         if (!isValid && !isPredefinedName(text)) {
-            throwInvalid();
+            error = createDiagnostic(invalidUnit("Unit::InvalidUnitExpression", expression, terms));
+            return noUnit;
         }
         // Read after the lookup, which may have loaded the database. 0 is never current.
         exprToId_[text].generation = isValid ? UnitLookup::generation() : 0;
@@ -99,7 +116,8 @@ int UnitTable::registerUnit(const char* expression, bool parse) {
     }
     std::unique_ptr<UnitBase> unit = isExpression ? makeUnit(text, &terms) : nullptr;
     if (unit == nullptr) {
-        throwInvalid();
+        error = createDiagnostic(invalidUnit("Unit::InvalidUnitExpression", expression, terms));
+        return noUnit;
     }
     const int id = newId();
     unit->setId(id);
@@ -118,18 +136,23 @@ std::unique_ptr<UnitBase> UnitTable::makeUnit(const std::u16string& text,
     if (const UnitBase* known = names.match(text).first) {
         return std::unique_ptr<UnitBase>(known->clone());
     }
-    const CompositeNames composite = compositeNames(names, text);
-    std::unique_ptr<UnitBase> unit(UnitFactory::createUnit(
-        noUnit, composite.name, text, composite.display, Rational::unity, Rational::zero, {}, "",
-        {}, false, UnitFactory::getDefaultAbstractUnit()));
-    unit->symbol = composite.symbol;
+    CompositeNames composite = compositeNames(names, text);
+    std::unique_ptr<UnitBase> unit(UnitFactory::createUnit(text, Rational::unity, Rational::zero,
+                                                           UnitFactory::getDefaultAbstractUnit()));
+    unit->name = std::move(composite.name);
+    unit->symbol = std::move(composite.symbol);
+    unit->display = std::move(composite.display);
     Terms found;
     for (std::size_t i = 0; i < terms->powers.size(); ++i) {
         const UnitBase* term = names[i].first;
         found.push_back({term != nullptr ? boost::cref(*term)
                                          : unit->getFirstMatchingUnitInDatabase(terms->names[i]),
                          terms->powers[i]});
-        addTerm(*unit, found.back().unit, found.back().power);
+        unit->addUnitInfo(found.back().unit, {found.back().power, 0});
+    }
+    // Apart, so that the nodes of the canonical form, which are read most, are adjacent in memory.
+    for (const auto& [term, power] : found) {
+        addToCanonicalForm(*unit, term, power);
     }
     multiplyFactors(database, found, unit->baseScalingFactor);
     return unit;
@@ -146,12 +169,22 @@ int UnitTable::newId() const {
     return greatest + 1;
 }
 
+void UnitTable::reserveExpression() {
+    constexpr std::size_t growth = 4;
+    const double capacity =
+        static_cast<double>(exprToId_.bucket_count()) * exprToId_.max_load_factor();
+    if (static_cast<double>(exprToId_.size()) >= capacity) {
+        exprToId_.reserve(growth * exprToId_.size());
+    }
+}
+
 void UnitTable::enter(const std::u16string& text, std::unique_ptr<UnitBase>& unit,
                       unsigned generation) {
     const int id = unit->getId();
+    reserveExpression();
     // A new registration has the serial number 0, which no unit has: it has lapsed until it is set.
     Registration& registration = exprToId_.try_emplace(text).first->second;
-    Entry& entry = idToUnit_.try_emplace(id).first->second;
+    Entry& entry = idToUnit_.try_emplace(idToUnit_.end(), id)->second;
     if (entry.unit == nullptr) {
         entry = {std::move(unit), ++latestSerial_};
     } else if (entry.unit == unit) {
@@ -180,7 +213,9 @@ bool UnitTable::isAValidUnit(const char* text) { return UnitBase::isValidUnitExp
 
 void UnitTable::validateUnitExpr(const char* text) {
     if (!isAValidUnit(text)) {
-        throwError(general::InvalidDataType(orEmpty(text)));
+        Monomial terms;
+        parseUnitExpr(wide(text), terms);
+        throwError(invalidUnit("general::InvalidDataType", text, terms));
     }
 }
 

@@ -12,7 +12,7 @@ namespace tvdata {
 
 namespace {
 
-std::string expansionError(const std::string& unit) {
+std::string expansionError(const std::string& unit, const std::string& combinations = "") {
     const auto path = std::filesystem::temp_directory_path() /
                       testing::UnitTest::GetInstance()->current_test_info()->name();
     std::ofstream(path) << R"({"systems": [{"name": "SI"}],
@@ -20,11 +20,13 @@ std::string expansionError(const std::string& unit) {
 "quantities": [{"name": "length", "is": "length"}, {"name": "ratio", "is": "length^0"}],
 "units": [{"name": "metre", "symbol": "m", "quantity": "length", "systems": "SI", "is": "m"},
 {"name": "foot", "symbol": "ft", "quantity": "length", "systems": "SI", "is": "0.3048 m"},
-)" << unit << "]}";
+)" << unit << "]" << combinations
+                        << "}";
     std::string fault = "accepted";
     try {
         Catalogue catalogue;
-        readSourceFile(path.string(), catalogue);
+        CompoundFactors compounds(catalogue);
+        readSourceFile(path.string(), catalogue, compounds);
     } catch (const Fault& error) {
         fault = error.what();
         EXPECT_TRUE(fault.starts_with(path.string() + ": ")) << fault;
@@ -76,6 +78,21 @@ TEST(UnitSource, ReportsInvalidRecords) {
     EXPECT_EQ(
         expansionError(unit(good + R"("is": "1/12 ft", "words": "inches", "prefixes": "all")")),
         "accepted");
+}
+
+TEST(UnitSource, ReportsInvalidCombinations) {
+    const std::string inch = unit(R"("symbol": "in", "quantity": "length", "is": "1/12 ft")");
+    for (
+        const auto& [records, reason] : std::initializer_list<std::pair<const char*, const char*>>{
+            {R"("classes": [{"name": "a", "units": "span"}])", "\"span\" is not defined"},
+            {R"("classes": [{"name": "a", "common_units_of": "width"}])", "unknown quantity"},
+            {R"("classes": [{"name": "a"}, {"name": "a"}])", "record 2 (a): the class is already"},
+            {R"("combinations": [{"over": "a"}])", "combinations, record 1: the unit \"a\" is"},
+            {R"("combinations": [{"above": "ft"}])", "unknown field \"above\""},
+            {R"("classes": [{"name": "a", "units": "in,ft^2"}], "combinations": [{"under": "a,in"}])",
+             "accepted"}}) {
+        EXPECT_THAT(expansionError(inch, std::string(", ") + records), testing::HasSubstr(reason));
+    }
 }
 
 TEST(UnitSource, SelectsNearestForm) {

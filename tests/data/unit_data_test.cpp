@@ -1,8 +1,7 @@
 // The units of the database against the definitions of their sources, in exact arithmetic.
-#include "catalogue.h"
 #include "fault.h"
-#include "source_file.h"
 #include "support/errors.h"
+#include "unit_sources.h"
 
 #include <tvtypes/units.h>
 
@@ -29,17 +28,6 @@ namespace {
 
 using fnd::i18n::to_ustring;
 using tvdata::Exact;
-
-const tvdata::Catalogue& catalogue() {
-    static const tvdata::Catalogue all = [] {
-        tvdata::Catalogue read;
-        for (const std::string& path : tvdata::splitList(TVTYPES_UNIT_SOURCES)) {
-            tvdata::readSourceFile(path, read);
-        }
-        return read;
-    }();
-    return all;
-}
 
 const UnitDatabase& database() { return *UnitDatabase::getUnitDatabase(); }
 
@@ -103,11 +91,6 @@ boost::json::array records(std::string_view variable) {
 std::string field(const boost::json::value& record, std::string_view name) {
     const auto* const value = record.as_object().if_contains(name);
     return value == nullptr ? "" : std::string(value->as_string());
-}
-
-std::vector<std::string> compounds() {
-    std::ifstream file(TVTYPES_TEST_DATA "/compounds.txt");
-    return {std::istream_iterator<std::string>(file), {}};
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 #include "support/failing_allocations.h"
 #include "units/database_fixture.h"
 
+#include <cstring>
+
 namespace {
 
 using namespace TVTypeSys;
@@ -134,6 +136,35 @@ TEST_F(UnitTableTest, RejectsUnknownNames) {
     EXPECT_EQ(given, 7);
     EXPECT_EQ(UnitTable::RegisterUnit(&table, nullptr, "m", &given), nullptr);
     EXPECT_EQ(given, 1);
+}
+
+TEST_F(UnitTableTest, ExplainsInvalidTexts) {
+    const auto sentence = [](const auto& operation) -> std::string {
+        try {
+            operation();
+        } catch (const fnd::except::IException& error) {
+            EXPECT_EQ(error.diagnostic().text(0), error.what());
+            return error.what();
+        }
+        return "no error";
+    };
+    const std::pair<const char*, const char*> cases[] = {
+        {"newtn", "\"newtn\" is not the name,"},
+        {"kg*newtn/m/poond", "\"newtn\" in \"kg*newtn/m/poond\" is not the name,"},
+        {"", "\"\" is not a unit expression. A unit"},
+        {"m^", "\"m^\" is not a unit"},
+        {"2*m", "\"2*m\" is not a unit"}, // 2 is a name here
+        {"N\u00b7m", "\"N\u00b7m\" is not a unit"},
+        {"kg m", "\"kg m\" is not a unit"},
+        {"m^0.5", "\"m^0.5\" is not a unit"},
+        {"m^newtn", "\"m^newtn\" is not a unit"},
+        {"(m", "\"(m\" is not a unit"},
+    };
+    for (const auto& [text, expected] : cases) {
+        const std::string registered = sentence([&, t = text] { id(t); });
+        EXPECT_EQ(registered.substr(0, std::strlen(expected)), expected);
+        EXPECT_EQ(registered, sentence([t = text] { UnitTable::validateUnitExpr(t); }));
+    }
 }
 
 TEST_F(UnitTableTest, ComparesUnits) {

@@ -71,7 +71,8 @@ class TVTYPES_API UnitTable {
 
     /// Returns whether the text is an expression of names in the database.
     static bool isAValidUnit(const char* text);
-    /// Throws TorvaneTypes::general::InvalidDataType (text) unless isAValidUnit(text).
+    /// Throws TorvaneTypes::general::InvalidDataType (text) unless isAValidUnit(text). As with
+    /// registerUnit(), the sentence has the first unknown name of an expression.
     static void validateUnitExpr(const char* text);
 
     /// Returns the id of a registered text; -10 if it is not registered.
@@ -129,6 +130,13 @@ class TVTYPES_API UnitTable {
         unsigned generation; ///< of the database that has the names of the text; 0 if not looked up
     };
 
+    /// Does what registerUnit() does. Returns an invalid expression as an error, which the caller
+    /// owns.
+    TVTYPES_LOCAL int findOrRegister(const char* expression, bool parse,
+                                     tvsvDiagnosticImpl*& error);
+    /// Makes room for another expression. The hash of each expression is computed again then, so
+    /// the room grows faster than by default.
+    TVTYPES_LOCAL void reserveExpression();
     const Registration* registrationOf(const std::u16string& text) const;
     int newId() const;
     /// Creates the unit of a text from its names and powers. Without powers, a composite unit gets
