@@ -112,7 +112,7 @@ TEST(UnitReading, MatchesExpression) {
           "fl. oz. -> floz", "US gal -> gal", "US fl oz -> floz", "imp gal -> gal_imp",
           "gal(UK) -> gal_imp", "ton (metric) -> t", "hp(metric) -> PS", "cal(IT) -> cal_IT",
           "watt hour -> Wh", "foot pounds -> lbf*ft", "nautical miles -> nmi", "r.p.m. -> rpm",
-          "parts per million -> ppm", "per cent -> percent", "in. -> in",
+          "parts per million -> ppm", "per cent -> percent", "in. -> in", "m\u00B3. -> m^3",
           // Signs and names.
           "Ohm -> ohm", "k\u03A9\u00B7cm -> kohm*cm", "% -> percent", "\u2030 -> permil",
           "%/K -> percent/K", "\u00B5m -> um", "\u03BCm/s -> um/s", "g/cm\u00B3 -> g/cm^3",
@@ -146,7 +146,7 @@ TEST(UnitReading, RefusesWithReason) {
           "dBc -> is a level", "dBW -> is a level", "dBSPL -> is a level", "dB SPL -> is a level",
           "dBm/Hz -> is a level", "m3(STP) -> gas volume", "VAC -> what is measured",
           "Vrms -> write V", "AC -> AC and DC", "N(m) -> written N*m", "%FS -> a percentage of",
-          "% FS -> a percentage of",
+          "% FS -> a percentage of", "mol-% -> a percentage of", "dB re 20 uPa -> is a level",
           // Powers.
           "m^0.5 -> whole powers", "V/sqrt(Hz) -> whole powers", "V/\u221AHz -> whole powers",
           "nV/rtHz -> whole powers", "Hz^1/2 -> whole powers", "m3/2 -> whole powers",

@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <initializer_list>
@@ -34,10 +35,24 @@ std::string powersDifference(const Powers& byName, const Powers& other) {
                                          units::productText(byName), units::productText(other));
 }
 
+/// Returns whether a number is another one rounded to its digits, which are at least six.
+bool isRounded(double given, double value) {
+    constexpr int fewestDigits = 6;
+    // Of the shortest decimal that is the same double.
+    const std::string text = fmt::format("{}", given);
+    const std::string_view decimal = std::string_view(text).substr(0, text.find('e'));
+    const std::size_t first = std::min(decimal.find_first_of("123456789"), decimal.size());
+    const auto count = static_cast<int>(
+        std::ranges::count_if(decimal.substr(first), [](char c) { return c >= '0' && c <= '9'; }));
+    return count >= fewestDigits &&
+           fmt::format("{:.{}e}", value, count - 1) == fmt::format("{:.{}e}", given, count - 1);
+}
+
 /// Returns the difference between a number and that of the name; empty if there is none.
 std::string numberDifference(const char* kind, double given, double absent,
                              const exact::Number& byName) {
-    if (exact::areClose(exact::Number(given), byName, tolerance)) {
+    if (exact::areClose(exact::Number(given), byName, tolerance) ||
+        isRounded(given, static_cast<double>(byName))) {
         return {};
     }
     return fmt::format("has {}; by its name it has {:.10g}",
@@ -125,8 +140,11 @@ bool checkMeaning(const Subject& subject, NamedMeaning& named, fmi::Remarks& rem
         }
         other.meaning->offset += alternative.offset;
         if (compare(*other.meaning).empty()) {
-            remarks.note(subject.place, "{} is ambiguous: its numbers are those of {}{}{}",
-                         subject.text, alternative.reading.expression,
+            const exact::Number& number = alternative.reading.factor;
+            remarks.note(subject.place, "{} is ambiguous: its numbers are those of {}{}{}{}",
+                         subject.text,
+                         number == 1 ? "" : fmt::format("{} * ", exact::fractionText(number)),
+                         alternative.reading.expression,
                          alternative.usualMeaning.empty() ? "" : "; by its name it is ",
                          alternative.usualMeaning);
             other.isAsWritten = false;

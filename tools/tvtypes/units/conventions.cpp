@@ -1,5 +1,6 @@
 #include "units/conventions.h"
 
+#include "text/quote.h"
 #include "units/unit_names.h"
 
 #include <fmt/format.h>
@@ -213,7 +214,7 @@ std::string reasonAgainstName(std::string_view name) {
     constexpr std::string_view decibel = "dB";
     constexpr std::size_t longestSuffix = 9;
     if (name.starts_with(decibel) && name.size() > decibel.size()) {
-        return levelReason(name, name.substr(decibel.size()));
+        return levelReason(text::shortened(name), name.substr(decibel.size()));
     }
     for (const std::string_view root : roots) {
         if (name.starts_with(root) && !findUnitName(name.substr(root.size())).empty()) {
@@ -232,7 +233,7 @@ std::string reasonAgainstName(std::string_view name) {
 
 std::string reasonAgainstQualifier(std::string_view name, std::string_view qualifier) {
     if (name == "dB") {
-        return levelReason(fmt::format("dB({})", qualifier), qualifier);
+        return levelReason(fmt::format("dB({})", text::shortened(qualifier)), qualifier);
     }
     return suffixReason(name, qualifier);
 }

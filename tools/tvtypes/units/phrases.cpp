@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <optional>
 
 namespace tvtool::units {
@@ -99,7 +100,7 @@ bool isRaised(const SpeltName& name) { return name.power != 1; }
 /// moment of inertia, lb-ft^2.
 Phrase findTorque(std::span<const SpeltName> names) {
     const std::string_view words[] = {names[0].name, names[1].name};
-    for (const std::size_t first : {0, 1}) {
+    for (std::size_t first = 0; first < std::size(words); ++first) {
         const std::string_view force = meaningIn(massesAsForces, words[first]);
         const std::string_view arm = meaningIn(arms, words[1 - first]);
         if (force.empty() || arm.empty() || isRaised(names[0]) || isRaised(names[1])) {

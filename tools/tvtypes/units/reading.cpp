@@ -192,7 +192,7 @@ class SpellingReader {
     /// Rejects names that have no clear place in the product.
     void checkJoint(std::span<const SpeltName> names) const {
         const SpeltName& name = names.front();
-        const bool hasNext = names.size() > 1 && isJuxtaposed(names[1].joint);
+        const bool hasNext = names.size() > 1 && isJoined(names[1]);
         if (hasNext && (isPercentage(name.name) || isPercentage(names[1].name))) {
             fail(names[1], "a percentage of something is no unit; write %, or a sign between");
         }
@@ -416,8 +416,21 @@ Reading readConvention(std::string_view text, const Convention& convention) {
     return withNote(text, std::move(reading));
 }
 
-/// Returns remarks about an expression that is easily mistaken. Throws the error of a text whose
-/// usual meaning is no product, such as Nm^3.
+/// Rejects levels with their reference, and powers of ten as medical units write them.
+void checkBeginning(std::string_view text, std::string_view trimmedText) {
+    if (trimmedText.starts_with("dB re")) {
+        throw text::ParseError(reasonAgainstQualifier("dB", trimmedText.substr(3)),
+                               std::string(text), 0);
+    }
+    constexpr std::string_view ten = "10*";
+    if (trimmedText.starts_with(ten) && trimmedText.size() > ten.size() &&
+        trimmedText[ten.size()] >= '0' && trimmedText[ten.size()] <= '9') {
+        throw text::ParseError("10*3 is 30; a power of ten is written 10^3", std::string(text), 0);
+    }
+}
+
+/// Adds remarks about an expression that is easily mistaken. Returns whether its usual meaning is
+/// not that of the library, as that of Nm^3.
 bool isMistakable(const Monomial& terms, std::vector<std::string>& notes) {
     const auto isNegative = [](std::int32_t power) { return power < 0; };
     const auto divisors = std::ranges::count_if(terms.powers, isNegative);
@@ -500,10 +513,7 @@ Reading readUnit(std::string_view text) {
     if (const Convention* const convention = conventionOfText(trimmedText)) {
         return readConvention(text, *convention);
     }
-    if (trimmedText.starts_with("10*") && trimmedText.size() > 3 && trimmedText[3] >= '0' &&
-        trimmedText[3] <= '9') {
-        throw text::ParseError("10*3 is 30; a power of ten is written 10^3", std::string(text), 0);
-    }
+    checkBeginning(text, trimmedText);
     return withNote(text, SpellingReader(text).read());
 }
 

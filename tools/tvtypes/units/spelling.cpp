@@ -141,6 +141,9 @@ class Parser {
             failAtNext(factorExpected);
         }
         parsePowers(factors_.back().power);
+        if (followsName_) {
+            skipAbbreviationPoint();
+        }
         if (Factor& factor = factors_.back(); !factor.name.empty() && factor.qualifier.empty()) {
             factor.qualifier = parseQualifier(factor.name, factor.position);
         }
