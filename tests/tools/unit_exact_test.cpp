@@ -159,7 +159,10 @@ TEST(UnitFactors, AreRoundedCorrectly) {
         ++pairs;
         const Float expected = model.factor(fromName) / model.factor(toName);
         ASSERT_TRUE(factor.own) << fromName << ' ' << toName;
-        EXPECT_EQ(factor.own->decimal, static_cast<double>(expected)) << fromName << ' ' << toName;
+        // The model has an error, which matters for ties such as 10^23.
+        const Float error = expected * Float("1e-90");
+        EXPECT_GE(factor.own->decimal, static_cast<double>(Float(expected - error))) << fromName;
+        EXPECT_LE(factor.own->decimal, static_cast<double>(Float(expected + error))) << toName;
         EXPECT_EQ(std::stod(factor.own->digits), factor.own->decimal) << factor.own->digits;
     }
 }
