@@ -24,11 +24,7 @@ void CompoundFactors::addClass(Record& record) {
     record.finish();
     Factors factors;
     for (const std::string& member : members) {
-        for (const auto& [mantissa, bounds] : factorsOf(member)) {
-            Bounds& largest = factors[mantissa];
-            largest.numerator = std::max(largest.numerator, bounds.numerator);
-            largest.denominator = std::max(largest.denominator, bounds.denominator);
-        }
+        addLarger(factors, factorsOf(member));
     }
     if (!classes_.emplace(name, std::move(factors)).second) {
         throw Fault("the class is already defined");
@@ -39,7 +35,9 @@ void CompoundFactors::addCombination(Record& record) {
     const Factors over = productOfClasses(record.list("over"));
     const Factors under = productOfClasses(record.list("under"));
     record.finish();
-    constexpr double largestPart = std::numeric_limits<std::int32_t>::max();
+    // A product of classes can be a power, as ft*ft, of which a unit such as ft2 has larger parts.
+    constexpr double margin = 32;
+    constexpr double largestPart = std::numeric_limits<std::int32_t>::max() / margin;
     for (const auto& [mantissa, bounds] : product(over, under, -1)) {
         if (std::max(bounds.numerator, bounds.denominator) > largestPart) {
             overflowing_.insert(mantissa);
@@ -98,6 +96,15 @@ std::string CompoundFactors::fraction(const Mantissa& mantissa) {
     return fmt::format("{}/{}", form.numerator, form.denominator);
 }
 
+/// Adds factors; of equal ones the bounds become the larger ones.
+void CompoundFactors::addLarger(Factors& factors, const Factors& added) {
+    for (const auto& [mantissa, bounds] : added) {
+        Bounds& largest = factors[mantissa];
+        largest.numerator = std::max(largest.numerator, bounds.numerator);
+        largest.denominator = std::max(largest.denominator, bounds.denominator);
+    }
+}
+
 /// Returns the unit whose scaling has the parts of the factor of a unit: prefixes add a power of
 /// ten.
 const Unit& CompoundFactors::scaledUnit(const std::string& key) const {
@@ -108,17 +115,26 @@ const Unit& CompoundFactors::scaledUnit(const std::string& key) const {
     return unit->isMultiple ? scaledUnit(unit->expression) : *unit;
 }
 
-/// Returns the factor of one expression.
+/// Returns the factor of one expression. A power may also be written as one unit, ft^2 as ft2,
+/// whose scaling can have other parts.
 CompoundFactors::Factors CompoundFactors::factorsOf(const std::string& expression) const {
+    const auto factorOf = [this](const Unit& unit) {
+        return Factors{{mantissa(unit.factor),
+                        {static_cast<double>(unit.scaling.numerator),
+                         static_cast<double>(unit.scaling.denominator)}}};
+    };
     Factors factors{{Mantissa(), Bounds()}};
     for (const auto& [key, power] : parseExpression(expression)) {
-        const Unit& unit = scaledUnit(key);
-        const Factors factor{{mantissa(unit.factor),
-                              {static_cast<double>(unit.scaling.numerator),
-                               static_cast<double>(unit.scaling.denominator)}}};
-        for (int i = 0; i < std::abs(power); ++i) {
-            factors = product(factors, factor, power < 0 ? -1 : 1);
+        const int size = std::abs(power);
+        Factors factor{{Mantissa(), Bounds()}};
+        for (int i = 0; i < size; ++i) {
+            factor = product(factor, factorOf(scaledUnit(key)), 1);
         }
+        const std::string whole = fmt::format("{}{}", key, size);
+        if (units_.findUnit(whole) != nullptr) {
+            addLarger(factor, factorOf(scaledUnit(whole)));
+        }
+        factors = product(factors, factor, power < 0 ? -1 : 1);
     }
     return factors;
 }

@@ -54,6 +54,7 @@ class CompoundFactors {
 
     static Mantissa mantissa(const Number& number);
     static Factors product(const Factors& left, const Factors& right, int power);
+    static void addLarger(Factors& factors, const Factors& added);
     static std::string fraction(const Mantissa& mantissa);
     const Unit& scaledUnit(const std::string& key) const;
     Factors factorsOf(const std::string& expression) const;
