@@ -118,7 +118,7 @@ const Unit& CompoundFactors::scaledUnit(const std::string& key) const {
 /// Returns the factor of one expression. A power may also be written as one unit, ft^2 as ft2,
 /// whose scaling can have other parts.
 CompoundFactors::Factors CompoundFactors::factorsOf(const std::string& expression) const {
-    const auto factorOf = [this](const Unit& unit) {
+    const auto factorOf = [](const Unit& unit) {
         return Factors{{mantissa(unit.factor),
                         {static_cast<double>(unit.scaling.numerator),
                          static_cast<double>(unit.scaling.denominator)}}};

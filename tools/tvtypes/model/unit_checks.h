@@ -39,8 +39,9 @@ std::string baseUnitText(const fmi::BaseUnit& base);
 
 /// Returns whether the base units, factor and offset of a definition agree with its name, or one of
 /// the two is missing; a difference is a problem. Numbers in descriptions are rounded, so relative
-/// differences up to a millionth are ignored, and those of rounding to six digits or more. If they agree with another meaning of an ambiguous
-/// name, `named` becomes that meaning, and there is a note.
+/// differences up to a millionth are ignored, and those of rounding to six digits or more. If they
+/// agree with another meaning of an ambiguous name, `named` becomes that meaning, and there is a
+/// note.
 bool checkUnit(const fmi::UnitDefinition& unit, NamedMeaning& named, fmi::Remarks& remarks);
 
 /// Same for the display units of a definition.

@@ -67,9 +67,7 @@ const output::Columns<ConvertibleUnit> convertibleColumns{
 
 const output::Columns<UnitDetails> detailColumns{
     {none, "text", [](const UnitDetails& unit) { return boost::json::value(unit.text); }},
-    Detail("read as", "expression", &UnitDetails::expression).shownAs([](const UnitDetails& unit) {
-        return unit.expression == unit.text ? "" : shown(unit.expression);
-    }),
+    {none, "expression", &UnitDetails::expression}, // notes have it where it is not the text
     {none, "name", &UnitDetails::name},
     {none, "symbol", &UnitDetails::symbol},
     Detail("shown as", "display", &UnitDetails::display).shownAs([](const UnitDetails& unit) {
