@@ -66,8 +66,8 @@ Units::Unit Units::add(const fmi::UnitDefinition& definition, fmi::Remarks& rema
                              reason);
             }
         }
-        const Unit unit = registerUnit(named.expression, named.isAsWritten ? "name" : "reading",
-                                       definition.place, remarks);
+        Unit unit = registerUnit(named.expression, named.isAsWritten ? "name" : "reading",
+                                 definition.place, remarks);
         checkFactor(unit, *named.meaning, definition, remarks);
         return unit;
     }
