@@ -25,8 +25,8 @@ std::string invalidUnitSentence(const std::string& text, const std::string& unkn
     if (unknown != text) {
         sentence.append("\" in \"").append(text);
     }
-    sentence.append("\" is not the name, symbol or alias of a unit in the unit database. Upper and "
-                    "lower case differ.");
+    sentence.append("\" is not the name, symbol or alias of a unit in the unit database. Names are "
+                    "case-sensitive.");
     return sentence;
 }
 

@@ -34,7 +34,7 @@ std::string formsExplanation(const UnitPair& pair) {
                                text::toUtf8(found->expansion->offsetInProduct->name));
         }
     }
-    return "; the library tells a power of 0 from none";
+    return "; a power of 0 and no power are different for the library";
 }
 
 /// Returns the reason why the library has no factor.
