@@ -94,6 +94,10 @@ class Column {
         longest_ = longest;
         return std::move(*this);
     }
+    Column alignedLeft() && {
+        align_ = Align::Left;
+        return std::move(*this);
+    }
     Column alignedRight() && {
         align_ = Align::Right;
         return std::move(*this);

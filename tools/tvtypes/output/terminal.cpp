@@ -47,28 +47,33 @@ std::size_t lineWidth(std::ostream& os) {
     return width == 0 ? unlimitedWidth : static_cast<std::size_t>(width);
 }
 
-void printWrapped(std::string_view text, std::size_t indent, std::ostream& os) {
-    const std::size_t width = lineWidth(os);
-    if (width == unlimitedWidth) {
-        os << text << '\n';
-        return;
+std::string wrapped(std::string_view text, std::size_t indent, std::size_t width) {
+    if (text.size() <= width) {
+        return std::string(text);
     }
-    for (bool isFirst = true; isFirst || !text.empty(); isFirst = false) {
-        if (!isFirst) {
-            os << std::string(indent, ' ');
-        }
-        std::string_view line = text::prefixOfWidth(text, isFirst ? width : width - indent);
+    std::string lines;
+    while (!text.empty()) {
+        const std::size_t blanks = lines.empty() ? 0 : indent;
+        std::string_view line = text::prefixOfWidth(text, width - blanks);
         if (line.size() < text.size()) {
             // The blank after a full line may be the place to split.
             const std::size_t blank = text.substr(0, line.size() + 1).rfind(' ');
-            const bool isInWord =
-                blank == std::string_view::npos || text.find_first_not_of(' ') > blank;
-            line = isInWord ? line : text.substr(0, blank);
+            if (blank != std::string_view::npos && blank > text.find_first_not_of(' ')) {
+                line = text.substr(0, blank);
+            }
         }
-        os << line << '\n';
+        if (!lines.empty()) {
+            lines.append(1, '\n').append(blanks, ' ');
+        }
+        lines += line;
         text.remove_prefix(line.size());
         text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
     }
+    return lines;
+}
+
+void printWrapped(std::string_view text, std::size_t indent, std::ostream& os) {
+    os << wrapped(text, indent, lineWidth(os)) << '\n';
 }
 
 } // namespace tvtool::output

@@ -25,8 +25,12 @@ void setLineWidth(std::ostream& os, std::size_t width);
 /// Returns the width of the lines of a stream: unlimited unless it was set.
 std::size_t lineWidth(std::ostream& os);
 
-/// Prints a text as lines no wider than those of the stream, split at blanks. All but the first are
-/// indented by `indent` columns. A word that is wider than a line is split.
+/// Returns a text as lines of at most `width` columns, split at blanks, without a line break at the
+/// end. All but the first are indented by `indent` columns. A word that is wider than a line is
+/// split.
+std::string wrapped(std::string_view text, std::size_t indent, std::size_t width);
+
+/// Prints a text wrapped to the lines of the stream.
 void printWrapped(std::string_view text, std::size_t indent, std::ostream& os);
 
 } // namespace tvtool::output
