@@ -139,7 +139,8 @@ void printText(const Inspection& inspection, bool colour, std::ostream& os) {
 
 void printJson(const Inspection& inspection, std::ostream& os) {
     using output::jsonArray;
-    output::printJson({{"file", inspection.file},
+    output::printJson("inspect",
+                      {{"file", inspection.file},
                        {"fmiVersion", inspection.fmiVersion},
                        {"modelName", inspection.modelName},
                        {"variables", inspection.variables},
