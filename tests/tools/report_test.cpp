@@ -89,6 +89,7 @@ TEST(JsonReport, HasAllMembers) {
     std::ostringstream stream;
     model::printJson(sampleInspection(), stream);
     const boost::json::value expected = boost::json::parse(R"({
+        "command": "inspect", "schemaVersion": 1, "findings": [],
         "file": "m.xml", "fmiVersion": "3.0", "modelName": "M", "variables": 12,
         "types": [
             {"id": 0, "name": "double", "kind": "built-in", "size": 8, "storage": "double",

@@ -60,7 +60,8 @@ void printText(const MemoryMaps& maps, bool colour, std::ostream& os) {
 }
 
 void printJson(const MemoryMaps& maps, std::ostream& os) {
-    output::printJson({{"file", maps.file},
+    output::printJson("layout",
+                      {{"file", maps.file},
                        {"problems", maps.problems},
                        {"structs", output::jsonArray(maps.structs, structColumns)}},
                       os);

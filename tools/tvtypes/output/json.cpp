@@ -35,4 +35,19 @@ std::string jsonText(const json::object& object) { return text::safeText(json::s
 
 void printJson(const json::object& object, std::ostream& os) { os << jsonText(object) << '\n'; }
 
+json::object envelope(std::string_view command, json::object members) {
+    json::object object{{"command", jsonValue(command)}, {"schemaVersion", schemaVersion}};
+    object.reserve(object.size() + members.size() + 1);
+    for (auto& member : members) {
+        object.emplace(member.key(), std::move(member.value()));
+    }
+    return object;
+}
+
+void printJson(std::string_view command, json::object members, std::ostream& os) {
+    json::object object = envelope(command, std::move(members));
+    object.emplace("findings", json::array()); // has no effect if there is one
+    printJson(object, os);
+}
+
 } // namespace tvtool::output

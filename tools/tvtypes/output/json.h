@@ -52,4 +52,16 @@ std::string jsonText(const boost::json::object& object);
 /// Prints an object in one line of its own.
 void printJson(const boost::json::object& object, std::ostream& os);
 
+/// Version of the JSON of all commands, which docs/schema/ describes. It is raised when a member is
+/// removed or changes its meaning.
+inline constexpr int schemaVersion = 1;
+
+/// Returns the object that a command prints: "command" and "schemaVersion", then the members.
+/// Without a command, "command" is null.
+boost::json::object envelope(std::string_view command, boost::json::object members);
+
+/// Prints the report of a command in one line: its envelope with the members, and an empty list
+/// "findings" unless they contain one.
+void printJson(std::string_view command, boost::json::object members, std::ostream& os);
+
 } // namespace tvtool::output
