@@ -79,34 +79,32 @@ std::string sentenceOf(const Finding& finding, const Rule& rule) {
 
 } // namespace
 
-void printText(const std::vector<Finding>& findings, std::string_view file, const TextStyle& style,
-               std::ostream& os) {
-    const std::vector<Fold> folds = fold(findings, !style.all);
-    std::vector<bool> hasAdvice(rules().size());
+void TextPrinter::print(const std::vector<Finding>& findings, std::string_view file) {
+    const std::vector<Fold> folds = fold(findings, !style_.all);
     std::size_t lines = 0;
     for (std::size_t i = 0; i < folds.size(); ++i) {
         const Finding& first = findings[folds[i].first];
         const Rule& rule = ruleOf(first.code);
         const auto code = static_cast<std::size_t>(rule.code);
-        const std::size_t needed = hasAdvice[code] ? 1 : 2;
+        const std::size_t needed = hasAdvice_[code] ? 1 : 2;
         // The last line has the number of those that are left out.
         const std::size_t room = i + 1 == folds.size() ? mostLines : mostLines - 1;
-        if (!style.all && lines + needed > room) {
+        if (!style_.all && lines + needed > room) {
             std::size_t others = 0;
             for (; i < folds.size(); ++i) {
                 others += folds[i].elements;
             }
-            os << fmt::format("{} more {}; --all shows each\n", others,
-                              others == 1 ? "finding" : "findings");
+            os_ << fmt::format("{} more {}; --all shows each\n", others,
+                               others == 1 ? "finding" : "findings");
             return;
         }
         printLine(placeText(file, first.line, first.column), rule.severity,
                   folds[i].findings > 1 ? foldedSentence(findings, folds[i], rule)
                                         : sentenceOf(first, rule),
-                  style.colour, os);
-        if (!hasAdvice[code]) {
-            output::printWrapped(std::string(indent, ' ') + rule.advice, indent, os);
-            hasAdvice[code] = true;
+                  style_.colour, os_);
+        if (!hasAdvice_[code]) {
+            output::printWrapped(std::string(indent, ' ') + rule.advice, indent, os_);
+            hasAdvice_[code] = true;
         }
         lines += needed;
     }

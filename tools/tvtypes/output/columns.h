@@ -55,6 +55,27 @@ void appendCellText(const Type& value, std::size_t longest, std::string& text) {
     }
 }
 
+/// Appends a value as JSON, as jsonText() prints it, without building a document tree for texts and
+/// integers.
+template <class Type>
+void appendJsonValue(const Type& value, std::string& text) {
+    if constexpr (std::is_convertible_v<Type, std::string_view>) {
+        const std::string_view view(value);
+        if (view.empty()) {
+            text += "null";
+        } else if (text::isPrintableAscii(view) &&
+                   view.find_first_of("\"\\") == std::string_view::npos) {
+            text.append(1, '"').append(view).append(1, '"');
+        } else {
+            text += jsonText(boost::json::value(view));
+        }
+    } else if constexpr (std::is_integral_v<Type> && !std::is_same_v<Type, bool>) {
+        text += fmt::format_int(value).c_str();
+    } else {
+        text += jsonText(jsonValue(value));
+    }
+}
+
 template <class Row>
 class Column {
   public:
@@ -72,6 +93,9 @@ class Column {
           value_([value](const Row& row) { return jsonValue(std::invoke(value, row)); }),
           append_([value](const Row& row, std::size_t longest, std::string& text) {
               appendCellText(std::invoke(value, row), longest, text);
+          }),
+          appendJson_([value](const Row& row, std::string& text) {
+              appendJsonValue(std::invoke(value, row), text);
           }) {}
 
     /// Sets the text of a cell, which must be safe to print; without it the value is printed.
@@ -107,6 +131,16 @@ class Column {
         shrinksLast_ = true;
         return std::move(*this);
     }
+    /// Sets the width down to which the column is narrowed before columns are omitted.
+    Column atLeast(std::size_t width) && {
+        floor_ = width;
+        return std::move(*this);
+    }
+    /// Lets the column be omitted from a table that does not fit, the highest rank first.
+    Column omittedAt(int rank) && {
+        omission_ = rank;
+        return std::move(*this);
+    }
     /// Omits the column from the table if all its cells are empty.
     Column ifAny() && {
         isOptional_ = true;
@@ -115,6 +149,8 @@ class Column {
 
     const char* heading() const { return heading_; }
     const char* member() const { return member_; }
+    /// Appends the value as JSON.
+    void appendJson(const Row& row, std::string& text) const { appendJson_(row, text); }
     boost::json::value value(const Row& row) const { return value_(row); }
     /// Appends the text of a cell, safe to print; nothing if there is no value.
     void appendText(const Row& row, std::string& text) const { append_(row, longest_, text); }
@@ -127,9 +163,15 @@ class Column {
     /// Returns the column in a table of rows, which must outlive it.
     template <class Rows>
     TableColumn tableColumn(const Rows& rows) const {
-        TableColumn column{
-            heading_, align_, Shrink::First, isOptional_,
-            [this, &rows](std::size_t row, std::string& text) { appendText(rows[row], text); }};
+        TableColumn column;
+        column.heading = heading_;
+        column.align = align_;
+        column.isOptional = isOptional_;
+        column.floor = floor_;
+        column.omission = omission_;
+        column.cell = [this, &rows](std::size_t row, std::string& text) {
+            appendText(rows[row], text);
+        };
         if (fittedText_) {
             column.fittedCell = [this, &rows](std::size_t row, std::size_t width) {
                 return fittedText_(rows[row], width);
@@ -153,9 +195,12 @@ class Column {
     Align align_;
     bool isOptional_ = false;
     bool shrinksLast_ = false;
+    std::size_t floor_ = TableColumn().floor;
+    int omission_ = 0;
     std::size_t longest_ = static_cast<std::size_t>(-1);
     Value value_;
     std::function<void(const Row&, std::size_t longest, std::string&)> append_;
+    std::function<void(const Row&, std::string&)> appendJson_;
     FittedText fittedText_;
 };
 
@@ -171,6 +216,20 @@ boost::json::object jsonObject(const Row& row, const Columns<Row>& columns) {
         }
     }
     return object;
+}
+
+/// Appends the object of a row as JSON, as jsonObject() returns it.
+template <class Row>
+void appendJsonObject(const Row& row, const Columns<Row>& columns, std::string& text) {
+    char separator = '{';
+    for (const Column<Row>& column : columns) {
+        if (column.member() != none) {
+            text.append(1, separator).append(1, '"').append(column.member()).append("\":");
+            column.appendJson(row, text);
+            separator = ',';
+        }
+    }
+    text += '}';
 }
 
 template <class Row>

@@ -5,6 +5,7 @@
 #include "text/utf8.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <iterator>
@@ -18,6 +19,8 @@ namespace {
 
 constexpr std::string_view emptyCell = "-";
 constexpr std::size_t separatorWidth = 2;
+/// The narrowest column with shortened cells.
+constexpr std::size_t narrowest = 5;
 /// The width up to which the cells of a column are aligned. Wider ones move the rest of their line,
 /// since otherwise one cell could make every line of the table as long.
 constexpr std::size_t widestAligned = 120;
@@ -57,51 +60,73 @@ std::size_t sumOfWidths(const std::vector<Shown>& columns) {
                            [](std::size_t sum, const Shown& column) { return sum + column.width; });
 }
 
-/// Sets the widths of the columns that may shrink first to at most `limit`, but at least `floor`,
-/// and those of the columns that shrink last to at most `widest`.
+/// Sets the widths of the columns that may shrink first to at most `limit`, but at least their
+/// floor or `floor`, and those of the columns that shrink last to at most `widest`.
 void setWidths(std::vector<Shown>& columns, std::size_t limit, std::size_t floor,
                std::size_t widest) {
     for (Shown& column : columns) {
         if (column.column->shrink == Shrink::First) {
-            column.width = std::min(column.full, std::max(limit, floor));
+            column.width = std::min(
+                {column.full, std::max(limit, column.column->floor), std::max(limit, floor)});
         } else if (column.column->shrink == Shrink::Last) {
             column.width = std::min(column.full, widest);
         }
     }
 }
 
-/// Narrows columns until the table fits. Each step allows narrower columns than the one before; in
-/// a step, the widest columns get an equal width, the largest one that fits.
-void fit(std::vector<Shown>& columns, std::size_t lineWidth) {
-    if (columns.empty() || sumOfWidths(columns) <= lineWidth) {
-        return;
+/// Narrows columns to their floors at most. Returns false, with the columns at their floors, if the
+/// table does not fit. Otherwise the widest columns get an equal width, the largest one that fits.
+bool narrow(std::vector<Shown>& columns, std::size_t lineWidth, std::size_t floor,
+            std::size_t widest) {
+    setWidths(columns, 0, floor, widest);
+    if (sumOfWidths(columns) > lineWidth) {
+        return false;
     }
-    constexpr struct {
-        std::size_t floor;
-        std::size_t widest;
-    } steps[] = {{16, 24}, {12, 16}, {8, 12}, {5, 8}};
-    for (const auto& step : steps) {
-        setWidths(columns, step.floor, step.floor, step.widest);
+    std::size_t low = 0;
+    std::size_t high = lineWidth;
+    while (low < high) {
+        const std::size_t middle = low + (high - low + 1) / 2;
+        setWidths(columns, middle, floor, widest);
         if (sumOfWidths(columns) <= lineWidth) {
-            std::size_t low = step.floor;
-            std::size_t high = lineWidth;
-            while (low < high) {
-                const std::size_t middle = low + (high - low + 1) / 2;
-                setWidths(columns, middle, step.floor, step.widest);
-                (sumOfWidths(columns) <= lineWidth ? low : high) =
-                    sumOfWidths(columns) <= lineWidth ? middle : middle - 1;
-            }
-            setWidths(columns, low, step.floor, step.widest);
-            // The columns of the remainder are one column wider.
-            for (Shown& column : columns) {
-                if (column.isNarrowed() && column.width == low &&
-                    sumOfWidths(columns) < lineWidth) {
-                    ++column.width;
-                }
-            }
-            return;
+            low = middle;
+        } else {
+            high = middle - 1;
         }
     }
+    setWidths(columns, low, floor, widest);
+    // The remainder makes some columns one wider.
+    for (Shown& column : columns) {
+        if (column.isNarrowed() && column.width == low && sumOfWidths(columns) < lineWidth) {
+            ++column.width;
+        }
+    }
+    return true;
+}
+
+/// Narrows and omits columns until the table fits, and returns the headings of the omitted ones.
+std::vector<std::string_view> fit(std::vector<Shown>& columns, std::size_t lineWidth) {
+    constexpr std::size_t widestValue = 24;
+    constexpr std::size_t narrowValue = 12;
+    constexpr std::size_t narrowestValue = 8;
+    constexpr std::size_t noFloor = 1000;
+    std::vector<std::string_view> omitted;
+    if (columns.empty() || sumOfWidths(columns) <= lineWidth) {
+        return omitted;
+    }
+    while (!narrow(columns, lineWidth, noFloor, widestValue) &&
+           !narrow(columns, lineWidth, noFloor, narrowValue)) {
+        const auto last = std::ranges::max_element(
+            columns, {}, [](const Shown& column) { return column.column->omission; });
+        if (last->column->omission == 0) {
+            static_cast<void>(narrow(columns, lineWidth, narrowValue, narrowestValue) ||
+                              narrow(columns, lineWidth, narrowestValue, narrowestValue) ||
+                              narrow(columns, lineWidth, narrowest, narrowestValue));
+            break;
+        }
+        omitted.insert(omitted.begin(), last->column->heading);
+        columns.erase(last);
+    }
+    return omitted;
 }
 
 /// Writes the cells of a line.
@@ -140,7 +165,7 @@ class LinePrinter {
 void printTable(const std::vector<TableColumn>& columns, std::size_t rows,
                 fmt::text_style headingStyle, std::ostream& os) {
     std::vector<Shown> shown = measured(columns, rows);
-    fit(shown, lineWidth(os));
+    const std::vector<std::string_view> omitted = fit(shown, lineWidth(os));
     LinePrinter line;
     for (Shown& column : shown) {
         if (lineWidth(os) == unlimitedWidth) {
@@ -171,6 +196,9 @@ void printTable(const std::vector<TableColumn>& columns, std::size_t rows,
         }
         line.print(os);
     }
+    if (!omitted.empty()) {
+        printWrapped(fmt::format("(not enough columns for: {})", fmt::join(omitted, ", ")), 0, os);
+    }
 }
 
 void Table::addColumn(std::string heading, Align align) {
@@ -186,10 +214,11 @@ void Table::addRow(std::vector<std::string> cells) {
 void Table::print(std::ostream& os, fmt::text_style headingStyle) const {
     std::vector<TableColumn> columns;
     for (const Column& column : columns_) {
-        columns.push_back(
-            {column.heading, column.align,
-             column.align == Align::Right ? Shrink::Never : Shrink::First, false,
-             [&column](std::size_t row, std::string& text) { text += column.cells[row]; }});
+        TableColumn& shown = columns.emplace_back();
+        shown.heading = column.heading;
+        shown.align = column.align;
+        shown.shrink = column.align == Align::Right ? Shrink::Never : Shrink::First;
+        shown.cell = [&column](std::size_t row, std::string& text) { text += column.cells[row]; };
     }
     printTable(columns, columns_.empty() ? 0 : columns_.front().cells.size(), headingStyle, os);
 }

@@ -30,6 +30,11 @@ struct TableColumn {
     Align align = Align::Left;
     Shrink shrink = Shrink::First;
     bool isOptional = false; ///< whether it is omitted if all its cells are empty
+    /// The width down to which it is narrowed before columns are omitted.
+    std::size_t floor = 12;
+    /// Columns with a rank are omitted where the table does not fit otherwise, the highest rank
+    /// first. 0 is never omitted.
+    int omission = 0;
     /// Appends the text of the cell in a row, which must be safe to print. Returns the same text at
     /// each call.
     std::function<void(std::size_t row, std::string& text)> cell;
@@ -40,8 +45,8 @@ struct TableColumn {
 
 /// Prints a heading and rows in aligned columns. An empty cell is printed as "-". A table that is
 /// wider than the lines of the stream is fitted by shortening cells: the widest columns first, and
-/// numbers never. Keeps no cells: their widths are computed first, and the cells again when they
-/// are printed.
+/// numbers never. Where that is not enough, columns are omitted and named below the table. Keeps no
+/// cells: their widths are computed first, and the cells again when they are printed.
 void printTable(const std::vector<TableColumn>& columns, std::size_t rows,
                 fmt::text_style headingStyle, std::ostream& os);
 

@@ -13,10 +13,10 @@ namespace tvtool::report {
 
 namespace {
 
-using TVTypeSys::DataType;
-using TVTypeSys::DataTypeTable;
 using model::Model;
 using model::typeRecord;
+using TVTypeSys::DataType;
+using TVTypeSys::DataTypeTable;
 
 const char* kindName(const DataTypeTable& table, int id) {
     if (DataTypeTable::checkForBuiltInDataType(id)) {

@@ -29,7 +29,8 @@ struct TypeRow {
     std::string originalName;  ///< in the description, if it differs; else empty
     std::optional<int> elements = std::nullopt; ///< number of elements of a struct type
     std::optional<int> leaves = std::nullopt; ///< number of those that are no structs, at any depth
-    const fmi::TypeDefinition* definition = nullptr; ///< null if the description does not declare it
+    const fmi::TypeDefinition* definition =
+        nullptr; ///< null if the description does not declare it
     /// The variables of this type, or the instances of a struct type; see Inspection::userName().
     std::vector<std::uint32_t> users;
 
@@ -46,10 +47,10 @@ struct OutsideRow {
 /// One unit that the model defines or uses.
 struct UnitRow {
     const fmi::UnitDefinition* definition = nullptr;
-    std::optional<int> id;        ///< empty if the unit table cannot represent the unit
-    std::string_view expression;  ///< in the unit table
-    std::string_view source;      ///< of the expression: "name", "reading" or "base units"
-    std::string baseUnits;        ///< with factor and offset; empty if the model gives none
+    std::optional<int> id;            ///< empty if the unit table cannot represent the unit
+    std::string_view expression;      ///< in the unit table
+    std::string_view source;          ///< of the expression: "name", "reading" or "base units"
+    std::string baseUnits;            ///< with factor and offset; empty if the model gives none
     std::vector<std::uint32_t> users; ///< the variables that have the unit
 };
 

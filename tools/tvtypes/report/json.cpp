@@ -1,7 +1,7 @@
 // The report of an inspection as JSON. Long lists are printed as they are computed: their document
 // tree would take several times the memory of the description.
-#include "dims/fact_columns.h"
 #include "findings/json.h"
+#include "dims/fact_columns.h"
 #include "output/columns.h"
 #include "report/inspection.h"
 
@@ -96,22 +96,20 @@ const Columns<DimensionRow> dimensionColumns{
 
 class JsonReport {
   public:
-    JsonReport(const Inspection& inspection, std::ostream& os)
-        : inspection_(inspection), os_(os) {}
+    JsonReport(const Inspection& inspection, std::ostream& os) : inspection_(inspection), os_(os) {}
 
     void print() {
         const fmi::Description& description = inspection_.description();
         const Variables& variables = inspection_.variables;
-        printOpen(output::envelope(
-            "inspect",
-            {{"file", inspection_.file},
-             {"fmiVersion", description.fmiVersion},
-             {"modelName", description.modelName},
-             {"counts",
-              {{"variables", description.variables.size()},
-               {"inputs", variables.count(Section::Inputs)},
-               {"outputs", variables.count(Section::Outputs)},
-               {"parameters", variables.count(Section::Parameters)}}}}));
+        printOpen(output::envelope("inspect",
+                                   {{"file", inspection_.file},
+                                    {"fmiVersion", description.fmiVersion},
+                                    {"modelName", description.modelName},
+                                    {"counts",
+                                     {{"variables", description.variables.size()},
+                                      {"inputs", variables.count(Section::Inputs)},
+                                      {"outputs", variables.count(Section::Outputs)},
+                                      {"parameters", variables.count(Section::Parameters)}}}}));
         printVariables();
         printList("types", inspection_.types, [this](const TypeRow& row) { printType(row); });
         printMember("outside", output::jsonArray(inspection_.outside, outsideColumns));
@@ -144,7 +142,7 @@ class JsonReport {
     }
 
     void printMember(const char* name, const json::value& value) {
-        os_ << ",\"" << name << "\":" << text::safeText(json::serialize(value));
+        os_ << ",\"" << name << "\":" << output::jsonText(value);
     }
 
     /// Prints a member with a list, and each of its rows by the function.
@@ -159,7 +157,9 @@ class JsonReport {
     }
 
     void printText(std::string_view text) {
-        os_ << text::safeText(json::serialize(json::value(text)));
+        buffer_.clear();
+        output::appendJsonValue(text, buffer_);
+        os_ << (text.empty() ? "\"\"" : buffer_);
     }
 
     void printNames(const char* name, const std::vector<std::uint32_t>& variables) {
@@ -169,39 +169,36 @@ class JsonReport {
     }
 
     void printVariables() {
-        os_ << ",\"variables\":[";
-        const char* separator = "";
-        for (std::size_t section = 0; section < sectionCount; ++section) {
-            const VariableRows rows = inspection_.variables.section(static_cast<Section>(section));
-            for (std::size_t i = 0; i < rows.size(); ++i) {
-                os_ << separator << output::jsonText(output::jsonObject(rows[i], variableColumns));
-                separator = ",";
-            }
-        }
-        os_ << ']';
+        const std::vector<std::uint32_t> listed = inspection_.variables.listed();
+        printList("variables", VariableRows(inspection_.variables, listed),
+                  [this](const VariableRow& row) {
+                      buffer_.clear();
+                      output::appendJsonObject(row, variableColumns, buffer_);
+                      os_ << buffer_;
+                  });
     }
 
     void printType(const TypeRow& row) {
         static const fmi::TypeDefinition undeclared;
         const fmi::TypeDefinition& type = row.definition == nullptr ? undeclared : *row.definition;
         json::object object = output::jsonObject(row, typeColumns);
-        const std::string_view unit =
-            type.unitUse == fmi::noIndex ? std::string_view()
-                                         : inspection_.description().unitUses[type.unitUse].unit;
+        const std::string_view unit = type.unitUse == fmi::noIndex
+                                          ? std::string_view()
+                                          : inspection_.description().unitUses[type.unitUse].unit;
         object.emplace("items", output::jsonArray(type.items, itemColumns));
         object.emplace("unit", jsonValue(unit));
         object.emplace("min", jsonValue(type.min));
         object.emplace("max", jsonValue(type.max));
         object.emplace("description", jsonValue(type.description));
         printOpen(object);
-        printList("usedBy", row.users, [&](std::uint32_t user) {
-            printText(inspection_.userName(row, user));
-        });
+        printList("usedBy", row.users,
+                  [&](std::uint32_t user) { printText(inspection_.userName(row, user)); });
         os_ << '}';
     }
 
     const Inspection& inspection_;
     std::ostream& os_;
+    std::string buffer_;
 };
 
 } // namespace

@@ -23,7 +23,7 @@ struct Options {
     /// Patterns of names, of which a listed variable matches one; all variables if empty.
     std::vector<std::string> filters;
     VariableOrder order = VariableOrder::Line;
-    bool showsIds = false;        ///< whether tables have the ids of the library
+    bool showsIds = false;         ///< whether tables have the ids of the library
     bool showsAllFindings = false; ///< whether no finding is folded or left out
 };
 

@@ -1,6 +1,6 @@
 // The report of an inspection as text.
-#include "dims/fact_columns.h"
 #include "findings/text.h"
+#include "dims/fact_columns.h"
 #include "output/columns.h"
 #include "output/shortening.h"
 #include "report/inspection.h"
@@ -21,6 +21,10 @@ using output::none;
 
 /// The longest text of a cell that is not a name, in bytes.
 constexpr std::size_t longestCell = 40;
+/// The narrowest columns of names, lists of names and descriptions.
+constexpr std::size_t narrowestName = 20;
+constexpr std::size_t narrowestList = 16;
+constexpr std::size_t narrowestDescription = 20;
 
 /// Some of the rows of a list.
 template <class Row>
@@ -37,6 +41,7 @@ Column<Row> usersColumn(const Inspection& inspection, NameOf nameOf) {
     return Column<Row>("used by", none, [](const Row& row) { return row.users.size(); })
         .alignedLeft()
         .ifAny()
+        .atLeast(narrowestList)
         .fittedAs([&inspection, nameOf](const Row& row, std::size_t width) {
             return output::nameList(
                 row.users.size(),
@@ -70,49 +75,62 @@ std::string singleLine(std::string_view text) {
     return text::safeText(line);
 }
 
+/// Returns the unit, and the display unit after it if that is another.
+std::string unitText(std::string_view unit, std::string_view displayUnit) {
+    return displayUnit.empty() || displayUnit == unit ? std::string(unit)
+                                                      : fmt::format("{} ({})", unit, displayUnit);
+}
+
+/// Returns what the heading of the section does not say of the causality.
+std::string_view causalityText(const VariableRow& row) {
+    switch (causalityOf(row.record())) {
+    case fmi::Causality::StructuralParameter:
+        return "structural";
+    case fmi::Causality::CalculatedParameter:
+        return "calculated";
+    case fmi::Causality::Independent:
+        return row.causality();
+    default:
+        return {};
+    }
+}
+
+/// Returns a column of numbers as they are written.
+template <class Row, class Function>
+Column<Row> writtenNumber(const char* heading, Function value) {
+    return Column<Row>(heading, none, value)
+        .shortenedTo(longestCell)
+        .alignedRight()
+        .shrunkLast()
+        .ifAny();
+}
+
+/// Returns a column of texts that may have several lines.
+template <class Row, class Function>
+Column<Row> descriptionColumn(Function description) {
+    return Column<Row>("description", none, description)
+        .shownAs(
+            [description](const Row& row) { return singleLine(std::invoke(description, row)); })
+        .ifAny()
+        .atLeast(narrowestDescription);
+}
+
 const Columns<VariableRow>& variableColumns() {
     static const Columns<VariableRow> columns{
-        {"name", none, &VariableRow::name},
-        Column<VariableRow>("causality", none,
-                            [](const VariableRow& row) {
-                                // The usual ones, which the section has in its heading.
-                                const fmi::Causality causality = causalityOf(row.record());
-                                return causality == fmi::Causality::Input ||
-                                               causality == fmi::Causality::Output ||
-                                               causality == fmi::Causality::Parameter ||
-                                               causality == fmi::Causality::Local
-                                           ? ""
-                                           : row.causality();
-                            })
-            .ifAny(),
+        Column<VariableRow>("name", none, &VariableRow::name).atLeast(narrowestName),
+        Column<VariableRow>("causality", none, causalityText).ifAny().omittedAt(4),
         {"type", none, &VariableRow::type},
-        Column<VariableRow>("unit", none, &VariableRow::unit).ifAny(),
-        Column<VariableRow>("display unit", none,
-                            [](const VariableRow& row) {
-                                return row.displayUnit() == row.unit() ? "" : row.displayUnit();
-                            })
+        Column<VariableRow>(
+            "unit", none,
+            [](const VariableRow& row) { return unitText(row.unit(), row.displayUnit()); })
             .ifAny(),
         Column<VariableRow>("dimensions", none, &VariableRow::dimensions)
             .shortenedTo(longestCell)
             .ifAny(),
-        Column<VariableRow>("start", none, &VariableRow::start)
-            .shortenedTo(longestCell)
-            .alignedRight()
-            .shrunkLast()
-            .ifAny(),
-        Column<VariableRow>("min", none, &VariableRow::min)
-            .shortenedTo(longestCell)
-            .alignedRight()
-            .shrunkLast()
-            .ifAny(),
-        Column<VariableRow>("max", none, &VariableRow::max)
-            .shortenedTo(longestCell)
-            .alignedRight()
-            .shrunkLast()
-            .ifAny(),
-        Column<VariableRow>("description", none, &VariableRow::description)
-            .shownAs([](const VariableRow& row) { return singleLine(row.description()); })
-            .ifAny(),
+        writtenNumber<VariableRow>("start", &VariableRow::start),
+        writtenNumber<VariableRow>("min", &VariableRow::min).omittedAt(1),
+        writtenNumber<VariableRow>("max", &VariableRow::max).omittedAt(2),
+        descriptionColumn<VariableRow>(&VariableRow::description).omittedAt(3),
     };
     return columns;
 }
@@ -122,13 +140,9 @@ std::string_view definitionText(const TypeRow& type,
     return type.definition == nullptr ? std::string_view() : type.definition->*member;
 }
 
-/// Returns a column with an attribute of the declaration of a type.
-Column<TypeRow> definitionColumn(const char* heading,
-                                 std::string_view fmi::TypeDefinition::*member) {
-    return Column<TypeRow>(
-               heading, none,
-               [member](const TypeRow& type) { return definitionText(type, member); })
-        .ifAny();
+/// Returns a function that returns an attribute of the declaration of a type.
+auto ofDefinition(std::string_view fmi::TypeDefinition::*member) {
+    return [member](const TypeRow& type) { return definitionText(type, member); };
 }
 
 /// Prints the sections of a report.
@@ -202,41 +216,40 @@ class TextReport {
             "Types", plain,
             Columns<TypeRow>{
                 {"id", none, &TypeRow::id},
-                {"name", none, &TypeRow::name},
+                Column<TypeRow>("name", none, declaredName).atLeast(narrowestName),
+                Column<TypeRow>("registered as", none,
+                                [this](const TypeRow& row) {
+                                    return inspection_.options.showsIds && !row.originalName.empty()
+                                               ? std::string_view(row.name)
+                                               : std::string_view();
+                                })
+                    .ifAny(),
                 {"kind", none, &TypeRow::kind},
                 {"size", none, &TypeRow::size},
                 // The storage of the others is in their names.
                 Column<TypeRow>("storage", none,
                                 [](const TypeRow& row) {
                                     return row.storage == row.name || row.storage == row.aliasOf
-                                               ? std::string()
-                                               : row.storage;
+                                               ? std::string_view()
+                                               : std::string_view(row.storage);
                                 })
-                    .ifAny(),
-                Column<TypeRow>("alias of", none, &TypeRow::aliasOf).ifAny(),
-                Column<TypeRow>("unit", none,
-                                [this](const TypeRow& row) { return unitOf(row); })
-                    .ifAny(),
-                definitionColumn("min", &fmi::TypeDefinition::min).alignedRight().shrunkLast(),
-                definitionColumn("max", &fmi::TypeDefinition::max).alignedRight().shrunkLast(),
+                    .ifAny()
+                    .omittedAt(4),
+                Column<TypeRow>("alias of", none, &TypeRow::aliasOf).ifAny().omittedAt(3),
+                Column<TypeRow>("unit", none, [this](const TypeRow& row) { return unitOf(row); })
+                    .ifAny()
+                    .omittedAt(1),
+                writtenNumber<TypeRow>("min", ofDefinition(&fmi::TypeDefinition::min)).omittedAt(5),
+                writtenNumber<TypeRow>("max", ofDefinition(&fmi::TypeDefinition::max)).omittedAt(5),
                 {"variables", none, &TypeRow::variables},
-                users,
-                Column<TypeRow>("original name", none, &TypeRow::originalName).ifAny(),
-                Column<TypeRow>("description", none,
-                                [](const TypeRow& row) {
-                                    return definitionText(row,
-                                                          &fmi::TypeDefinition::description);
-                                })
-                    .shownAs([](const TypeRow& row) {
-                        return singleLine(
-                            definitionText(row, &fmi::TypeDefinition::description));
-                    })
-                    .ifAny(),
+                Column<TypeRow>(users).omittedAt(2),
+                descriptionColumn<TypeRow>(ofDefinition(&fmi::TypeDefinition::description))
+                    .omittedAt(6),
             });
         printSection("Structs", structs,
                      Columns<TypeRow>{
                          {"id", none, &TypeRow::id},
-                         {"name", none, &TypeRow::name},
+                         Column<TypeRow>("name", none, &TypeRow::name).atLeast(narrowestName),
                          {"size", none, &TypeRow::size},
                          {"elements", none, &TypeRow::elements},
                          {"leaves", none, &TypeRow::leaves},
@@ -245,10 +258,16 @@ class TextReport {
                      });
     }
 
-    std::string_view unitOf(const TypeRow& type) const {
-        return type.definition == nullptr || type.definition->unitUse == fmi::noIndex
-                   ? std::string_view()
-                   : inspection_.description().unitUses[type.definition->unitUse].unit;
+    static std::string_view declaredName(const TypeRow& type) {
+        return type.originalName.empty() ? type.name : type.originalName;
+    }
+
+    std::string unitOf(const TypeRow& type) const {
+        if (type.definition == nullptr || type.definition->unitUse == fmi::noIndex) {
+            return {};
+        }
+        const fmi::UnitUse& use = inspection_.description().unitUses[type.definition->unitUse];
+        return unitText(use.unit, use.displayUnit);
     }
 
     void printOutside() {
@@ -274,13 +293,29 @@ class TextReport {
                 Column<UnitRow>("unit", none,
                                 [](const UnitRow& row) { return row.definition->name; })
                     .shortenedTo(longestCell),
-                Column<UnitRow>("expression", none, &UnitRow::expression).shortenedTo(longestCell),
-                {"from", none, &UnitRow::source},
-                Column<UnitRow>("base units", none, &UnitRow::baseUnits).ifAny(),
-                Column<UnitRow>("display units", none, displayUnitNames).ifAny(),
+                Column<UnitRow>("expression", none,
+                                [](const UnitRow& row) {
+                                    return isReadAsWritten(row) ? std::string_view()
+                                                                : row.expression;
+                                })
+                    .shortenedTo(longestCell)
+                    .ifAny(),
+                Column<UnitRow>("from", none,
+                                [](const UnitRow& row) {
+                                    return isReadAsWritten(row) ? std::string_view() : row.source;
+                                })
+                    .ifAny()
+                    .omittedAt(3),
+                Column<UnitRow>("base units", none, &UnitRow::baseUnits).ifAny().omittedAt(2),
+                Column<UnitRow>("display units", none, displayUnitNames).ifAny().omittedAt(1),
                 {"variables", none, [](const UnitRow& row) { return row.users.size(); }},
                 variablesColumn<UnitRow>(inspection_),
             });
+    }
+
+    /// Returns whether the library has the unit under its own name.
+    static bool isReadAsWritten(const UnitRow& row) {
+        return row.expression == row.definition->name;
     }
 
     static std::string displayUnitNames(const UnitRow& row) {
@@ -320,14 +355,15 @@ class TextReport {
     }
 
     void printDimensions() {
-        printSection("Dimensions", inspection_.dimensions,
-                     Columns<DimensionRow>{
-                         {"id", none, &DimensionRow::id},
-                         Column<DimensionRow>("dimensions", none, &DimensionRow::text)
-                             .shortenedTo(longestCell),
-                         {"variables", none, [](const DimensionRow& row) { return row.users.size(); }},
-                         variablesColumn<DimensionRow>(inspection_),
-                     });
+        printSection(
+            "Dimensions", inspection_.dimensions,
+            Columns<DimensionRow>{
+                {"id", none, &DimensionRow::id},
+                Column<DimensionRow>("dimensions", none, &DimensionRow::text)
+                    .shortenedTo(longestCell),
+                {"variables", none, [](const DimensionRow& row) { return row.users.size(); }},
+                variablesColumn<DimensionRow>(inspection_),
+            });
         printSection("Facts", inspection_.facts, dims::factColumns);
     }
 
@@ -335,8 +371,8 @@ class TextReport {
         const findings::Findings& all = inspection_.model.findings;
         if (!all.all().empty()) {
             printHeading("Findings");
-            findings::printText(all.all(), inspection_.file,
-                                {colour_, inspection_.options.showsAllFindings}, os_);
+            findings::TextPrinter({colour_, inspection_.options.showsAllFindings}, os_)
+                .print(all.all(), inspection_.file);
         }
     }
 

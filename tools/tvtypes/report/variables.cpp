@@ -135,7 +135,8 @@ std::span<const fmi::Alias> VariableRow::aliases() const {
     return {range.begin(), range.end()};
 }
 
-Variables::Variables(const model::Model& model, const Options& options) : model_(model) {
+Variables::Variables(const model::Model& model, const Options& options)
+    : model_(model), order_(options.order) {
     const std::vector<fmi::Variable>& variables = model.description->variables;
     for (std::uint32_t i = 0; i < variables.size(); ++i) {
         const Section section = sectionOf(variables[i]);
@@ -159,7 +160,9 @@ Variables::Variables(const model::Model& model, const Options& options) : model_
         }
         dimensionTexts_.push_back(model.dimensions.text(id));
     }
-    sort(options.order);
+    for (std::vector<std::uint32_t>& indices : listed_) {
+        sort(indices);
+    }
 }
 
 std::string_view Variables::dimensions(std::uint32_t variable) const {
@@ -169,19 +172,27 @@ std::string_view Variables::dimensions(std::uint32_t variable) const {
     return dimensionTexts_[dimensionOf_[variable]];
 }
 
-void Variables::sort(VariableOrder order) {
-    if (order == VariableOrder::Line) {
+std::vector<std::uint32_t> Variables::listed() const {
+    std::vector<std::uint32_t> all;
+    for (const std::vector<std::uint32_t>& indices : listed_) {
+        all.insert(all.end(), indices.begin(), indices.end());
+    }
+    std::ranges::sort(all);
+    sort(all);
+    return all;
+}
+
+/// \pre `indices` are in the order of the description.
+void Variables::sort(std::vector<std::uint32_t>& indices) const {
+    if (order_ == VariableOrder::Line) {
         return;
     }
-    const auto key = [this, order](std::uint32_t index) {
+    std::ranges::stable_sort(indices, isNaturallyLess, [this](std::uint32_t index) {
         const VariableRow row{this, index};
-        return order == VariableOrder::Name   ? row.name()
-               : order == VariableOrder::Type ? row.type()
-                                              : row.unit();
-    };
-    for (std::vector<std::uint32_t>& indices : listed_) {
-        std::ranges::stable_sort(indices, isNaturallyLess, key);
-    }
+        return order_ == VariableOrder::Name   ? row.name()
+               : order_ == VariableOrder::Type ? row.type()
+                                               : row.unit();
+    });
 }
 
 } // namespace tvtool::report

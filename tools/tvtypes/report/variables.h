@@ -21,8 +21,8 @@ inline constexpr std::size_t sectionCount = 4;
 
 class Variables;
 
-/// A variable, whose attributes are computed. Texts are views into the description or the report, as
-/// written; empty where there are none.
+/// A variable, whose attributes are computed. Texts are views into the description or the report,
+/// as written; empty where there are none.
 struct VariableRow {
     const Variables* all;
     std::uint32_t index; ///< in the description
@@ -69,6 +69,8 @@ class Variables {
 
     /// Returns the listed variables of a section, in the order of the options.
     VariableRows section(Section section) const { return {*this, listed_[position(section)]}; }
+    /// Returns the listed variables of all sections, in the order of the options.
+    std::vector<std::uint32_t> listed() const;
     /// Returns the number of variables of a section, whether they are listed or not.
     std::size_t count(Section section) const { return counts_[position(section)]; }
     /// Returns the number of variables that match the filters and are not listed.
@@ -80,9 +82,10 @@ class Variables {
 
   private:
     static std::size_t position(Section section) { return static_cast<std::size_t>(section); }
-    void sort(VariableOrder order);
+    void sort(std::vector<std::uint32_t>& indices) const;
 
     const model::Model& model_;
+    const VariableOrder order_;
     std::array<std::vector<std::uint32_t>, sectionCount> listed_;
     std::array<std::size_t, sectionCount> counts_{};
     std::size_t unlistedMatches_ = 0;
