@@ -1,6 +1,6 @@
 // tvtypes convert: conversion of values between the built-in types.
 #include "commands/commands.h"
-#include "commands/exclusion.h"
+#include "commands/usage_error.h"
 #include "convert/conversion.h"
 
 #include <CLI/CLI.hpp>
@@ -55,7 +55,7 @@ std::optional<Type> typeOrNone(const char* option, const std::string& name) {
 
 Format formatNamed(const std::string& name) {
     if (name != "raw" && name != "npy") {
-        throw Error(fmt::format("--format cannot be \"{}\", it is raw or npy", name));
+        throw text::choiceError("--format", name, "raw or npy", {"raw", "npy"});
     }
     return name == "npy" ? Format::Npy : Format::Raw;
 }
@@ -148,7 +148,7 @@ void addConvert(CLI::App& app, Console& console) {
         checkExclusion(command, "--table", {"--in", "--round", "--overflow", "--out", "--strict"});
         checkRequirement(command, {"--format"}, "--in");
         if (options->to.empty() && !options->table) {
-            throw CLI::RequiredError("--to");
+            throw UsageError("--to TYPE is missing, what the values become");
         }
         execute(*options, console);
     });

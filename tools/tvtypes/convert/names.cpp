@@ -1,8 +1,10 @@
 #include "convert/names.h"
 
-#include <fmt/format.h>
+#include "text/argument_error.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 namespace tvtool::convert {
 
@@ -23,16 +25,34 @@ constexpr std::array<TypeRow, 9> types{{{"double", 8},
                                         {"uint32", 4},
                                         {"boolean", 1}}};
 
-/// Returns an iterator to the row with this name; throws an Error if there is none.
+/// Names that others have for the types.
+constexpr std::array<std::pair<std::string_view, const char*>, 7> otherNames{
+    {{"bool", "boolean"},
+     {"logical", "boolean"},
+     {"float", "single"},
+     {"float32", "single"},
+     {"float64", "double"},
+     {"int", "int32"},
+     {"uint", "uint32"}}};
+
+std::string_view meantType(std::string_view name) {
+    const auto* const other =
+        std::ranges::find(otherNames, name, [](const auto& each) { return each.first; });
+    return other == otherNames.end() ? "" : other->second;
+}
+
+/// Returns an iterator to the row with this name; throws a text::ArgumentError if there is none.
 template <class Rows>
 auto findNamed(const Rows& rows, std::string_view option, std::string_view name) {
     const auto row = std::ranges::find(rows, name, [](const auto& each) { return each.name; });
     if (row == rows.end()) {
-        std::string allowed;
+        std::string list;
+        std::set<std::string> names;
         for (const auto& each : rows) {
-            allowed += (allowed.empty() ? "" : ", ") + std::string(each.name);
+            list += (list.empty() ? "" : ", ") + std::string(each.name);
+            names.insert(each.name);
         }
-        throw Error(fmt::format("{} cannot be \"{}\", it is one of {}", option, name, allowed));
+        throw text::choiceError(option, name, "one of " + list, names, meantType(name));
     }
     return row;
 }

@@ -51,8 +51,8 @@ struct Named {
 extern const std::array<Named<fxpModeRounding_tag>, 6> roundings;
 extern const std::array<Named<fxpModeOverflow_tag>, 2> overflows;
 
-/// Returns the type or mode with this name. Throws an Error that names the option and lists the
-/// valid names.
+/// Returns the type or mode with this name. Throws a text::ArgumentError that lists the valid
+/// names.
 Type parseType(std::string_view option, std::string_view name);
 fxpModeRounding_tag parseRounding(std::string_view option, std::string_view name);
 fxpModeOverflow_tag parseOverflow(std::string_view option, std::string_view name);

@@ -15,6 +15,9 @@ namespace tvtool::files {
 
 class TemporaryFile;
 
+/// The path of the standard input, or the standard output.
+inline constexpr const char* standardStream = "-";
+
 /// Whether an output file may replace the input of its command.
 enum class InPlace { Refused, Allowed };
 
@@ -23,10 +26,9 @@ enum class InPlace { Refused, Allowed };
 /// was there stays. The file behind a symbolic link is replaced, and not the link; a replaced file
 /// keeps its permissions.
 ///
-/// A device, a pipe and an open descriptor such as /dev/stdout are written directly.
+/// A device, a pipe, and an open descriptor such as /dev/stdout or "-" are written directly.
 ///
-/// All operations throw a std::runtime_error, whose text names the file and is complete as a
-/// sentence.
+/// All operations throw a FileError.
 class OutputFile {
   public:
     /// Throws if the path is neither of these, or is the regular file at `input` and must not
