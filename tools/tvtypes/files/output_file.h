@@ -39,7 +39,9 @@ class OutputFile {
     OutputFile& operator=(const OutputFile&) = delete;
 
     void write(const void* bytes, std::size_t count);
-    /// Moves to the beginning, so that the next bytes overwrite the first ones. Throws for a pipe.
+    /// Returns whether bytes are written to their destination at once.
+    bool isDirect() const { return !temporary_; }
+    /// Moves to the beginning, so that the next bytes overwrite the first ones. \pre !isDirect()
     void rewind();
     /// Replaces the file at the path.
     void commit();
