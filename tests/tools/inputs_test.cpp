@@ -114,9 +114,6 @@ TEST_P(Inputs, MatchExpectations) {
     checkInvariants(json, true);
     EXPECT_EQ(json.status, text.status);
     EXPECT_EQ(json.err, text.err);
-    if (json.status != 2) {
-        EXPECT_EQ(json.json().at("problems").as_array().empty(), json.status == 0);
-    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Tool, Inputs, testing::ValuesIn(defects()),
@@ -153,7 +150,7 @@ TEST(Examples, AreClean) {
          {"vehicle_suspension.xml", "motor_drive.xml", "thermal_plant.xml", "vehicle.xml"}) {
         const Outcome outcome = run({"inspect", std::string(TVTYPES_EXAMPLES "/") + name});
         EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
-        EXPECT_THAT(outcome.out, HasSubstr("no problems, no notes"));
+        EXPECT_THAT(outcome.out, HasSubstr("no errors, no warnings, no notes"));
     }
 }
 

@@ -24,7 +24,7 @@ std::size_t readBytes(std::FILE* file, std::span<char> buffer) {
 
 } // namespace
 
-Source openSource(const std::string& path, Remarks& remarks) {
+Source openSource(const std::string& path, findings::Findings& findings) {
     std::error_code ignored;
     if (std::filesystem::is_directory(path, ignored)) {
         throw files::ReadError("is a directory, not a model description");
@@ -42,7 +42,7 @@ Source openSource(const std::string& path, Remarks& remarks) {
     }
     std::string head(first.data(), count);
     if (head.starts_with("PK")) {
-        return openArchive(path, remarks);
+        return openArchive(path, findings);
     }
     // The first bytes are kept, as a pipe cannot be rewound.
     return [file, head](std::span<char> buffer) mutable {

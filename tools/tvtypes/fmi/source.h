@@ -3,7 +3,7 @@
 #pragma once
 
 #include "files/read_error.h"
-#include "fmi/remarks.h"
+#include "findings/findings.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -19,10 +19,10 @@ using Source = std::function<std::size_t(std::span<char> buffer)>;
 
 /// Opens a description or the archive that contains one, which the first bytes decide and not the
 /// name. Throws a files::ReadError.
-Source openSource(const std::string& path, Remarks& remarks);
+Source openSource(const std::string& path, findings::Findings& findings);
 
 /// Opens the description in an archive. `maxSize` limits the unpacked bytes; tests lower it.
-Source openArchive(const std::string& path, Remarks& remarks,
+Source openArchive(const std::string& path, findings::Findings& findings,
                    std::uint64_t maxSize = std::uint64_t{256} << 20);
 
 } // namespace tvtool::fmi

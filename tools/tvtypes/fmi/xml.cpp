@@ -43,7 +43,9 @@ struct Run {
 
 void onStart(void* userData, const XML_Char* name, const XML_Char** attributes) {
     Run& run = *static_cast<Run*>(userData);
-    run.guarded([&] { run.handler.startElement(name, attributes, currentLine(run.parser)); });
+    const Position position{static_cast<std::uint32_t>(currentLine(run.parser)),
+                            static_cast<std::uint32_t>(currentColumn(run.parser))};
+    run.guarded([&] { run.handler.startElement(name, attributes, position); });
 }
 
 void onEnd(void* userData, const XML_Char* /*name*/) {

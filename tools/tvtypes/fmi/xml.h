@@ -9,6 +9,12 @@
 
 namespace tvtool::fmi {
 
+/// Line and column, from 1, of the first character of an element.
+struct Position {
+    std::uint32_t line = 0;
+    std::uint32_t column = 0;
+};
+
 /// Callbacks for the elements of a text, in document order. An exception ends the parsing and is
 /// rethrown; a files::ReadError gets the line and column of the element.
 class XmlHandler {
@@ -18,7 +24,7 @@ class XmlHandler {
     /// \param attributes name, value, name, value, ..., null; all texts are UTF-8 and valid during
     ///                   the call
     virtual void startElement(std::string_view name, const char* const* attributes,
-                              std::uint64_t line) = 0;
+                              Position position) = 0;
     virtual void endElement() = 0;
 };
 
