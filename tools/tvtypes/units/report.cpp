@@ -234,6 +234,14 @@ void ConversionReport::add(const ConvertedValue& value) {
                        value.result.uncertaintyText());
 }
 
-void ConversionReport::finish() { os_ << (isJson_ ? "],\"findings\":[]}\n" : ""); }
+void ConversionReport::finish(const output::Failure* failure) {
+    if (isJson_) {
+        os_ << "],\"findings\":[]"
+            << (failure == nullptr
+                    ? ""
+                    : ",\"error\":" + output::jsonText(output::failureObject(*failure)))
+            << "}\n";
+    }
+}
 
 } // namespace tvtool::units

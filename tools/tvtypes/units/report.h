@@ -5,6 +5,7 @@
 /// stable; absent values are null, absent lists empty.
 #pragma once
 
+#include "output/failure.h"
 #include "units/conversion.h"
 #include "units/details.h"
 #include "units/factor.h"
@@ -33,8 +34,9 @@ class ConversionReport {
     ConversionReport(const ValueConversion& conversion, bool isJson, std::ostream& os);
 
     void add(const ConvertedValue& value);
-    /// Prints the end; nothing may be added after it.
-    void finish();
+    /// Prints the end, in JSON with the error that ended the input, if there is one. Nothing may be
+    /// added after it.
+    void finish(const output::Failure* failure = nullptr);
 
   private:
     const ValueConversion& conversion_;
