@@ -82,7 +82,7 @@ void showFactor(const Options& options, Console& console) {
     const units::UnitFactor factor =
         units::factorBetween(options.units[0], options.units[1], valuesOf(options), table);
     print(factor, options.json, console);
-    printNotes(factor.notes, console);
+    printNotes(units::allNotes(factor.notes, factor.libraryNote), console);
     if (factor.own && !factor.factor) {
         printNotes({"the library has no factor: " + factor.reason}, console);
     }
@@ -119,7 +119,7 @@ void convertValues(const Options& options, Console& console) {
     }
     units::ConversionReport report(conversion, options.json, console.out);
     std::ranges::for_each(values, [&](const auto& value) { report.add(value); });
-    printNotes(conversion.notes(), console);
+    printNotes(units::allNotes(conversion.notes(), conversion.libraryNote()), console);
     if (conversion.exists() && readsInput) {
         try {
             convertInput(conversion, report, console);

@@ -1,6 +1,7 @@
 #include "convert/report.h"
 
 #include "convert/values.h"
+#include "findings/json.h"
 #include "output/json.h"
 #include "text/number.h"
 
@@ -43,6 +44,12 @@ void CollectingSink::write(const std::byte* elements, std::size_t count) {
 
 void printJson(const ConversionReport& report, std::ostream& os) {
     const Losses& losses = report.losses;
+    findings::Findings found;
+    if (losses.lost.count > 0) {
+        found.add(findings::Code::ValuesLost, {}, {findings::SubjectKind::Value},
+                  "{} of {} values are changed by the conversion", losses.lost.count,
+                  losses.elements);
+    }
     json::value error(nullptr);
     if (losses.greatestError) {
         error = json::object{{"value", losses.greatestError->value},
@@ -59,7 +66,8 @@ void printJson(const ConversionReport& report, std::ostream& os) {
                        {"greatestError", std::move(error)},
                        {"nan", losses.nan},
                        {"infinities", losses.infinities},
-                       {"values", report.values ? json::value(*report.values) : nullptr}},
+                       {"values", report.values ? json::value(*report.values) : nullptr},
+                       {"findings", findings::jsonArray(found.all())}},
                       os);
 }
 

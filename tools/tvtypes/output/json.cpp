@@ -31,7 +31,7 @@ std::string cellText(const json::value& value, std::size_t longest) {
     }
 }
 
-std::string jsonText(const json::object& object) { return text::safeText(json::serialize(object)); }
+std::string jsonText(const json::value& value) { return text::safeText(json::serialize(value)); }
 
 void printJson(const json::object& object, std::ostream& os) { os << jsonText(object) << '\n'; }
 

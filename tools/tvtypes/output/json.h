@@ -45,9 +45,9 @@ boost::json::value jsonValue(Type&& value) {
 /// commas, true and false as "yes" and "no". Texts longer than `longest` bytes are shortened.
 std::string cellText(const boost::json::value& value, std::size_t longest);
 
-/// Returns an object in one line. Escapes the control characters that JSON allows in texts, as they
+/// Returns a value in one line. Escapes the control characters that JSON allows in texts, as they
 /// would control a terminal.
-std::string jsonText(const boost::json::object& object);
+std::string jsonText(const boost::json::value& value);
 
 /// Prints an object in one line of its own.
 void printJson(const boost::json::object& object, std::ostream& os);

@@ -17,6 +17,10 @@
 
 namespace tvtool::units {
 
+/// Returns the sentences about the arguments: those about their reading, then that about the factor
+/// of the library.
+std::vector<std::string> allNotes(std::vector<std::string> notes, const std::string& libraryNote);
+
 void printText(const std::vector<UnitDetails>& units, bool colour, std::ostream& os);
 void printJson(const std::vector<UnitDetails>& units, std::ostream& os);
 void printText(const UnitFactor& factor, bool colour, std::ostream& os);
