@@ -6,6 +6,7 @@
 #include "commands/usage_error.h"
 #include "files/file_error.h"
 #include "output/json.h"
+#include "output/terminal.h"
 #include "text/quote.h"
 #include "text/safe_text.h"
 
@@ -85,6 +86,7 @@ void execute(CLI::App& app, const Call& call, Console& console) {
 
 int runTool(int argc, const char* const* argv, const Streams& streams) {
     Console console{streams};
+    output::setLineWidth(streams.out, streams.width);
     try {
         CLI::App app("Works with the data types of block-diagram models.", "tvtypes");
         app.set_version_flag("-V,--version", fmt::format("tvtypes {} ({})", libtv_types_version,

@@ -41,6 +41,12 @@ class Structs {
     /// Returns the type of the struct with a name in the description; null if there is none.
     const Type* find(std::string_view name) const;
 
+    /// Returns the instances of each type in all(), for path(). Of the instances in an array, which
+    /// have the same path, only the first one is returned.
+    std::vector<std::vector<std::uint32_t>> instances() const;
+    /// Returns the name of an instance, without the indices of arrays.
+    std::string path(std::uint32_t instance) const;
+
   private:
     void add(const Shape& shape, const fmi::Description& description, Types& types,
              findings::Findings& findings, StructLayout& layout);
@@ -48,7 +54,6 @@ class Structs {
     Type& nestedType(const ShapeElement& element) {
         return all_[typeOfShape_[static_cast<std::size_t>(element.type)]];
     }
-    std::string path(std::uint32_t instance) const;
 
     NameTree tree_;
     Shapes shapes_;
