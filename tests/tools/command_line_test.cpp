@@ -11,14 +11,21 @@ namespace {
 using testing::HasSubstr;
 
 TEST(CommandLine, PrintsHelpAndVersion) {
-    for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{}, {"--help"}, {"inspect", "--help"}}) {
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},
+                                                      {"help"},
+                                                      {"inspect", "--help"},
+                                                      {"help", "inspect"}}) {
         const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.status, 0);
         EXPECT_THAT(outcome.out, HasSubstr("inspect"));
         EXPECT_EQ(outcome.err, "");
     }
     EXPECT_THAT(run({"--version"}).out, HasSubstr(libtv_types_version));
+    EXPECT_EQ(run({"-V"}).out, run({"--version"}).out);
+    const Outcome empty = run({});
+    EXPECT_EQ(empty.status, 2);
+    EXPECT_EQ(empty.out, "");
+    EXPECT_EQ(empty.err, run({"--help"}).out);
 }
 
 TEST(CommandLine, RejectsEmptyAndUnprintableArguments) {

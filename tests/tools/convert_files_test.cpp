@@ -67,7 +67,8 @@ TEST(ConvertFiles, ReportsLossesInAllBlocks) {
     EXPECT_EQ(
         run({"convert", "--in", in, "--from", "double", "--to", "uint8", "--out", in + ".npy"}).err,
         "double to uint8: 140000 values, 5 lost something (index 0, 1023, 1024, 65536, 139999), of "
-        "which 2 overflowed (index 1023, 139999); the first index is 0\n");
+        "which 2 overflowed (index 1023, 139999); the first index is 0; greatest error 745 (index "
+        "1023)\n");
 }
 
 TEST(ConvertFiles, KeepsShapeOfNumpyFiles) {
@@ -85,12 +86,25 @@ TEST(ConvertFiles, KeepsShapeOfNumpyFiles) {
          "int32", "{'descr': '<i4', 'fortran_order': True, 'shape': (3,), } ", "1\n256\n65535\n"},
         {npyFileHeader("<c8", "()", 3) + bytesOf<float>({0.5F, -2}), "double",
          "{'descr': '<c16', 'fortran_order': False, 'shape': (), } ", "0.5-2i\n"},
+        {npyFileHeader("<i8", "(2,)") + bytesOf<std::int64_t>({-5, std::int64_t{1} << 53}),
+         "double", "{'descr': '<f8', 'fortran_order': False, 'shape': (2,), } ",
+         "-5\n9007199254740992\n"},
+        {npyFileHeader(">u8", "(1,)") + std::string("\x80\0\0\0\0\0\x08\0", 8), "single",
+         "{'descr': '<f4', 'fortran_order': False, 'shape': (1,), } ", "9.223372e+18\n"},
         {npyFileHeader("|b1", "(0, 18446744073709551615)"), "boolean",
          "{'descr': '|b1', 'fortran_order': False, 'shape': (0, 18446744073709551615), } ", ""}};
     for (const auto& row : rows) {
-        const std::string in = folder.write("in.npy", row.content);
+        // A NumPy file is recognized by its first bytes.
+        const std::string in = folder.write("in.data", row.content);
         const std::string out = in + ".out.npy";
         EXPECT_EQ(run({"convert", "--in", in, "--to", row.to, "--out", out}).status, 0);
+        const std::string bytes = readFile(out);
+        for (const std::vector<std::string>& input : {std::vector<std::string>{}, {"--in", "-"}}) {
+            std::vector<std::string> call{"convert", "--to", row.to, "--out", out};
+            call.insert(call.end(), input.begin(), input.end());
+            EXPECT_EQ(run(call, row.content).status, 0);
+            EXPECT_EQ(readFile(out), bytes);
+        }
         EXPECT_THAT(readFile(out), HasSubstr(row.header));
         EXPECT_EQ(readFile(out).find('\n') % 64, 63U);
         EXPECT_EQ(run({"convert", "--in", out, "--to", row.to}).out, row.text);
@@ -118,7 +132,11 @@ TEST(ConvertFiles, InvalidInputLeavesOutputUnchanged) {
         {npyFileHeader("<f4", "(1.5,)") + four, "no \",\""},
         {npyFileHeader("<f4", std::string("(") + std::string(130, '1') + ")"), "too large"},
         {npyFileHeader("<f4", "(1, 1, 1,") + four, "malformed"},
-        {npyFileHeader("<i8", "(1,)") + four + four, "elements of type \"<i8\""},
+        {npyFileHeader("<i8", "(2,)") + bytesOf<std::int64_t>({1, (std::int64_t{1} << 53) + 1}),
+         "holds int64, but --from is single"},
+        {npyFileHeader("<f2", "(1,)") + four, "elements of type \"<f2\""},
+        {npyFileHeader("|O", "(1,)") + four, "Python objects"},
+        {"PK\3\4" + four, "is a .npz archive of several arrays"},
         {npyFileHeader("|f4", "(1,)") + four, "elements of type \"|f4\""},
         {npyFileHeader("", "(1,)") + four, "elements of type \"\""},
         {npyFileHeader("{'descr': [('a', '<f4')], 'shape': (1,)}") + four, "holds records"},
@@ -130,7 +148,7 @@ TEST(ConvertFiles, InvalidInputLeavesOutputUnchanged) {
         {npyFileHeader("<f4", "(1,), } x {'") + four, "behind the end"},
         {npyFileHeader("") + four, "no \"{\""},
         {npyFileHeader("<c8", "(1,)") + four + four, "become double or single"},
-        {npyFileHeader("<f8", "(1,)") + four + four, "holds double, but --from says single"}};
+        {npyFileHeader("<f8", "(1,)") + four + four, "holds double, but --from is single"}};
     for (const auto& [content, sentence] : rows) {
         const std::string in = folder.write("in.npy", content);
         const Outcome outcome =
@@ -138,6 +156,14 @@ TEST(ConvertFiles, InvalidInputLeavesOutputUnchanged) {
         EXPECT_EQ(outcome.status, 2) << sentence;
         EXPECT_THAT(outcome.err, HasSubstr(sentence));
         EXPECT_EQ(readFile(out), "kept");
+    }
+    const std::pair<std::string, const char*> wide[] = {
+        {"int64", "index 2, 9007199254740993, is no integer that a double has exactly"},
+        {"uint64", "index 0, 18446744073709551615, is no integer"}};
+    for (const auto& [type, sentence] : wide) {
+        const std::string raw =
+            folder.write("in.raw", bytesOf<std::int64_t>({-1, 2, (std::int64_t{1} << 53) + 1}));
+        expectRejection(run({"convert", "--in", raw, "--from", type, "--to", "int8"}), sentence);
     }
     const std::string raw = folder.write("in.raw", "01234");
     EXPECT_THAT(run({"convert", "--in", raw, "--from", "single", "--to", "int8"}).err,

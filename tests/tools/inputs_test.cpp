@@ -7,6 +7,7 @@
 //   words TEXT  standard output has these words and no others
 //   err TEXT    standard error has the text
 //   error TEXT  status 2, no output, and short errors with the text
+//   failure TEXT  status 2, and an object whose member "error" has the text
 #include "support.h"
 
 #include <fmt/ranges.h>
@@ -61,6 +62,9 @@ void checkExpectations(const std::vector<std::string>& expected, const Outcome& 
             EXPECT_THAT(outcome.err, HasSubstr(text));
         } else if (directive == "error") {
             expectRejection(outcome, text);
+        } else if (directive == "failure") {
+            EXPECT_EQ(outcome.status, 2);
+            EXPECT_THAT(boost::json::serialize(outcome.json().at("error")), HasSubstr(text));
         } else {
             ADD_FAILURE() << "unknown directive: " << line;
         }
@@ -79,9 +83,13 @@ std::vector<std::string> linesOf(const fs::path& path) {
 }
 
 /// Checks the invariants of all outcomes.
-void checkInvariants(const Outcome& outcome) {
+void checkInvariants(const Outcome& outcome, bool isJson) {
     if (outcome.status == 2) {
-        EXPECT_EQ(outcome.out, "");
+        if (isJson) {
+            EXPECT_TRUE(outcome.json().at("error").is_object());
+        } else {
+            EXPECT_EQ(outcome.out, "");
+        }
         EXPECT_TRUE(outcome.err.starts_with("tvtypes: ")) << outcome.err;
         EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
     } else {
@@ -100,10 +108,10 @@ TEST_P(Inputs, MatchExpectations) {
     const std::string input = inputIn(folder);
     const Outcome text = run({"inspect", "--ids", "--all", input});
     checkExpectations(linesOf(folder / "expected"), text);
-    checkInvariants(text);
+    checkInvariants(text, false);
 
     const Outcome json = run({"inspect", "--json", input});
-    checkInvariants(json);
+    checkInvariants(json, true);
     EXPECT_EQ(json.status, text.status);
     EXPECT_EQ(json.err, text.err);
 }

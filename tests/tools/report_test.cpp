@@ -231,7 +231,7 @@ TEST(FindingLines, FoldAndSelect) {
         EXPECT_EQ(outcome.status, row.status) << row.options[1];
         EXPECT_EQ(outcome.lines().size(), row.lines) << outcome.out;
     }
-    expectRejection(quiet({"--select", "value-wrong"}), "no such code");
+    expectRejection(quiet({"--select", "value-invald"}), "did you mean \"value-invalid\"?");
 }
 
 TEST(SeveralFiles, AreFoundOnceAndCounted) {

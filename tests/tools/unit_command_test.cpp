@@ -85,6 +85,7 @@ TEST(UnitCommand, ConvertsInputOfAnyLength) {
     EXPECT_EQ(invalid.status, 2);
     EXPECT_EQ(invalid.err, "tvtypes: standard input:3: \"3,5\" is not a decimal number\n");
     EXPECT_EQ(invalid.json().at("values").as_array().size(), 2U);
+    EXPECT_EQ(invalid.json().at("error").at("line"), 3);
     for (const std::size_t length : {4001U, 1000000U}) {
         const Outcome tooLong = run({"unit", "-", "m", "ft"}, std::string(length, '7'));
         EXPECT_EQ(tooLong.status, 2);

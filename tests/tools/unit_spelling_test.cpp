@@ -3,7 +3,7 @@
 #include "units/expansion.h"
 #include "units/reading.h"
 #include "units/spelling.h"
-#include "units/words.h"
+#include "text/suggestion.h"
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
@@ -243,7 +243,7 @@ TEST(UnitWords, SuggestsByEditDistance) {
     const std::set<std::string> words{"newton", "Newton", "N",     "pascal", "Pa",
                                       "PA_x",   "kPa",    "metre", "meter",  "kilometre"};
     const auto nearestTo = [&](const std::string& word) {
-        const std::vector<std::string> all = suggestionsFor(word, words);
+        const std::vector<std::string> all = text::suggestionsFor(word, words);
         return all.empty() ? "" : all.front();
     };
     for (const auto& [word, nearest] : {std::pair("newtno", "newton"),
@@ -256,10 +256,10 @@ TEST(UnitWords, SuggestsByEditDistance) {
         EXPECT_EQ(nearestTo(word), nearest);
     }
     EXPECT_EQ(nearestTo(std::string(1000000, 'x')), "");
-    EXPECT_EQ(editDistance(U"ab", U"ba", 3), 1U);
-    EXPECT_EQ(editDistance(U"", U"abc", 3), 3U);
-    EXPECT_EQ(editDistance(U"kitten", U"sitting", 9), 3U);
-    EXPECT_EQ(editDistance(U"kitten", U"sitting", 1), 2U);
+    EXPECT_EQ(text::editDistance(U"ab", U"ba", 3), 1U);
+    EXPECT_EQ(text::editDistance(U"", U"abc", 3), 3U);
+    EXPECT_EQ(text::editDistance(U"kitten", U"sitting", 9), 3U);
+    EXPECT_EQ(text::editDistance(U"kitten", U"sitting", 1), 2U);
 }
 
 TEST(ExactNumbers, FormatsFractionsExactly) {

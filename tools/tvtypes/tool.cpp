@@ -1,7 +1,13 @@
 #include "tool.h"
 
+#include "commands/call.h"
 #include "commands/commands.h"
+#include "commands/help.h"
+#include "commands/usage_error.h"
+#include "files/file_error.h"
+#include "output/json.h"
 #include "output/terminal.h"
+#include "text/quote.h"
 #include "text/safe_text.h"
 
 #include <tvtypes/functions.h>
@@ -9,63 +15,70 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <cstdlib>
 #include <exception>
 #include <new>
 #include <ostream>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 namespace tvtool {
 
 namespace {
 
-bool isNegativeNumber(const char* argument) {
-    char* stop = nullptr;
-    std::strtod(argument, &stop);
-    return *argument == '-' && stop != argument && *stop == '\0';
+std::string errorLine(std::string_view sentence, const std::string& hint = {}) {
+    return fmt::format("tvtypes: {}{}\n", text::safeText(text::inOneLine(std::string(sentence))),
+                       hint);
 }
 
-bool isList(const std::string& argument) {
-    return argument.starts_with('[') && argument.ends_with(']');
-}
-
-/// Returns whether a command has any number of texts as arguments, and ignores blanks around them.
-bool takesTexts(std::string_view command) { return command == "dims" || command == "unit"; }
-
-/// Returns the arguments in reverse order, as the parser expects them. The parser would read -inf
-/// as options and [2,N] as two values; a blank before it makes it one value. So it does for texts
-/// after
-/// "--", which the parser honours only while a command has no text.
-std::vector<std::string> parserArguments(int argc, const char* const* argv) {
-    std::vector<std::string> arguments;
-    bool isAfterMark = false;
-    for (int i = 1; i < argc; ++i) {
-        if (takesTexts(argv[1]) && !isAfterMark && argv[i] == std::string_view("--")) {
-            isAfterMark = true;
-            continue;
+/// Returns the sentence for a call that the command line library has rejected.
+std::string rejectionSentence(const CLI::ParseError& error, const CLI::App& app) {
+    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
+        std::string name = error.what();
+        if (const std::size_t end = name.find(" is required"); end != std::string::npos) {
+            name.resize(end);
         }
-        const bool isValue = isAfterMark || isNegativeNumber(argv[i]) || isList(argv[i]);
-        arguments.push_back((isValue ? " " : "") + std::string(argv[i]));
+        return name + " is missing";
     }
-    std::ranges::reverse(arguments);
-    return arguments;
+    if (const std::vector<std::string> extras = app.remaining(true);
+        dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr && !extras.empty()) {
+        return fmt::format("there is one argument too many: {}", text::quoted(extras.front()));
+    }
+    return error.what();
 }
 
-void parseAndRun(CLI::App& app, int argc, const char* const* argv, Console& console) {
+/// Runs a call and reports its errors.
+void execute(CLI::App& app, const Call& call, Console& console) {
+    const std::string command = call.command(app);
+    const std::string hint = fmt::format(" (tvtypes{} --help shows how to call it)",
+                                         command.empty() ? "" : " " + command);
     try {
-        app.parse(parserArguments(argc, argv));
-        if (app.get_subcommands().empty()) {
-            console.out << app.help();
-        }
+        call.check(app);
+        app.parse(call.parserArguments());
     } catch (const CLI::Success& request) {
         app.exit(request, console.out, console.err);
     } catch (const CLI::ParseError& error) {
-        console.err << fmt::format("tvtypes: {} (tvtypes --help shows how to call it)\n",
-                                   text::safeText(error.what()));
-        console.status = ExitUnusable;
+        const std::string sentence = rejectionSentence(error, app);
+        console.fail({.sentence = sentence}, errorLine(sentence, hint));
+    } catch (const UsageError& error) {
+        console.fail(
+            {.sentence = error.what(), .text = error.argument, .suggestion = error.suggestion},
+            errorLine(error.what(), hint));
+    } catch (const text::ArgumentError& error) {
+        console.fail(
+            {.sentence = error.what(), .text = error.argument, .suggestion = error.suggestion},
+            errorLine(error.what()));
+    } catch (const files::FileError& error) {
+        console.fail({.sentence = error.sentence, .file = error.file}, errorLine(error.what()));
+    } catch (const std::bad_alloc&) {
+        console.fail({.sentence = "there is not enough memory"}, memoryLine);
+    } catch (const std::exception& error) {
+        console.fail({.sentence = error.what()}, errorLine(error.what()));
+    }
+    if (console.failure && call.hasJson()) {
+        output::printJson(
+            output::envelope(command, {{"error", output::failureObject(*console.failure)}}),
+            console.out);
     }
 }
 
@@ -76,8 +89,8 @@ int runTool(int argc, const char* const* argv, const Streams& streams) {
     output::setLineWidth(streams.out, streams.width);
     try {
         CLI::App app("Works with the data types of block-diagram models.", "tvtypes");
-        app.set_version_flag("--version", fmt::format("tvtypes {} ({})", libtv_types_version,
-                                                      libtv_types_build_date));
+        app.set_version_flag("-V,--version", fmt::format("tvtypes {} ({})", libtv_types_version,
+                                                         libtv_types_build_date));
         app.require_subcommand(0, 1);
         addConvert(app, console);
         addDims(app, console);
@@ -85,8 +98,14 @@ int runTool(int argc, const char* const* argv, const Streams& streams) {
         addInspect(app, console);
         addLayout(app, console);
         addUnit(app, console);
-        parseAndRun(app, argc, argv, console);
-        if (!console.out.flush()) {
+        formatHelp(app);
+        const Call call({argv + 1, argv + argc});
+        if (call.isEmpty()) {
+            console.fail({}, app.help());
+        } else {
+            execute(app, call, console);
+        }
+        if (!console.out.flush() && !console.failure) {
             console.err << "tvtypes: the output cannot be written\n";
             console.status = ExitUnusable;
         }
@@ -94,7 +113,7 @@ int runTool(int argc, const char* const* argv, const Streams& streams) {
         console.err << memoryLine;
         console.status = ExitUnusable;
     } catch (const std::exception& error) {
-        console.err << fmt::format("tvtypes: {}\n", text::safeText(text::inOneLine(error.what())));
+        console.err << errorLine(error.what());
         console.status = ExitUnusable;
     }
     return console.status;

@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include <cstddef>
 #include <ostream>
 #include <utility>
 
@@ -24,20 +25,31 @@ std::string withoutBlank(std::string text) {
     return text.starts_with(' ') ? text.substr(1) : std::move(text);
 }
 
+void Console::fail(output::Failure reason, const std::string& lines) {
+    err << lines;
+    status = ExitUnusable;
+    if (!failure) {
+        failure = std::move(reason);
+    }
+}
+
 void reportUnreadable(const std::string& file, const files::ReadError& error, Console& console) {
     const std::string place =
-        error.line == 0 ? "" : fmt::format(":{}:{}", error.line, error.column);
-    console.err << fmt::format("tvtypes: {}{}: {}\n", text::safeText(file), place,
-                               text::safeText(error.what()));
-    console.status = ExitUnusable;
+        error.line == 0 ? ""
+                        : fmt::format(":{}{}", error.line,
+                                      error.column == 0 ? "" : fmt::format(":{}", error.column));
+    console.fail({error.what(), file, error.line, error.column, {}, {}},
+                 fmt::format("tvtypes: {}{}: {}\n", text::safeText(file), place,
+                             text::safeText(error.what())));
 }
 
 void reportUnreadable(const text::ParseError& error, Console& console) {
-    console.err << fmt::format(
-        "tvtypes: {}: column {}: {}\n{}", text::safeText(text::quoted(error.text)),
-        text::columnOf(error.text, error.position), text::safeText(error.what()),
-        text::excerptAt(error.text, error.position));
-    console.status = ExitUnusable;
+    const std::size_t column = text::columnOf(error.text, error.position);
+    console.fail({error.what(), {}, 0, column, error.text, error.suggestion},
+                 fmt::format("tvtypes: {}: column {}: {}\n{}",
+                             text::safeText(text::quoted(error.text)), column,
+                             text::safeText(error.what()),
+                             text::excerptAt(error.text, error.position)));
 }
 
 } // namespace tvtool

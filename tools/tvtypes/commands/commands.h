@@ -3,9 +3,11 @@
 #pragma once
 
 #include "files/read_error.h"
+#include "output/failure.h"
 #include "text/parse_error.h"
 #include "tool.h"
 
+#include <optional>
 #include <string>
 
 namespace CLI {
@@ -17,6 +19,10 @@ namespace tvtool {
 /// Where a command reads and writes, and how it went.
 struct Console : Streams {
     int status = ExitClean;
+    std::optional<output::Failure> failure{}; ///< the first one, which --json prints
+
+    /// Prints why the call failed, in complete lines, and sets the status.
+    void fail(output::Failure reason, const std::string& lines);
 };
 
 /// A command does its work when the command line that names it has been read.
@@ -33,11 +39,13 @@ void addDescriptionFile(CLI::App& command, std::string& file);
 /// Removes the blank that keeps the parser from taking a negative number for an option.
 std::string withoutBlank(std::string text);
 
-/// Prints a report as JSON or as text.
+/// Prints a report as JSON or as text. The JSON of a call that failed is that of the failure alone.
 template <class Report>
 void print(const Report& report, bool isJson, Console& console) {
     if (isJson) {
-        printJson(report, console.out);
+        if (!console.failure) {
+            printJson(report, console.out);
+        }
     } else {
         printText(report, console.colour, console.out);
     }

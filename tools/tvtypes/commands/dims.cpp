@@ -1,6 +1,6 @@
 // tvtypes dims: simplification of dimensions, and checks of facts about them.
 #include "commands/commands.h"
-#include "commands/exclusion.h"
+#include "commands/usage_error.h"
 #include "dims/fact_file.h"
 #include "dims/report.h"
 #include "text/safe_text.h"
@@ -108,7 +108,7 @@ void addDims(CLI::App& app, Console& console) {
         } else if (!options->expressions.empty()) {
             showDims(*options, console);
         } else {
-            throw CLI::RequiredError("EXPR");
+            throw UsageError("EXPR is missing, or --facts FILE");
         }
     });
 }

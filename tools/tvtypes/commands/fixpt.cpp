@@ -1,6 +1,6 @@
 // tvtypes fixpt: details of numeric types, and quantization of values.
 #include "commands/commands.h"
-#include "commands/exclusion.h"
+#include "commands/usage_error.h"
 #include "convert/names.h"
 #include "fixedpoint/identifier.h"
 #include "fixedpoint/record.h"
@@ -103,7 +103,7 @@ void checkCall(const CLI::App& command) {
     const bool quantizes = command.count("--quantize") > 0;
     const bool hasType = command.count("NAME") > 0 || command.count("--word-length") > 0;
     if (quantizes && !hasType) {
-        throw CLI::ValidationError("--quantize", "takes a NAME before it, or --word-length");
+        throw UsageError("--quantize needs a NAME before it, or --word-length");
     }
     checkExclusion(command, "NAME",
                    {"--signed", "--word-length", "--slope", "--factor", "--exponent",
@@ -115,12 +115,12 @@ void checkCall(const CLI::App& command) {
                          {"--signed", "--slope", "--factor", "--exponent", "--fraction-length",
                           "--bias", "--scaled-double"},
                          "--word-length");
-        throw CLI::RequiredError("NAME or --word-length");
+        throw UsageError("NAME is missing, or --word-length BITS");
     }
     checkExclusion(command, "--quantize", {"--atomic-word-length", "--override-off"});
     checkRequirement(command, {"--overflow"}, "--quantize");
     if (quantizes && command.count("NAME") > 1) {
-        throw CLI::ValidationError("--quantize", "takes one NAME, before it");
+        throw UsageError("--quantize needs one NAME before it, and no others");
     }
 }
 

@@ -1,11 +1,14 @@
 // tvtypes inspect: reports the interface and the data types of a model, and what is wrong with it.
 #include "commands/commands.h"
+#include "commands/usage_error.h"
+#include "files/output_file.h"
 #include "findings/selection.h"
 #include "findings/text.h"
 #include "fmi/description_files.h"
 #include "output/json.h"
 #include "output/shortening.h"
 #include "output/terminal.h"
+#include "page/page.h"
 #include "report/inspection.h"
 #include "text/quote.h"
 #include "text/safe_text.h"
@@ -32,6 +35,7 @@ struct Options {
     std::vector<std::string> files;
     std::vector<std::string> select;
     std::vector<std::string> ignore;
+    std::string html; ///< path of the page; empty for none
     report::Options report;
     bool isQuiet = false;
     bool isStrict = false;
@@ -159,6 +163,10 @@ class Inspector {
         const bool fails = found.count(Severity::Error) > 0 ||
                            (options_.isStrict && found.count(Severity::Warning) > 0);
         raiseStatus(console_, fails ? ExitProblems : ExitClean);
+        if (!options_.html.empty()) {
+            writePage(model, file);
+            return;
+        }
         if (hasSections || options_.isJson) {
             const report::Inspection inspection(model, file, options_.report);
             tvtool::print(inspection, options_.isJson, console_);
@@ -169,6 +177,15 @@ class Inspector {
             output::printWrapped(report::summaryText(model, file, variables), 4, console_.out);
         }
         printer_.print(found.all(), file);
+    }
+
+    void writePage(const model::Model& model, const std::string& file) const {
+        files::OutputFile output(options_.html, file, files::InPlace::Refused);
+        report::Options all = options_.report;
+        all.variables = VariableChoice::All;
+        const std::string html = page::htmlPage(report::Inspection(model, file, all));
+        output.write(html.data(), html.size());
+        output.commit();
     }
 
     void printUnreadable(const std::string& file, const files::ReadError& error) {
@@ -214,6 +231,8 @@ void inspect(const Options& options, Console& console) {
         Inspector inspector(options, console);
         if (options.files.size() == 1 && !fmi::isDirectory(options.files.front())) {
             inspector.inspectFile(options.files.front());
+        } else if (!options.html.empty()) {
+            throw UsageError("--html writes the page of one FILE, which is no directory");
         } else {
             inspector.inspectAll();
         }
@@ -281,10 +300,16 @@ void addInspect(CLI::App& app, Console& console) {
     addListing(command, *options);
     addFindings(command, *options);
     command.add_flag("--json", options->isJson, "Print one JSON object for each file");
+    command
+        .add_option("--html", options->html,
+                    "Write an HTML page with all variables into this file instead; - is the "
+                    "standard output")
+        ->type_name("OUT");
     command.footer("Several files, or a directory, get a line each, their findings and a total.\n"
                    "Exit status: 0 no errors, 1 errors in a model, 2 a file cannot be read or the "
                    "call is wrong.");
     command.callback([options, &command, &console] {
+        checkExclusion(command, "--html", {"--json", "--quiet"});
         options->listsVariables = command.count("--variables") + command.count("--filter") > 0;
         inspect(*options, console);
     });

@@ -1,6 +1,7 @@
 // tvtypes unit: details of units, conversion factors, and search.
 #include "commands/commands.h"
-#include "commands/exclusion.h"
+#include "commands/usage_error.h"
+#include "files/output_file.h"
 #include "files/stream_errors.h"
 #include "text/quote.h"
 #include "text/safe_text.h"
@@ -81,7 +82,7 @@ void showFactor(const Options& options, Console& console) {
     const units::UnitFactor factor =
         units::factorBetween(options.units[0], options.units[1], valuesOf(options), table);
     print(factor, options.json, console);
-    printNotes(factor.notes, console);
+    printNotes(units::allNotes(factor.notes, factor.libraryNote), console);
     if (factor.own && !factor.factor) {
         printNotes({"the library has no factor: " + factor.reason}, console);
     }
@@ -90,7 +91,7 @@ void showFactor(const Options& options, Console& console) {
     }
 }
 
-/// Converts the numbers of standard input, up to an error of the output.
+/// Converts the numbers of standard input, up to an error of the output. Throws a files::ReadError.
 void convertInput(const units::ValueConversion& conversion, units::ConversionReport& report,
                   Console& console) {
     units::Words words(console.in);
@@ -99,9 +100,9 @@ void convertInput(const units::ValueConversion& conversion, units::ConversionRep
             report.add(conversion.convert(word));
         }
     } catch (const std::invalid_argument& error) {
-        throw std::runtime_error(fmt::format("standard input:{}: {}", words.line(), error.what()));
+        throw files::ReadError(error.what(), words.line());
     } catch (const std::ios_base::failure& failure) {
-        throw std::runtime_error("standard input " + files::failureText(failure));
+        throw files::ReadError(files::failureText(failure));
     }
 }
 
@@ -118,13 +119,17 @@ void convertValues(const Options& options, Console& console) {
     }
     units::ConversionReport report(conversion, options.json, console.out);
     std::ranges::for_each(values, [&](const auto& value) { report.add(value); });
-    printNotes(conversion.notes(), console);
+    printNotes(units::allNotes(conversion.notes(), conversion.libraryNote()), console);
     if (conversion.exists() && readsInput) {
         try {
             convertInput(conversion, report, console);
-        } catch (...) {
-            report.finish();
-            throw;
+        } catch (const files::ReadError& error) {
+            // The object in JSON has the values before the error as well.
+            const output::Failure failure{error.what(), files::standardStream, error.line};
+            report.finish(&failure);
+            reportUnreadable("standard input", error, console);
+            console.failure.reset();
+            return;
         }
     }
     report.finish();
@@ -198,16 +203,16 @@ void addUnit(CLI::App& app, Console& console) {
         checkExclusion(command, "--difference", {"--list", "--search", "--complete"});
         const std::size_t count = options->units.size();
         if (isConversion(*options) && count < 3) {
-            throw CLI::ValidationError("UNIT", "takes two units after values, as in 20 degC degF");
+            throw UsageError("values need two units behind them, as in 20 degC degF");
         }
         if (options->difference && !options->factor && !isConversion(*options)) {
-            throw CLI::ValidationError("--difference", "takes values and two units, or --factor");
+            throw UsageError("--difference needs values and two units, or --factor");
         }
         if (options->factor && count != 2) {
-            throw CLI::ValidationError("--factor", "takes two units");
+            throw UsageError("--factor needs two units");
         }
         if (count == 0 && !options->prefix && !options->word && !options->list) {
-            throw CLI::RequiredError("UNIT");
+            throw UsageError("UNIT is missing");
         }
         execute(*options, console);
     });

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <span>
 #include <utility>
 
@@ -107,14 +108,23 @@ void Occurrences::add(std::uint64_t index) {
 std::string Losses::summary() const {
     std::string sentence = fmt::format("{} {}, ", elements, elements == 1 ? "value" : "values");
     if (lost.count == 0) {
-        return sentence + "nothing lost";
+        sentence += "nothing lost";
+    } else {
+        sentence += fmt::format("{} lost something ({})", lost.count, indexList(lost));
+        if (overflowed.count > 0) {
+            sentence += fmt::format(", of which {} overflowed ({})", overflowed.count,
+                                    indexList(overflowed));
+        }
+        sentence += "; the first index is 0";
     }
-    sentence += fmt::format("{} lost something ({})", lost.count, indexList(lost));
-    if (overflowed.count > 0) {
-        sentence +=
-            fmt::format(", of which {} overflowed ({})", overflowed.count, indexList(overflowed));
+    if (greatestError) {
+        sentence += fmt::format("; greatest error {} (index {})", greatestError->value,
+                                greatestError->index);
     }
-    return sentence + "; the first index is 0";
+    if (nan > 0 || infinities > 0) {
+        sentence += fmt::format("; {} NaN, {} infinite", nan, infinities);
+    }
+    return sentence;
 }
 
 Conversion::Conversion(Element source, Type destination, Modes modes)
@@ -130,12 +140,14 @@ void Conversion::convert(const std::byte* from, std::byte* to, std::size_t count
     const std::size_t toSize = sizeOf(destination_);
     for (std::size_t begin = 0; begin < count; begin += block) {
         const std::size_t end = std::min(begin + block, count);
+        countNonFinite(from + begin * fromSize, end - begin);
         if (convertExactly(from + begin * fromSize, to + begin * toSize, end - begin)) {
             continue;
         }
         for (std::size_t i = begin; i < end; ++i) {
             if (!convertExactly(from + i * fromSize, to + i * toSize, 1)) {
                 losses_.lost.add(losses_.elements + i);
+                addError(from + i * fromSize, to + i * toSize, losses_.elements + i);
                 if (overflows(from + i * fromSize)) {
                     losses_.overflowed.add(losses_.elements + i);
                 }
@@ -156,6 +168,33 @@ bool Conversion::overflows(const std::byte* element) const {
     return TVTypeSys::DataType::CheckForOverflowDuringDataTypeConversion(
         element, 1, static_cast<int>(source_.type), source_.isComplex,
         static_cast<int>(destination_.type), modes_.rounding);
+}
+
+void Conversion::addError(const std::byte* from, const std::byte* to, std::uint64_t index) {
+    const auto difference = [&](std::size_t part) {
+        return valueOf(destination_.type, to + part * sizeOf(destination_.type)) -
+               valueOf(source_.type, from + part * sizeOf(source_.type));
+    };
+    const double error =
+        source_.isComplex ? std::hypot(difference(0), difference(1)) : std::abs(difference(0));
+    if (std::isfinite(error) && (!losses_.greatestError || error > losses_.greatestError->value)) {
+        losses_.greatestError = {error, index};
+    }
+}
+
+void Conversion::countNonFinite(const std::byte* from, std::size_t count) {
+    if (!isFloating(source_.type)) {
+        return;
+    }
+    const std::size_t parts = source_.isComplex ? 2 : 1;
+    const std::size_t size = sizeOf(source_.type);
+    for (std::size_t i = 0; i < count; ++i, from += parts * size) {
+        const double first = valueOf(source_.type, from);
+        const double last = valueOf(source_.type, from + (parts - 1) * size);
+        const bool isNan = std::isnan(first) || std::isnan(last);
+        losses_.nan += isNan ? 1 : 0;
+        losses_.infinities += !isNan && (std::isinf(first) || std::isinf(last)) ? 1 : 0;
+    }
 }
 
 void convertAll(Source& source, Conversion& conversion, Sink& sink, std::ostream* terminal) {

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -21,10 +22,21 @@ struct Occurrences {
     void add(std::uint64_t index);
 };
 
+/// The greatest absolute difference between a result and its source.
+struct GreatestError {
+    double value = 0;
+    std::uint64_t index = 0;
+};
+
 struct Losses {
     std::uint64_t elements = 0;
     Occurrences lost;       ///< elements that differ when they are converted back
     Occurrences overflowed; ///< the lost ones that are out of range of the destination
+    /// Of the elements that are finite before and after, wrapped and saturated ones too. Empty if
+    /// no such element was lost.
+    std::optional<GreatestError> greatestError;
+    std::uint64_t nan = 0;        ///< elements of the source that are NaN, in one part at least
+    std::uint64_t infinities = 0; ///< elements of the source that are infinite and not NaN
 
     /// Returns a sentence with the counts and the first indices.
     std::string summary() const;
@@ -46,6 +58,8 @@ class Conversion {
     /// Converts elements and returns whether all of them kept their values.
     bool convertExactly(const std::byte* from, std::byte* to, std::size_t count) const;
     bool overflows(const std::byte* element) const;
+    void addError(const std::byte* from, const std::byte* to, std::uint64_t index);
+    void countNonFinite(const std::byte* from, std::size_t count);
 
     Element source_;
     Element destination_;

@@ -12,7 +12,7 @@
 
 namespace tvtool::convert {
 
-/// Error of an argument, an input or an output. what() is a sentence for the user.
+/// Error of a value or an output. what() is a sentence for the user.
 class Error : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
@@ -38,6 +38,19 @@ inline std::size_t sizeOf(Element element) {
     return sizeOf(element.type) * (element.isComplex ? 2 : 1);
 }
 
+/// Integers of 64 bits. Inputs may have them; the library has no such type.
+enum class Wide { None, Int64, UInt64 };
+
+/// The type of an input's values: a built-in type, or wide integers, which are read as doubles if
+/// these have their values exactly.
+struct StoredType {
+    Type type = Type::Double;
+    Wide wide = Wide::None;
+
+    bool operator==(const StoredType&) const = default;
+};
+const char* typeName(StoredType type);
+
 struct Modes {
     fxpModeOverflow_tag overflow = FXP_OVERFLOW_SATURATE;
     fxpModeRounding_tag rounding = FXP_ROUND_ZERO;
@@ -51,9 +64,10 @@ struct Named {
 extern const std::array<Named<fxpModeRounding_tag>, 6> roundings;
 extern const std::array<Named<fxpModeOverflow_tag>, 2> overflows;
 
-/// Returns the type or mode with this name. Throws an Error that names the option and lists the
-/// valid names.
+/// Returns the type or mode with this name. Throws a text::ArgumentError that lists the valid
+/// names.
 Type parseType(std::string_view option, std::string_view name);
+StoredType parseStoredType(std::string_view option, std::string_view name);
 fxpModeRounding_tag parseRounding(std::string_view option, std::string_view name);
 fxpModeOverflow_tag parseOverflow(std::string_view option, std::string_view name);
 

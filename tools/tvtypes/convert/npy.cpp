@@ -14,7 +14,6 @@ namespace tvtool::convert {
 
 namespace {
 
-constexpr std::string_view magic = "\x93NUMPY";
 constexpr std::size_t maxLength = std::size_t{64} << 10;
 constexpr std::size_t maxDimensions = 64;
 constexpr std::size_t alignment = 64;
@@ -22,10 +21,11 @@ constexpr std::size_t alignment = 64;
 struct Code {
     std::string_view code;
     Element element;
+    Wide wide = Wide::None;
 };
 
 /// Type codes, which follow the byte order in a description of elements.
-constexpr std::array<Code, 11> codes{{{"f8", {Type::Double}},
+constexpr std::array<Code, 13> codes{{{"f8", {Type::Double}},
                                       {"f4", {Type::Single}},
                                       {"i1", {Type::Int8}},
                                       {"u1", {Type::UInt8}},
@@ -35,7 +35,17 @@ constexpr std::array<Code, 11> codes{{{"f8", {Type::Double}},
                                       {"u4", {Type::UInt32}},
                                       {"b1", {Type::Boolean}},
                                       {"c16", {Type::Double, true}},
-                                      {"c8", {Type::Single, true}}}};
+                                      {"c8", {Type::Single, true}},
+                                      {"i8", {Type::Double}, Wide::Int64},
+                                      {"u8", {Type::Double}, Wide::UInt64}}};
+
+/// Returns the error of elements that are not converted, with what to do.
+Error elementError(std::string_view description) {
+    const bool areObjects = description.find('O') != std::string_view::npos;
+    return Error(fmt::format("holds {} of type \"{}\", which cannot be converted; save them as "
+                             "numbers, in Python by numpy.save(FILE, array.astype(\"float64\"))",
+                             areObjects ? "Python objects" : "elements", description));
+}
 
 /// Parses the text of a header: a dictionary in the syntax of Python with three members.
 class Parser {
@@ -110,7 +120,8 @@ class Parser {
         expect(":");
         if (key == "descr") {
             if (take("[")) {
-                throw Error("holds records; only plain numbers are converted");
+                throw Error("holds records, which cannot be converted; save one of their fields, "
+                            "in Python by numpy.save(FILE, array[\"FIELD\"])");
             }
             assign(description_, parseText());
         } else if (key == "fortran_order") {
@@ -172,12 +183,10 @@ class Parser {
         const auto* const known = std::ranges::find(codes, code, &Code::code);
         const bool hasOrder = order == '<' || order == '>';
         if (known == codes.end() || !(hasOrder || (order == '|' && sizeOf(known->element) == 1))) {
-            throw Error(fmt::format("holds elements of type \"{}\"; converted are f8, f4, i1, u1, "
-                                    "i2, u2, i4, u4, b1, c8 and c16 with their byte order before "
-                                    "them",
-                                    *description_));
+            throw elementError(*description_);
         }
         header.element = known->element;
+        header.wide = known->wide;
         header.bigEndian = order == '>';
         header.shape = {*sizes_, *fortranOrder_};
         header.count = checkedCount(header);
@@ -209,16 +218,15 @@ class Parser {
     std::optional<std::vector<std::uint64_t>> sizes_;
 };
 
-void readExactly(std::istream& is, char* bytes, std::size_t count) {
-    is.read(bytes, static_cast<std::streamsize>(count));
-    if (static_cast<std::size_t>(is.gcount()) != count) {
+void readExactly(files::InputFile& file, char* bytes, std::size_t count) {
+    if (file.read(bytes, count) != count) {
         throw Error("ends within the header");
     }
 }
 
-std::size_t readLength(std::istream& is, std::size_t bytes) {
+std::size_t readLength(files::InputFile& file, std::size_t bytes) {
     std::array<char, 4> field{};
-    readExactly(is, field.data(), bytes);
+    readExactly(file, field.data(), bytes);
     std::size_t length = 0;
     for (std::size_t i = bytes; i > 0; --i) {
         length = length << 8U | static_cast<unsigned char>(field[i - 1]);
@@ -228,25 +236,25 @@ std::size_t readLength(std::istream& is, std::size_t bytes) {
 
 } // namespace
 
-NpyHeader readNpyHeader(std::istream& is) {
-    std::array<char, magic.size() + 2> head{};
-    readExactly(is, head.data(), head.size());
-    if (!std::string_view(head.data(), head.size()).starts_with(magic)) {
+NpyHeader readNpyHeader(files::InputFile& file) {
+    std::array<char, npyMagic.size() + 2> head{};
+    readExactly(file, head.data(), head.size());
+    if (!std::string_view(head.data(), head.size()).starts_with(npyMagic)) {
         throw Error("is no .npy file: it does not begin like one");
     }
-    const int major = static_cast<unsigned char>(head[magic.size()]);
-    const int minor = static_cast<unsigned char>(head[magic.size() + 1]);
+    const int major = static_cast<unsigned char>(head[npyMagic.size()]);
+    const int minor = static_cast<unsigned char>(head[npyMagic.size() + 1]);
     if (major < 1 || major > 3 || minor != 0) {
         throw Error(fmt::format("is in version {}.{} of the format; read are 1.0, 2.0 and 3.0",
                                 major, minor));
     }
-    const std::size_t length = readLength(is, major == 1 ? 2 : 4);
+    const std::size_t length = readLength(file, major == 1 ? 2 : 4);
     if (length > maxLength) {
         throw Error(fmt::format("has a header of {} bytes; the longest that is read has {}", length,
                                 maxLength));
     }
     std::string text(length, '\0');
-    readExactly(is, text.data(), length);
+    readExactly(file, text.data(), length);
     return Parser(text).parse();
 }
 
@@ -262,12 +270,12 @@ std::string npyHeader(Element element, const Shape& shape) {
                                    sizeOf(element) == 1 ? '|' : '<', code->code,
                                    shape.fortranOrder ? "True" : "False", sizes);
     text.append(growth, ' ');
-    const std::size_t before = magic.size() + 4;
+    const std::size_t before = npyMagic.size() + 4;
     const std::size_t unpadded = before + text.size() + 1;
     text.append((alignment - unpadded % alignment) % alignment, ' ');
     text += '\n';
 
-    std::string header(magic);
+    std::string header(npyMagic);
     header += {'\x01', '\x00', static_cast<char>(text.size() & 0xFFU),
                static_cast<char>(text.size() >> 8U)};
     return header + text;

@@ -1,6 +1,8 @@
 #include "convert/streams.h"
 
 #include "convert/values.h"
+#include "files/file_error.h"
+#include "files/input_file.h"
 #include "files/output_file.h"
 #include "files/stream_errors.h"
 
@@ -8,18 +10,13 @@
 
 #include <algorithm>
 #include <bit>
-#include <cerrno>
-#include <filesystem>
-#include <fstream>
+#include <cstring>
 #include <iomanip>
-#include <system_error>
 #include <utility>
 
 namespace tvtool::convert {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 static_assert(std::endian::native == std::endian::little,
               "raw files are little-endian, and are read and written as in memory");
@@ -27,16 +24,24 @@ static_assert(std::endian::native == std::endian::little,
 /// Longer than any double with all its digits.
 constexpr int maxWord = 4096;
 
+constexpr std::string_view archiveMagic = "PK\3\4";
+constexpr const char* archiveError =
+    "is a .npz archive of several arrays; save one of them as .npy, "
+    "in Python by numpy.save(FILE, archive[\"NAME\"])";
+
 class TextSource : public Source {
   public:
-    TextSource(std::istream& is, Type type) : is_(is), type_(type) { files::throwOnFailure(is); }
+    TextSource(std::istream& is, StoredType type) : is_(is), type_(type) {
+        files::throwOnFailure(is);
+    }
 
-    Element element() const override { return {type_}; }
+    Element element() const override { return {type_.type}; }
+    StoredType storedType() const override { return type_; }
 
     std::size_t read(std::byte* elements, std::size_t most) override {
         std::size_t count = 0;
         for (; count < most && nextWord(); ++count) {
-            readWord(elements + count * sizeOf(type_));
+            readWord(elements + count * sizeOf(type_.type));
             ++index_;
         }
         return count;
@@ -52,6 +57,9 @@ class TextSource : public Source {
     }
 
     void readWord(std::byte* element) const {
+        if (index_ == 0 && word_.starts_with(archiveMagic)) {
+            throw Error(std::string("standard input ") + archiveError);
+        }
         try {
             if (word_.size() + 1 >= maxWord) {
                 throw Error("is too long");
@@ -68,36 +76,34 @@ class TextSource : public Source {
     }
 
     std::istream& is_;
-    Type type_;
+    StoredType type_;
     std::uint64_t index_ = 0;
     std::string word_;
 };
 
 class FileSource : public Source {
   public:
-    FileSource(const std::string& path, Format format, std::optional<Type> type)
-        : path_(path), file_(path, std::ios::binary) {
-        std::error_code ignored;
-        if (fs::is_directory(path, ignored)) {
-            fail("is a directory");
+    FileSource(const std::string& path, std::istream& standardInput, std::optional<Format> format,
+               std::optional<StoredType> type)
+        : file_(path, standardInput) {
+        if (!format) {
+            format = detectFormat(path);
         }
-        if (!file_) {
-            fail("cannot be opened: " + std::generic_category().message(errno));
-        }
-        files::throwOnFailure(file_);
-        if (format == Format::Npy) {
+        if (*format == Format::Npy) {
             readHeader(type);
         } else if (type) {
-            element_ = {*type};
+            stored_ = *type;
+            element_ = {stored_.type};
         } else {
-            fail("a raw file needs --from, the type of its values");
+            file_.fail("a raw file needs --from, the type of its values");
         }
-        if (fs::is_regular_file(path, ignored)) {
-            checkLength(fs::file_size(path));
+        if (const auto bytes = file_.bytesLeft()) {
+            checkLength(*bytes);
         }
     }
 
     Element element() const override { return element_; }
+    StoredType storedType() const override { return stored_; }
     std::optional<std::uint64_t> count() const override { return count_; }
     std::optional<Shape> shape() const override { return shape_; }
 
@@ -106,9 +112,9 @@ class FileSource : public Source {
         if (count_) {
             most = static_cast<std::size_t>(std::min<std::uint64_t>(most, *count_ - done_));
         }
-        const std::size_t bytes = readBytes(elements, most * size);
+        const std::size_t bytes = file_.read(elements, most * size);
         if (bytes % size != 0 || (count_ && bytes != most * size)) {
-            fail("ends within its elements");
+            file_.fail("ends within its elements");
         }
         if (bigEndian_) {
             const std::size_t value = sizeOf(element_.type);
@@ -116,46 +122,62 @@ class FileSource : public Source {
                 std::reverse(begin, begin + value);
             }
         }
+        if (stored_.wide != Wide::None) {
+            convertWide(elements, bytes / size);
+        }
         done_ += bytes / size;
-        if (count_ == done_ && !isAtEnd()) {
-            fail("goes on behind its last element");
+        if (count_ == done_ && !file_.isAtEnd()) {
+            file_.fail("goes on behind its last element");
         }
         return bytes / size;
     }
 
   private:
-    [[noreturn]] void fail(const std::string& what) const { throw Error(path_ + ": " + what); }
+    Format detectFormat(const std::string& path) {
+        const bool isArchive = file_.peek(4) == archiveMagic || file_.peek(4) == "PK\5\6";
+        if (file_.peek(npyMagic.size()) == npyMagic || (path.ends_with(".npy") && !isArchive)) {
+            return Format::Npy;
+        }
+        if (isArchive) {
+            file_.fail(std::string(archiveError) +
+                       "; to read its bytes as values, add --format raw");
+        }
+        return Format::Raw;
+    }
 
-    std::size_t readBytes(std::byte* bytes, std::size_t most) {
-        try {
-            file_.read(reinterpret_cast<char*>(bytes), static_cast<std::streamsize>(most));
-            return static_cast<std::size_t>(file_.gcount());
-        } catch (const std::ios_base::failure& failure) {
-            fail(files::failureText(failure));
+    void convertWide(std::byte* elements, std::size_t count) const {
+        const std::size_t exact = toDoubles(stored_.wide, elements, count);
+        if (exact < count) {
+            const std::byte* const value = elements + exact * sizeof(std::int64_t);
+            file_.fail(fmt::format("the value at index {}, {}, is no integer that a double has "
+                                   "exactly (the first index is 0)",
+                                   done_ + exact,
+                                   stored_.wide == Wide::Int64
+                                       ? std::to_string(loaded<std::int64_t>(value))
+                                       : std::to_string(loaded<std::uint64_t>(value))));
         }
     }
 
-    bool isAtEnd() {
-        try {
-            return file_.peek() == std::ifstream::traits_type::eof();
-        } catch (const std::ios_base::failure& failure) {
-            fail(files::failureText(failure));
-        }
+    template <class Integer>
+    static Integer loaded(const std::byte* bytes) {
+        Integer integer{};
+        std::memcpy(&integer, bytes, sizeof integer);
+        return integer;
     }
 
-    void readHeader(std::optional<Type> type) {
+    void readHeader(std::optional<StoredType> type) {
         NpyHeader header;
         try {
             header = readNpyHeader(file_);
         } catch (const Error& error) {
-            fail(error.what());
-        } catch (const std::ios_base::failure& failure) {
-            fail(files::failureText(failure));
+            file_.fail(error.what());
         }
         element_ = header.element;
-        if (type && *type != element_.type) {
-            fail(fmt::format("holds {}, but --from says {}", elementName(element_),
-                             typeName(*type)));
+        stored_ = {element_.type, header.wide};
+        if (type && *type != stored_) {
+            file_.fail(fmt::format("holds {}, but --from is {}",
+                                   element_.isComplex ? elementName(element_) : typeName(stored_),
+                                   typeName(*type)));
         }
         bigEndian_ = header.bigEndian;
         count_ = header.count;
@@ -163,23 +185,22 @@ class FileSource : public Source {
     }
 
     /// Checks the size of a regular file before anything is converted.
-    void checkLength(std::uint64_t length) {
+    void checkLength(std::uint64_t bytes) {
         const std::size_t size = sizeOf(element_);
-        const std::uint64_t bytes = length - static_cast<std::uint64_t>(file_.tellg());
         if (count_ && *count_ * size != bytes) {
-            fail(fmt::format("its shape needs {} bytes of elements, there are {}", *count_ * size,
-                             bytes));
+            file_.fail(fmt::format("its shape needs {} bytes of elements, there are {}",
+                                   *count_ * size, bytes));
         }
         if (bytes % size != 0) {
-            fail(fmt::format("its size, {} bytes, is no multiple of the {} of a {}", bytes, size,
-                             elementName(element_)));
+            file_.fail(fmt::format("its size, {} bytes, is no multiple of the {} of a {}", bytes,
+                                   size, elementName(element_)));
         }
         count_ = bytes / size;
     }
 
-    std::string path_;
-    std::ifstream file_;
+    files::InputFile file_;
     Element element_;
+    StoredType stored_;
     bool bigEndian_ = false;
     std::optional<std::uint64_t> count_;
     std::optional<Shape> shape_;
@@ -220,9 +241,9 @@ class FileSink : public Sink {
         : file_(path, input, files::InPlace::Allowed),
           element_(element),
           needsCount_(format == Format::Npy && !shape) {
-        if (needsCount_) {
-            // Throws here for a pipe, and not after all elements.
-            file_.rewind();
+        if (needsCount_ && file_.isDirect()) {
+            throw files::FileError(path, "a NumPy file begins with the number of its values, which "
+                                         "is not known yet; write it to a plain file");
         }
         if (format == Format::Npy) {
             writeHeader(shape ? *shape : Shape{{0}});
@@ -256,16 +277,15 @@ class FileSink : public Sink {
 
 } // namespace
 
-Format formatOf(const std::string& path) {
-    return path.ends_with(".npy") ? Format::Npy : Format::Raw;
-}
+bool isNpyName(const std::string& path) { return path.ends_with(".npy"); }
 
-std::unique_ptr<Source> readText(std::istream& is, Type type) {
+std::unique_ptr<Source> readText(std::istream& is, StoredType type) {
     return std::make_unique<TextSource>(is, type);
 }
 
-std::unique_ptr<Source> openFile(const std::string& path, Format format, std::optional<Type> type) {
-    return std::make_unique<FileSource>(path, format, type);
+std::unique_ptr<Source> openFile(const std::string& path, std::istream& standardInput,
+                                 std::optional<Format> format, std::optional<StoredType> type) {
+    return std::make_unique<FileSource>(path, standardInput, format, type);
 }
 
 std::unique_ptr<Sink> writeText(std::ostream& os, Element element) {

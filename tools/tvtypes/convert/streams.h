@@ -16,14 +16,16 @@ namespace tvtool::convert {
 
 enum class Format { Raw, Npy };
 
-/// Returns the format by the end of a file's name: Npy for .npy, else Raw.
-Format formatOf(const std::string& path);
+/// Returns whether the name of a file is that of a NumPy file.
+bool isNpyName(const std::string& path);
 
 class Source {
   public:
     virtual ~Source() = default;
 
     virtual Element element() const = 0;
+    /// Returns the type of the values in the input, from which those of the elements are read.
+    virtual StoredType storedType() const = 0;
     /// Returns the number of all elements; empty if it is not known before the end.
     virtual std::optional<std::uint64_t> count() const { return std::nullopt; }
     /// Returns the shape of the elements; empty for a sequence.
@@ -36,12 +38,15 @@ class Source {
 
 /// Returns a source of the values in a text, separated by blanks and line breaks. The stream must
 /// outlive it.
-std::unique_ptr<Source> readText(std::istream& is, Type type);
+std::unique_ptr<Source> readText(std::istream& is, StoredType type);
 
-/// Returns a source of the elements of a file. A raw file has little-endian values of `type`, which
-/// must be given; the type in a .npy file must be `type` if that is given. Throws an Error if the
-/// file cannot be opened, has another type, or a size that its header contradicts.
-std::unique_ptr<Source> openFile(const std::string& path, Format format, std::optional<Type> type);
+/// Returns a source of the elements of a file, or with the path "-" of the standard input, which
+/// must outlive it. A raw file has little-endian values of `type`, which must be given; the type in
+/// a .npy file must be `type` if that is given. Without a format, a file is a .npy file if it
+/// begins like one or has such a name. Throws a files::FileError if the file cannot be opened, has
+/// another type, or a size that its header contradicts.
+std::unique_ptr<Source> openFile(const std::string& path, std::istream& standardInput,
+                                 std::optional<Format> format, std::optional<StoredType> type);
 
 class Sink {
   public:

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <charconv>
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -60,7 +61,9 @@ Floating parseFloating(const std::string& word) {
         value = std::strtod(word.c_str(), &stop);
     }
     if (word.empty() || stop != word.c_str() + word.size()) {
-        throw Error("is not a number");
+        throw Error(word.find(',') == std::string::npos
+                        ? "is not a number"
+                        : "is not a number; blanks separate values, and decimals have a point");
     }
     return value;
 }
@@ -79,14 +82,14 @@ Integer parseInteger(std::string_view digits) {
     if (stop != end || error == std::errc::invalid_argument) {
         throw Error("is not an integer");
     }
-    const auto most = isNegative ? -static_cast<std::int64_t>(Limits::min())
-                                 : static_cast<std::int64_t>(Limits::max());
-    if (error != std::errc() || magnitude > static_cast<std::uint64_t>(most)) {
+    const std::uint64_t most = !isNegative         ? std::uint64_t{Limits::max()}
+                               : Limits::is_signed ? std::uint64_t{Limits::max()} + 1
+                                                   : std::uint64_t{0};
+    if (error != std::errc() || magnitude > most) {
         throw Error(
             fmt::format("is out of range, which is {} to {}", Limits::min(), Limits::max()));
     }
-    const auto value = static_cast<std::int64_t>(magnitude);
-    return static_cast<Integer>(isNegative ? -value : value);
+    return static_cast<Integer>(isNegative ? 0 - magnitude : magnitude);
 }
 
 void appendValue(std::string& text, Type type, const std::byte* bytes) {
@@ -101,10 +104,62 @@ void appendValue(std::string& text, Type type, const std::byte* bytes) {
     });
 }
 
+/// Returns whether a double has the value of an integer, which it then stores.
+template <class Integer>
+bool toDouble(Integer integer, std::byte* bytes) {
+    const auto value = static_cast<double>(integer);
+    // The largest integers are rounded up to a power of two, which is out of their range.
+    const double limit = std::ldexp(1.0, std::numeric_limits<Integer>::digits);
+    std::memcpy(bytes, &value, sizeof value);
+    return value < limit && static_cast<Integer>(value) == integer;
+}
+
+template <class Integer>
+std::size_t integersToDoubles(std::byte* values, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        Integer integer{};
+        std::memcpy(&integer, values + i * sizeof integer, sizeof integer);
+        if (!toDouble(integer, values + i * sizeof integer)) {
+            std::memcpy(values + i * sizeof integer, &integer, sizeof integer);
+            return i;
+        }
+    }
+    return count;
+}
+
+template <class Integer>
+void readWide(const std::string& word, std::byte* bytes) {
+    if (!toDouble(parseInteger<Integer>(word), bytes)) {
+        throw Error("is no integer that a double has exactly");
+    }
+}
+
 } // namespace
 
-void readValue(const std::string& word, Type type, std::byte* bytes) {
+std::size_t toDoubles(Wide wide, std::byte* values, std::size_t count) {
+    return wide == Wide::Int64 ? integersToDoubles<std::int64_t>(values, count)
+                               : integersToDoubles<std::uint64_t>(values, count);
+}
+
+double valueOf(Type type, const std::byte* bytes) {
+    double result = 0;
     withTypeOf(type, [&](auto value) {
+        if constexpr (std::is_same_v<decltype(value), bool>) {
+            result = *bytes == std::byte() ? 0 : 1;
+        } else {
+            std::memcpy(&value, bytes, sizeof value);
+            result = static_cast<double>(value);
+        }
+    });
+    return result;
+}
+
+void readValue(const std::string& word, StoredType stored, std::byte* bytes) {
+    if (stored.wide != Wide::None) {
+        return stored.wide == Wide::Int64 ? readWide<std::int64_t>(word, bytes)
+                                          : readWide<std::uint64_t>(word, bytes);
+    }
+    withTypeOf(stored.type, [&](auto value) {
         using Value = decltype(value);
         if constexpr (std::is_same_v<Value, bool>) {
             value = parseBoolean(word);

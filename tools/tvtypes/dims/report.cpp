@@ -1,6 +1,7 @@
 #include "dims/report.h"
 
 #include "dims/fact_columns.h"
+#include "findings/json.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -12,6 +13,9 @@ namespace tvtool::dims {
 
 namespace {
 
+using findings::Code;
+using findings::Findings;
+using findings::SubjectKind;
 using output::none;
 
 std::string shown(const std::string& text) {
@@ -138,6 +142,27 @@ std::string objectionText(const DimsObjection& objection) {
                        objection.reason.text());
 }
 
+Findings findingsOf(const FactReport& report) {
+    Findings found;
+    const auto place = [](std::uint64_t line, std::size_t column = 0) {
+        return findings::Place{
+            {}, static_cast<std::uint32_t>(line), static_cast<std::uint32_t>(column)};
+    };
+    for (const DimsObjection& objection : report.objections) {
+        found.add(Code::FactContradiction, place(objection.line),
+                  {SubjectKind::Fact, objection.text}, "{}", objectionText(objection));
+    }
+    for (const DimsFault& fault : report.faults) {
+        found.add(Code::FactInvalid, place(fault.line, fault.column), {SubjectKind::Fact}, "{}",
+                  fault.sentence);
+    }
+    for (const DimsNote& note : report.notes) {
+        found.add(Code::FactRemark, place(note.line), {SubjectKind::Fact}, "{}", note.sentence);
+    }
+    found.sort();
+    return found;
+}
+
 /// Prints a heading and a line for each record, with the file and the line of the record.
 template <class Record, class Text>
 void printRecords(const char* heading, fmt::text_style style, const std::string& file,
@@ -172,7 +197,17 @@ void printText(const std::vector<DimsDetails>& dimensions, bool colour, std::ost
 }
 
 void printJson(const std::vector<DimsDetails>& dimensions, std::ostream& os) {
-    output::printJson("dims", {{"dimensions", output::jsonArray(dimensions, detailColumns)}}, os);
+    Findings found;
+    for (const DimsDetails& dims : dimensions) {
+        if (!dims.obstacle.empty()) {
+            found.add(Code::DimensionForm, {}, {SubjectKind::Dimension, dims.text}, "{}",
+                      dims.obstacle);
+        }
+    }
+    output::printJson("dims",
+                      {{"dimensions", output::jsonArray(dimensions, detailColumns)},
+                       {"findings", findings::jsonArray(found.all())}},
+                      os);
 }
 
 void printText(const FactReport& report, bool isListed, bool colour, std::ostream& os) {
@@ -197,7 +232,9 @@ void printText(const FactReport& report, bool isListed, bool colour, std::ostrea
 }
 
 void printJson(const FactReport& report, std::ostream& os) {
-    output::printJson("dims", output::jsonObject(report, reportColumns), os);
+    boost::json::object object = output::jsonObject(report, reportColumns);
+    object.emplace("findings", findings::jsonArray(findingsOf(report).all(), report.file));
+    output::printJson("dims", std::move(object), os);
 }
 
 } // namespace tvtool::dims

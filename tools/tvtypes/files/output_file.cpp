@@ -1,5 +1,6 @@
 #include "files/output_file.h"
 
+#include "files/file_error.h"
 #include "files/temporary_file.h"
 
 #include <cerrno>
@@ -53,6 +54,9 @@ struct Target {
 Target followLinks(const std::string& path) {
     constexpr int mostLinks = 40;
     Target target{path, std::nullopt, std::nullopt};
+    if (path == standardStream) {
+        target.descriptor = STDOUT_FILENO;
+    }
     std::error_code error;
     for (int links = 0; !target.descriptor && fs::is_symlink(target.path, error); ++links) {
         if (links == mostLinks) {
@@ -86,11 +90,11 @@ OutputFile::OutputFile(const std::string& path, const std::string& input, InPlac
     try {
         const Target target = followLinks(path);
         if (target.status && !target.isRegular() && !target.isStream()) {
-            throw std::runtime_error(path_ + ": is no plain file, so it cannot be replaced");
+            throw FileError(path_, "is no plain file, so it cannot be replaced");
         }
         if (target.isRegular() && (inPlace == InPlace::Refused || target.isStream()) &&
             isSameFile(*target.status, input)) {
-            throw std::runtime_error(path_ + ": is the input, so it is not overwritten");
+            throw FileError(path_, "is the input, so it is not overwritten");
         }
         if (target.isStream()) {
             openStream(target.openStream());
@@ -164,8 +168,7 @@ void OutputFile::commit() {
 }
 
 void OutputFile::fail(int errorNumber) const {
-    throw std::runtime_error(
-        path_ + ": cannot be written: " + std::generic_category().message(errorNumber));
+    throw FileError(path_, "cannot be written: " + std::generic_category().message(errorNumber));
 }
 
 } // namespace tvtool::files

@@ -15,6 +15,9 @@ namespace tvtool::files {
 
 class TemporaryFile;
 
+/// The path of the standard input, or the standard output.
+inline constexpr const char* standardStream = "-";
+
 /// Whether an output file may replace the input of its command.
 enum class InPlace { Refused, Allowed };
 
@@ -23,10 +26,9 @@ enum class InPlace { Refused, Allowed };
 /// was there stays. The file behind a symbolic link is replaced, and not the link; a replaced file
 /// keeps its permissions.
 ///
-/// A device, a pipe and an open descriptor such as /dev/stdout are written directly.
+/// A device, a pipe, and an open descriptor such as /dev/stdout or "-" are written directly.
 ///
-/// All operations throw a std::runtime_error, whose text names the file and is complete as a
-/// sentence.
+/// All operations throw a FileError.
 class OutputFile {
   public:
     /// Throws if the path is neither of these, or is the regular file at `input` and must not
@@ -37,7 +39,9 @@ class OutputFile {
     OutputFile& operator=(const OutputFile&) = delete;
 
     void write(const void* bytes, std::size_t count);
-    /// Moves to the beginning, so that the next bytes overwrite the first ones. Throws for a pipe.
+    /// Returns whether bytes are written to their destination at once.
+    bool isDirect() const { return !temporary_; }
+    /// Moves to the beginning, so that the next bytes overwrite the first ones. \pre !isDirect()
     void rewind();
     /// Replaces the file at the path.
     void commit();

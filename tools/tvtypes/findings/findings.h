@@ -31,7 +31,9 @@ enum class SubjectKind : std::uint8_t {
     Unit,
     DisplayUnit,
     Dimension,
-    Struct
+    Struct,
+    Fact,  ///< a line of a file of facts
+    Value, ///< values of a conversion
 };
 
 /// What a finding is about.

@@ -23,6 +23,10 @@ const char* kindName(SubjectKind kind) {
         return "dimension";
     case SubjectKind::Struct:
         return "struct";
+    case SubjectKind::Fact:
+        return "fact";
+    case SubjectKind::Value:
+        return "value";
     default:
         return "file";
     }
@@ -45,6 +49,15 @@ json::object jsonObject(const Finding& finding, std::string_view file) {
             {"advice", jsonValue(rule.advice)},
             {"count", finding.count},
             {"lastLine", position(finding.lastLine)}};
+}
+
+json::array jsonArray(const std::vector<Finding>& findings, std::string_view file) {
+    json::array array;
+    array.reserve(findings.size());
+    for (const Finding& finding : findings) {
+        array.push_back(jsonObject(finding, file));
+    }
+    return array;
 }
 
 void printJson(const std::vector<Finding>& findings, std::string_view file, std::ostream& os) {

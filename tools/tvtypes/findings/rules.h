@@ -13,8 +13,9 @@ enum class Severity : std::uint8_t {
     Note     ///< odd, but with a clear meaning
 };
 
-/// The sections of docs/findings.md. The command layout counts those of Struct alone.
-enum class Area : std::uint8_t { File, Variable, Type, Unit, Dimension, Struct };
+/// The sections of docs/findings.md. The command layout counts those of Struct alone; those of Call
+/// are about the arguments of the commands other than inspect and layout.
+enum class Area : std::uint8_t { File, Variable, Type, Unit, Dimension, Struct, Call };
 
 /// The rules, in the order of the table: by area, then by name.
 enum class Code : std::uint8_t {
@@ -71,6 +72,16 @@ enum class Code : std::uint8_t {
     NameSyntax,
     StructElementSize,
     StructRejected,
+
+    ConversionMissing,
+    DimensionForm,
+    FactContradiction,
+    FactInvalid,
+    FactRemark,
+    LibraryFactor,
+    NameReading,
+    TypeRemark,
+    ValuesLost,
 };
 
 struct Rule {

@@ -1,5 +1,6 @@
 #include "fixedpoint/report.h"
 
+#include "findings/json.h"
 #include "output/columns.h"
 
 #include <fmt/format.h>
@@ -218,7 +219,19 @@ void printText(const std::vector<TypeDetails>& types, bool colour, std::ostream&
 }
 
 void printJson(const std::vector<TypeDetails>& types, std::ostream& os) {
-    output::printJson("fixpt", {{"types", output::jsonArray(types, detailColumns)}}, os);
+    findings::Findings found;
+    for (const TypeDetails& type : types) {
+        for (const std::string& note : type.notes) {
+            found.add(
+                findings::Code::TypeRemark, {},
+                {findings::SubjectKind::Type, type.text.empty() ? type.identifier : type.text},
+                "{}", note);
+        }
+    }
+    output::printJson("fixpt",
+                      {{"types", output::jsonArray(types, detailColumns)},
+                       {"findings", findings::jsonArray(found.all())}},
+                      os);
 }
 
 void printText(const Quantization& quantization, bool colour, std::ostream& os) {

@@ -34,10 +34,12 @@ rect {{ stroke: #44525f; stroke-width: 0.75; }}
 .leaf {{ fill: #fbfaf5; }}
 .padding {{ fill: url(#hatching); stroke: #9aa4ae; }}
 .thin {{ fill: #8796a5; stroke: none; }}
+.paper {{ fill: #ffffff; stroke: none; }}
+.hatch {{ stroke: #9aa4ae; stroke-width: 2; }}
 line {{ stroke: #44525f; stroke-width: 0.75; }}
 </style>
-<defs><pattern id="hatching" width="6" height="6" patternUnits="userSpaceOnUse" patternTransform="rotate(45)"><rect width="6" height="6" style="fill:#ffffff;stroke:none"/><path d="M0 0V6" style="stroke:#9aa4ae;stroke-width:2"/></pattern></defs>
-<rect width="100%" height="100%" style="fill:#ffffff;stroke:none"/>
+<defs><pattern id="hatching" width="6" height="6" patternUnits="userSpaceOnUse" patternTransform="rotate(45)"><rect width="6" height="6" class="paper"/><path d="M0 0V6" class="hatch"/></pattern></defs>
+<rect width="100%" height="100%" class="paper"/>
 )svg";
 
 /// Returns the first characters of a text.

@@ -39,7 +39,7 @@ ValueConversion::ValueConversion(const std::string& from, const std::string& to,
     if (conversion_ && pair.libraryFactor) {
         const LibraryFactor ofLibrary = compareFactor(*pair.libraryFactor, conversion_->factor);
         if (ofLibrary.isWrong()) {
-            notes_.push_back(ofLibrary.note());
+            libraryNote_ = ofLibrary.note();
         }
     }
 }

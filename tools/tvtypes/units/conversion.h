@@ -33,8 +33,10 @@ class ValueConversion {
     const std::string& from() const { return from_; } ///< as given; empty for no unit
     const std::string& to() const { return to_; }     ///< as given; empty for no unit
     Values values() const { return values_; }
-    /// How the units were read, and whether the factor of the library is wrong.
+    /// How the units were read.
     const std::vector<std::string>& notes() const { return notes_; }
+    /// How the factor of the library is wrong; empty if it is not.
+    const std::string& libraryNote() const { return libraryNote_; }
 
     /// Converts the value of a decimal text, which is any number of characters long. Throws a
     /// std::invalid_argument for another text. \pre exists()
@@ -47,6 +49,7 @@ class ValueConversion {
     std::optional<Conversion> conversion_;
     std::string reason_;
     std::vector<std::string> notes_;
+    std::string libraryNote_;
 };
 
 /// Returns whether a text is a decimal number with an optional sign.

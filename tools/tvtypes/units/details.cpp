@@ -39,8 +39,8 @@ void addLibraryFactor(const UnitBase& unit, const Expansion& expansion, UnitDeta
     const LibraryFactor factor = compareFactor(*details.libraryFactor, expansion.factor);
     if (factor.differs()) {
         const bool isFlagged = factor.isWrong() && unit.baseScalingFactor.precision() != 0;
-        details.notes.push_back(factor.note() +
-                                (isFlagged ? ", which the library flags as imprecise" : ""));
+        details.libraryNote =
+            factor.note() + (isFlagged ? ", which the library flags as imprecise" : "");
     }
 }
 

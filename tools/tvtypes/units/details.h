@@ -32,7 +32,8 @@ struct UnitDetails {
     std::vector<std::string> systems;
     std::vector<ConvertibleUnit> convertible; ///< the most common ones that the unit converts to
     std::size_t convertibleCount = 0;         ///< number of all units that it converts to
-    std::vector<std::string> notes;
+    std::vector<std::string> notes;           ///< how the text was read
+    std::string libraryNote;                  ///< how libraryFactor differs; empty if it does not
 };
 
 /// Registers a unit in the table and returns its details. Throws a text::ParseError.

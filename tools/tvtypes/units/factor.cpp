@@ -151,7 +151,7 @@ UnitFactor factorBetween(const std::string& fromText, const std::string& toText,
         result.differs = ofLibrary.differs();
         result.isWrong = ofLibrary.isWrong();
         if (result.differs) {
-            result.notes.push_back(ofLibrary.note());
+            result.libraryNote = ofLibrary.note();
         }
     }
     return result;

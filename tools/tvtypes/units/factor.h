@@ -60,7 +60,8 @@ struct UnitFactor {
     bool isWrong = false;           ///< whether they differ by more than `wrongFactor`
     std::string conversion;         ///< formula for a value x; empty unless the zero points differ
     std::string reason; ///< why one of the two factors is missing; empty if there are both
-    std::vector<std::string> notes;
+    std::vector<std::string> notes; ///< how the texts were read
+    std::string libraryNote;        ///< how the factor of the library differs; empty if it does not
 };
 
 /// Returns the exact factor and that of the library, or the reason why there is none. Throws a

@@ -19,8 +19,8 @@ Reading readWithSuggestions(const std::string& text) {
     try {
         return readUnit(text);
     } catch (const UnknownUnit& error) {
-        throw text::ParseError(error.what() + suggestionText(error.name, unitWords()), text,
-                               error.position);
+        throw text::ParseError(error.what(), text, error.position,
+                               text::suggestionsFor(error.name, unitWords()));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "units/report.h"
 
+#include "findings/json.h"
 #include "output/columns.h"
 
 #include <fmt/format.h>
@@ -10,6 +11,9 @@ namespace tvtool::units {
 
 namespace {
 
+using findings::Code;
+using findings::Findings;
+using findings::SubjectKind;
 using output::none;
 using Detail = output::Column<UnitDetails>;
 
@@ -96,7 +100,7 @@ const output::Columns<UnitDetails> detailColumns{
     Detail("converts to", "convertible", convertibleNames).shownAs(convertibleText),
     {none, "conversions", output::rowsOf(&UnitDetails::convertible, convertibleColumns)},
     {none, "convertibleCount", &UnitDetails::convertibleCount},
-    {none, "notes", &UnitDetails::notes},
+    {none, "notes", [](const UnitDetails& unit) { return allNotes(unit.notes, unit.libraryNote); }},
 };
 
 const output::Columns<UnitFactor> factorColumns{
@@ -111,7 +115,8 @@ const output::Columns<UnitFactor> factorColumns{
     {none, "wrong", &UnitFactor::isWrong},
     {none, "conversion", &UnitFactor::conversion},
     {none, "reason", &UnitFactor::reason},
-    {none, "notes", &UnitFactor::notes},
+    {none, "notes",
+     [](const UnitFactor& factor) { return allNotes(factor.notes, factor.libraryNote); }},
 };
 
 const output::Columns<ValueConversion> conversionColumns{
@@ -123,7 +128,10 @@ const output::Columns<ValueConversion> conversionColumns{
      [](const ValueConversion& conversion) {
          return conversion.exists() ? "" : conversion.reason();
      }},
-    {none, "notes", &ValueConversion::notes},
+    {none, "notes",
+     [](const ValueConversion& conversion) {
+         return allNotes(conversion.notes(), conversion.libraryNote());
+     }},
 };
 
 const output::Columns<ConvertedValue> valueColumns{
@@ -151,6 +159,28 @@ const output::Columns<UnitWord> wordColumns{
     {"of", "unit", &UnitWord::unit},
 };
 
+/// Adds the notes about the unit with this text; it is empty where they are about one of two units.
+void addFindings(const std::string& text, const std::vector<std::string>& notes,
+                 const std::string& libraryNote, Findings& found) {
+    const findings::Subject subject{SubjectKind::Unit, text};
+    for (const std::string& note : notes) {
+        found.add(Code::NameReading, {}, subject, "{}", note);
+    }
+    if (!libraryNote.empty()) {
+        found.add(Code::LibraryFactor, {}, subject, "{}", libraryNote);
+    }
+}
+
+boost::json::array conversionFindings(const ValueConversion& conversion) {
+    Findings found;
+    addFindings({}, conversion.notes(), conversion.libraryNote(), found);
+    if (!conversion.exists()) {
+        found.add(Code::ConversionMissing, {}, {SubjectKind::Unit}, "{}", conversion.reason());
+    }
+    found.sort();
+    return findings::jsonArray(found.all());
+}
+
 std::string headingText(const UnitDetails& unit) {
     if (unit.name.empty()) {
         return shown(unit.text);
@@ -161,12 +191,19 @@ std::string headingText(const UnitDetails& unit) {
 
 } // namespace
 
+std::vector<std::string> allNotes(std::vector<std::string> notes, const std::string& libraryNote) {
+    if (!libraryNote.empty()) {
+        notes.push_back(libraryNote);
+    }
+    return notes;
+}
+
 void printText(const std::vector<UnitDetails>& units, bool colour, std::ostream& os) {
     const char* separator = "";
     for (const UnitDetails& unit : units) {
         os << separator << fmt::format(output::bold(colour), "{}", headingText(unit)) << '\n';
         output::printFields(unit, detailColumns, os);
-        for (const std::string& note : unit.notes) {
+        for (const std::string& note : allNotes(unit.notes, unit.libraryNote)) {
             output::printField("note", text::safeText(note), os);
         }
         separator = "\n";
@@ -174,7 +211,15 @@ void printText(const std::vector<UnitDetails>& units, bool colour, std::ostream&
 }
 
 void printJson(const std::vector<UnitDetails>& units, std::ostream& os) {
-    output::printJson("unit", {{"units", output::jsonArray(units, detailColumns)}}, os);
+    Findings found;
+    for (const UnitDetails& unit : units) {
+        addFindings(unit.text, unit.notes, unit.libraryNote, found);
+    }
+    found.sort();
+    output::printJson("unit",
+                      {{"units", output::jsonArray(units, detailColumns)},
+                       {"findings", findings::jsonArray(found.all())}},
+                      os);
 }
 
 void printText(const UnitFactor& factor, bool /*colour*/, std::ostream& os) {
@@ -190,7 +235,15 @@ void printText(const UnitFactor& factor, bool /*colour*/, std::ostream& os) {
 }
 
 void printJson(const UnitFactor& factor, std::ostream& os) {
-    output::printJson("unit", output::jsonObject(factor, factorColumns), os);
+    Findings found;
+    addFindings({}, factor.notes, factor.libraryNote, found);
+    if (!factor.factor) {
+        found.add(Code::ConversionMissing, {}, {SubjectKind::Unit}, "{}", factor.reason);
+    }
+    found.sort();
+    boost::json::object object = output::jsonObject(factor, factorColumns);
+    object.emplace("findings", findings::jsonArray(found.all()));
+    output::printJson("unit", std::move(object), os);
 }
 
 void printText(const std::vector<UnitLine>& lines, bool colour, std::ostream& os) {
@@ -234,6 +287,14 @@ void ConversionReport::add(const ConvertedValue& value) {
                        value.result.uncertaintyText());
 }
 
-void ConversionReport::finish() { os_ << (isJson_ ? "],\"findings\":[]}\n" : ""); }
+void ConversionReport::finish(const output::Failure* failure) {
+    if (isJson_) {
+        os_ << "],\"findings\":" << output::jsonText(conversionFindings(conversion_))
+            << (failure == nullptr
+                    ? ""
+                    : ",\"error\":" + output::jsonText(output::failureObject(*failure)))
+            << "}\n";
+    }
+}
 
 } // namespace tvtool::units

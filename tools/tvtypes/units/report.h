@@ -5,6 +5,7 @@
 /// stable; absent values are null, absent lists empty.
 #pragma once
 
+#include "output/failure.h"
 #include "units/conversion.h"
 #include "units/details.h"
 #include "units/factor.h"
@@ -15,6 +16,10 @@
 #include <vector>
 
 namespace tvtool::units {
+
+/// Returns the sentences about the arguments: those about their reading, then that about the factor
+/// of the library.
+std::vector<std::string> allNotes(std::vector<std::string> notes, const std::string& libraryNote);
 
 void printText(const std::vector<UnitDetails>& units, bool colour, std::ostream& os);
 void printJson(const std::vector<UnitDetails>& units, std::ostream& os);
@@ -33,8 +38,9 @@ class ConversionReport {
     ConversionReport(const ValueConversion& conversion, bool isJson, std::ostream& os);
 
     void add(const ConvertedValue& value);
-    /// Prints the end; nothing may be added after it.
-    void finish();
+    /// Prints the end, in JSON with the error that ended the input, if there is one. Nothing may be
+    /// added after it.
+    void finish(const output::Failure* failure = nullptr);
 
   private:
     const ValueConversion& conversion_;

@@ -1,8 +1,8 @@
 #include "units/search.h"
 
+#include "text/parse_error.h"
 #include "text/utf16.h"
 #include "units/found.h"
-#include "units/words.h"
 
 #include <fmt/format.h>
 
@@ -33,8 +33,8 @@ std::vector<UnitLine> unitLines(const std::function<bool(const UnitBase&)>& matc
 /// Throws a text::ParseError with suggestions if a non-empty word is not one of the known ones.
 void checkKnown(const char* kind, const std::string& word, const std::set<std::string>& known) {
     if (!word.empty() && !known.contains(word)) {
-        throw text::ParseError(
-            fmt::format("no unit has this {}{}", kind, suggestionText(word, known)), word, 0);
+        throw text::ParseError(fmt::format("no unit has this {}", kind), word, 0,
+                               text::suggestionsFor(word, known));
     }
 }
 
