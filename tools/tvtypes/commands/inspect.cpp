@@ -1,6 +1,6 @@
 // tvtypes inspect: reports the interface and the data types of a model, and what is wrong with it.
 #include "commands/commands.h"
-#include "commands/exclusion.h"
+#include "commands/usage_error.h"
 #include "files/output_file.h"
 #include "findings/selection.h"
 #include "findings/text.h"
