@@ -34,6 +34,16 @@ std::string invalidUnitSentence(const std::string& text, const std::string& unkn
 
 namespace own {
 
+NotAStruct::NotAStruct(const std::string& type, std::int64_t id)
+    : OwnMessage("TorvaneTypes::general::InvalidDataTypeId", {std::to_string(id)},
+                 "The data type \"" + type + "\" with the id " + std::to_string(id) +
+                     " is not a struct type.") {}
+
+NoIdLeft::NoIdLeft(std::int64_t greatest)
+    : OwnMessage("TorvaneTypes::general::InvalidDataTypeId", {std::to_string(greatest)},
+                 "The greatest id, " + std::to_string(greatest) +
+                     ", is in use, so that there is none for another entry.") {}
+
 InvalidStructIndex::InvalidStructIndex(const std::string& type, std::int64_t index)
     : OwnMessage("TorvaneTypes::general::InvalidStructIndex", {type, std::to_string(index)},
                  "The index " + std::to_string(index) + " is out of range for the struct type \"" +

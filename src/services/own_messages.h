@@ -29,6 +29,19 @@ class OwnMessage : public msgcore::BaseMsgID {
 /// Messages by name; the id of InvalidStructIndex is TorvaneTypes::general::InvalidStructIndex.
 namespace own {
 
+/// An id of a type that is not a struct. Arguments: the id. The message has the id of the catalogue's
+/// InvalidDataTypeId, whose sentence is about ids without a type.
+class NotAStruct final : public OwnMessage {
+  public:
+    NotAStruct(const std::string& type, std::int64_t id);
+};
+
+/// No id is left for another entry. Argument: the greatest id. Like NotAStruct.
+class NoIdLeft final : public OwnMessage {
+  public:
+    explicit NoIdLeft(std::int64_t greatest);
+};
+
 /// An index of a view. Arguments: name of the struct type, index.
 class InvalidStructIndex final : public OwnMessage {
   public:

@@ -41,7 +41,9 @@ StructDataType* resolveStruct(const DataTypeTable& table, int id) {
 StructDataType& requireStruct(const DataTypeTable& table, int id) {
     StructDataType* const type = findStruct(table, id);
     if (type == nullptr) {
-        throwError(general::InvalidDataTypeId(id));
+        table.checkDataTypeId(id);
+        throwError(own::NotAStruct(
+            orEmpty(table.getDataTypeAt(static_cast<std::size_t>(id + 1))->getName()), id));
     }
     return *type;
 }

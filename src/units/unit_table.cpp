@@ -164,7 +164,7 @@ int UnitTable::newId() const {
     }
     const int greatest = idToUnit_.rbegin()->first;
     if (greatest == std::numeric_limits<int>::max()) {
-        throwError(general::InvalidDataTypeId(greatest));
+        throwError(own::NoIdLeft(greatest));
     }
     return greatest + 1;
 }

@@ -137,6 +137,23 @@ TEST(DimsFacts, MatchesTransitiveClosure) {
     }
 }
 
+TEST(DimsFacts, ReadsItsOwnLists) {
+    const std::string input = "\"s.n\" > M # a\nM == 2*\"s n\"\nK > 1 # a\nK > 1 # b\n";
+    const auto facts = [](const Outcome& outcome) {
+        EXPECT_EQ(outcome.status, 0) << outcome.err;
+        return outcome.json().at("facts").as_array();
+    };
+    const boost::json::array expected = facts(run({"dims", "--facts", "-", "--json"}, input));
+    EXPECT_EQ(expected.size(), 3U);
+    for (const char* const form : {"--list", "--json"}) {
+        const std::string list = run({"dims", "--facts", "-", form}, input).out;
+        EXPECT_EQ(facts(run({"dims", "--facts", "-", "--json"}, list)), expected) << list;
+    }
+    const std::string inspected =
+        run({"inspect", "--json", TVTYPES_EXAMPLES "/vehicle_suspension.xml"}).out;
+    EXPECT_FALSE(facts(run({"dims", "--facts", "-", "--json"}, inspected)).empty());
+}
+
 TEST(DimsFacts, ReportsPositionInInvalidLine) {
     const std::pair<const char*, const char*> rows[] = {
         {"N >= 2", ":1:3: there is no such relation; it is ==, > or <\n  N >= 2\n    ^\n"},

@@ -48,6 +48,16 @@ TEST(Fixpt, ParsesNamesOfRandomRecords) {
         const fxpDataTypeProp read = fixedpoint::parseTypeName(name);
         ASSERT_TRUE(fxdt_isequal_to()(read, record)) << name;
         ASSERT_EQ(read.DataTypeOverrideState, 0);
+        for (const auto base : {FxpDT::PreferFixdt, FxpDT::PreferNumericType}) {
+            for (const auto scaling : {FxpDT::PreferFractionLength, FxpDT::PreferSlopeBias}) {
+                fxpDataTypeProp open = record;
+                open.Signedness = static_cast<std::uint32_t>(random() % 3);
+                open.DataTypeOverrideState = static_cast<std::uint32_t>(random() % 2);
+                const std::string text =
+                    fxpDataTypeToConstructorString_NoCache(open, base, scaling);
+                ASSERT_TRUE(fxdt_isequal_to()(fixedpoint::parseTypeName(text), open)) << text;
+            }
+        }
     }
     for (int id = 0; id < TVTypeSys::DataTypeTable::getNumBuiltInDataTypes(); ++id) {
         const char* const name = TVTypeSys::DataTypeTable::getNameOfBuiltInDataType(id);
@@ -70,14 +80,28 @@ TEST(Fixpt, AcceptsOtherNotationsAndReportsPositionOfFault) {
         std::size_t position;
         const char* part;
     } rows[] = {{"fix16", 0, "begins with"},
-                {"int64", 0, "write sfix64"},
-                {"SFIX16_en4", 0, "write sfix16_En4"},
+                {"int64", 0, "did you mean sfix64?"},
+                {"SFIX16_en4", 0, "did you mean sfix16_En4?"},
+                {"fixd(1,16)", 0, "fixdt(...) or"},
+                {"fixdt(1,16", 10, "the ) at the end"},
+                {"fixdt()", 6, "signedness is missing"},
+                {"fixdt(1)", 7, "word length is missing"},
+                {"fixdt(2,16)", 6, "0, 1 or []"},
+                {"fixdt(1, 0)", 9, "from 1 to 2147483647"},
+                {"fixdt(1,16,)", 11, "a number is missing"},
+                {"fixdt(1,16,1.5)", 11, "a fraction length"},
+                {"fixdt(1,16,0,0)", 11, "greater than 0"},
+                {"fixdt(1,16,2,0,0)", 11, "less than 2"},
+                {"fixdt(1,16,1,0,0,0)", 17, "at most three numbers"},
+                {"fixdt('int8')", 6, "'double', 'single'"},
+                {"fixdt('double','DataType','ScaledDouble')", 15, "the properties are"},
+                {"fixdt(1,8,'DataType')", 10, "no value"},
                 {"sfix_E3", 4, "word length is missing"},
                 {"sfix0", 4, "at least 1; the data type table"},
                 {"sfix2147483648", 4, "at most 2147483647"},
                 {"sfix16_E2147483648", 8, "an exponent is from"},
                 {"sfix16_En", 9, "a digit is missing"},
-                {"sfix16_E-4", 8, "write sfix16_En4"},
+                {"sfix16_E-4", 8, "did you mean sfix16_En4?"},
                 {"sfix16_E3x", 9, "of 16 bits all the same"},
                 {"sfix16_", 7, "an exponent E, a slope S"},
                 {"sfix16_E1_E1", 10, "twice"},
@@ -86,7 +110,7 @@ TEST(Fixpt, AcceptsOtherNotationsAndReportsPositionOfFault) {
                 {"sfix16_S1_F1p5", 10, "a slope stands without"},
                 {"sfix16_F2", 8, "at least 1 and less than 2"},
                 {"sfix16_S0", 8, "greater than 0"},
-                {"sfix16_S0.5", 9, "write sfix16_En1"},
+                {"sfix16_S0.5", 9, "did you mean sfix16_S0p5?"},
                 {"sfix16_S1p", 10, "a digit is missing"},
                 {"sfix16_B1e", 10, "a digit is missing"},
                 {"sfix16_B1e400", 8, "beyond what a double holds"}};

@@ -206,7 +206,8 @@ class TVTYPES_API DataTypeTable {
     int getNumDataTypes() const;
     /// Returns the record at a position, which is the id plus 1. The table owns it. The pointer is
     /// valid until the type is replaced, turned into an alias, or destroyed.
-    /// \pre `position` is below getNumDataTypes().
+    /// \pre `position` is below getNumDataTypes(). Unchecked: debug builds have an assertion, and
+    /// otherwise another position is undefined behaviour. checkDataTypeId() tests an id before.
     const DataType* getDataTypeAt(std::size_t position) const;
     /// Same, for changes.
     DataType* getDataTypeAt(std::size_t position);

@@ -26,13 +26,16 @@ struct Options {
 };
 
 constexpr const char* footer =
-    "An expression has whole numbers, names, + - * / and parentheses; [2, N] is a list. One that\n"
-    "begins with a minus goes behind --.\n"
+    "An expression has whole numbers, names, + - * / and parentheses; [2, N] is a list. A name is\n"
+    "an identifier, several with points between them, or any text in double quotes: N, sizes.n,\n"
+    "\"a[1].n\". An expression that begins with a minus goes behind --.\n"
     "\n"
     "A file of facts has one a line, stated by the block behind the #, or a question:\n"
     "  N > 2     # Gain1\n"
-    "  M == 2*N\n"
-    "  M > 4 ?\n"
+    "  sizes.n == 2*N\n"
+    "  sizes.n > 4 ?\n"
+    "What --list prints is such a file, and what dims and inspect print with --json is read as "
+    "one.\n"
     "\n"
     "  tvtypes dims \"(2*N + 4)/2\" N+2\n"
     "  tvtypes dims --facts model.facts --list\n"

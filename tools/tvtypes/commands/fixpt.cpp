@@ -31,16 +31,19 @@ constexpr const char* footer =
     "A real-world value is slope * stored integer + bias, and the slope is factor * 2^exponent.\n"
     "A NAME is sfix, ufix, or for scaled doubles flts or fltu, then the word length, then _E with\n"
     "the exponent, or _S with the slope, or _F with the factor and _E, then _B with the bias. In\n"
-    "numbers n is a minus and p the point. The built-in types have names of their own.\n"
+    "numbers n is a minus and p the point. The built-in types have names of their own. A\n"
+    "constructor is a NAME too: fixdt(1,16,12).\n"
     "\n"
-    "  tvtypes fixpt sfix16_En12 ufix8_Sp375_Bn10\n"
+    "  tvtypes fixpt sfix16_En12 ufix8_Sp375_Bn10 \"fixdt(0,8,0.5,-10)\"\n"
     "  tvtypes fixpt --word-length 16 --slope 0.01 --bias -40\n"
     "  tvtypes fixpt sfix8_En4 --quantize 0.1 3.14159 -2\n"
     "\n"
     "Exit status: 0 shown, 2 a NAME is not one, a value cannot be stored or the call is wrong.";
 
 fxpDataTypeProp withOverride(fxpDataTypeProp record, const Options& options) {
-    record.DataTypeOverrideState = options.overrideOff ? 1 : 0;
+    if (options.overrideOff) {
+        record.DataTypeOverrideState = 1;
+    }
     return record;
 }
 
@@ -135,7 +138,7 @@ void addFixpt(CLI::App& app, Console& console) {
         ->transform(withoutBlank);
     addRecordOptions(command, options->record);
     command.add_flag("--override-off", options->overrideOff,
-                     "Data type override is off, which constructors say");
+                     "Data type override is off, as constructors have it");
     command
         .add_option("--atomic-word-length", options->atomicWordLengths,
                     "Word lengths that the target accesses atomically")
@@ -148,7 +151,8 @@ void addFixpt(CLI::App& app, Console& console) {
         ->transform(withoutBlank);
     command
         .add_option("--overflow", options->overflow,
-                    "With --quantize: saturate (the default) or wrap what there is no room for")
+                    "With --quantize: saturate (the default) or wrap values beyond the range of "
+                    "the type")
         ->type_name("MODE");
     command.add_flag("--json", options->json, "Print one JSON object");
     command.footer(footer);

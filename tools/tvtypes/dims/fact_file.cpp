@@ -1,6 +1,8 @@
 #include "dims/fact_file.h"
 
+#include "dims/fact_list.h"
 #include "dims/fact_store.h"
+#include "dims/names.h"
 #include "dims/reading.h"
 #include "files/read_error.h"
 #include "files/stream_errors.h"
@@ -102,7 +104,8 @@ std::optional<FactLine> splitLine(std::string_view line) {
             throw text::ParseError(sentence, std::string(line), position);
         }
     };
-    const std::size_t hash = std::min(line.find('#'), line.size());
+    const std::string masked = withoutQuotedNames(line);
+    const std::size_t hash = std::min(masked.find('#'), line.size());
     const Side fact = sideAt(line, 0, hash);
     if (fact.text.empty()) {
         return std::nullopt;
@@ -114,9 +117,10 @@ std::optional<FactLine> splitLine(std::string_view line) {
     constexpr std::string_view signs = "=<>!";
     const std::size_t end = fact.position + fact.text.size() - (split.isQuestion ? 1 : 0);
     const std::string_view text = line.substr(0, end);
-    const std::size_t begin = text.find_first_of(signs);
+    const std::string_view plain = std::string_view(masked).substr(0, end);
+    const std::size_t begin = plain.find_first_of(signs);
     check(begin != std::string_view::npos, "a relation is missing: ==, > or <", end);
-    const std::size_t behind = std::min(text.find_first_not_of(signs, begin), end);
+    const std::size_t behind = std::min(plain.find_first_not_of(signs, begin), end);
     split.relation = text.substr(begin, behind - begin);
     check(split.relation == "==" || split.relation == ">" || split.relation == "<",
           "there is no such relation; it is ==, > or <", begin);
@@ -124,7 +128,7 @@ std::optional<FactLine> splitLine(std::string_view line) {
     split.right = sideAt(text, behind, end);
     check(!split.left.text.empty(), "the left side is missing", begin);
     check(!split.right.text.empty(), "the right side is missing", end);
-    const std::size_t another = text.find_first_of(signs, behind);
+    const std::size_t another = plain.find_first_of(signs, behind);
     check(another == std::string_view::npos, "a line has one relation", another);
     return split;
 }
@@ -132,29 +136,53 @@ std::optional<FactLine> splitLine(std::string_view line) {
 class FactReader {
   public:
     FactReport read(std::istream& is) {
-        Lines lines(is);
-        std::string_view line;
-        while (!report_.lastLine && lines.next(line)) {
-            try {
-                if (const std::optional<FactLine> split = splitLine(line)) {
-                    process(*split, lines.number());
-                }
-            } catch (const text::ParseError& error) {
-                addFault(lines.number(), line, error.position, error.what());
-            }
-            if (store_.isExhausted()) {
-                addFault(lines.number(), line, 0,
-                         "there are more ways between sizes than can be searched");
-            }
-            if (store_.isExhausted() || report_.faults.size() == mostFaults) {
-                report_.lastLine = lines.number();
-            }
+        if (beginsLikeList(is)) {
+            readList(is);
+        } else {
+            readLines(is);
         }
         report_.facts = store_.statedBy(blocks_);
         return std::move(report_);
     }
 
   private:
+    void readLines(std::istream& is) {
+        Lines lines(is);
+        std::string_view line;
+        while (!report_.lastLine && lines.next(line)) {
+            processLine(line, {}, lines.number());
+        }
+    }
+
+    /// Reads the facts of a report in JSON. Their lines are their places in the list, from 1.
+    void readList(std::istream& is) {
+        std::uint64_t number = 0;
+        for (const ListedFact& fact : readFactList(is)) {
+            ++number;
+            for (std::size_t i = 0; i < fact.blocks.size() && !report_.lastLine; ++i) {
+                processLine(fact.text, fact.blocks[i], number);
+            }
+        }
+    }
+
+    /// \param block what states the fact if the line names no block
+    void processLine(std::string_view line, const std::string& block, std::uint64_t number) {
+        try {
+            if (std::optional<FactLine> split = splitLine(line)) {
+                split->block = split->block.empty() ? block : split->block;
+                process(*split, number);
+            }
+        } catch (const text::ParseError& error) {
+            addFault(number, line, error.position, error.what());
+        }
+        if (store_.isExhausted()) {
+            addFault(number, line, 0, "there are more ways between sizes than can be searched");
+        }
+        if (store_.isExhausted() || report_.faults.size() == mostFaults) {
+            report_.lastLine = number;
+        }
+    }
+
     void process(const FactLine& line, std::uint64_t number) {
         const int left = registerSide(line.left, number);
         const int right = registerSide(line.right, number);

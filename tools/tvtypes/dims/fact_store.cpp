@@ -1,5 +1,6 @@
 #include "dims/fact_store.h"
 
+#include "dims/names.h"
 #include "dims/reading.h"
 #include "text/quote.h"
 
@@ -152,7 +153,7 @@ DimsReason FactStore::chainReason(const std::optional<Chain>& chain) const {
 }
 
 std::string FactStore::sizeText(int id) const {
-    return text::shortened(table_.getDisplayString(id), longest);
+    return text::shortened(decodeNames(table_.getDisplayString(id)), longest);
 }
 
 std::vector<DimsFact> FactStore::statedBy(const std::deque<TVBlock>& blocks) const {
@@ -168,7 +169,7 @@ std::vector<DimsFact> FactStore::statedBy(const std::deque<TVBlock>& blocks) con
     std::vector<DimsFact> facts;
     facts.reserve(blocksById.size());
     for (auto& [id, names] : blocksById) {
-        facts.push_back({id, table_.getSymbolicDims(id).toString(), std::move(names)});
+        facts.push_back({id, decodeNames(table_.getSymbolicDims(id).toString()), std::move(names)});
     }
     return facts;
 }

@@ -1,5 +1,6 @@
 #include "dims/reading.h"
 
+#include "dims/names.h"
 #include "text/quote.h"
 
 #include <fnd/except.h>
@@ -28,14 +29,15 @@ std::size_t errorPosition(const std::string& text, const fnd::except::IException
     return std::min(column - 1, text.size());
 }
 
-unsigned long parse(const std::string& text, TV::SymbolicExprTable& expressions) {
+unsigned long parse(const std::string& text, const EncodedText& encoded,
+                    TV::SymbolicExprTable& expressions) {
     try {
-        return TV::SymbolicExprParser(expressions)(text);
+        return TV::SymbolicExprParser(expressions)(encoded.text);
     } catch (const fnd::except::IException& error) {
-        const std::size_t position = errorPosition(text, error);
+        const std::size_t position = encoded.givenPosition(errorPosition(encoded.text, error));
         const std::size_t longest = std::size_t{1} << 20;
         const char* const sentence =
-            text.size() > longest ? "an expression ends after at most 1 MiB"
+            encoded.text.size() > longest ? "an expression ends after at most 1 MiB"
             : text.find_first_not_of(" \t\r\n", position) == std::string::npos
                 ? "the expression is not complete"
                 : "an expression does not go on like this";
@@ -85,7 +87,7 @@ std::string simplificationObstacle(unsigned long id, TV::SymbolicExprTable& expr
                 constexpr std::size_t longest = 60;
                 return fmt::format(
                     "it divides by {}, which is 0",
-                    text::shortened(print(expressions.get(expr.getArg(1))), longest));
+                    text::shortened(decodeNames(print(expressions.get(expr.getArg(1)))), longest));
             }
         }
     }
@@ -108,12 +110,13 @@ std::optional<exact::Integer> integerAt(const TVTypeSys::SymbolicDimsTable& tabl
 RegisteredDims registerDims(const std::string& text, TVTypeSys::SymbolicDimsTable& table) {
     // Parsed in a table of its own, so that only the two results enter the model's table.
     TV::SymbolicExprTable expressions;
-    const unsigned long written = parse(text, expressions);
+    const EncodedText encoded = encodeNames(text);
+    const unsigned long written = parse(text, encoded, expressions);
     unsigned long isSimplified = 0;
     const unsigned long simplest =
         TV::SymbolicExprSimplify(expressions).simplify(written, isSimplified);
     RegisteredDims dims;
-    dims.id = table.registerSymbolicDimsExpr(text.c_str());
+    dims.id = table.registerSymbolicDimsExpr(encoded.text.c_str());
     dims.simplified = dims.id;
     if (isSimplified == 0) {
         dims.obstacle = simplificationObstacle(written, expressions);
@@ -167,12 +170,12 @@ void addDetails(const std::string& text, TVTypeSys::SymbolicDimsTable& table,
     DimsDetails added;
     added.text = text;
     added.id = dims.id;
-    added.simplified = simplified.toString();
+    added.simplified = decodeNames(simplified.toString());
     added.simplifiedId = dims.simplified;
     added.obstacle = dims.obstacle;
     if (simplified.getNumDimensions() > 1) {
         added.sizeId = sizeOf(table, dims.simplified);
-        added.size = table.getSymbolicDims(*added.sizeId).toString();
+        added.size = decodeNames(table.getSymbolicDims(*added.sizeId).toString());
     }
     const auto first = std::ranges::find(details, dims.simplified, &DimsDetails::simplifiedId);
     if (first != details.end()) {

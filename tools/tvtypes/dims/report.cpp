@@ -2,12 +2,15 @@
 
 #include "dims/fact_columns.h"
 #include "findings/json.h"
+#include "text/utf8.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
 #include <algorithm>
 #include <optional>
+#include <sstream>
+#include <string>
 
 namespace tvtool::dims {
 
@@ -210,7 +213,9 @@ void printJson(const std::vector<DimsDetails>& dimensions, std::ostream& os) {
                       os);
 }
 
-void printText(const FactReport& report, bool isListed, bool colour, std::ostream& os) {
+namespace {
+
+void printSummary(const FactReport& report, bool colour, std::ostream& os) {
     os << fmt::format("{}: {}, {}, {}\n", text::safeText(report.file),
                       text::counted(report.stated, "fact", "facts"),
                       text::counted(report.answers.size(), "question", "questions"),
@@ -226,9 +231,42 @@ void printText(const FactReport& report, bool isListed, bool colour, std::ostrea
     printRecords(
         "Notes", output::bold(colour, fmt::terminal_color::yellow), report.file, report.notes,
         [](const DimsNote& note) { return shown(note.sentence); }, os);
-    if (isListed) {
-        output::printSection(report.facts, factColumns, output::bold(colour), os);
+}
+
+/// Prints a line for each block that has stated a fact.
+void printFacts(const std::vector<DimsFact>& facts, std::ostream& os) {
+    std::size_t width = 0;
+    for (const DimsFact& fact : facts) {
+        width = std::max(width, text::displayWidth(text::safeText(fact.text)));
     }
+    constexpr std::size_t widest = 60;
+    for (const DimsFact& fact : facts) {
+        const std::string text = text::safeText(fact.text);
+        const std::size_t shown = text::displayWidth(text);
+        for (const std::string& block : fact.blocks) {
+            os << fmt::format(
+                "{}{}  # {}\n", text,
+                std::string(shown < std::min(width, widest) ? std::min(width, widest) - shown : 0,
+                            ' '),
+                text::safeText(block));
+        }
+    }
+}
+
+} // namespace
+
+void printText(const FactReport& report, bool isListed, bool colour, std::ostream& os) {
+    if (!isListed) {
+        printSummary(report, colour, os);
+        return;
+    }
+    std::stringstream summary;
+    printSummary(report, colour, summary);
+    for (std::string line; std::getline(summary, line);) {
+        os << (line.empty() ? "" : "# ") << line << '\n';
+    }
+    os << '\n';
+    printFacts(report.facts, os);
 }
 
 void printJson(const FactReport& report, std::ostream& os) {

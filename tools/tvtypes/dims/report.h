@@ -15,7 +15,9 @@ namespace tvtool::dims {
 
 void printText(const std::vector<DimsDetails>& dimensions, bool colour, std::ostream& os);
 void printJson(const std::vector<DimsDetails>& dimensions, std::ostream& os);
-/// \param isListed whether to print all facts as well
+/// \param isListed whether to print all facts as well. The report is a file of facts then: all
+/// other
+///                 lines are comments.
 void printText(const FactReport& report, bool isListed, bool colour, std::ostream& os);
 void printJson(const FactReport& report, std::ostream& os);
 

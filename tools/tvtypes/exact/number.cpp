@@ -150,6 +150,38 @@ Digits shortestDigits(double number) {
     return result;
 }
 
+/// Returns a number rounded to `count` digits, with ties up.
+Digits roundedTo(int count, const Number& size) {
+    const int exponent = leadingExponent(size);
+    const Number scaled = size * powerOfTen(count - 1 - exponent) + Number(1, 2);
+    Digits result{Integer(numerator(scaled) / denominator(scaled)).str(), exponent, false};
+    result.exponent += static_cast<int>(result.text.size()) - count;
+    result.text.erase(result.text.find_last_not_of('0') + 1);
+    return result;
+}
+
+/// Returns all digits, else the fewest that determine the nearest double. Between two doubles, both
+/// of which may need all digits, fewer digits can be as near: 3 * 0.1 in doubles is 0.3.
+Digits shownDigits(const Number& size) {
+    Digits digits = significantDigits(size);
+    const double nearest = toDouble(size);
+    if (digits.isExact || !std::isnormal(nearest)) {
+        return digits;
+    }
+    const Number halfUnit(
+        std::ldexp(1.0, std::ilogb(nearest) - std::numeric_limits<double>::digits));
+    digits = shortestDigits(nearest);
+    for (int count = roundedDigits - 2; count < static_cast<int>(digits.text.size()); ++count) {
+        Digits fewer = roundedTo(count, size);
+        const Number value = Number(Integer(fewer.text)) *
+                             powerOfTen(fewer.exponent + 1 - static_cast<int>(fewer.text.size()));
+        if (abs(value - size) <= halfUnit) {
+            return fewer;
+        }
+    }
+    return digits;
+}
+
 } // namespace
 
 std::optional<Number> product(const Number& a, const Number& b) {
@@ -261,7 +293,7 @@ std::string decimalText(const Number& number) {
     if (number == 0) {
         return "0";
     }
-    const Digits digits = significantDigits(abs(number));
+    const Digits digits = shownDigits(abs(number));
     const int greatest = static_cast<int>(digits.text.size()) + mostZeros - 1;
     return fmt::format("{}{}{}", digits.isExact ? "" : "about ", number < 0 ? "-" : "",
                        decimalNotation(digits.text, digits.exponent, greatest));
@@ -271,12 +303,7 @@ Decimal shortestDecimal(const Number& number) {
     if (number == 0) {
         return {"0", true};
     }
-    const Number size = abs(number);
-    Digits digits = significantDigits(size);
-    const double nearest = toDouble(size);
-    if (!digits.isExact && std::isnormal(nearest)) {
-        digits = shortestDigits(nearest);
-    }
+    const Digits digits = shownDigits(abs(number));
     return {(number < 0 ? "-" : "") +
                 decimalNotation(digits.text, digits.exponent, greatestWithZeros),
             digits.isExact};

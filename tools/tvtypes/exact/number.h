@@ -43,10 +43,6 @@ std::optional<DecimalParts> splitDecimal(std::string_view text);
 /// any other text, for more than 4000 characters and for a power of ten beyond -5000 to 5000.
 Number parseDecimal(std::string_view text);
 
-/// Returns a number as a decimal: exactly if it has at most 24 digits, else "about" and the number
-/// rounded to 17 digits.
-std::string decimalText(const Number& number);
-
 struct Decimal {
     std::string text;
     bool isExact = true; ///< whether it is not rounded
@@ -55,6 +51,10 @@ struct Decimal {
 /// Returns a number as a decimal: exactly if it has at most 24 digits, else the fewest digits that
 /// determine the nearest double, or 17 digits beyond the normal range of double.
 Decimal shortestDecimal(const Number& number);
+
+/// Returns the same digits, with "about " before them if they are rounded. Integers are written
+/// without a power of ten as far as their digits are known.
+std::string decimalText(const Number& number);
 
 /// Returns the nearest double, with ties to even; infinity beyond the range.
 double toDouble(const Number& number);

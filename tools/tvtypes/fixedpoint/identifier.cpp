@@ -1,5 +1,6 @@
 #include "fixedpoint/identifier.h"
 
+#include "fixedpoint/constructor.h"
 #include "fixedpoint/record.h"
 #include "text/number.h"
 #include "text/parse_error.h"
@@ -10,8 +11,10 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <tuple>
+#include <vector>
 
 namespace tvtool::fixedpoint {
 
@@ -211,39 +214,44 @@ std::string correctedSpelling(std::string text) {
     return text;
 }
 
-/// Returns the name of the type that the text names once its spelling is corrected; else empty.
-std::string intendedName(const std::string& text) {
+/// Returns what may be meant by an invalid name: itself with its spelling corrected, or the name of
+/// a built-in type.
+std::vector<std::string> suggestions(const std::string& text) {
     try {
-        const fxpDataTypeProp record = parseName(correctedSpelling(text));
-        return fxpDataTypeToIdentifierString(&record);
+        const std::string corrected = correctedSpelling(text);
+        parseName(corrected);
+        return {corrected};
     } catch (const text::ParseError&) {
-        return {};
+        std::set<std::string> names;
+        for (int id = 0; id < DataTypeTable::getNumBuiltInDataTypes(); ++id) {
+            names.insert(DataTypeTable::getNameOfBuiltInDataType(id));
+        }
+        return text::suggestionsFor(text, names);
     }
 }
 
-/// Returns hints to append to the error of an invalid name.
-std::string errorHints(const std::string& text) {
-    std::string hints;
-    if (const std::string name = intendedName(text); !name.empty()) {
-        hints += fmt::format("; write {}", name);
-    }
+/// Returns what the library makes of an invalid name, to append to the error.
+std::string libraryRemark(const std::string& text) {
     int wordLength = 0;
-    if (DataTypeTable::isAValidDataType(text.c_str()) &&
-        DataTypeTable::isInstrinsicFixptName(text.c_str(), &wordLength)) {
-        hints += fmt::format("; the data type table, which looks at the beginning, takes it for "
+    return DataTypeTable::isAValidDataType(text.c_str()) &&
+                   DataTypeTable::isInstrinsicFixptName(text.c_str(), &wordLength)
+               ? fmt::format("; the data type table, which looks at the beginning, takes it for "
                              "a fixed-point name of {} bits all the same",
-                             wordLength);
-    }
-    return hints;
+                             wordLength)
+               : "";
 }
 
 } // namespace
 
 fxpDataTypeProp parseTypeName(const std::string& name) {
+    if (isConstructor(name)) {
+        return parseConstructor(name);
+    }
     try {
         return parseName(name);
     } catch (const text::ParseError& error) {
-        throw text::ParseError(error.what() + errorHints(name), name, error.position);
+        throw text::ParseError(error.what() + libraryRemark(name), name, error.position,
+                               suggestions(name));
     }
 }
 

@@ -15,8 +15,6 @@ namespace tvtool::fixedpoint {
 
 namespace {
 
-constexpr std::uint32_t openSignedness = 2;
-
 /// An option with its text and a description of the valid texts.
 struct Option {
     const char* name;

@@ -4,10 +4,14 @@
 
 #include <tvtypes/fixedpoint.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
 namespace tvtool::fixedpoint {
+
+/// Signedness of a record that leaves it open; any value above 1 does.
+inline constexpr std::uint32_t openSignedness = 2;
 
 /// Texts of the options. A slope excludes factor, exponent and fraction length; a fraction length
 /// excludes factor and exponent. Defaults are those of a signed integer.

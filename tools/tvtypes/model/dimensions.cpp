@@ -1,6 +1,7 @@
 #include "model/dimensions.h"
 
 #include "dims/fact_records.h"
+#include "dims/names.h"
 #include "dims/reading.h"
 #include "text/quote.h"
 
@@ -108,8 +109,9 @@ std::optional<Dimensions::Extent> Dimensions::extentOfParameter(std::uint32_t va
                       quoted(variable.name), quoted(parameter.name));
         return std::nullopt;
     }
-    Extent extent{
-        table_.getSymbolicDims(std::string(parameter.name).c_str()).getId(), {}, &parameter};
+    Extent extent{table_.getSymbolicDims(dims::nameInExpression(parameter.name).c_str()).getId(),
+                  {},
+                  &parameter};
     if (const auto size = description_.sizes.find(valueReference);
         size != description_.sizes.end()) {
         extent.number = size->second;

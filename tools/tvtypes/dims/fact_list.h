@@ -1,0 +1,23 @@
+/// \file
+/// Facts in the JSON that `dims` and `inspect` print.
+#pragma once
+
+#include <istream>
+#include <string>
+#include <vector>
+
+namespace tvtool::dims {
+
+struct ListedFact {
+    std::string text;
+    std::vector<std::string> blocks; ///< at least one; an empty text if the report names none
+};
+
+/// Returns whether a text is JSON, by its first character.
+bool beginsLikeList(std::istream& is);
+
+/// Returns the facts of a report, its member "facts". Throws a files::ReadError if the stream
+/// cannot be read, is longer than 256 MiB, or is no such report.
+std::vector<ListedFact> readFactList(std::istream& is);
+
+} // namespace tvtool::dims
