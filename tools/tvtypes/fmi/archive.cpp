@@ -5,10 +5,13 @@
 #include <fmt/format.h>
 #include <zip.h>
 
+#include <cerrno>
 #include <memory>
 #include <new>
 #include <optional>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tvtool::fmi {
 
@@ -39,18 +42,44 @@ files::ReadError unreadable(zip_error_t& error) {
     return unreadable(zip_error_strerror(&error));
 }
 
+files::ReadError notAnArchive(zip_error_t& error) {
+    throwIfOutOfMemory(error);
+    return files::ReadError(std::string("begins like an archive but cannot be opened as one: ") +
+                            zip_error_strerror(&error));
+}
+
+/// The error of an operation that fails before there is an archive.
+struct ZipError : zip_error_t {
+    ZipError() { zip_error_init(this); }
+    ~ZipError() { zip_error_fini(this); }
+    ZipError(const ZipError&) = delete;
+    ZipError& operator=(const ZipError&) = delete;
+};
+
 std::shared_ptr<zip_t> openZip(const std::string& path) {
     int code = 0;
     zip_t* const archive = zip_open(path.c_str(), ZIP_RDONLY, &code);
     if (archive == nullptr) {
-        zip_error_t error;
-        zip_error_init_with_code(&error, code);
-        throwIfOutOfMemory(error);
-        const std::string reason = zip_error_strerror(&error);
-        zip_error_fini(&error);
-        throw files::ReadError("begins like an archive but cannot be opened as one: " + reason);
+        ZipError error;
+        zip_error_set(&error, code, errno);
+        throw notAnArchive(error);
     }
     return {archive, zip_discard};
+}
+
+std::shared_ptr<zip_t> openZip(std::vector<char> bytes) {
+    const auto kept = std::make_shared<std::vector<char>>(std::move(bytes));
+    ZipError error;
+    zip_source_t* const source = zip_source_buffer_create(kept->data(), kept->size(), 0, &error);
+    if (source == nullptr) {
+        throw notAnArchive(error);
+    }
+    zip_t* const archive = zip_open_from_source(source, ZIP_RDONLY, &error);
+    if (archive == nullptr) {
+        zip_source_free(source);
+        throw notAnArchive(error);
+    }
+    return {archive, [kept](zip_t* opened) { zip_discard(opened); }};
 }
 
 /// Returns whether the name is that of a description in a folder at the root.
@@ -95,10 +124,8 @@ zip_uint64_t findDescription(zip_t* archive, Remarks& remarks) {
     return *inFolder;
 }
 
-} // namespace
-
-Source openArchive(const std::string& path, Remarks& remarks, std::uint64_t maxSize) {
-    const std::shared_ptr<zip_t> archive = openZip(path);
+Source openDescription(const std::shared_ptr<zip_t>& archive, Remarks& remarks,
+                       std::uint64_t maxSize) {
     const zip_uint64_t index = findDescription(archive.get(), remarks);
     zip_stat_t facts;
     zip_stat_init(&facts);
@@ -130,6 +157,16 @@ Source openArchive(const std::string& path, Remarks& remarks, std::uint64_t maxS
         left -= static_cast<std::uint64_t>(count);
         return static_cast<std::size_t>(count);
     };
+}
+
+} // namespace
+
+Source openArchive(const std::string& path, Remarks& remarks, std::uint64_t maxSize) {
+    return openDescription(openZip(path), remarks, maxSize);
+}
+
+Source openArchive(std::vector<char> bytes, Remarks& remarks) {
+    return openDescription(openZip(std::move(bytes)), remarks, largestDescription);
 }
 
 } // namespace tvtool::fmi

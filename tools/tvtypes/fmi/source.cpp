@@ -1,5 +1,8 @@
 #include "fmi/source.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -12,6 +15,9 @@ namespace tvtool::fmi {
 
 namespace {
 
+constexpr std::size_t pieceOfArchive = 64 * 1024;
+constexpr std::size_t largestPipedArchive = std::size_t{1} << 30;
+
 std::string errorText(int errorNumber) { return std::generic_category().message(errorNumber); }
 
 std::size_t readBytes(std::FILE* file, std::span<char> buffer) {
@@ -22,27 +28,61 @@ std::size_t readBytes(std::FILE* file, std::span<char> buffer) {
     return count;
 }
 
-} // namespace
-
-Source openSource(const std::string& path, Remarks& remarks) {
+/// Opens a file, or standard input for "-".
+std::shared_ptr<std::FILE> openFile(const std::string& path) {
+    if (path == "-") {
+        return {stdin, [](std::FILE*) {}};
+    }
     std::error_code ignored;
     if (std::filesystem::is_directory(path, ignored)) {
         throw files::ReadError("is a directory, not a model description");
     }
-    std::FILE* const opened = std::fopen(path.c_str(), "rb");
-    if (opened == nullptr) {
+    std::FILE* const file = std::fopen(path.c_str(), "rb");
+    if (file == nullptr) {
         throw files::ReadError("cannot be opened: " + errorText(errno));
     }
-    // The file was only read, so an error of fclose() loses nothing.
-    const std::shared_ptr<std::FILE> file(opened, [](std::FILE* f) { std::fclose(f); });
+    // The file is only read, so an error of fclose() loses nothing.
+    return {file, [](std::FILE* f) { std::fclose(f); }};
+}
+
+/// Returns whether the file can be opened again and positioned, unlike a pipe.
+bool isRegular(const std::string& path) {
+    std::error_code ignored;
+    return path != "-" && std::filesystem::is_regular_file(path, ignored);
+}
+
+/// Reads the bytes that follow `head`.
+std::vector<char> readArchive(std::FILE* file, std::string_view head) {
+    std::vector<char> bytes(head.begin(), head.end());
+    for (;;) {
+        const std::size_t end = bytes.size();
+        bytes.resize(end + std::max(pieceOfArchive, end / 2));
+        const std::size_t count = readBytes(file, std::span(bytes).subspan(end));
+        bytes.resize(end + count);
+        if (count == 0) {
+            return bytes;
+        }
+        if (bytes.size() > largestPipedArchive) {
+            throw files::ReadError(
+                fmt::format("is an archive of more than {} MiB, which is read from a file only",
+                            largestPipedArchive >> 20));
+        }
+    }
+}
+
+} // namespace
+
+Source openSource(const std::string& path, Remarks& remarks) {
+    const std::shared_ptr<std::FILE> file = openFile(path);
     std::array<char, 4> first{};
-    const std::size_t count = readBytes(opened, first);
+    const std::size_t count = readBytes(file.get(), first);
     if (count == 0) {
         throw files::ReadError("is empty");
     }
     std::string head(first.data(), count);
     if (head.starts_with("PK")) {
-        return openArchive(path, remarks);
+        return isRegular(path) ? openArchive(path, remarks)
+                               : openArchive(readArchive(file.get(), head), remarks);
     }
     // The first bytes are kept, as a pipe cannot be rewound.
     return [file, head](std::span<char> buffer) mutable {

@@ -10,6 +10,7 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace tvtool::fmi {
 
@@ -17,12 +18,18 @@ namespace tvtool::fmi {
 /// files::ReadError.
 using Source = std::function<std::size_t(std::span<char> buffer)>;
 
+/// The largest description that is read, in bytes.
+inline constexpr std::uint64_t largestDescription = std::uint64_t{256} << 20;
+
 /// Opens a description or the archive that contains one, which the first bytes decide and not the
-/// name. Throws a files::ReadError.
+/// name. `-` is standard input. Throws a files::ReadError.
 Source openSource(const std::string& path, Remarks& remarks);
 
 /// Opens the description in an archive. `maxSize` limits the unpacked bytes; tests lower it.
 Source openArchive(const std::string& path, Remarks& remarks,
-                   std::uint64_t maxSize = std::uint64_t{256} << 20);
+                   std::uint64_t maxSize = largestDescription);
+
+/// Opens the description in an archive in memory.
+Source openArchive(std::vector<char> bytes, Remarks& remarks);
 
 } // namespace tvtool::fmi
