@@ -2,6 +2,7 @@
 #include "support.h"
 
 #include "fmi/xml.h"
+#include "fmi/zip_input.h"
 
 #include <boost/algorithm/string/replace.hpp>
 #include <fmt/format.h>
@@ -18,13 +19,17 @@ using testing::HasSubstr;
 const std::string good = description3("", "<Int8 name=\"a\" valueReference=\"1\"/>");
 constexpr const char* name = "modelDescription.xml";
 
+std::shared_ptr<std::FILE> openFile(const std::string& path) {
+    return {std::fopen(path.c_str(), "rb"), [](std::FILE* file) { std::fclose(file); }};
+}
+
 struct ArchiveTest : testing::Test {
     TemporaryFolder folder;
 
     void expectReadError(const std::string& path, std::uint64_t maxSize, const char* sentence) {
         const auto read = [&] {
             fmi::Remarks remarks;
-            const auto source = fmi::openArchive(path, remarks, maxSize);
+            const auto source = fmi::openArchive(openFile(path), remarks, maxSize);
             std::array<char, 64> buffer{};
             while (source(buffer) > 0) {
             }
@@ -60,7 +65,7 @@ TEST_F(ArchiveTest, LimitsStatedAndActualSize) {
     const std::string path = folder.writeArchive("m.fmu", {{name, std::string(70000, ' ')}});
     expectReadError(path, 69999, "unpacks to more than");
     fmi::Remarks remarks;
-    EXPECT_NO_THROW(fmi::openArchive(path, remarks, 70000));
+    EXPECT_NO_THROW(fmi::openArchive(openFile(path), remarks, 70000));
     // States 10 bytes in place of 70000.
     const std::string bytes = boost::replace_all_copy(
         readFile(path), std::string("\x70\x11\1\0", 4), std::string("\n\0\0\0", 4));
@@ -70,6 +75,8 @@ TEST_F(ArchiveTest, LimitsStatedAndActualSize) {
 TEST_F(ArchiveTest, RejectsDamagedArchive) {
     const std::string path = folder.writeArchive("m.fmu", {{name, good}});
     const std::string bytes = readFile(path);
+    EXPECT_THAT([&] { fmi::openZip(openFile(path), 60); },
+                testing::ThrowsMessage<files::ReadError>(HasSubstr("its directory is longer")));
     std::string damaged = bytes;
     damaged[70] = static_cast<char>(damaged[70] ^ 0x55);
     EXPECT_EQ(run({"inspect", folder.write("d.fmu", damaged)}).status, 2);

@@ -1,17 +1,14 @@
 // The description in a zip archive.
 #include "fmi/source.h"
+#include "fmi/zip_input.h"
 #include "text/quote.h"
 
 #include <fmt/format.h>
-#include <zip.h>
 
-#include <cerrno>
 #include <memory>
-#include <new>
 #include <optional>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace tvtool::fmi {
 
@@ -19,17 +16,12 @@ namespace {
 
 constexpr std::string_view descriptionName = "modelDescription.xml";
 constexpr std::string_view resourceForkFolder = "__MACOSX/";
+constexpr std::uint64_t longestDirectory = std::uint64_t{32} << 20;
 const Place archivePlace{"archive", 0};
 
 files::ReadError tooLarge(std::uint64_t maxSize) {
     return files::ReadError(fmt::format("{} in the archive unpacks to more than {} MiB",
                                         descriptionName, maxSize >> 20));
-}
-
-void throwIfOutOfMemory(const zip_error_t& error) {
-    if (zip_error_code_zip(&error) == ZIP_ER_MEMORY) {
-        throw std::bad_alloc();
-    }
 }
 
 files::ReadError unreadable(const char* reason) {
@@ -40,46 +32,6 @@ files::ReadError unreadable(const char* reason) {
 files::ReadError unreadable(zip_error_t& error) {
     throwIfOutOfMemory(error);
     return unreadable(zip_error_strerror(&error));
-}
-
-files::ReadError notAnArchive(zip_error_t& error) {
-    throwIfOutOfMemory(error);
-    return files::ReadError(std::string("begins like an archive but cannot be opened as one: ") +
-                            zip_error_strerror(&error));
-}
-
-/// The error of an operation that fails before there is an archive.
-struct ZipError : zip_error_t {
-    ZipError() { zip_error_init(this); }
-    ~ZipError() { zip_error_fini(this); }
-    ZipError(const ZipError&) = delete;
-    ZipError& operator=(const ZipError&) = delete;
-};
-
-std::shared_ptr<zip_t> openZip(const std::string& path) {
-    int code = 0;
-    zip_t* const archive = zip_open(path.c_str(), ZIP_RDONLY, &code);
-    if (archive == nullptr) {
-        ZipError error;
-        zip_error_set(&error, code, errno);
-        throw notAnArchive(error);
-    }
-    return {archive, zip_discard};
-}
-
-std::shared_ptr<zip_t> openZip(std::vector<char> bytes) {
-    const auto kept = std::make_shared<std::vector<char>>(std::move(bytes));
-    ZipError error;
-    zip_source_t* const source = zip_source_buffer_create(kept->data(), kept->size(), 0, &error);
-    if (source == nullptr) {
-        throw notAnArchive(error);
-    }
-    zip_t* const archive = zip_open_from_source(source, ZIP_RDONLY, &error);
-    if (archive == nullptr) {
-        zip_source_free(source);
-        throw notAnArchive(error);
-    }
-    return {archive, [kept](zip_t* opened) { zip_discard(opened); }};
 }
 
 /// Returns whether the name is that of a description in a folder at the root.
@@ -124,8 +76,10 @@ zip_uint64_t findDescription(zip_t* archive, Remarks& remarks) {
     return *inFolder;
 }
 
-Source openDescription(const std::shared_ptr<zip_t>& archive, Remarks& remarks,
-                       std::uint64_t maxSize) {
+} // namespace
+
+Source openArchive(std::shared_ptr<std::FILE> file, Remarks& remarks, std::uint64_t maxSize) {
+    const std::shared_ptr<zip_t> archive = openZip(std::move(file), longestDirectory);
     const zip_uint64_t index = findDescription(archive.get(), remarks);
     zip_stat_t facts;
     zip_stat_init(&facts);
@@ -157,16 +111,6 @@ Source openDescription(const std::shared_ptr<zip_t>& archive, Remarks& remarks,
         left -= static_cast<std::uint64_t>(count);
         return static_cast<std::size_t>(count);
     };
-}
-
-} // namespace
-
-Source openArchive(const std::string& path, Remarks& remarks, std::uint64_t maxSize) {
-    return openDescription(openZip(path), remarks, maxSize);
-}
-
-Source openArchive(std::vector<char> bytes, Remarks& remarks) {
-    return openDescription(openZip(std::move(bytes)), remarks, largestDescription);
 }
 
 } // namespace tvtool::fmi

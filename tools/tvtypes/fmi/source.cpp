@@ -8,8 +8,10 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <new>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace tvtool::fmi {
 
@@ -45,29 +47,26 @@ std::shared_ptr<std::FILE> openFile(const std::string& path) {
     return {file, [](std::FILE* f) { std::fclose(f); }};
 }
 
-/// Returns whether the file can be opened again and positioned, unlike a pipe.
-bool isRegular(const std::string& path) {
-    std::error_code ignored;
-    return path != "-" && std::filesystem::is_regular_file(path, ignored);
-}
-
-/// Reads the bytes that follow `head`.
-std::vector<char> readArchive(std::FILE* file, std::string_view head) {
-    std::vector<char> bytes(head.begin(), head.end());
-    for (;;) {
-        const std::size_t end = bytes.size();
-        bytes.resize(end + std::max(pieceOfArchive, end / 2));
-        const std::size_t count = readBytes(file, std::span(bytes).subspan(end));
-        bytes.resize(end + count);
-        if (count == 0) {
-            return bytes;
-        }
-        if (bytes.size() > largestPipedArchive) {
+/// Reads the rest of an archive from a pipe into memory. Returns it as a file.
+std::shared_ptr<std::FILE> readArchive(std::FILE* pipe, std::string_view head) {
+    const auto bytes = std::make_shared<std::vector<char>>(head.begin(), head.end());
+    for (bool isLast = false; !isLast;) {
+        const std::size_t end = bytes->size();
+        bytes->resize(end + std::max(pieceOfArchive, end / 2));
+        const std::size_t count = readBytes(pipe, std::span(*bytes).subspan(end));
+        bytes->resize(end + count);
+        isLast = count == 0;
+        if (bytes->size() > largestPipedArchive) {
             throw files::ReadError(
                 fmt::format("is an archive of more than {} MiB, which is read from a file only",
                             largestPipedArchive >> 20));
         }
     }
+    std::FILE* const file = fmemopen(bytes->data(), bytes->size(), "rb");
+    if (file == nullptr) {
+        throw std::bad_alloc();
+    }
+    return {file, [bytes](std::FILE* f) { std::fclose(f); }};
 }
 
 } // namespace
@@ -81,8 +80,8 @@ Source openSource(const std::string& path, Remarks& remarks) {
     }
     std::string head(first.data(), count);
     if (head.starts_with("PK")) {
-        return isRegular(path) ? openArchive(path, remarks)
-                               : openArchive(readArchive(file.get(), head), remarks);
+        const bool isPipe = std::fseek(file.get(), 0, SEEK_SET) != 0;
+        return openArchive(isPipe ? readArchive(file.get(), head) : file, remarks);
     }
     // The first bytes are kept, as a pipe cannot be rewound.
     return [file, head](std::span<char> buffer) mutable {

@@ -7,10 +7,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <functional>
+#include <memory>
 #include <span>
 #include <string>
-#include <vector>
 
 namespace tvtool::fmi {
 
@@ -25,11 +26,9 @@ inline constexpr std::uint64_t largestDescription = std::uint64_t{256} << 20;
 /// name. `-` is standard input. Throws a files::ReadError.
 Source openSource(const std::string& path, Remarks& remarks);
 
-/// Opens the description in an archive. `maxSize` limits the unpacked bytes; tests lower it.
-Source openArchive(const std::string& path, Remarks& remarks,
+/// Opens the description in an archive in a file that can be positioned. `maxSize` limits the
+/// unpacked bytes; tests lower it.
+Source openArchive(std::shared_ptr<std::FILE> file, Remarks& remarks,
                    std::uint64_t maxSize = largestDescription);
-
-/// Opens the description in an archive in memory.
-Source openArchive(std::vector<char> bytes, Remarks& remarks);
 
 } // namespace tvtool::fmi
