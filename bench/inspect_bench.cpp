@@ -29,27 +29,27 @@ void Inspect(benchmark::State& state) {
 
 void ReadOnly(benchmark::State& state) {
     for (auto _ : state) {
-        tvtool::fmi::Remarks remarks;
-        const auto source = tvtool::fmi::openSource(file, remarks);
-        benchmark::DoNotOptimize(tvtool::fmi::readDescription(source, remarks));
+        tvtool::findings::Findings findings;
+        const auto source = tvtool::fmi::openSource(file, findings);
+        benchmark::DoNotOptimize(tvtool::fmi::readDescription(source, findings));
     }
 }
 
 void NamingInTable(benchmark::State& state) {
-    tvtool::fmi::Remarks remarks;
-    const auto source = tvtool::fmi::openSource(file, remarks);
-    const auto description = tvtool::fmi::readDescription(source, remarks);
+    tvtool::findings::Findings findings;
+    const auto source = tvtool::fmi::openSource(file, findings);
+    const auto description = tvtool::fmi::readDescription(source, findings);
     for (auto _ : state) {
-        tvtool::fmi::checkDescription(*description, remarks);
-        const tvtool::model::Types types(*description, remarks);
+        tvtool::fmi::checkDescription(*description, findings);
+        const tvtool::model::Types types(*description, findings);
         benchmark::DoNotOptimize(types.variableIds().data());
     }
 }
 
 void NamingInMap(benchmark::State& state) {
-    tvtool::fmi::Remarks remarks;
-    const auto source = tvtool::fmi::openSource(file, remarks);
-    const auto description = tvtool::fmi::readDescription(source, remarks);
+    tvtool::findings::Findings findings;
+    const auto source = tvtool::fmi::openSource(file, findings);
+    const auto description = tvtool::fmi::readDescription(source, findings);
     for (auto _ : state) {
         std::unordered_map<std::string, int> types;
         std::unordered_map<std::string, int> variables;

@@ -17,8 +17,8 @@ using namespace tvtool;
 constexpr std::uint64_t maxSize = std::uint64_t{1} << 20;
 
 void unpack(const std::string& path) {
-    fmi::Remarks remarks;
-    const fmi::Source source = fmi::openArchive(path, remarks, maxSize);
+    findings::Findings findings;
+    const fmi::Source source = fmi::openArchive(path, findings, maxSize);
     std::array<char, 4096> buffer{};
     std::uint64_t total = 0;
     while (const std::size_t count = source(buffer)) {

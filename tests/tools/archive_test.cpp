@@ -28,8 +28,8 @@ struct ArchiveTest : testing::Test {
 
     void expectReadError(const std::string& path, std::uint64_t maxSize, const char* sentence) {
         const auto read = [&] {
-            fmi::Remarks remarks;
-            const auto source = fmi::openArchive(openFile(path), remarks, maxSize);
+            findings::Findings findings;
+            const auto source = fmi::openArchive(openFile(path), findings, maxSize);
             std::array<char, 64> buffer{};
             while (source(buffer) > 0) {
             }
@@ -41,9 +41,9 @@ struct ArchiveTest : testing::Test {
 TEST_F(ArchiveTest, SelectsDescription) {
     const std::pair<ArchiveEntries, const char*> rows[] = {
         {{{"a/modelDescription.xml", "x"}, {name, good}},
-         "1 variable, 1 type, no problems, no notes"},
+         "1 variable, 1 type; no errors, no warnings, no notes"},
         {{{"__MACOSX/._modelDescription.xml", "junk"}, {name, good}},
-         "archive: entry \"__MACOSX/._modelDescription.xml\" is ignored\n"},
+         "model.xml: note: entry \"__MACOSX/._modelDescription.xml\" is ignored [archive-entry]\n"},
         {{{"__MACOSX/modelDescription.xml", "junk"}, {"model/modelDescription.xml", good}},
          "read from \"model/modelDescription.xml\""},
         {{{"a/b/modelDescription.xml", good}, {"model.xml", good}},
@@ -56,7 +56,7 @@ TEST_F(ArchiveTest, SelectsDescription) {
     for (const auto& [entries, part] : rows) {
         // The content makes it an archive, not the ending.
         const Outcome outcome = run({"inspect", folder.writeArchive("model.xml", entries)});
-        EXPECT_EQ(outcome.status, outcome.err.empty() ? 0 : 2);
+        EXPECT_EQ(outcome.status == 2, !outcome.err.empty());
         EXPECT_THAT(outcome.out + outcome.err, HasSubstr(part));
     }
 }
@@ -64,8 +64,8 @@ TEST_F(ArchiveTest, SelectsDescription) {
 TEST_F(ArchiveTest, LimitsStatedAndActualSize) {
     const std::string path = folder.writeArchive("m.fmu", {{name, std::string(70000, ' ')}});
     expectReadError(path, 69999, "unpacks to more than");
-    fmi::Remarks remarks;
-    EXPECT_NO_THROW(fmi::openArchive(openFile(path), remarks, 70000));
+    findings::Findings findings;
+    EXPECT_NO_THROW(fmi::openArchive(openFile(path), findings, 70000));
     // States 10 bytes in place of 70000.
     const std::string bytes = boost::replace_all_copy(
         readFile(path), std::string("\x70\x11\1\0", 4), std::string("\n\0\0\0", 4));
@@ -90,7 +90,7 @@ TEST_F(ArchiveTest, RejectsDamagedArchive) {
 
 /// Collects the first attribute of each element.
 struct FirstAttributes : fmi::XmlHandler {
-    void startElement(std::string_view, const char* const* attributes, std::uint64_t) override {
+    void startElement(std::string_view, const char* const* attributes, fmi::Position) override {
         values.emplace_back(*attributes == nullptr ? "" : attributes[1]);
     }
     void endElement() override {}
@@ -98,7 +98,7 @@ struct FirstAttributes : fmi::XmlHandler {
 };
 
 struct NoHandler : fmi::XmlHandler {
-    void startElement(std::string_view, const char* const*, std::uint64_t) override {}
+    void startElement(std::string_view, const char* const*, fmi::Position) override {}
     void endElement() override {}
 };
 

@@ -106,9 +106,6 @@ TEST_P(Inputs, MatchExpectations) {
     checkInvariants(json);
     EXPECT_EQ(json.status, text.status);
     EXPECT_EQ(json.err, text.err);
-    if (json.status != 2) {
-        EXPECT_EQ(json.json().at("problems").as_array().empty(), json.status == 0);
-    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Tool, Inputs, testing::ValuesIn(defects()),
@@ -145,7 +142,7 @@ TEST(Examples, AreClean) {
          {"vehicle_suspension.xml", "motor_drive.xml", "thermal_plant.xml", "vehicle.xml"}) {
         const Outcome outcome = run({"inspect", std::string(TVTYPES_EXAMPLES "/") + name});
         EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
-        EXPECT_THAT(outcome.out, HasSubstr("no problems, no notes"));
+        EXPECT_THAT(outcome.out, HasSubstr("no errors, no warnings, no notes"));
     }
 }
 

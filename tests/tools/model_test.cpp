@@ -32,7 +32,7 @@ TEST(Types, MapsBaseTypes) {
                          fmt::format("<{0} name=\"a\" valueReference=\"1\"/>"
                                      "<{0} name=\"b\" valueReference=\"2\" declaredType=\"T\"/>",
                                      row.element)));
-        const model::Types types(*read->description, read->remarks);
+        const model::Types types(*read->description, read->findings);
         const int plain = types.variableIds().at(0);
         const int declared = types.variableIds().at(1);
         const DataTypeTable& table = types.table();
@@ -41,7 +41,7 @@ TEST(Types, MapsBaseTypes) {
         EXPECT_EQ(table.getDataTypeIdAliasedTo(declared), plain);
         EXPECT_EQ(model::typeRecord(table, declared).getSize(), row.size);
         EXPECT_TRUE(table.IsDataTypeNumericOrBoolean(declared));
-        EXPECT_TRUE(read->remarks.problems().empty());
+        EXPECT_TRUE(read->findings.all().empty());
         if (row.name[1] == 'f') { // sfix64, ufix64
             ASSERT_TRUE(table.IsFixptDTNotScaledDouble(plain));
             const auto* const properties =
@@ -83,8 +83,8 @@ TEST(Names, TakeLinearTimeIfAllCollide) {
         definitions += fmt::format("<Float64Type name=\"{}\"/>", text);
     }
     const auto read = readText(description3(definitions, ""));
-    const model::Types types(*read->description, read->remarks);
-    EXPECT_TRUE(read->remarks.problems().empty());
+    const model::Types types(*read->description, read->findings);
+    EXPECT_TRUE(read->findings.all().empty());
     EXPECT_NE(types.table().getDataTypeId("__20000"), INVALID_DATA_TYPE_ID);
 }
 

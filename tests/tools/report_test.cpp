@@ -33,11 +33,12 @@ model::Inspection sampleInspection() {
                         {"\xC2\xB5", std::nullopt, "", "", "0.5 * m", {}}};
     inspection.dimensions = {{5, "[n,2]", {"a", "b"}}};
     inspection.facts = {{7, "2*n==6", {"a"}}};
-    inspection.remarks.problem({"Float64", 7}, "first");
-    inspection.remarks.note({"archive", 0}, "second");
-    inspection.remarks.note({"Int8", 9}, "third");
-    inspection.remarks.note({"Int8", 11}, "third");
-    inspection.remarks.sort();
+    using findings::Code;
+    inspection.findings.add(Code::UnitUnknown, {"Int8", 9, 2}, {}, "third");
+    inspection.findings.add(Code::NameEmpty, {"Float64", 7, 3}, {}, "first");
+    inspection.findings.add(Code::ArchiveEntry, {"archive"}, {}, "second");
+    inspection.findings.add(Code::UnitUnknown, {"Int8", 11}, {}, "third");
+    inspection.findings.sort();
     return inspection;
 }
 
@@ -50,7 +51,7 @@ std::string printedText(const model::Inspection& inspection, bool colour) {
 TEST(TextReport, AlignsColumns) {
     EXPECT_EQ(
         printedText(sampleInspection(), false),
-        "m.xml: FMI 3.0, model \"M\": 12 variables, 4 types, 1 problem, 2 notes\n"
+        "m.xml: FMI 3.0, model \"M\": 12 variables, 4 types; 1 error, no warnings, 3 notes\n"
         "\n"
         "  id  name         kind        size  storage  alias of    variables  elements  leaves"
         "  original name\n"
@@ -77,12 +78,10 @@ TEST(TextReport, AlignsColumns) {
             "id  fact    stated by\n"
             " 7  2*n==6  a\n"
             "\n"
-            "Problems\n"
-            "m.xml:7: Float64: first\n"
-            "\n"
-            "Notes\n"
-            "m.xml: archive: second\n"
-            "m.xml:9: Int8: third (2 times)\n");
+            "Findings\n"
+            "m.xml:7:3: error: first [name-empty]\n"
+            "m.xml: note: second [archive-entry]\n"
+            "m.xml:9:2: note: third (2 times) [unit-unknown]\n");
     EXPECT_THAT(printedText(sampleInspection(), true), HasSubstr("\x1b["));
 }
 
@@ -111,9 +110,12 @@ TEST(JsonReport, HasAllMembers) {
              "baseUnits": "0.5 * m", "variables": []}],
         "dimensions": [{"id": 5, "text": "[n,2]", "variables": ["a", "b"]}],
         "facts": [{"id": 7, "text": "2*n==6", "blocks": ["a"]}],
-        "problems": [{"element": "Float64", "line": 7, "sentence": "first", "count": 1}],
-        "notes": [{"element": "archive", "line": null, "sentence": "second", "count": 1},
-                  {"element": "Int8", "line": 9, "sentence": "third", "count": 2}]})");
+        "findings": [{"code": "name-empty", "severity": "error", "element": "Float64", "line": 7,
+                      "sentence": "first", "count": 1},
+                     {"code": "archive-entry", "severity": "note", "element": "archive",
+                      "line": null, "sentence": "second", "count": 1},
+                     {"code": "unit-unknown", "severity": "note", "element": "Int8", "line": 9,
+                      "sentence": "third", "count": 2}]})");
     EXPECT_EQ(boost::json::parse(stream.str()), expected) << stream.str();
     EXPECT_THAT(stream.str(), Not(HasSubstr("\xC2\x9B")));
 }

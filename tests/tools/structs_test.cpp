@@ -58,7 +58,7 @@ TEST(StructuredName, FollowsTheGrammar) {
 
 std::unique_ptr<model::Model> makeModel(const std::string& variables, const char* types = "") {
     return std::make_unique<model::Model>(textSource(structuredDescription3(types, variables)),
-                                          fmi::Remarks());
+                                          findings::Findings());
 }
 
 /// Returns the elements of all struct types, as in "T {x: double[3], y: U}".
@@ -124,10 +124,10 @@ TEST(Structs, AreMadeFromNames) {
         }
         const auto model = makeModel(variables);
         EXPECT_EQ(structTexts(*model), row.structs) << row.names;
-        const auto& problems = model->remarks.problems();
-        ASSERT_EQ(problems.size(), *row.remark == '\0' ? 0 : 1) << row.names;
-        EXPECT_TRUE(problems.empty() || problems[0].sentence.starts_with(row.remark))
-            << problems[0].sentence;
+        const auto& findings = model->findings.all();
+        ASSERT_EQ(findings.size(), *row.remark == '\0' ? 0 : 1) << row.names;
+        EXPECT_TRUE(findings.empty() || findings[0].sentence.starts_with(row.remark))
+            << findings[0].sentence;
     }
 }
 
@@ -147,10 +147,9 @@ TEST(Structs, HaveArrayElements) {
         "<Float64 name=\"c.t\" valueReference=\"10\" declaredType=\"T\"/>",
         "<Float64Type name=\"T\"/>");
     EXPECT_THAT(structTexts(*model), ElementsAre("a {x: sfix64[2,2], y: int8[3]}", "c {t: T}"));
-    EXPECT_THAT(model->remarks.notes().at(0).sentence,
-                HasSubstr("size of a dimension is not known"));
-    EXPECT_EQ(model->remarks.problems().size(), 3);
-    EXPECT_THAT(model->remarks.problems().at(2).sentence,
+    ASSERT_EQ(model->findings.all().size(), 4U);
+    EXPECT_THAT(model->findings.all()[2].sentence, HasSubstr("size of a dimension is not known"));
+    EXPECT_THAT(model->findings.all()[1].sentence,
                 HasSubstr("struct \"b\" cannot be laid out: there are more than 2147483647"));
     EXPECT_EQ(model->structs.find("c")->id, model->structs.all().back().id);
     EXPECT_EQ(model->structs.find("c.t"), nullptr);
@@ -164,7 +163,7 @@ TEST(Structs, CanBeDeepAndWide) {
     }
     const auto model = makeModel(variables);
     EXPECT_EQ(model->structs.all().size(), 10000 + 20000);
-    EXPECT_TRUE(model->remarks.problems().empty());
+    EXPECT_TRUE(model->findings.all().empty());
     EXPECT_NE(model->structs.find(deep.substr(0, deep.rfind('.'))), nullptr);
 }
 

@@ -124,8 +124,8 @@ std::string structuredDescription3(const std::string& types, const std::string& 
 
 std::unique_ptr<ReadDescription> readText(const std::string& text, std::size_t step) {
     auto read = std::make_unique<ReadDescription>();
-    read->description = fmi::readDescription(textSource(text, step), read->remarks);
-    fmi::checkDescription(*read->description, read->remarks);
+    read->description = fmi::readDescription(textSource(text, step), read->findings);
+    fmi::checkDescription(*read->description, read->findings);
     return read;
 }
 

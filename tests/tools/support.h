@@ -2,7 +2,8 @@
 /// Helpers of the tests of the tool.
 #pragma once
 
-#include "fmi/remarks.h"
+#include "findings/findings.h"
+#include "fmi/description.h"
 #include "fmi/source.h"
 
 #include <boost/json.hpp>
@@ -65,9 +66,9 @@ std::string description3(const std::string& types, const std::string& variables)
 /// Same with structured names.
 std::string structuredDescription3(const std::string& types, const std::string& variables);
 
-/// A description that was read and checked, with its remarks.
+/// A description that was read and checked, with its findings.
 struct ReadDescription {
-    fmi::Remarks remarks;
+    findings::Findings findings;
     std::unique_ptr<fmi::Description> description;
 };
 std::unique_ptr<ReadDescription> readText(const std::string& text, std::size_t step = 4096);

@@ -29,7 +29,7 @@ constexpr const char* description =
 
 TEST(ModelUnits, AreSetInStructElements) {
     model::Model model(textSource(description), {});
-    EXPECT_TRUE(model.remarks.problems().empty());
+    EXPECT_TRUE(model.findings.all().empty());
     const int metre = model.units.all().at(0).id;
     const int newtonMetre = model.units.all().at(1).id;
     EXPECT_NE(metre, newtonMetre);

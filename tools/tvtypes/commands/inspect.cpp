@@ -22,7 +22,8 @@ void inspect(const Options& options, Console& console) {
         const model::Inspection inspection =
             model::inspect(*model::readModel(options.file), options.file);
         print(inspection, options.json, console);
-        console.status = inspection.remarks.problems().empty() ? ExitClean : ExitProblems;
+        console.status =
+            inspection.findings.count(findings::Severity::Error) == 0 ? ExitClean : ExitProblems;
     } catch (const files::ReadError& error) {
         reportUnreadable(options.file, error, console);
     }

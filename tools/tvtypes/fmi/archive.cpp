@@ -4,6 +4,7 @@
 #include "text/quote.h"
 
 #include <fmt/format.h>
+#include <zip.h>
 
 #include <memory>
 #include <optional>
@@ -14,10 +15,12 @@ namespace tvtool::fmi {
 
 namespace {
 
+using findings::Code;
+
 constexpr std::string_view descriptionName = "modelDescription.xml";
 constexpr std::string_view resourceForkFolder = "__MACOSX/";
 constexpr std::uint64_t longestDirectory = std::uint64_t{32} << 20;
-const Place archivePlace{"archive", 0};
+const findings::Place archivePlace{"archive"};
 
 files::ReadError tooLarge(std::uint64_t maxSize) {
     return files::ReadError(fmt::format("{} in the archive unpacks to more than {} MiB",
@@ -41,7 +44,7 @@ bool isInFolder(std::string_view name) {
 }
 
 /// Returns the index of the description at the root, else of the only one in a folder.
-zip_uint64_t findDescription(zip_t* archive, Remarks& remarks) {
+zip_uint64_t findDescription(zip_t* archive, findings::Findings& findings) {
     std::optional<zip_uint64_t> atRoot;
     std::optional<zip_uint64_t> inFolder;
     std::size_t folders = 0;
@@ -52,7 +55,8 @@ zip_uint64_t findDescription(zip_t* archive, Remarks& remarks) {
         const std::string_view name = nameOrNull == nullptr ? "" : nameOrNull;
         if (name.starts_with(resourceForkFolder)) {
             if (name.ends_with(descriptionName)) {
-                remarks.note(archivePlace, "entry {} is ignored", text::quoted(name));
+                findings.add(Code::ArchiveEntry, archivePlace, {}, "entry {} is ignored",
+                             text::quoted(name));
             }
         } else if (name == descriptionName) {
             atRoot = atRoot.value_or(index);
@@ -71,16 +75,18 @@ zip_uint64_t findDescription(zip_t* archive, Remarks& remarks) {
     if (!inFolder) {
         throw files::ReadError(fmt::format("is an archive without a {}", descriptionName));
     }
-    remarks.note(archivePlace, "the description is read from {}; it belongs at the root",
+    findings.add(Code::ArchiveFolder, archivePlace, {},
+                 "the description is read from {}; it belongs at the root",
                  text::quoted(zip_get_name(archive, *inFolder, 0)));
     return *inFolder;
 }
 
 } // namespace
 
-Source openArchive(std::shared_ptr<std::FILE> file, Remarks& remarks, std::uint64_t maxSize) {
+Source openArchive(std::shared_ptr<std::FILE> file, findings::Findings& findings,
+                   std::uint64_t maxSize) {
     const std::shared_ptr<zip_t> archive = openZip(std::move(file), longestDirectory);
-    const zip_uint64_t index = findDescription(archive.get(), remarks);
+    const zip_uint64_t index = findDescription(archive.get(), findings);
     zip_stat_t facts;
     zip_stat_init(&facts);
     if (zip_stat_index(archive.get(), index, 0, &facts) != 0) {

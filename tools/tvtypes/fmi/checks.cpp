@@ -12,7 +12,13 @@ namespace tvtool::fmi {
 
 namespace {
 
+using findings::Code;
+using findings::Findings;
+using findings::Subject;
+using findings::SubjectKind;
 using text::quoted;
+
+Subject subjectOf(const Variable& variable) { return {SubjectKind::Variable, variable.name}; }
 
 /// The line of the first occurrence of each key.
 template <class Key>
@@ -32,19 +38,22 @@ class FirstLines {
 
 /// Erases all but the first record of each name.
 template <class Record>
-void eraseRepeated(std::vector<Record>& records, const char* kind, Remarks& remarks) {
+void eraseRepeated(std::vector<Record>& records, Code code, SubjectKind kind, const char* kindText,
+                   Findings& findings) {
     FirstLines<std::string_view> names(records.size());
     std::erase_if(records, [&](const Record& record) {
         const std::uint64_t line = names.add(record.name, record.place.line);
         if (line != 0) {
-            remarks.problem(record.place, "{} {} is defined on line {} already", kind,
-                            quoted(record.name), line);
+            findings.add(code, record.place, {kind, record.name},
+                         "{} {} is defined on line {} already", kindText, quoted(record.name),
+                         line);
         }
         return line != 0;
     });
 }
 
-void checkItems(const TypeDefinition& type, Remarks& remarks) {
+void checkItems(const TypeDefinition& type, Findings& findings) {
+    const Subject subject{SubjectKind::Type, type.name};
     FirstLines<std::string_view> names(type.items.size());
     FirstLines<std::int32_t> values(type.items.size());
     for (const Item& item : type.items) {
@@ -52,24 +61,26 @@ void checkItems(const TypeDefinition& type, Remarks& remarks) {
             continue;
         }
         if (const std::uint64_t line = names.add(item.name, item.place.line)) {
-            remarks.problem(item.place, "type {} has item {} on line {} already", quoted(type.name),
-                            quoted(item.name), line);
+            findings.add(Code::ItemRepeated, item.place, subject,
+                         "type {} has item {} on line {} already", quoted(type.name),
+                         quoted(item.name), line);
         }
         const std::uint64_t line = item.value ? values.add(*item.value, item.place.line) : 0;
         if (line != 0) {
-            remarks.problem(item.place, "item {} of type {} has value {}, as the one on line {}",
-                            quoted(item.name), quoted(type.name), *item.value, line);
+            findings.add(Code::ItemValueRepeated, item.place, subject,
+                         "item {} of type {} has value {}, as the one on line {}",
+                         quoted(item.name), quoted(type.name), *item.value, line);
         }
     }
 }
 
-void checkNames(const Description& description, Remarks& remarks) {
+void checkNames(const Description& description, Findings& findings) {
     FirstLines<std::string_view> names(description.variables.size() + description.aliases.size());
     const auto check = [&](const auto& named) {
         const std::uint64_t line = named.name.empty() ? 0 : names.add(named.name, named.place.line);
         if (line != 0) {
-            remarks.problem(named.place, "name {} is that of line {} too", quoted(named.name),
-                            line);
+            findings.add(Code::NameRepeated, named.place, {SubjectKind::Variable, named.name},
+                         "name {} is that of line {} too", quoted(named.name), line);
         }
     };
     std::ranges::for_each(description.variables, check);
@@ -77,7 +88,7 @@ void checkNames(const Description& description, Remarks& remarks) {
 }
 
 /// Variables with the same value reference are aliases in FMI 2 and invalid in FMI 3.
-void checkValueReferences(const Description& description, Remarks& remarks) {
+void checkValueReferences(const Description& description, Findings& findings) {
     FirstLines<std::uint32_t> references(description.variables.size());
     for (const Variable& variable : description.variables) {
         const std::uint64_t line =
@@ -85,14 +96,14 @@ void checkValueReferences(const Description& description, Remarks& remarks) {
                 ? references.add(variable.valueReference, variable.place.line)
                 : 0;
         if (line != 0) {
-            remarks.problem(variable.place,
-                            "variable {} has valueReference {}, as the one on line {}",
-                            quoted(variable.name), variable.valueReference, line);
+            findings.add(Code::ValueReferenceRepeated, variable.place, subjectOf(variable),
+                         "variable {} has valueReference {}, as the one on line {}",
+                         quoted(variable.name), variable.valueReference, line);
         }
     }
 }
 
-void resolveDeclaredTypes(Description& description, Remarks& remarks) {
+void resolveDeclaredTypes(Description& description, Findings& findings) {
     std::unordered_map<std::string_view, std::uint32_t> indices;
     for (const TypeDefinition& type : description.types) {
         indices.emplace(type.name, static_cast<std::uint32_t>(indices.size()));
@@ -107,16 +118,18 @@ void resolveDeclaredTypes(Description& description, Remarks& remarks) {
             found == indices.end() ? BaseType::None : description.types[found->second].base;
         if (!variable.declaredType) {
             if (variable.base == BaseType::Enumeration) {
-                remarks.problem(variable.place, "enumeration variable {} has no declaredType",
-                                quoted(variable.name));
+                findings.add(Code::DeclaredTypeMissing, variable.place, subjectOf(variable),
+                             "enumeration variable {} has no declaredType", quoted(variable.name));
             }
         } else if (found == indices.end()) {
-            remarks.problem(variable.place, "variable {} declares type {}, which is not defined",
-                            quoted(variable.name), quoted(declared));
+            findings.addWithCause(Code::DeclaredTypeUndefined, variable.place, subjectOf(variable),
+                                  declared, "variable {} declares type {}, which is not defined",
+                                  quoted(variable.name), quoted(declared));
         } else if (base != variable.base) {
-            remarks.problem(variable.place, "variable {} is {} and declares type {}, which is {}",
-                            quoted(variable.name), baseName(variable.base), quoted(declared),
-                            baseName(base));
+            findings.addWithCause(Code::DeclaredTypeMismatch, variable.place, subjectOf(variable),
+                                  declared, "variable {} is {} and declares type {}, which is {}",
+                                  quoted(variable.name), baseName(variable.base), quoted(declared),
+                                  baseName(base));
         } else {
             variable.type = found->second;
         }
@@ -126,31 +139,34 @@ void resolveDeclaredTypes(Description& description, Remarks& remarks) {
 /// Resolves uses of units. An invalid use is reported where it first occurs.
 class UnitResolver {
   public:
-    UnitResolver(Description& description, Remarks& remarks)
-        : description_(description), remarks_(remarks) {
+    UnitResolver(Description& description, Findings& findings)
+        : description_(description), findings_(findings) {
         for (const UnitDefinition& unit : description.units) {
             indices_.emplace(unit.name, static_cast<std::uint32_t>(indices_.size()));
         }
     }
 
     /// Returns the index of the unit, which is added to the units if it is not defined.
-    std::uint32_t resolve(const UnitUse& use, const Place& place) {
+    std::uint32_t resolve(const UnitUse& use, const Place& place, Subject subject) {
         if (use.unit.empty()) {
             if (isFirst(use)) {
-                remarks_.problem(place, "displayUnit {} has no unit to go with it",
-                                 quoted(use.displayUnit));
+                findings_.addWithCause(Code::DisplayUnitAlone, place, subject, use.displayUnit,
+                                       "displayUnit {} has no unit", quoted(use.displayUnit));
             }
             return noIndex;
         }
         const auto [entry, isNew] =
             indices_.try_emplace(use.unit, static_cast<std::uint32_t>(description_.units.size()));
         if (isNew) {
-            remarks_.problem(place, "unit {} is not defined", quoted(use.unit));
+            findings_.add(Code::UnitUndefined, place, {SubjectKind::Unit, use.unit},
+                          "unit {} is not defined", quoted(use.unit));
             description_.units.push_back({use.unit, std::nullopt, {}, false, place});
         }
         if (!hasDisplayUnit(description_.units[entry->second], use.displayUnit) && isFirst(use)) {
-            remarks_.note(place, "displayUnit {} is not defined for unit {}",
-                          quoted(use.displayUnit), quoted(use.unit));
+            findings_.add(Code::DisplayUnitUndefined, place,
+                          {SubjectKind::DisplayUnit, use.displayUnit},
+                          "displayUnit {} is not defined for unit {}", quoted(use.displayUnit),
+                          quoted(use.unit));
         }
         return entry->second;
     }
@@ -165,7 +181,7 @@ class UnitResolver {
     }
 
     Description& description_;
-    Remarks& remarks_;
+    Findings& findings_;
     std::unordered_map<std::string_view, std::uint32_t> indices_; ///< of units, by name
     std::set<std::pair<std::string_view, std::string_view>> reported_;
 };
@@ -184,39 +200,41 @@ UnitUse findUse(const Variable& variable, const Description& description) {
 }
 
 /// Resolves the units of types and variables. Declared types are already resolved.
-void resolveUnits(Description& description, Remarks& remarks) {
-    UnitResolver units(description, remarks);
+void resolveUnits(Description& description, Findings& findings) {
+    UnitResolver units(description, findings);
     for (const TypeDefinition& type : description.types) {
         // A display unit alone can belong to the units of the variables.
         if (type.unitUse != noIndex && !description.unitUses[type.unitUse].unit.empty()) {
-            units.resolve(description.unitUses[type.unitUse], type.place);
+            units.resolve(description.unitUses[type.unitUse], type.place,
+                          {SubjectKind::Type, type.name});
         }
     }
     for (Variable& variable : description.variables) {
         const UnitUse use = findUse(variable, description);
         if (!use.unit.empty() || !use.displayUnit.empty()) {
-            variable.unit = units.resolve(use, variable.place);
+            variable.unit = units.resolve(use, variable.place, subjectOf(variable));
         }
     }
 }
 
 } // namespace
 
-void checkDescription(Description& description, Remarks& remarks) {
-    eraseRepeated(description.types, "type", remarks);
+void checkDescription(Description& description, Findings& findings) {
+    eraseRepeated(description.types, Code::TypeRepeated, SubjectKind::Type, "type", findings);
     for (const TypeDefinition& type : description.types) {
-        checkItems(type, remarks);
+        checkItems(type, findings);
     }
-    checkNames(description, remarks);
+    checkNames(description, findings);
     if (description.majorVersion == 3) {
-        checkValueReferences(description, remarks);
+        checkValueReferences(description, findings);
     }
-    resolveDeclaredTypes(description, remarks);
-    eraseRepeated(description.units, "unit", remarks);
+    resolveDeclaredTypes(description, findings);
+    eraseRepeated(description.units, Code::UnitRepeated, SubjectKind::Unit, "unit", findings);
     for (UnitDefinition& unit : description.units) {
-        eraseRepeated(unit.displayUnits, "display unit", remarks);
+        eraseRepeated(unit.displayUnits, Code::DisplayUnitRepeated, SubjectKind::DisplayUnit,
+                      "display unit", findings);
     }
-    resolveUnits(description, remarks);
+    resolveUnits(description, findings);
 }
 
 } // namespace tvtool::fmi

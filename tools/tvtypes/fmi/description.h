@@ -4,6 +4,8 @@
 /// Texts are views into Description::texts of the description that contains the record.
 #pragma once
 
+#include "findings/findings.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -40,12 +42,30 @@ inline constexpr std::size_t baseTypeCount = static_cast<std::size_t>(BaseType::
 /// Returns the name of a base type in the given major version of FMI.
 std::string_view baseTypeName(BaseType base, int fmiMajorVersion);
 
-/// The name and the line of an element. The name is a constant or kept in Texts; line 0 means that
-/// there is no line.
-struct Place {
-    std::string_view element;
-    std::uint64_t line = 0;
+using findings::Place;
+
+/// The attributes with listed values. None is a missing attribute, Invalid one with another value.
+enum class Causality : std::uint8_t {
+    None,
+    Invalid,
+    Parameter,
+    CalculatedParameter,
+    Input,
+    Output,
+    Local,
+    Independent,
+    StructuralParameter
 };
+enum class Variability : std::uint8_t {
+    None,
+    Invalid,
+    Constant,
+    Fixed,
+    Tunable,
+    Discrete,
+    Continuous
+};
+enum class Initial : std::uint8_t { None, Invalid, Exact, Approx, Calculated };
 
 /// "None" where a record refers to another by its index.
 inline constexpr std::uint32_t noIndex = UINT32_MAX;
@@ -97,6 +117,11 @@ struct TypeDefinition {
     BaseType base = BaseType::None;
     std::vector<Item> items;
     std::uint32_t unitUse = noIndex; ///< in Description::unitUses
+    std::string_view min;            ///< as written, without blanks around it, as those below
+    std::string_view max;
+    std::string_view nominal;
+    std::string_view quantity;
+    std::string_view description;
     Place place;
 };
 
@@ -107,8 +132,14 @@ struct Dimension {
 };
 
 struct Variable {
-    std::string_view name; ///< empty if it is missing
+    std::string_view name;
     std::optional<std::string_view> declaredType;
+    std::string_view
+        start;            ///< as written, without blanks around it; of String and Binary the first
+    std::string_view min; ///< its own, as are the others; see rangeOf()
+    std::string_view max;
+    std::string_view nominal;
+    std::string_view description;
     Place place;
     std::uint32_t valueReference = 0;
     std::uint32_t type = noIndex;     ///< the declared type in Description::types, if it is valid
@@ -118,6 +149,10 @@ struct Variable {
     std::uint32_t unit = noIndex;    ///< its own unit or that of its type, in Description::units
     std::uint64_t startCount = 0;    ///< number of start values; 0 if one of them is invalid
     BaseType base = BaseType::None;
+    Causality causality = Causality::None;
+    Variability variability = Variability::None;
+    Initial initial = Initial::None;
+    bool hasStart = false;
     bool hasValueReference = false;
     bool isSize = false;          ///< whether dimensions may refer to it
     bool hasBadDimension = false; ///< an invalid dimension is not among its dimensions
@@ -126,6 +161,9 @@ struct Variable {
 /// A further name of a variable.
 struct Alias {
     std::string_view name;
+    std::string_view displayUnit;
+    std::string_view description;
+    std::uint32_t variable = noIndex; ///< in Description::variables
     Place place;
 };
 
@@ -157,6 +195,27 @@ struct Description {
     /// The start values of the variables with Variable::isSize, by value reference.
     std::unordered_map<std::uint32_t, std::uint64_t> sizes;
     std::vector<Alias> aliases;
+    /// The value references of the variables without a name, which are not among the variables.
+    std::unordered_set<std::uint32_t> unnamedReferences;
 };
+
+/// The limits and the nominal value of a variable, as written; empty where there is none.
+struct Range {
+    std::string_view min;
+    std::string_view max;
+    std::string_view nominal;
+};
+
+/// Returns the attributes of a variable, or those of its declared type where it has none.
+Range rangeOf(const Variable& variable, const Description& description);
+
+/// Return the value of an attribute, or its default where it is missing or invalid.
+Causality causalityOf(const Variable& variable);
+Variability variabilityOf(const Variable& variable);
+
+/// Return the attribute value of FMI; empty for None and Invalid.
+std::string_view causalityName(Causality causality);
+std::string_view variabilityName(Variability variability);
+std::string_view initialName(Initial initial);
 
 } // namespace tvtool::fmi

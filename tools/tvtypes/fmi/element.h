@@ -2,9 +2,10 @@
 /// The element that is being read.
 #pragma once
 
+#include "findings/findings.h"
 #include "fmi/description.h"
 #include "fmi/grammar.h"
-#include "fmi/remarks.h"
+#include "fmi/values.h"
 
 #include <array>
 #include <cstddef>
@@ -13,35 +14,58 @@
 
 namespace tvtool::fmi {
 
-/// The element, the description that it is read into, and the remarks about it.
+/// The element, the description that it is read into, and the findings about it.
 struct Element {
     Description& description;
-    Remarks& remarks;
+    findings::Findings& findings;
     Place place = {};
+    findings::Subject subject = {};
     std::array<const char*, readAttributeCount> attributes{}; ///< null where one is missing
 
     const char* operator[](Attribute attribute) const {
         return attributes[static_cast<std::size_t>(attribute)];
     }
 
+    /// Adds a finding about the element.
     template <class... Arguments>
-    void problem(fmt::format_string<Arguments...> sentence, Arguments&&... arguments) const {
-        remarks.problem(place, sentence, std::forward<Arguments>(arguments)...);
+    void add(findings::Code code, fmt::format_string<Arguments...> sentence,
+             Arguments&&... arguments) const {
+        findings.add(code, place, subject, sentence, std::forward<Arguments>(arguments)...);
     }
+    /// Same about an attribute.
     template <class... Arguments>
-    void note(fmt::format_string<Arguments...> sentence, Arguments&&... arguments) const {
-        remarks.note(place, sentence, std::forward<Arguments>(arguments)...);
+    void addForAttribute(findings::Code code, std::string_view attribute,
+                         fmt::format_string<Arguments...> sentence,
+                         Arguments&&... arguments) const {
+        findings.addWithCause(code, place, subject, attribute, sentence,
+                              std::forward<Arguments>(arguments)...);
+    }
+    /// Adds an error about a missing attribute.
+    void addMissing(std::string_view attribute) const {
+        addForAttribute(findings::Code::AttributeMissing, attribute, "{} is missing", attribute);
     }
 
-    /// Returns the name, kept with the description. A missing or empty name is a problem.
+    /// Returns the name, kept with the description. A missing or empty name is an error.
     std::string_view requiredName() const {
         const char* const name = (*this)[Attribute::Name];
-        if (name == nullptr || *name == '\0') {
-            problem("name is {}", name == nullptr ? "missing" : "empty");
-            return {};
+        if (name == nullptr) {
+            addMissing("name");
+        } else if (*name == '\0') {
+            add(findings::Code::NameEmpty, "name is empty");
         }
-        return description.texts.keep(name);
+        return description.texts.keep(name == nullptr ? "" : name);
     }
+
+    /// Returns the value of an attribute without blanks around it, kept with the description.
+    std::string_view text(Attribute attribute) const {
+        const char* const value = (*this)[attribute];
+        const std::string_view word = value == nullptr ? "" : trimmed(value);
+        return word.size() <= longestInterned ? description.texts.intern(word)
+                                              : description.texts.keep(word);
+    }
+
+    /// Texts of this size are often repeated: 0, 1.0, true.
+    static constexpr std::size_t longestInterned = 5;
 };
 
 } // namespace tvtool::fmi

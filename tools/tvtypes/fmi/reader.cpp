@@ -15,10 +15,15 @@ namespace tvtool::fmi {
 
 namespace {
 
+using findings::Code;
+using findings::Findings;
+using findings::SubjectKind;
 using text::quoted;
 
 constexpr std::uint32_t maxInt32 = std::numeric_limits<std::int32_t>::max();
-constexpr const char* unexpectedElement = "the element is not expected here and is skipped";
+
+/// The root element and its children; those below them have subjects.
+constexpr std::size_t depthOfSections = 2;
 
 /// Returns whether an element declares a default namespace other than that of the description.
 bool leavesNamespace(const char* const* attributes) {
@@ -32,17 +37,21 @@ bool leavesNamespace(const char* const* attributes) {
 
 class Reader : public XmlHandler {
   public:
-    Reader(Description& description, Remarks& remarks)
-        : description_(description), element_{description, remarks} {}
+    Reader(Description& description, Findings& findings)
+        : description_(description), element_{description, findings} {}
 
     void startElement(std::string_view name, const char* const* attributes,
-                      std::uint64_t line) override {
-        const ElementRule* const rule = skipped_ > 0 ? nullptr : findRule(name, attributes, line);
+                      Position position) override {
+        const ElementRule* const rule =
+            skipped_ > 0 ? nullptr : findRule(name, attributes, position);
         if (rule == nullptr) {
             ++skipped_;
             return;
         }
-        element_.place = {rule->name, line};
+        element_.place = {rule->name, position.line, position.column};
+        if (open_.size() <= depthOfSections) {
+            element_.subject = {};
+        }
         readAttributes(*rule, attributes);
         open_.push_back(rule->node);
         read(*rule);
@@ -59,9 +68,8 @@ class Reader : public XmlHandler {
             units_.endUnit();
         } else if (node == Node::SimpleType || node == Node::NamedType) {
             endType();
-        } else if (node == Node::ScalarVariable && variable().base == BaseType::None) {
-            element_.remarks.problem(variable().place, "variable {} has no type",
-                                     quoted(variable().name));
+        } else if (node == Node::ScalarVariable || node == Node::TypedVariable) {
+            endVariable();
         }
     }
 
@@ -79,7 +87,7 @@ class Reader : public XmlHandler {
 
     /// Returns the rule of an element that is read, or null for an element to skip.
     const ElementRule* findRule(std::string_view name, const char* const* attributes,
-                                std::uint64_t line) const {
+                                Position position) const {
         const bool isRoot = open_.back() == Node::Document;
         const ElementRule* const rule = findElement(open_.back(), name, version_);
         if (isRoot && rule == nullptr) {
@@ -90,10 +98,16 @@ class Reader : public XmlHandler {
             return nullptr;
         }
         if (rule == nullptr) {
-            element_.remarks.note({name, line}, "{}", unexpectedElement);
+            addUnexpected({name, position.line, position.column});
             return nullptr;
         }
         return rule->node == Node::Skipped ? nullptr : rule;
+    }
+
+    void addUnexpected(const Place& place) const {
+        element_.findings.addWithCause(Code::ElementUnexpected, place, {}, place.element,
+                                       "element {} is not expected here and is skipped",
+                                       quoted(place.element));
     }
 
     void readAttributes(const ElementRule& rule, const char* const* attributes) {
@@ -104,7 +118,9 @@ class Reader : public XmlHandler {
             if (known && *known != Attribute::Known) {
                 element_.attributes[static_cast<std::size_t>(*known)] = attributes[1];
             } else if (!known && !isForeign(name)) {
-                element_.note("attribute {} is not expected here and is ignored", quoted(name));
+                element_.findings.addWithCause(Code::AttributeUnexpected, element_.place, {}, name,
+                                               "attribute {} is not expected here and is ignored",
+                                               quoted(name));
             }
         }
     }
@@ -159,15 +175,16 @@ class Reader : public XmlHandler {
         if (const char* const modelName = get(Attribute::ModelName)) {
             description_.modelName = description_.texts.keep(modelName);
         } else {
-            element_.problem("modelName is missing");
+            element_.addMissing("modelName");
         }
         description_.hasStructuredNames = has(Attribute::NamingConvention, "structured");
         const char* const convention = get(Attribute::NamingConvention);
         if (convention != nullptr && !description_.hasStructuredNames &&
             !has(Attribute::NamingConvention, "flat")) {
-            element_.problem("variableNamingConvention {} is neither flat nor structured, and is "
-                             "read as flat",
-                             quoted(convention));
+            element_.addForAttribute(Code::ValueInvalid, "variableNamingConvention",
+                                     "variableNamingConvention {} is neither flat nor structured, "
+                                     "and is read as flat",
+                                     quoted(convention));
         }
     }
 
@@ -182,15 +199,17 @@ class Reader : public XmlHandler {
         for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest)) {
             ++count;
             if (!isValue(word, base)) {
-                element_.problem("{} {} is no {} value", attributeName, quoted(word),
-                                 baseTypeName(base, description_.majorVersion));
+                element_.addForAttribute(Code::ValueInvalid, attributeName, "{} {} is no {} value",
+                                         attributeName, quoted(word),
+                                         baseTypeName(base, description_.majorVersion));
                 return 0;
             }
         }
         // In FMI 3, an array has a start value for each element.
-        const bool isList = attribute == Attribute::Start && description_.majorVersion == 3;
-        if (count != 1 && !isList) {
-            element_.problem("{} has {} values; it takes one", attributeName, count);
+        const bool isStart = attribute == Attribute::Start;
+        if (count != 1 && !(isStart && description_.majorVersion == 3)) {
+            element_.addForAttribute(isStart ? Code::StartCount : Code::ValueInvalid, attributeName,
+                                     "{} has {} values; it takes one", attributeName, count);
         }
         return count;
     }
@@ -205,7 +224,11 @@ class Reader : public XmlHandler {
     }
 
     void startType(BaseType base) {
-        type_ = {element_.requiredName(), BaseType::None, {}, noIndex, element_.place};
+        type_ = {};
+        type_.name = element_.requiredName();
+        type_.place = element_.place;
+        type_.description = element_.text(Attribute::Description);
+        element_.subject = {SubjectKind::Type, type_.name};
         if (base != BaseType::None) {
             readTypeBase(base);
         }
@@ -213,17 +236,20 @@ class Reader : public XmlHandler {
 
     void readTypeBase(BaseType base) {
         if (type_.base != BaseType::None) {
-            element_.problem("type {} has a second base type", quoted(type_.name));
+            element_.add(Code::BaseTypeRepeated, "type {} has a second base type",
+                         quoted(type_.name));
             return;
         }
         type_.base = base;
         type_.unitUse = units_.readUse();
+        type_.quantity = element_.text(Attribute::Quantity);
         checkAllValues(base);
+        readRange(type_);
     }
 
     void readItem() {
         if (type_.base != BaseType::Enumeration) {
-            element_.note("{}", unexpectedElement);
+            addUnexpected(element_.place);
             return;
         }
         Item item{element_.requiredName(), std::nullopt, element_.place};
@@ -231,21 +257,26 @@ class Reader : public XmlHandler {
         if (const char* const value = get(Attribute::Value)) {
             item.value = parse<std::int32_t>(Attribute::Value);
             if (!item.value) {
-                element_.problem("value {} is no 32-bit integer", quoted(value));
+                element_.addForAttribute(Code::ValueInvalid, "value",
+                                         "value {} is no 32-bit integer", quoted(value));
             }
         } else if (position <= maxInt32) {
-            element_.note("value is missing; items without one are numbered from 1");
+            element_.add(Code::ItemValueMissing,
+                         "value is missing; items without one are numbered from 1");
             item.value = static_cast<std::int32_t>(position);
         }
         type_.items.push_back(item);
     }
 
     void endType() {
-        Remarks& remarks = element_.remarks;
+        Findings& findings = element_.findings;
+        const findings::Subject subject{SubjectKind::Type, type_.name};
         if (type_.base == BaseType::None) {
-            remarks.problem(type_.place, "type {} has no base type", quoted(type_.name));
+            findings.add(Code::BaseTypeMissing, type_.place, subject, "type {} has no base type",
+                         quoted(type_.name));
         } else if (type_.base == BaseType::Enumeration && type_.items.empty()) {
-            remarks.problem(type_.place, "enumeration {} has no items", quoted(type_.name));
+            findings.add(Code::EnumerationEmpty, type_.place, subject,
+                         "enumeration {} has no items", quoted(type_.name));
         }
         if (!type_.name.empty() && type_.base != BaseType::None) {
             description_.types.push_back(std::move(type_));
@@ -258,7 +289,9 @@ class Reader : public XmlHandler {
         const char* const text = get(Attribute::ValueReference);
         const auto number = parse<std::uint32_t>(Attribute::ValueReference);
         if (text != nullptr && !number) {
-            element_.problem("valueReference {} is no unsigned 32-bit number", quoted(text));
+            element_.addForAttribute(Code::ValueInvalid, "valueReference",
+                                     "valueReference {} is no unsigned 32-bit number",
+                                     quoted(text));
         }
         return number;
     }
@@ -267,22 +300,47 @@ class Reader : public XmlHandler {
         Variable& variable = description_.variables.emplace_back();
         variable.name = element_.requiredName();
         variable.place = element_.place;
+        element_.subject = {SubjectKind::Variable, variable.name};
+        variable.description = element_.text(Attribute::Description);
+        variable.causality = listed(Attribute::Causality, "causality", causalityName,
+                                    Causality::StructuralParameter);
+        variable.variability =
+            listed(Attribute::Variability, "variability", variabilityName, Variability::Continuous);
+        variable.initial = listed(Attribute::Initial, "initial", initialName, Initial::Calculated);
         const std::optional<std::uint32_t> number = parseValueReference();
         variable.hasValueReference = number.has_value();
         variable.valueReference = number.value_or(0);
         if (get(Attribute::ValueReference) == nullptr) {
-            element_.problem("valueReference is missing");
-        } else if (number > maxInt32) {
-            element_.note("valueReference is above 2147483647 and is read as unsigned");
+            element_.addMissing("valueReference");
         }
         if (base != BaseType::None) {
             readVariableBase(base);
         }
     }
 
+    void endVariable() {
+        if (variable().base == BaseType::None) {
+            element_.findings.add(Code::BaseTypeMissing, variable().place,
+                                  {SubjectKind::Variable, variable().name},
+                                  "variable {} has no type", quoted(variable().name));
+        }
+        if (!variable().name.empty()) {
+            return;
+        }
+        const auto index = static_cast<std::uint32_t>(description_.variables.size() - 1);
+        while (!description_.aliases.empty() && description_.aliases.back().variable == index) {
+            description_.aliases.pop_back();
+        }
+        if (variable().hasValueReference) {
+            description_.unnamedReferences.insert(variable().valueReference);
+        }
+        description_.variables.pop_back();
+    }
+
     void readVariableBase(BaseType base) {
         if (variable().base != BaseType::None) {
-            element_.problem("variable {} has a second type", quoted(variable().name));
+            element_.add(Code::BaseTypeRepeated, "variable {} has a second type",
+                         quoted(variable().name));
             return;
         }
         variable().base = base;
@@ -291,14 +349,43 @@ class Reader : public XmlHandler {
         }
         variable().unitUse = units_.readUse();
         variable().startCount = checkAllValues(base);
+        variable().hasStart = get(Attribute::Start) != nullptr;
+        variable().start = element_.text(Attribute::Start);
+        readRange(variable());
         readSize(variable());
+    }
+
+    template <class Record>
+    void readRange(Record& record) const {
+        record.min = element_.text(Attribute::Min);
+        record.max = element_.text(Attribute::Max);
+        record.nominal = element_.text(Attribute::Nominal);
+    }
+
+    /// Returns the value of an attribute with listed values, up to `last`.
+    template <class Value>
+    Value listed(Attribute attribute, std::string_view attributeName,
+                 std::string_view (*valueName)(Value), Value last) const {
+        if (get(attribute) == nullptr) {
+            return Value::None;
+        }
+        const std::string_view text = trimmed(get(attribute));
+        for (auto value = static_cast<std::uint8_t>(Value::Invalid) + 1;
+             value <= static_cast<std::uint8_t>(last); ++value) {
+            if (text == valueName(static_cast<Value>(value))) {
+                return static_cast<Value>(value);
+            }
+        }
+        element_.addForAttribute(Code::ValueInvalid, attributeName,
+                                 "{} {} is not one of its values", attributeName, quoted(text));
+        return Value::Invalid;
     }
 
     /// The start value of a structural parameter or a constant can be the size of a dimension.
     void readSize(Variable& variable) {
         variable.isSize = variable.base == BaseType::UInt64 && variable.hasValueReference &&
-                          (has(Attribute::Causality, "structuralParameter") ||
-                           has(Attribute::Variability, "constant"));
+                          (variable.causality == Causality::StructuralParameter ||
+                           variable.variability == Variability::Constant);
         const auto size = parse<std::uint64_t>(Attribute::Start);
         if (variable.isSize && size) {
             description_.sizes.emplace(variable.valueReference, *size);
@@ -309,11 +396,12 @@ class Reader : public XmlHandler {
         const char* const start = get(Attribute::Start);
         const char* const reference = get(Attribute::ValueReference);
         if ((start == nullptr) == (reference == nullptr)) {
-            element_.problem("a dimension has either start or valueReference");
+            element_.add(Code::DimensionInvalid, "a dimension has either start or valueReference");
         }
         const auto size = parse<std::uint64_t>(Attribute::Start);
         if (start != nullptr && !size) {
-            element_.problem("start {} is no UInt64 value", quoted(start));
+            element_.addForAttribute(Code::ValueInvalid, "start", "start {} is no UInt64 value",
+                                     quoted(start));
         }
         const auto target = parseValueReference();
         if (size.has_value() == target.has_value()) {
@@ -330,13 +418,18 @@ class Reader : public XmlHandler {
     /// Texts and bytes have an element for each start value.
     void readStart() {
         if (variable().base == BaseType::String || variable().base == BaseType::Binary) {
-            ++variable().startCount;
+            if (variable().startCount++ == 0) {
+                variable().hasStart = true;
+                variable().start = element_.text(Attribute::Value);
+            }
         }
     }
 
     void readAlias() {
         if (const std::string_view name = element_.requiredName(); !name.empty()) {
-            description_.aliases.push_back({name, element_.place});
+            description_.aliases.push_back(
+                {name, element_.text(Attribute::DisplayUnit), element_.text(Attribute::Description),
+                 static_cast<std::uint32_t>(description_.variables.size() - 1), element_.place});
         }
     }
 
@@ -351,9 +444,9 @@ class Reader : public XmlHandler {
 
 } // namespace
 
-std::unique_ptr<Description> readDescription(const Source& source, Remarks& remarks) {
+std::unique_ptr<Description> readDescription(const Source& source, Findings& findings) {
     auto description = std::make_unique<Description>();
-    Reader reader(*description, remarks);
+    Reader reader(*description, findings);
     parseXml(source, reader);
     return description;
 }

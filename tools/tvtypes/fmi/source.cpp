@@ -71,7 +71,7 @@ std::shared_ptr<std::FILE> readArchive(std::FILE* pipe, std::string_view head) {
 
 } // namespace
 
-Source openSource(const std::string& path, Remarks& remarks) {
+Source openSource(const std::string& path, findings::Findings& findings) {
     const std::shared_ptr<std::FILE> file = openFile(path);
     std::array<char, 4> first{};
     const std::size_t count = readBytes(file.get(), first);
@@ -81,7 +81,7 @@ Source openSource(const std::string& path, Remarks& remarks) {
     std::string head(first.data(), count);
     if (head.starts_with("PK")) {
         const bool isPipe = std::fseek(file.get(), 0, SEEK_SET) != 0;
-        return openArchive(isPipe ? readArchive(file.get(), head) : file, remarks);
+        return openArchive(isPipe ? readArchive(file.get(), head) : file, findings);
     }
     // The first bytes are kept, as a pipe cannot be rewound.
     return [file, head](std::span<char> buffer) mutable {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "files/read_error.h"
-#include "fmi/remarks.h"
+#include "findings/findings.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -24,11 +24,11 @@ inline constexpr std::uint64_t largestDescription = std::uint64_t{256} << 20;
 
 /// Opens a description or the archive that contains one, which the first bytes decide and not the
 /// name. `-` is standard input. Throws a files::ReadError.
-Source openSource(const std::string& path, Remarks& remarks);
+Source openSource(const std::string& path, findings::Findings& findings);
 
 /// Opens the description in an archive in a file that can be positioned. `maxSize` limits the
 /// unpacked bytes; tests lower it.
-Source openArchive(std::shared_ptr<std::FILE> file, Remarks& remarks,
+Source openArchive(std::shared_ptr<std::FILE> file, findings::Findings& findings,
                    std::uint64_t maxSize = largestDescription);
 
 } // namespace tvtool::fmi

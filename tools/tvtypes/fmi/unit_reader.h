@@ -18,18 +18,21 @@ namespace tvtool::fmi {
 /// Reads units from an element that the caller sets before each call.
 class UnitReader {
   public:
-    explicit UnitReader(const Element& element) : element_(element) {}
+    explicit UnitReader(Element& element) : element_(element) {}
 
     void startUnit() {
         unit_ = {};
         unit_.name = element_.requiredName();
         unit_.place = element_.place;
+        element_.subject = {SubjectKind::Unit, unit_.name};
         hasBaseUnit_ = false;
     }
 
     void readBaseUnit() {
+        element_.subject = {SubjectKind::Unit, unit_.name};
         if (hasBaseUnit_) {
-            element_.problem("unit {} has a second BaseUnit", text::quoted(unit_.name));
+            element_.add(Code::ElementRepeated, "unit {} has a second BaseUnit",
+                         text::quoted(unit_.name));
             return;
         }
         hasBaseUnit_ = true;
@@ -40,8 +43,9 @@ class UnitReader {
             const char* const text = element_.attributes[first + i];
             const auto power = parseNumber<std::int32_t>(text == nullptr ? "0" : text);
             if (!power) {
-                element_.problem("{} {} is no 32-bit integer", baseUnitNames[i],
-                                 text::quoted(text));
+                element_.addForAttribute(Code::ValueInvalid, baseUnitNames[i],
+                                         "{} {} is no 32-bit integer", baseUnitNames[i],
+                                         text::quoted(text));
                 isValid_ = false;
             }
             base.powers[i] = power.value_or(0);
@@ -57,13 +61,15 @@ class UnitReader {
         isValid_ = true;
         DisplayUnit unit;
         unit.name = element_.requiredName();
+        element_.subject = {SubjectKind::DisplayUnit, unit.name};
         unit.factor = readFactor();
         unit.offset = readNumber(Attribute::Offset, "offset", 0);
         unit.place = element_.place;
         if (const char* const text = element_[Attribute::Inverse]) {
             const std::string_view inverse = text;
             if (!isValue(inverse, BaseType::Boolean)) {
-                element_.problem("inverse {} is no Boolean value", text::quoted(inverse));
+                element_.addForAttribute(Code::ValueInvalid, "inverse",
+                                         "inverse {} is no Boolean value", text::quoted(inverse));
                 isValid_ = false;
             }
             unit.isInverse = inverse == "true" || inverse == "1";
@@ -110,7 +116,8 @@ class UnitReader {
         }
         const std::optional<double> number = parseNumber<double>(text);
         if (!number || !std::isfinite(*number)) {
-            element_.problem("{} {} is no finite number", name, text::quoted(text));
+            element_.addForAttribute(Code::ValueInvalid, name, "{} {} is no finite number", name,
+                                     text::quoted(text));
             isValid_ = false;
             return absent;
         }
@@ -120,13 +127,16 @@ class UnitReader {
     double readFactor() {
         const double factor = readNumber(Attribute::Factor, "factor", 1);
         if (factor == 0) {
-            element_.problem("factor is 0");
+            element_.add(Code::UnitFactorZero, "factor is 0");
             isValid_ = false;
         }
         return factor;
     }
 
-    const Element& element_;
+    using Code = findings::Code;
+    using SubjectKind = findings::SubjectKind;
+
+    Element& element_;
     UnitDefinition unit_; ///< the open one
     bool hasBaseUnit_ = false;
     bool isValid_ = true; ///< whether the numbers of the element are valid

@@ -69,6 +69,13 @@ template std::optional<std::uint32_t> parseNumber(std::string_view);
 template std::optional<std::uint64_t> parseNumber(std::string_view);
 template std::optional<double> parseNumber(std::string_view);
 
+std::string_view trimmed(std::string_view text) {
+    const std::size_t begin = text.find_first_not_of(blanks);
+    return begin == std::string_view::npos
+               ? std::string_view()
+               : text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+}
+
 std::string_view takeWord(std::string_view& text) {
     const std::size_t begin = text.find_first_not_of(blanks);
     if (begin == std::string_view::npos) {

@@ -15,6 +15,9 @@ namespace tvtool::fmi {
 template <class Number>
 std::optional<Number> parseNumber(std::string_view text);
 
+/// Returns the text without blanks around it.
+std::string_view trimmed(std::string_view text);
+
 /// Removes the first of the words that blanks separate from the text, and returns it. Returns an
 /// empty text if there is none.
 std::string_view takeWord(std::string_view& text);

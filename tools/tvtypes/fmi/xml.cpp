@@ -114,7 +114,9 @@ void onStart(void* userData, const XML_Char* name, const XML_Char** attributes) 
     Run& run = runOf(userData);
     run.guarded([&] {
         run.countElement(attributes);
-        run.handler.startElement(name, attributes, currentLine(run.parser));
+        const Position position{static_cast<std::uint32_t>(currentLine(run.parser)),
+                                static_cast<std::uint32_t>(currentColumn(run.parser))};
+        run.handler.startElement(name, attributes, position);
     });
 }
 

@@ -3,6 +3,7 @@
 #include "files/read_error.h"
 
 #include <fmt/format.h>
+#include <zip.h>
 
 #include <cerrno>
 #include <new>
@@ -117,13 +118,13 @@ files::ReadError cannotBeOpened(zip_error_t& error) {
 
 } // namespace
 
-void throwIfOutOfMemory(const zip_error_t& error) {
+void throwIfOutOfMemory(const zip_error& error) {
     if (zip_error_code_zip(&error) == ZIP_ER_MEMORY) {
         throw std::bad_alloc();
     }
 }
 
-std::shared_ptr<zip_t> openZip(std::shared_ptr<std::FILE> file, std::uint64_t maxDirectory) {
+std::shared_ptr<zip> openZip(std::shared_ptr<std::FILE> file, std::uint64_t maxDirectory) {
     ZipError error;
     auto input = std::make_unique<ZipInput>(std::move(file), maxDirectory);
     zip_source_t* const source = zip_source_function_create(ZipInput::execute, input.get(), &error);

@@ -15,7 +15,13 @@ namespace tvtool::model {
 
 namespace {
 
+using findings::Code;
+using findings::Subject;
 using text::quoted;
+
+Subject subjectOf(const fmi::Variable& variable) {
+    return {findings::SubjectKind::Variable, variable.name};
+}
 
 /// A product that is out of range, and so above any number of start values.
 constexpr std::uint64_t tooMany = std::numeric_limits<std::uint64_t>::max();
@@ -26,8 +32,8 @@ std::uint64_t saturatedProduct(std::uint64_t a, std::uint64_t b) {
 
 } // namespace
 
-Dimensions::Dimensions(const fmi::Description& description, fmi::Remarks& remarks)
-    : description_(description), remarks_(remarks) {
+Dimensions::Dimensions(const fmi::Description& description, findings::Findings& findings)
+    : description_(description), findings_(findings) {
     for (const fmi::Variable& variable : description.variables) {
         if (variable.hasValueReference) {
             const auto [entry, isNew] = variableOf_.try_emplace(variable.valueReference, &variable);
@@ -42,7 +48,8 @@ Dimensions::Dimensions(const fmi::Description& description, fmi::Remarks& remark
         }
     }
     if (facts_.isExhausted()) {
-        remarks.note({"ModelVariables", 0}, "there are more facts about sizes than are compared");
+        findings.add(Code::SizeLimit, {"ModelVariables"}, {},
+                     "there are more facts about sizes than are compared");
     }
 }
 
@@ -83,22 +90,22 @@ std::optional<Dimensions::Extent> Dimensions::extentOfParameter(std::uint32_t va
         return known->second;
     }
     const auto found = variableOf_.find(valueReference);
+    if (found == variableOf_.end() && description_.unnamedReferences.contains(valueReference)) {
+        return std::nullopt;
+    }
     if (found == variableOf_.end()) {
-        remarks_.problem(variable.place,
-                         "a dimension of variable {} refers to valueReference {}, which no "
-                         "variable has",
-                         quoted(variable.name), valueReference);
+        findings_.add(Code::DimensionUndefined, variable.place, subjectOf(variable),
+                      "a dimension of variable {} refers to valueReference {}, which no "
+                      "variable has",
+                      quoted(variable.name), valueReference);
         return std::nullopt;
     }
     const fmi::Variable& parameter = *found->second;
     if (!parameter.isSize) {
-        remarks_.problem(variable.place,
-                         "a dimension of variable {} refers to {}, which is no UInt64 structural "
-                         "parameter or constant",
-                         quoted(variable.name), quoted(parameter.name));
-        return std::nullopt;
-    }
-    if (parameter.name.empty()) {
+        findings_.add(Code::DimensionParameter, variable.place, subjectOf(variable),
+                      "a dimension of variable {} refers to {}, which is no UInt64 structural "
+                      "parameter or constant",
+                      quoted(variable.name), quoted(parameter.name));
         return std::nullopt;
     }
     Extent extent{
@@ -147,12 +154,12 @@ bool Dimensions::checkStartCount(const fmi::Variable& variable, int id,
     if (count == variable.startCount) {
         return true;
     }
-    remarks_.problem(
-        variable.place, "variable {} has {} start values and {} elements: its dimensions are {}{}",
-        quoted(variable.name), variable.startCount,
-        count == tooMany ? "too many" : std::to_string(count),
-        text::shortened(table_.getDisplayString(id)),
-        parameters.empty() ? "" : fmt::format(", where {}", fmt::join(parameters, ", ")));
+    findings_.add(Code::StartCount, variable.place, subjectOf(variable),
+                  "variable {} has {} start values and {} elements: its dimensions are {}{}",
+                  quoted(variable.name), variable.startCount,
+                  count == tooMany ? "too many" : std::to_string(count),
+                  text::shortened(table_.getDisplayString(id)),
+                  parameters.empty() ? "" : fmt::format(", where {}", fmt::join(parameters, ", ")));
     return false;
 }
 
@@ -162,9 +169,10 @@ void Dimensions::stateEqual(int size, std::uint64_t number, const fmi::Variable&
     const auto objection = facts_.state(
         {size, dims::Relation::Equal, registerNumber(number), &block, variable.place.line});
     if (objection) {
-        remarks_.problem(variable.place, "by variable {} {} is {}, which cannot be: {}",
-                         quoted(variable.name), text::shortened(table_.getDisplayString(size)),
-                         number, objection->reason.text());
+        findings_.add(Code::SizeContradiction, variable.place, subjectOf(variable),
+                      "by variable {} {} is {}, which cannot be: {}", quoted(variable.name),
+                      text::shortened(table_.getDisplayString(size)), number,
+                      objection->reason.text());
     }
 }
 

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "dims/fact_store.h"
+#include "findings/findings.h"
 #include "fmi/description.h"
-#include "fmi/remarks.h"
 
 #include <tvtypes/symbolicdims.h>
 
@@ -25,7 +25,7 @@ namespace tvtool::model {
 /// problem.
 class Dimensions {
   public:
-    Dimensions(const fmi::Description& description, fmi::Remarks& remarks);
+    Dimensions(const fmi::Description& description, findings::Findings& findings);
 
     struct Distinct {
         int id = 0;
@@ -55,7 +55,7 @@ class Dimensions {
     bool checkStartCount(const fmi::Variable& variable, int id, const std::vector<Extent>& extents);
 
     const fmi::Description& description_;
-    fmi::Remarks& remarks_;
+    findings::Findings& findings_;
     TVTypeSys::SymbolicDimsTable table_;
     dims::FactStore facts_{table_};
     std::deque<TVBlock> blocks_;

@@ -154,7 +154,7 @@ Inspection inspect(const Model& model, std::string file) {
             makeUnitRows(model),
             makeDimensionRows(model),
             model.dimensions.facts(),
-            model.remarks};
+            model.findings};
 }
 
 } // namespace tvtool::model

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "dims/fact_records.h"
-#include "fmi/remarks.h"
+#include "findings/findings.h"
 #include "model/model.h"
 
 #include <cstddef>
@@ -65,7 +65,7 @@ struct Inspection {
     std::vector<UnitRow> units;           ///< in the order of the description
     std::vector<DimensionRow> dimensions; ///< in the order of the description
     std::vector<dims::DimsFact> facts;    ///< about sizes, implied by the description
-    fmi::Remarks remarks;
+    findings::Findings findings;
 };
 
 Inspection inspect(const Model& model, std::string file);

@@ -12,7 +12,8 @@ namespace tvtool::model {
 
 namespace {
 
-using fmi::Remark;
+using findings::Finding;
+using findings::Severity;
 using output::Column;
 using output::Columns;
 using output::none;
@@ -76,23 +77,28 @@ const Columns<DimensionRow> dimensionColumns{
         .shownAs(firstVariables<DimensionRow>),
 };
 
-const Columns<Remark> remarkColumns{
-    {none, "element", &Remark::element},
+const Columns<Finding> findingColumns{
+    {none, "code", [](const Finding& finding) { return ruleOf(finding.code).name; }},
+    {none, "severity",
+     [](const Finding& finding) { return severityName(ruleOf(finding.code).severity); }},
+    {none, "element", &Finding::element},
     {none, "line",
-     [](const Remark& remark) {
-         return remark.line == 0 ? std::nullopt : std::optional(remark.line);
+     [](const Finding& finding) {
+         return finding.line == 0 ? std::nullopt : std::optional(finding.line);
      }},
-    {none, "sentence", &Remark::sentence},
-    {none, "count", &Remark::count},
+    {none, "sentence", &Finding::sentence},
+    {none, "count", &Finding::count},
 };
 
 void printSummary(const Inspection& inspection, std::ostream& os) {
-    os << fmt::format("{}: FMI {}, model \"{}\": {}, {}, {}, {}\n", text::safeText(inspection.file),
-                      text::safeText(inspection.fmiVersion), text::safeText(inspection.modelName),
-                      text::counted(inspection.variables, "variable", "variables"),
-                      text::counted(inspection.types.size(), "type", "types"),
-                      text::counted(inspection.remarks.problems().size(), "problem", "problems"),
-                      text::counted(inspection.remarks.notes().size(), "note", "notes"));
+    os << fmt::format(
+        "{}: FMI {}, model \"{}\": {}, {}; {}, {}, {}\n", text::safeText(inspection.file),
+        text::safeText(inspection.fmiVersion), text::safeText(inspection.modelName),
+        text::counted(inspection.variables, "variable", "variables"),
+        text::counted(inspection.types.size(), "type", "types"),
+        text::counted(inspection.findings.count(Severity::Error), "error", "errors"),
+        text::counted(inspection.findings.count(Severity::Warning), "warning", "warnings"),
+        text::counted(inspection.findings.count(Severity::Note), "note", "notes"));
 }
 
 void printOutside(const std::vector<OutsideRow>& rows, std::ostream& os) {
@@ -107,17 +113,20 @@ void printOutside(const std::vector<OutsideRow>& rows, std::ostream& os) {
     os << (list.empty() ? "" : fmt::format("\nOutside the table: {}\n", list));
 }
 
-void printRemarks(const std::string& file, std::string_view heading,
-                  const std::vector<Remark>& remarks, fmt::text_style style, std::ostream& os) {
-    if (remarks.empty()) {
+void printFindings(const Inspection& inspection, fmt::text_style style, std::ostream& os) {
+    if (inspection.findings.all().empty()) {
         return;
     }
-    os << '\n' << fmt::format(style, "{}", heading) << '\n';
-    for (const Remark& remark : remarks) {
-        const std::string line = remark.line == 0 ? "" : fmt::format(":{}", remark.line);
-        const std::string count = remark.count == 1 ? "" : fmt::format(" ({} times)", remark.count);
-        os << fmt::format("{}{}: {}: {}{}\n", text::safeText(file), line,
-                          text::safeText(remark.element), text::safeText(remark.sentence), count);
+    os << '\n' << fmt::format(style, "Findings") << '\n';
+    for (const Finding& finding : inspection.findings.all()) {
+        const findings::Rule& rule = ruleOf(finding.code);
+        const std::string place =
+            finding.line == 0 ? "" : fmt::format(":{}:{}", finding.line, finding.column);
+        const std::string count =
+            finding.count == 1 ? "" : fmt::format(" ({} times)", finding.count);
+        os << fmt::format("{}{}: {}: {}{} [{}]\n", text::safeText(inspection.file), place,
+                          severityName(rule.severity), text::safeText(finding.sentence), count,
+                          rule.name);
     }
 }
 
@@ -131,10 +140,7 @@ void printText(const Inspection& inspection, bool colour, std::ostream& os) {
     output::printSection(inspection.units, unitColumns, bold, os);
     output::printSection(inspection.dimensions, dimensionColumns, bold, os);
     output::printSection(inspection.facts, dims::factColumns, bold, os);
-    printRemarks(inspection.file, "Problems", inspection.remarks.problems(),
-                 output::bold(colour, fmt::terminal_color::red), os);
-    printRemarks(inspection.file, "Notes", inspection.remarks.notes(),
-                 output::bold(colour, fmt::terminal_color::yellow), os);
+    printFindings(inspection, output::bold(colour, fmt::terminal_color::red), os);
 }
 
 void printJson(const Inspection& inspection, std::ostream& os) {
@@ -148,8 +154,7 @@ void printJson(const Inspection& inspection, std::ostream& os) {
                        {"units", jsonArray(inspection.units, unitColumns)},
                        {"dimensions", jsonArray(inspection.dimensions, dimensionColumns)},
                        {"facts", jsonArray(inspection.facts, dims::factColumns)},
-                       {"problems", jsonArray(inspection.remarks.problems(), remarkColumns)},
-                       {"notes", jsonArray(inspection.remarks.notes(), remarkColumns)}},
+                       {"findings", jsonArray(inspection.findings.all(), findingColumns)}},
                       os);
 }
 

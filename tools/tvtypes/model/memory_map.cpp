@@ -203,7 +203,8 @@ MemoryMaps mapStructs(const Model& model, std::string file, const std::string& n
     MemoryMaps maps{std::move(file),
                     model.description->hasStructuredNames,
                     {},
-                    model.remarks.problems().size()};
+                    model.findings.count(findings::Severity::Error, findings::Area::Struct) +
+                        model.findings.count(findings::Severity::Warning, findings::Area::Struct)};
     if (!name.empty()) {
         const Structs::Type* type =
             model.structs.find(model.types.table().getDataTypeId(name.c_str()));

@@ -9,28 +9,28 @@ namespace tvtool::model {
 namespace {
 
 std::unique_ptr<const fmi::Description> readChecked(const fmi::Source& source,
-                                                    fmi::Remarks& remarks) {
-    std::unique_ptr<fmi::Description> description = fmi::readDescription(source, remarks);
-    fmi::checkDescription(*description, remarks);
+                                                    findings::Findings& findings) {
+    std::unique_ptr<fmi::Description> description = fmi::readDescription(source, findings);
+    fmi::checkDescription(*description, findings);
     return description;
 }
 
 } // namespace
 
-Model::Model(const fmi::Source& source, fmi::Remarks opening)
-    : remarks(std::move(opening)),
-      description(readChecked(source, remarks)),
-      types(*description, remarks),
-      units(*description, remarks),
-      dimensions(*description, remarks),
-      structs(*description, units, types, remarks) {
-    remarks.sort();
+Model::Model(const fmi::Source& source, findings::Findings opening)
+    : findings(std::move(opening)),
+      description(readChecked(source, findings)),
+      types(*description, findings),
+      units(*description, findings),
+      dimensions(*description, findings),
+      structs(*description, units, types, findings) {
+    findings.sort();
 }
 
 std::unique_ptr<Model> readModel(const std::string& path) {
-    fmi::Remarks remarks;
-    const fmi::Source source = fmi::openSource(path, remarks);
-    return std::make_unique<Model>(source, std::move(remarks));
+    findings::Findings findings;
+    const fmi::Source source = fmi::openSource(path, findings);
+    return std::make_unique<Model>(source, std::move(findings));
 }
 
 } // namespace tvtool::model

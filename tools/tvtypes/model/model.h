@@ -2,8 +2,8 @@
 /// A model description with its types, units and dimensions in tables.
 #pragma once
 
+#include "findings/findings.h"
 #include "fmi/description.h"
-#include "fmi/remarks.h"
 #include "fmi/source.h"
 #include "model/dimensions.h"
 #include "model/structs.h"
@@ -17,13 +17,13 @@ namespace tvtool::model {
 
 class Model {
   public:
-    /// Reads a description. `opening` are the remarks from opening its source. Throws a
+    /// Reads a description. `opening` are the findings from opening its source. Throws a
     /// files::ReadError.
-    Model(const fmi::Source& source, fmi::Remarks opening);
+    Model(const fmi::Source& source, findings::Findings opening);
     Model(const Model&) = delete;
     Model& operator=(const Model&) = delete;
 
-    fmi::Remarks remarks;
+    findings::Findings findings;
     const std::unique_ptr<const fmi::Description> description;
     Types types;
     const Units units;

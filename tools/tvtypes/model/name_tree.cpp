@@ -15,6 +15,8 @@ namespace tvtool::model {
 
 namespace {
 
+using findings::Code;
+using findings::SubjectKind;
 using fmi::NamePart;
 using fmi::noIndex;
 using fmi::StructuredName;
@@ -84,19 +86,20 @@ class TreeBuilder {
     Index instances_; ///< by their member
 };
 
-/// Parses a name. Returns false, with a problem, if it is not structured.
+/// Parses a name. Returns false, with a finding, if it is not structured.
 bool parseStructured(std::string_view name, const fmi::Place& place, StructuredName& parsed,
-                     fmi::Remarks& remarks) {
+                     findings::Findings& findings) {
     const std::optional<fmi::NameFault> fault = parseName(name, parsed);
     if (fault) {
-        remarks.problem(place, "name {} is not structured: character {} should be {}", quoted(name),
-                        text::columnOf(name, fault->position), fault->expected);
+        findings.add(Code::NameSyntax, place, {SubjectKind::Variable, name},
+                     "name {} is not structured: character {} should be {}", quoted(name),
+                     text::columnOf(name, fault->position), fault->expected);
     }
     return !fault;
 }
 
 void removeVariablesNamedAsStructs(const fmi::Description& description, NameTree& tree,
-                                   fmi::Remarks& remarks) {
+                                   findings::Findings& findings) {
     for (Instance& instance : tree.instances) {
         if (instance.variable == noIndex || instance.firstMember == noIndex) {
             continue;
@@ -104,33 +107,34 @@ void removeVariablesNamedAsStructs(const fmi::Description& description, NameTree
         const Member& member = tree.members[instance.firstMember];
         const std::uint32_t inside = tree.instances[member.firstInstance].firstVariable;
         const fmi::Variable& variable = description.variables[instance.variable];
-        remarks.problem(description.variables[std::max(instance.variable, inside)].place,
-                        "{} is a variable on line {} and a struct on line {}; the variable is no "
-                        "element of a struct",
-                        quoted(variable.name), variable.place.line,
-                        description.variables[inside].place.line);
+        findings.add(
+            Code::NamePrefix, description.variables[std::max(instance.variable, inside)].place,
+            {SubjectKind::Variable, variable.name},
+            "{} is a variable on line {} and a struct on line {}; the variable is no "
+            "element of a struct",
+            quoted(variable.name), variable.place.line, description.variables[inside].place.line);
         instance.variable = noIndex;
     }
 }
 
 } // namespace
 
-NameTree buildNameTree(const fmi::Description& description, fmi::Remarks& remarks) {
+NameTree buildNameTree(const fmi::Description& description, findings::Findings& findings) {
     TreeBuilder builder;
     StructuredName parsed;
     for (std::size_t i = 0; i < description.variables.size(); ++i) {
         const fmi::Variable& variable = description.variables[i];
         if (!variable.name.empty() &&
-            parseStructured(variable.name, variable.place, parsed, remarks) &&
+            parseStructured(variable.name, variable.place, parsed, findings) &&
             !parsed.isDerivative) {
             builder.add(parsed, toIndex(i));
         }
     }
     for (const fmi::Alias& alias : description.aliases) {
-        parseStructured(alias.name, alias.place, parsed, remarks);
+        parseStructured(alias.name, alias.place, parsed, findings);
     }
     NameTree tree = builder.take();
-    removeVariablesNamedAsStructs(description, tree, remarks);
+    removeVariablesNamedAsStructs(description, tree, findings);
     return tree;
 }
 

@@ -5,8 +5,8 @@
 /// code that walks the tree follows its links and does not recurse.
 #pragma once
 
+#include "findings/findings.h"
 #include "fmi/description.h"
-#include "fmi/remarks.h"
 
 #include <cstdint>
 #include <span>
@@ -53,7 +53,7 @@ struct NameTree {
 /// Builds the tree of all variables. A name that is not structured, and a variable that has the
 /// name of a struct, are problems and not in the tree. Derivatives and further names of variables
 /// are not in the tree either.
-NameTree buildNameTree(const fmi::Description& description, fmi::Remarks& remarks);
+NameTree buildNameTree(const fmi::Description& description, findings::Findings& findings);
 
 /// Returns the number of instances in each dimension if their indices count from 0 or from 1 in
 /// each, without a gap or a repetition. Otherwise, and without indices, empty.

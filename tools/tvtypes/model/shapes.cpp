@@ -16,6 +16,8 @@ namespace tvtool::model {
 
 namespace {
 
+using findings::Code;
+using findings::SubjectKind;
 using fmi::noIndex;
 using text::quoted;
 using TVTypeSys::INVALID_DATA_TYPE_ID;
@@ -23,8 +25,12 @@ using TVTypeSys::INVALID_DATA_TYPE_ID;
 class ShapeFinder {
   public:
     ShapeFinder(const fmi::Description& description, const NameTree& tree,
-                const std::vector<int>& types, const Units& units, fmi::Remarks& remarks)
-        : description_(description), tree_(tree), types_(types), units_(units), remarks_(remarks) {
+                const std::vector<int>& types, const Units& units, findings::Findings& findings)
+        : description_(description),
+          tree_(tree),
+          types_(types),
+          units_(units),
+          findings_(findings) {
         shapes_.ofInstance.assign(tree.instances.size(), noIndex);
         shapes_.isArray.assign(tree.members.size(), false);
         variables_.assign(tree.instances.size(), 0);
@@ -122,7 +128,7 @@ class ShapeFinder {
                             units_.variableId(variable), std::move(*dimensions)};
     }
 
-    /// Returns nothing, with a remark, if a dimension is unknown or invalid.
+    /// Returns nothing, with a finding, if a dimension is unknown or invalid.
     std::optional<std::vector<int>> findSizes(const fmi::Variable& variable) {
         std::vector<int> sizes;
         for (std::uint32_t d = 0; d < variable.dimensionCount; ++d) {
@@ -132,16 +138,19 @@ class ShapeFinder {
                 const auto known =
                     description_.sizes.find(static_cast<std::uint32_t>(dimension.number));
                 if (known == description_.sizes.end()) {
-                    remarks_.note(variable.place, "the size of a dimension is not known, so the "
-                                                  "variable is no element of a struct");
+                    findings_.add(Code::StructElementSize, variable.place,
+                                  {SubjectKind::Variable, variable.name},
+                                  "the size of a dimension is not known, so the variable is no "
+                                  "element of a struct");
                     return std::nullopt;
                 }
                 size = known->second;
             }
             if (size < 1 || size > std::numeric_limits<int>::max()) {
-                remarks_.problem(variable.place,
-                                 "variable {} has a dimension of {}, and is no element of a struct",
-                                 quoted(variable.name), size);
+                findings_.add(Code::StructElementSize, variable.place,
+                              {SubjectKind::Variable, variable.name},
+                              "variable {} has a dimension of {}, and is no element of a struct",
+                              quoted(variable.name), size);
                 return std::nullopt;
             }
             sizes.push_back(static_cast<int>(size));
@@ -167,7 +176,7 @@ class ShapeFinder {
     const NameTree& tree_;
     const std::vector<int>& types_; ///< ids by variable
     const Units& units_;
-    fmi::Remarks& remarks_;
+    findings::Findings& findings_;
     Shapes shapes_;
     std::vector<std::size_t> variables_; ///< number of variables in each instance
 
@@ -197,8 +206,8 @@ class ShapeFinder {
 } // namespace
 
 Shapes findShapes(const fmi::Description& description, const NameTree& tree,
-                  const std::vector<int>& types, const Units& units, fmi::Remarks& remarks) {
-    return ShapeFinder(description, tree, types, units, remarks).find();
+                  const std::vector<int>& types, const Units& units, findings::Findings& findings) {
+    return ShapeFinder(description, tree, types, units, findings).find();
 }
 
 } // namespace tvtool::model

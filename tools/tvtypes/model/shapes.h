@@ -2,8 +2,8 @@
 /// The distinct structs in a hierarchy of names.
 #pragma once
 
+#include "findings/findings.h"
 #include "fmi/description.h"
-#include "fmi/remarks.h"
 #include "model/name_tree.h"
 #include "model/units.h"
 
@@ -45,6 +45,6 @@ struct Shapes {
 /// The instances of a member become one element, an array, if they differ in nothing but their
 /// indices and these fill the array; otherwise each is an element, named with its indices.
 Shapes findShapes(const fmi::Description& description, const NameTree& tree,
-                  const std::vector<int>& types, const Units& units, fmi::Remarks& remarks);
+                  const std::vector<int>& types, const Units& units, findings::Findings& findings);
 
 } // namespace tvtool::model

@@ -14,6 +14,8 @@ namespace tvtool::model {
 
 namespace {
 
+using findings::Code;
+using findings::SubjectKind;
 using fmi::noIndex;
 
 /// Replaces each sequence of punctuation in a path by an underscore: wheel[1].hub gives
@@ -49,20 +51,20 @@ int* allocateDimensions(const std::vector<int>& sizes) {
 } // namespace
 
 Structs::Structs(const fmi::Description& description, const Units& units, Types& types,
-                 fmi::Remarks& remarks) {
+                 findings::Findings& findings) {
     if (!description.hasStructuredNames) {
         return;
     }
-    tree_ = buildNameTree(description, remarks);
-    shapes_ = findShapes(description, tree_, types.variableIds(), units, remarks);
+    tree_ = buildNameTree(description, findings);
+    shapes_ = findShapes(description, tree_, types.variableIds(), units, findings);
     StructLayout layout(types.table());
     for (const Shape& shape : shapes_.all) {
-        add(shape, description, types, remarks, layout);
+        add(shape, description, types, findings, layout);
     }
 }
 
 void Structs::add(const Shape& shape, const fmi::Description& description, Types& types,
-                  fmi::Remarks& remarks, StructLayout& layout) {
+                  findings::Findings& findings, StructLayout& layout) {
     typeOfShape_.push_back(noIndex);
     std::vector<ShapeElement> elements = shape.elements;
     std::erase_if(elements, [this](const ShapeElement& element) {
@@ -74,8 +76,10 @@ void Structs::add(const Shape& shape, const fmi::Description& description, Types
     const std::string original = path(shape.first);
     StructDataType& type = types.addStruct(joinWithUnderscores(original));
     const auto giveUp = [&](const std::string& reason) {
-        remarks.problem(description.variables[tree_.instances[shape.first].firstVariable].place,
-                        "struct {} cannot be laid out: {}", text::quoted(original), reason);
+        findings.add(Code::StructRejected,
+                     description.variables[tree_.instances[shape.first].firstVariable].place,
+                     {SubjectKind::Struct, original}, "struct {} cannot be laid out: {}",
+                     text::quoted(original), reason);
         types.table().removeDataType(&type);
     };
     try {

@@ -2,8 +2,8 @@
 /// The struct types that the names of a model's variables express.
 #pragma once
 
+#include "findings/findings.h"
 #include "fmi/description.h"
-#include "fmi/remarks.h"
 #include "model/name_tree.h"
 #include "model/shapes.h"
 #include "model/struct_layout.h"
@@ -31,7 +31,7 @@ class Structs {
 
     /// Without structured names there are no structs.
     Structs(const fmi::Description& description, const Units& units, Types& types,
-            fmi::Remarks& remarks);
+            findings::Findings& findings);
 
     /// Returns the types in the order of their ids: a nested type is before those that contain it.
     const std::vector<Type>& all() const { return all_; }
@@ -43,7 +43,7 @@ class Structs {
 
   private:
     void add(const Shape& shape, const fmi::Description& description, Types& types,
-             fmi::Remarks& remarks, StructLayout& layout);
+             findings::Findings& findings, StructLayout& layout);
     void setElements(StructDataType& type, const std::vector<ShapeElement>& elements);
     Type& nestedType(const ShapeElement& element) {
         return all_[typeOfShape_[static_cast<std::size_t>(element.type)]];

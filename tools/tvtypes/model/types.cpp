@@ -11,6 +11,7 @@ namespace tvtool::model {
 
 namespace {
 
+using findings::Code;
 using fmi::BaseType;
 using TVTypeSys::DataType;
 
@@ -34,13 +35,14 @@ std::unordered_set<std::string_view> declaredNames(const fmi::Description& descr
     return names;
 }
 
-/// Returns the id from `registerType`, or INVALID_DATA_TYPE_ID, with a problem, if it throws.
+/// Returns the id from `registerType`, or INVALID_DATA_TYPE_ID, with a finding, if it throws.
 template <class Register>
-int idOrProblem(const fmi::Place& place, fmi::Remarks& remarks, Register registerType) {
+int idOrProblem(const fmi::Place& place, findings::Subject subject, findings::Findings& findings,
+                Register registerType) {
     try {
         return registerType();
     } catch (const fnd::except::IException& error) {
-        remarks.problem(place, "{}", problemText(error));
+        findings.add(Code::TypeRejected, place, subject, "{}", problemText(error));
         return INVALID_DATA_TYPE_ID;
     }
 }
@@ -49,8 +51,8 @@ int idOrProblem(const fmi::Place& place, fmi::Remarks& remarks, Register registe
 
 bool isOutside(BaseType base) { return base != BaseType::None && tableName(base) == nullptr; }
 
-Types::Types(const fmi::Description& description, fmi::Remarks& remarks)
-    : remarks_(remarks), names_(table_, declaredNames(description)) {
+Types::Types(const fmi::Description& description, findings::Findings& findings)
+    : findings_(findings), names_(table_, declaredNames(description)) {
     std::vector<int> definitionIds;
     definitionIds.reserve(description.types.size());
     for (const fmi::TypeDefinition& type : description.types) {
@@ -71,11 +73,12 @@ int Types::define(const fmi::TypeDefinition& type) {
         return INVALID_DATA_TYPE_ID;
     }
     const std::string name = names_.freeName(type.name);
-    const int id = idOrProblem(type.place, remarks_, [&] {
-        return isEnumeration
-                   ? registerEnumeration(name)
-                   : table_.registerAliasDataType(name.c_str(), modelSource, target, nullptr);
-    });
+    const int id =
+        idOrProblem(type.place, {findings::SubjectKind::Type, type.name}, findings_, [&] {
+            return isEnumeration
+                       ? registerEnumeration(name)
+                       : table_.registerAliasDataType(name.c_str(), modelSource, target, nullptr);
+        });
     if (id != INVALID_DATA_TYPE_ID) {
         setOriginalName(id, type.name);
     }
@@ -100,7 +103,7 @@ int Types::baseTypeId(BaseType base, const fmi::Place& place) {
     const int id = table_.getDataTypeId(name);
     return id != INVALID_DATA_TYPE_ID
                ? id
-               : idOrProblem(place, remarks_, [&] { return registerFixedPoint(base); });
+               : idOrProblem(place, {}, findings_, [&] { return registerFixedPoint(base); });
 }
 
 /// The built-in types end at 32 bits; wider integers are fixed-point types without a fraction.

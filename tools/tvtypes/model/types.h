@@ -2,8 +2,8 @@
 /// The types of one model in a data type table.
 #pragma once
 
+#include "findings/findings.h"
 #include "fmi/description.h"
-#include "fmi/remarks.h"
 #include "model/names.h"
 
 #include <tvtypes/datatypetable.h>
@@ -22,7 +22,7 @@ namespace tvtool::model {
 /// with the type, whose id is then INVALID_DATA_TYPE_ID.
 class Types {
   public:
-    Types(const fmi::Description& description, fmi::Remarks& remarks);
+    Types(const fmi::Description& description, findings::Findings& findings);
 
     /// Returns the type id of each variable: of its declared type, else of its base type.
     /// INVALID_DATA_TYPE_ID if the table cannot represent it or the variable has none.
@@ -45,7 +45,7 @@ class Types {
     int baseTypeId(fmi::BaseType base, const fmi::Place& place);
     int registerFixedPoint(fmi::BaseType base);
 
-    fmi::Remarks& remarks_;
+    findings::Findings& findings_;
     TVTypeSys::DataTypeTable table_;
     Names names_;
     std::vector<int> variableIds_;

@@ -16,6 +16,8 @@ namespace tvtool::model {
 
 namespace {
 
+using findings::Code;
+using findings::SubjectKind;
 using text::quoted;
 using units::Expansion;
 using Powers = std::map<std::string, std::int64_t>;
@@ -61,25 +63,29 @@ std::string numberDifference(const char* kind, double given, double absent,
                        static_cast<double>(byName));
 }
 
-using Differences = std::vector<std::string>;
+struct Difference {
+    Code code;
+    std::string text;
+};
+using Differences = std::vector<Difference>;
 
-Differences differences(std::initializer_list<std::string> sentences) {
-    Differences all(sentences);
-    std::erase(all, "");
+Differences differences(std::initializer_list<Difference> found) {
+    Differences all(found);
+    std::erase_if(all, [](const Difference& difference) { return difference.text.empty(); });
     return all;
 }
 
 /// Returns the differences between the numbers of a description and those of a name.
 Differences numberDifferences(double factor, double offset, const exact::Number& factorByName,
                               const exact::Number& offsetByName) {
-    return differences({numberDifference("factor", factor, 1, factorByName),
-                        numberDifference("offset", offset, 0, offsetByName)});
+    return differences({{Code::UnitFactor, numberDifference("factor", factor, 1, factorByName)},
+                        {Code::UnitOffset, numberDifference("offset", offset, 0, offsetByName)}});
 }
 
 Differences baseDifferences(const fmi::BaseUnit& base, const Expansion& meaning) {
     if (std::string powers = powersDifference(withoutMemory(meaning.powers), powersOf(base));
         !powers.empty()) {
-        return {std::move(powers)};
+        return {{Code::UnitDimension, std::move(powers)}};
     }
     return numberDifferences(base.factor, base.offset, meaning.factor, meaning.offset);
 }
@@ -92,20 +98,21 @@ Differences displayDifferences(const fmi::DisplayUnit& display, const Expansion&
     }
     if (std::string powers = powersDifference(withoutMemory(meaning.powers), expected);
         !powers.empty()) {
-        return {std::move(powers)};
+        return {{Code::UnitDimension, std::move(powers)}};
     }
     if (display.isInverse) {
-        return differences({numberDifference("factor", display.factor, 1,
-                                             1 / exact::Number(unit.factor * meaning.factor))});
+        return differences({{Code::UnitFactor,
+                             numberDifference("factor", display.factor, 1,
+                                              1 / exact::Number(unit.factor * meaning.factor))}});
     }
     const auto conversion = units::conversionBetween(unit, meaning);
     return numberDifferences(display.factor, display.offset, conversion.factor, conversion.offset);
 }
 
 /// A unit or a display unit of a description.
-struct Subject {
+struct Checked {
     std::string text;
-    std::string_view name;
+    findings::Subject subject;
     const fmi::Place& place;
 };
 
@@ -127,13 +134,13 @@ NamedMeaning meaningOf(const units::Reading& reading) {
 /// Compares a unit with the meaning of its name. If they differ, looks for another meaning of an
 /// ambiguous name, which then replaces the usual one. Returns whether there is no problem.
 template <class Compare>
-bool checkMeaning(const Subject& subject, NamedMeaning& named, fmi::Remarks& remarks,
+bool checkMeaning(const Checked& checked, NamedMeaning& named, findings::Findings& findings,
                   Compare compare) {
     const Differences found = named.meaning ? compare(*named.meaning) : Differences();
     if (named.meaning && found.empty()) {
         return true;
     }
-    for (const units::Alternative& alternative : units::alternativeReadings(subject.name)) {
+    for (const units::Alternative& alternative : units::alternativeReadings(checked.subject.name)) {
         NamedMeaning other = meaningOf(alternative.reading);
         if (!other.meaning) {
             continue;
@@ -141,8 +148,8 @@ bool checkMeaning(const Subject& subject, NamedMeaning& named, fmi::Remarks& rem
         other.meaning->offset += alternative.offset;
         if (compare(*other.meaning).empty()) {
             const exact::Number& number = alternative.reading.factor;
-            remarks.note(subject.place, "{} is ambiguous: its numbers are those of {}{}{}{}",
-                         subject.text,
+            findings.add(Code::UnitAmbiguous, checked.place, checked.subject,
+                         "{} is ambiguous: its numbers are those of {}{}{}{}", checked.text,
                          number == 1 ? "" : fmt::format("{} * ", exact::fractionText(number)),
                          alternative.reading.expression,
                          alternative.usualMeaning.empty() ? "" : "; by its name it is ",
@@ -153,23 +160,26 @@ bool checkMeaning(const Subject& subject, NamedMeaning& named, fmi::Remarks& rem
             return true;
         }
     }
-    for (const std::string& difference : found) {
-        remarks.problem(subject.place, "{} {}", subject.text, difference);
+    for (const Difference& difference : found) {
+        findings.add(difference.code, checked.place, checked.subject, "{} {}", checked.text,
+                     difference.text);
     }
     return found.empty();
 }
 
 void checkDisplayUnit(const fmi::DisplayUnit& display, const fmi::UnitDefinition& definition,
-                      const Expansion& unit, fmi::Remarks& remarks) {
+                      const Expansion& unit, findings::Findings& findings) {
     NamedMeaning named = meaningOfName(display.name);
-    const Subject subject{
+    const Checked checked{
         fmt::format("display unit {} of unit {}", quoted(display.name), quoted(definition.name)),
-        display.name, display.place};
-    checkMeaning(subject, named, remarks, [&](const Expansion& meaning) {
+        {SubjectKind::DisplayUnit, display.name},
+        display.place};
+    checkMeaning(checked, named, findings, [&](const Expansion& meaning) {
         return displayDifferences(display, unit, meaning);
     });
     if (!named.meaning) {
-        remarks.note(display.place, "{} {}, and not looked at", subject.text, unknownText(named));
+        findings.add(Code::UnitUnknown, display.place, checked.subject, "{} {}, and not looked at",
+                     checked.text, unknownText(named));
     }
 }
 
@@ -215,19 +225,21 @@ std::string baseUnitText(const fmi::BaseUnit& base) {
                : fmt::format("{} {} {}", text, base.offset < 0 ? '-' : '+', std::abs(base.offset));
 }
 
-bool checkUnit(const fmi::UnitDefinition& definition, NamedMeaning& named, fmi::Remarks& remarks) {
+bool checkUnit(const fmi::UnitDefinition& definition, NamedMeaning& named,
+               findings::Findings& findings) {
     if (!definition.base) {
         return true;
     }
-    const Subject subject{fmt::format("unit {}", quoted(definition.name)), definition.name,
+    const Checked checked{fmt::format("unit {}", quoted(definition.name)),
+                          {SubjectKind::Unit, definition.name},
                           definition.place};
-    return checkMeaning(subject, named, remarks, [&](const Expansion& meaning) {
+    return checkMeaning(checked, named, findings, [&](const Expansion& meaning) {
         return baseDifferences(*definition.base, meaning);
     });
 }
 
 void checkDisplayUnits(const fmi::UnitDefinition& definition, const NamedMeaning& named,
-                       fmi::Remarks& remarks) {
+                       findings::Findings& findings) {
     std::optional<Expansion> meaning = named.meaning;
     if (const std::optional<fmi::BaseUnit>& base = definition.base) {
         meaning = Expansion{powersOf(*base), exact::Number(base->factor),
@@ -235,7 +247,7 @@ void checkDisplayUnits(const fmi::UnitDefinition& definition, const NamedMeaning
     }
     if (meaning) {
         for (const fmi::DisplayUnit& display : definition.displayUnits) {
-            checkDisplayUnit(display, definition, *meaning, remarks);
+            checkDisplayUnit(display, definition, *meaning, findings);
         }
     }
 }

@@ -2,8 +2,8 @@
 /// Comparison of units with their names.
 #pragma once
 
+#include "findings/findings.h"
 #include "fmi/description.h"
-#include "fmi/remarks.h"
 #include "units/expansion.h"
 
 #include <cstdint>
@@ -42,10 +42,10 @@ std::string baseUnitText(const fmi::BaseUnit& base);
 /// differences up to a millionth are ignored, and those of rounding to six digits or more. If they
 /// agree with another meaning of an ambiguous name, `named` becomes that meaning, and there is a
 /// note.
-bool checkUnit(const fmi::UnitDefinition& unit, NamedMeaning& named, fmi::Remarks& remarks);
+bool checkUnit(const fmi::UnitDefinition& unit, NamedMeaning& named, findings::Findings& findings);
 
 /// Same for the display units of a definition.
 void checkDisplayUnits(const fmi::UnitDefinition& unit, const NamedMeaning& named,
-                       fmi::Remarks& remarks);
+                       findings::Findings& findings);
 
 } // namespace tvtool::model

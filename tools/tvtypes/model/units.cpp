@@ -11,7 +11,18 @@
 
 namespace tvtool::model {
 
-Units::Units(const fmi::Description& description, fmi::Remarks& remarks) {
+namespace {
+
+using findings::Code;
+using findings::Subject;
+
+Subject subjectOf(const fmi::UnitDefinition& unit) {
+    return {findings::SubjectKind::Unit, unit.name};
+}
+
+} // namespace
+
+Units::Units(const fmi::Description& description, findings::Findings& findings) {
     all_.resize(description.units.size());
     if (description.units.empty()) {
         return;
@@ -19,27 +30,29 @@ Units::Units(const fmi::Description& description, fmi::Remarks& remarks) {
     try {
         table_ = std::make_unique<TVTypeSys::UnitTable>();
     } catch (const fnd::except::IException& error) {
-        remarks.note({"UnitDefinitions", 0}, "units are not looked at: {}",
+        findings.add(Code::UnitTableMissing, {"UnitDefinitions"}, {}, "units are not looked at: {}",
                      text::inOneLine(problemText(error)));
         return;
     }
     std::ranges::transform(
         description.units, all_.begin(),
-        [&](const fmi::UnitDefinition& definition) { return add(definition, remarks); });
+        [&](const fmi::UnitDefinition& definition) { return add(definition, findings); });
 }
 
 Units::Unit Units::registerUnit(const std::string& expression, const char* source,
-                                const fmi::Place& place, fmi::Remarks& remarks) {
+                                const fmi::UnitDefinition& definition,
+                                findings::Findings& findings) {
     try {
         return {table_->registerUnit(expression.c_str(), true), expression, source};
     } catch (const fnd::except::IException& error) {
-        remarks.problem(place, "{}", problemText(error));
+        findings.add(Code::UnitOutside, definition.place, subjectOf(definition), "{}",
+                     problemText(error));
         return {};
     }
 }
 
 void Units::checkFactor(const Unit& unit, const units::Expansion& meaning,
-                        const fmi::UnitDefinition& definition, fmi::Remarks& remarks) const {
+                        const fmi::UnitDefinition& definition, findings::Findings& findings) const {
     constexpr double tolerance = 1e-9;
     const TVTypeSys::UnitBase* const registered = table_->getUnit(unit.id);
     // The library does not expand a unit with an offset in a product.
@@ -48,37 +61,38 @@ void Units::checkFactor(const Unit& unit, const units::Expansion& meaning,
     }
     const exact::Number factor = units::exactValue(registered->baseScalingFactor);
     if (!exact::areClose(factor, meaning.factor, tolerance)) {
-        remarks.note(definition.place,
+        findings.add(Code::UnitFactorInexact, definition.place, subjectOf(definition),
                      "unit {} has the factor {:.10g} in the library; exactly it is {:.10g}",
                      text::quoted(definition.name), static_cast<double>(factor),
                      static_cast<double>(meaning.factor));
     }
 }
 
-Units::Unit Units::add(const fmi::UnitDefinition& definition, fmi::Remarks& remarks) {
+Units::Unit Units::add(const fmi::UnitDefinition& definition, findings::Findings& findings) {
     NamedMeaning named = meaningOfName(definition.name);
-    const bool agrees = checkUnit(definition, named, remarks);
-    checkDisplayUnits(definition, named, remarks);
+    const bool agrees = checkUnit(definition, named, findings);
+    checkDisplayUnits(definition, named, findings);
     if (agrees && !named.expression.empty()) {
         if (!definition.base) {
             for (const std::string& reason : named.reasons) {
-                remarks.note(definition.place, "unit {}: {}", text::quoted(definition.name),
-                             reason);
+                findings.add(Code::UnitReading, definition.place, subjectOf(definition),
+                             "unit {}: {}", text::quoted(definition.name), reason);
             }
         }
         Unit unit = registerUnit(named.expression, named.isAsWritten ? "name" : "reading",
-                                 definition.place, remarks);
-        checkFactor(unit, *named.meaning, definition, remarks);
+                                 definition, findings);
+        checkFactor(unit, *named.meaning, definition, findings);
         return unit;
     }
     Unit unit;
     if (definition.base && definition.base->factor == 1 && definition.base->offset == 0) {
         const std::string product = units::productText(powersOf(*definition.base));
-        unit = registerUnit(product == "1" ? units::unitless : product, "base units",
-                            definition.place, remarks);
+        unit = registerUnit(product == "1" ? units::unitless : product, "base units", definition,
+                            findings);
     }
     if (agrees) {
-        remarks.note(definition.place, "unit {} {} and {}", text::quoted(definition.name),
+        findings.add(named.meaning ? Code::UnitOutside : Code::UnitUnknown, definition.place,
+                     subjectOf(definition), "unit {} {} and {}", text::quoted(definition.name),
                      !named.meaning               ? unknownText(named)
                      : named.meaning->offset == 0 ? "has a number in its name"
                                                   : "has an offset",

@@ -2,8 +2,8 @@
 /// The units of a model in a unit table.
 #pragma once
 
+#include "findings/findings.h"
 #include "fmi/description.h"
-#include "fmi/remarks.h"
 #include "units/expansion.h"
 
 #include <tvtypes/units.h>
@@ -33,7 +33,7 @@ class Units {
         const char* source = "";
     };
 
-    Units(const fmi::Description& description, fmi::Remarks& remarks);
+    Units(const fmi::Description& description, findings::Findings& findings);
 
     /// Returns the units by index in Description::units.
     const std::vector<Unit>& all() const { return all_; }
@@ -44,13 +44,13 @@ class Units {
     }
 
   private:
-    Unit add(const fmi::UnitDefinition& definition, fmi::Remarks& remarks);
-    Unit registerUnit(const std::string& expression, const char* source, const fmi::Place& place,
-                      fmi::Remarks& remarks);
+    Unit add(const fmi::UnitDefinition& definition, findings::Findings& findings);
+    Unit registerUnit(const std::string& expression, const char* source,
+                      const fmi::UnitDefinition& definition, findings::Findings& findings);
 
     /// Notes a difference between the factor of the library and the exact one.
     void checkFactor(const Unit& unit, const units::Expansion& meaning,
-                     const fmi::UnitDefinition& definition, fmi::Remarks& remarks) const;
+                     const fmi::UnitDefinition& definition, findings::Findings& findings) const;
 
     std::unique_ptr<TVTypeSys::UnitTable> table_;
     std::vector<Unit> all_;

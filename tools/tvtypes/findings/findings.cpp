@@ -1,0 +1,54 @@
+#include "findings/findings.h"
+
+#include <boost/container_hash/hash.hpp>
+
+#include <algorithm>
+#include <tuple>
+
+namespace tvtool::findings {
+
+void Findings::insert(Code code, const Place& place, Subject subject, std::string_view cause,
+                      std::string sentence) {
+    std::size_t hash = static_cast<std::size_t>(code);
+    boost::hash_combine(hash, place.element);
+    boost::hash_combine(hash, sentence);
+    const auto [begin, end] = known_.equal_range(hash);
+    for (auto entry = begin; entry != end; ++entry) {
+        Finding& first = all_[entry->second];
+        if (first.code == code && first.element == place.element && first.sentence == sentence) {
+            ++first.count;
+            first.lastLine = std::max(first.lastLine, place.line);
+            return;
+        }
+    }
+    known_.emplace(hash, static_cast<std::uint32_t>(all_.size()));
+    all_.push_back({code, subject.kind, place.line, place.column, 1, place.line,
+                    std::string(place.element), std::string(subject.name), std::string(cause),
+                    std::move(sentence)});
+}
+
+void Findings::sort() {
+    known_.clear();
+    std::ranges::stable_sort(all_, {}, [](const Finding& finding) {
+        return std::tuple(ruleOf(finding.code).severity, finding.line, finding.column);
+    });
+}
+
+std::size_t Findings::count(Severity severity) const {
+    std::size_t count = 0;
+    for (const Finding& finding : all_) {
+        count += ruleOf(finding.code).severity == severity ? finding.count : 0;
+    }
+    return count;
+}
+
+std::size_t Findings::count(Severity severity, Area area) const {
+    std::size_t count = 0;
+    for (const Finding& finding : all_) {
+        const Rule& rule = ruleOf(finding.code);
+        count += rule.severity == severity && rule.area == area ? finding.count : 0;
+    }
+    return count;
+}
+
+} // namespace tvtool::findings

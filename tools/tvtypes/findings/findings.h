@@ -1,0 +1,94 @@
+/// \file
+/// Findings about a model description, collected while it is read and checked.
+#pragma once
+
+#include "findings/rules.h"
+
+#include <fmt/format.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace tvtool::findings {
+
+/// The name and the position of an element. The name is a constant or a text of the description.
+/// Lines and columns count from 1; 0 means that there is none.
+struct Place {
+    std::string_view element;
+    std::uint32_t line = 0;
+    std::uint32_t column = 0;
+};
+
+enum class SubjectKind : std::uint8_t {
+    File,
+    Variable,
+    Type,
+    Unit,
+    DisplayUnit,
+    Dimension,
+    Struct
+};
+
+/// What a finding is about.
+struct Subject {
+    SubjectKind kind = SubjectKind::File;
+    std::string_view name = {}; ///< empty for the file
+};
+
+struct Finding {
+    Code code = Code::ArchiveDescriptions;
+    SubjectKind subject = SubjectKind::File;
+    std::uint32_t line = 0; ///< of the first element; 0 if there is none
+    std::uint32_t column = 0;
+    std::uint32_t count = 1;    ///< number of elements
+    std::uint32_t lastLine = 0; ///< of the last element
+    std::string element;        ///< name of the element
+    std::string subjectName;
+    std::string cause; ///< what a list of several findings names; empty if it is the subject
+    std::string sentence;
+};
+
+/// Collects findings. Findings that differ only in their places are one, with the first place, the
+/// last line and a count.
+class Findings {
+  public:
+    template <class... Arguments>
+    void add(Code code, const Place& place, Subject subject,
+             fmt::format_string<Arguments...> sentence, Arguments&&... arguments) {
+        insert(code, place, subject, {},
+               fmt::format(sentence, std::forward<Arguments>(arguments)...));
+    }
+
+    /// Same with a cause, which is what findings of the same code are distinguished by: the unit,
+    /// the type or the attribute.
+    template <class... Arguments>
+    void addWithCause(Code code, const Place& place, Subject subject, std::string_view cause,
+                      fmt::format_string<Arguments...> sentence, Arguments&&... arguments) {
+        insert(code, place, subject, cause,
+               fmt::format(sentence, std::forward<Arguments>(arguments)...));
+    }
+
+    /// Sorts by severity, line and column. To be called after the last finding.
+    void sort();
+
+    const std::vector<Finding>& all() const { return all_; }
+
+    /// Returns the number of elements with findings of a severity.
+    std::size_t count(Severity severity) const;
+    /// Same for the findings of an area.
+    std::size_t count(Severity severity, Area area) const;
+
+  private:
+    void insert(Code code, const Place& place, Subject subject, std::string_view cause,
+                std::string sentence);
+
+    std::vector<Finding> all_;
+    std::unordered_multimap<std::size_t, std::uint32_t> known_; ///< indices by hash
+};
+
+} // namespace tvtool::findings

@@ -1,0 +1,94 @@
+/// \file
+/// The table of the rules that findings refer to.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+namespace tvtool::findings {
+
+enum class Severity : std::uint8_t {
+    Error,   ///< contradicts the standard of FMI, or itself
+    Warning, ///< allowed, but probably a mistake, or rejected by many tools
+    Note     ///< odd, but with a clear meaning
+};
+
+/// The sections of docs/findings.md. The command layout counts those of Struct alone.
+enum class Area : std::uint8_t { File, Variable, Type, Unit, Dimension, Struct };
+
+/// The rules, in the order of the table: by area, then by name.
+enum class Code : std::uint8_t {
+    ArchiveDescriptions,
+    ArchiveEntry,
+    ArchiveFolder,
+    AttributeMissing,
+    AttributeUnexpected,
+    ElementRepeated,
+    ElementUnexpected,
+    NameEmpty,
+    ValueInvalid,
+
+    NameRepeated,
+    StartCount,
+    ValueReferenceRepeated,
+
+    BaseTypeMissing,
+    BaseTypeRepeated,
+    DeclaredTypeMismatch,
+    DeclaredTypeMissing,
+    DeclaredTypeUndefined,
+    EnumerationEmpty,
+    ItemRepeated,
+    ItemValueMissing,
+    ItemValueRepeated,
+    TypeRejected,
+    TypeRepeated,
+
+    DisplayUnitAlone,
+    DisplayUnitRepeated,
+    DisplayUnitUndefined,
+    UnitAmbiguous,
+    UnitDimension,
+    UnitFactor,
+    UnitFactorInexact,
+    UnitFactorInverse,
+    UnitFactorZero,
+    UnitOffset,
+    UnitOutside,
+    UnitReading,
+    UnitRepeated,
+    UnitTableMissing,
+    UnitUndefined,
+    UnitUnknown,
+
+    DimensionInvalid,
+    DimensionParameter,
+    DimensionUndefined,
+    SizeContradiction,
+    SizeLimit,
+
+    NamePrefix,
+    NameSyntax,
+    StructElementSize,
+    StructRejected,
+};
+
+struct Rule {
+    Code code;
+    const char* name; ///< stable
+    Severity severity;
+    Area area;
+    const char* meaning; ///< one sentence
+    const char* advice;  ///< what to do, as one sentence in the imperative
+    const char* folded;  ///< after a number of 3 or more: "display units have ..."
+};
+
+/// Returns the table, in the order of Code.
+std::span<const Rule> rules();
+
+const Rule& ruleOf(Code code);
+
+/// Returns "error", "warning" or "note".
+const char* severityName(Severity severity);
+
+} // namespace tvtool::findings
