@@ -70,6 +70,7 @@ enum class Code : std::uint8_t {
     NamePrefix,
     NameSyntax,
     StructElementSize,
+    StructLimit,
     StructRejected,
 };
 

@@ -8,6 +8,7 @@ namespace tvtool::model {
 
 namespace {
 
+using findings::Finding;
 using output::none;
 
 std::string pathCell(const LayoutRow& row) {
@@ -33,12 +34,22 @@ const output::Columns<StructMap> structColumns{
     {none, "id", &StructMap::id},
     {none, "name", &StructMap::name},
     {none, "originalName", &StructMap::originalName},
+    {none, "path", &StructMap::path},
     {none, "size", &StructMap::size},
     {none, "alignment", &StructMap::alignment},
     {none, "elements", &StructMap::elements},
     {none, "leaves", &StructMap::leaves},
     {none, "scalars", &StructMap::scalars},
     {none, "rows", [](const StructMap& map) { return output::jsonArray(map.rows, rowColumns); }},
+};
+
+const output::Columns<Finding> findingColumns{
+    {none, "code", [](const Finding& finding) { return ruleOf(finding.code).name; }},
+    {none, "severity",
+     [](const Finding& finding) { return severityName(ruleOf(finding.code).severity); }},
+    {none, "line", &Finding::line},
+    {none, "sentence", &Finding::sentence},
+    {none, "count", &Finding::count},
 };
 
 } // namespace
@@ -51,9 +62,7 @@ void printText(const MemoryMaps& maps, bool colour, std::ostream& os) {
     }
     const char* separator = "";
     for (const StructMap& map : maps.structs) {
-        const std::string originalName =
-            map.originalName.empty() ? "" : fmt::format(" ({})", text::safeText(map.originalName));
-        os << fmt::format("{}{}{}: {}\n\n", separator, map.name, originalName, map.summary());
+        os << fmt::format("{}{}: {}\n\n", separator, text::safeText(map.heading()), map.summary());
         output::printTable(map.rows, rowColumns, output::bold(colour), os);
         separator = "\n";
     }
@@ -61,8 +70,9 @@ void printText(const MemoryMaps& maps, bool colour, std::ostream& os) {
 
 void printJson(const MemoryMaps& maps, std::ostream& os) {
     output::printJson({{"file", maps.file},
-                       {"problems", maps.problems},
-                       {"structs", output::jsonArray(maps.structs, structColumns)}},
+                       {"problems", maps.problems()},
+                       {"structs", output::jsonArray(maps.structs, structColumns)},
+                       {"findings", output::jsonArray(maps.findings, findingColumns)}},
                       os);
 }
 
