@@ -98,7 +98,7 @@ class Inputs : public testing::TestWithParam<std::string> {};
 TEST_P(Inputs, MatchExpectations) {
     const fs::path folder = fs::path(TVTYPES_TEST_INPUTS) / GetParam();
     const std::string input = inputIn(folder);
-    const Outcome text = run({"inspect", input});
+    const Outcome text = run({"inspect", "--ids", "--all", input});
     checkExpectations(linesOf(folder / "expected"), text);
     checkInvariants(text);
 

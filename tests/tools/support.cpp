@@ -27,7 +27,7 @@ std::vector<std::string> Outcome::lines() const {
     return all;
 }
 
-Outcome run(std::vector<std::string> arguments, const std::string& input) {
+Outcome run(std::vector<std::string> arguments, const std::string& input, std::size_t width) {
     std::vector<const char*> argv{"tvtypes"};
     for (const std::string& argument : arguments) {
         argv.push_back(argument.c_str());
@@ -35,7 +35,8 @@ Outcome run(std::vector<std::string> arguments, const std::string& input) {
     std::istringstream in(input);
     std::ostringstream out;
     std::ostringstream err;
-    const int status = runTool(static_cast<int>(argv.size()), argv.data(), {in, out, err});
+    const int status =
+        runTool(static_cast<int>(argv.size()), argv.data(), {in, out, err, false, false, width});
     return {status, out.str(), err.str()};
 }
 

@@ -5,6 +5,7 @@
 #include "findings/findings.h"
 #include "fmi/description.h"
 #include "fmi/source.h"
+#include "output/terminal.h"
 
 #include <boost/json.hpp>
 
@@ -26,8 +27,10 @@ struct Outcome {
     boost::json::object json() const { return boost::json::parse(out).as_object(); }
 };
 
-/// Runs the tool with these arguments and this standard input.
-Outcome run(std::vector<std::string> arguments, const std::string& input = {});
+/// Runs the tool with these arguments and this standard input. Its output is a terminal of `width`
+/// columns if that is given.
+Outcome run(std::vector<std::string> arguments, const std::string& input = {},
+            std::size_t width = output::unlimitedWidth);
 
 /// Returns the words of a text.
 std::vector<std::string> split(const std::string& text);

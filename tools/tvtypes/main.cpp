@@ -1,4 +1,5 @@
 #include "files/temporary_file.h"
+#include "output/terminal.h"
 #include "tool.h"
 
 #include <csignal>
@@ -42,5 +43,7 @@ int main(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
     const bool colour = std::getenv("NO_COLOR") == nullptr && isatty(STDOUT_FILENO) == 1;
     const bool errIsTerminal = isatty(STDERR_FILENO) == 1;
-    return tvtool::runTool(argc, argv, {std::cin, std::cout, std::cerr, colour, errIsTerminal});
+    return tvtool::runTool(argc, argv,
+                           {std::cin, std::cout, std::cerr, colour, errIsTerminal,
+                            tvtool::output::lineWidthOf(STDOUT_FILENO)});
 }

@@ -1,6 +1,7 @@
 #include "tool.h"
 
 #include "commands/commands.h"
+#include "output/terminal.h"
 #include "text/safe_text.h"
 
 #include <tvtypes/functions.h>
@@ -72,6 +73,7 @@ void parseAndRun(CLI::App& app, int argc, const char* const* argv, Console& cons
 
 int runTool(int argc, const char* const* argv, const Streams& streams) {
     Console console{streams};
+    output::setLineWidth(streams.out, streams.width);
     try {
         CLI::App app("Works with the data types of block-diagram models.", "tvtypes");
         app.set_version_flag("--version", fmt::format("tvtypes {} ({})", libtv_types_version,

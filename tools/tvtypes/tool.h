@@ -2,7 +2,9 @@
 /// The tool as one function.
 #pragma once
 
+#include <cstddef>
 #include <iosfwd>
+#include <limits>
 
 namespace tvtool {
 
@@ -22,6 +24,8 @@ struct Streams {
     std::ostream& err;
     bool colour = false;        ///< whether to print colours to `out`
     bool errIsTerminal = false; ///< whether lines in `err` can be overwritten
+    /// Columns of a line of `out`; unlimited if it is no terminal.
+    std::size_t width = std::numeric_limits<std::size_t>::max();
 };
 
 /// Runs the command line and returns the exit status.

@@ -1,6 +1,7 @@
 // tvtypes layout: reports or draws the memory layout of the structs of a model.
 #include "commands/commands.h"
 #include "files/output_file.h"
+#include "findings/text.h"
 #include "model/memory_map.h"
 #include "text/safe_text.h"
 
@@ -21,6 +22,7 @@ struct Options {
     std::string type;
     std::string svg;
     bool json = false;
+    bool all = false;
 };
 
 constexpr const char* footer =
@@ -52,15 +54,9 @@ void writePicture(const Options& options, const model::MemoryMaps& maps) {
 }
 
 /// Prints the findings about structs to standard error, and sets the status.
-void printFindings(const model::MemoryMaps& maps, Console& console) {
-    for (const findings::Finding& finding : maps.findings) {
-        const findings::Rule& rule = ruleOf(finding.code);
-        const std::string place =
-            finding.line == 0 ? "" : fmt::format(":{}:{}", finding.line, finding.column);
-        console.err << fmt::format("{}{}: {}: {} [{}]\n", text::safeText(maps.file), place,
-                                   severityName(rule.severity), text::safeText(finding.sentence),
-                                   rule.name);
-    }
+void printFindings(const Options& options, const model::MemoryMaps& maps, Console& console) {
+    findings::TextPrinter({.colour = false, .all = options.all}, console.err)
+        .print(maps.findings, maps.file);
     if (maps.problems() > 0) {
         console.status = ExitProblems;
     }
@@ -76,7 +72,7 @@ void layOut(const Options& options, Console& console) {
         } else {
             print(maps, options.json, console);
         }
-        printFindings(maps, console);
+        printFindings(options, maps, console);
     } catch (const files::ReadError& error) {
         reportUnreadable(options.file, error, console);
     } catch (const model::UnknownStruct& error) {
@@ -105,6 +101,7 @@ void addLayout(CLI::App& app, Console& console) {
                         "standard output")
             ->type_name("OUT");
     command.add_flag("--json", options->json, "Print one JSON object")->excludes(svg);
+    command.add_flag("--all", options->all, "Print every finding about structs on its own");
     command.footer(footer);
     command.callback([options, &console] { layOut(*options, console); });
 }

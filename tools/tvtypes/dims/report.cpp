@@ -172,7 +172,7 @@ void printText(const std::vector<DimsDetails>& dimensions, bool colour, std::ost
 }
 
 void printJson(const std::vector<DimsDetails>& dimensions, std::ostream& os) {
-    output::printJson({{"dimensions", output::jsonArray(dimensions, detailColumns)}}, os);
+    output::printJson("dims", {{"dimensions", output::jsonArray(dimensions, detailColumns)}}, os);
 }
 
 void printText(const FactReport& report, bool isListed, bool colour, std::ostream& os) {
@@ -197,7 +197,7 @@ void printText(const FactReport& report, bool isListed, bool colour, std::ostrea
 }
 
 void printJson(const FactReport& report, std::ostream& os) {
-    output::printJson(output::jsonObject(report, reportColumns), os);
+    output::printJson("dims", output::jsonObject(report, reportColumns), os);
 }
 
 } // namespace tvtool::dims

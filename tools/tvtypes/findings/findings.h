@@ -76,6 +76,12 @@ class Findings {
     /// Sorts by severity, line and column. To be called after the last finding.
     void sort();
 
+    /// Removes the findings whose code does not satisfy the predicate.
+    template <class Predicate>
+    void retain(Predicate predicate) {
+        std::erase_if(all_, [&](const Finding& finding) { return !predicate(finding.code); });
+    }
+
     const std::vector<Finding>& all() const { return all_; }
 
     /// Returns the number of elements with findings of a severity.

@@ -218,7 +218,7 @@ void printText(const std::vector<TypeDetails>& types, bool colour, std::ostream&
 }
 
 void printJson(const std::vector<TypeDetails>& types, std::ostream& os) {
-    output::printJson({{"types", output::jsonArray(types, detailColumns)}}, os);
+    output::printJson("fixpt", {{"types", output::jsonArray(types, detailColumns)}}, os);
 }
 
 void printText(const Quantization& quantization, bool colour, std::ostream& os) {
@@ -228,7 +228,7 @@ void printText(const Quantization& quantization, bool colour, std::ostream& os) 
 }
 
 void printJson(const Quantization& quantization, std::ostream& os) {
-    output::printJson(output::jsonObject(quantization, quantizationColumns), os);
+    output::printJson("fixpt", output::jsonObject(quantization, quantizationColumns), os);
 }
 
 } // namespace tvtool::fixedpoint

@@ -1,14 +1,16 @@
 // The reports of memory maps, as text and as JSON.
+#include "findings/json.h"
 #include "model/memory_map.h"
 #include "output/columns.h"
 
 #include <fmt/format.h>
 
+#include <utility>
+
 namespace tvtool::model {
 
 namespace {
 
-using findings::Finding;
 using output::none;
 
 std::string pathCell(const LayoutRow& row) {
@@ -43,15 +45,6 @@ const output::Columns<StructMap> structColumns{
     {none, "rows", [](const StructMap& map) { return output::jsonArray(map.rows, rowColumns); }},
 };
 
-const output::Columns<Finding> findingColumns{
-    {none, "code", [](const Finding& finding) { return ruleOf(finding.code).name; }},
-    {none, "severity",
-     [](const Finding& finding) { return severityName(ruleOf(finding.code).severity); }},
-    {none, "line", &Finding::line},
-    {none, "sentence", &Finding::sentence},
-    {none, "count", &Finding::count},
-};
-
 } // namespace
 
 void printText(const MemoryMaps& maps, bool colour, std::ostream& os) {
@@ -69,10 +62,15 @@ void printText(const MemoryMaps& maps, bool colour, std::ostream& os) {
 }
 
 void printJson(const MemoryMaps& maps, std::ostream& os) {
-    output::printJson({{"file", maps.file},
+    boost::json::array found;
+    for (const findings::Finding& finding : maps.findings) {
+        found.push_back(jsonObject(finding, maps.file));
+    }
+    output::printJson("layout",
+                      {{"file", maps.file},
                        {"problems", maps.problems()},
                        {"structs", output::jsonArray(maps.structs, structColumns)},
-                       {"findings", output::jsonArray(maps.findings, findingColumns)}},
+                       {"findings", std::move(found)}},
                       os);
 }
 

@@ -163,6 +163,23 @@ std::vector<Structs::Element> Structs::elementsOf(std::uint32_t instance,
     return elements;
 }
 
+std::vector<std::vector<std::uint32_t>> Structs::instances() const {
+    std::vector<std::vector<std::uint32_t>> ofType(all_.size());
+    // Whether an instance and those that contain it are the first ones of their arrays. An instance
+    // is behind the one that contains it.
+    std::vector<bool> isFirst(tree_.instances.size(), true);
+    for (std::uint32_t i = 1; i < isFirst.size(); ++i) {
+        const Member& member = tree_.members[tree_.instances[i].member];
+        isFirst[i] = isFirst[member.owner] &&
+                     (!shapes_.isArray[tree_.instances[i].member] || member.firstInstance == i);
+        const std::uint32_t shape = shapes_.ofInstance[i];
+        if (isFirst[i] && shape != noIndex && typeOfShape_[shape] != noIndex) {
+            ofType[typeOfShape_[shape]].push_back(i);
+        }
+    }
+    return ofType;
+}
+
 std::string Structs::path(std::uint32_t instance) const {
     PathEnd end;
     for (bool hasRoom = true; hasRoom && instance != 0;) {

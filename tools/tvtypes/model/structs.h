@@ -47,7 +47,7 @@ class Structs {
     /// Returns the type with an id; null if it is no struct type.
     const Type* find(int id) const;
     /// Returns the type of the struct with a path in the description; null if there is none.
-    const Type* find(std::string_view path) const { return typeOf(findInstance(tree_, path)); }
+    const Type* find(std::string_view name) const { return typeOf(findInstance(tree_, name)); }
     /// Returns the type of a struct in the description; null for other instances and noIndex.
     const Type* typeOf(std::uint32_t instance) const;
 
@@ -55,8 +55,11 @@ class Structs {
     const NameTree& names() const { return tree_; }
     /// Returns the elements of a struct in the order of its type.
     std::vector<Element> elementsOf(std::uint32_t instance, const StructDataType& type) const;
-    /// Returns the path of an instance; an array is one step, without an index.
+    /// Returns the path of an instance, without the indices of arrays.
     std::string path(std::uint32_t instance) const;
+    /// Returns the instances of each type in all(), for path(). Of the instances in an array, which
+    /// have the same path, only the first one is returned.
+    std::vector<std::vector<std::uint32_t>> instances() const;
 
   private:
     void add(const Shape& shape, const fmi::Description& description, Types& types,

@@ -12,8 +12,10 @@
 
 #include "output/json.h"
 #include "output/table.h"
+#include "output/terminal.h"
 #include "text/quote.h"
 #include "text/safe_text.h"
+#include "text/utf8.h"
 
 #include <boost/json.hpp>
 
@@ -31,11 +33,55 @@ namespace tvtool::output {
 /// The heading or the member name of a column that is not in the table, or not in the JSON.
 inline constexpr const char* none = nullptr;
 
+/// Appends a value as the text of a table's cell, safe to print: nothing for null, a list with
+/// commas, true and false as "yes" and "no". Texts longer than `longest` bytes are shortened.
+template <class Type>
+void appendCellText(const Type& value, std::size_t longest, std::string& text) {
+    if constexpr (isOptionalType<Type>) {
+        if (value) {
+            appendCellText(*value, longest, text);
+        }
+    } else if constexpr (std::is_convertible_v<Type, std::string_view>) {
+        const std::string_view view(value);
+        if (view.size() <= longest && text::isPrintableAscii(view)) {
+            text += view;
+        } else {
+            text += text::safeText(text::shortened(view, longest));
+        }
+    } else if constexpr (std::is_integral_v<Type> && !std::is_same_v<Type, bool>) {
+        text += fmt::format_int(value).c_str();
+    } else {
+        text += cellText(jsonValue(value), longest);
+    }
+}
+
+/// Appends a value as JSON, as jsonText() prints it, without building a document tree for texts and
+/// integers.
+template <class Type>
+void appendJsonValue(const Type& value, std::string& text) {
+    if constexpr (std::is_convertible_v<Type, std::string_view>) {
+        const std::string_view view(value);
+        if (view.empty()) {
+            text += "null";
+        } else if (text::isPrintableAscii(view) &&
+                   view.find_first_of("\"\\") == std::string_view::npos) {
+            text.append(1, '"').append(view).append(1, '"');
+        } else {
+            text += jsonText(boost::json::value(view));
+        }
+    } else if constexpr (std::is_integral_v<Type> && !std::is_same_v<Type, bool>) {
+        text += fmt::format_int(value).c_str();
+    } else {
+        text += jsonText(jsonValue(value));
+    }
+}
+
 template <class Row>
 class Column {
   public:
     using Value = std::function<boost::json::value(const Row&)>;
     using Text = std::function<std::string(const Row&)>;
+    using FittedText = std::function<std::string(const Row&, std::size_t width)>;
 
     /// \param value a member of the row, or a function of the row; see jsonValue() for the types.
     ///        Numbers are aligned to the right.
@@ -44,11 +90,27 @@ class Column {
         : heading_(heading),
           member_(member),
           align_(alignOf<Function>()),
-          value_([value](const Row& row) { return jsonValue(std::invoke(value, row)); }) {}
+          value_([value](const Row& row) { return jsonValue(std::invoke(value, row)); }),
+          append_([value](const Row& row, std::size_t longest, std::string& text) {
+              appendCellText(std::invoke(value, row), longest, text);
+          }),
+          appendJson_([value](const Row& row, std::string& text) {
+              appendJsonValue(std::invoke(value, row), text);
+          }) {}
 
     /// Sets the text of a cell, which must be safe to print; without it the value is printed.
     Column shownAs(Text text) && {
-        text_ = std::move(text);
+        append_ = [text = std::move(text)](const Row& row, std::size_t, std::string& cell) {
+            cell += text(row);
+        };
+        return std::move(*this);
+    }
+    /// Same, with the width that there is for it, which may be unlimited.
+    Column fittedAs(FittedText text) && {
+        append_ = [text](const Row& row, std::size_t, std::string& cell) {
+            cell += text(row, unlimitedWidth);
+        };
+        fittedText_ = std::move(text);
         return std::move(*this);
     }
     /// Sets the largest number of bytes of a cell; longer texts are shortened.
@@ -56,8 +118,27 @@ class Column {
         longest_ = longest;
         return std::move(*this);
     }
+    Column alignedLeft() && {
+        align_ = Align::Left;
+        return std::move(*this);
+    }
     Column alignedRight() && {
         align_ = Align::Right;
+        return std::move(*this);
+    }
+    /// Lets a column that is aligned to the right be shortened, if that of others is not enough.
+    Column shrunkLast() && {
+        shrinksLast_ = true;
+        return std::move(*this);
+    }
+    /// Sets the width down to which the column is narrowed before columns are omitted.
+    Column atLeast(std::size_t width) && {
+        floor_ = width;
+        return std::move(*this);
+    }
+    /// Lets the column be omitted from a table that does not fit, the highest rank first.
+    Column omittedAt(int rank) && {
+        omission_ = rank;
         return std::move(*this);
     }
     /// Omits the column from the table if all its cells are empty.
@@ -68,12 +149,38 @@ class Column {
 
     const char* heading() const { return heading_; }
     const char* member() const { return member_; }
-    Align align() const { return align_; }
-    bool isOptional() const { return isOptional_; }
+    /// Appends the value as JSON.
+    void appendJson(const Row& row, std::string& text) const { appendJson_(row, text); }
     boost::json::value value(const Row& row) const { return value_(row); }
-    /// Returns the text of a cell, safe to print; empty if there is no value.
+    /// Appends the text of a cell, safe to print; nothing if there is no value.
+    void appendText(const Row& row, std::string& text) const { append_(row, longest_, text); }
     std::string text(const Row& row) const {
-        return text_ ? text_(row) : cellText(value_(row), longest_);
+        std::string text;
+        appendText(row, text);
+        return text;
+    }
+
+    /// Returns the column in a table of rows, which must outlive it.
+    template <class Rows>
+    TableColumn tableColumn(const Rows& rows) const {
+        TableColumn column;
+        column.heading = heading_;
+        column.align = align_;
+        column.isOptional = isOptional_;
+        column.floor = floor_;
+        column.omission = omission_;
+        column.cell = [this, &rows](std::size_t row, std::string& text) {
+            appendText(rows[row], text);
+        };
+        if (fittedText_) {
+            column.fittedCell = [this, &rows](std::size_t row, std::size_t width) {
+                return fittedText_(rows[row], width);
+            };
+        }
+        if (align_ == Align::Right) {
+            column.shrink = shrinksLast_ ? Shrink::Last : Shrink::Never;
+        }
+        return column;
     }
 
   private:
@@ -87,9 +194,14 @@ class Column {
     const char* member_;
     Align align_;
     bool isOptional_ = false;
+    bool shrinksLast_ = false;
+    std::size_t floor_ = TableColumn().floor;
+    int omission_ = 0;
     std::size_t longest_ = static_cast<std::size_t>(-1);
     Value value_;
-    Text text_;
+    std::function<void(const Row&, std::size_t longest, std::string&)> append_;
+    std::function<void(const Row&, std::string&)> appendJson_;
+    FittedText fittedText_;
 };
 
 template <class Row>
@@ -104,6 +216,20 @@ boost::json::object jsonObject(const Row& row, const Columns<Row>& columns) {
         }
     }
     return object;
+}
+
+/// Appends the object of a row as JSON, as jsonObject() returns it.
+template <class Row>
+void appendJsonObject(const Row& row, const Columns<Row>& columns, std::string& text) {
+    char separator = '{';
+    for (const Column<Row>& column : columns) {
+        if (column.member() != none) {
+            text.append(1, separator).append(1, '"').append(column.member()).append("\":");
+            column.appendJson(row, text);
+            separator = ',';
+        }
+    }
+    text += '}';
 }
 
 template <class Row>
@@ -123,26 +249,18 @@ auto rowsOf(std::vector<Part> Row::*member, const Columns<Part>& columns) {
     return [member, &columns](const Row& row) { return jsonArray(row.*member, columns); };
 }
 
-/// Prints a heading and a line for each row. An empty cell is shown as "-".
-template <class Row>
-void printTable(const std::vector<Row>& rows, const Columns<Row>& columns,
-                fmt::text_style headingStyle, std::ostream& os) {
-    Table table;
+/// Prints a heading and a line for each row. `rows` is a container, or computes a row from its
+/// index. An empty cell is shown as "-".
+template <class Rows, class Row>
+void printTable(const Rows& rows, const Columns<Row>& columns, fmt::text_style headingStyle,
+                std::ostream& os) {
+    std::vector<TableColumn> shown;
     for (const Column<Row>& column : columns) {
         if (column.heading() != none) {
-            std::vector<std::string> cells;
-            cells.reserve(rows.size());
-            bool isEmpty = true;
-            for (const Row& row : rows) {
-                cells.push_back(column.text(row));
-                isEmpty = isEmpty && cells.back().empty();
-            }
-            if (!column.isOptional() || !isEmpty) {
-                table.addColumn(column.heading(), column.align(), std::move(cells));
-            }
+            shown.push_back(column.tableColumn(rows));
         }
     }
-    table.print(os, headingStyle);
+    printTable(shown, rows.size(), headingStyle, os);
 }
 
 /// Prints an empty line and the table, or nothing without rows.

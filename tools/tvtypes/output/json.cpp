@@ -31,8 +31,23 @@ std::string cellText(const json::value& value, std::size_t longest) {
     }
 }
 
-std::string jsonText(const json::object& object) { return text::safeText(json::serialize(object)); }
+std::string jsonText(const json::value& value) { return text::safeText(json::serialize(value)); }
 
 void printJson(const json::object& object, std::ostream& os) { os << jsonText(object) << '\n'; }
+
+json::object envelope(std::string_view command, json::object members) {
+    json::object object{{"command", jsonValue(command)}, {"schemaVersion", schemaVersion}};
+    object.reserve(object.size() + members.size() + 1);
+    for (auto& member : members) {
+        object.emplace(member.key(), std::move(member.value()));
+    }
+    return object;
+}
+
+void printJson(std::string_view command, json::object members, std::ostream& os) {
+    json::object object = envelope(command, std::move(members));
+    object.emplace("findings", json::array()); // has no effect if there is one
+    printJson(object, os);
+}
 
 } // namespace tvtool::output

@@ -45,11 +45,23 @@ boost::json::value jsonValue(Type&& value) {
 /// commas, true and false as "yes" and "no". Texts longer than `longest` bytes are shortened.
 std::string cellText(const boost::json::value& value, std::size_t longest);
 
-/// Returns an object in one line. Escapes the control characters that JSON allows in texts, as they
+/// Returns a value in one line. Escapes the control characters that JSON allows in texts, as they
 /// would control a terminal.
-std::string jsonText(const boost::json::object& object);
+std::string jsonText(const boost::json::value& value);
 
 /// Prints an object in one line of its own.
 void printJson(const boost::json::object& object, std::ostream& os);
+
+/// Version of the JSON of all commands, which docs/schema/ describes. It is raised when a member is
+/// removed or changes its meaning.
+inline constexpr int schemaVersion = 1;
+
+/// Returns the object that a command prints: "command" and "schemaVersion", then the members.
+/// Without a command, "command" is null.
+boost::json::object envelope(std::string_view command, boost::json::object members);
+
+/// Prints the report of a command in one line: its envelope with the members, and an empty list
+/// "findings" unless they contain one.
+void printJson(std::string_view command, boost::json::object members, std::ostream& os);
 
 } // namespace tvtool::output

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
+#include <string_view>
 
 namespace tvtool::text {
 
@@ -12,7 +12,24 @@ constexpr bool isContinuationByte(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
 
+/// Returns whether a text consists of printable ASCII characters, each of which is a byte and a
+/// terminal column.
+constexpr bool isPrintableAscii(std::string_view text) {
+    for (const char c : text) {
+        if (c < ' ' || c > '~') {
+            return false;
+        }
+    }
+    return true;
+}
+
 /// Returns the number of terminal columns that a text takes.
-std::size_t displayWidth(const std::string& text);
+std::size_t displayWidth(std::string_view text);
+
+/// Returns the longest beginning of a text that takes at most `width` terminal columns.
+std::string_view prefixOfWidth(std::string_view text, std::size_t width);
+
+/// Returns the longest end of a text that takes at most `width` terminal columns.
+std::string_view suffixOfWidth(std::string_view text, std::size_t width);
 
 } // namespace tvtool::text

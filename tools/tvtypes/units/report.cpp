@@ -174,7 +174,7 @@ void printText(const std::vector<UnitDetails>& units, bool colour, std::ostream&
 }
 
 void printJson(const std::vector<UnitDetails>& units, std::ostream& os) {
-    output::printJson({{"units", output::jsonArray(units, detailColumns)}}, os);
+    output::printJson("unit", {{"units", output::jsonArray(units, detailColumns)}}, os);
 }
 
 void printText(const UnitFactor& factor, bool /*colour*/, std::ostream& os) {
@@ -190,7 +190,7 @@ void printText(const UnitFactor& factor, bool /*colour*/, std::ostream& os) {
 }
 
 void printJson(const UnitFactor& factor, std::ostream& os) {
-    output::printJson(output::jsonObject(factor, factorColumns), os);
+    output::printJson("unit", output::jsonObject(factor, factorColumns), os);
 }
 
 void printText(const std::vector<UnitLine>& lines, bool colour, std::ostream& os) {
@@ -198,7 +198,7 @@ void printText(const std::vector<UnitLine>& lines, bool colour, std::ostream& os
 }
 
 void printJson(const std::vector<UnitLine>& lines, std::ostream& os) {
-    output::printJson({{"units", output::jsonArray(lines, lineColumns)}}, os);
+    output::printJson("unit", {{"units", output::jsonArray(lines, lineColumns)}}, os);
 }
 
 void printText(const std::vector<UnitWord>& words, bool colour, std::ostream& os) {
@@ -206,13 +206,14 @@ void printText(const std::vector<UnitWord>& words, bool colour, std::ostream& os
 }
 
 void printJson(const std::vector<UnitWord>& words, std::ostream& os) {
-    output::printJson({{"words", output::jsonArray(words, wordColumns)}}, os);
+    output::printJson("unit", {{"words", output::jsonArray(words, wordColumns)}}, os);
 }
 
 ConversionReport::ConversionReport(const ValueConversion& conversion, bool isJson, std::ostream& os)
     : conversion_(conversion), isJson_(isJson), os_(os) {
     if (isJson_) {
-        std::string object = output::jsonText(output::jsonObject(conversion, conversionColumns));
+        std::string object = output::jsonText(
+            output::envelope("unit", output::jsonObject(conversion, conversionColumns)));
         object.pop_back();
         os_ << object << ",\"values\":[";
     }
@@ -233,6 +234,6 @@ void ConversionReport::add(const ConvertedValue& value) {
                        value.result.uncertaintyText());
 }
 
-void ConversionReport::finish() { os_ << (isJson_ ? "]}\n" : ""); }
+void ConversionReport::finish() { os_ << (isJson_ ? "],\"findings\":[]}\n" : ""); }
 
 } // namespace tvtool::units

@@ -1,4 +1,4 @@
-#include "model/inspection.h"
+#include "report/inspection.h"
 
 #include "model/unit_checks.h"
 
@@ -6,12 +6,15 @@
 
 #include <array>
 #include <set>
+#include <unordered_map>
 #include <utility>
 
-namespace tvtool::model {
+namespace tvtool::report {
 
 namespace {
 
+using model::Model;
+using model::typeRecord;
 using TVTypeSys::DataType;
 using TVTypeSys::DataTypeTable;
 
@@ -28,7 +31,7 @@ const char* kindName(const DataTypeTable& table, int id) {
     return table.isEnumType(id) ? "enumerated" : "fixed-point";
 }
 
-TypeRow makeTypeRow(const Types& types, int id, std::size_t variables) {
+TypeRow makeTypeRow(const model::Types& types, int id) {
     const DataTypeTable& table = types.table();
     const DataType& type = typeRecord(table, id);
     TypeRow row;
@@ -48,44 +51,59 @@ TypeRow makeTypeRow(const Types& types, int id, std::size_t variables) {
         row.elements = structType.getNumElements();
         row.leaves = structType.getNumFlatElements();
     }
-    row.variables = variables;
     row.originalName = types.originalName(id);
     return row;
 }
 
-/// Returns the number of variables of each type, by id.
-std::vector<std::size_t> countVariables(const Model& model) {
-    std::vector<std::size_t> counts(
+/// Returns the variables of each type, by id, and the instances of each struct type.
+std::vector<std::vector<std::uint32_t>> usersOfTypes(const Model& model) {
+    std::vector<std::vector<std::uint32_t>> users(
         static_cast<std::size_t>(model.types.table().getNumDataTypes()));
-    for (const int id : model.types.variableIds()) {
-        if (id != INVALID_DATA_TYPE_ID) {
-            ++counts[static_cast<std::size_t>(id)];
+    const std::vector<int>& ids = model.types.variableIds();
+    for (std::uint32_t i = 0; i < ids.size(); ++i) {
+        if (ids[i] != INVALID_DATA_TYPE_ID) {
+            users[static_cast<std::size_t>(ids[i])].push_back(i);
         }
     }
-    for (const Structs::Type& type : model.structs.all()) {
-        counts[static_cast<std::size_t>(type.id)] = type.variables;
+    std::vector<std::vector<std::uint32_t>> instances = model.structs.instances();
+    for (std::size_t i = 0; i < instances.size(); ++i) {
+        users[static_cast<std::size_t>(model.structs.all()[i].id)] = std::move(instances[i]);
     }
-    return counts;
+    return users;
 }
 
 std::vector<TypeRow> makeTypeRows(const Model& model) {
     const DataTypeTable& table = model.types.table();
-    const std::vector<std::size_t> variables = countVariables(model);
+    std::vector<std::vector<std::uint32_t>> users = usersOfTypes(model);
     std::set<int> ids;
     for (int id = 0; id < table.getNumDataTypes() - 1; ++id) {
         const bool isRegistered =
             !DataTypeTable::checkForBuiltInDataType(id) && !DataTypeTable::isPredefinedDataType(id);
-        if (isRegistered || variables[static_cast<std::size_t>(id)] > 0) {
+        if (isRegistered || !users[static_cast<std::size_t>(id)].empty()) {
             ids.insert(id);
         }
         if (const int target = table.getDataTypeIdAliasedTo(id); target != INVALID_DATA_TYPE_ID) {
             ids.insert(target);
         }
     }
+    std::unordered_map<std::string_view, const fmi::TypeDefinition*> definitions;
+    for (const fmi::TypeDefinition& type : model.description->types) {
+        definitions.emplace(type.name, &type);
+    }
     std::vector<TypeRow> rows;
     rows.reserve(ids.size());
     for (const int id : ids) {
-        rows.push_back(makeTypeRow(model.types, id, variables[static_cast<std::size_t>(id)]));
+        TypeRow& row = rows.emplace_back(makeTypeRow(model.types, id));
+        row.users = std::move(users[static_cast<std::size_t>(id)]);
+        const model::Structs::Type* const structType = model.structs.find(id);
+        row.variables = structType == nullptr ? row.users.size() : structType->variables;
+        // The other kinds are registered without a declaration.
+        const std::string_view kind = row.kind;
+        if (kind == "alias" || kind == "enumerated") {
+            const auto definition =
+                definitions.find(row.originalName.empty() ? row.name : row.originalName);
+            row.definition = definition == definitions.end() ? nullptr : definition->second;
+        }
     }
     return rows;
 }
@@ -101,7 +119,7 @@ std::vector<OutsideRow> makeOutsideRows(const fmi::Description& description) {
     std::vector<OutsideRow> rows;
     for (std::size_t i = 0; i < fmi::baseTypeCount; ++i) {
         const auto base = static_cast<fmi::BaseType>(i);
-        if (isOutside(base) && (counts[i].variables > 0 || counts[i].types > 0)) {
+        if (model::isOutside(base) && (counts[i].variables > 0 || counts[i].types > 0)) {
             counts[i].baseType = fmi::baseTypeName(base, description.majorVersion);
             rows.push_back(counts[i]);
         }
@@ -111,20 +129,22 @@ std::vector<OutsideRow> makeOutsideRows(const fmi::Description& description) {
 
 std::vector<UnitRow> makeUnitRows(const Model& model) {
     std::vector<UnitRow> rows;
+    rows.reserve(model.description->units.size());
     for (const fmi::UnitDefinition& definition : model.description->units) {
-        const Units::Unit& unit = model.units.all()[rows.size()];
+        const model::Units::Unit& unit = model.units.all()[rows.size()];
         UnitRow& row = rows.emplace_back();
-        row.name = definition.name;
-        if (unit.id != inheritedUnit) {
+        row.definition = &definition;
+        if (unit.id != model::inheritedUnit) {
             row.id = unit.id;
         }
         row.expression = unit.expression;
         row.source = unit.source;
-        row.baseUnits = definition.base ? baseUnitText(*definition.base) : "";
+        row.baseUnits = definition.base ? model::baseUnitText(*definition.base) : "";
     }
-    for (const fmi::Variable& variable : model.description->variables) {
-        if (variable.unit != fmi::noIndex) {
-            rows[variable.unit].variables.emplace_back(variable.name);
+    const std::vector<fmi::Variable>& variables = model.description->variables;
+    for (std::uint32_t i = 0; i < variables.size(); ++i) {
+        if (variables[i].unit != fmi::noIndex) {
+            rows[variables[i].unit].users.push_back(i);
         }
     }
     return rows;
@@ -133,28 +153,26 @@ std::vector<UnitRow> makeUnitRows(const Model& model) {
 std::vector<DimensionRow> makeDimensionRows(const Model& model) {
     std::vector<DimensionRow> rows;
     for (const auto& [id, variables] : model.dimensions.all()) {
-        DimensionRow& row = rows.emplace_back(DimensionRow{id, model.dimensions.text(id), {}});
-        for (const std::uint32_t variable : variables) {
-            row.variables.emplace_back(model.description->variables[variable].name);
-        }
+        rows.push_back({id, model.dimensions.text(id), variables});
     }
     return rows;
 }
 
 } // namespace
 
-Inspection inspect(const Model& model, std::string file) {
-    const fmi::Description& description = *model.description;
-    return {std::move(file),
-            std::string(description.fmiVersion),
-            std::string(description.modelName),
-            description.variables.size(),
-            makeTypeRows(model),
-            makeOutsideRows(description),
-            makeUnitRows(model),
-            makeDimensionRows(model),
-            model.dimensions.facts(),
-            model.findings};
+Inspection::Inspection(const Model& inspected, std::string path, Options chosen)
+    : model(inspected),
+      file(std::move(path)),
+      options(std::move(chosen)),
+      variables(model, options),
+      types(makeTypeRows(model)),
+      outside(makeOutsideRows(description())),
+      units(makeUnitRows(model)),
+      dimensions(makeDimensionRows(model)),
+      facts(model.dimensions.facts()) {}
+
+std::string Inspection::userName(const TypeRow& type, std::uint32_t user) const {
+    return type.isStruct() ? model.structs.path(user) : std::string(variableName(user));
 }
 
-} // namespace tvtool::model
+} // namespace tvtool::report
