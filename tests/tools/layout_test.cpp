@@ -38,19 +38,62 @@ TEST(Layout, PrintsMemoryMap) {
         "     0     1  x          uint8       1     0    0\n"
         "     1     7  (padding)  -           -     -    -\n"
         "     8    32  z          s_z[2]      2     -    -\n"
-        "     8    16  z[0]       s_z         3     -    -\n"
-        "     8     8  z[0].a     double      4     1    1\n"
-        "    16     4  z[0].b     int16[2]    5     2    2\n"
+        "     8    16  z[1]       s_z         3     -    -\n"
+        "     8     8  z[1].a     double      4     1    1\n"
+        "    16     4  z[1].b     int16[2]    5     2    2\n"
         "    20     4  (padding)  -           -     -    -\n"
-        "    24    16  z[1]       s_z         6     -    -\n"
-        "    24     8  z[1].a     double      7     3    4\n"
-        "    32     4  z[1].b     int16[2]    8     4    5\n"
+        "    24    16  z[2]       s_z         6     -    -\n"
+        "    24     8  z[2].a     double      7     3    4\n"
+        "    32     4  z[2].b     int16[2]    8     4    5\n"
         "    36     4  (padding)  -           -     -    -\n";
     EXPECT_EQ(run({"layout", file, "s"}).out, mapOfS);
     EXPECT_TRUE(run({"layout", file}).out.starts_with(mapOfS + "\nt: 1 byte, none of padding"));
-    for (const char* const name : {"s_z", "s.z", "s.z[2]"}) {
-        EXPECT_THAT(run({"layout", file, name}).out,
-                    HasSubstr("s_z (s.z): 16 bytes, 4 of padding, aligned to 8"));
+    const std::pair<const char*, const char*> rows[] = {
+        {"s_z", "s.z (s_z)"}, {"s.z", "s.z (s_z)"}, {"s.z[2]", "s.z[2] (s_z)"}};
+    for (const auto& [name, heading] : rows) {
+        EXPECT_EQ(run({"layout", file, name}).lines().at(0),
+                  std::string(heading) + ": 16 bytes, 4 of padding, aligned to 8; 2 elements, "
+                                         "2 leaves, 3 scalars");
+    }
+}
+
+TEST(Layout, ShowsNamesOfTheDescription) {
+    const std::tuple<const char*, const char*, std::vector<std::string>> rows[] = {
+        {"a.w[0].v a.w[1].v", "a", {"w", "w[0]", "w[0].v", "w[1]", "w[1].v"}},
+        {"a.w[2].v a.w[1].v", "a", {"w", "w[1]", "w[1].v", "w[2]", "w[2].v"}},
+        {"a.w[1].v", "a", {"w[1]", "w[1].v"}},
+        {"a.w[1].v a.w[3].v", "a", {"w[1]", "w[1].v", "w[3]", "w[3].v"}},
+        {"a.m[2,1].v a.m[1,1].v a.m[1,2].v a.m[2,2].v",
+         "a",
+         {"m", "m[1,1]", "m[1,1].v", "m[1,2]", "m[1,2].v", "m[2,1]", "m[2,1].v", "m[2,2]",
+          "m[2,2].v"}},
+        {"a.'b.c'.v a.x[1] a.x[2] a.y[1]", "a", {"'b.c'", "'b.c'.v", "x", "y[1]"}},
+        // One type, with the names and the indices of the struct that is shown.
+        {"l.w[1].p[0] l.w[1].p[1] l.w[2].p[0] l.w[2].p[1] l.z r.z r.w[1].p[1] r.w[1].p[2] "
+         "r.w[0].p[1] r.w[0].p[2]",
+         "r",
+         {"w", "w[0]", "w[0].p", "w[1]", "w[1].p", "z"}},
+        // A path precedes the name that another type has in the table.
+        {"a.b.v a_b.u", "a_b", {"u"}}};
+    const TemporaryFolder folder;
+    for (const auto& [names, name, paths] : rows) {
+        std::string variables;
+        for (const std::string& variable : split(names)) {
+            variables += fmt::format("<Float64 name=\"{}\" valueReference=\"1\"/>", variable);
+        }
+        const std::string file = folder.write("m.xml", structuredDescription3("", variables));
+        // The value references are repeated, which is no finding about structs.
+        const Outcome outcome = run({"layout", "--json", file, name});
+        EXPECT_EQ(outcome.status, 0);
+        const boost::json::object map = outcome.json();
+        EXPECT_EQ(map.at("structs").at(0).at("path"), name);
+        std::vector<std::string> shown;
+        for (const auto& row : map.at("structs").at(0).at("rows").as_array()) {
+            if (row.at("path").is_string()) {
+                shown.emplace_back(row.at("path").as_string());
+            }
+        }
+        EXPECT_EQ(shown, paths) << names;
     }
 }
 
@@ -92,8 +135,8 @@ TEST(Layout, LeavesAndPaddingFillTheStruct) {
 TEST(Layout, ReportsMissingStructs) {
     const Outcome other = run({"layout", vehicle, "wheel\x1b"});
     EXPECT_EQ(other.status, 2);
-    EXPECT_THAT(other.err, HasSubstr("there is no struct type \"wheel\\u001b\"; there are "
-                                     "vehicle_wheel_hub, vehicle_wheel, vehicle_brake, vehicle\n"));
+    EXPECT_THAT(other.err, HasSubstr("there is no struct \"wheel\\u001b\"; there are "
+                                     "vehicle.wheel.hub, vehicle.wheel, vehicle.brake, vehicle\n"));
     const TemporaryFolder folder;
     const std::string flat =
         folder.write("m.xml", description3("", "<Float64 name=\"a.b\" valueReference=\"1\"/>"));
@@ -102,10 +145,14 @@ TEST(Layout, ReportsMissingStructs) {
     EXPECT_EQ(none.out,
               flat + ": no struct types: variableNamingConvention is not \"structured\"\n");
     EXPECT_EQ(run({"layout", flat, "a"}).status, 2);
-    const Outcome problems =
-        run({"layout", TVTYPES_TEST_INPUTS "/structured_names/modelDescription.xml"});
-    EXPECT_EQ(problems.status, 1);
-    EXPECT_THAT(problems.err, HasSubstr("has 2 problems; tvtypes inspect"));
+    const std::string input = TVTYPES_TEST_INPUTS "/structured_names/modelDescription.xml";
+    const Outcome findings = run({"layout", input});
+    EXPECT_EQ(findings.status, 1);
+    EXPECT_THAT(findings.err,
+                HasSubstr(input + ":12:1: error: name \"car.wheel[1\" is not structured: "
+                                  "character 12 should be a comma or a closing "
+                                  "bracket [name-syntax]\n"));
+    EXPECT_EQ(run({"layout", "--json", input}).json().at("findings").as_array().size(), 3);
 }
 
 /// Counts elements. Throws a files::ReadError if the text is no XML.
@@ -126,7 +173,7 @@ TEST(LayoutPicture, IsWrittenAsAWhole) {
     EXPECT_EQ(outcome.out + outcome.err, "");
     // Two for the background; one for each of 33 nodes and 11 paddings.
     EXPECT_EQ(Shapes(readFile(out)).rectangles, 2 + 33 + 11);
-    EXPECT_THAT(readFile(out), HasSubstr("<title>wheel[3].hub.speed Speed, offset 112, 8 bytes"));
+    EXPECT_THAT(readFile(out), HasSubstr("<title>wheel[4].hub.speed Speed, offset 112, 8 bytes"));
     EXPECT_EQ(run({"layout", vehicle, "--svg", out, "--json"}).status, 2);
     const Outcome unwritable = run({"layout", vehicle, "--svg", out + "/none.svg"});
     EXPECT_EQ(unwritable.status, 2);
@@ -145,14 +192,14 @@ TEST(LayoutPicture, IsWrittenAsAWhole) {
 
 TEST(LayoutPicture, OmitsSmallDeepAndManyRows) {
     model::MemoryMaps maps;
-    model::StructMap map{1, "S", "]]>&\"<\x1b", 800000, 8, 100000, 100000, 100000, {}};
+    model::StructMap map{1, "S", "", "]]>&\"<\x1b", 800000, 8, 100000, 100000, 100000, {}};
     map.rows.push_back({model::RowKind::Struct, 0, 0, 800000, "", "", "S", 0});
     for (int i = 0; i < 100000; ++i) {
         map.rows.push_back({model::RowKind::Leaf, 1, 8 * i, 8, "'<&\xFF\xE6\xB0\xB4'", "'<&'",
                             "double", i + 1, i, i});
     }
     maps.structs.assign(20, map);
-    model::StructMap deep{2, "D", "", 8, 8, 1, 1, 1, {}};
+    model::StructMap deep{2, "D", "", "D", 8, 8, 1, 1, 1, {}};
     for (int i = 0; i < 100; ++i) {
         deep.rows.push_back({model::RowKind::Struct, i, 0, 8, "d", "d", "D", i});
     }

@@ -1,8 +1,8 @@
 // tvtypes layout: reports or draws the memory layout of the structs of a model.
 #include "commands/commands.h"
 #include "files/output_file.h"
+#include "findings/text.h"
 #include "model/memory_map.h"
-#include "text/quote.h"
 #include "text/safe_text.h"
 
 #include <CLI/CLI.hpp>
@@ -22,20 +22,26 @@ struct Options {
     std::string type;
     std::string svg;
     bool json = false;
+    bool all = false;
 };
 
 constexpr const char* footer =
     "Struct types come from structured names: with variableNamingConvention=\"structured\",\n"
-    "wheel[1].hub.speed is an element of hub, and hub one of wheel. Derivatives, further names of\n"
-    "a variable, and variables of types that have no place in the table are no elements. Copies "
-    "in\n"
-    "an array of structs count from 0, as in memory.\n"
+    "wheel[1].hub.speed is an element of hub, and hub one of wheel. Structs with the same "
+    "elements\n"
+    "in any order are one type, with the order of the first one. Derivatives, further names of a\n"
+    "variable, and variables of types that have no place in the table are no elements. Instances\n"
+    "whose indices begin with 0 or 1 and have no gap are an array, where the last index varies\n"
+    "fastest. All names and indices are those of the description.\n"
     "\n"
     "  tvtypes layout vehicle.xml\n"
-    "  tvtypes layout vehicle.fmu wheel.hub --svg hub.svg\n"
+    "  tvtypes layout vehicle.fmu wheel[2].hub --svg hub.svg\n"
+    "  unzip -p vehicle.fmu modelDescription.xml | tvtypes layout - --svg - >all.svg\n"
     "\n"
-    "Exit status: 0 no problems, 1 problems in the model, 2 the file cannot be read, the picture\n"
-    "cannot be written or the call is wrong.";
+    "Exit status: 0 no findings about structs, or notes only; 1 errors or warnings about structs,\n"
+    "which standard error lists (tvtypes inspect lists all findings); 2 the file cannot be read, "
+    "the\n"
+    "picture cannot be written or the call is wrong.";
 
 void writePicture(const Options& options, const model::MemoryMaps& maps) {
     files::OutputFile file(options.svg, options.file, files::InPlace::Refused);
@@ -45,6 +51,15 @@ void writePicture(const Options& options, const model::MemoryMaps& maps) {
     model::drawLayout(maps, picture);
     file.write(picture.view().data(), picture.view().size());
     file.commit();
+}
+
+/// Prints the findings about structs to standard error, and sets the status.
+void printFindings(const Options& options, const model::MemoryMaps& maps, Console& console) {
+    findings::TextPrinter({.colour = false, .all = options.all}, console.err)
+        .print(maps.findings, maps.file);
+    if (maps.problems() > 0) {
+        console.status = ExitProblems;
+    }
 }
 
 void layOut(const Options& options, Console& console) {
@@ -57,12 +72,7 @@ void layOut(const Options& options, Console& console) {
         } else {
             print(maps, options.json, console);
         }
-        if (maps.problems > 0) {
-            console.err << fmt::format("tvtypes: {}: the description has {}; tvtypes inspect "
-                                       "tells more\n",
-                                       file, text::counted(maps.problems, "problem", "problems"));
-            console.status = ExitProblems;
-        }
+        printFindings(options, maps, console);
     } catch (const files::ReadError& error) {
         reportUnreadable(options.file, error, console);
     } catch (const model::UnknownStruct& error) {
@@ -79,16 +89,19 @@ void addLayout(CLI::App& app, Console& console) {
         "layout", "Show where in memory the elements of the structs of a model lie");
     addDescriptionFile(command, options->file);
     command
-        .add_option("TYPE", options->type,
-                    "A struct type, by its name or by a path in the description; without it, all "
-                    "that no other struct holds")
+        .add_option(
+            "TYPE", options->type,
+            "A struct, by its path in the description or by the name of its type; without it, "
+            "all types that no other struct holds")
         ->type_name("");
     CLI::Option* const svg =
         command
             .add_option("--svg", options->svg,
-                        "Draw a picture into this file instead, which cannot be FILE")
+                        "Draw a picture into this file instead, which cannot be FILE; - is "
+                        "standard output")
             ->type_name("OUT");
     command.add_flag("--json", options->json, "Print one JSON object")->excludes(svg);
+    command.add_flag("--all", options->all, "Print every finding about structs on its own");
     command.footer(footer);
     command.callback([options, &console] { layOut(*options, console); });
 }

@@ -71,6 +71,7 @@ enum class Code : std::uint8_t {
     NamePrefix,
     NameSyntax,
     StructElementSize,
+    StructLimit,
     StructRejected,
 
     ConversionMissing,

@@ -2,7 +2,10 @@
 #include "fmi/reader.h"
 #include "text/quote.h"
 
+#include <boost/unordered/unordered_flat_map.hpp>
+
 #include <algorithm>
+#include <functional>
 #include <set>
 #include <unordered_map>
 #include <utility>
@@ -33,7 +36,7 @@ class FirstLines {
     }
 
   private:
-    std::unordered_map<Key, std::uint64_t> lines_;
+    boost::unordered_flat_map<Key, std::uint64_t, std::hash<Key>> lines_;
 };
 
 /// Erases all but the first record of each name.

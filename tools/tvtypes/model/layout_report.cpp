@@ -1,8 +1,11 @@
 // The reports of memory maps, as text and as JSON.
+#include "findings/json.h"
 #include "model/memory_map.h"
 #include "output/columns.h"
 
 #include <fmt/format.h>
+
+#include <utility>
 
 namespace tvtool::model {
 
@@ -33,6 +36,7 @@ const output::Columns<StructMap> structColumns{
     {none, "id", &StructMap::id},
     {none, "name", &StructMap::name},
     {none, "originalName", &StructMap::originalName},
+    {none, "path", &StructMap::path},
     {none, "size", &StructMap::size},
     {none, "alignment", &StructMap::alignment},
     {none, "elements", &StructMap::elements},
@@ -51,9 +55,7 @@ void printText(const MemoryMaps& maps, bool colour, std::ostream& os) {
     }
     const char* separator = "";
     for (const StructMap& map : maps.structs) {
-        const std::string originalName =
-            map.originalName.empty() ? "" : fmt::format(" ({})", text::safeText(map.originalName));
-        os << fmt::format("{}{}{}: {}\n\n", separator, map.name, originalName, map.summary());
+        os << fmt::format("{}{}: {}\n\n", separator, text::safeText(map.heading()), map.summary());
         output::printTable(map.rows, rowColumns, output::bold(colour), os);
         separator = "\n";
     }
@@ -62,8 +64,9 @@ void printText(const MemoryMaps& maps, bool colour, std::ostream& os) {
 void printJson(const MemoryMaps& maps, std::ostream& os) {
     output::printJson("layout",
                       {{"file", maps.file},
-                       {"problems", maps.problems},
-                       {"structs", output::jsonArray(maps.structs, structColumns)}},
+                       {"problems", maps.problems()},
+                       {"structs", output::jsonArray(maps.structs, structColumns)},
+                       {"findings", findings::jsonArray(maps.findings, maps.file)}},
                       os);
 }
 

@@ -44,9 +44,8 @@ class MapPicture {
     }
 
     void draw() {
-        svg_.text(margin, top_ - 30, "title", map_.name);
-        const std::string path = map_.originalName.empty() ? "" : map_.originalName + ": ";
-        svg_.text(margin, top_ - 12, "note", path + map_.summary() + "; padding is hatched");
+        svg_.text(margin, top_ - 30, "title", map_.heading());
+        svg_.text(margin, top_ - 12, "note", map_.summary() + "; padding is hatched");
         drawScale();
         for (const LayoutRow& row : map_.rows) {
             drawRow(row);
@@ -114,8 +113,8 @@ class MapPicture {
         }
         const bool isRoot = row.depth == 0;
         svg_.rectangle(bounds, kindName(row.kind),
-                       fmt::format("{} {}, {}", isRoot ? "struct" : row.path, row.type, bytes));
-        svg_.label(bounds, isRoot ? map_.name : row.name, isRoot ? std::string() : row.type);
+                       fmt::format("{} {}, {}", isRoot ? map_.path : row.path, row.type, bytes));
+        svg_.label(bounds, isRoot ? map_.path : row.name, isRoot ? std::string() : row.type);
     }
 
     /// Adds a row to the band of adjacent rows of one level that are too low to be drawn one by

@@ -9,6 +9,7 @@
 #include <fmt/ranges.h>
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_map>
 #include <utility>
 
@@ -27,8 +28,13 @@ bool isStruct(const DataType& type) { return type.getIsType(TVTypeSys::DataTypeQ
 /// structs with the first node after each, so that a node takes constant time at any depth.
 class Mapper {
   public:
-    Mapper(const DataTypeTable& table, int id)
-        : table_(table), nodes_(&table, id), leaves_(&table, id) {}
+    /// \param instance a struct of this type, whose names the rows have
+    Mapper(const Model& model, int id, std::uint32_t instance)
+        : structs_(model.structs),
+          table_(model.types.table()),
+          instance_(instance),
+          nodes_(&table_, id),
+          leaves_(&table_, id) {}
 
     std::vector<LayoutRow> rows() {
         const int count = nodes_.getNumElements();
@@ -52,17 +58,30 @@ class Mapper {
         int end = 0;       ///< the first node after it
         int endOffset = 0; ///< the first byte after it
         int next = 0;      ///< the index of the next element
-        std::string name;
+        std::string_view name;
+        std::vector<Structs::Element> elements; ///< of a struct
+        std::vector<std::uint32_t> instances;   ///< of an array, in memory order
     };
+
+    /// Returns the part of the innermost open struct or array that is next in memory.
+    Structs::Element nextPart() const {
+        if (open_.empty()) {
+            return {{}, fmi::noIndex, instance_};
+        }
+        const Open& open = open_.back();
+        const auto next = static_cast<std::size_t>(open.next);
+        if (open.kind == RowKind::Struct) {
+            return open.elements[next];
+        }
+        const Instance& instance = structs_.names().instances[open.instances[next]];
+        return {instance.text, instance.member, open.instances[next]};
+    }
 
     void addNode(int node) {
         const int typeId = nodes_.getDataTypeId(node);
         const DataType& type = *table_.getDataTypeAliasedThruTo(typeId);
         const int width = nodes_.getWidth(node);
-        std::string name = nodes_.getName(node);
-        if (!open_.empty() && open_.back().kind == RowKind::StructArray) {
-            name += fmt::format("[{}]", open_.back().next);
-        }
+        const Structs::Element part = nextPart();
         LayoutRow& row = rows_.emplace_back();
         row.kind = !isStruct(type) ? RowKind::Leaf
                    : width > 1     ? RowKind::StructArray
@@ -70,8 +89,8 @@ class Mapper {
         row.depth = static_cast<int>(open_.size());
         row.offset = nodes_.getOffset(node);
         row.size = type.getSize() * (isStruct(type) ? width : nodes_.getComplexWidth(node));
-        row.name = text::shortened(name);
-        row.path = path(name);
+        row.name = text::shortened(part.name);
+        row.path = path(part.name);
         row.type = typeText(typeId, row.kind, node);
         row.dfs = node;
         if (flat_ < leaves_.getNumElements() && leaves_.getDFSIdx(flat_) == node) {
@@ -83,9 +102,20 @@ class Mapper {
             endElement(endOffset);
             return;
         }
-        const int nodes = static_cast<const StructDataType&>(type).getNumDFSElements();
-        const int end = node + (width > 1 ? 1 + width * nodes : nodes);
-        open_.push_back({row.kind, typeId, end, endOffset, 0, std::move(name)});
+        const auto& record = static_cast<const StructDataType&>(type);
+        const int nodes = record.getNumDFSElements();
+        Open& open = open_.emplace_back();
+        open.kind = row.kind;
+        open.typeId = typeId;
+        open.end = node + (width > 1 ? 1 + width * nodes : nodes);
+        open.endOffset = endOffset;
+        open.name = part.name;
+        if (row.kind == RowKind::Struct) {
+            open.elements = structs_.elementsOf(part.instance, record);
+        } else {
+            const NameTree& names = structs_.names();
+            open.instances = arrayOrder(names, names.members[part.member]);
+        }
     }
 
     std::string typeText(int typeId, RowKind kind, int node) {
@@ -99,7 +129,7 @@ class Mapper {
         return text::shortened(text);
     }
 
-    std::string path(const std::string& name) const {
+    std::string path(std::string_view name) const {
         PathEnd end;
         bool hasRoom = end.prepend(name);
         for (std::size_t i = open_.size(); hasRoom && i > 1; --i) {
@@ -140,7 +170,9 @@ class Mapper {
         return entry->second;
     }
 
+    const Structs& structs_;
     const DataTypeTable& table_;
+    const std::uint32_t instance_;
     TVTypeSys::DFSElementAccess nodes_;
     TVTypeSys::FlatElementAccess leaves_;
     std::unordered_map<int, std::vector<int>> paddings_; ///< by struct type and element
@@ -149,31 +181,38 @@ class Mapper {
     std::vector<LayoutRow> rows_;
 };
 
-StructMap makeMap(const Types& types, const Structs::Type& type) {
-    const DataTypeTable& table = types.table();
-    const auto& record = static_cast<const StructDataType&>(typeRecord(table, type.id));
+/// \param path of a struct of the type; empty for the first one
+StructMap makeMap(const Model& model, const Structs::Type& type, std::uint32_t instance,
+                  std::string path) {
+    const auto& record =
+        static_cast<const StructDataType&>(typeRecord(model.types.table(), type.id));
     return {type.id,
             record.getName(),
-            types.originalName(type.id),
+            model.types.originalName(type.id),
+            std::move(path),
             record.getSize(),
             type.alignment,
             record.getNumElements(),
             record.getNumFlatElements(),
             record.getNumRawElements(),
-            Mapper(table, type.id).rows()};
+            Mapper(model, type.id, instance).rows()};
+}
+
+StructMap makeMap(const Model& model, const Structs::Type& type) {
+    return makeMap(model, type, type.first, model.structs.path(type.first));
 }
 
 std::string unknownStructText(const Model& model, const std::string& name) {
     const std::vector<Structs::Type>& all = model.structs.all();
     if (all.empty()) {
-        return fmt::format("there is no struct type {}, nor any other", text::quoted(name));
+        return fmt::format("there is no struct {}, nor any other", text::quoted(name));
     }
     std::vector<std::string> names;
     for (std::size_t i = 0; i < std::min(listedNames, all.size()); ++i) {
-        names.emplace_back(typeRecord(model.types.table(), all[i].id).getName());
+        names.push_back(model.structs.path(all[i].first));
     }
     const std::size_t more = all.size() - names.size();
-    return fmt::format("there is no struct type {}; there {} {}{}", text::quoted(name),
+    return fmt::format("there is no struct {}; there {} {}{}", text::quoted(name),
                        all.size() == 1 ? "is" : "are", fmt::join(names, ", "),
                        more == 0 ? "" : fmt::format(" and {} more", more));
 }
@@ -183,6 +222,16 @@ std::string unknownStructText(const Model& model, const std::string& name) {
 const char* kindName(RowKind kind) {
     constexpr const char* names[] = {"struct", "structArray", "leaf", "padding"};
     return names[static_cast<std::size_t>(kind)];
+}
+
+std::string StructMap::heading() const {
+    return path == name ? name : fmt::format("{} ({})", path, name);
+}
+
+std::size_t MemoryMaps::problems() const {
+    return static_cast<std::size_t>(std::ranges::count_if(findings, [](const auto& finding) {
+        return ruleOf(finding.code).severity != findings::Severity::Note;
+    }));
 }
 
 std::string StructMap::summary() const {
@@ -200,25 +249,28 @@ std::string StructMap::summary() const {
 }
 
 MemoryMaps mapStructs(const Model& model, std::string file, const std::string& name) {
-    MemoryMaps maps{std::move(file),
-                    model.description->hasStructuredNames,
-                    {},
-                    model.findings.count(findings::Severity::Error, findings::Area::Struct) +
-                        model.findings.count(findings::Severity::Warning, findings::Area::Struct)};
-    if (!name.empty()) {
-        const Structs::Type* type =
-            model.structs.find(model.types.table().getDataTypeId(name.c_str()));
-        type = type == nullptr ? model.structs.find(name) : type;
-        if (type == nullptr) {
-            throw UnknownStruct(unknownStructText(model, name));
+    MemoryMaps maps{std::move(file), model.description->hasStructuredNames, {}, {}};
+    std::ranges::copy_if(model.findings.all(), std::back_inserter(maps.findings),
+                         [](const findings::Finding& finding) {
+                             return ruleOf(finding.code).area == findings::Area::Struct;
+                         });
+    const Structs& structs = model.structs;
+    if (name.empty()) {
+        for (const Structs::Type& type : structs.all()) {
+            if (type.isOutermost) {
+                maps.structs.push_back(makeMap(model, type));
+            }
         }
-        maps.structs.push_back(makeMap(model.types, *type));
         return maps;
     }
-    for (const Structs::Type& type : model.structs.all()) {
-        if (type.isOutermost) {
-            maps.structs.push_back(makeMap(model.types, type));
-        }
+    const std::uint32_t instance = findInstance(structs.names(), name);
+    if (const Structs::Type* const type = structs.typeOf(instance)) {
+        maps.structs.push_back(makeMap(model, *type, instance, text::shortened(name)));
+    } else if (const Structs::Type* const named =
+                   structs.find(model.types.table().getDataTypeId(name.c_str()))) {
+        maps.structs.push_back(makeMap(model, *named));
+    } else {
+        throw UnknownStruct(unknownStructText(model, name));
     }
     return maps;
 }

@@ -23,11 +23,11 @@ const char* kindName(RowKind kind);
 /// A node of the depth-first numbering, or padding.
 struct LayoutRow {
     RowKind kind = RowKind::Leaf;
-    int depth = 0;  ///< 0 for the struct itself
-    int offset = 0; ///< bytes from the start of the struct
-    int size = 0;   ///< bytes
-    std::string name;
-    std::string path; ///< from the struct; empty for the struct and padding
+    int depth = 0;    ///< 0 for the struct itself
+    int offset = 0;   ///< bytes from the start of the struct
+    int size = 0;     ///< bytes
+    std::string name; ///< in the description
+    std::string path; ///< in the description, from the struct; empty for the struct and padding
     std::string type; ///< with its dimensions; empty for padding
     std::optional<int> dfs = std::nullopt;
     std::optional<int> flat = std::nullopt; ///< of a leaf
@@ -38,6 +38,7 @@ struct StructMap {
     int id = 0;
     std::string name;
     std::string originalName; ///< in the description, if it differs; else empty
+    std::string path;         ///< of the struct in the description that has the names of the rows
     int size = 0;             ///< bytes
     int alignment = 0;        ///< bytes
     int elements = 0;
@@ -45,6 +46,8 @@ struct StructMap {
     int scalars = 0;
     std::vector<LayoutRow> rows; ///< in depth-first order, which is the order of the offsets
 
+    /// Returns the path, with the name of the type if that differs.
+    std::string heading() const;
     /// Returns size, alignment and counts as a sentence.
     std::string summary() const;
 };
@@ -53,7 +56,10 @@ struct MemoryMaps {
     std::string file;
     bool hasStructuredNames = false;
     std::vector<StructMap> structs;
-    std::size_t problems = 0; ///< number of problems of the description
+    std::vector<findings::Finding> findings; ///< about structs
+
+    /// Returns the number of errors and warnings.
+    std::size_t problems() const;
 };
 
 /// The error of a name that no struct type has.
@@ -62,8 +68,9 @@ class UnknownStruct : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// Maps the struct type with this name in the table or path in the description; with an empty name
-/// all struct types that no other struct contains. Throws an UnknownStruct.
+/// Maps the struct with this path in the description, or the first one of the struct type with this
+/// name in the table; with an empty name all struct types that no other struct contains. Throws an
+/// UnknownStruct.
 MemoryMaps mapStructs(const Model& model, std::string file, const std::string& name);
 
 /// Prints the maps as text.

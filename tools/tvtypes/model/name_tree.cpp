@@ -5,10 +5,11 @@
 #include "text/quote.h"
 
 #include <boost/container_hash/hash.hpp>
+#include <boost/unordered/unordered_flat_set.hpp>
 
 #include <algorithm>
+#include <functional>
 #include <limits>
-#include <unordered_map>
 #include <utility>
 
 namespace tvtool::model {
@@ -22,9 +23,50 @@ using fmi::noIndex;
 using fmi::StructuredName;
 using text::quoted;
 
-/// Indices by owner and text.
+// Limits of memory, far above the names of real models.
+constexpr std::size_t longestPath = 64 * 1024;
+constexpr std::size_t mostInstances = 4'000'000;
+
+/// The owner and the text of a member or an instance.
 using Key = std::pair<std::uint32_t, std::string_view>;
-using Index = std::unordered_map<Key, std::uint32_t, boost::hash<Key>>;
+
+Key memberKey(const NameTree& tree, std::uint32_t index) {
+    const Member& member = tree.members[index];
+    return {member.owner, member.name};
+}
+
+Key instanceKey(const NameTree& tree, std::uint32_t index) {
+    const Instance& instance = tree.instances[index];
+    return {instance.member, instance.text.substr(tree.members[instance.member].name.size())};
+}
+
+/// A set of indices that are distinct by their keys, which are in the tree alone.
+template <Key (*keyOf)(const NameTree&, std::uint32_t)>
+class Index {
+  public:
+    explicit Index(const NameTree& tree) : set_(0, Hash{tree}, Equal{tree}) {}
+
+    /// Returns the index with the same key, which is added if there is none.
+    std::uint32_t findOrAdd(std::uint32_t index) { return *set_.insert(index).first; }
+
+  private:
+    struct Hash {
+        const NameTree& tree;
+        std::size_t operator()(std::uint32_t index) const {
+            const Key key = keyOf(tree, index);
+            std::size_t hash = std::hash<std::string_view>()(key.second);
+            boost::hash_combine(hash, key.first);
+            return hash;
+        }
+    };
+    struct Equal {
+        const NameTree& tree;
+        bool operator()(std::uint32_t a, std::uint32_t b) const {
+            return keyOf(tree, a) == keyOf(tree, b);
+        }
+    };
+    boost::unordered_flat_set<std::uint32_t, Hash, Equal> set_;
+};
 
 std::uint32_t toIndex(std::size_t size) { return static_cast<std::uint32_t>(size); }
 
@@ -41,54 +83,62 @@ class TreeBuilder {
         own = own == noIndex ? variable : own;
     }
 
+    bool isFull() const { return tree_.instances.size() > mostInstances; }
+
     NameTree take() { return std::move(tree_); }
 
   private:
     std::uint32_t findOrAddMember(std::uint32_t owner, std::string_view name) {
         const std::uint32_t next = toIndex(tree_.members.size());
-        const auto [entry, isNew] = members_.try_emplace({owner, name}, next);
-        if (isNew) {
-            tree_.members.push_back({.name = name, .owner = owner});
-            Instance& instance = tree_.instances[owner];
-            (instance.firstMember == noIndex ? instance.firstMember
-                                             : tree_.members[instance.lastMember].nextMember) =
-                next;
-            instance.lastMember = next;
+        tree_.members.push_back({.name = name, .owner = owner});
+        if (const std::uint32_t known = members_.findOrAdd(next); known != next) {
+            tree_.members.pop_back();
+            return known;
         }
-        return entry->second;
+        Instance& instance = tree_.instances[owner];
+        (instance.firstMember == noIndex ? instance.firstMember
+                                         : tree_.members[instance.lastMember].nextMember) = next;
+        instance.lastMember = next;
+        return next;
     }
 
     std::uint32_t findOrAddInstance(std::uint32_t memberIndex, const NamePart& part,
                                     std::span<const std::uint32_t> indices,
                                     std::uint32_t variable) {
         const std::uint32_t next = toIndex(tree_.instances.size());
-        const std::string_view indexText = part.text.substr(part.name.size());
-        const auto [entry, isNew] = instances_.try_emplace({memberIndex, indexText}, next);
-        if (isNew) {
-            tree_.instances.push_back({.text = part.text,
-                                       .member = memberIndex,
-                                       .firstIndex = toIndex(tree_.indices.size()),
-                                       .indexCount = toIndex(indices.size()),
-                                       .firstVariable = variable});
-            tree_.indices.insert(tree_.indices.end(), indices.begin(), indices.end());
-            Member& member = tree_.members[memberIndex];
-            (member.firstInstance == noIndex ? member.firstInstance
-                                             : tree_.instances[member.lastInstance].nextInstance) =
-                next;
-            member.lastInstance = next;
-            ++member.instances;
+        tree_.instances.push_back({.text = part.text,
+                                   .member = memberIndex,
+                                   .firstIndex = toIndex(tree_.indices.size()),
+                                   .indexCount = toIndex(indices.size()),
+                                   .firstVariable = variable});
+        if (const std::uint32_t known = instances_.findOrAdd(next); known != next) {
+            tree_.instances.pop_back();
+            return known;
         }
-        return entry->second;
+        tree_.indices.insert(tree_.indices.end(), indices.begin(), indices.end());
+        Member& member = tree_.members[memberIndex];
+        (member.firstInstance == noIndex ? member.firstInstance
+                                         : tree_.instances[member.lastInstance].nextInstance) =
+            next;
+        member.lastInstance = next;
+        ++member.instances;
+        return next;
     }
 
     NameTree tree_;
-    Index members_;   ///< by the instance that owns them
-    Index instances_; ///< by their member
+    Index<memberKey> members_{tree_};
+    Index<instanceKey> instances_{tree_};
 };
 
 /// Parses a name. Returns false, with a finding, if it is not structured.
 bool parseStructured(std::string_view name, const fmi::Place& place, StructuredName& parsed,
                      findings::Findings& findings) {
+    if (name.size() > longestPath) {
+        findings.add(Code::StructLimit, place, {SubjectKind::Variable, name},
+                     "name {} is longer than {} bytes, and is no element of a struct", quoted(name),
+                     longestPath);
+        return false;
+    }
     const std::optional<fmi::NameFault> fault = parseName(name, parsed);
     if (fault) {
         findings.add(Code::NameSyntax, place, {SubjectKind::Variable, name},
@@ -128,6 +178,12 @@ NameTree buildNameTree(const fmi::Description& description, findings::Findings& 
             parseStructured(variable.name, variable.place, parsed, findings) &&
             !parsed.isDerivative) {
             builder.add(parsed, toIndex(i));
+        }
+        if (builder.isFull()) {
+            findings.add(Code::StructLimit, variable.place, {},
+                         "the names have more than {} parts, so no structs are read from them",
+                         mostInstances);
+            return {};
         }
     }
     for (const fmi::Alias& alias : description.aliases) {
@@ -179,6 +235,19 @@ std::vector<int> arraySizes(const NameTree& tree, const Member& member) {
         isPresent[position] = true;
     }
     return sizes;
+}
+
+std::vector<std::uint32_t> arrayOrder(const NameTree& tree, const Member& member) {
+    std::vector<std::uint32_t> order;
+    order.reserve(member.instances);
+    for (std::uint32_t i = member.firstInstance; i != noIndex; i = tree.instances[i].nextInstance) {
+        order.push_back(i);
+    }
+    const auto indices = [&](std::uint32_t i) { return tree.indicesOf(tree.instances[i]); };
+    std::ranges::sort(order, [&](std::uint32_t a, std::uint32_t b) {
+        return std::ranges::lexicographical_compare(indices(a), indices(b));
+    });
+    return order;
 }
 
 std::uint32_t findInstance(const NameTree& tree, std::string_view name) {

@@ -51,13 +51,18 @@ struct NameTree {
 };
 
 /// Builds the tree of all variables. A name that is not structured, and a variable that has the
-/// name of a struct, are problems and not in the tree. Derivatives and further names of variables
-/// are not in the tree either.
+/// name of a struct, are findings and not in the tree. Derivatives and further names of variables
+/// are not in the tree either. With too many names for the memory, which is a finding, the tree is
+/// empty.
 NameTree buildNameTree(const fmi::Description& description, findings::Findings& findings);
 
 /// Returns the number of instances in each dimension if their indices count from 0 or from 1 in
 /// each, without a gap or a repetition. Otherwise, and without indices, empty.
 std::vector<int> arraySizes(const NameTree& tree, const Member& member);
+
+/// Returns the instances of a member in the order of their indices, of which the last one varies
+/// fastest, as in the values of an array in FMI.
+std::vector<std::uint32_t> arrayOrder(const NameTree& tree, const Member& member);
 
 /// Returns the instance with a name, the first one where indices are omitted; fmi::noIndex if there
 /// is none.

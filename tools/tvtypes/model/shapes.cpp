@@ -7,6 +7,7 @@
 #include <boost/container_hash/hash.hpp>
 
 #include <algorithm>
+#include <functional>
 #include <limits>
 #include <optional>
 #include <unordered_set>
@@ -164,12 +165,25 @@ class ShapeFinder {
         variables_[instance] = shape.variables;
         shapes_.all.push_back(std::move(shape));
         const auto next = static_cast<std::uint32_t>(shapes_.all.size() - 1);
-        const auto [known, isNew] = known_.insert(next);
-        if (!isNew) {
+        const std::uint32_t known = *known_.insert(next).first;
+        if (known != next) {
+            merge(shapes_.all[known], std::move(shapes_.all.back()));
             shapes_.all.pop_back();
-            shapes_.all[*known].variables += variables_[instance];
         }
-        shapes_.ofInstance[instance] = *known;
+        shapes_.ofInstance[instance] = known;
+    }
+
+    /// Adds the variables of an equal shape. The order of the elements becomes that of the instance
+    /// that is first in the description.
+    void merge(Shape& shape, Shape equal) const {
+        shape.variables += equal.variables;
+        const auto firstVariable = [&](const Shape& of) {
+            return tree_.instances[of.first].firstVariable;
+        };
+        if (firstVariable(equal) < firstVariable(shape)) {
+            shape.first = equal.first;
+            shape.elements = std::move(equal.elements);
+        }
     }
 
     const fmi::Description& description_;
@@ -180,24 +194,32 @@ class ShapeFinder {
     Shapes shapes_;
     std::vector<std::size_t> variables_; ///< number of variables in each instance
 
+    /// Does not depend on the order of the elements.
     struct Hash {
         const std::vector<Shape>& shapes;
         std::size_t operator()(std::uint32_t index) const {
-            std::size_t hash = 0;
+            std::size_t sum = 0;
             for (const ShapeElement& element : shapes[index].elements) {
-                boost::hash_combine(hash, element.name);
+                std::size_t hash = std::hash<std::string_view>()(element.name);
                 boost::hash_combine(hash, element.type);
                 boost::hash_combine(hash, element.isStruct);
                 boost::hash_combine(hash, element.unit);
                 boost::hash_combine(hash, element.dimensions);
+                sum += hash;
             }
-            return hash;
+            return sum;
         }
     };
     struct Equal {
         const std::vector<Shape>& shapes;
         bool operator()(std::uint32_t a, std::uint32_t b) const {
-            return shapes[a].elements == shapes[b].elements;
+            return shapes[a].elements == shapes[b].elements || sorted(a) == sorted(b);
+        }
+        /// The names of the elements of a struct are distinct.
+        std::vector<ShapeElement> sorted(std::uint32_t index) const {
+            std::vector<ShapeElement> elements = shapes[index].elements;
+            std::ranges::sort(elements, {}, &ShapeElement::name);
+            return elements;
         }
     };
     std::unordered_set<std::uint32_t, Hash, Equal> known_{0, Hash{shapes_.all}, Equal{shapes_.all}};

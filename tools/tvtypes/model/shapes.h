@@ -25,10 +25,10 @@ struct ShapeElement {
     bool operator==(const ShapeElement&) const = default;
 };
 
-/// All structs with equal elements in the same order.
+/// All structs with equal elements in any order. The elements have the order of the first one.
 struct Shape {
     std::vector<ShapeElement> elements;
-    std::uint32_t first = 0;   ///< the first instance of this shape in the tree
+    std::uint32_t first = 0;   ///< the first instance of this shape in the description
     std::size_t variables = 0; ///< number of variables in instances of this shape
 };
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cctype>
 #include <new>
+#include <utility>
 
 namespace tvtool::model {
 
@@ -17,6 +18,9 @@ namespace {
 using findings::Code;
 using findings::SubjectKind;
 using fmi::noIndex;
+
+/// A limit of memory, far above the models of today.
+constexpr std::size_t mostTypes = 200'000;
 
 /// Replaces each sequence of punctuation in a path by an underscore: wheel[1].hub gives
 /// wheel_1_hub.
@@ -57,6 +61,12 @@ Structs::Structs(const fmi::Description& description, const Units& units, Types&
     }
     tree_ = buildNameTree(description, findings);
     shapes_ = findShapes(description, tree_, types.variableIds(), units, findings);
+    if (shapes_.all.size() > mostTypes) {
+        findings.add(Code::StructLimit, {}, {},
+                     "there are more than {} struct types, so none is laid out", mostTypes);
+        shapes_ = {};
+        shapes_.ofInstance.assign(tree_.instances.size(), noIndex);
+    }
     StructLayout layout(types.table());
     for (const Shape& shape : shapes_.all) {
         add(shape, description, types, findings, layout);
@@ -97,7 +107,8 @@ void Structs::add(const Shape& shape, const fmi::Description& description, Types
         }
     }
     typeOfShape_.back() = static_cast<std::uint32_t>(all_.size());
-    all_.push_back({type.getId(), layout.alignmentOf(type.getId()), shape.variables});
+    all_.push_back(
+        {type.getId(), layout.alignmentOf(type.getId()), shape.variables, true, shape.first});
 }
 
 void Structs::setElements(StructDataType& type, const std::vector<ShapeElement>& elements) {
@@ -121,11 +132,35 @@ const Structs::Type* Structs::find(int id) const {
     return type != all_.end() && type->id == id ? &*type : nullptr;
 }
 
-const Structs::Type* Structs::find(std::string_view name) const {
-    const std::uint32_t instance = findInstance(tree_, name);
+const Structs::Type* Structs::typeOf(std::uint32_t instance) const {
     const std::uint32_t shape = instance == noIndex ? noIndex : shapes_.ofInstance[instance];
     const std::uint32_t type = shape == noIndex ? noIndex : typeOfShape_[shape];
     return type == noIndex ? nullptr : &all_[type];
+}
+
+std::vector<Structs::Element> Structs::elementsOf(std::uint32_t instance,
+                                                  const StructDataType& type) const {
+    std::vector<std::pair<std::string_view, Element>> byName;
+    for (std::uint32_t m = tree_.instances[instance].firstMember; m != noIndex;
+         m = tree_.members[m].nextMember) {
+        const Member& member = tree_.members[m];
+        const bool isArray = shapes_.isArray[m];
+        std::uint32_t i = member.firstInstance;
+        do {
+            const std::string_view text = tree_.instances[i].text;
+            const bool isSingle = !isArray || member.instances == 1;
+            byName.push_back({isArray ? member.name : text, {isSingle ? text : member.name, m, i}});
+            i = tree_.instances[i].nextInstance;
+        } while (!isArray && i != noIndex);
+    }
+    constexpr auto name = &std::pair<std::string_view, Element>::first;
+    std::ranges::sort(byName, {}, name);
+    std::vector<Element> elements;
+    for (const StructElement* const element : type.getElements()) {
+        elements.push_back(
+            std::ranges::lower_bound(byName, std::string_view(element->name), {}, name)->second);
+    }
+    return elements;
 }
 
 std::vector<std::vector<std::uint32_t>> Structs::instances() const {

@@ -19,7 +19,7 @@ namespace tvtool::model {
 
 /// Registers and lays out a struct type for each shape. Its name comes from the path of its first
 /// instance, which is its original name: wheel_hub from wheel[1].hub. A struct that cannot be laid
-/// out is a problem, and neither a type nor an element.
+/// out is a finding, and neither a type nor an element.
 class Structs {
   public:
     struct Type {
@@ -27,6 +27,14 @@ class Structs {
         int alignment = 0;
         std::size_t variables = 0; ///< number of variables in structs of this type
         bool isOutermost = true;   ///< whether no other struct contains one
+        std::uint32_t first = 0;   ///< the first struct of this type
+    };
+
+    /// An element of a struct in the description.
+    struct Element {
+        std::string_view name;      ///< with its indices, but an array of several without any
+        std::uint32_t member = 0;   ///< in names()
+        std::uint32_t instance = 0; ///< the first one of an array
     };
 
     /// Without structured names there are no structs.
@@ -38,14 +46,20 @@ class Structs {
 
     /// Returns the type with an id; null if it is no struct type.
     const Type* find(int id) const;
-    /// Returns the type of the struct with a name in the description; null if there is none.
-    const Type* find(std::string_view name) const;
+    /// Returns the type of the struct with a path in the description; null if there is none.
+    const Type* find(std::string_view name) const { return typeOf(findInstance(tree_, name)); }
+    /// Returns the type of a struct in the description; null for other instances and noIndex.
+    const Type* typeOf(std::uint32_t instance) const;
 
+    /// Returns the hierarchy of names. Its instances are what the following functions refer to.
+    const NameTree& names() const { return tree_; }
+    /// Returns the elements of a struct in the order of its type.
+    std::vector<Element> elementsOf(std::uint32_t instance, const StructDataType& type) const;
+    /// Returns the path of an instance, without the indices of arrays.
+    std::string path(std::uint32_t instance) const;
     /// Returns the instances of each type in all(), for path(). Of the instances in an array, which
     /// have the same path, only the first one is returned.
     std::vector<std::vector<std::uint32_t>> instances() const;
-    /// Returns the name of an instance, without the indices of arrays.
-    std::string path(std::uint32_t instance) const;
 
   private:
     void add(const Shape& shape, const fmi::Description& description, Types& types,
