@@ -2,12 +2,16 @@
 #include "commands/commands.h"
 #include "commands/usage_error.h"
 #include "convert/names.h"
+#include "files/file_error.h"
+#include "files/output_file.h"
+#include "files/stream_errors.h"
 #include "fixedpoint/identifier.h"
 #include "fixedpoint/record.h"
 #include "fixedpoint/report.h"
 
 #include <CLI/CLI.hpp>
 
+#include <istream>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -70,13 +74,34 @@ void showTypes(const Options& options, Console& console) {
     print(types, options.json, console);
 }
 
+/// Returns the values of the call, with the words of the standard input in the place of "-".
+std::vector<std::string> valuesOf(const Options& options, std::istream& is) {
+    std::vector<std::string> values;
+    for (const std::string& value : options.values) {
+        if (value != files::standardStream) {
+            values.push_back(value);
+            continue;
+        }
+        files::throwOnFailure(is);
+        try {
+            for (std::string word; is >> word;) {
+                values.push_back(word);
+            }
+        } catch (const std::ios_base::failure& failure) {
+            throw files::FileError(value, files::failureText(failure));
+        }
+    }
+    return values;
+}
+
 void showQuantization(const Options& options, Console& console) {
     try {
         const fxpDataTypeProp record = options.names.empty()
                                            ? fixedpoint::makeRecord(options.record)
                                            : fixedpoint::parseTypeName(options.names.front());
         const auto overflow = convert::parseOverflow("--overflow", options.overflow);
-        print(fixedpoint::quantize(options.values, record, overflow), options.json, console);
+        print(fixedpoint::quantize(valuesOf(options, console.in), record, overflow), options.json,
+              console);
     } catch (const text::ParseError& error) {
         reportUnreadable(error, console);
     }
@@ -146,7 +171,8 @@ void addFixpt(CLI::App& app, Console& console) {
         ->transform(withoutBlank);
     command
         .add_option("--quantize", options->values,
-                    "Show how these decimal numbers are stored in the type, which is named before")
+                    "Show how these decimal numbers are stored in the type, which is named before; "
+                    "- reads them from the standard input")
         ->type_name("VALUE")
         ->transform(withoutBlank);
     command
