@@ -12,7 +12,7 @@ import tempfile
 
 import jsonschema
 
-tool, source = sys.argv[1], pathlib.Path(sys.argv[2])
+tool, source = str(pathlib.Path(sys.argv[1]).resolve()), pathlib.Path(sys.argv[2]).resolve()
 schemas = {path.name: json.loads(path.read_text()) for path in (source / "docs/schema").glob("*.json")}
 members = {name: set() for name in schemas}  # those that were printed
 shapes = set()
