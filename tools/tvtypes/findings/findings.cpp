@@ -21,6 +21,7 @@ void Findings::insert(Code code, const Place& place, Subject subject, std::strin
             return;
         }
     }
+    ++distinct_[static_cast<std::size_t>(code)];
     known_.emplace(hash, static_cast<std::uint32_t>(all_.size()));
     all_.push_back({code, subject.kind, place.line, place.column, 1, place.line,
                     std::string(place.element), std::string(subject.name), std::string(cause),

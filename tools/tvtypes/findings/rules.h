@@ -2,8 +2,10 @@
 /// The table of the rules that findings refer to.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 
 namespace tvtool::findings {
 
@@ -23,14 +25,37 @@ enum class Code : std::uint8_t {
     ArchiveFolder,
     AttributeMissing,
     AttributeUnexpected,
+    ElementForeign,
+    ElementOrder,
     ElementRepeated,
     ElementUnexpected,
+    ElementVersion,
     NameEmpty,
     ValueInvalid,
 
+    CausalityVariability,
+    ClockType,
+    DependenciesKind,
+    IndependentRepeated,
+    IndependentType,
+    InitialForbidden,
+    MinAboveMax,
     NameRepeated,
+    NominalRange,
+    NominalSign,
+    OutputUnlisted,
+    ReferenceSelf,
+    ReferenceUndefined,
     StartCount,
+    StartForbidden,
+    StartItem,
+    StartMissing,
+    StartRange,
+    StructureKind,
+    StructureRepeated,
     ValueReferenceRepeated,
+    VariabilityMissing,
+    VariabilityType,
 
     BaseTypeMissing,
     BaseTypeRepeated,
@@ -40,11 +65,14 @@ enum class Code : std::uint8_t {
     EnumerationEmpty,
     ItemRepeated,
     ItemValueMissing,
+    ItemValueRange,
     ItemValueRepeated,
+    TypeNamedAsVariable,
     TypeRejected,
     TypeRepeated,
 
     DisplayUnitAlone,
+    DisplayUnitIgnored,
     DisplayUnitRepeated,
     DisplayUnitUndefined,
     UnitAmbiguous,
@@ -60,18 +88,22 @@ enum class Code : std::uint8_t {
     UnitTableMissing,
     UnitUndefined,
     UnitUnknown,
+    UnitsMissing,
 
     DimensionInvalid,
     DimensionParameter,
     DimensionUndefined,
+    DimensionZero,
     SizeContradiction,
     SizeLimit,
+    StructuralDimension,
 
     NamePrefix,
     NameSyntax,
     StructElementSize,
     StructRejected,
 };
+inline constexpr std::size_t ruleCount = static_cast<std::size_t>(Code::StructRejected) + 1;
 
 struct Rule {
     Code code;
@@ -87,6 +119,9 @@ struct Rule {
 std::span<const Rule> rules();
 
 const Rule& ruleOf(Code code);
+
+/// Returns the rules as a Markdown document, which is docs/findings.md.
+std::string rulesDocument();
 
 /// Returns "error", "warning" or "note".
 const char* severityName(Severity severity);
