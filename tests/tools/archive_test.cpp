@@ -1,6 +1,11 @@
+// Sources of descriptions: archives, and the limits of texts.
 #include "support.h"
 
+#include "fmi/xml.h"
+#include "fmi/zip_input.h"
+
 #include <boost/algorithm/string/replace.hpp>
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include <array>
@@ -14,13 +19,17 @@ using testing::HasSubstr;
 const std::string good = description3("", "<Int8 name=\"a\" valueReference=\"1\"/>");
 constexpr const char* name = "modelDescription.xml";
 
+std::shared_ptr<std::FILE> openFile(const std::string& path) {
+    return {std::fopen(path.c_str(), "rb"), [](std::FILE* file) { std::fclose(file); }};
+}
+
 struct ArchiveTest : testing::Test {
     TemporaryFolder folder;
 
     void expectReadError(const std::string& path, std::uint64_t maxSize, const char* sentence) {
         const auto read = [&] {
             findings::Findings findings;
-            const auto source = fmi::openArchive(path, findings, maxSize);
+            const auto source = fmi::openArchive(openFile(path), findings, maxSize);
             std::array<char, 64> buffer{};
             while (source(buffer) > 0) {
             }
@@ -56,7 +65,7 @@ TEST_F(ArchiveTest, LimitsStatedAndActualSize) {
     const std::string path = folder.writeArchive("m.fmu", {{name, std::string(70000, ' ')}});
     expectReadError(path, 69999, "unpacks to more than");
     findings::Findings findings;
-    EXPECT_NO_THROW(fmi::openArchive(path, findings, 70000));
+    EXPECT_NO_THROW(fmi::openArchive(openFile(path), findings, 70000));
     // States 10 bytes in place of 70000.
     const std::string bytes = boost::replace_all_copy(
         readFile(path), std::string("\x70\x11\1\0", 4), std::string("\n\0\0\0", 4));
@@ -66,6 +75,8 @@ TEST_F(ArchiveTest, LimitsStatedAndActualSize) {
 TEST_F(ArchiveTest, RejectsDamagedArchive) {
     const std::string path = folder.writeArchive("m.fmu", {{name, good}});
     const std::string bytes = readFile(path);
+    EXPECT_THAT([&] { fmi::openZip(openFile(path), 60); },
+                testing::ThrowsMessage<files::ReadError>(HasSubstr("its directory is longer")));
     std::string damaged = bytes;
     damaged[70] = static_cast<char>(damaged[70] ^ 0x55);
     EXPECT_EQ(run({"inspect", folder.write("d.fmu", damaged)}).status, 2);
@@ -74,6 +85,73 @@ TEST_F(ArchiveTest, RejectsDamagedArchive) {
         const Outcome outcome = run({"inspect", cut});
         EXPECT_EQ(outcome.status, 2) << length;
         EXPECT_EQ(outcome.out, "") << length;
+    }
+}
+
+/// Collects the first attribute of each element.
+struct FirstAttributes : fmi::XmlHandler {
+    void startElement(std::string_view, const char* const* attributes, fmi::Position) override {
+        values.emplace_back(*attributes == nullptr ? "" : attributes[1]);
+    }
+    void endElement() override {}
+    std::vector<std::string> values;
+};
+
+struct NoHandler : fmi::XmlHandler {
+    void startElement(std::string_view, const char* const*, fmi::Position) override {}
+    void endElement() override {}
+};
+
+TEST(Xml, TokensOfAnyLengthCrossPieces) {
+    std::string text = "<a>";
+    std::vector<std::string> values{""};
+    for (std::size_t length = 1; length < 2000000; length += length / 2 + 1) {
+        values.push_back(std::string(length, 'x') + std::to_string(length));
+        text += "<!--" + values.back() + "-->\n<b c=\"" + values.back() + "\"/>";
+    }
+    FirstAttributes read;
+    fmi::parseXml(textSource(text + "</a>", 1000), read);
+    EXPECT_EQ(read.values, values);
+}
+
+TEST(Xml, LimitsTimeAndMemory) {
+    std::string entities = "<!ENTITY e0 ''>";
+    for (int i = 1; i <= 1000; ++i) {
+        entities += fmt::format("<!ENTITY e{} '&e{};'>", i, i - 1);
+    }
+    const std::string before = "<!DOCTYPE a [\n";
+    struct Row {
+        std::string begin;
+        std::string repeated;
+        std::size_t count; ///< times 1024
+        const char* sentence;
+        std::uint64_t line;
+        std::uint64_t column;
+    };
+    const Row rows[] = {
+        {"<a>\n  <b c='", "x\ny", 6000, "a tag or comment is longer than 16 MiB", 2, 3},
+        {"<a>\n<!--", "x", 17000, "a tag or comment is longer than 16 MiB", 2, 1},
+        {"<a", " ", 17000, "a tag or comment is longer than 16 MiB", 1, 1},
+        {"<a>", "<b>", 100, "more than 100000 levels of elements", 1, 300001},
+        {"<a>", "<b/>", 5000, "more than 5000000 elements", 1, 20000000},
+        {"<a>", "\n", 20000, "more than 20000000 lines", 20054014, 1},
+        {before, "<!ELEMENT a ANY>", 70, "type declaration is longer than 1 MiB", 2, 1114097},
+        {before + entities, "", 0, "more than 1000 declared entities", 2, 22790},
+        {before + "<!ATTLIST a", " b CDATA ''", 1, "entities and attributes", 2, 11021},
+        {before + "<!ENTITY e 'xxxxxxxxx'>]><a>", "&e;", 2000, "expand to far", 2, 2097170},
+        {before + "<!ENTITY e ''>]><a>", "&e;", 6000, "with declared entities is", 2, 16842737}};
+    for (const Row& row : rows) {
+        const std::string text =
+            row.begin + repeatedText(repeatedText(row.repeated, 1024), row.count);
+        try {
+            NoHandler handler;
+            fmi::parseXml(textSource(text, text.size()), handler);
+            ADD_FAILURE() << row.sentence;
+        } catch (const files::ReadError& error) {
+            EXPECT_THAT(error.what(), HasSubstr(row.sentence));
+            EXPECT_EQ(error.line, row.line) << row.sentence;
+            EXPECT_EQ(error.column, row.column) << row.sentence;
+        }
     }
 }
 

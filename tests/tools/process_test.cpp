@@ -184,6 +184,21 @@ TEST_F(ProcessTest, ReportsLackOfMemory) {
 }
 #endif
 
+TEST_F(ProcessTest, DescriptionsComeFromPipes) {
+    const std::string xml = readFile(TVTYPES_EXAMPLES "/vehicle.xml");
+    folder.write("v.xml", xml);
+    folder.writeArchive("v.fmu", {{"modelDescription.xml", xml}});
+    const std::string expected = shell("$T layout v.xml").out;
+    EXPECT_THAT(expected, HasSubstr("vehicle_wheel"));
+    for (const char* const script :
+         {"cat v.xml | $T layout -", "cat v.fmu | $T layout -", "$T layout - <v.fmu",
+          "cat v.fmu | $T layout /dev/stdin", "$T layout /dev/stdin <v.fmu", "$T layout v.fmu"}) {
+        EXPECT_EQ(shell(script).out, expected) << script;
+    }
+    EXPECT_THAT(shell("head -c 500 v.fmu | $T layout -").out, HasSubstr("tvtypes: -: begins like"));
+    EXPECT_THAT(shell("$T layout - </dev/null").out, HasSubstr("tvtypes: -: is empty"));
+}
+
 } // namespace
 
 } // namespace tvtool

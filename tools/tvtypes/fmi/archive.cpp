@@ -1,14 +1,15 @@
 // The description in a zip archive.
 #include "fmi/source.h"
+#include "fmi/zip_input.h"
 #include "text/quote.h"
 
 #include <fmt/format.h>
 #include <zip.h>
 
 #include <memory>
-#include <new>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace tvtool::fmi {
 
@@ -18,17 +19,12 @@ using findings::Code;
 
 constexpr std::string_view descriptionName = "modelDescription.xml";
 constexpr std::string_view resourceForkFolder = "__MACOSX/";
+constexpr std::uint64_t longestDirectory = std::uint64_t{32} << 20;
 const findings::Place archivePlace{"archive"};
 
 files::ReadError tooLarge(std::uint64_t maxSize) {
     return files::ReadError(fmt::format("{} in the archive unpacks to more than {} MiB",
                                         descriptionName, maxSize >> 20));
-}
-
-void throwIfOutOfMemory(const zip_error_t& error) {
-    if (zip_error_code_zip(&error) == ZIP_ER_MEMORY) {
-        throw std::bad_alloc();
-    }
 }
 
 files::ReadError unreadable(const char* reason) {
@@ -39,20 +35,6 @@ files::ReadError unreadable(const char* reason) {
 files::ReadError unreadable(zip_error_t& error) {
     throwIfOutOfMemory(error);
     return unreadable(zip_error_strerror(&error));
-}
-
-std::shared_ptr<zip_t> openZip(const std::string& path) {
-    int code = 0;
-    zip_t* const archive = zip_open(path.c_str(), ZIP_RDONLY, &code);
-    if (archive == nullptr) {
-        zip_error_t error;
-        zip_error_init_with_code(&error, code);
-        throwIfOutOfMemory(error);
-        const std::string reason = zip_error_strerror(&error);
-        zip_error_fini(&error);
-        throw files::ReadError("begins like an archive but cannot be opened as one: " + reason);
-    }
-    return {archive, zip_discard};
 }
 
 /// Returns whether the name is that of a description in a folder at the root.
@@ -101,8 +83,9 @@ zip_uint64_t findDescription(zip_t* archive, findings::Findings& findings) {
 
 } // namespace
 
-Source openArchive(const std::string& path, findings::Findings& findings, std::uint64_t maxSize) {
-    const std::shared_ptr<zip_t> archive = openZip(path);
+Source openArchive(std::shared_ptr<std::FILE> file, findings::Findings& findings,
+                   std::uint64_t maxSize) {
+    const std::shared_ptr<zip_t> archive = openZip(std::move(file), longestDirectory);
     const zip_uint64_t index = findDescription(archive.get(), findings);
     zip_stat_t facts;
     zip_stat_init(&facts);

@@ -7,7 +7,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <functional>
+#include <memory>
 #include <span>
 #include <string>
 
@@ -17,12 +19,16 @@ namespace tvtool::fmi {
 /// files::ReadError.
 using Source = std::function<std::size_t(std::span<char> buffer)>;
 
+/// The largest description that is read, in bytes.
+inline constexpr std::uint64_t largestDescription = std::uint64_t{256} << 20;
+
 /// Opens a description or the archive that contains one, which the first bytes decide and not the
-/// name. Throws a files::ReadError.
+/// name. `-` is standard input. Throws a files::ReadError.
 Source openSource(const std::string& path, findings::Findings& findings);
 
-/// Opens the description in an archive. `maxSize` limits the unpacked bytes; tests lower it.
-Source openArchive(const std::string& path, findings::Findings& findings,
-                   std::uint64_t maxSize = std::uint64_t{256} << 20);
+/// Opens the description in an archive in a file that can be positioned. `maxSize` limits the
+/// unpacked bytes; tests lower it.
+Source openArchive(std::shared_ptr<std::FILE> file, findings::Findings& findings,
+                   std::uint64_t maxSize = largestDescription);
 
 } // namespace tvtool::fmi

@@ -1,28 +1,74 @@
 #include "fmi/xml.h"
 
+#include <fmt/format.h>
+
+// Declares the functions that limit the expansion of entities.
+#define XML_DTD
 #include <expat.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <exception>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 
 namespace tvtool::fmi {
 
 namespace {
 
-constexpr int chunkSize = 64 * 1024;
+using Bytes = std::ptrdiff_t;
+
+constexpr Bytes mebibyte = 1 << 20;
+constexpr Bytes smallestPiece = 64 * 1024;
+
+// Limits of time and memory, far above the descriptions of real models.
+constexpr Bytes longestToken = 16 * mebibyte;
+constexpr Bytes longestDoctype = 1 * mebibyte;
+constexpr Bytes longestWithEntities = 16 * mebibyte;
+constexpr std::size_t mostElements = 5'000'000;
+constexpr std::size_t mostAttributes = 20'000'000;
+constexpr std::size_t mostLines = 20'000'000;
+constexpr std::size_t deepestElement = 100'000;
+// The parser recurses for entities that contain others, and searches declarations of attributes
+// one by one.
+constexpr std::size_t mostDeclarations = 1'000;
+constexpr float largestExpansion = 2; ///< of entities, relative to the text without them
 
 std::uint64_t currentLine(XML_Parser parser) { return XML_GetCurrentLineNumber(parser); }
 std::uint64_t currentColumn(XML_Parser parser) { return XML_GetCurrentColumnNumber(parser) + 1; }
 
+/// Throws if a count exceeds its limit.
+void checkLimit(std::size_t count, std::size_t limit, const char* things) {
+    if (count > limit) {
+        throw files::ReadError(fmt::format("there are more than {} {}", limit, things));
+    }
+}
+
+void checkLength(Bytes length, Bytes limit, const char* thing) {
+    if (length > limit) {
+        throw files::ReadError(fmt::format("{} is longer than {} MiB", thing, limit / mebibyte));
+    }
+}
+
+/// One parsing of a text: the position and what counts towards the limits.
 struct Run {
     XML_Parser parser;
     XmlHandler& handler;
-    std::exception_ptr failure;
+    std::exception_ptr failure = nullptr;
+    Bytes read = 0;
+    std::optional<Bytes> doctype = std::nullopt; ///< position of the open document type declaration
+    std::size_t depth = 0;
+    std::size_t elements = 0;
+    std::size_t attributes = 0;
+    std::size_t declarations = 0; ///< of entities and attributes
+
+    /// Position of the token that is handled, or after a call of the parser of an incomplete one.
+    Bytes tokenStart() const { return std::max<Bytes>(XML_GetCurrentByteIndex(parser), 0); }
 
     /// Calls, and keeps an exception until the parser has returned: it must not pass through the
-    /// parser, which is written in C.
+    /// parser, which is written in C. A files::ReadError gets the position of the token.
     template <class Call>
     void guarded(Call call) noexcept {
         try {
@@ -39,18 +85,68 @@ struct Run {
             XML_StopParser(parser, XML_FALSE);
         }
     }
+
+    void countElement(const char* const* nameAndValue) {
+        checkLimit(++elements, mostElements, "elements");
+        checkLimit(++depth, deepestElement, "levels of elements");
+        for (; *nameAndValue != nullptr; nameAndValue += 2) {
+            ++attributes;
+        }
+        checkLimit(attributes, mostAttributes, "attributes");
+    }
+
+    void checkPiece() const {
+        checkLength(read - tokenStart(), longestToken, "a tag or comment");
+        checkLength(read, static_cast<Bytes>(largestDescription), "the description");
+        checkLimit(currentLine(parser), mostLines, "lines");
+        if (doctype) {
+            checkLength(tokenStart() - *doctype, longestDoctype, "the document type declaration");
+        }
+        if (declarations > 0) {
+            checkLength(read, longestWithEntities, "a description with declared entities");
+        }
+    }
 };
 
+Run& runOf(void* userData) { return *static_cast<Run*>(userData); }
+
 void onStart(void* userData, const XML_Char* name, const XML_Char** attributes) {
-    Run& run = *static_cast<Run*>(userData);
-    const Position position{static_cast<std::uint32_t>(currentLine(run.parser)),
-                            static_cast<std::uint32_t>(currentColumn(run.parser))};
-    run.guarded([&] { run.handler.startElement(name, attributes, position); });
+    Run& run = runOf(userData);
+    run.guarded([&] {
+        run.countElement(attributes);
+        const Position position{static_cast<std::uint32_t>(currentLine(run.parser)),
+                                static_cast<std::uint32_t>(currentColumn(run.parser))};
+        run.handler.startElement(name, attributes, position);
+    });
 }
 
 void onEnd(void* userData, const XML_Char* /*name*/) {
-    Run& run = *static_cast<Run*>(userData);
+    Run& run = runOf(userData);
+    --run.depth;
     run.guarded([&] { run.handler.endElement(); });
+}
+
+void onDoctypeStart(void* userData, const XML_Char*, const XML_Char*, const XML_Char*, int) {
+    runOf(userData).doctype = runOf(userData).tokenStart();
+}
+
+void onDoctypeEnd(void* userData) { runOf(userData).doctype.reset(); }
+
+void countDeclaration(void* userData) {
+    Run& run = runOf(userData);
+    run.guarded([&] {
+        checkLimit(++run.declarations, mostDeclarations, "declared entities and attributes");
+    });
+}
+
+void onEntity(void* userData, const XML_Char*, int, const XML_Char*, int, const XML_Char*,
+              const XML_Char*, const XML_Char*, const XML_Char*) {
+    countDeclaration(userData);
+}
+
+void onAttribute(void* userData, const XML_Char*, const XML_Char*, const XML_Char*, const XML_Char*,
+                 int) {
+    countDeclaration(userData);
 }
 
 std::string errorSentence(XML_Error code) {
@@ -73,38 +169,63 @@ std::string errorSentence(XML_Error code) {
     }
 }
 
+/// Fills the buffer unless the source ends before, also from a pipe. Returns the number of bytes.
+std::size_t readFully(const Source& source, std::span<char> buffer) {
+    std::size_t filled = 0;
+    while (filled < buffer.size()) {
+        const std::size_t count = source(buffer.subspan(filled));
+        if (count == 0) {
+            break;
+        }
+        filled += count;
+    }
+    return filled;
+}
+
 } // namespace
 
 void parseXml(const Source& source, XmlHandler& handler) {
-    const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(
+    const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> owner(
         XML_ParserCreate(nullptr), XML_ParserFree);
-    if (!parser) {
+    XML_Parser const parser = owner.get();
+    if (parser == nullptr) {
         throw std::bad_alloc();
     }
-    Run run{parser.get(), handler, nullptr};
-    XML_SetUserData(parser.get(), &run);
-    XML_SetElementHandler(parser.get(), onStart, onEnd);
+    Run run{parser, handler};
+    XML_SetUserData(parser, &run);
+    XML_SetElementHandler(parser, onStart, onEnd);
+    XML_SetDoctypeDeclHandler(parser, onDoctypeStart, onDoctypeEnd);
+    XML_SetEntityDeclHandler(parser, onEntity);
+    XML_SetAttlistDeclHandler(parser, onAttribute);
+    XML_SetBillionLaughsAttackProtectionMaximumAmplification(parser, largestExpansion);
 
-    bool isLast = false;
-    while (!isLast) {
-        void* const buffer = XML_GetBuffer(parser.get(), chunkSize);
+    for (bool isLast = false; !isLast;) {
+        // The parser scans an incomplete token again with each piece. Pieces as long as the
+        // scanned part of the token keep the time linear.
+        const Bytes pending = run.read - run.tokenStart();
+        const auto piece = static_cast<std::size_t>(
+            std::min(std::max(pending, smallestPiece), longestToken + 1 - pending));
+        void* const buffer = XML_GetBuffer(parser, static_cast<int>(piece));
         if (buffer == nullptr) {
             throw std::bad_alloc();
         }
-        const std::size_t count = source({static_cast<char*>(buffer), chunkSize});
-        isLast = count == 0;
+        const std::size_t count = readFully(source, {static_cast<char*>(buffer), piece});
+        run.read += static_cast<Bytes>(count);
+        isLast = count < piece;
         const XML_Status status =
-            XML_ParseBuffer(parser.get(), static_cast<int>(count), isLast ? XML_TRUE : XML_FALSE);
+            XML_ParseBuffer(parser, static_cast<int>(count), isLast ? XML_TRUE : XML_FALSE);
+        if (status == XML_STATUS_OK) {
+            run.guarded([&] { run.checkPiece(); });
+        }
         if (run.failure) {
             std::rethrow_exception(run.failure);
         }
         if (status != XML_STATUS_OK) {
-            const XML_Error code = XML_GetErrorCode(parser.get());
+            const XML_Error code = XML_GetErrorCode(parser);
             if (code == XML_ERROR_NO_MEMORY) {
                 throw std::bad_alloc();
             }
-            throw files::ReadError(errorSentence(code), currentLine(parser.get()),
-                                   currentColumn(parser.get()));
+            throw files::ReadError(errorSentence(code), currentLine(parser), currentColumn(parser));
         }
     }
 }
