@@ -8,8 +8,8 @@ namespace tvtool::findings {
 namespace {
 
 const char* heading(Area area) {
-    constexpr const char* headings[] = {"File",  "Variables",  "Types",
-                                        "Units", "Dimensions", "Structs"};
+    constexpr const char* headings[] = {"File",       "Variables", "Types", "Units",
+                                        "Dimensions", "Structs",   "Calls"};
     return headings[static_cast<std::size_t>(area)];
 }
 

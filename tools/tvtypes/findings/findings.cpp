@@ -18,6 +18,10 @@ void Findings::insert(Code code, const Place& place, Subject subject, std::strin
         if (first.code == code && first.element == place.element && first.sentence == sentence) {
             ++first.count;
             first.lastLine = std::max(first.lastLine, place.line);
+            if (place.line < first.line) {
+                first.line = place.line;
+                first.column = place.column;
+            }
             return;
         }
     }

@@ -287,7 +287,7 @@ constexpr bool isOrdered() {
     }
     return true;
 }
-static_assert(isOrdered());
+static_assert(isOrdered() && std::size(table) == ruleCount);
 
 } // namespace
 

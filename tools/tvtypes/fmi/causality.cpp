@@ -86,13 +86,17 @@ class CausalityChecks {
         }
         const Combination combination = combinationOf(causality, variability, version_);
         const bool isClock = variable.base == BaseType::Clock;
-        if (combination.initials == 0 ||
-            (isClock && causality != Causality::Input && causality != Causality::Output &&
-             causality != Causality::Local)) {
+        if (combination.initials == 0) {
             add(Code::CausalityVariability, variable,
-                "variable {} has causality {} and variability {}, which {} be combined",
-                quoted(variable.name), causalityName(causality), variabilityName(variability),
-                isClock ? "of a Clock cannot" : "cannot");
+                "variable {} has causality {} and variability {}, which cannot be combined",
+                quoted(variable.name), causalityName(causality), variabilityName(variability));
+            return;
+        }
+        if (isClock && causality != Causality::Input && causality != Causality::Output &&
+            causality != Causality::Local) {
+            add(Code::CausalityVariability, variable,
+                "variable {} is a Clock and has causality {}, not input, output or local",
+                quoted(variable.name), causalityName(causality));
             return;
         }
         if (!isClock) {

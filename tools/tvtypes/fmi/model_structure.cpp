@@ -124,7 +124,9 @@ void ModelStructureReader::checkDependencies() {
     if (element_[Attribute::DependenciesKind] == nullptr) {
         return;
     }
-    const bool isInitial = listIndex(list_) == initialUnknowns;
+    // The schema of FMI 2 permits all kinds in each list.
+    const bool isInitial =
+        listIndex(list_) == initialUnknowns && element_.description.majorVersion == 3;
     std::size_t kinds = 0;
     rest = element_[Attribute::DependenciesKind];
     for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest), ++kinds) {

@@ -14,7 +14,7 @@ constexpr std::string_view blanks = " \t\r\n";
 
 /// Returns whether infinities and NaN are written as in XML, which has no others: INF, -INF, NaN.
 bool isWrittenAsInXml(std::string_view word) {
-    const std::size_t first = word.starts_with('-') ? 1 : 0;
+    const std::size_t first = word.starts_with('-') || word.starts_with('+') ? 1 : 0;
     return first >= word.size() || std::isalpha(static_cast<unsigned char>(word[first])) == 0 ||
            word == "INF" || word == "-INF" || word == "NaN";
 }
@@ -22,15 +22,15 @@ bool isWrittenAsInXml(std::string_view word) {
 /// Parses a number that takes the whole word.
 template <class Number>
 std::errc readNumber(std::string_view word, Number& number) {
+    if (std::is_floating_point_v<Number> && !isWrittenAsInXml(word)) {
+        return std::errc::invalid_argument;
+    }
     if (word.starts_with('+') && !word.starts_with("+-")) {
         word.remove_prefix(1);
     }
     if (std::is_unsigned_v<Number> && word.size() > 1 && word.front() == '-' &&
         word.find_first_not_of('0', 1) == std::string_view::npos) {
         word.remove_prefix(1);
-    }
-    if (std::is_floating_point_v<Number> && !isWrittenAsInXml(word)) {
-        return std::errc::invalid_argument;
     }
     const char* const end = word.data() + word.size();
     const auto [stop, error] = std::from_chars(word.data(), end, number);
