@@ -40,8 +40,9 @@ struct ArchiveTest : testing::Test {
 
 TEST_F(ArchiveTest, SelectsDescription) {
     const std::pair<ArchiveEntries, const char*> rows[] = {
-        {{{"a/modelDescription.xml", "x"}, {name, good}},
+        {{{"resources/modelDescription.xml", "x"}, {name, good}},
          "1 variable; no errors, no warnings, no notes"},
+        {{{"a/modelDescription.xml", "x"}, {name, good}}, "[archive-descriptions]"},
         {{{"__MACOSX/._modelDescription.xml", "junk"}, {name, good}},
          "model.xml: note: entry \"__MACOSX/._modelDescription.xml\" is ignored [archive-entry]\n"},
         {{{"__MACOSX/modelDescription.xml", "junk"}, {"model/modelDescription.xml", good}},

@@ -145,7 +145,7 @@ TEST(Structs, AreMadeFromNames) {
 TEST(Structs, HaveArrayElements) {
     const auto model = makeModel(
         "<UInt64 name=\"n\" valueReference=\"1\" causality=\"structuralParameter\" start=\"3\"/>"
-        "<UInt64 name=\"k\" valueReference=\"2\" start=\"3\"/>"
+        "<UInt64 name=\"k\" valueReference=\"2\" initial=\"exact\" start=\"3\"/>"
         "<Int64 name=\"a.x[1]\" valueReference=\"3\"><Dimension start=\"2\"/></Int64>"
         "<Int64 name=\"a.x[2]\" valueReference=\"4\"><Dimension start=\"2\"/></Int64>"
         "<Int8 name=\"a.y\" valueReference=\"5\"><Dimension valueReference=\"1\"/></Int8>"

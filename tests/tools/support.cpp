@@ -112,7 +112,8 @@ fmi::Source textSource(std::string text, std::size_t step) {
 }
 
 std::string description3(const std::string& types, const std::string& variables) {
-    return fmt::format("<fmiModelDescription fmiVersion=\"3.0\" modelName=\"M\">"
+    return fmt::format("<fmiModelDescription fmiVersion=\"3.0\" modelName=\"M\" "
+                       "instantiationToken=\"t\">"
                        "<TypeDefinitions>{}</TypeDefinitions>"
                        "<ModelVariables>{}</ModelVariables></fmiModelDescription>",
                        types, variables);

@@ -15,7 +15,7 @@ namespace {
 using testing::HasSubstr;
 
 constexpr const char* description =
-    "<fmiModelDescription fmiVersion=\"3.0\" modelName=\"M\" "
+    "<fmiModelDescription fmiVersion=\"3.0\" modelName=\"M\" instantiationToken=\"t\" "
     "variableNamingConvention=\"structured\"><UnitDefinitions>"
     "<Unit name=\"m\"><BaseUnit m=\"1\"/></Unit><Unit name=\"N.m\"/></UnitDefinitions>"
     "<TypeDefinitions><Float64Type name=\"Torque\" unit=\"N.m\"/></TypeDefinitions><ModelVariables>"

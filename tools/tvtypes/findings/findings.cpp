@@ -18,9 +18,14 @@ void Findings::insert(Code code, const Place& place, Subject subject, std::strin
         if (first.code == code && first.element == place.element && first.sentence == sentence) {
             ++first.count;
             first.lastLine = std::max(first.lastLine, place.line);
+            if (place.line < first.line) {
+                first.line = place.line;
+                first.column = place.column;
+            }
             return;
         }
     }
+    ++distinct_[static_cast<std::size_t>(code)];
     known_.emplace(hash, static_cast<std::uint32_t>(all_.size()));
     all_.push_back({code, subject.kind, place.line, place.column, 1, place.line,
                     std::string(place.element), std::string(subject.name), std::string(cause),

@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -56,14 +57,15 @@ struct Finding {
 };
 
 /// Collects findings. Findings that differ only in their places are one, with the first place, the
-/// last line and a count.
+/// last line and a count. Beyond maxDistinct different findings of a code, all others are one.
 class Findings {
   public:
+    static constexpr std::uint32_t maxDistinct = 100'000;
+
     template <class... Arguments>
     void add(Code code, const Place& place, Subject subject,
              fmt::format_string<Arguments...> sentence, Arguments&&... arguments) {
-        insert(code, place, subject, {},
-               fmt::format(sentence, std::forward<Arguments>(arguments)...));
+        addWithCause(code, place, subject, {}, sentence, std::forward<Arguments>(arguments)...);
     }
 
     /// Same with a cause, which is what findings of the same code are distinguished by: the unit,
@@ -71,8 +73,13 @@ class Findings {
     template <class... Arguments>
     void addWithCause(Code code, const Place& place, Subject subject, std::string_view cause,
                       fmt::format_string<Arguments...> sentence, Arguments&&... arguments) {
-        insert(code, place, subject, cause,
-               fmt::format(sentence, std::forward<Arguments>(arguments)...));
+        if (distinct_[static_cast<std::size_t>(code)] < maxDistinct) {
+            insert(code, place, subject, cause,
+                   fmt::format(sentence, std::forward<Arguments>(arguments)...));
+        } else {
+            insert(code, {.element = {}, .line = place.line, .column = place.column}, {}, {},
+                   "there are more findings of this kind, which are not listed");
+        }
     }
 
     /// Sorts by severity, line and column. To be called after the last finding.
@@ -96,6 +103,7 @@ class Findings {
                 std::string sentence);
 
     std::vector<Finding> all_;
+    std::array<std::uint32_t, ruleCount> distinct_{}; ///< number of findings in all_ by code
     std::unordered_multimap<std::size_t, std::uint32_t> known_; ///< indices by hash
 };
 

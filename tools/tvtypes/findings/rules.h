@@ -2,8 +2,10 @@
 /// The table of the rules that findings refer to.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 
 namespace tvtool::findings {
 
@@ -24,14 +26,37 @@ enum class Code : std::uint8_t {
     ArchiveFolder,
     AttributeMissing,
     AttributeUnexpected,
+    ElementForeign,
+    ElementOrder,
     ElementRepeated,
     ElementUnexpected,
+    ElementVersion,
     NameEmpty,
     ValueInvalid,
 
+    CausalityVariability,
+    ClockType,
+    DependenciesKind,
+    IndependentRepeated,
+    IndependentType,
+    InitialForbidden,
+    MinAboveMax,
     NameRepeated,
+    NominalRange,
+    NominalSign,
+    OutputUnlisted,
+    ReferenceSelf,
+    ReferenceUndefined,
     StartCount,
+    StartForbidden,
+    StartItem,
+    StartMissing,
+    StartRange,
+    StructureKind,
+    StructureRepeated,
     ValueReferenceRepeated,
+    VariabilityMissing,
+    VariabilityType,
 
     BaseTypeMissing,
     BaseTypeRepeated,
@@ -41,11 +66,14 @@ enum class Code : std::uint8_t {
     EnumerationEmpty,
     ItemRepeated,
     ItemValueMissing,
+    ItemValueRange,
     ItemValueRepeated,
+    TypeNamedAsVariable,
     TypeRejected,
     TypeRepeated,
 
     DisplayUnitAlone,
+    DisplayUnitIgnored,
     DisplayUnitRepeated,
     DisplayUnitUndefined,
     UnitAmbiguous,
@@ -61,12 +89,15 @@ enum class Code : std::uint8_t {
     UnitTableMissing,
     UnitUndefined,
     UnitUnknown,
+    UnitsMissing,
 
     DimensionInvalid,
     DimensionParameter,
     DimensionUndefined,
+    DimensionZero,
     SizeContradiction,
     SizeLimit,
+    StructuralDimension,
 
     NamePrefix,
     NameSyntax,
@@ -84,6 +115,7 @@ enum class Code : std::uint8_t {
     TypeRemark,
     ValuesLost,
 };
+inline constexpr std::size_t ruleCount = static_cast<std::size_t>(Code::StructRejected) + 1;
 
 struct Rule {
     Code code;
@@ -99,6 +131,9 @@ struct Rule {
 std::span<const Rule> rules();
 
 const Rule& ruleOf(Code code);
+
+/// Returns the rules as a Markdown document, which is docs/findings.md.
+std::string rulesDocument();
 
 /// Returns "error", "warning" or "note".
 const char* severityName(Severity severity);

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 #include <zip.h>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -43,11 +44,19 @@ bool isInFolder(std::string_view name) {
     return slash != std::string_view::npos && name.substr(slash + 1) == descriptionName;
 }
 
+/// Returns whether a path is not in one of the folders that an exporter can fill with any files.
+bool isFreeFolder(std::string_view path) {
+    constexpr std::string_view folders[] = {"documentation/", "extra/", "resources/", "sources/"};
+    return std::ranges::none_of(folders,
+                                [&](std::string_view folder) { return path.starts_with(folder); });
+}
+
 /// Returns the index of the description at the root, else of the only one in a folder.
 zip_uint64_t findDescription(zip_t* archive, findings::Findings& findings) {
     std::optional<zip_uint64_t> atRoot;
     std::optional<zip_uint64_t> inFolder;
     std::size_t folders = 0;
+    std::size_t others = 0;
     const zip_int64_t count = zip_get_num_entries(archive, 0);
     for (zip_int64_t i = 0; i < count; ++i) {
         const zip_uint64_t index = static_cast<zip_uint64_t>(i);
@@ -59,13 +68,24 @@ zip_uint64_t findDescription(zip_t* archive, findings::Findings& findings) {
                              text::quoted(name));
             }
         } else if (name == descriptionName) {
+            if (atRoot) {
+                findings.add(Code::ArchiveDescriptions, archivePlace, {},
+                             "a second {} at the root is ignored", descriptionName);
+            }
             atRoot = atRoot.value_or(index);
         } else if (isInFolder(name)) {
             ++folders;
             inFolder = index;
+            others += isFreeFolder(name) ? 1 : 0;
         }
     }
     if (atRoot) {
+        if (others > 0) {
+            findings.add(Code::ArchiveDescriptions, archivePlace, {},
+                         "{} in folders {} ignored, as there is one at the root",
+                         text::counted(others, "description", "descriptions"),
+                         others == 1 ? "is" : "are");
+        }
         return *atRoot;
     }
     if (folders > 1) {

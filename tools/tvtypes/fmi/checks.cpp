@@ -1,4 +1,5 @@
 // Checks that the parts of a description agree.
+#include "fmi/description_checks.h"
 #include "fmi/reader.h"
 #include "text/quote.h"
 
@@ -6,9 +7,7 @@
 
 #include <algorithm>
 #include <functional>
-#include <set>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 namespace tvtool::fmi {
@@ -35,6 +34,12 @@ class FirstLines {
         return isNew ? 0 : entry->second;
     }
 
+    /// Returns the line of a key, or 0.
+    std::uint64_t find(const Key& key) const {
+        const auto entry = lines_.find(key);
+        return entry == lines_.end() ? 0 : entry->second;
+    }
+
   private:
     boost::unordered_flat_map<Key, std::uint64_t, std::hash<Key>> lines_;
 };
@@ -58,7 +63,7 @@ void eraseRepeated(std::vector<Record>& records, Code code, SubjectKind kind, co
 void checkItems(const TypeDefinition& type, Findings& findings) {
     const Subject subject{SubjectKind::Type, type.name};
     FirstLines<std::string_view> names(type.items.size());
-    FirstLines<std::int32_t> values(type.items.size());
+    FirstLines<std::int64_t> values(type.items.size());
     for (const Item& item : type.items) {
         if (item.name.empty()) {
             continue;
@@ -80,7 +85,7 @@ void checkItems(const TypeDefinition& type, Findings& findings) {
 void checkNames(const Description& description, Findings& findings) {
     FirstLines<std::string_view> names(description.variables.size() + description.aliases.size());
     const auto check = [&](const auto& named) {
-        const std::uint64_t line = named.name.empty() ? 0 : names.add(named.name, named.place.line);
+        const std::uint64_t line = names.add(named.name, named.place.line);
         if (line != 0) {
             findings.add(Code::NameRepeated, named.place, {SubjectKind::Variable, named.name},
                          "name {} is that of line {} too", quoted(named.name), line);
@@ -88,6 +93,13 @@ void checkNames(const Description& description, Findings& findings) {
     };
     std::ranges::for_each(description.variables, check);
     std::ranges::for_each(description.aliases, check);
+    for (const TypeDefinition& type : description.types) {
+        if (const std::uint64_t line = names.find(type.name)) {
+            findings.add(Code::TypeNamedAsVariable, type.place, {SubjectKind::Type, type.name},
+                         "type {} has the name of the variable on line {}", quoted(type.name),
+                         line);
+        }
+    }
 }
 
 /// Variables with the same value reference are aliases in FMI 2 and invalid in FMI 3.
@@ -139,87 +151,6 @@ void resolveDeclaredTypes(Description& description, Findings& findings) {
     }
 }
 
-/// Resolves uses of units. An invalid use is reported where it first occurs.
-class UnitResolver {
-  public:
-    UnitResolver(Description& description, Findings& findings)
-        : description_(description), findings_(findings) {
-        for (const UnitDefinition& unit : description.units) {
-            indices_.emplace(unit.name, static_cast<std::uint32_t>(indices_.size()));
-        }
-    }
-
-    /// Returns the index of the unit, which is added to the units if it is not defined.
-    std::uint32_t resolve(const UnitUse& use, const Place& place, Subject subject) {
-        if (use.unit.empty()) {
-            if (isFirst(use)) {
-                findings_.addWithCause(Code::DisplayUnitAlone, place, subject, use.displayUnit,
-                                       "displayUnit {} has no unit", quoted(use.displayUnit));
-            }
-            return noIndex;
-        }
-        const auto [entry, isNew] =
-            indices_.try_emplace(use.unit, static_cast<std::uint32_t>(description_.units.size()));
-        if (isNew) {
-            findings_.add(Code::UnitUndefined, place, {SubjectKind::Unit, use.unit},
-                          "unit {} is not defined", quoted(use.unit));
-            description_.units.push_back({use.unit, std::nullopt, {}, false, place});
-        }
-        if (!hasDisplayUnit(description_.units[entry->second], use.displayUnit) && isFirst(use)) {
-            findings_.add(Code::DisplayUnitUndefined, place,
-                          {SubjectKind::DisplayUnit, use.displayUnit},
-                          "displayUnit {} is not defined for unit {}", quoted(use.displayUnit),
-                          quoted(use.unit));
-        }
-        return entry->second;
-    }
-
-  private:
-    bool isFirst(const UnitUse& use) { return reported_.emplace(use.unit, use.displayUnit).second; }
-
-    static bool hasDisplayUnit(const UnitDefinition& unit, std::string_view name) {
-        return name.empty() || name == unit.name || !unit.isDefined ||
-               std::ranges::find(unit.displayUnits, name, &DisplayUnit::name) !=
-                   unit.displayUnits.end();
-    }
-
-    Description& description_;
-    Findings& findings_;
-    std::unordered_map<std::string_view, std::uint32_t> indices_; ///< of units, by name
-    std::set<std::pair<std::string_view, std::string_view>> reported_;
-};
-
-/// Returns the unit attributes of a variable; those of its type where it has none.
-UnitUse findUse(const Variable& variable, const Description& description) {
-    UnitUse use = variable.unitUse == noIndex ? UnitUse() : description.unitUses[variable.unitUse];
-    const std::uint32_t ofType =
-        variable.type == noIndex ? noIndex : description.types[variable.type].unitUse;
-    if (ofType != noIndex) {
-        const UnitUse& type = description.unitUses[ofType];
-        use.unit = use.unit.empty() ? type.unit : use.unit;
-        use.displayUnit = use.displayUnit.empty() ? type.displayUnit : use.displayUnit;
-    }
-    return use;
-}
-
-/// Resolves the units of types and variables. Declared types are already resolved.
-void resolveUnits(Description& description, Findings& findings) {
-    UnitResolver units(description, findings);
-    for (const TypeDefinition& type : description.types) {
-        // A display unit alone can belong to the units of the variables.
-        if (type.unitUse != noIndex && !description.unitUses[type.unitUse].unit.empty()) {
-            units.resolve(description.unitUses[type.unitUse], type.place,
-                          {SubjectKind::Type, type.name});
-        }
-    }
-    for (Variable& variable : description.variables) {
-        const UnitUse use = findUse(variable, description);
-        if (!use.unit.empty() || !use.displayUnit.empty()) {
-            variable.unit = units.resolve(use, variable.place, subjectOf(variable));
-        }
-    }
-}
-
 } // namespace
 
 void checkDescription(Description& description, Findings& findings) {
@@ -232,6 +163,9 @@ void checkDescription(Description& description, Findings& findings) {
         checkValueReferences(description, findings);
     }
     resolveDeclaredTypes(description, findings);
+    checkCausalities(description, findings);
+    checkLimits(description, findings);
+    checkReferences(description, findings);
     eraseRepeated(description.units, Code::UnitRepeated, SubjectKind::Unit, "unit", findings);
     for (UnitDefinition& unit : description.units) {
         eraseRepeated(unit.displayUnits, Code::DisplayUnitRepeated, SubjectKind::DisplayUnit,

@@ -52,6 +52,11 @@ Variability variabilityOf(const Variable& variable) {
     if (variable.variability != Variability::None && variable.variability != Variability::Invalid) {
         return variable.variability;
     }
+    const Causality causality = causalityOf(variable);
+    if (causality == Causality::Parameter || causality == Causality::CalculatedParameter ||
+        causality == Causality::StructuralParameter) {
+        return Variability::Fixed;
+    }
     const bool isReal = variable.base == BaseType::Float64 || variable.base == BaseType::Float32;
     return isReal ? Variability::Continuous : Variability::Discrete;
 }

@@ -108,7 +108,7 @@ struct UnitUse {
 /// One named value of an enumeration.
 struct Item {
     std::string_view name;
-    std::optional<std::int32_t> value; ///< empty if it is invalid
+    std::optional<std::int64_t> value; ///< empty if it is invalid
     Place place;
 };
 
@@ -141,6 +141,7 @@ struct Variable {
     std::string_view nominal;
     std::string_view description;
     Place place;
+    std::uint32_t position = 0; ///< among the variables as they are written, from 1
     std::uint32_t valueReference = 0;
     std::uint32_t type = noIndex;     ///< the declared type in Description::types, if it is valid
     std::uint32_t firstDimension = 0; ///< in Description::dimensions
@@ -165,6 +166,15 @@ struct Alias {
     std::string_view description;
     std::uint32_t variable = noIndex; ///< in Description::variables
     Place place;
+};
+
+enum class ReferenceKind : std::uint8_t { Derivative, Previous, Clock };
+
+/// A reference of a variable to another one: in FMI 2 its position, in FMI 3 its value reference.
+struct Reference {
+    std::uint32_t variable = 0; ///< in Description::variables
+    std::uint32_t target = 0;
+    ReferenceKind kind = ReferenceKind::Derivative;
 };
 
 /// Memory for the texts of a description, at stable addresses.
@@ -195,6 +205,8 @@ struct Description {
     /// The start values of the variables with Variable::isSize, by value reference.
     std::unordered_map<std::uint32_t, std::uint64_t> sizes;
     std::vector<Alias> aliases;
+    std::vector<Reference> references;
+    std::uint32_t variableElements = 0; ///< number of variables, with and without a name
     /// The value references of the variables without a name, which are not among the variables.
     std::unordered_set<std::uint32_t> unnamedReferences;
 };

@@ -14,6 +14,9 @@
 
 namespace tvtool::fmi {
 
+/// Whether a name can be empty. That of a unit can: it then is the unit of numbers.
+enum class Empty { Error, Allowed };
+
 /// The element, the description that it is read into, and the findings about it.
 struct Element {
     Description& description;
@@ -45,12 +48,12 @@ struct Element {
         addForAttribute(findings::Code::AttributeMissing, attribute, "{} is missing", attribute);
     }
 
-    /// Returns the name, kept with the description. A missing or empty name is an error.
-    std::string_view requiredName() const {
+    /// Returns the name, kept with the description. A missing name is an error.
+    std::string_view requiredName(Empty empty = Empty::Error) const {
         const char* const name = (*this)[Attribute::Name];
         if (name == nullptr) {
             addMissing("name");
-        } else if (*name == '\0') {
+        } else if (*name == '\0' && empty == Empty::Error) {
             add(findings::Code::NameEmpty, "name is empty");
         }
         return description.texts.keep(name == nullptr ? "" : name);

@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <iterator>
 #include <unordered_map>
+#include <utility>
 
 namespace tvtool::fmi {
 
@@ -32,6 +33,9 @@ constexpr Set unit = 1U << 16;
 constexpr Set powers = 1U << 17;
 constexpr Set scale = 1U << 18;
 constexpr Set inverse = 1U << 19;
+constexpr Set index = 1U << 20;
+constexpr Set target = 1U << 21;
+constexpr Set dependent = 1U << 22;
 
 constexpr Set integerType = quantity | range;
 constexpr Set realType = integerType | real;
@@ -45,17 +49,18 @@ constexpr BaseType none = BaseType::None;
 constexpr ElementRule elements[] = {
     {Node::Document, "fmiModelDescription", Node::Root, both, root, none},
 
-    {Node::Root, "ModelVariables",     Node::ModelVariables,  both, 0,   none},
-    {Node::Root, "TypeDefinitions",    Node::TypeDefinitions, both, 0,   none},
-    {Node::Root, "UnitDefinitions",    Node::UnitDefinitions, both, 0,   none},
-    {Node::Root, "ModelStructure",     Node::Skipped,         both, 0,   none},
-    {Node::Root, "ModelExchange",      Node::Skipped,         both, 0,   none},
-    {Node::Root, "CoSimulation",       Node::Skipped,         both, 0,   none},
-    {Node::Root, "ScheduledExecution", Node::Skipped,         both, 0,   none},
-    {Node::Root, "LogCategories",      Node::Skipped,         both, 0,   none},
-    {Node::Root, "DefaultExperiment",  Node::Skipped,         both, 0,   none},
-    {Node::Root, "Terminals",          Node::Skipped,         both, 0,   none},
-    {Node::Root, "GraphicalRepresentation", Node::Skipped,    both, 0,   none},
+    // The last number is the order of the elements; those with the same number have none.
+    {Node::Root, "ModelExchange",      Node::Skipped,         both, 0, none, 1},
+    {Node::Root, "CoSimulation",       Node::Skipped,         both, 0, none, 1},
+    {Node::Root, "ScheduledExecution", Node::Skipped,         fmi3, 0, none, 1},
+    {Node::Root, "UnitDefinitions",    Node::UnitDefinitions, both, 0, none, 2},
+    {Node::Root, "TypeDefinitions",    Node::TypeDefinitions, both, 0, none, 3},
+    {Node::Root, "LogCategories",      Node::Skipped,         both, 0, none, 4},
+    {Node::Root, "DefaultExperiment",  Node::Skipped,         both, 0, none, 5},
+    {Node::Root, "VendorAnnotations",  Node::Skipped,         fmi2, 0, none, 6},
+    {Node::Root, "ModelVariables",     Node::ModelVariables,  both, 0, none, 7},
+    {Node::Root, "ModelStructure",     Node::ModelStructure,  both, 0, none, 8},
+    {Node::Root, "Annotations",        Node::Skipped,         fmi3, 0, none, 9},
 
     {Node::UnitDefinitions, "Unit", Node::Unit, both, unit, none},
     {Node::Unit, "BaseUnit",    Node::BaseUnit,    both, powers | scale,         none},
@@ -105,13 +110,32 @@ constexpr ElementRule elements[] = {
     {Node::ModelVariables, "Int64",       Node::TypedVariable, fmi3, integer3, BaseType::Int64},
     {Node::ModelVariables, "UInt64",      Node::TypedVariable, fmi3, integer3, BaseType::UInt64},
     {Node::ModelVariables, "Boolean",     Node::TypedVariable, fmi3, variable3 | initial | start,  BaseType::Boolean},
-    {Node::ModelVariables, "String",      Node::TypedVariable, fmi3, variable3 | initial | start,  BaseType::String},
-    {Node::ModelVariables, "Binary",      Node::TypedVariable, fmi3, variable3 | initial | start | binary, BaseType::Binary},
+    {Node::ModelVariables, "String",      Node::TypedVariable, fmi3, variable3 | initial,          BaseType::String},
+    {Node::ModelVariables, "Binary",      Node::TypedVariable, fmi3, variable3 | initial | binary, BaseType::Binary},
     {Node::ModelVariables, "Clock",       Node::TypedVariable, fmi3, variable3 | clock,            BaseType::Clock},
     {Node::ModelVariables, "Enumeration", Node::TypedVariable, fmi3, integer3, BaseType::Enumeration},
     {Node::TypedVariable, "Dimension", Node::Dimension, fmi3, extent, none},
     {Node::TypedVariable, "Alias",     Node::Alias,     fmi3, named | alias, none},
-    {Node::TypedVariable, "Start",     Node::Start,     fmi3, item, none}};
+    {Node::TypedVariable, "Start",     Node::Start,     fmi3, item, none},
+
+    {Node::ModelStructure, "Outputs",         Node::UnknownList, fmi2, 0, none},
+    {Node::ModelStructure, "Derivatives",     Node::UnknownList, fmi2, 0, none},
+    {Node::ModelStructure, "InitialUnknowns", Node::UnknownList, fmi2, 0, none},
+    {Node::UnknownList, "Unknown", Node::Unknown, fmi2, index | dependent, none},
+
+    {Node::ModelStructure, "Output",                    Node::Unknown, fmi3, target | dependent, none},
+    {Node::ModelStructure, "ContinuousStateDerivative", Node::Unknown, fmi3, target | dependent, none},
+    {Node::ModelStructure, "ClockedState",              Node::Unknown, fmi3, target | dependent, none},
+    {Node::ModelStructure, "InitialUnknown",            Node::Unknown, fmi3, target | dependent, none},
+    {Node::ModelStructure, "EventIndicator",            Node::Unknown, fmi3, target | dependent, none}};
+
+/// Elements of FMI 1 that later versions do not have at the same place.
+constexpr std::pair<Node, std::string_view> elements1[] = {
+    {Node::Root, "Implementation"},
+    {Node::UnitDefinitions, "BaseUnit"},
+    {Node::Unit, "DisplayUnitDefinition"},
+    {Node::TypeDefinitions, "Type"},
+    {Node::ScalarVariable, "DirectDependency"}};
 
 struct AttributeRule {
     Set groups;
@@ -129,7 +153,15 @@ constexpr AttributeRule readAttributes[] = {
     {real,              "nominal", Attribute::Nominal},
     {real,              "unit", Attribute::Unit},
     {real | alias,      "displayUnit", Attribute::DisplayUnit},
-    {variable | extent, "valueReference", Attribute::ValueReference},
+    {root,              "guid", Attribute::Guid},
+    {root,              "instantiationToken", Attribute::InstantiationToken},
+    {derivative,        "derivative", Attribute::Derivative},
+    {typed,             "previous", Attribute::Previous},
+    {typed,             "clocks", Attribute::Clocks},
+    {index,             "index", Attribute::Index},
+    {dependent,         "dependencies", Attribute::Dependencies},
+    {dependent,         "dependenciesKind", Attribute::DependenciesKind},
+    {variable | extent | target, "valueReference", Attribute::ValueReference},
     {variable,          "causality", Attribute::Causality},
     {variable,          "variability", Attribute::Variability},
     {initial,           "initial", Attribute::Initial},
@@ -154,33 +186,44 @@ struct UnreadAttributes {
     std::initializer_list<std::string_view> names;
 };
 const UnreadAttributes unreadAttributes[] = {
-    {root,         {"guid", "instantiationToken", "author", "version", "copyright", "license",
+    {root,         {"author", "version", "copyright", "license",
                     "generationTool", "generationDateAndTime", "numberOfEventIndicators"}},
     {real,         {"relativeQuantity", "unbounded"}},
     {variable,     {"canHandleMultipleSetPerTimeInstant"}},
-    {derivative,   {"derivative", "reinit"}},
-    {typed,        {"intermediateUpdate", "previous", "clocks"}},
+    {derivative,   {"reinit"}},
+    {typed,        {"intermediateUpdate"}},
     {binary,       {"mimeType", "maxSize"}},
     {clock,        {"canBeDeactivated", "priority", "intervalVariability", "intervalDecimal",
                     "shiftDecimal", "supportsFraction", "resolution", "intervalCounter",
                     "shiftCounter"}}};
 // clang-format on
 
-/// Annotations are allowed below every element.
+/// Annotations are allowed below every element of FMI 3, and below the variables of FMI 2.
 constexpr ElementRule annotation{Node::Document, "Annotations", Node::Skipped, both, 0, none};
 
-} // namespace
-
-const ElementRule* findElement(Node parent, std::string_view name, Set version) {
-    const bool isAnnotation = name == "Annotations" || name == "VendorAnnotations";
-    if (isAnnotation && parent != Node::Document) {
-        return &annotation;
-    }
+const ElementRule* findRule(Node parent, std::string_view name, Set version) {
     const auto rule = std::ranges::find_if(elements, [&](const ElementRule& candidate) {
         return candidate.parent == parent && (candidate.versions & version) != 0 &&
                candidate.name == name;
     });
     return rule != std::end(elements) ? rule : nullptr;
+}
+
+} // namespace
+
+const ElementRule* findElement(Node parent, std::string_view name, Set version) {
+    const bool isAnnotated = version == fmi3 ? parent != Node::Document && parent != Node::Root
+                                             : parent == Node::ScalarVariable;
+    return isAnnotated && name == annotation.name ? &annotation : findRule(parent, name, version);
+}
+
+std::string_view findOtherVersion(Node parent, std::string_view name, Set version) {
+    if (findRule(parent, name, both & ~version) != nullptr) {
+        return version == fmi3 ? "FMI 2" : "FMI 3";
+    }
+    const bool isFirst =
+        std::ranges::find(elements1, std::pair(parent, name)) != std::end(elements1);
+    return isFirst ? "FMI 1" : "";
 }
 
 std::optional<Attribute> findAttribute(std::string_view name, Set groups) {

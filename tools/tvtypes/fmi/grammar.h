@@ -31,6 +31,9 @@ enum class Node : std::uint8_t {
     Dimension,
     Start,
     Alias,
+    ModelStructure,
+    UnknownList, ///< a list of unknowns of FMI 2
+    Unknown,
     Skipped ///< known, but not read
 };
 
@@ -46,7 +49,12 @@ struct ElementRule {
     Set versions;
     Set attributeGroups;
     BaseType base;
+    std::uint8_t rank = 0; ///< order of the children of the root; 0 for others
 };
+
+/// Returns the version of FMI with an element of this name below this parent, other than the given
+/// one: "FMI 1", "FMI 2" or "FMI 3"; empty if there is none.
+std::string_view findOtherVersion(Node parent, std::string_view name, Set version);
 
 /// Returns the rule for an element, or null if it is not expected below this parent.
 const ElementRule* findElement(Node parent, std::string_view name, Set version);
@@ -82,6 +90,14 @@ enum class Attribute : std::uint8_t {
     Factor,
     Offset,
     Inverse,
+    Guid,
+    InstantiationToken,
+    Derivative,
+    Previous,
+    Clocks,
+    Index,
+    Dependencies,
+    DependenciesKind,
     Known
 };
 inline constexpr std::size_t readAttributeCount = static_cast<std::size_t>(Attribute::Known);

@@ -22,7 +22,7 @@ class UnitReader {
 
     void startUnit() {
         unit_ = {};
-        unit_.name = element_.requiredName();
+        unit_.name = element_.requiredName(Empty::Allowed);
         unit_.place = element_.place;
         element_.subject = {SubjectKind::Unit, unit_.name};
         hasBaseUnit_ = false;
@@ -60,7 +60,7 @@ class UnitReader {
     void readDisplayUnit() {
         isValid_ = true;
         DisplayUnit unit;
-        unit.name = element_.requiredName();
+        unit.name = element_.requiredName(Empty::Allowed);
         element_.subject = {SubjectKind::DisplayUnit, unit.name};
         unit.factor = readFactor();
         unit.offset = readNumber(Attribute::Offset, "offset", 0);

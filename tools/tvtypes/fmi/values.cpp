@@ -1,5 +1,6 @@
 #include "fmi/values.h"
 
+#include <cctype>
 #include <charconv>
 #include <cstdint>
 #include <system_error>
@@ -11,10 +12,24 @@ namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
 
+/// Returns whether infinities and NaN are written as in XML, which has no others: INF, -INF, NaN.
+bool isWrittenAsInXml(std::string_view word) {
+    const std::size_t first = word.starts_with('-') || word.starts_with('+') ? 1 : 0;
+    return first >= word.size() || std::isalpha(static_cast<unsigned char>(word[first])) == 0 ||
+           word == "INF" || word == "-INF" || word == "NaN";
+}
+
 /// Parses a number that takes the whole word.
 template <class Number>
 std::errc readNumber(std::string_view word, Number& number) {
+    if (std::is_floating_point_v<Number> && !isWrittenAsInXml(word)) {
+        return std::errc::invalid_argument;
+    }
     if (word.starts_with('+') && !word.starts_with("+-")) {
+        word.remove_prefix(1);
+    }
+    if (std::is_unsigned_v<Number> && word.size() > 1 && word.front() == '-' &&
+        word.find_first_not_of('0', 1) == std::string_view::npos) {
         word.remove_prefix(1);
     }
     const char* const end = word.data() + word.size();
@@ -65,6 +80,7 @@ std::optional<Number> parseNumber(std::string_view text) {
 }
 
 template std::optional<std::int32_t> parseNumber(std::string_view);
+template std::optional<std::int64_t> parseNumber(std::string_view);
 template std::optional<std::uint32_t> parseNumber(std::string_view);
 template std::optional<std::uint64_t> parseNumber(std::string_view);
 template std::optional<double> parseNumber(std::string_view);

@@ -10,8 +10,8 @@
 namespace tvtool::fmi {
 
 /// Parses one number, which may have a plus sign and blanks around it. Returns nothing if the text
-/// is invalid or the number is out of range. For std::int32_t, std::uint32_t, std::uint64_t and
-/// double.
+/// is invalid or the number is out of range. For std::int32_t, std::int64_t, std::uint32_t,
+/// std::uint64_t and double.
 template <class Number>
 std::optional<Number> parseNumber(std::string_view text);
 

@@ -23,6 +23,8 @@ using units::Expansion;
 using Powers = std::map<std::string, std::int64_t>;
 
 constexpr double tolerance = 1e-6;
+/// For the inverse of a factor, which is often written with few digits.
+constexpr double inverseTolerance = 1e-3;
 
 /// Removes the unit of memory, which descriptions have no base unit for.
 Powers withoutMemory(Powers powers) {
@@ -106,7 +108,17 @@ Differences displayDifferences(const fmi::DisplayUnit& display, const Expansion&
                                               1 / exact::Number(unit.factor * meaning.factor))}});
     }
     const auto conversion = units::conversionBetween(unit, meaning);
-    return numberDifferences(display.factor, display.offset, conversion.factor, conversion.offset);
+    Differences found =
+        numberDifferences(display.factor, display.offset, conversion.factor, conversion.offset);
+    const bool isInverse =
+        conversion.factor != 1 &&
+        exact::areClose(exact::Number(display.factor) * conversion.factor, 1, inverseTolerance);
+    if (isInverse && !found.empty() && found.front().code == Code::UnitFactor) {
+        found.front() = {Code::UnitFactorInverse,
+                         fmt::format("has the factor {}, the inverse of the right one, which is {}",
+                                     display.factor, static_cast<double>(conversion.factor))};
+    }
+    return found;
 }
 
 /// A unit or a display unit of a description.

@@ -1,0 +1,6 @@
+// Prints docs/findings.md.
+#include "findings/rules.h"
+
+#include <iostream>
+
+int main() { std::cout << tvtool::findings::rulesDocument(); }
