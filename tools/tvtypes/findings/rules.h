@@ -110,12 +110,10 @@ enum class Code : std::uint8_t {
     FactContradiction,
     FactInvalid,
     FactRemark,
-    LibraryFactor,
-    NameReading,
     TypeRemark,
     ValuesLost,
 };
-inline constexpr std::size_t ruleCount = static_cast<std::size_t>(Code::StructRejected) + 1;
+inline constexpr std::size_t ruleCount = static_cast<std::size_t>(Code::ValuesLost) + 1;
 
 struct Rule {
     Code code;

@@ -164,10 +164,10 @@ void addFindings(const std::string& text, const std::vector<std::string>& notes,
                  const std::string& libraryNote, Findings& found) {
     const findings::Subject subject{SubjectKind::Unit, text};
     for (const std::string& note : notes) {
-        found.add(Code::NameReading, {}, subject, "{}", note);
+        found.add(Code::UnitReading, {}, subject, "{}", note);
     }
     if (!libraryNote.empty()) {
-        found.add(Code::LibraryFactor, {}, subject, "{}", libraryNote);
+        found.add(Code::UnitFactorInexact, {}, subject, "{}", libraryNote);
     }
 }
 
