@@ -32,7 +32,7 @@ struct ArchiveTest : testing::Test {
 TEST_F(ArchiveTest, SelectsDescription) {
     const std::pair<ArchiveEntries, const char*> rows[] = {
         {{{"a/modelDescription.xml", "x"}, {name, good}},
-         "1 variable, 1 type; no errors, no warnings, no notes"},
+         "1 variable; no errors, no warnings, no notes"},
         {{{"__MACOSX/._modelDescription.xml", "junk"}, {name, good}},
          "model.xml: note: entry \"__MACOSX/._modelDescription.xml\" is ignored [archive-entry]\n"},
         {{{"__MACOSX/modelDescription.xml", "junk"}, {"model/modelDescription.xml", good}},
