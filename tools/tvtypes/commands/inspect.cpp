@@ -255,7 +255,7 @@ void addListing(CLI::App& command, Options& options) {
         .add_option("--filter", options.report.filters,
                     "List the variables whose names match a pattern with *, ? and [...]")
         ->type_name("GLOB")
-        ->expected(1);
+        ->allow_extra_args(false);
     command
         .add_option("--sort", options.report.order,
                     "Order of the variables: line (of the description; the default), name, type "
@@ -274,10 +274,10 @@ void addFindings(CLI::App& command, Options& options) {
         .add_option("--select", options.select,
                     "Report only findings with these codes: patterns, separated by commas")
         ->type_name("GLOB")
-        ->expected(1);
+        ->allow_extra_args(false);
     command.add_option("--ignore", options.ignore, "Do not report findings with these codes")
         ->type_name("GLOB")
-        ->expected(1);
+        ->allow_extra_args(false);
     command.add_flag("--quiet", options.isQuiet, "Print the findings only");
     command.add_flag("--strict", options.isStrict, "Exit with 1 for warnings too");
     command.add_flag("--all", options.report.showsAllFindings,

@@ -1,14 +1,30 @@
 #include "findings/selection.h"
 
+#include "text/argument_error.h"
 #include "text/glob.h"
-#include "text/parse_error.h"
+#include "text/quote.h"
+#include "text/suggestion.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
+#include <set>
 #include <string_view>
 
 namespace tvtool::findings {
 
 namespace {
+
+text::ArgumentError unknownCode(const std::string& code) {
+    std::set<std::string> names;
+    for (const Rule& rule : rules()) {
+        names.emplace(rule.name);
+    }
+    const std::string meant = text::nearestChoice(code, names).value_or("");
+    return text::ArgumentError(
+        fmt::format("no finding has the code {}{}", text::quoted(code), text::meantText(meant)),
+        code, meant);
+}
 
 /// Sets the entries of the codes that match one of the patterns.
 void setMatching(const std::vector<std::string>& lists, std::vector<bool>& entries, bool value) {
@@ -24,7 +40,7 @@ void setMatching(const std::vector<std::string>& lists, std::vector<bool>& entri
                 }
             }
             if (!isKnown) {
-                throw text::ParseError("there is no such code of a finding", list, begin);
+                throw unknownCode(pattern);
             }
         }
     }

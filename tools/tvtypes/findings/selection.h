@@ -14,7 +14,7 @@ namespace tvtool::findings {
 class Selection {
   public:
     /// \param select patterns with *, ? and [...], or several of them separated by commas
-    /// Throws a text::ParseError for an unknown code without a wildcard.
+    /// Throws a text::ArgumentError for an unknown code without a wildcard.
     Selection(const std::vector<std::string>& select, const std::vector<std::string>& ignore);
 
     bool contains(Code code) const { return contains_[static_cast<std::size_t>(code)]; }

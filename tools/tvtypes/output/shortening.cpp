@@ -123,7 +123,10 @@ void Shortening::resolve(std::vector<std::string> group) {
         }
         while (result.empty() || !taken_.insert(hashOf(result)).second) {
             const std::string suffix = fmt::format("~{}", ++number);
-            result = shortenedInTheMiddle(text, width_ - std::min(width_, suffix.size())) + suffix;
+            const std::size_t rest = width_ - std::min(width_, suffix.size());
+            result = rest > gap.size() ? shortenedInTheMiddle(text, rest)
+                                       : std::string(text::prefixOfWidth(text, rest));
+            result += suffix;
         }
         exceptions_.emplace(hashOf(text), std::move(result));
     }

@@ -62,6 +62,9 @@ Column<Row> variablesColumn(const Inspection& inspection) {
 
 /// Returns a text in one line: a description may have several.
 std::string singleLine(std::string_view text) {
+    if (text::isPrintableAscii(text) && text.find("  ") == std::string_view::npos) {
+        return std::string(text);
+    }
     std::string line;
     bool isGap = false;
     for (const char c : text) {
@@ -70,7 +73,7 @@ std::string singleLine(std::string_view text) {
             line += isGap && !line.empty() ? " " : "";
             line += c;
         }
-        isGap = isBlank || (isGap && isBlank);
+        isGap = isBlank;
     }
     return text::safeText(line);
 }
