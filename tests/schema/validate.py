@@ -104,6 +104,8 @@ for file in files:
     validate(["layout", "--json", file])
 validate(["inspect", "--json", *files[:3], "/no/such/file"])
 validate(["inspect", "--json", str(source / "examples")])
+validate(["dims", "--json", "[2,N+N]", "1/(N-N)", "2*N", "N+N"])
+validate(["unit", "--json", "--complete", "newt"])
 validate(["dims", "--json", "--facts", str(source / "examples/filter_bank.facts")])
 
 for name, schema in schemas.items():

@@ -27,7 +27,8 @@ using testing::Not;
 // Five characters, which take ten columns.
 constexpr const char* wide = "\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4";
 
-constexpr const char* controller = R"(<fmiModelDescription fmiVersion="3.0" modelName="C">
+constexpr const char* controller =
+    R"(<fmiModelDescription fmiVersion="3.0" modelName="C" instantiationToken="t">
 <UnitDefinitions>
 <Unit name="rad/s"><BaseUnit s="-1" rad="1"/><DisplayUnit name="rpm" factor="9.54929658551372"/></Unit>
 </UnitDefinitions>
@@ -43,7 +44,7 @@ constexpr const char* controller = R"(<fmiModelDescription fmiVersion="3.0" mode
 <Enumeration name="mode" valueReference="3" causality="output" declaredType="Mode"/>
 <UInt64 name="n" valueReference="4" causality="structuralParameter" variability="fixed" start="2"/>
 <Float64 name="gain" valueReference="5" causality="parameter" variability="tunable" start="1 2"><Dimension valueReference="4"/><Alias name="k" description="same"/></Float64>
-<Int8 name="x" valueReference="6" start="300"/>
+<Int8 name="x" valueReference="6" initial="exact" start="300"/>
 </ModelVariables>
 </fmiModelDescription>
 )";
@@ -187,8 +188,8 @@ TEST(FindingLines, FoldAndSelect) {
     const TemporaryFolder folder;
     std::string variables;
     for (int i = 0; i < 60; ++i) {
-        variables +=
-            fmt::format("\n<Int8 name=\"v{0}\" valueReference=\"{0}\" start=\"3{0}.5\"/>", i);
+        variables += fmt::format(
+            "\n<Int8 name=\"v{0}\" valueReference=\"{0}\" initial=\"exact\" start=\"3{0}.5\"/>", i);
     }
     variables += "\n<Int8 name=\"odd\" valueReference=\"99\" colour=\"red\"/>";
     const std::string file = folder.write("m.xml", description3("", variables));

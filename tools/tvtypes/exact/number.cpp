@@ -303,7 +303,12 @@ Decimal shortestDecimal(const Number& number) {
     if (number == 0) {
         return {"0", true};
     }
-    const Digits digits = shownDigits(abs(number));
+    const Number size = abs(number);
+    Digits digits = significantDigits(size);
+    const double nearest = toDouble(size);
+    if (!digits.isExact && std::isnormal(nearest)) {
+        digits = shortestDigits(nearest);
+    }
     return {(number < 0 ? "-" : "") +
                 decimalNotation(digits.text, digits.exponent, greatestWithZeros),
             digits.isExact};
