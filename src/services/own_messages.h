@@ -29,8 +29,8 @@ class OwnMessage : public msgcore::BaseMsgID {
 /// Messages by name; the id of InvalidStructIndex is TorvaneTypes::general::InvalidStructIndex.
 namespace own {
 
-/// An id of a type that is not a struct. Arguments: the id. The message has the id of the catalogue's
-/// InvalidDataTypeId, whose sentence is about ids without a type.
+/// An id of a type that is not a struct. Arguments: the id. The message has the id of the
+/// catalogue's InvalidDataTypeId, whose sentence is about ids without a type.
 class NotAStruct final : public OwnMessage {
   public:
     NotAStruct(const std::string& type, std::int64_t id);

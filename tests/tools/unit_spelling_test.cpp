@@ -1,9 +1,9 @@
 #include "support.h"
+#include "text/suggestion.h"
 #include "text/utf16.h"
 #include "units/expansion.h"
 #include "units/reading.h"
 #include "units/spelling.h"
-#include "text/suggestion.h"
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
