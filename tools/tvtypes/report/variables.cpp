@@ -131,8 +131,10 @@ std::string_view VariableRow::nominal() const {
 std::span<const fmi::Alias> VariableRow::aliases() const {
     const std::vector<fmi::Alias>& aliases = all->model().description->aliases;
     // They are in the order of their variables.
-    const auto range = std::ranges::equal_range(aliases, index, {}, &fmi::Alias::variable);
-    return {range.begin(), range.end()};
+    // Not equal_range(), whose subrange clang 14 cannot compile.
+    const auto begin = std::ranges::lower_bound(aliases, index, {}, &fmi::Alias::variable);
+    const auto end = std::ranges::upper_bound(aliases, index, {}, &fmi::Alias::variable);
+    return {begin, end};
 }
 
 Variables::Variables(const model::Model& model, const Options& options)
