@@ -52,7 +52,7 @@ TEST(Fixpt, ParsesNamesOfRandomRecords) {
             for (const auto scaling : {FxpDT::PreferFractionLength, FxpDT::PreferSlopeBias}) {
                 fxpDataTypeProp open = record;
                 open.Signedness = static_cast<std::uint32_t>(random() % 3);
-                open.DataTypeOverrideState = static_cast<std::uint32_t>(random() % 2);
+                open.DataTypeOverrideState = static_cast<int>(random() % 2);
                 const std::string text =
                     fxpDataTypeToConstructorString_NoCache(open, base, scaling);
                 ASSERT_TRUE(fxdt_isequal_to()(fixedpoint::parseTypeName(text), open)) << text;
