@@ -43,7 +43,7 @@ StructDataType& requireStruct(const DataTypeTable& table, int id) {
     if (type == nullptr) {
         table.checkDataTypeId(id);
         throwError(own::NotAStruct(
-            orEmpty(table.getDataTypeAt(static_cast<std::size_t>(id + 1))->getName()), id));
+            orEmpty(table.getDataTypeAt(static_cast<std::size_t>(id) + 1)->getName()), id));
     }
     return *type;
 }

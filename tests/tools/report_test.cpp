@@ -28,7 +28,7 @@ using testing::Not;
 constexpr const char* wide = "\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4\xE6\xB0\xB4";
 
 constexpr const char* controller =
-    R"(<fmiModelDescription fmiVersion="3.0" modelName="C" instantiationToken="t">
+    R"(<fmiModelDescription fmiVersion="3.0" modelName="C" instantiationToken="t"><CoSimulation modelIdentifier="C"/>
 <UnitDefinitions>
 <Unit name="rad/s"><BaseUnit s="-1" rad="1"/><DisplayUnit name="rpm" factor="9.54929658551372"/></Unit>
 </UnitDefinitions>
@@ -45,7 +45,7 @@ constexpr const char* controller =
 <UInt64 name="n" valueReference="4" causality="structuralParameter" variability="fixed" start="2"/>
 <Float64 name="gain" valueReference="5" causality="parameter" variability="tunable" start="1 2"><Dimension valueReference="4"/><Alias name="k" description="same"/></Float64>
 <Int8 name="x" valueReference="6" initial="exact" start="300"/>
-</ModelVariables>
+</ModelVariables><ModelStructure><Output valueReference="3"/></ModelStructure>
 </fmiModelDescription>
 )";
 

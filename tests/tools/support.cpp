@@ -113,9 +113,9 @@ fmi::Source textSource(std::string text, std::size_t step) {
 
 std::string description3(const std::string& types, const std::string& variables) {
     return fmt::format("<fmiModelDescription fmiVersion=\"3.0\" modelName=\"M\" "
-                       "instantiationToken=\"t\">"
+                       "instantiationToken=\"t\"><ModelExchange modelIdentifier=\"M\"/>"
                        "<TypeDefinitions>{}</TypeDefinitions>"
-                       "<ModelVariables>{}</ModelVariables></fmiModelDescription>",
+                       "<ModelVariables>{}</ModelVariables><ModelStructure/></fmiModelDescription>",
                        types, variables);
 }
 

@@ -16,7 +16,7 @@ using testing::HasSubstr;
 
 constexpr const char* description =
     "<fmiModelDescription fmiVersion=\"3.0\" modelName=\"M\" instantiationToken=\"t\" "
-    "variableNamingConvention=\"structured\"><UnitDefinitions>"
+    "variableNamingConvention=\"structured\"><CoSimulation modelIdentifier=\"M\"/><UnitDefinitions>"
     "<Unit name=\"m\"><BaseUnit m=\"1\"/></Unit><Unit name=\"N.m\"/></UnitDefinitions>"
     "<TypeDefinitions><Float64Type name=\"Torque\" unit=\"N.m\"/></TypeDefinitions><ModelVariables>"
     "<Float64 name=\"a.x\" valueReference=\"1\" unit=\"m\"/>"
@@ -25,7 +25,7 @@ constexpr const char* description =
     "<Float64 name=\"d.x\" valueReference=\"4\"/>"
     "<Float64 name=\"e.x\" valueReference=\"5\" declaredType=\"Torque\"/>"
     "<Float64 name=\"f.x\" valueReference=\"6\" declaredType=\"Torque\" unit=\"m\"/>"
-    "</ModelVariables></fmiModelDescription>";
+    "</ModelVariables><ModelStructure/></fmiModelDescription>";
 
 TEST(ModelUnits, AreSetInStructElements) {
     model::Model model(textSource(description), {});

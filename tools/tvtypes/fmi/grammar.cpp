@@ -50,16 +50,16 @@ constexpr ElementRule elements[] = {
     {Node::Document, "fmiModelDescription", Node::Root, both, root, none},
 
     // The last number is the order of the elements; those with the same number have none.
-    {Node::Root, "ModelExchange",      Node::Skipped,         both, 0, none, 1},
-    {Node::Root, "CoSimulation",       Node::Skipped,         both, 0, none, 1},
-    {Node::Root, "ScheduledExecution", Node::Skipped,         fmi3, 0, none, 1},
+    {Node::Root, "ModelExchange",      Node::Skipped,         both, 0, none, interfaceRank},
+    {Node::Root, "CoSimulation",       Node::Skipped,         both, 0, none, interfaceRank},
+    {Node::Root, "ScheduledExecution", Node::Skipped,         fmi3, 0, none, interfaceRank},
     {Node::Root, "UnitDefinitions",    Node::UnitDefinitions, both, 0, none, 2},
     {Node::Root, "TypeDefinitions",    Node::TypeDefinitions, both, 0, none, 3},
     {Node::Root, "LogCategories",      Node::Skipped,         both, 0, none, 4},
     {Node::Root, "DefaultExperiment",  Node::Skipped,         both, 0, none, 5},
     {Node::Root, "VendorAnnotations",  Node::Skipped,         fmi2, 0, none, 6},
-    {Node::Root, "ModelVariables",     Node::ModelVariables,  both, 0, none, 7},
-    {Node::Root, "ModelStructure",     Node::ModelStructure,  both, 0, none, 8},
+    {Node::Root, "ModelVariables",     Node::ModelVariables,  both, 0, none, variablesRank},
+    {Node::Root, "ModelStructure",     Node::ModelStructure,  both, 0, none, structureRank},
     {Node::Root, "Annotations",        Node::Skipped,         fmi3, 0, none, 9},
 
     {Node::UnitDefinitions, "Unit", Node::Unit, both, unit, none},

@@ -52,6 +52,11 @@ struct ElementRule {
     std::uint8_t rank = 0; ///< order of the children of the root; 0 for others
 };
 
+/// Ranks of the children of the root that are required.
+inline constexpr std::uint8_t interfaceRank = 1;
+inline constexpr std::uint8_t variablesRank = 7;
+inline constexpr std::uint8_t structureRank = 8;
+
 /// Returns the version of FMI with an element of this name below this parent, other than the given
 /// one: "FMI 1", "FMI 2" or "FMI 3"; empty if there is none.
 std::string_view findOtherVersion(Node parent, std::string_view name, Set version);

@@ -26,6 +26,7 @@ struct Limited {
     const char* kind;
     Range range;
     bool hasOwn = true; ///< whether one of the limits is its own
+    bool hasOwnNominal = true;
 };
 
 template <class Number>
@@ -50,6 +51,9 @@ void checkNominal(const Limited& limited, Findings& findings) {
         return;
     }
     if (*nominal <= 0) {
+        if (!limited.hasOwnNominal) {
+            return; // reported about the type
+        }
         findings.add(Code::NominalSign, limited.place, limited.subject,
                      "{} {} has nominal {}, which is not above 0", limited.kind,
                      quoted(limited.subject.name), limited.range.nominal);
@@ -145,7 +149,8 @@ void checkVariable(const Variable& variable, const Description& description, Fin
                           "variable",
                           rangeOf(variable, description),
                           !variable.min.empty() || !variable.max.empty() ||
-                              !variable.nominal.empty()};
+                              !variable.nominal.empty(),
+                          !variable.nominal.empty()};
     switch (kindOf(variable.base)) {
     case Kind::Real:
         if (limited.hasOwn) {

@@ -48,6 +48,9 @@ class Reader : public XmlHandler {
             return;
         }
         element_.place = {rule->name, position.line, position.column};
+        if (rule->node == Node::Root) {
+            root_ = element_.place;
+        }
         if (open_.size() <= depthOfSections) {
             element_.subject = {};
         }
@@ -64,6 +67,8 @@ class Reader : public XmlHandler {
         const Node node = open_.back();
         open_.pop_back();
         switch (node) {
+        case Node::Root:
+            return checkRequired();
         case Node::Unit:
             return units_.endUnit();
         case Node::SimpleType:
@@ -144,6 +149,21 @@ class Reader : public XmlHandler {
                                   quoted(rule.name), quoted(sections_.back()->name));
         }
         sections_.push_back(&rule);
+    }
+
+    /// Checks that the root has the children that the standard requires.
+    void checkRequired() const {
+        const auto check = [&](int rank, std::string_view name, std::string_view sentence) {
+            if (std::ranges::find(sections_, rank, &ElementRule::rank) == sections_.end()) {
+                element_.findings.addWithCause(Code::ElementMissing, root_, {}, name, "{}",
+                                               sentence);
+            }
+        };
+        check(interfaceRank, "an interface",
+              "the description has no element of an interface, "
+              "such as CoSimulation");
+        check(variablesRank, "ModelVariables", "element ModelVariables is missing");
+        check(structureRank, "ModelStructure", "element ModelStructure is missing");
     }
 
     void readAttributes(const ElementRule& rule, const char* const* attributes) {
@@ -253,6 +273,7 @@ class Reader : public XmlHandler {
     TypeReader types_{element_, units_};
     VariableReader variables_{element_, units_};
     ModelStructureReader structure_{element_};
+    Place root_;
     std::vector<const ElementRule*> sections_; ///< the children of the root so far
 };
 

@@ -35,8 +35,15 @@ void checkReference(const Reference& reference, const VariableFinder& variables,
         findings.addWithCause(Code::ReferenceSelf, variable.place, subjectOf(variable), attribute,
                               "{} of variable {} is the variable itself", attribute,
                               quoted(variable.name));
-    } else if (target != noIndex && reference.kind == ReferenceKind::Clock &&
-               description.variables[target].base != BaseType::Clock) {
+    } else if (target == noIndex) {
+        return; // an alias or a variable without a name
+    } else if (const BaseType base = description.variables[target].base;
+               reference.kind == ReferenceKind::Derivative && base != BaseType::Float64 &&
+               base != BaseType::Float32) {
+        findings.add(Code::DerivativeType, variable.place, subjectOf(variable),
+                     "derivative of variable {} has {}, which is no floating-point number",
+                     quoted(variable.name), quoted(description.variables[target].name));
+    } else if (reference.kind == ReferenceKind::Clock && base != BaseType::Clock) {
         findings.add(Code::ClockType, variable.place, subjectOf(variable),
                      "clocks of variable {} has {}, which is no Clock", quoted(variable.name),
                      quoted(description.variables[target].name));
