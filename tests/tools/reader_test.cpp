@@ -1,7 +1,11 @@
 #include "support.h"
 
+#include "files/read_error.h"
+#include "model/model.h"
+
 #include <boost/algorithm/string/replace.hpp>
-#include <gtest/gtest.h>
+#include <fmt/format.h>
+#include <gmock/gmock.h>
 
 namespace tvtool {
 
@@ -64,6 +68,40 @@ TEST(Reader, SkipsDeepNesting) {
     ASSERT_EQ(read->description->variables.size(), 1U);
     EXPECT_EQ(read->description->variables[0].name, "last");
     EXPECT_EQ(read->findings.all().size(), 1U);
+}
+
+TEST(Reader, LimitsRecords) {
+    struct Row {
+        const char* section;
+        const char* element; ///< with a number
+        int count;
+        const char* sentence;
+    };
+    const Row rows[] = {
+        {"UnitDefinitions", "<Unit name='u{}'/>", 50'000, "more than 50000 units"},
+        {"TypeDefinitions", "<Int8Type name='t{}'/>", 200'000, "more than 200000 types"},
+        {"ModelVariables", "<Int8 name='a{0}' valueReference='{0}'/>", 500'000, "500000 variables"},
+        {"ModelVariables", "<Float64 name='a{0}' valueReference='{0}' unit='{0}'/>", 50'000,
+         "more than 50000 units"},
+        {"ModelVariables",
+         "<Int8 name='a{0}' valueReference='{0}'><Dimension start='1{0}'/></Int8>", 100'000,
+         "100000 different sizes"},
+        {"Annotations", "<a{}/>", 120'000, "100000 different names"}};
+    for (const Row& row : rows) {
+        std::string text = "<fmiModelDescription fmiVersion='3.0' modelName='M' "
+                           "instantiationToken='t'><";
+        text += fmt::format("{}>", row.section);
+        for (int i = 0; i <= row.count; ++i) {
+            text += fmt::format(fmt::runtime(row.element), i);
+        }
+        text += fmt::format("</{}></fmiModelDescription>", row.section);
+        try {
+            const model::Model model(textSource(text), {});
+            ADD_FAILURE() << row.sentence;
+        } catch (const files::ReadError& error) {
+            EXPECT_THAT(error.what(), testing::HasSubstr(row.sentence));
+        }
+    }
 }
 
 } // namespace

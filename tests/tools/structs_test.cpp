@@ -316,6 +316,19 @@ TEST(StructLayout, MatchesReferenceModel) {
     }
 }
 
+TEST(Structs, AreLeftOutIfThereAreTooMany) {
+    std::string variables;
+    for (int i = 0; i <= 100'000; ++i) {
+        variables += fmt::format("<Int8 name='a{0}.b{0}' valueReference='{0}'/>", i);
+    }
+    const model::Model model(textSource(structuredDescription3("", variables)), {});
+    ASSERT_EQ(model.findings.all().size(), 1U);
+    EXPECT_EQ(model.findings.all()[0].code, findings::Code::StructLimit);
+    EXPECT_THAT(model.structs.instances(), testing::IsEmpty());
+    EXPECT_EQ(model.structs.find("a7"), nullptr);
+    EXPECT_EQ(model.structs.path(2), "a0.b0");
+}
+
 } // namespace
 
 } // namespace tvtool

@@ -7,6 +7,38 @@
 
 namespace tvtool::findings {
 
+namespace {
+
+void addPlace(Finding& finding, const Place& place) {
+    ++finding.count;
+    finding.lastLine = std::max(finding.lastLine, place.line);
+    if (place.line < finding.line) {
+        finding.line = place.line;
+        finding.column = place.column;
+    }
+}
+
+} // namespace
+
+void Findings::addFurther(Code code, const Place& place) {
+    std::uint32_t& further = further_[static_cast<std::size_t>(code)];
+    if (further == 0) {
+        all_.push_back({code,
+                        SubjectKind::File,
+                        place.line,
+                        place.column,
+                        1,
+                        place.line,
+                        {},
+                        {},
+                        {},
+                        "there are more findings of this kind, which are not listed"});
+        further = static_cast<std::uint32_t>(all_.size());
+    } else {
+        addPlace(all_[further - 1], place);
+    }
+}
+
 void Findings::insert(Code code, const Place& place, Subject subject, std::string_view cause,
                       std::string sentence) {
     std::size_t hash = static_cast<std::size_t>(code);
@@ -16,13 +48,7 @@ void Findings::insert(Code code, const Place& place, Subject subject, std::strin
     for (auto entry = begin; entry != end; ++entry) {
         Finding& first = all_[entry->second];
         if (first.code == code && first.element == place.element && first.sentence == sentence) {
-            ++first.count;
-            first.lastLine = std::max(first.lastLine, place.line);
-            if (place.line < first.line) {
-                first.line = place.line;
-                first.column = place.column;
-            }
-            return;
+            return addPlace(first, place);
         }
     }
     ++distinct_[static_cast<std::size_t>(code)];

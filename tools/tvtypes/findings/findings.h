@@ -77,8 +77,7 @@ class Findings {
             insert(code, place, subject, cause,
                    fmt::format(sentence, std::forward<Arguments>(arguments)...));
         } else {
-            insert(code, {.element = {}, .line = place.line, .column = place.column}, {}, {},
-                   "there are more findings of this kind, which are not listed");
+            addFurther(code, place);
         }
     }
 
@@ -99,11 +98,14 @@ class Findings {
     std::size_t count(Severity severity, Area area) const;
 
   private:
+    /// Counts a finding beyond maxDistinct.
+    void addFurther(Code code, const Place& place);
     void insert(Code code, const Place& place, Subject subject, std::string_view cause,
                 std::string sentence);
 
     std::vector<Finding> all_;
     std::array<std::uint32_t, ruleCount> distinct_{}; ///< number of findings in all_ by code
+    std::array<std::uint32_t, ruleCount> further_{};  ///< behind the index of that of addFurther()
     std::unordered_multimap<std::size_t, std::uint32_t> known_; ///< indices by hash
 };
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "fmi/attribute_checks.h"
+#include "fmi/bounds.h"
 #include "fmi/unit_reader.h"
 #include "fmi/values.h"
 #include "text/quote.h"
@@ -55,6 +56,7 @@ class TypeReader {
             item.value = static_cast<std::int64_t>(type_.items.size() + 1);
         }
         type_.items.push_back(item);
+        checkBound(++items_, itemBound);
     }
 
     void endType() {
@@ -69,6 +71,7 @@ class TypeReader {
         }
         if (!type_.name.empty() && type_.base != BaseType::None) {
             element_.description.types.push_back(std::move(type_));
+            checkBound(element_.description.types.size(), typeBound);
         }
         type_ = {};
     }
@@ -99,7 +102,8 @@ class TypeReader {
 
     Element& element_;
     UnitReader& units_;
-    TypeDefinition type_; ///< the open one
+    TypeDefinition type_;   ///< the open one
+    std::size_t items_ = 0; ///< of all types
 };
 
 } // namespace tvtool::fmi

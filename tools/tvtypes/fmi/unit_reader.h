@@ -2,6 +2,7 @@
 /// Reading of the units of a description.
 #pragma once
 
+#include "fmi/bounds.h"
 #include "fmi/element.h"
 #include "fmi/values.h"
 #include "text/quote.h"
@@ -76,12 +77,14 @@ class UnitReader {
         }
         if (isValid_ && !unit.name.empty()) {
             unit_.displayUnits.push_back(unit);
+            checkBound(++displayUnits_, displayUnitBound);
         }
     }
 
     void endUnit() {
         if (!unit_.name.empty()) {
             element_.description.units.push_back(std::move(unit_));
+            checkBound(element_.description.units.size(), unitBound);
         }
     }
 
@@ -105,6 +108,7 @@ class UnitReader {
         const auto index = static_cast<std::uint32_t>(description.unitUses.size());
         description.unitUses.push_back(use);
         uses_.emplace(std::pair(use.unit, use.displayUnit), index);
+        checkBound(uses_.size(), unitBound);
         return index;
     }
 
@@ -137,7 +141,8 @@ class UnitReader {
     using SubjectKind = findings::SubjectKind;
 
     Element& element_;
-    UnitDefinition unit_; ///< the open one
+    UnitDefinition unit_;          ///< the open one
+    std::size_t displayUnits_ = 0; ///< of all units
     bool hasBaseUnit_ = false;
     bool isValid_ = true; ///< whether the numbers of the element are valid
     std::map<std::pair<std::string_view, std::string_view>, std::uint32_t> uses_;

@@ -1,4 +1,5 @@
 // Resolution of the units of types, variables and aliases.
+#include "fmi/bounds.h"
 #include "fmi/description_checks.h"
 #include "text/quote.h"
 
@@ -54,6 +55,7 @@ class UnitResolver {
             indices_.try_emplace(use.unit, static_cast<std::uint32_t>(description_.units.size()));
         if (isNew) {
             description_.units.push_back({use.unit, std::nullopt, {}, false, place});
+            checkBound(description_.units.size(), unitBound);
         }
         const UnitDefinition& unit = description_.units[entry->second];
         if (!unit.isDefined && definesUnits_) {

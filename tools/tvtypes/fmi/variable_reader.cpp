@@ -1,6 +1,7 @@
 #include "fmi/variable_reader.h"
 
 #include "fmi/attribute_checks.h"
+#include "fmi/bounds.h"
 #include "fmi/values.h"
 #include "text/quote.h"
 
@@ -22,6 +23,7 @@ bool isHexadecimal(std::string_view text) {
 
 void VariableReader::startVariable(BaseType base) {
     Description& description = element_.description;
+    checkBound(description.variables.size() + 1, variableBound);
     Variable& variable = description.variables.emplace_back();
     variable.position = ++description.variableElements;
     variable.name = element_.requiredName();
@@ -68,6 +70,7 @@ void VariableReader::readReferences() {
     const auto index = static_cast<std::uint32_t>(description.variables.size() - 1);
     const auto keep = [&](ReferenceKind kind, std::uint32_t target) {
         description.references.push_back({index, target, kind});
+        checkBound(description.references.size(), referenceBound);
     };
     if (const auto target = readUnsigned(element_, Attribute::Derivative, "derivative")) {
         keep(ReferenceKind::Derivative, *target);
@@ -128,6 +131,7 @@ void VariableReader::readDimension() {
         variable.firstDimension = static_cast<std::uint32_t>(description.dimensions.size());
     }
     description.dimensions.push_back(size ? Dimension{*size, false} : Dimension{*target, true});
+    checkBound(description.dimensions.size(), dimensionBound);
 }
 
 void VariableReader::readStart() {
@@ -157,6 +161,7 @@ void VariableReader::readAlias() {
         description.aliases.push_back(
             {name, element_.text(Attribute::DisplayUnit), element_.text(Attribute::Description),
              static_cast<std::uint32_t>(description.variables.size() - 1), element_.place});
+        checkBound(description.aliases.size(), aliasBound);
     }
 }
 

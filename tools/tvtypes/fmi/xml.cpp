@@ -1,5 +1,7 @@
 #include "fmi/xml.h"
 
+#include "fmi/bounds.h"
+
 #include <fmt/format.h>
 
 // Declares the functions that limit the expansion of entities.
@@ -9,10 +11,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <new>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace tvtool::fmi {
 
@@ -27,30 +32,31 @@ constexpr Bytes smallestPiece = 64 * 1024;
 constexpr Bytes longestToken = 16 * mebibyte;
 constexpr Bytes longestDoctype = 1 * mebibyte;
 constexpr Bytes longestWithEntities = 16 * mebibyte;
-constexpr std::size_t mostElements = 5'000'000;
-constexpr std::size_t mostAttributes = 20'000'000;
-constexpr std::size_t mostLines = 20'000'000;
-constexpr std::size_t deepestElement = 100'000;
-// The parser recurses for entities that contain others, and searches declarations of attributes
-// one by one.
-constexpr std::size_t mostDeclarations = 1'000;
 constexpr float largestExpansion = 2; ///< of entities, relative to the text without them
 
 std::uint64_t currentLine(XML_Parser parser) { return XML_GetCurrentLineNumber(parser); }
 std::uint64_t currentColumn(XML_Parser parser) { return XML_GetCurrentColumnNumber(parser) + 1; }
-
-/// Throws if a count exceeds its limit.
-void checkLimit(std::size_t count, std::size_t limit, const char* things) {
-    if (count > limit) {
-        throw files::ReadError(fmt::format("there are more than {} {}", limit, things));
-    }
-}
 
 void checkLength(Bytes length, Bytes limit, const char* thing) {
     if (length > limit) {
         throw files::ReadError(fmt::format("{} is longer than {} MiB", thing, limit / mebibyte));
     }
 }
+
+/// Counts different names; those with equal hashes count once.
+class NameCounter {
+  public:
+    void add(std::string_view name) {
+        const std::size_t hash = std::hash<std::string_view>()(name) % seen_.size();
+        count_ += seen_[hash] ? 0 : 1;
+        seen_[hash] = true;
+        checkBound(count_, nameBound);
+    }
+
+  private:
+    std::vector<bool> seen_ = std::vector<bool>(std::size_t{1} << 20);
+    std::size_t count_ = 0;
+};
 
 /// One parsing of a text: the position and what counts towards the limits.
 struct Run {
@@ -63,6 +69,7 @@ struct Run {
     std::size_t elements = 0;
     std::size_t attributes = 0;
     std::size_t declarations = 0; ///< of entities and attributes
+    NameCounter names = {};
 
     /// Position of the token that is handled, or after a call of the parser of an incomplete one.
     Bytes tokenStart() const { return std::max<Bytes>(XML_GetCurrentByteIndex(parser), 0); }
@@ -86,19 +93,21 @@ struct Run {
         }
     }
 
-    void countElement(const char* const* nameAndValue) {
-        checkLimit(++elements, mostElements, "elements");
-        checkLimit(++depth, deepestElement, "levels of elements");
+    void countElement(const char* name, const char* const* nameAndValue) {
+        names.add(name);
+        checkBound(++elements, elementBound);
+        checkBound(++depth, levelBound);
         for (; *nameAndValue != nullptr; nameAndValue += 2) {
+            names.add(*nameAndValue);
             ++attributes;
         }
-        checkLimit(attributes, mostAttributes, "attributes");
+        checkBound(attributes, attributeBound);
     }
 
     void checkPiece() const {
         checkLength(read - tokenStart(), longestToken, "a tag or comment");
         checkLength(read, static_cast<Bytes>(largestDescription), "the description");
-        checkLimit(currentLine(parser), mostLines, "lines");
+        checkBound(currentLine(parser), lineBound);
         if (doctype) {
             checkLength(tokenStart() - *doctype, longestDoctype, "the document type declaration");
         }
@@ -113,7 +122,7 @@ Run& runOf(void* userData) { return *static_cast<Run*>(userData); }
 void onStart(void* userData, const XML_Char* name, const XML_Char** attributes) {
     Run& run = runOf(userData);
     run.guarded([&] {
-        run.countElement(attributes);
+        run.countElement(name, attributes);
         const Position position{static_cast<std::uint32_t>(currentLine(run.parser)),
                                 static_cast<std::uint32_t>(currentColumn(run.parser))};
         run.handler.startElement(name, attributes, position);
@@ -134,9 +143,7 @@ void onDoctypeEnd(void* userData) { runOf(userData).doctype.reset(); }
 
 void countDeclaration(void* userData) {
     Run& run = runOf(userData);
-    run.guarded([&] {
-        checkLimit(++run.declarations, mostDeclarations, "declared entities and attributes");
-    });
+    run.guarded([&] { checkBound(++run.declarations, declarationBound); });
 }
 
 void onEntity(void* userData, const XML_Char*, int, const XML_Char*, int, const XML_Char*,

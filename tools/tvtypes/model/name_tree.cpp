@@ -25,7 +25,7 @@ using text::quoted;
 
 // Limits of memory, far above the names of real models.
 constexpr std::size_t longestPath = 64 * 1024;
-constexpr std::size_t mostInstances = 4'000'000;
+constexpr std::size_t mostInstances = 1'500'000;
 
 /// The owner and the text of a member or an instance.
 using Key = std::pair<std::uint32_t, std::string_view>;

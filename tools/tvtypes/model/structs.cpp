@@ -20,7 +20,7 @@ using findings::SubjectKind;
 using fmi::noIndex;
 
 /// A limit of memory, far above the models of today.
-constexpr std::size_t mostTypes = 200'000;
+constexpr std::size_t mostTypes = 100'000;
 
 /// Replaces each sequence of punctuation in a path by an underscore: wheel[1].hub gives
 /// wheel_1_hub.
@@ -64,8 +64,8 @@ Structs::Structs(const fmi::Description& description, const Units& units, Types&
     if (shapes_.all.size() > mostTypes) {
         findings.add(Code::StructLimit, {}, {},
                      "there are more than {} struct types, so none is laid out", mostTypes);
-        shapes_ = {};
-        shapes_.ofInstance.assign(tree_.instances.size(), noIndex);
+        shapes_.all.clear();
+        std::ranges::fill(shapes_.ofInstance, noIndex);
     }
     StructLayout layout(types.table());
     for (const Shape& shape : shapes_.all) {

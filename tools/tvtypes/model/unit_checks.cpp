@@ -22,6 +22,9 @@ using text::quoted;
 using units::Expansion;
 using Powers = std::map<std::string, std::int64_t>;
 
+/// Longer names are not interpreted: the memory for that is a multiple of their length.
+constexpr std::size_t longestName = 1'000;
+
 constexpr double tolerance = 1e-6;
 /// For the inverse of a factor, which is often written with few digits.
 constexpr double inverseTolerance = 1e-3;
@@ -152,6 +155,9 @@ bool checkMeaning(const Checked& checked, NamedMeaning& named, findings::Finding
     if (named.meaning && found.empty()) {
         return true;
     }
+    if (checked.subject.name.size() > longestName) {
+        return true;
+    }
     for (const units::Alternative& alternative : units::alternativeReadings(checked.subject.name)) {
         NamedMeaning other = meaningOf(alternative.reading);
         if (!other.meaning) {
@@ -198,6 +204,9 @@ void checkDisplayUnit(const fmi::DisplayUnit& display, const fmi::UnitDefinition
 } // namespace
 
 NamedMeaning meaningOfName(std::string_view name) {
+    if (name.size() > longestName) {
+        return {{}, false, {fmt::format("it is longer than {} bytes", longestName)}, {}};
+    }
     try {
         return meaningOf(units::readUnit(name));
     } catch (const units::UnknownUnit&) {
