@@ -1,5 +1,7 @@
 #include "commands/help.h"
 
+#include "output/terminal.h"
+
 #include <CLI/CLI.hpp>
 
 #include <memory>
@@ -13,20 +15,33 @@ namespace {
 constexpr std::size_t lineWidth = 80;
 constexpr std::size_t nameWidth = 26;
 
-std::string wrapped(const std::string& text) {
-    std::string lines;
-    std::size_t column = 0;
-    std::istringstream words(text);
-    for (std::string word; words >> word;) {
-        const bool fits = nameWidth + column + 1 + word.size() <= lineWidth;
-        lines += column == 0 ? "" : fits ? " " : "\n";
-        column = column == 0 || !fits ? word.size() : column + 1 + word.size();
-        lines += word;
-    }
-    return lines;
+/// Wraps a text to the column of the descriptions.
+std::string wrappedDescription(const std::string& text) {
+    return output::wrapped(text, 0, lineWidth - nameWidth);
 }
 
-/// Wraps the descriptions of options, which the formatter of the library leaves in one line.
+/// Wraps the paragraphs of a text. Lines that begin with a blank are kept.
+std::string wrappedParagraphs(const std::string& text) {
+    std::istringstream lines(text);
+    std::string wrapped;
+    std::string paragraph;
+    const auto endParagraph = [&] {
+        wrapped += paragraph.empty() ? "" : output::wrapped(paragraph, 0, lineWidth) + '\n';
+        paragraph.clear();
+    };
+    for (std::string line; std::getline(lines, line);) {
+        if (line.empty() || line.front() == ' ') {
+            endParagraph();
+            wrapped += line + '\n';
+        } else {
+            paragraph += (paragraph.empty() ? "" : " ") + line;
+        }
+    }
+    endParagraph();
+    return wrapped;
+}
+
+/// Wraps the texts, which the formatter of the library leaves as they are.
 class HelpFormatter : public CLI::Formatter {
   public:
     HelpFormatter() {
@@ -35,12 +50,25 @@ class HelpFormatter : public CLI::Formatter {
         label("Positionals", "Arguments");
     }
 
+    std::string make_option_opts(const CLI::Option* option) const override {
+        // The name of the type is followed by the values that are checked.
+        const std::string type = option->get_type_name();
+        return (type.empty() ? "" : " " + type.substr(0, type.find(':'))) +
+               (option->get_expected_max() > 1 ? " ..." : "");
+    }
     std::string make_option_desc(const CLI::Option* option) const override {
-        return wrapped(option->get_description());
+        return wrappedDescription(option->get_description());
+    }
+    std::string make_description(const CLI::App* app) const override {
+        return wrappedParagraphs(app->get_description());
+    }
+    std::string make_footer(const CLI::App* app) const override {
+        return wrappedParagraphs(app->get_footer());
     }
     std::string make_subcommand(const CLI::App* command) const override {
         std::ostringstream line;
-        CLI::detail::format_help(line, command->get_name(), wrapped(command->get_description()),
+        CLI::detail::format_help(line, command->get_name(),
+                                 wrappedDescription(command->get_description()),
                                  get_column_width());
         return line.str();
     }
@@ -58,8 +86,8 @@ void formatHelp(CLI::App& app) {
         command->set_help_flag("-h,--help", "Print this help");
     }
     app.footer("tvtypes help COMMAND, or tvtypes COMMAND --help, shows how to call a command. "
-               "Arguments that\nbegin with a minus and are no options go behind --. With --json, "
-               "every command prints one\nJSON object, also for an error.");
+               "Arguments that begin with a minus and are no options go behind --. With --json, "
+               "every command prints one JSON object, also for an error.");
 }
 
 } // namespace tvtool

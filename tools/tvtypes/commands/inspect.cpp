@@ -5,6 +5,7 @@
 #include "findings/selection.h"
 #include "findings/text.h"
 #include "fmi/description_files.h"
+#include "output/failure.h"
 #include "output/json.h"
 #include "output/shortening.h"
 #include "output/terminal.h"
@@ -192,22 +193,15 @@ class Inspector {
         ++total_.unreadable;
         raiseStatus(console_, ExitUnusable);
         if (options_.isJson) {
-            output::printJson(output::envelope("inspect", {{"error",
-                                                            {{"sentence", error.what()},
-                                                             {"file", file},
-                                                             {"line", optional(error.line)},
-                                                             {"column", optional(error.column)},
-                                                             {"text", nullptr},
-                                                             {"suggestion", nullptr}}}}),
-                              console_.out);
+            output::printJson(
+                output::envelope("inspect",
+                                 {{"error", output::failureObject(
+                                                {error.what(), file, error.line, error.column})}}),
+                console_.out);
         } else {
             findings::printError(file, error.line, error.column, error.what(), console_.colour,
                                  console_.out);
         }
-    }
-
-    static boost::json::value optional(std::uint64_t number) {
-        return number == 0 ? boost::json::value(nullptr) : boost::json::value(number);
     }
 
     void printTotal() {

@@ -2,6 +2,7 @@
 #include "findings/json.h"
 #include "model/memory_map.h"
 #include "output/columns.h"
+#include "output/terminal.h"
 
 #include <fmt/format.h>
 
@@ -55,7 +56,10 @@ void printText(const MemoryMaps& maps, bool colour, std::ostream& os) {
     }
     const char* separator = "";
     for (const StructMap& map : maps.structs) {
-        os << fmt::format("{}{}: {}\n\n", separator, text::safeText(map.heading()), map.summary());
+        os << separator;
+        output::printWrapped(fmt::format("{}: {}", text::safeText(map.heading()), map.summary()), 4,
+                             os);
+        os << '\n';
         output::printTable(map.rows, rowColumns, output::bold(colour), os);
         separator = "\n";
     }
