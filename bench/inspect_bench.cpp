@@ -3,8 +3,9 @@
 // table; for comparison the same names in std::unordered_map.
 #include "fmi/reader.h"
 #include "fmi/source.h"
-#include "model/inspection.h"
+#include "model/model.h"
 #include "model/types.h"
+#include "report/inspection.h"
 
 #include <benchmark/benchmark.h>
 
@@ -19,9 +20,9 @@ std::string file;
 void Inspect(benchmark::State& state) {
     std::size_t variables = 0;
     for (auto _ : state) {
-        const tvtool::model::Inspection inspection =
-            tvtool::model::inspect(*tvtool::model::readModel(file), file);
-        variables = inspection.variables;
+        const auto model = tvtool::model::readModel(file);
+        const tvtool::report::Inspection inspection(*model, file, {});
+        variables = model->description->variables.size();
         benchmark::DoNotOptimize(inspection.types.data());
     }
     state.counters["variables"] = static_cast<double>(variables);
