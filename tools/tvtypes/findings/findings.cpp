@@ -3,6 +3,7 @@
 #include <boost/container_hash/hash.hpp>
 
 #include <algorithm>
+#include <numeric>
 #include <tuple>
 
 namespace tvtool::findings {
@@ -60,9 +61,19 @@ void Findings::insert(Code code, const Place& place, Subject subject, std::strin
 
 void Findings::sort() {
     known_.clear();
-    std::ranges::stable_sort(all_, {}, [](const Finding& finding) {
+    // Sorts indices, since moving the findings is slow.
+    std::vector<std::uint32_t> order(all_.size());
+    std::iota(order.begin(), order.end(), 0U);
+    std::ranges::stable_sort(order, {}, [this](std::uint32_t index) {
+        const Finding& finding = all_[index];
         return std::tuple(ruleOf(finding.code).severity, finding.line, finding.column);
     });
+    std::vector<Finding> sorted;
+    sorted.reserve(all_.size());
+    for (const std::uint32_t index : order) {
+        sorted.push_back(std::move(all_[index]));
+    }
+    all_ = std::move(sorted);
 }
 
 std::size_t Findings::count(Severity severity) const {

@@ -23,9 +23,9 @@ bool isHexadecimal(std::string_view text) {
 
 void VariableReader::startVariable(BaseType base) {
     Description& description = element_.description;
-    checkBound(description.variables.size() + 1, variableBound);
     Variable& variable = description.variables.emplace_back();
     variable.position = ++description.variableElements;
+    checkBound(description.variableElements, variableBound);
     variable.name = element_.requiredName();
     variable.place = element_.place;
     element_.subject = {SubjectKind::Variable, variable.name};
