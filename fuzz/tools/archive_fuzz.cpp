@@ -18,7 +18,7 @@ constexpr std::uint64_t maxSize = std::uint64_t{1} << 20;
 
 void unpack(const std::string& path) {
     findings::Findings findings;
-    const fmi::Source source = fmi::openArchive(path, findings, maxSize);
+    const exchange::Source source = fmi::openArchive(path, findings, maxSize);
     std::array<char, 4096> buffer{};
     std::uint64_t total = 0;
     while (const std::size_t count = source(buffer)) {

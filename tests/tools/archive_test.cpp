@@ -1,8 +1,8 @@
 // Sources of descriptions: archives, and the limits of texts.
 #include "support.h"
 
-#include "fmi/xml.h"
-#include "fmi/zip_input.h"
+#include "exchange/xml.h"
+#include "exchange/zip_input.h"
 
 #include <boost/algorithm/string/replace.hpp>
 #include <fmt/format.h>
@@ -76,7 +76,7 @@ TEST_F(ArchiveTest, LimitsStatedAndActualSize) {
 TEST_F(ArchiveTest, RejectsDamagedArchive) {
     const std::string path = folder.writeArchive("m.fmu", {{name, good}});
     const std::string bytes = readFile(path);
-    EXPECT_THAT([&] { fmi::openZip(openFile(path), 60); },
+    EXPECT_THAT([&] { exchange::openZip(openFile(path), 60); },
                 testing::ThrowsMessage<files::ReadError>(HasSubstr("its directory is longer")));
     std::string damaged = bytes;
     damaged[70] = static_cast<char>(damaged[70] ^ 0x55);
@@ -90,16 +90,16 @@ TEST_F(ArchiveTest, RejectsDamagedArchive) {
 }
 
 /// Collects the first attribute of each element.
-struct FirstAttributes : fmi::XmlHandler {
-    void startElement(std::string_view, const char* const* attributes, fmi::Position) override {
+struct FirstAttributes : exchange::XmlHandler {
+    void startElement(std::string_view, const char* const* attributes, exchange::Position) override {
         values.emplace_back(*attributes == nullptr ? "" : attributes[1]);
     }
     void endElement() override {}
     std::vector<std::string> values;
 };
 
-struct NoHandler : fmi::XmlHandler {
-    void startElement(std::string_view, const char* const*, fmi::Position) override {}
+struct NoHandler : exchange::XmlHandler {
+    void startElement(std::string_view, const char* const*, exchange::Position) override {}
     void endElement() override {}
 };
 
@@ -111,7 +111,7 @@ TEST(Xml, TokensOfAnyLengthCrossPieces) {
         text += "<!--" + values.back() + "-->\n<b c=\"" + values.back() + "\"/>";
     }
     FirstAttributes read;
-    fmi::parseXml(textSource(text + "</a>", 1000), read);
+    exchange::parseXml(textSource(text + "</a>", 1000), read);
     EXPECT_EQ(read.values, values);
 }
 
@@ -146,7 +146,7 @@ TEST(Xml, LimitsTimeAndMemory) {
             row.begin + repeatedText(repeatedText(row.repeated, 1024), row.count);
         try {
             NoHandler handler;
-            fmi::parseXml(textSource(text, text.size()), handler);
+            exchange::parseXml(textSource(text, text.size()), handler);
             ADD_FAILURE() << row.sentence;
         } catch (const files::ReadError& error) {
             EXPECT_THAT(error.what(), HasSubstr(row.sentence));

@@ -1,7 +1,7 @@
 // tvtypes layout: memory maps as text, as JSON and as pictures.
 #include "support.h"
 
-#include "fmi/xml.h"
+#include "exchange/xml.h"
 #include "model/memory_map.h"
 
 #include <fmt/format.h>
@@ -156,9 +156,9 @@ TEST(Layout, ReportsMissingStructs) {
 }
 
 /// Counts elements. Throws a files::ReadError if the text is no XML.
-struct Shapes : fmi::XmlHandler {
-    explicit Shapes(const std::string& text) { fmi::parseXml(textSource(text), *this); }
-    void startElement(std::string_view name, const char* const*, fmi::Position) override {
+struct Shapes : exchange::XmlHandler {
+    explicit Shapes(const std::string& text) { exchange::parseXml(textSource(text), *this); }
+    void startElement(std::string_view name, const char* const*, exchange::Position) override {
         rectangles += name == "rect" ? 1 : 0;
     }
     void endElement() override {}

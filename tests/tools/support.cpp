@@ -102,7 +102,7 @@ std::string readFile(const std::string& path) {
     return content.str();
 }
 
-fmi::Source textSource(std::string text, std::size_t step) {
+exchange::Source textSource(std::string text, std::size_t step) {
     return [text = std::move(text), step,
             position = std::size_t{0}](std::span<char> buffer) mutable {
         const std::size_t count = text.copy(buffer.data(), std::min(step, buffer.size()), position);

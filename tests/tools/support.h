@@ -62,7 +62,7 @@ class TemporaryFolder {
 std::string readFile(const std::string& path);
 
 /// Returns a source of the text that reads `step` bytes at a time.
-fmi::Source textSource(std::string text, std::size_t step = 4096);
+exchange::Source textSource(std::string text, std::size_t step = 4096);
 
 /// Returns a description in FMI 3 with these type definitions and variables.
 std::string description3(const std::string& types, const std::string& variables);

@@ -1,6 +1,6 @@
 // The description in a zip archive.
+#include "exchange/zip_input.h"
 #include "fmi/source.h"
-#include "fmi/zip_input.h"
 #include "text/quote.h"
 
 #include <fmt/format.h>
@@ -34,7 +34,7 @@ files::ReadError unreadable(const char* reason) {
 }
 
 files::ReadError unreadable(zip_error_t& error) {
-    throwIfOutOfMemory(error);
+    exchange::throwIfOutOfMemory(error);
     return unreadable(zip_error_strerror(&error));
 }
 
@@ -103,9 +103,9 @@ zip_uint64_t findDescription(zip_t* archive, findings::Findings& findings) {
 
 } // namespace
 
-Source openArchive(std::shared_ptr<std::FILE> file, findings::Findings& findings,
-                   std::uint64_t maxSize) {
-    const std::shared_ptr<zip_t> archive = openZip(std::move(file), longestDirectory);
+exchange::Source openArchive(std::shared_ptr<std::FILE> file, findings::Findings& findings,
+                             std::uint64_t maxSize) {
+    const std::shared_ptr<zip_t> archive = exchange::openZip(std::move(file), longestDirectory);
     const zip_uint64_t index = findDescription(archive.get(), findings);
     zip_stat_t facts;
     zip_stat_init(&facts);

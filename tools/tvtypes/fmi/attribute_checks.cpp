@@ -1,6 +1,6 @@
 #include "fmi/attribute_checks.h"
 
-#include "fmi/values.h"
+#include "exchange/values.h"
 #include "text/quote.h"
 
 namespace tvtool::fmi {
@@ -15,12 +15,13 @@ std::optional<std::uint64_t> countValues(const Element& element, Attribute attri
                                          std::string_view attributeName, BaseType base) {
     std::string_view rest = element[attribute];
     std::uint64_t count = 0;
-    for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest)) {
+    for (std::string_view word = exchange::takeWord(rest); !word.empty();
+         word = exchange::takeWord(rest)) {
         ++count;
-        if (!isValue(word, base)) {
+        if (!exchange::isValue(word, base)) {
             element.addForAttribute(Code::ValueInvalid, attributeName, "{} {} is no {} value",
                                     attributeName, quoted(word),
-                                    baseTypeName(base, element.description.majorVersion));
+                                    exchange::baseTypeName(base, element.description.majorVersion));
             return std::nullopt;
         }
     }
@@ -51,7 +52,7 @@ Value readListed(const Element& element, Attribute attribute, std::string_view a
     if (element[attribute] == nullptr) {
         return Value::None;
     }
-    const std::string_view text = trimmed(element[attribute]);
+    const std::string_view text = exchange::trimmed(element[attribute]);
     for (int value = static_cast<int>(Value::Invalid) + 1; value <= static_cast<int>(last);
          ++value) {
         if (text == valueName(static_cast<Value>(value))) {
@@ -109,7 +110,7 @@ std::optional<std::uint32_t> readUnsigned(const Element& element, Attribute attr
     if (text == nullptr) {
         return std::nullopt;
     }
-    const auto number = parseNumber<std::uint32_t>(text);
+    const auto number = exchange::parseNumber<std::uint32_t>(text);
     if (!number) {
         element.addForAttribute(Code::ValueInvalid, attributeName,
                                 "{} {} is no unsigned 32-bit number", attributeName, quoted(text));

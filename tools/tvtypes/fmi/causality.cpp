@@ -71,7 +71,7 @@ class CausalityChecks {
         const Variability variability = variabilityOf(variable);
         if (variable.variability == Variability::Continuous && !isReal) {
             add(Code::VariabilityType, variable, "variable {} is {} and cannot be continuous",
-                quoted(variable.name), baseTypeName(variable.base, version_));
+                quoted(variable.name), exchange::baseTypeName(variable.base, version_));
             return;
         }
         if (version_ == 2 && variable.variability == Variability::None &&
@@ -116,7 +116,7 @@ class CausalityChecks {
         if (!isReal) {
             add(Code::IndependentType, variable,
                 "the independent variable {} is {} and no floating-point number",
-                quoted(variable.name), baseTypeName(variable.base, version_));
+                quoted(variable.name), exchange::baseTypeName(variable.base, version_));
         }
         if (independent_ != nullptr) {
             add(Code::IndependentRepeated, variable,

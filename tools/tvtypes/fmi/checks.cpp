@@ -64,7 +64,7 @@ void checkItems(const TypeDefinition& type, Findings& findings) {
     const Subject subject{SubjectKind::Type, type.name};
     FirstLines<std::string_view> names(type.items.size());
     FirstLines<std::int64_t> values(type.items.size());
-    for (const Item& item : type.items) {
+    for (const exchange::Item& item : type.items) {
         if (item.name.empty()) {
             continue;
         }
@@ -124,7 +124,7 @@ void resolveDeclaredTypes(Description& description, Findings& findings) {
         indices.emplace(type.name, static_cast<std::uint32_t>(indices.size()));
     }
     const auto baseName = [&](BaseType base) {
-        return baseTypeName(base, description.majorVersion);
+        return exchange::baseTypeName(base, description.majorVersion);
     };
     for (Variable& variable : description.variables) {
         const std::string_view declared = variable.declaredType.value_or("");
@@ -167,7 +167,7 @@ void checkDescription(Description& description, Findings& findings) {
     checkLimits(description, findings);
     checkReferences(description, findings);
     eraseRepeated(description.units, Code::UnitRepeated, SubjectKind::Unit, "unit", findings);
-    for (UnitDefinition& unit : description.units) {
+    for (exchange::UnitDefinition& unit : description.units) {
         eraseRepeated(unit.displayUnits, Code::DisplayUnitRepeated, SubjectKind::DisplayUnit,
                       "display unit", findings);
     }

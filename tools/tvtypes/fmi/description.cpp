@@ -1,15 +1,8 @@
 #include "fmi/description.h"
 
-#include <algorithm>
-#include <array>
-
 namespace tvtool::fmi {
 
 namespace {
-
-constexpr std::array<std::string_view, baseTypeCount> names{
-    "Float64", "Float32", "Int8",    "UInt8",  "Int16",  "UInt16", "Int32",      "UInt32",
-    "Int64",   "UInt64",  "Boolean", "String", "Binary", "Clock",  "Enumeration"};
 
 // In the order of the enumerations.
 constexpr std::string_view causalities[] = {
@@ -20,16 +13,6 @@ constexpr std::string_view variabilities[] = {"",        "",         "constant",
 constexpr std::string_view initials[] = {"", "", "exact", "approx", "calculated"};
 
 } // namespace
-
-std::string_view baseTypeName(BaseType base, int fmiMajorVersion) {
-    if (fmiMajorVersion == 2 && base == BaseType::Float64) {
-        return "Real";
-    }
-    if (fmiMajorVersion == 2 && base == BaseType::Int32) {
-        return "Integer";
-    }
-    return base == BaseType::None ? "unknown" : names[static_cast<std::size_t>(base)];
-}
 
 Range rangeOf(const Variable& variable, const Description& description) {
     Range range{variable.min, variable.max, variable.nominal};
@@ -71,20 +54,6 @@ std::string_view variabilityName(Variability variability) {
 
 std::string_view initialName(Initial initial) {
     return initials[static_cast<std::size_t>(initial)];
-}
-
-std::string_view Texts::keep(std::string_view text) {
-    if (text.empty()) {
-        return {};
-    }
-    char* const copy = static_cast<char*>(memory_.allocate(text.size(), 1));
-    std::copy(text.begin(), text.end(), copy);
-    return {copy, text.size()};
-}
-
-std::string_view Texts::intern(std::string_view text) {
-    const auto known = interned_.find(text);
-    return known != interned_.end() ? *known : *interned_.insert(keep(text)).first;
 }
 
 } // namespace tvtool::fmi

@@ -1,7 +1,7 @@
 #include "fmi/description_files.h"
 
+#include "exchange/xml.h"
 #include "files/read_error.h"
-#include "fmi/xml.h"
 
 #include <algorithm>
 #include <cctype>
@@ -33,12 +33,13 @@ bool endsWith(const std::string& path, std::string_view ending) {
 }
 
 /// Ends the parsing at the root element.
-class RootHandler : public XmlHandler {
+class RootHandler : public exchange::XmlHandler {
   public:
     struct Root {
         bool isDescription;
     };
-    [[noreturn]] void startElement(std::string_view name, const char* const*, Position) override {
+    [[noreturn]] void startElement(std::string_view name, const char* const*,
+                                   exchange::Position) override {
         throw Root{name == "fmiModelDescription"};
     }
     void endElement() override {}
@@ -53,7 +54,7 @@ bool isDescription(const std::string& path) {
     }
     RootHandler handler;
     try {
-        parseXml(
+        exchange::parseXml(
             [&file](std::span<char> buffer) {
                 constexpr std::size_t step = 4096;
                 file.read(buffer.data(),

@@ -2,10 +2,10 @@
 /// The element that is being read.
 #pragma once
 
+#include "exchange/values.h"
 #include "findings/findings.h"
 #include "fmi/description.h"
 #include "fmi/grammar.h"
-#include "fmi/values.h"
 
 #include <array>
 #include <cstddef>
@@ -62,7 +62,7 @@ struct Element {
     /// Returns the value of an attribute without blanks around it, kept with the description.
     std::string_view text(Attribute attribute) const {
         const char* const value = (*this)[attribute];
-        const std::string_view word = value == nullptr ? "" : trimmed(value);
+        const std::string_view word = value == nullptr ? "" : exchange::trimmed(value);
         return word.size() <= longestInterned ? description.texts.intern(word)
                                               : description.texts.keep(word);
     }

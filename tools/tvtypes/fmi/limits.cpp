@@ -1,6 +1,6 @@
 // Comparison of start values, limits and nominal values.
+#include "exchange/values.h"
 #include "fmi/description_checks.h"
-#include "fmi/values.h"
 #include "text/quote.h"
 
 #include <algorithm>
@@ -31,7 +31,7 @@ struct Limited {
 
 template <class Number>
 std::optional<Number> limitOf(std::string_view text) {
-    return text.empty() ? std::nullopt : parseNumber<Number>(text);
+    return text.empty() ? std::nullopt : exchange::parseNumber<Number>(text);
 }
 
 template <class Number>
@@ -82,8 +82,9 @@ void checkStart(const Variable& variable, const Limited& limited, Findings& find
         return;
     }
     std::string_view rest = variable.start;
-    for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest)) {
-        const auto value = parseNumber<Number>(word);
+    for (std::string_view word = exchange::takeWord(rest); !word.empty();
+         word = exchange::takeWord(rest)) {
+        const auto value = exchange::parseNumber<Number>(word);
         const bool isBelow = value && min && *value < *min;
         const bool isAbove = value && max && *value > *max;
         if (isBelow || isAbove) {
@@ -170,10 +171,11 @@ void checkVariable(const Variable& variable, const Description& description, Fin
 std::vector<std::vector<std::int64_t>> itemValues(const Description& description) {
     std::vector<std::vector<std::int64_t>> all(description.types.size());
     for (std::size_t i = 0; i < all.size(); ++i) {
-        const std::vector<Item>& items = description.types[i].items;
-        if (std::ranges::all_of(items, [](const Item& item) { return item.value.has_value(); })) {
+        const std::vector<exchange::Item>& items = description.types[i].items;
+        if (std::ranges::all_of(
+                items, [](const exchange::Item& item) { return item.value.has_value(); })) {
             std::ranges::transform(items, std::back_inserter(all[i]),
-                                   [](const Item& item) { return *item.value; });
+                                   [](const exchange::Item& item) { return *item.value; });
         }
         std::ranges::sort(all[i]);
     }
@@ -184,9 +186,9 @@ std::vector<std::vector<std::int64_t>> itemValues(const Description& description
 void checkItems(const Variable& variable, const std::vector<std::int64_t>& items,
                 std::string_view type, Findings& findings) {
     std::string_view rest = variable.start;
-    for (std::string_view word = takeWord(rest); !word.empty() && variable.startCount > 0;
-         word = takeWord(rest)) {
-        const auto value = parseNumber<std::int64_t>(word);
+    for (std::string_view word = exchange::takeWord(rest); !word.empty() && variable.startCount > 0;
+         word = exchange::takeWord(rest)) {
+        const auto value = exchange::parseNumber<std::int64_t>(word);
         if (value && !items.empty() && !std::ranges::binary_search(items, *value)) {
             findings.addWithCause(Code::StartItem, variable.place,
                                   {SubjectKind::Variable, variable.name}, type,

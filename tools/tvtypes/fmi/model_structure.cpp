@@ -1,7 +1,7 @@
 #include "fmi/model_structure.h"
 
+#include "exchange/values.h"
 #include "fmi/attribute_checks.h"
-#include "fmi/values.h"
 #include "text/quote.h"
 
 #include <algorithm>
@@ -110,8 +110,9 @@ void ModelStructureReader::checkDependencies() {
     const char* const dependencies = element_[Attribute::Dependencies];
     std::size_t count = 0;
     std::string_view rest = dependencies == nullptr ? "" : dependencies;
-    for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest), ++count) {
-        const auto target = parseNumber<std::uint32_t>(word);
+    for (std::string_view word = exchange::takeWord(rest); !word.empty();
+         word = exchange::takeWord(rest), ++count) {
+        const auto target = exchange::parseNumber<std::uint32_t>(word);
         if (!target) {
             element_.addForAttribute(Code::ValueInvalid, "dependencies",
                                      "dependencies {} is no unsigned 32-bit number", quoted(word));
@@ -129,7 +130,8 @@ void ModelStructureReader::checkDependencies() {
         listIndex(list_) == initialUnknowns && element_.description.majorVersion == 3;
     std::size_t kinds = 0;
     rest = element_[Attribute::DependenciesKind];
-    for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest), ++kinds) {
+    for (std::string_view word = exchange::takeWord(rest); !word.empty();
+         word = exchange::takeWord(rest), ++kinds) {
         if (!isKind(word, isInitial)) {
             element_.addForAttribute(Code::ValueInvalid, "dependenciesKind",
                                      "dependenciesKind {} is not one of its values", quoted(word));

@@ -1,12 +1,12 @@
 #include "fmi/reader.h"
 
+#include "exchange/xml.h"
 #include "fmi/element.h"
 #include "fmi/grammar.h"
 #include "fmi/model_structure.h"
 #include "fmi/type_reader.h"
 #include "fmi/unit_reader.h"
 #include "fmi/variable_reader.h"
-#include "fmi/xml.h"
 #include "text/quote.h"
 
 #include <algorithm>
@@ -34,13 +34,13 @@ bool leavesNamespace(const char* const* attributes) {
     return false;
 }
 
-class Reader : public XmlHandler {
+class Reader : public exchange::XmlHandler {
   public:
     Reader(Description& description, Findings& findings)
         : description_(description), element_{description, findings} {}
 
     void startElement(std::string_view name, const char* const* attributes,
-                      Position position) override {
+                      exchange::Position position) override {
         const ElementRule* const rule =
             skipped_ > 0 ? nullptr : findRule(name, attributes, position);
         if (rule == nullptr) {
@@ -93,7 +93,7 @@ class Reader : public XmlHandler {
     }
     /// Returns the rule of an element that is read, or null for an element to skip.
     const ElementRule* findRule(std::string_view name, const char* const* attributes,
-                                Position position) {
+                                exchange::Position position) {
         const Node parent = open_.back();
         const bool isRoot = parent == Node::Document;
         const ElementRule* const rule = findElement(parent, name, version_);
@@ -279,10 +279,10 @@ class Reader : public XmlHandler {
 
 } // namespace
 
-std::unique_ptr<Description> readDescription(const Source& source, Findings& findings) {
+std::unique_ptr<Description> readDescription(const exchange::Source& source, Findings& findings) {
     auto description = std::make_unique<Description>();
     Reader reader(*description, findings);
-    parseXml(source, reader);
+    exchange::parseXml(source, reader);
     return description;
 }
 

@@ -12,7 +12,8 @@ namespace tvtool::fmi {
 
 /// Reads a whole description. An invalid element becomes a finding, and the reading goes on. Throws
 /// a files::ReadError if the text is no description in FMI 2 or 3.
-std::unique_ptr<Description> readDescription(const Source& source, findings::Findings& findings);
+std::unique_ptr<Description> readDescription(const exchange::Source& source,
+                                             findings::Findings& findings);
 
 /// Checks that the parts of a description agree. Repeated names, values and value references, and
 /// declared types and units without a definition become findings. Erases all but the first

@@ -71,7 +71,7 @@ std::shared_ptr<std::FILE> readArchive(std::FILE* pipe, std::string_view head) {
 
 } // namespace
 
-Source openSource(const std::string& path, findings::Findings& findings) {
+exchange::Source openSource(const std::string& path, findings::Findings& findings) {
     const std::shared_ptr<std::FILE> file = openFile(path);
     std::array<char, 4> first{};
     const std::size_t count = readBytes(file.get(), first);

@@ -2,10 +2,10 @@
 /// Reading of the type definitions of a description.
 #pragma once
 
+#include "exchange/bounds.h"
+#include "exchange/values.h"
 #include "fmi/attribute_checks.h"
-#include "fmi/bounds.h"
 #include "fmi/unit_reader.h"
-#include "fmi/values.h"
 #include "text/quote.h"
 
 #include <cstdint>
@@ -45,7 +45,7 @@ class TypeReader {
     bool hasItems() const { return type_.base == BaseType::Enumeration; }
 
     void readItem() {
-        Item item{element_.requiredName(), std::nullopt, element_.place};
+        exchange::Item item{element_.requiredName(), std::nullopt, element_.place};
         if (const char* const value = element_[Attribute::Value]) {
             item.value = readItemValue(value);
         } else {
@@ -56,7 +56,7 @@ class TypeReader {
             item.value = static_cast<std::int64_t>(type_.items.size() + 1);
         }
         type_.items.push_back(item);
-        checkBound(++items_, itemBound);
+        exchange::checkBound(++items_, exchange::itemBound);
     }
 
     void endType() {
@@ -71,7 +71,7 @@ class TypeReader {
         }
         if (!type_.name.empty() && type_.base != BaseType::None) {
             element_.description.types.push_back(std::move(type_));
-            checkBound(element_.description.types.size(), typeBound);
+            exchange::checkBound(element_.description.types.size(), exchange::typeBound);
         }
         type_ = {};
     }
@@ -84,7 +84,7 @@ class TypeReader {
         constexpr std::int64_t least = std::numeric_limits<std::int32_t>::min();
         constexpr std::int64_t greatest = std::numeric_limits<std::int32_t>::max();
         const bool isWide = element_.description.majorVersion == 3;
-        const auto value = parseNumber<std::int64_t>(text);
+        const auto value = exchange::parseNumber<std::int64_t>(text);
         const bool fits = value && *value >= least && *value <= greatest;
         if (!value || (!fits && !isWide)) {
             element_.addForAttribute(Code::ValueInvalid, "value", "value {} is no {}-bit integer",

@@ -2,9 +2,9 @@
 /// Reading of the units of a description.
 #pragma once
 
-#include "fmi/bounds.h"
+#include "exchange/bounds.h"
+#include "exchange/values.h"
 #include "fmi/element.h"
-#include "fmi/values.h"
 #include "text/quote.h"
 
 #include <cmath>
@@ -38,14 +38,14 @@ class UnitReader {
         }
         hasBaseUnit_ = true;
         isValid_ = true;
-        BaseUnit base;
+        exchange::BaseUnit base;
         for (std::size_t i = 0; i < base.powers.size(); ++i) {
             constexpr auto first = static_cast<std::size_t>(Attribute::Kilogram);
             const char* const text = element_.attributes[first + i];
-            const auto power = parseNumber<std::int32_t>(text == nullptr ? "0" : text);
+            const auto power = exchange::parseNumber<std::int32_t>(text == nullptr ? "0" : text);
             if (!power) {
-                element_.addForAttribute(Code::ValueInvalid, baseUnitNames[i],
-                                         "{} {} is no 32-bit integer", baseUnitNames[i],
+                element_.addForAttribute(Code::ValueInvalid, exchange::baseUnitNames[i],
+                                         "{} {} is no 32-bit integer", exchange::baseUnitNames[i],
                                          text::quoted(text));
                 isValid_ = false;
             }
@@ -60,7 +60,7 @@ class UnitReader {
 
     void readDisplayUnit() {
         isValid_ = true;
-        DisplayUnit unit;
+        exchange::DisplayUnit unit;
         unit.name = element_.requiredName(Empty::Allowed);
         element_.subject = {SubjectKind::DisplayUnit, unit.name};
         unit.factor = readFactor();
@@ -68,7 +68,7 @@ class UnitReader {
         unit.place = element_.place;
         if (const char* const text = element_[Attribute::Inverse]) {
             const std::string_view inverse = text;
-            if (!isValue(inverse, BaseType::Boolean)) {
+            if (!exchange::isValue(inverse, BaseType::Boolean)) {
                 element_.addForAttribute(Code::ValueInvalid, "inverse",
                                          "inverse {} is no Boolean value", text::quoted(inverse));
                 isValid_ = false;
@@ -77,14 +77,14 @@ class UnitReader {
         }
         if (isValid_ && !unit.name.empty()) {
             unit_.displayUnits.push_back(unit);
-            checkBound(++displayUnits_, displayUnitBound);
+            exchange::checkBound(++displayUnits_, exchange::displayUnitBound);
         }
     }
 
     void endUnit() {
         if (!unit_.name.empty()) {
             element_.description.units.push_back(std::move(unit_));
-            checkBound(element_.description.units.size(), unitBound);
+            exchange::checkBound(element_.description.units.size(), exchange::unitBound);
         }
     }
 
@@ -108,7 +108,7 @@ class UnitReader {
         const auto index = static_cast<std::uint32_t>(description.unitUses.size());
         description.unitUses.push_back(use);
         uses_.emplace(std::pair(use.unit, use.displayUnit), index);
-        checkBound(uses_.size(), unitBound);
+        exchange::checkBound(uses_.size(), exchange::unitBound);
         return index;
     }
 
@@ -118,7 +118,7 @@ class UnitReader {
         if (text == nullptr) {
             return absent;
         }
-        const std::optional<double> number = parseNumber<double>(text);
+        const std::optional<double> number = exchange::parseNumber<double>(text);
         if (!number || !std::isfinite(*number)) {
             element_.addForAttribute(Code::ValueInvalid, name, "{} {} is no finite number", name,
                                      text::quoted(text));
@@ -141,8 +141,8 @@ class UnitReader {
     using SubjectKind = findings::SubjectKind;
 
     Element& element_;
-    UnitDefinition unit_;          ///< the open one
-    std::size_t displayUnits_ = 0; ///< of all units
+    exchange::UnitDefinition unit_; ///< the open one
+    std::size_t displayUnits_ = 0;  ///< of all units
     bool hasBaseUnit_ = false;
     bool isValid_ = true; ///< whether the numbers of the element are valid
     std::map<std::pair<std::string_view, std::string_view>, std::uint32_t> uses_;

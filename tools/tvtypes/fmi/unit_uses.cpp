@@ -1,5 +1,5 @@
 // Resolution of the units of types, variables and aliases.
-#include "fmi/bounds.h"
+#include "exchange/bounds.h"
 #include "fmi/description_checks.h"
 #include "text/quote.h"
 
@@ -34,10 +34,10 @@ class UnitResolver {
         : description_(description),
           findings_(findings),
           definesUnits_(!description.units.empty()) {
-        for (const UnitDefinition& unit : description.units) {
+        for (const exchange::UnitDefinition& unit : description.units) {
             const auto index = static_cast<std::uint32_t>(indices_.size());
             indices_.emplace(unit.name, index);
-            for (const DisplayUnit& display : unit.displayUnits) {
+            for (const exchange::DisplayUnit& display : unit.displayUnits) {
                 displayUnits_.emplace(index, display.name);
             }
         }
@@ -55,9 +55,9 @@ class UnitResolver {
             indices_.try_emplace(use.unit, static_cast<std::uint32_t>(description_.units.size()));
         if (isNew) {
             description_.units.push_back({use.unit, std::nullopt, {}, false, place});
-            checkBound(description_.units.size(), unitBound);
+            exchange::checkBound(description_.units.size(), exchange::unitBound);
         }
-        const UnitDefinition& unit = description_.units[entry->second];
+        const exchange::UnitDefinition& unit = description_.units[entry->second];
         if (!unit.isDefined && definesUnits_) {
             findings_.add(Code::UnitUndefined, firstPlace({use.unit, {}}, place),
                           {SubjectKind::Unit, use.unit}, "unit {} is not defined",
@@ -82,7 +82,7 @@ class UnitResolver {
             return;
         }
         std::string list;
-        for (const UnitDefinition& unit : description_.units) {
+        for (const exchange::UnitDefinition& unit : description_.units) {
             if (list.size() + unit.name.size() > longestList) {
                 list += list.empty() ? text::shortened(unit.name, longestList) : ", ...";
                 break;

@@ -1,8 +1,8 @@
 #include "fmi/variable_reader.h"
 
+#include "exchange/bounds.h"
+#include "exchange/values.h"
 #include "fmi/attribute_checks.h"
-#include "fmi/bounds.h"
-#include "fmi/values.h"
 #include "text/quote.h"
 
 namespace tvtool::fmi {
@@ -25,7 +25,7 @@ void VariableReader::startVariable(BaseType base) {
     Description& description = element_.description;
     Variable& variable = description.variables.emplace_back();
     variable.position = ++description.variableElements;
-    checkBound(description.variableElements, variableBound);
+    exchange::checkBound(description.variableElements, exchange::variableBound);
     variable.name = element_.requiredName();
     variable.place = element_.place;
     element_.subject = {SubjectKind::Variable, variable.name};
@@ -70,7 +70,7 @@ void VariableReader::readReferences() {
     const auto index = static_cast<std::uint32_t>(description.variables.size() - 1);
     const auto keep = [&](ReferenceKind kind, std::uint32_t target) {
         description.references.push_back({index, target, kind});
-        checkBound(description.references.size(), referenceBound);
+        exchange::checkBound(description.references.size(), exchange::referenceBound);
     };
     if (const auto target = readUnsigned(element_, Attribute::Derivative, "derivative")) {
         keep(ReferenceKind::Derivative, *target);
@@ -82,8 +82,9 @@ void VariableReader::readReferences() {
         return;
     }
     std::string_view rest = element_[Attribute::Clocks];
-    for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest)) {
-        const auto target = parseNumber<std::uint32_t>(word);
+    for (std::string_view word = exchange::takeWord(rest); !word.empty();
+         word = exchange::takeWord(rest)) {
+        const auto target = exchange::parseNumber<std::uint32_t>(word);
         if (!target) {
             element_.addForAttribute(Code::ValueInvalid, "clocks",
                                      "clocks {} is no unsigned 32-bit number", quoted(word));
@@ -99,7 +100,7 @@ void VariableReader::readSize() {
     variable.isSize = variable.base == BaseType::UInt64 && variable.hasValueReference &&
                       (variable.causality == Causality::StructuralParameter ||
                        variable.variability == Variability::Constant);
-    const auto size = parseNumber<std::uint64_t>(variable.start);
+    const auto size = exchange::parseNumber<std::uint64_t>(variable.start);
     if (variable.isSize && size) {
         element_.description.sizes.emplace(variable.valueReference, *size);
     }
@@ -111,7 +112,7 @@ void VariableReader::readDimension() {
     if ((start == nullptr) == (reference == nullptr)) {
         element_.add(Code::DimensionInvalid, "a dimension has either start or valueReference");
     }
-    const auto size = parseNumber<std::uint64_t>(start == nullptr ? "" : start);
+    const auto size = exchange::parseNumber<std::uint64_t>(start == nullptr ? "" : start);
     if (start != nullptr && !size) {
         element_.addForAttribute(Code::ValueInvalid, "start", "start {} is no UInt64 value",
                                  quoted(start));
@@ -131,7 +132,7 @@ void VariableReader::readDimension() {
         variable.firstDimension = static_cast<std::uint32_t>(description.dimensions.size());
     }
     description.dimensions.push_back(size ? Dimension{*size, false} : Dimension{*target, true});
-    checkBound(description.dimensions.size(), dimensionBound);
+    exchange::checkBound(description.dimensions.size(), exchange::dimensionBound);
 }
 
 void VariableReader::readStart() {
@@ -144,7 +145,8 @@ void VariableReader::readStart() {
         return;
     }
     const char* const value = element_[Attribute::Value];
-    if (value != nullptr && variable.base == BaseType::Binary && !isHexadecimal(trimmed(value))) {
+    if (value != nullptr && variable.base == BaseType::Binary &&
+        !isHexadecimal(exchange::trimmed(value))) {
         element_.addForAttribute(Code::ValueInvalid, "value", "value {} is not hexadecimal",
                                  quoted(value));
     }
@@ -161,7 +163,7 @@ void VariableReader::readAlias() {
         description.aliases.push_back(
             {name, element_.text(Attribute::DisplayUnit), element_.text(Attribute::Description),
              static_cast<std::uint32_t>(description.variables.size() - 1), element_.place});
-        checkBound(description.aliases.size(), aliasBound);
+        exchange::checkBound(description.aliases.size(), exchange::aliasBound);
     }
 }
 

@@ -3,7 +3,7 @@
 #include "dims/fact_records.h"
 #include "dims/names.h"
 #include "dims/reading.h"
-#include "fmi/bounds.h"
+#include "exchange/bounds.h"
 #include "text/quote.h"
 
 #include <fmt/format.h>
@@ -77,7 +77,7 @@ void Dimensions::add(std::uint32_t index) {
     const auto [entry, isNew] = indices_.try_emplace(id, all_.size());
     if (isNew) {
         all_.push_back({id, {}});
-        fmi::checkBound(all_.size() + parameters_.size(), fmi::sizeBound);
+        exchange::checkBound(all_.size() + parameters_.size(), exchange::sizeBound);
     }
     all_[entry->second].variables.push_back(index);
     // A single start value can be that of all elements.

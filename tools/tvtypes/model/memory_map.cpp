@@ -66,7 +66,7 @@ class Mapper {
     /// Returns the part of the innermost open struct or array that is next in memory.
     Structs::Element nextPart() const {
         if (open_.empty()) {
-            return {{}, fmi::noIndex, instance_};
+            return {{}, exchange::noIndex, instance_};
         }
         const Open& open = open_.back();
         const auto next = static_cast<std::size_t>(open.next);

@@ -8,7 +8,7 @@ namespace tvtool::model {
 
 namespace {
 
-std::unique_ptr<const fmi::Description> readChecked(const fmi::Source& source,
+std::unique_ptr<const fmi::Description> readChecked(const exchange::Source& source,
                                                     findings::Findings& findings) {
     std::unique_ptr<fmi::Description> description = fmi::readDescription(source, findings);
     fmi::checkDescription(*description, findings);
@@ -17,7 +17,7 @@ std::unique_ptr<const fmi::Description> readChecked(const fmi::Source& source,
 
 } // namespace
 
-Model::Model(const fmi::Source& source, findings::Findings opening)
+Model::Model(const exchange::Source& source, findings::Findings opening)
     : findings(std::move(opening)),
       description(readChecked(source, findings)),
       types(*description, findings),
@@ -29,7 +29,7 @@ Model::Model(const fmi::Source& source, findings::Findings opening)
 
 std::unique_ptr<Model> readModel(const std::string& path) {
     findings::Findings findings;
-    const fmi::Source source = fmi::openSource(path, findings);
+    const exchange::Source source = fmi::openSource(path, findings);
     return std::make_unique<Model>(source, std::move(findings));
 }
 

@@ -20,7 +20,7 @@ class Model {
     /// Reads a description. `opening` are the findings from opening its source. Throws a
     /// files::ReadError, also if there are more than 2 million variables, 200000 types or 50000
     /// units.
-    Model(const fmi::Source& source, findings::Findings opening);
+    Model(const exchange::Source& source, findings::Findings opening);
     Model(const Model&) = delete;
     Model& operator=(const Model&) = delete;
 

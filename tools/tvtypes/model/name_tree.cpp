@@ -19,7 +19,7 @@ namespace {
 using findings::Code;
 using findings::SubjectKind;
 using fmi::NamePart;
-using fmi::noIndex;
+using exchange::noIndex;
 using fmi::StructuredName;
 using text::quoted;
 
@@ -131,7 +131,7 @@ class TreeBuilder {
 };
 
 /// Parses a name. Returns false, with a finding, if it is not structured.
-bool parseStructured(std::string_view name, const fmi::Place& place, StructuredName& parsed,
+bool parseStructured(std::string_view name, const exchange::Place& place, StructuredName& parsed,
                      findings::Findings& findings) {
     if (name.size() > longestPath) {
         findings.add(Code::StructLimit, place, {SubjectKind::Variable, name},

@@ -20,23 +20,23 @@ struct Member {
     std::string_view name;       ///< without indices
     std::uint32_t owner = 0;     ///< the instance that contains the member
     std::uint32_t instances = 0; ///< number of instances
-    std::uint32_t firstInstance = fmi::noIndex;
-    std::uint32_t lastInstance = fmi::noIndex;
-    std::uint32_t nextMember = fmi::noIndex;
+    std::uint32_t firstInstance = exchange::noIndex;
+    std::uint32_t lastInstance = exchange::noIndex;
+    std::uint32_t nextMember = exchange::noIndex;
 };
 
 /// One element of a member: a variable, or a struct with members.
 struct Instance {
     std::string_view text; ///< the name with its indices
-    std::uint32_t member = fmi::noIndex;
+    std::uint32_t member = exchange::noIndex;
     std::uint32_t firstIndex = 0; ///< in NameTree::indices
     std::uint32_t indexCount = 0;
     std::uint32_t firstVariable =
-        fmi::noIndex;                      ///< the first variable that is or is in the instance
-    std::uint32_t variable = fmi::noIndex; ///< the variable that the instance is
-    std::uint32_t firstMember = fmi::noIndex;
-    std::uint32_t lastMember = fmi::noIndex;
-    std::uint32_t nextInstance = fmi::noIndex;
+        exchange::noIndex;                      ///< the first variable that is or is in the instance
+    std::uint32_t variable = exchange::noIndex; ///< the variable that the instance is
+    std::uint32_t firstMember = exchange::noIndex;
+    std::uint32_t lastMember = exchange::noIndex;
+    std::uint32_t nextInstance = exchange::noIndex;
 };
 
 /// Members and instances are in the order of their first variables. Instance 0 is the model.
@@ -64,7 +64,7 @@ std::vector<int> arraySizes(const NameTree& tree, const Member& member);
 /// fastest, as in the values of an array in FMI.
 std::vector<std::uint32_t> arrayOrder(const NameTree& tree, const Member& member);
 
-/// Returns the instance with a name, the first one where indices are omitted; fmi::noIndex if there
+/// Returns the instance with a name, the first one where indices are omitted; exchange::noIndex if there
 /// is none.
 std::uint32_t findInstance(const NameTree& tree, std::string_view name);
 

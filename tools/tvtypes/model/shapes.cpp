@@ -19,7 +19,7 @@ namespace {
 
 using findings::Code;
 using findings::SubjectKind;
-using fmi::noIndex;
+using exchange::noIndex;
 using text::quoted;
 using TVTypeSys::INVALID_DATA_TYPE_ID;
 

@@ -34,7 +34,7 @@ struct Shape {
 
 struct Shapes {
     std::vector<Shape> all;                ///< a nested shape is before those that contain it
-    std::vector<std::uint32_t> ofInstance; ///< fmi::noIndex for an instance that is no struct
+    std::vector<std::uint32_t> ofInstance; ///< exchange::noIndex for an instance that is no struct
     std::vector<bool> isArray; ///< by member of the tree: whether its instances are one element
 };
 

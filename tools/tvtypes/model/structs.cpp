@@ -17,7 +17,7 @@ namespace {
 
 using findings::Code;
 using findings::SubjectKind;
-using fmi::noIndex;
+using exchange::noIndex;
 
 /// A limit of memory, far above the models of today.
 constexpr std::size_t mostTypes = 100'000;

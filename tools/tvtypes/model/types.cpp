@@ -12,7 +12,7 @@ namespace tvtool::model {
 namespace {
 
 using findings::Code;
-using fmi::BaseType;
+using exchange::BaseType;
 using TVTypeSys::DataType;
 
 constexpr auto modelSource = static_cast<DataTypeSource>(2);
@@ -21,7 +21,7 @@ constexpr const char* enumeratedStorage = "int32";
 
 /// The type in the table for each base type, in the order of BaseType; null if the table cannot
 /// represent it. An Enumeration without a declared type is shown as its storage.
-constexpr std::array<const char*, fmi::baseTypeCount + 1> tableNames{
+constexpr std::array<const char*, exchange::baseTypeCount + 1> tableNames{
     "double", "single", "int8",    "uint8", "int16", "uint16", "int32",           "uint32",
     "sfix64", "ufix64", "boolean", nullptr, nullptr, nullptr,  enumeratedStorage, nullptr};
 
@@ -37,7 +37,7 @@ std::unordered_set<std::string_view> declaredNames(const fmi::Description& descr
 
 /// Returns the id from `registerType`, or INVALID_DATA_TYPE_ID, with a finding, if it throws.
 template <class Register>
-int idOrProblem(const fmi::Place& place, findings::Subject subject, findings::Findings& findings,
+int idOrProblem(const exchange::Place& place, findings::Subject subject, findings::Findings& findings,
                 Register registerType) {
     try {
         return registerType();
@@ -60,7 +60,7 @@ Types::Types(const fmi::Description& description, findings::Findings& findings)
     }
     variableIds_.reserve(description.variables.size());
     for (const fmi::Variable& variable : description.variables) {
-        variableIds_.push_back(variable.type != fmi::noIndex
+        variableIds_.push_back(variable.type != exchange::noIndex
                                    ? definitionIds[variable.type]
                                    : baseTypeId(variable.base, variable.place));
     }
@@ -95,7 +95,7 @@ int Types::registerEnumeration(const std::string& name) {
     return id;
 }
 
-int Types::baseTypeId(BaseType base, const fmi::Place& place) {
+int Types::baseTypeId(BaseType base, const exchange::Place& place) {
     const char* const name = tableName(base);
     if (name == nullptr) {
         return INVALID_DATA_TYPE_ID;

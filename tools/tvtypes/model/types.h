@@ -42,8 +42,8 @@ class Types {
   private:
     int define(const fmi::TypeDefinition& type);
     int registerEnumeration(const std::string& name);
-    int baseTypeId(fmi::BaseType base, const fmi::Place& place);
-    int registerFixedPoint(fmi::BaseType base);
+    int baseTypeId(exchange::BaseType base, const exchange::Place& place);
+    int registerFixedPoint(exchange::BaseType base);
 
     findings::Findings& findings_;
     TVTypeSys::DataTypeTable table_;
@@ -59,6 +59,6 @@ auto& typeRecord(Table& table, int id) {
 }
 
 /// Returns whether the table cannot represent the values of a base type.
-bool isOutside(fmi::BaseType base);
+bool isOutside(exchange::BaseType base);
 
 } // namespace tvtool::model

@@ -87,7 +87,7 @@ Differences numberDifferences(double factor, double offset, const exact::Number&
                         {Code::UnitOffset, numberDifference("offset", offset, 0, offsetByName)}});
 }
 
-Differences baseDifferences(const fmi::BaseUnit& base, const Expansion& meaning) {
+Differences baseDifferences(const exchange::BaseUnit& base, const Expansion& meaning) {
     if (std::string powers = powersDifference(withoutMemory(meaning.powers), powersOf(base));
         !powers.empty()) {
         return {{Code::UnitDimension, std::move(powers)}};
@@ -95,7 +95,7 @@ Differences baseDifferences(const fmi::BaseUnit& base, const Expansion& meaning)
     return numberDifferences(base.factor, base.offset, meaning.factor, meaning.offset);
 }
 
-Differences displayDifferences(const fmi::DisplayUnit& display, const Expansion& unit,
+Differences displayDifferences(const exchange::DisplayUnit& display, const Expansion& unit,
                                const Expansion& meaning) {
     Powers expected = withoutMemory(unit.powers);
     for (auto& [symbol, power] : expected) {
@@ -128,7 +128,7 @@ Differences displayDifferences(const fmi::DisplayUnit& display, const Expansion&
 struct Checked {
     std::string text;
     findings::Subject subject;
-    const fmi::Place& place;
+    const exchange::Place& place;
 };
 
 NamedMeaning meaningOf(const units::Reading& reading) {
@@ -185,7 +185,7 @@ bool checkMeaning(const Checked& checked, NamedMeaning& named, findings::Finding
     return found.empty();
 }
 
-void checkDisplayUnit(const fmi::DisplayUnit& display, const fmi::UnitDefinition& definition,
+void checkDisplayUnit(const exchange::DisplayUnit& display, const exchange::UnitDefinition& definition,
                       const Expansion& unit, findings::Findings& findings) {
     NamedMeaning named = meaningOfName(display.name);
     const Checked checked{
@@ -221,20 +221,20 @@ std::string unknownText(const NamedMeaning& named) {
                                  : fmt::format("is not read ({})", named.reasons.front());
 }
 
-Powers powersOf(const fmi::BaseUnit& base) {
+Powers powersOf(const exchange::BaseUnit& base) {
     Powers powers;
     for (std::size_t i = 0; i + 1 < base.powers.size(); ++i) {
         if (base.powers[i] != 0) {
-            powers.emplace(fmi::baseUnitNames[i], base.powers[i]);
+            powers.emplace(exchange::baseUnitNames[i], base.powers[i]);
         }
     }
     return powers;
 }
 
-std::string baseUnitText(const fmi::BaseUnit& base) {
+std::string baseUnitText(const exchange::BaseUnit& base) {
     Powers powers = powersOf(base);
     if (base.powers.back() != 0) {
-        powers.emplace(fmi::baseUnitNames.back(), base.powers.back());
+        powers.emplace(exchange::baseUnitNames.back(), base.powers.back());
     }
     std::string text = units::productText(powers);
     if (base.factor != 1) {
@@ -246,7 +246,7 @@ std::string baseUnitText(const fmi::BaseUnit& base) {
                : fmt::format("{} {} {}", text, base.offset < 0 ? '-' : '+', std::abs(base.offset));
 }
 
-bool checkUnit(const fmi::UnitDefinition& definition, NamedMeaning& named,
+bool checkUnit(const exchange::UnitDefinition& definition, NamedMeaning& named,
                findings::Findings& findings) {
     if (!definition.base) {
         return true;
@@ -259,15 +259,15 @@ bool checkUnit(const fmi::UnitDefinition& definition, NamedMeaning& named,
     });
 }
 
-void checkDisplayUnits(const fmi::UnitDefinition& definition, const NamedMeaning& named,
+void checkDisplayUnits(const exchange::UnitDefinition& definition, const NamedMeaning& named,
                        findings::Findings& findings) {
     std::optional<Expansion> meaning = named.meaning;
-    if (const std::optional<fmi::BaseUnit>& base = definition.base) {
+    if (const std::optional<exchange::BaseUnit>& base = definition.base) {
         meaning = Expansion{powersOf(*base), exact::Number(base->factor),
                             exact::Number(base->offset), nullptr};
     }
     if (meaning) {
-        for (const fmi::DisplayUnit& display : definition.displayUnits) {
+        for (const exchange::DisplayUnit& display : definition.displayUnits) {
             checkDisplayUnit(display, definition, *meaning, findings);
         }
     }

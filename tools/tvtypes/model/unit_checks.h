@@ -32,20 +32,20 @@ NamedMeaning meaningOfName(std::string_view name);
 std::string unknownText(const NamedMeaning& named);
 
 /// Returns the powers of the base units except the radian, which is 1 in the database.
-std::map<std::string, std::int64_t> powersOf(const fmi::BaseUnit& base);
+std::map<std::string, std::int64_t> powersOf(const exchange::BaseUnit& base);
 
 /// Returns a base unit in one line, with the radian: 0.1 * rad/s, K + 273.15.
-std::string baseUnitText(const fmi::BaseUnit& base);
+std::string baseUnitText(const exchange::BaseUnit& base);
 
 /// Returns whether the base units, factor and offset of a definition agree with its name, or one of
 /// the two is missing; a difference is a problem. Numbers in descriptions are rounded, so relative
 /// differences up to a millionth are ignored, and those of rounding to six digits or more. If they
 /// agree with another meaning of an ambiguous name, `named` becomes that meaning, and there is a
 /// note.
-bool checkUnit(const fmi::UnitDefinition& unit, NamedMeaning& named, findings::Findings& findings);
+bool checkUnit(const exchange::UnitDefinition& unit, NamedMeaning& named, findings::Findings& findings);
 
 /// Same for the display units of a definition.
-void checkDisplayUnits(const fmi::UnitDefinition& unit, const NamedMeaning& named,
+void checkDisplayUnits(const exchange::UnitDefinition& unit, const NamedMeaning& named,
                        findings::Findings& findings);
 
 } // namespace tvtool::model

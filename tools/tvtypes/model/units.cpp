@@ -16,7 +16,7 @@ namespace {
 using findings::Code;
 using findings::Subject;
 
-Subject subjectOf(const fmi::UnitDefinition& unit) {
+Subject subjectOf(const exchange::UnitDefinition& unit) {
     return {findings::SubjectKind::Unit, unit.name};
 }
 
@@ -36,11 +36,11 @@ Units::Units(const fmi::Description& description, findings::Findings& findings) 
     }
     std::ranges::transform(
         description.units, all_.begin(),
-        [&](const fmi::UnitDefinition& definition) { return add(definition, findings); });
+        [&](const exchange::UnitDefinition& definition) { return add(definition, findings); });
 }
 
 Units::Unit Units::registerUnit(const std::string& expression, const char* source,
-                                const fmi::UnitDefinition& definition,
+                                const exchange::UnitDefinition& definition,
                                 findings::Findings& findings) {
     try {
         return {table_->registerUnit(expression.c_str(), true), expression, source};
@@ -52,7 +52,7 @@ Units::Unit Units::registerUnit(const std::string& expression, const char* sourc
 }
 
 void Units::checkFactor(const Unit& unit, const units::Expansion& meaning,
-                        const fmi::UnitDefinition& definition, findings::Findings& findings) const {
+                        const exchange::UnitDefinition& definition, findings::Findings& findings) const {
     constexpr double tolerance = 1e-9;
     const TVTypeSys::UnitBase* const registered = table_->getUnit(unit.id);
     // The library does not expand a unit with an offset in a product.
@@ -68,7 +68,7 @@ void Units::checkFactor(const Unit& unit, const units::Expansion& meaning,
     }
 }
 
-Units::Unit Units::add(const fmi::UnitDefinition& definition, findings::Findings& findings) {
+Units::Unit Units::add(const exchange::UnitDefinition& definition, findings::Findings& findings) {
     NamedMeaning named = meaningOfName(definition.name);
     const bool agrees = checkUnit(definition, named, findings);
     checkDisplayUnits(definition, named, findings);

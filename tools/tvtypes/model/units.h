@@ -40,17 +40,17 @@ class Units {
 
     /// Returns the unit id of a variable.
     int variableId(const fmi::Variable& variable) const {
-        return variable.unit == fmi::noIndex ? inheritedUnit : all_[variable.unit].id;
+        return variable.unit == exchange::noIndex ? inheritedUnit : all_[variable.unit].id;
     }
 
   private:
-    Unit add(const fmi::UnitDefinition& definition, findings::Findings& findings);
+    Unit add(const exchange::UnitDefinition& definition, findings::Findings& findings);
     Unit registerUnit(const std::string& expression, const char* source,
-                      const fmi::UnitDefinition& definition, findings::Findings& findings);
+                      const exchange::UnitDefinition& definition, findings::Findings& findings);
 
     /// Notes a difference between the factor of the library and the exact one.
     void checkFactor(const Unit& unit, const units::Expansion& meaning,
-                     const fmi::UnitDefinition& definition, findings::Findings& findings) const;
+                     const exchange::UnitDefinition& definition, findings::Findings& findings) const;
 
     std::unique_ptr<TVTypeSys::UnitTable> table_;
     std::vector<Unit> all_;

@@ -109,7 +109,7 @@ std::vector<TypeRow> makeTypeRows(const Model& model) {
 }
 
 std::vector<OutsideRow> makeOutsideRows(const fmi::Description& description) {
-    std::array<OutsideRow, fmi::baseTypeCount + 1> counts;
+    std::array<OutsideRow, exchange::baseTypeCount + 1> counts;
     for (const fmi::Variable& variable : description.variables) {
         ++counts[static_cast<std::size_t>(variable.base)].variables;
     }
@@ -117,10 +117,10 @@ std::vector<OutsideRow> makeOutsideRows(const fmi::Description& description) {
         ++counts[static_cast<std::size_t>(type.base)].types;
     }
     std::vector<OutsideRow> rows;
-    for (std::size_t i = 0; i < fmi::baseTypeCount; ++i) {
-        const auto base = static_cast<fmi::BaseType>(i);
+    for (std::size_t i = 0; i < exchange::baseTypeCount; ++i) {
+        const auto base = static_cast<exchange::BaseType>(i);
         if (model::isOutside(base) && (counts[i].variables > 0 || counts[i].types > 0)) {
-            counts[i].baseType = fmi::baseTypeName(base, description.majorVersion);
+            counts[i].baseType = exchange::baseTypeName(base, description.majorVersion);
             rows.push_back(counts[i]);
         }
     }
@@ -130,7 +130,7 @@ std::vector<OutsideRow> makeOutsideRows(const fmi::Description& description) {
 std::vector<UnitRow> makeUnitRows(const Model& model) {
     std::vector<UnitRow> rows;
     rows.reserve(model.description->units.size());
-    for (const fmi::UnitDefinition& definition : model.description->units) {
+    for (const exchange::UnitDefinition& definition : model.description->units) {
         const model::Units::Unit& unit = model.units.all()[rows.size()];
         UnitRow& row = rows.emplace_back();
         row.definition = &definition;
@@ -143,7 +143,7 @@ std::vector<UnitRow> makeUnitRows(const Model& model) {
     }
     const std::vector<fmi::Variable>& variables = model.description->variables;
     for (std::uint32_t i = 0; i < variables.size(); ++i) {
-        if (variables[i].unit != fmi::noIndex) {
+        if (variables[i].unit != exchange::noIndex) {
             rows[variables[i].unit].users.push_back(i);
         }
     }

@@ -46,7 +46,7 @@ struct OutsideRow {
 
 /// One unit that the model defines or uses.
 struct UnitRow {
-    const fmi::UnitDefinition* definition = nullptr;
+    const exchange::UnitDefinition* definition = nullptr;
     std::optional<int> id;            ///< empty if the unit table cannot represent the unit
     std::string_view expression;      ///< in the unit table
     std::string_view source;          ///< of the expression: "name", "reading" or "base units"

@@ -46,9 +46,9 @@ const Columns<VariableRow> variableColumns{
     {none, "aliases", aliasNames},
 };
 
-const Columns<fmi::Item> itemColumns{
-    {none, "name", &fmi::Item::name},
-    {none, "value", &fmi::Item::value},
+const Columns<exchange::Item> itemColumns{
+    {none, "name", &exchange::Item::name},
+    {none, "value", &exchange::Item::value},
 };
 
 const Columns<TypeRow> typeColumns{
@@ -70,11 +70,11 @@ const Columns<OutsideRow> outsideColumns{
     {none, "types", &OutsideRow::types},
 };
 
-const Columns<fmi::DisplayUnit> displayUnitColumns{
-    {none, "name", &fmi::DisplayUnit::name},
-    {none, "factor", &fmi::DisplayUnit::factor},
-    {none, "offset", &fmi::DisplayUnit::offset},
-    {none, "inverse", &fmi::DisplayUnit::isInverse},
+const Columns<exchange::DisplayUnit> displayUnitColumns{
+    {none, "name", &exchange::DisplayUnit::name},
+    {none, "factor", &exchange::DisplayUnit::factor},
+    {none, "offset", &exchange::DisplayUnit::offset},
+    {none, "inverse", &exchange::DisplayUnit::isInverse},
 };
 
 const Columns<UnitRow> unitColumns{
@@ -182,7 +182,7 @@ class JsonReport {
         static const fmi::TypeDefinition undeclared;
         const fmi::TypeDefinition& type = row.definition == nullptr ? undeclared : *row.definition;
         json::object object = output::jsonObject(row, typeColumns);
-        const std::string_view unit = type.unitUse == fmi::noIndex
+        const std::string_view unit = type.unitUse == exchange::noIndex
                                           ? std::string_view()
                                           : inspection_.description().unitUses[type.unitUse].unit;
         object.emplace("items", output::jsonArray(type.items, itemColumns));

@@ -265,7 +265,7 @@ class TextReport {
     }
 
     std::string unitOf(const TypeRow& type) const {
-        if (type.definition == nullptr || type.definition->unitUse == fmi::noIndex) {
+        if (type.definition == nullptr || type.definition->unitUse == exchange::noIndex) {
             return {};
         }
         const fmi::UnitUse& use = inspection_.description().unitUses[type.definition->unitUse];
@@ -349,7 +349,7 @@ class TextReport {
         return output::nameList(
             type.items.size(),
             [&type](std::size_t i, std::string& text) {
-                const fmi::Item& item = type.items[i];
+                const exchange::Item& item = type.items[i];
                 text += text::safeText(item.name) +
                         (item.value ? fmt::format(" = {}", *item.value) : "");
             },

@@ -10,7 +10,7 @@ namespace tvtool::report {
 
 namespace {
 
-using fmi::noIndex;
+using exchange::noIndex;
 
 Section sectionOf(const fmi::Variable& variable) {
     switch (causalityOf(variable)) {

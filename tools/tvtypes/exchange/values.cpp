@@ -1,4 +1,4 @@
-#include "fmi/values.h"
+#include "exchange/values.h"
 
 #include <cctype>
 #include <charconv>
@@ -6,7 +6,7 @@
 #include <system_error>
 #include <type_traits>
 
-namespace tvtool::fmi {
+namespace tvtool::exchange {
 
 namespace {
 
@@ -108,4 +108,4 @@ bool isValue(std::string_view word, BaseType base) {
     return checks[static_cast<std::size_t>(base)](word);
 }
 
-} // namespace tvtool::fmi
+} // namespace tvtool::exchange

@@ -9,7 +9,7 @@
 
 #include <cstddef>
 
-namespace tvtool::fmi {
+namespace tvtool::exchange {
 
 struct Bound {
     std::size_t most;
@@ -43,4 +43,4 @@ inline void checkBound(std::size_t count, const Bound& bound) {
     }
 }
 
-} // namespace tvtool::fmi
+} // namespace tvtool::exchange

@@ -1,6 +1,6 @@
-#include "fmi/xml.h"
+#include "exchange/xml.h"
 
-#include "fmi/bounds.h"
+#include "exchange/bounds.h"
 
 #include <fmt/format.h>
 
@@ -19,7 +19,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tvtool::fmi {
+namespace tvtool::exchange {
 
 namespace {
 
@@ -237,4 +237,4 @@ void parseXml(const Source& source, XmlHandler& handler) {
     }
 }
 
-} // namespace tvtool::fmi
+} // namespace tvtool::exchange

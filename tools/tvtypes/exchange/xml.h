@@ -2,12 +2,12 @@
 /// Parsing of XML as a sequence of elements.
 #pragma once
 
-#include "fmi/source.h"
+#include "exchange/source.h"
 
 #include <cstdint>
 #include <string_view>
 
-namespace tvtool::fmi {
+namespace tvtool::exchange {
 
 /// Line and column, from 1, of the first character of an element.
 struct Position {
@@ -33,4 +33,4 @@ class XmlHandler {
 /// attributes or lines, 100000 levels, 1000 declared entities and attributes.
 void parseXml(const Source& source, XmlHandler& handler);
 
-} // namespace tvtool::fmi
+} // namespace tvtool::exchange

@@ -2,12 +2,12 @@
 /// Values of attributes.
 #pragma once
 
-#include "fmi/description.h"
+#include "exchange/records.h"
 
 #include <optional>
 #include <string_view>
 
-namespace tvtool::fmi {
+namespace tvtool::exchange {
 
 /// Parses one number, which may have a plus sign and blanks around it. Returns nothing if the text
 /// is invalid or the number is out of range. For std::int32_t, std::int64_t, std::uint32_t,
@@ -26,4 +26,4 @@ std::string_view takeWord(std::string_view& text);
 /// and is then infinite or zero. Every word is a String, Binary or Clock.
 bool isValue(std::string_view word, BaseType base);
 
-} // namespace tvtool::fmi
+} // namespace tvtool::exchange

@@ -1,4 +1,4 @@
-#include "fmi/zip_input.h"
+#include "exchange/zip_input.h"
 
 #include "files/read_error.h"
 
@@ -9,7 +9,7 @@
 #include <new>
 #include <utility>
 
-namespace tvtool::fmi {
+namespace tvtool::exchange {
 
 namespace {
 
@@ -144,4 +144,4 @@ std::shared_ptr<zip> openZip(std::shared_ptr<std::FILE> file, std::uint64_t maxD
     return {archive, zip_discard};
 }
 
-} // namespace tvtool::fmi
+} // namespace tvtool::exchange
