@@ -8,8 +8,16 @@ namespace tvtool::findings {
 namespace {
 
 const char* heading(Area area) {
-    constexpr const char* headings[] = {"File",       "Variables", "Types", "Units",
-                                        "Dimensions", "Structs",   "Calls"};
+    constexpr const char* headings[] = {"File",
+                                        "Variables",
+                                        "Types",
+                                        "Units",
+                                        "Dimensions",
+                                        "Structs",
+                                        "Files of systems",
+                                        "Connections of systems",
+                                        "Parameters of systems",
+                                        "Calls"};
     return headings[static_cast<std::size_t>(area)];
 }
 

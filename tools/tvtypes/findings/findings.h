@@ -33,8 +33,12 @@ enum class SubjectKind : std::uint8_t {
     DisplayUnit,
     Dimension,
     Struct,
-    Fact,  ///< a line of a file of facts
-    Value, ///< values of a conversion
+    Element,    ///< of a system
+    Connector,  ///< of an element
+    Connection, ///< between connectors
+    Parameter,  ///< of a parameter set
+    Fact,       ///< a line of a file of facts
+    Value,      ///< values of a conversion
 };
 
 /// What a finding is about.

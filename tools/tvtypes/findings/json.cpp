@@ -23,6 +23,14 @@ const char* kindName(SubjectKind kind) {
         return "dimension";
     case SubjectKind::Struct:
         return "struct";
+    case SubjectKind::Element:
+        return "element";
+    case SubjectKind::Connector:
+        return "connector";
+    case SubjectKind::Connection:
+        return "connection";
+    case SubjectKind::Parameter:
+        return "parameter";
     case SubjectKind::Fact:
         return "fact";
     case SubjectKind::Value:

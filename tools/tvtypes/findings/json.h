@@ -12,7 +12,8 @@
 
 namespace tvtool::findings {
 
-/// Returns "file", "variable", "type", "unit", "displayUnit", "dimension", "struct", "fact" or
+/// Returns "file", "variable", "type", "unit", "displayUnit", "dimension", "struct", "element",
+/// "connector", "connection", "parameter", "fact" or
 /// "value".
 const char* kindName(SubjectKind kind);
 

@@ -208,9 +208,6 @@ struct SystemFile {
     std::string_view name;
     Definitions definitions;
     std::deque<Element> elements; ///< all, at any depth; the root system is the first one
-    std::deque<ParameterSet> sets;
-    std::deque<ParameterMapping> mappings;
-    std::deque<SignalDictionary> dictionaries;
 
     const Element& root() const { return elements.front(); }
 };
@@ -220,6 +217,9 @@ struct Package {
     std::deque<SystemFile> systems; ///< the first one is that of the call
     std::deque<File> others;        ///< parameter sets, mappings and dictionaries
     std::deque<Model> models;
+    std::deque<ParameterSet> sets; ///< in files of their own and in systems, as those below
+    std::deque<ParameterMapping> mappings;
+    std::deque<SignalDictionary> dictionaries;
 };
 
 } // namespace tvtool::ssp

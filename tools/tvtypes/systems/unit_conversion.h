@@ -1,0 +1,45 @@
+/// \file
+/// Conversion between the units of two ends.
+#pragma once
+
+#include "exchange/records.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tvtool::systems {
+
+/// The unit of a value as one file defines it.
+struct UnitEnd {
+    std::string_view name;                                ///< empty for no unit
+    const exchange::UnitDefinition* definition = nullptr; ///< null if it is not defined
+    bool isRelative = false;                              ///< whether the offset does not apply
+};
+
+enum class UnitRelation : std::uint8_t {
+    None,          ///< one end has no unit
+    Same,          ///< no conversion
+    Converted,     ///< by factor and offset
+    RadianDiffers, ///< as before, but one end has a power of rad that the other one lacks
+    Undecided,     ///< a definition is missing, and the names differ
+    Incompatible   ///< different powers of base units
+};
+
+struct UnitConversion {
+    UnitRelation relation = UnitRelation::None;
+    double factor = 1; ///< target = factor * source + offset
+    double offset = 0;
+    std::string reason; ///< "m/s and kg" of incompatible units
+};
+
+/// Compares the units of a source and a target by their definitions: value2 = (factor1 * value1 +
+/// offset1 - offset2) / factor2. Offsets are ignored if one of the ends is relative. Where a
+/// definition is missing, compares the names, and by the unit database what they mean.
+UnitConversion convertUnits(const UnitEnd& source, const UnitEnd& target);
+
+/// Returns "0.001 * x + 273.15".
+std::string conversionText(const UnitConversion& conversion);
+
+} // namespace tvtool::systems
