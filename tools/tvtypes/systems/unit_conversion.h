@@ -23,7 +23,7 @@ enum class UnitRelation : std::uint8_t {
     Same,          ///< no conversion
     Converted,     ///< by factor and offset
     RadianDiffers, ///< as before, but one end has a power of rad that the other one lacks
-    Undecided,     ///< a definition is missing, and the names differ
+    Undecided,     ///< a definition is missing, and the names have other meanings
     Incompatible   ///< different powers of base units
 };
 
@@ -31,7 +31,7 @@ struct UnitConversion {
     UnitRelation relation = UnitRelation::None;
     double factor = 1; ///< target = factor * source + offset
     double offset = 0;
-    std::string reason; ///< "m/s and kg" of incompatible units
+    std::string reason; ///< what is known of incompatible and undecided units
 };
 
 /// Compares the units of a source and a target by their definitions: value2 = (factor1 * value1 +
