@@ -4,6 +4,7 @@
 
 #include "findings/findings.h"
 #include "fmi/description.h"
+#include "model/base_types.h"
 #include "model/names.h"
 
 #include <tvtypes/datatypetable.h>
@@ -41,9 +42,7 @@ class Types {
 
   private:
     int define(const fmi::TypeDefinition& type);
-    int registerEnumeration(const std::string& name);
     int baseTypeId(exchange::BaseType base, const exchange::Place& place);
-    int registerFixedPoint(exchange::BaseType base);
 
     findings::Findings& findings_;
     TVTypeSys::DataTypeTable table_;
@@ -51,14 +50,5 @@ class Types {
     std::vector<int> variableIds_;
     std::unordered_map<int, std::string> originalNames_; ///< by id
 };
-
-/// Returns the record of a type.
-template <class Table>
-auto& typeRecord(Table& table, int id) {
-    return *table.getDataTypeAt(static_cast<std::size_t>(std::int64_t{id} + 1));
-}
-
-/// Returns whether the table cannot represent the values of a base type.
-bool isOutside(exchange::BaseType base);
 
 } // namespace tvtool::model

@@ -22,20 +22,24 @@ Subject subjectOf(const exchange::UnitDefinition& unit) {
 
 } // namespace
 
-Units::Units(const fmi::Description& description, findings::Findings& findings) {
-    all_.resize(description.units.size());
-    if (description.units.empty()) {
+void Units::add(const std::vector<exchange::UnitDefinition>& definitions,
+                findings::Findings& findings) {
+    const std::size_t first = all_.size();
+    all_.resize(first + definitions.size());
+    if (definitions.empty()) {
         return;
     }
     try {
-        table_ = std::make_unique<TVTypeSys::UnitTable>();
+        if (!table_) {
+            table_ = std::make_unique<TVTypeSys::UnitTable>();
+        }
     } catch (const fnd::except::IException& error) {
         findings.add(Code::UnitTableMissing, {"UnitDefinitions"}, {}, "units are not looked at: {}",
                      text::inOneLine(problemText(error)));
         return;
     }
     std::ranges::transform(
-        description.units, all_.begin(),
+        definitions, all_.begin() + static_cast<std::ptrdiff_t>(first),
         [&](const exchange::UnitDefinition& definition) { return add(definition, findings); });
 }
 
@@ -52,7 +56,8 @@ Units::Unit Units::registerUnit(const std::string& expression, const char* sourc
 }
 
 void Units::checkFactor(const Unit& unit, const units::Expansion& meaning,
-                        const exchange::UnitDefinition& definition, findings::Findings& findings) const {
+                        const exchange::UnitDefinition& definition,
+                        findings::Findings& findings) const {
     constexpr double tolerance = 1e-9;
     const TVTypeSys::UnitBase* const registered = table_->getUnit(unit.id);
     // The library does not expand a unit with an offset in a product.

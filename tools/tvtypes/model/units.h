@@ -17,9 +17,9 @@ namespace tvtool::model {
 /// The id of elements without a unit in the table.
 inline constexpr int inheritedUnit = -1;
 
-/// Registers a model's units in a table: by their names, in all usual spellings, else by their base
-/// units if the factor is 1 and the offset 0. A name that disagrees with the numbers in the
-/// description in all its meanings is a problem.
+/// Registers the units of one file or several in a table: by their names, in all usual spellings,
+/// else by their base units if the factor is 1 and the offset 0. A name that disagrees with the
+/// numbers in the description in all its meanings is a problem.
 ///
 /// The unit database is loaded only if the description has units. If it cannot be read, no unit is
 /// in the table.
@@ -33,9 +33,18 @@ class Units {
         const char* source = "";
     };
 
-    Units(const fmi::Description& description, findings::Findings& findings);
+    Units() = default;
+    /// The units of a model.
+    Units(const fmi::Description& description, findings::Findings& findings) {
+        add(description.units, findings);
+    }
 
-    /// Returns the units by index in Description::units.
+    /// Registers the units of a file, and checks their definitions.
+    void add(const std::vector<exchange::UnitDefinition>& definitions,
+             findings::Findings& findings);
+
+    /// Returns the units in the order in which they were added, for a model by index in
+    /// Description::units.
     const std::vector<Unit>& all() const { return all_; }
 
     /// Returns the unit id of a variable.
@@ -50,7 +59,8 @@ class Units {
 
     /// Notes a difference between the factor of the library and the exact one.
     void checkFactor(const Unit& unit, const units::Expansion& meaning,
-                     const exchange::UnitDefinition& definition, findings::Findings& findings) const;
+                     const exchange::UnitDefinition& definition,
+                     findings::Findings& findings) const;
 
     std::unique_ptr<TVTypeSys::UnitTable> table_;
     std::vector<Unit> all_;
