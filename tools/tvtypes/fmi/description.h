@@ -60,6 +60,7 @@ struct TypeDefinition {
     std::string_view quantity;
     std::string_view description;
     Place place;
+    bool isRelative = false; ///< whether the offset of the unit does not apply
 };
 
 /// One dimension of an array variable.
@@ -92,6 +93,7 @@ struct Variable {
     Initial initial = Initial::None;
     bool hasStart = false;
     bool hasValueReference = false;
+    bool isRelative = false;      ///< its own relativeQuantity, without that of its type
     bool isSize = false;          ///< whether dimensions may refer to it
     bool hasBadDimension = false; ///< an invalid dimension is not among its dimensions
 };
