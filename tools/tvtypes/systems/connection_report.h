@@ -5,6 +5,7 @@
 #include "systems/records.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <string>
 #include <utility>

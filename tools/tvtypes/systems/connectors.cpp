@@ -266,6 +266,10 @@ void Connectors::addInside(End& end, const ssp::Element& system) {
     }
     if (end.dimensions.empty() && inside.size() == 1) {
         end.dimensions = inside.front()->dimensions;
+        // The names of sizes are those of the other element.
+        for (ssp::Dimension& dimension : end.dimensions) {
+            dimension.sizeConnector = {};
+        }
     }
 }
 

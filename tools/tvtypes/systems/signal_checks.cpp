@@ -20,8 +20,6 @@ using findings::Code;
 using ssp::TransformationKind;
 using text::quoted;
 
-bool isReal(BaseType base) { return base == BaseType::Float64 || base == BaseType::Float32; }
-
 /// Returns the names of items, at most three.
 std::string itemList(const std::vector<const Item*>& items) {
     std::string text;

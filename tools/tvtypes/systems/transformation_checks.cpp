@@ -1,0 +1,172 @@
+// The transformation of a connection.
+#include "exchange/values.h"
+#include "systems/signal_checks.h"
+#include "systems/type_conversion.h"
+#include "text/quote.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string_view>
+#include <vector>
+
+namespace tvtool::systems {
+
+namespace {
+
+using exchange::BaseType;
+using exchange::Item;
+using findings::Code;
+using ssp::MapEntry;
+using ssp::TransformationKind;
+using text::quoted;
+
+bool isReal(BaseType base) { return base == BaseType::Float64 || base == BaseType::Float32; }
+
+bool isInteger(BaseType base) {
+    return isNumeric(base) && !isReal(base) && base != BaseType::Boolean;
+}
+
+/// Returns whether values of the type can take part in the transformation.
+bool isTransformed(TransformationKind kind, BaseType base) {
+    switch (kind) {
+    case TransformationKind::Linear:
+        return isReal(base);
+    case TransformationKind::Boolean:
+        return base == BaseType::Boolean;
+    case TransformationKind::Integer:
+        return isInteger(base) || base == BaseType::Enumeration;
+    default:
+        return base == BaseType::Enumeration;
+    }
+}
+
+const char* kindText(TransformationKind kind) {
+    constexpr const char* texts[] = {"", "LinearTransformation takes real numbers",
+                                     "BooleanMappingTransformation takes Booleans",
+                                     "IntegerMappingTransformation takes integers and enumerations",
+                                     "EnumerationMappingTransformation takes enumerations"};
+    return texts[static_cast<std::size_t>(kind)];
+}
+
+/// Returns a value in the form in which equal values are equal texts; empty if it is invalid.
+std::optional<std::string> normalized(std::string_view value, TransformationKind kind) {
+    if (kind == TransformationKind::Boolean) {
+        return !exchange::isValue(value, BaseType::Boolean) ? std::nullopt
+               : value == "true" || value == "1"            ? std::optional<std::string>("true")
+                                                            : std::optional<std::string>("false");
+    }
+    if (kind == TransformationKind::Integer) {
+        const auto number = exchange::parseNumber<std::int64_t>(value);
+        return number ? std::optional(std::to_string(*number)) : std::nullopt;
+    }
+    return std::string(value);
+}
+
+/// Returns how an item is written in the entries of a mapping.
+std::string itemText(const Item& item, TransformationKind kind) {
+    return kind == TransformationKind::Integer ? std::to_string(item.value.value_or(0))
+                                               : std::string(item.name);
+}
+
+class MappingCheck {
+  public:
+    explicit MappingCheck(const ConnectionReport& report)
+        : report_(report),
+          source_(report.row.source),
+          target_(report.row.target),
+          mapping_(report.row.record->transformation) {}
+
+    void check() {
+        for (const MapEntry& entry : mapping_.entries) {
+            checkEntry(entry);
+        }
+        checkCompleteness();
+    }
+
+  private:
+    void checkEntry(const MapEntry& entry) {
+        const auto source = normalized(entry.source, mapping_.kind);
+        const auto target = normalized(entry.target, mapping_.kind);
+        if (!source || (source_.items != nullptr && !isItem(*source_.items, *source))) {
+            report_.addAt(entry.place, Code::MappingSource, "{} is no value of {}",
+                          quoted(entry.source), source_.typeName);
+        } else if (!mapped_.insert(*source).second) {
+            report_.addAt(entry.place, Code::MappingRepeated, "a second entry maps {}",
+                          quoted(entry.source));
+        }
+        const bool isInRange =
+            target &&
+            (target_.base == BaseType::Enumeration
+                 ? target_.items == nullptr || isItem(*target_.items, *target)
+                 : target_.base == BaseType::None || exchange::isValue(*target, target_.base));
+        if (!isInRange) {
+            report_.addAt(entry.place, Code::MappingTarget, "{} is no value of {}",
+                          quoted(entry.target), target_.typeName);
+        }
+    }
+
+    bool isItem(const std::vector<Item>& items, const std::string& value) const {
+        return std::ranges::any_of(
+            items, [&](const Item& item) { return itemText(item, mapping_.kind) == value; });
+    }
+
+    /// A value without an entry is kept.
+    void checkCompleteness() {
+        if (mapping_.kind == TransformationKind::Boolean) {
+            if (mapped_.size() == 1) {
+                report_.add(Code::MappingIncomplete, "the mapping has no entry for {}",
+                            mapped_.contains("true") ? "false" : "true");
+            }
+            return;
+        }
+        if (source_.items != nullptr) {
+            std::vector<std::string> kept;
+            for (const Item& item : *source_.items) {
+                const std::string text = itemText(item, mapping_.kind);
+                if (!mapped_.contains(text) &&
+                    (target_.items != nullptr && !isItem(*target_.items, text))) {
+                    kept.push_back(quoted(item.name));
+                }
+            }
+            if (!kept.empty()) {
+                kept.resize(std::min<std::size_t>(kept.size(), 3));
+                report_.add(Code::MappingIncomplete,
+                            "the mapping has no entry for {}, which {} lacks",
+                            fmt::format("{}", fmt::join(kept, ", ")), quoted(target_.typeName));
+            }
+        } else if (target_.base == BaseType::Enumeration && isInteger(source_.base)) {
+            report_.add(Code::MappingIncomplete,
+                        "integers without an entry are kept, and need not be items of {}",
+                        quoted(target_.typeName));
+        }
+    }
+
+    const ConnectionReport& report_;
+    const End& source_;
+    const End& target_;
+    const ssp::Transformation& mapping_;
+    std::set<std::string> mapped_;
+};
+
+} // namespace
+
+void checkTransformation(const ConnectionReport& report) {
+    const ssp::Transformation& transformation = report.row.record->transformation;
+    if (transformation.kind == TransformationKind::None) {
+        return;
+    }
+    for (const End* const end : {&report.row.source, &report.row.target}) {
+        if (end->base != BaseType::None && !isTransformed(transformation.kind, end->base)) {
+            return report.addAt(transformation.place, Code::TransformationType,
+                                "a {}, and {} is {}", kindText(transformation.kind),
+                                text::quoted(endText(*end)), end->typeName);
+        }
+    }
+    if (transformation.kind != TransformationKind::Linear) {
+        MappingCheck(report).check();
+    }
+}
+
+} // namespace tvtool::systems
