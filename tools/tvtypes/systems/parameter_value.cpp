@@ -25,6 +25,16 @@ bool isTiny(std::string_view word) {
                                               : word.substr(exponent + 1).starts_with('-');
 }
 
+/// Returns whether a word that is a number or INF or NaN is in the range of a floating-point type.
+bool isInRange(std::string_view word, BaseType base) {
+    const std::optional<double> number = exchange::parseNumber<double>(word);
+    if (!number) {
+        return isTiny(word);
+    }
+    return base == BaseType::Float64 || !std::isinf(static_cast<float>(*number)) ||
+           std::isinf(*number);
+}
+
 bool isHex(std::string_view text) {
     return text.size() % 2 == 0 && std::ranges::all_of(text, [](char c) {
                return std::isxdigit(static_cast<unsigned char>(c)) != 0;
@@ -77,6 +87,11 @@ bool isParameterValue(std::string_view text, BaseType base) {
         return isHex(exchange::trimmed(text));
     case BaseType::String:
         return true;
+    case BaseType::Float64:
+    case BaseType::Float32: {
+        const std::string_view word = exchange::trimmed(text);
+        return exchange::isValue(word, base) && isInRange(word, base);
+    }
     default:
         return exchange::isValue(exchange::trimmed(text), base);
     }
