@@ -170,6 +170,13 @@ class CausalityChecks {
 
 } // namespace
 
+Initial initialOf(const Variable& variable, int majorVersion) {
+    const bool isWritten = variable.initial != Initial::None && variable.initial != Initial::Invalid;
+    return isWritten ? variable.initial
+                     : combinationOf(causalityOf(variable), variabilityOf(variable), majorVersion)
+                           .byDefault;
+}
+
 void checkCausalities(const Description& description, Findings& findings) {
     CausalityChecks checks(description, findings);
     for (const Variable& variable : description.variables) {

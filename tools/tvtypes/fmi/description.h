@@ -150,6 +150,10 @@ Range rangeOf(const Variable& variable, const Description& description);
 Causality causalityOf(const Variable& variable);
 Variability variabilityOf(const Variable& variable);
 
+/// Same for initial, whose default depends on the others; None if they cannot be combined or there
+/// is no initial for them. For FMI 2 and 3.
+Initial initialOf(const Variable& variable, int majorVersion);
+
 /// Return the attribute value of FMI; empty for None and Invalid.
 std::string_view causalityName(Causality causality);
 std::string_view variabilityName(Variability variability);

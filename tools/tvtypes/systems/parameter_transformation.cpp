@@ -1,0 +1,108 @@
+#include "systems/parameter_transformation.h"
+
+#include "exchange/values.h"
+#include "text/quote.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+#include <optional>
+
+namespace tvtool::systems {
+
+using exchange::BaseType;
+using ssp::TransformationKind;
+
+bool isReal(BaseType base) { return base == BaseType::Float64 || base == BaseType::Float32; }
+
+bool isInteger(BaseType base) { return base >= BaseType::Int8 && base <= BaseType::UInt64; }
+
+std::string mappingKey(std::string_view source, TransformationKind kind) {
+    if (kind == TransformationKind::Boolean) {
+        return readBoolean(source) ? "true" : "false";
+    }
+    if (kind == TransformationKind::Integer) {
+        const auto number = exchange::parseNumber<std::int64_t>(source);
+        return number ? fmt::format("{}", *number) : std::string(source);
+    }
+    return std::string(source);
+}
+
+std::string shownText(const ParameterValue& value, bool isScaled) {
+    return value.isNumber && isScaled ? shownText(value.number) : text::shortened(value.text);
+}
+
+bool takes(TransformationKind transformation, BaseType base) {
+    switch (transformation) {
+    case TransformationKind::None:
+        return true;
+    case TransformationKind::Linear:
+        return isReal(base);
+    case TransformationKind::Boolean:
+        return base == BaseType::Boolean;
+    case TransformationKind::Integer:
+        return isInteger(base) || base == BaseType::Enumeration;
+    case TransformationKind::Enumeration:
+        return base == BaseType::Enumeration;
+    }
+    return false;
+}
+
+ParameterTransformation::ParameterTransformation(BaseType base,
+                                                 const std::vector<exchange::Item>* items,
+                                                 const UnitConversion* conversion,
+                                                 const ssp::Transformation* transformation)
+    : base_(base), items_(items) {
+    if (conversion != nullptr) {
+        addScaling(conversion->factor, conversion->offset);
+    }
+    if (transformation == nullptr || !takes(transformation->kind, base)) {
+        return;
+    }
+    if (transformation->kind == TransformationKind::Linear) {
+        addScaling(transformation->factor, transformation->offset);
+        return;
+    }
+    mapping_ = transformation->kind;
+    for (const ssp::MapEntry& entry : transformation->entries) {
+        mapped_.emplace(mappingKey(entry.source, mapping_), entry.target);
+    }
+}
+
+void ParameterTransformation::addScaling(double factor, double offset) {
+    if (std::isfinite(factor) && std::isfinite(offset)) {
+        scalings_.push_back({decimalOf(factor), decimalOf(offset)});
+    }
+}
+
+ParameterValue ParameterTransformation::apply(std::string_view text, ItemIndex& index) const {
+    ParameterValue value{text, isReal(base_) || isInteger(base_), {}};
+    std::string item;
+    if (base_ == BaseType::Enumeration && mapping_ != TransformationKind::Enumeration) {
+        const exchange::Item* const found =
+            items_ == nullptr ? nullptr : index.named(*items_, text);
+        value.isNumber = found != nullptr && found->value;
+        item = value.isNumber ? fmt::format("{}", *found->value) : "";
+    }
+    std::string_view number = item.empty() ? exchange::trimmed(text) : item;
+    if (!mapped_.empty()) {
+        const auto mapped = mapped_.find(mappingKey(number, mapping_));
+        if (mapped != mapped_.end()) {
+            value.text = mapped->second;
+            number = mapped->second;
+        }
+    }
+    value.isNumber = value.isNumber && exchange::isValue(number, BaseType::Float64);
+    if (!value.isNumber) {
+        return value;
+    }
+    value.number = readExact(number);
+    if (value.number.kind == ExactValue::Kind::Number) {
+        for (const Scaling& scaling : scalings_) {
+            value.number.number = value.number.number * scaling.factor + scaling.offset;
+        }
+    }
+    return value;
+}
+
+} // namespace tvtool::systems
