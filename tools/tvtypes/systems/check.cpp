@@ -4,6 +4,7 @@
 #include "ssp/package.h"
 #include "systems/connection_checks.h"
 #include "systems/connector_checks.h"
+#include "systems/parameters.h"
 #include "systems/records.h"
 #include "text/quote.h"
 
@@ -40,6 +41,7 @@ class PackageCheck {
         countParameters();
         checkDefinitions();
         checkModels();
+        result_->parameters = checkParameters(package(), connectors_, names_);
         checkConnections();
         sortFindings();
         return std::move(result_);
