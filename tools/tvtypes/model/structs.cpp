@@ -2,22 +2,20 @@
 
 #include "model/library_errors.h"
 #include "model/path.h"
+#include "model/struct_elements.h"
 #include "text/quote.h"
-
-#include <fndut/alloc.h>
 
 #include <algorithm>
 #include <cctype>
-#include <new>
 #include <utility>
 
 namespace tvtool::model {
 
 namespace {
 
+using exchange::noIndex;
 using findings::Code;
 using findings::SubjectKind;
-using exchange::noIndex;
 
 /// A limit of memory, far above the models of today.
 constexpr std::size_t mostTypes = 100'000;
@@ -37,19 +35,6 @@ std::string joinWithUnderscores(std::string_view path) {
         isGap = false;
     }
     return name;
-}
-
-/// Returns a copy that the element will own; null for none.
-int* allocateDimensions(const std::vector<int>& sizes) {
-    if (sizes.empty()) {
-        return nullptr;
-    }
-    auto* const dimensions = static_cast<int*>(utMalloc(sizes.size() * sizeof(int)));
-    if (dimensions == nullptr) {
-        throw std::bad_alloc();
-    }
-    std::ranges::copy(sizes, dimensions);
-    return dimensions;
 }
 
 } // namespace
@@ -112,19 +97,12 @@ void Structs::add(const Shape& shape, const fmi::Description& description, Types
 }
 
 void Structs::setElements(StructDataType& type, const std::vector<ShapeElement>& elements) {
-    type.setNumElements(static_cast<int>(elements.size()));
-    for (std::size_t i = 0; i < elements.size(); ++i) {
-        const ShapeElement& from = elements[i];
-        StructElement& element = *type.getElements()[i];
-        element.setName(std::string(from.name).c_str());
-        element.setDataTypeId(from.isStruct ? nestedType(from).id : from.type);
-        element.setUnitId(from.unit);
-        element.setNumDimensions(static_cast<int>(from.dimensions.size()));
-        element.setDimensions(allocateDimensions(from.dimensions));
-        element.setSignalType(0);
-        element.setSamplingMode(0);
-        element.setDimensionsMode(0);
+    std::vector<TypeElement> ofType;
+    for (const ShapeElement& element : elements) {
+        ofType.push_back({element.name, element.isStruct ? nestedType(element).id : element.type,
+                          element.unit, element.dimensions});
     }
+    model::setElements(type, ofType);
 }
 
 const Structs::Type* Structs::find(int id) const {
