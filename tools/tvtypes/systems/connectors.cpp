@@ -275,11 +275,12 @@ void Connectors::addInside(End& end, const ssp::Element& system) {
 
 std::vector<const End*> Connectors::endsInside(const ssp::Element& system, std::string_view name) {
     const auto [entry, isNew] = references_.try_emplace(&system);
+    References& known = entry->second;
     if (isNew) {
         const auto add = [&](const ssp::EndReference& own, const ssp::EndReference& other) {
             // What is restricted to indices or transformed differs from the connector.
             if (!own.element && !own.indices && !other.indices) {
-                entry->second[own.connector].push_back(&other);
+                known[own.connector].push_back(&other);
             }
         };
         for (const ssp::Connection& connection : system.connections) {
@@ -291,8 +292,8 @@ std::vector<const End*> Connectors::endsInside(const ssp::Element& system, std::
         }
     }
     std::vector<const End*> ends;
-    const auto references = entry->second.find(name);
-    if (references == entry->second.end()) {
+    const auto references = known.find(name);
+    if (references == known.end()) {
         return ends;
     }
     for (const ssp::EndReference* const reference : references->second) {

@@ -15,7 +15,6 @@ namespace tvtool::systems {
 namespace {
 
 using exchange::BaseUnit;
-using exchange::UnitDefinition;
 
 /// Definitions are rounded, so factors this close to 1 are those of the same unit.
 constexpr double tolerance = 1e-9;
@@ -86,7 +85,7 @@ UnitConversion convertNamed(const UnitEnd& source, const UnitEnd& target) {
     }
     const units::Conversion between = units::conversionBetween(*from, *to);
     const bool isRelative = source.isRelative || target.isRelative;
-    const UnitConversion byName =
+    UnitConversion byName =
         conversion(between.factor, isRelative ? exact::Number(0) : between.offset);
     if (byName.relation == UnitRelation::Same) {
         return byName;
