@@ -6,6 +6,7 @@
 #include "systems/connector_checks.h"
 #include "systems/parameters.h"
 #include "systems/records.h"
+#include "systems/structs.h"
 #include "text/quote.h"
 
 #include <fmt/format.h>
@@ -43,6 +44,8 @@ class PackageCheck {
         checkModels();
         result_->parameters = checkParameters(package(), connectors_, names_);
         checkConnections();
+        StructTypes structs(connectors_, types_);
+        result_->structs = checkStructs(result_->connections, structs);
         sortFindings();
         return std::move(result_);
     }
