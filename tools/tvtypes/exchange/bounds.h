@@ -1,6 +1,6 @@
 /// \file
-/// Limits of the contents of a description, which bound the time and the memory of reading it. They
-/// are far above the descriptions of real models.
+/// Limits of the contents of descriptions, which bound the time and the memory of reading it. They
+/// are far above those of real models and systems.
 #pragma once
 
 #include "files/read_error.h"
@@ -35,6 +35,16 @@ inline constexpr Bound typeBound{200'000, "types"};
 inline constexpr Bound itemBound{1'000'000, "items of enumerations"};
 inline constexpr Bound unitBound{50'000, "units"};
 inline constexpr Bound displayUnitBound{50'000, "display units"};
+
+inline constexpr Bound systemLevelBound{1'000, "levels of systems"};
+inline constexpr Bound systemElementBound{200'000, "systems and components"};
+inline constexpr Bound connectorBound{1'000'000, "connectors"};
+inline constexpr Bound connectionBound{500'000, "connections"};
+inline constexpr Bound parameterBound{500'000, "parameters"};
+inline constexpr Bound mappingBound{500'000, "entries of mappings"};
+inline constexpr Bound packageLevelBound{100, "levels of systems in files of their own"};
+/// Files that one system refers to.
+inline constexpr Bound fileBound{10'000, "files"};
 
 /// Throws files::ReadError if a count exceeds its bound.
 inline void checkBound(std::size_t count, const Bound& bound) {

@@ -13,10 +13,10 @@ constexpr std::array<std::string_view, baseTypeCount> names{
 } // namespace
 
 std::string_view baseTypeName(BaseType base, int fmiMajorVersion) {
-    if (fmiMajorVersion == 2 && base == BaseType::Float64) {
+    if (fmiMajorVersion < 3 && base == BaseType::Float64) {
         return "Real";
     }
-    if (fmiMajorVersion == 2 && base == BaseType::Int32) {
+    if (fmiMajorVersion < 3 && base == BaseType::Int32) {
         return "Integer";
     }
     return base == BaseType::None ? "unknown" : names[static_cast<std::size_t>(base)];

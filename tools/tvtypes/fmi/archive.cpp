@@ -1,4 +1,5 @@
 // The description in a zip archive.
+#include "exchange/archive.h"
 #include "exchange/zip_input.h"
 #include "fmi/source.h"
 #include "text/quote.h"
@@ -20,23 +21,7 @@ using findings::Code;
 
 constexpr std::string_view descriptionName = "modelDescription.xml";
 constexpr std::string_view resourceForkFolder = "__MACOSX/";
-constexpr std::uint64_t longestDirectory = std::uint64_t{32} << 20;
 const findings::Place archivePlace{"archive"};
-
-files::ReadError tooLarge(std::uint64_t maxSize) {
-    return files::ReadError(fmt::format("{} in the archive unpacks to more than {} MiB",
-                                        descriptionName, maxSize >> 20));
-}
-
-files::ReadError unreadable(const char* reason) {
-    return files::ReadError(
-        fmt::format("{} in the archive cannot be read: {}", descriptionName, reason));
-}
-
-files::ReadError unreadable(zip_error_t& error) {
-    exchange::throwIfOutOfMemory(error);
-    return unreadable(zip_error_strerror(&error));
-}
 
 /// Returns whether the name is that of a description in a folder at the root.
 bool isInFolder(std::string_view name) {
@@ -105,38 +90,10 @@ zip_uint64_t findDescription(zip_t* archive, findings::Findings& findings) {
 
 exchange::Source openArchive(std::shared_ptr<std::FILE> file, findings::Findings& findings,
                              std::uint64_t maxSize) {
-    const std::shared_ptr<zip_t> archive = exchange::openZip(std::move(file), longestDirectory);
-    const zip_uint64_t index = findDescription(archive.get(), findings);
-    zip_stat_t facts;
-    zip_stat_init(&facts);
-    if (zip_stat_index(archive.get(), index, 0, &facts) != 0) {
-        throw unreadable(*zip_get_error(archive.get()));
-    }
-    if ((facts.valid & ZIP_STAT_SIZE) != 0 && facts.size > maxSize) {
-        throw tooLarge(maxSize);
-    }
-    if ((facts.valid & ZIP_STAT_SIZE) != 0 && facts.size == 0) {
-        throw unreadable("it is empty");
-    }
-    zip_file_t* const opened = zip_fopen_index(archive.get(), index, 0);
-    if (opened == nullptr) {
-        throw unreadable(*zip_get_error(archive.get()));
-    }
-    // The entry is closed before the archive.
-    const std::shared_ptr<zip_file_t> entry(opened,
-                                            [archive](zip_file_t* file) { zip_fclose(file); });
-    return [entry, maxSize, left = maxSize](std::span<char> buffer) mutable {
-        const zip_int64_t count = zip_fread(entry.get(), buffer.data(), buffer.size());
-        if (count < 0) {
-            throw unreadable(*zip_file_get_error(entry.get()));
-        }
-        // The size that the archive states can be wrong.
-        if (static_cast<std::uint64_t>(count) > left) {
-            throw tooLarge(maxSize);
-        }
-        left -= static_cast<std::uint64_t>(count);
-        return static_cast<std::size_t>(count);
-    };
+    const std::shared_ptr<zip_t> archive =
+        exchange::openZip(std::move(file), exchange::longestDirectory);
+    return exchange::openEntry(archive, findDescription(archive.get(), findings), descriptionName,
+                               maxSize);
 }
 
 } // namespace tvtool::fmi

@@ -171,7 +171,8 @@ class CausalityChecks {
 } // namespace
 
 Initial initialOf(const Variable& variable, int majorVersion) {
-    const bool isWritten = variable.initial != Initial::None && variable.initial != Initial::Invalid;
+    const bool isWritten =
+        variable.initial != Initial::None && variable.initial != Initial::Invalid;
     return isWritten ? variable.initial
                      : combinationOf(causalityOf(variable), variabilityOf(variable), majorVersion)
                            .byDefault;

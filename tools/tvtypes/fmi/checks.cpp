@@ -154,6 +154,9 @@ void resolveDeclaredTypes(Description& description, Findings& findings) {
 } // namespace
 
 void checkDescription(Description& description, Findings& findings) {
+    if (description.majorVersion == 1) {
+        return;
+    }
     eraseRepeated(description.types, Code::TypeRepeated, SubjectKind::Type, "type", findings);
     for (const TypeDefinition& type : description.types) {
         checkItems(type, findings);

@@ -120,8 +120,9 @@ struct Description {
     exchange::Texts texts;
     std::string_view fmiVersion;
     std::string_view modelName;
-    int majorVersion = 0;            ///< 2 or 3
-    bool hasStructuredNames = false; ///< whether names express a hierarchy of structs
+    std::vector<std::string_view> interfaces; ///< such as CoSimulation
+    int majorVersion = 0;                     ///< 2 or 3; 1 where that is read
+    bool hasStructuredNames = false;          ///< whether names express a hierarchy of structs
     std::vector<exchange::UnitDefinition> units;
     std::vector<UnitUse> unitUses; ///< distinct
     std::vector<TypeDefinition> types;

@@ -67,6 +67,12 @@ struct Element {
                                               : description.texts.keep(word);
     }
 
+    /// Returns whether an attribute is true.
+    bool isTrue(Attribute attribute) const {
+        const std::string_view value = text(attribute);
+        return value == "true" || value == "1";
+    }
+
     /// Texts of this size are often repeated: 0, 1.0, true.
     static constexpr std::size_t longestInterned = 5;
 };

@@ -153,6 +153,7 @@ constexpr AttributeRule readAttributes[] = {
     {real,              "nominal", Attribute::Nominal},
     {real,              "unit", Attribute::Unit},
     {real | alias,      "displayUnit", Attribute::DisplayUnit},
+    {real,              "relativeQuantity", Attribute::RelativeQuantity},
     {root,              "guid", Attribute::Guid},
     {root,              "instantiationToken", Attribute::InstantiationToken},
     {derivative,        "derivative", Attribute::Derivative},
@@ -188,7 +189,7 @@ struct UnreadAttributes {
 const UnreadAttributes unreadAttributes[] = {
     {root,         {"author", "version", "copyright", "license",
                     "generationTool", "generationDateAndTime", "numberOfEventIndicators"}},
-    {real,         {"relativeQuantity", "unbounded"}},
+    {real,         {"unbounded"}},
     {variable,     {"canHandleMultipleSetPerTimeInstant"}},
     {derivative,   {"reinit"}},
     {typed,        {"intermediateUpdate"}},

@@ -103,6 +103,7 @@ enum class Attribute : std::uint8_t {
     Index,
     Dependencies,
     DependenciesKind,
+    RelativeQuantity,
     Known
 };
 inline constexpr std::size_t readAttributeCount = static_cast<std::size_t>(Attribute::Known);

@@ -7,6 +7,7 @@
 #include "fmi/type_reader.h"
 #include "fmi/unit_reader.h"
 #include "fmi/variable_reader.h"
+#include "fmi/version1_reader.h"
 #include "text/quote.h"
 
 #include <algorithm>
@@ -36,11 +37,14 @@ bool leavesNamespace(const char* const* attributes) {
 
 class Reader : public exchange::XmlHandler {
   public:
-    Reader(Description& description, Findings& findings)
-        : description_(description), element_{description, findings} {}
+    Reader(Description& description, Findings& findings, Versions versions)
+        : description_(description), versions_(versions), element_{description, findings} {}
 
     void startElement(std::string_view name, const char* const* attributes,
                       exchange::Position position) override {
+        if (version1_) {
+            return version1_->startElement(name, attributes, position);
+        }
         const ElementRule* const rule =
             skipped_ > 0 ? nullptr : findRule(name, attributes, position);
         if (rule == nullptr) {
@@ -60,6 +64,9 @@ class Reader : public exchange::XmlHandler {
     }
 
     void endElement() override {
+        if (version1_) {
+            return version1_->endElement();
+        }
         if (skipped_ > 0) {
             --skipped_;
             return;
@@ -149,6 +156,9 @@ class Reader : public exchange::XmlHandler {
                                   quoted(rule.name), quoted(sections_.back()->name));
         }
         sections_.push_back(&rule);
+        if (rule.rank == interfaceRank) {
+            description_.interfaces.push_back(rule.name);
+        }
     }
 
     /// Checks that the root has the children that the standard requires.
@@ -221,6 +231,9 @@ class Reader : public exchange::XmlHandler {
             throw files::ReadError("fmiModelDescription has no fmiVersion");
         }
         const std::string_view version = get(Attribute::FmiVersion);
+        if (versions_ == Versions::All && version.starts_with("1.")) {
+            return startVersion1(version);
+        }
         const bool isNumbered =
             version.size() >= 3 && version[1] == '.' && version[2] >= '0' && version[2] <= '9';
         if (!isNumbered || (version[0] != '2' && version[0] != '3')) {
@@ -253,6 +266,16 @@ class Reader : public exchange::XmlHandler {
         }
     }
 
+    void startVersion1(std::string_view version) {
+        description_.majorVersion = 1;
+        description_.fmiVersion = description_.texts.keep(version);
+        description_.modelName = description_.texts.keep(
+            get(Attribute::ModelName) == nullptr ? "" : get(Attribute::ModelName));
+        // The attributes of the root have been compared with those of later versions.
+        element_.findings.retain([](Code code) { return code != Code::AttributeUnexpected; });
+        version1_.emplace(description_);
+    }
+
     /// Checks the attribute that identifies the model, which has a name for each version.
     void checkToken(Attribute required, Attribute other, std::string_view requiredName,
                     std::string_view otherName) const {
@@ -265,6 +288,8 @@ class Reader : public exchange::XmlHandler {
     }
 
     Description& description_;
+    Versions versions_;
+    std::optional<Version1Reader> version1_;
     Set version_ = fmi2 | fmi3;
     std::vector<Node> open_{Node::Document};
     std::uint64_t skipped_ = 0; ///< number of open elements that are skipped
@@ -279,9 +304,10 @@ class Reader : public exchange::XmlHandler {
 
 } // namespace
 
-std::unique_ptr<Description> readDescription(const exchange::Source& source, Findings& findings) {
+std::unique_ptr<Description> readDescription(const exchange::Source& source, Findings& findings,
+                                             Versions versions) {
     auto description = std::make_unique<Description>();
-    Reader reader(*description, findings);
+    Reader reader(*description, findings, versions);
     exchange::parseXml(source, reader);
     return description;
 }

@@ -39,6 +39,7 @@ class TypeReader {
         type_.base = base;
         type_.unitUse = units_.readUse();
         type_.quantity = element_.text(Attribute::Quantity);
+        type_.isRelative = element_.isTrue(Attribute::RelativeQuantity);
         readRange(element_, type_);
     }
 

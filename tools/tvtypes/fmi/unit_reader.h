@@ -2,12 +2,13 @@
 /// Reading of the units of a description.
 #pragma once
 
+#include "exchange/base_unit.h"
 #include "exchange/bounds.h"
 #include "exchange/values.h"
 #include "fmi/element.h"
 #include "text/quote.h"
 
-#include <cmath>
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -37,24 +38,13 @@ class UnitReader {
             return;
         }
         hasBaseUnit_ = true;
-        isValid_ = true;
-        exchange::BaseUnit base;
-        for (std::size_t i = 0; i < base.powers.size(); ++i) {
-            constexpr auto first = static_cast<std::size_t>(Attribute::Kilogram);
-            const char* const text = element_.attributes[first + i];
-            const auto power = exchange::parseNumber<std::int32_t>(text == nullptr ? "0" : text);
-            if (!power) {
-                element_.addForAttribute(Code::ValueInvalid, exchange::baseUnitNames[i],
-                                         "{} {} is no 32-bit integer", exchange::baseUnitNames[i],
-                                         text::quoted(text));
-                isValid_ = false;
-            }
-            base.powers[i] = power.value_or(0);
-        }
-        base.factor = readFactor();
-        base.offset = readNumber(Attribute::Offset, "offset", 0);
-        if (isValid_) {
-            unit_.base = base;
+        unit_.base =
+            exchange::readBaseUnit([this](std::string_view name) { return numberText(name); },
+                                   [this](std::string_view name, const char* text,
+                                          const char* kind) { addInvalid(name, text, kind); });
+        if (unit_.base && unit_.base->factor == 0) {
+            element_.add(Code::UnitFactorZero, "factor is 0");
+            unit_.base.reset();
         }
     }
 
@@ -113,19 +103,28 @@ class UnitReader {
     }
 
   private:
+    /// Returns the text of a power, a factor or an offset; null if it is missing.
+    const char* numberText(std::string_view name) const {
+        const auto power = std::ranges::find(exchange::baseUnitNames, name);
+        if (power != exchange::baseUnitNames.end()) {
+            constexpr auto first = static_cast<std::size_t>(Attribute::Kilogram);
+            return element_.attributes[first + static_cast<std::size_t>(
+                                                   power - exchange::baseUnitNames.begin())];
+        }
+        return element_[name == "factor" ? Attribute::Factor : Attribute::Offset];
+    }
+
+    void addInvalid(std::string_view name, const char* text, const char* kind) {
+        element_.addForAttribute(Code::ValueInvalid, name, "{} {} is no {}", name,
+                                 text::quoted(text), kind);
+        isValid_ = false;
+    }
+
     double readNumber(Attribute attribute, std::string_view name, double absent) {
-        const char* const text = element_[attribute];
-        if (text == nullptr) {
-            return absent;
-        }
-        const std::optional<double> number = exchange::parseNumber<double>(text);
-        if (!number || !std::isfinite(*number)) {
-            element_.addForAttribute(Code::ValueInvalid, name, "{} {} is no finite number", name,
-                                     text::quoted(text));
-            isValid_ = false;
-            return absent;
-        }
-        return *number;
+        return exchange::readFinite(name, element_[attribute], absent,
+                                    [this](std::string_view invalid, const char* text,
+                                           const char* kind) { addInvalid(invalid, text, kind); })
+            .value_or(absent);
     }
 
     double readFactor() {

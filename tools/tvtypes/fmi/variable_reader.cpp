@@ -59,6 +59,7 @@ void VariableReader::readBase(BaseType base) {
     variable.startCount = checkStart(element_, base);
     variable.hasStart = element_[Attribute::Start] != nullptr;
     variable.start = element_.text(Attribute::Start);
+    variable.isRelative = element_.isTrue(Attribute::RelativeQuantity);
     readRange(element_, variable);
     readReferences();
     readSize();

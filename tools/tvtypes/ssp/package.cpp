@@ -1,0 +1,413 @@
+#include "ssp/package.h"
+
+#include "exchange/bounds.h"
+#include "fmi/reader.h"
+#include "fmi/source.h"
+#include "ssp/nesting.h"
+#include "ssp/reader.h"
+#include "ssp/source_path.h"
+#include "ssp/store.h"
+#include "text/quote.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <utility>
+
+namespace tvtool::ssp {
+
+namespace {
+
+namespace fs = std::filesystem;
+using findings::Code;
+using findings::SubjectKind;
+
+constexpr const char* defaultName = "SystemStructure.ssd";
+constexpr const char* descriptionName = "modelDescription.xml";
+constexpr std::uint64_t mostUnpacked = std::uint64_t{512} << 20;
+
+constexpr std::string_view modelType = "application/x-fmu-sharedlibrary";
+constexpr std::string_view systemType = "application/x-ssp-definition";
+constexpr std::string_view packageType = "application/x-ssp-package";
+
+/// A file by its store and its path there.
+using FileKey = std::pair<const Store*, std::string>;
+
+/// A file that a source names.
+struct Located {
+    const Store* store = nullptr; ///< null if there is none, which is a finding
+    std::string path;
+    std::string fragment;
+};
+
+/// Removes a system that could not be read, which is the last one, with the records in it.
+class Removal {
+  public:
+    explicit Removal(Package& package)
+        : package_(package),
+          sets_(package.sets.size()),
+          mappings_(package.mappings.size()),
+          dictionaries_(package.dictionaries.size()) {}
+    ~Removal() {
+        if (isActive_) {
+            shrink(package_.sets, sets_);
+            shrink(package_.mappings, mappings_);
+            shrink(package_.dictionaries, dictionaries_);
+            package_.systems.pop_back();
+        }
+    }
+    Removal(const Removal&) = delete;
+    Removal& operator=(const Removal&) = delete;
+
+    void cancel() { isActive_ = false; }
+
+  private:
+    template <class Records>
+    static void shrink(Records& records, std::size_t size) {
+        while (records.size() > size) {
+            records.pop_back();
+        }
+    }
+
+    Package& package_;
+    std::size_t sets_;
+    std::size_t mappings_;
+    std::size_t dictionaries_;
+    bool isActive_ = true;
+};
+
+class PackageReader {
+  public:
+    std::unique_ptr<Package> read(const std::string& path) && {
+        std::error_code ignored;
+        if (fs::is_directory(path, ignored)) {
+            const Store& store = stores_.emplace_back(fs::path(path));
+            const std::string name = systemIn(path);
+            readSystem(store, name, store.open(name).source, store.shownPath(name));
+        } else {
+            exchange::Input input = exchange::openInput(path);
+            if (input.archive) {
+                const Store& store =
+                    stores_.emplace_back(std::move(input.archive), path, unpackedLeft_);
+                readSystem(store, defaultName, openDefault(store), store.shownPath(defaultName));
+            } else {
+                const fs::path file(path);
+                const Store& store = stores_.emplace_back(file.parent_path());
+                readSystem(store, file.filename().string(), input.source, path);
+            }
+        }
+        resolveNesting(*package_);
+        return std::move(package_);
+    }
+
+  private:
+    /// Returns the name of the system description in a folder.
+    static std::string systemIn(const std::string& folder) {
+        std::error_code ignored;
+        if (fs::exists(fs::path(folder) / defaultName, ignored)) {
+            return defaultName;
+        }
+        std::vector<std::string> names;
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder, ignored)) {
+            if (entry.path().extension() == ".ssd") {
+                names.push_back(entry.path().filename().string());
+            }
+        }
+        if (names.size() != 1) {
+            throw files::ReadError(fmt::format("is a directory without {}", defaultName));
+        }
+        return names.front();
+    }
+
+    static exchange::Source openDefault(const Store& store) {
+        if (!store.hasFile(defaultName)) {
+            throw files::ReadError(fmt::format("is an archive without {}", defaultName));
+        }
+        return store.open(defaultName).source;
+    }
+
+    SystemFile& readSystem(const Store& store, const std::string& path,
+                           const exchange::Source& source, std::string shownPath) {
+        if (!source) {
+            throw files::ReadError("is an archive, not a system description");
+        }
+        exchange::checkBound(depth_ + 1, exchange::packageLevelBound);
+        SystemFile& file = package_->systems.emplace_back();
+        file.file.path = std::move(shownPath);
+        References references;
+        Removal removal(*package_);
+        ssp::readSystem(source, file, *package_, references);
+        removal.cancel();
+        systems_.insert_or_assign({&store, path}, &file);
+        ++depth_;
+        for (const SourceReference& reference : references.sources) {
+            resolve(reference, references, store, path);
+        }
+        --depth_;
+        return file;
+    }
+
+    void resolve(const SourceReference& reference, const References& references, const Store& store,
+                 const std::string& path) {
+        if (reference.kind == ReferenceKind::Component && reference.source.starts_with('#')) {
+            return resolveInFile(reference, references);
+        }
+        if (reference.kind == ReferenceKind::Component && !isReadable(reference.type) &&
+            !reference.source.empty()) {
+            return add(Code::ComponentSkipped, reference, "component {} is of type {}",
+                       text::quoted(reference.element->name), text::quoted(reference.type));
+        }
+        const Located located = locate(reference, store, path);
+        if (located.store == nullptr) {
+            return;
+        }
+        try {
+            exchange::checkBound(++files_, exchange::fileBound);
+            read(reference, located);
+        } catch (const files::ReadError& error) {
+            add(Code::ComponentUnreadable, reference, "{}{}: {}",
+                located.store->shownPath(located.path),
+                error.line == 0 ? "" : fmt::format(":{}", error.line), error.what());
+        }
+    }
+
+    static bool isReadable(std::string_view type) {
+        return type.empty() || type == modelType || type == systemType || type == packageType;
+    }
+
+    template <class... Arguments>
+    static void add(Code code, const SourceReference& reference,
+                    fmt::format_string<Arguments...> sentence, Arguments&&... arguments) {
+        reference.element->file->file.findings.addWithCause(
+            code, reference.place, {SubjectKind::Element, reference.element->name},
+            reference.source, sentence, std::forward<Arguments>(arguments)...);
+    }
+
+    void resolveInFile(const SourceReference& reference, const References& references) {
+        const std::string_view id = reference.source.substr(1);
+        const auto found = std::ranges::find(references.systems, id, &Identified::id);
+        if (found == references.systems.end()) {
+            return add(Code::SourceMissing, reference, "no system of the file has the id {}",
+                       text::quoted(id));
+        }
+        reference.element->system = found->system;
+    }
+
+    /// Returns the file of a source; faults are findings.
+    Located locate(const SourceReference& reference, const Store& store, const std::string& path) {
+        if (reference.source.empty()) {
+            add(Code::SourceEmpty, reference, "the source is empty");
+            return {};
+        }
+        if (isAbsolute(reference.source)) {
+            add(Code::SourceAbsolute, reference, "source {} is absolute, and is not read",
+                text::quoted(reference.source));
+            return {};
+        }
+        const Store* base = &store;
+        std::string folder = folderOf(path);
+        if (reference.isInComponent) {
+            const Located component = innerStore(reference, store, path);
+            if (component.store == nullptr) {
+                return {};
+            }
+            base = component.store;
+            folder = component.path;
+        }
+        SourcePath resolved = resolveSource(folder, reference.source);
+        const bool isAbove = resolved.path == ".." || resolved.path.starts_with("../");
+        if (isAbove && base->isArchive()) {
+            add(Code::SourceOutside, reference, "source {} is outside of the archive",
+                text::quoted(reference.source));
+            return {};
+        }
+        if (isAbove) {
+            add(Code::SourceParent, reference,
+                "source {} is above the folder of the system description",
+                text::quoted(reference.source));
+        }
+        const std::string inFolder = resolved.path + '/' + descriptionName;
+        if (base->hasFile(resolved.path)) {
+            return {base, std::move(resolved.path), std::move(resolved.fragment)};
+        }
+        if (reference.kind == ReferenceKind::Component && base->hasFile(inFolder)) {
+            return {base, inFolder, {}};
+        }
+        add(Code::SourceMissing, reference, "there is no file {}",
+            text::quoted(base->shownPath(resolved.path)));
+        return {};
+    }
+
+    /// Returns the archive or the folder of a component, for files inside it.
+    Located innerStore(const SourceReference& reference, const Store& store,
+                       const std::string& path) {
+        const std::string_view source = reference.element->source.value_or("");
+        if (source.empty() || isAbsolute(source)) {
+            add(Code::SourceMissing, reference, "the component has no file that {} could be in",
+                text::quoted(reference.source));
+            return {};
+        }
+        const std::string component = resolveSource(folderOf(path), source).path;
+        if (store.hasFile(component + '/' + descriptionName)) {
+            return {&store, component + '/', {}};
+        }
+        if (component.starts_with("../") && store.isArchive()) {
+            return {};
+        }
+        try {
+            return {&archiveStore(store, component), {}, {}};
+        } catch (const files::ReadError& error) {
+            add(Code::ComponentUnreadable, reference, "{}: {}", store.shownPath(component),
+                error.what());
+            return {};
+        }
+    }
+
+    const Store& archiveStore(const Store& store, const std::string& path) {
+        const auto [entry, isNew] = archives_.try_emplace({&store, path}, nullptr);
+        if (entry->second == nullptr) {
+            exchange::Input input = store.open(path);
+            if (!input.archive) {
+                throw files::ReadError("is no archive");
+            }
+            entry->second = &stores_.emplace_back(std::move(input.archive), store.shownPath(path),
+                                                  unpackedLeft_);
+        }
+        return *entry->second;
+    }
+
+    void read(const SourceReference& reference, const Located& located) {
+        switch (reference.kind) {
+        case ReferenceKind::Component:
+            return readComponent(reference, located);
+        case ReferenceKind::Set:
+            reference.element->bindings[reference.binding].set =
+                &readOnce(sets_, located, &readParameterSet);
+            return;
+        case ReferenceKind::Mapping:
+            reference.element->bindings[reference.binding].mapping =
+                &readOnce(mappings_, located, &readMapping);
+            return;
+        case ReferenceKind::Dictionary:
+            const SignalDictionary& read = readOnce(dictionaries_, located, &readDictionary);
+            reference.dictionary->file = read.file;
+            reference.dictionary->definitions = read.definitions;
+            reference.dictionary->entries = read.entries;
+            return;
+        }
+    }
+
+    /// Reads a file of its own, unless it has been read. One that cannot be read has no record.
+    template <class Record>
+    const Record& readOnce(std::map<FileKey, const Record*>& known, const Located& located,
+                           const Record& (*readFile)(const exchange::Source&, File&, Package&)) {
+        const FileKey key{located.store, located.path};
+        if (const auto found = known.find(key); found != known.end()) {
+            return *found->second;
+        }
+        const exchange::Input input = located.store->open(located.path);
+        if (!input.source) {
+            throw files::ReadError("is an archive");
+        }
+        File& file = package_->others.emplace_back();
+        file.path = located.store->shownPath(located.path);
+        const Record& record = readFile(input.source, file, *package_);
+        known.emplace(key, &record);
+        return record;
+    }
+
+    void readComponent(const SourceReference& reference, const Located& located) {
+        Element& component = *reference.element;
+        const FileKey key{located.store, located.path};
+        if (const auto known = models_.find(key); known != models_.end()) {
+            component.model = known->second;
+        } else if (isSystem(reference, located)) {
+            component.system = &readInnerSystem(reference, *located.store, located.path);
+        } else if (isPackage(*located.store, located.path)) {
+            const Store& inner = archiveStore(*located.store, located.path);
+            component.system = &readInnerSystem(
+                reference, inner, located.fragment.empty() ? defaultName : located.fragment);
+        } else {
+            component.model = &readModel(located);
+            models_.emplace(key, component.model);
+        }
+        if (component.model != nullptr) {
+            checkImplementation(component, reference);
+        }
+    }
+
+    static bool isSystem(const SourceReference& reference, const Located& located) {
+        return reference.type == systemType || located.path.ends_with(".ssd");
+    }
+
+    /// Returns whether a file is an archive with a system.
+    bool isPackage(const Store& store, const std::string& path) {
+        if (path.ends_with(".xml")) {
+            return false;
+        }
+        const bool isArchive = store.open(path).archive != nullptr;
+        return isArchive && archiveStore(store, path).hasFile(defaultName);
+    }
+
+    const Element& readInnerSystem(const SourceReference& reference, const Store& store,
+                                   const std::string& path) {
+        const FileKey key{&store, path};
+        if (const auto known = systems_.find(key); known != systems_.end()) {
+            return known->second->root();
+        }
+        if (!store.hasFile(path)) {
+            throw files::ReadError(fmt::format("has no system description {}", path));
+        }
+        static_cast<void>(reference);
+        return readSystem(store, path, store.open(path).source, store.shownPath(path)).root();
+    }
+
+    const Model& readModel(const Located& located) {
+        exchange::Input input = located.store->open(located.path);
+        Model model;
+        model.file.path = located.store->shownPath(located.path);
+        const exchange::Source source =
+            input.archive ? fmi::openArchive(std::move(input.archive), model.file.findings)
+                          : std::move(input.source);
+        std::unique_ptr<fmi::Description> description =
+            fmi::readDescription(source, model.file.findings, fmi::Versions::All);
+        fmi::checkDescription(*description, model.file.findings);
+        Model& kept = package_->models.emplace_back();
+        kept.file.path = std::move(model.file.path);
+        kept.file.findings = std::move(model.file.findings);
+        kept.description = std::move(description);
+        return kept;
+    }
+
+    static void checkImplementation(const Element& component, const SourceReference& reference) {
+        const std::string_view wanted = component.implementation;
+        const fmi::Description& description = *component.model->description;
+        if (wanted.empty() || wanted == "any" || description.majorVersion == 1) {
+            return;
+        }
+        if (std::ranges::count(description.interfaces, wanted) == 0) {
+            add(Code::ImplementationMissing, reference, "the model of component {} has no {}",
+                text::quoted(component.name), wanted);
+        }
+    }
+
+    std::unique_ptr<Package> package_ = std::make_unique<Package>();
+    std::uint64_t unpackedLeft_ = mostUnpacked;
+    std::deque<Store> stores_;
+    std::map<FileKey, const Store*> archives_;
+    std::map<FileKey, SystemFile*> systems_;
+    std::map<FileKey, const Model*> models_;
+    std::map<FileKey, const ParameterSet*> sets_;
+    std::map<FileKey, const ParameterMapping*> mappings_;
+    std::map<FileKey, const SignalDictionary*> dictionaries_;
+    std::size_t depth_ = 0;
+    std::size_t files_ = 0;
+};
+
+} // namespace
+
+std::unique_ptr<Package> readPackage(const std::string& path) { return PackageReader().read(path); }
+
+} // namespace tvtool::ssp

@@ -1,0 +1,45 @@
+/// \file
+/// The files of a system in a folder or in an archive.
+#pragma once
+
+#include "exchange/input.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+struct zip;
+
+namespace tvtool::ssp {
+
+/// Paths are relative to the folder of the system, or to the root of the archive.
+class Store {
+  public:
+    /// The files below a folder, and above it.
+    explicit Store(std::filesystem::path folder) : folder_(std::move(folder)) {}
+
+    /// The entries of an archive. \param name that findings show before the names of entries
+    /// \param left the bytes that archives in archives may still unpack to; must outlive the store
+    Store(std::shared_ptr<std::FILE> archive, std::string name, std::uint64_t& left);
+
+    bool isArchive() const { return archive_ != nullptr; }
+
+    /// Returns the path of a file as findings show it.
+    std::string shownPath(std::string_view path) const;
+
+    /// Returns whether there is such a file.
+    bool hasFile(const std::string& path) const;
+
+    /// Opens a file. Throws a files::ReadError.
+    exchange::Input open(const std::string& path) const;
+
+  private:
+    std::filesystem::path folder_;
+    std::shared_ptr<zip> archive_;
+    std::string name_;
+    std::uint64_t* left_ = nullptr;
+};
+
+} // namespace tvtool::ssp
