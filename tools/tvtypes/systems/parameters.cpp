@@ -27,7 +27,7 @@ using text::quoted;
 using TargetKey = std::pair<std::uint32_t, std::string_view>;
 
 std::string placeText(const ssp::ParameterSet& set, const ssp::Parameter& parameter) {
-    return fmt::format("{}:{}", set.file->path, parameter.place.line);
+    return fmt::format("{}:{}", text::shortened(set.file->path), parameter.place.line);
 }
 
 /// Returns `system "A"`, `component "A.B"` or "the system".
