@@ -41,6 +41,15 @@ constexpr const char* choices = R"(
 - The start value of a structural parameter is no fact about a size, since it can be changed. A value
   that the system sets, the value of a constant and equal sizes of connected arrays are facts.
 - A system that several components refer to is checked once.
+- A parameter without a target is a finding only if no binding of its set has one. Below a component
+  without a model, names that are no connectors are neither matched nor unmatched.
+- The value of a parameter must fit the type of the connector and that of the variable. Numbers and
+  Booleans are not converted into each other. Rounding a decimal loses nothing; rounding an integer
+  such as 16777217 to a Float32 does.
+- An enumeration parameter sets a number if the set defines the values of its items.
+- The sizes of an array are those that parameters set, else the start values of the structural
+  parameters.
+- Of several values for a target, all are checked, including those that are not used.
 - Findings about the units of a model are reported with its file; others are counted, and
   `tvtypes inspect` has them.
 - A unit or an enumeration that a file uses without a definition is an error of that file. The unit

@@ -32,10 +32,10 @@ std::string sizesText(const TargetSizes& sizes) {
         text += text.empty() ? "" : " x ";
         text += size ? fmt::format("{}", *size) : "?";
         if (text.size() > text::longestName) {
-            return text::shortened(text);
+            break;
         }
     }
-    return text.empty() ? "a scalar" : text;
+    return text.empty() ? "a scalar" : "an array of " + text::shortened(text);
 }
 
 /// Returns whether sizes that are known differ. Those of an array with one element and of a scalar
@@ -111,18 +111,14 @@ class AssignmentCheck {
 
     bool checkType() {
         const BaseType base = parameter_.type.base;
-        const bool hasModelFault = type_.modelBase != BaseType::None &&
-                                   canBecome(base, type_.base) && !canBecome(base, type_.modelBase);
-        const std::string_view name = hasModelFault ? type_.modelTypeName : type_.typeName;
         // Without the values of its items, an enumeration is no number.
-        const bool isNamed = base == BaseType::Enumeration && items_ == nullptr;
-        const bool isFitting =
-            canBecome(base, type_.base) && !hasModelFault &&
-            !(isNamed && (type_.base != BaseType::Enumeration ||
-                          (type_.modelBase != BaseType::None && type_.modelBase != base)));
+        const bool isName = base == BaseType::Enumeration && items_ == nullptr;
+        const bool takesNames =
+            type_.base == BaseType::Enumeration || type_.modelBase == BaseType::Enumeration;
+        const bool isFitting = canBecome(base, type_.base) && (takesNames || !isName);
         if (!isFitting) {
             add(Code::ParameterType, {}, "parameter {} is {} and sets {}, which is {}",
-                quoted(parameter_.name), parameter_.type.element, target(), name);
+                quoted(parameter_.name), parameter_.type.element, target(), type_.typeName);
         }
         return isFitting;
     }
@@ -134,7 +130,7 @@ class AssignmentCheck {
         if (!sizes || !differ(own, *sizes)) {
             return true;
         }
-        add(Code::ParameterDimension, {}, "parameter {} is {} and sets {}, which is {}",
+        add(Code::ParameterDimension, {}, "parameter {} is {}, and sets {}, which is {}",
             quoted(parameter_.name), sizesText(own), target(), sizesText(*sizes));
         return false;
     }
@@ -142,50 +138,40 @@ class AssignmentCheck {
     /// Returns the conversion; null if there is none.
     const UnitConversion* checkUnit() {
         const UnitConversion& conversion = tables_.conversions.between(unit_, type_.unit);
-        const bool isSuppressed =
-            assignment_.entry != nullptr && assignment_.entry->suppressesUnitConversion;
-        const bool isTransformed =
-            assignment_.entry != nullptr &&
-            assignment_.entry->transformation.kind == ssp::TransformationKind::Linear;
-        const bool isScaled = conversion.factor != 1 || conversion.offset != 0;
-        if (isSuppressed && isTransformed) {
-            return nullptr; // the transformation is the conversion
+        const ssp::MappingEntry* const entry = assignment_.entry;
+        const bool isSuppressed = entry != nullptr && entry->suppressesUnitConversion;
+        const bool isReplaced =
+            isSuppressed && entry->transformation.kind == ssp::TransformationKind::Linear;
+        if (isReplaced || conversion.relation == UnitRelation::None ||
+            conversion.relation == UnitRelation::Same) {
+            return nullptr;
         }
         const std::string cause = fmt::format("{} to {}", unit_.name, type_.unit.name);
-        const std::string units = fmt::format("parameter {} is in {} and sets {}, which is in {}",
-                                              quoted(parameter_.name), quoted(unit_.name), target(),
-                                              quoted(type_.unit.name));
-        switch (conversion.relation) {
-        case UnitRelation::None:
-        case UnitRelation::Same:
-            return nullptr;
-        case UnitRelation::Incompatible:
-            hasWrongUnit_ = true;
-            add(Code::ParameterUnit, cause, "{}: {}", units, conversion.reason);
-            return nullptr;
-        case UnitRelation::Undecided:
-            add(Code::UnitUndecided, cause, "{}; one of the units is not defined, and {}", units,
-                conversion.reason);
-            return nullptr;
-        case UnitRelation::RadianDiffers:
-            add(Code::UnitRadian, cause, "{}; the units differ in a power of rad", units);
-            break;
-        case UnitRelation::Converted:
-            break;
-        }
-        if (!isScaled) {
-            return nullptr;
-        }
-        if (isSuppressed) {
+        if (isSuppressed && conversion.relation == UnitRelation::Converted) {
             addSuppressed(conversion, cause);
             return nullptr;
         }
-        if (conversion.relation == UnitRelation::Converted) {
-            add(Code::ParameterConversion, cause,
-                "parameter {} is converted from {} to {} for {}: {}", quoted(parameter_.name),
-                quoted(unit_.name), quoted(type_.unit.name), target(), conversionText(conversion));
+        const auto addUnits = [&](Code code, const std::string& reason) {
+            add(code, cause, "parameter {} is in {} and sets {}, which is in {}: {}",
+                quoted(parameter_.name), quoted(unit_.name), target(), quoted(type_.unit.name),
+                reason);
+        };
+        switch (conversion.relation) {
+        case UnitRelation::Incompatible:
+            hasWrongUnit_ = true;
+            addUnits(Code::ParameterUnit, conversion.reason);
+            return nullptr;
+        case UnitRelation::Undecided:
+            addUnits(Code::UnitUndecided,
+                     "one of the units is not defined, and " + conversion.reason);
+            return nullptr;
+        case UnitRelation::RadianDiffers:
+            addUnits(Code::UnitRadian, "the units differ in a power of rad");
+            break;
+        default:
+            addUnits(Code::ParameterConversion, "a value x becomes " + conversionText(conversion));
         }
-        return &conversion;
+        return isSuppressed ? nullptr : &conversion;
     }
 
     void addSuppressed(const UnitConversion& conversion, std::string_view cause) {
@@ -267,7 +253,8 @@ class AssignmentCheck {
 
 const UnitConversion& UnitConversions::between(const UnitEnd& source, const UnitEnd& target) {
     const auto [entry, isNew] =
-        known_.try_emplace({source.name, source.definition, target.name, target.definition});
+        known_.try_emplace({source.name, source.definition, target.name, target.definition,
+                            source.isRelative || target.isRelative});
     if (isNew) {
         entry->second = convertUnits(source, target);
     }

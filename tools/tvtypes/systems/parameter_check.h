@@ -36,7 +36,7 @@ class UnitConversions {
     const UnitConversion& between(const UnitEnd& source, const UnitEnd& target);
 
   private:
-    using Key = std::tuple<std::string_view, const void*, std::string_view, const void*>;
+    using Key = std::tuple<std::string_view, const void*, std::string_view, const void*, bool>;
 
     std::map<Key, UnitConversion> known_;
 };

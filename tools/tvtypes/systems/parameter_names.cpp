@@ -3,6 +3,7 @@
 #include "model/path.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace tvtool::systems {
 
@@ -59,8 +60,7 @@ const std::vector<std::size_t>& ParameterNames::lengthsIn(const ssp::Element& sy
         std::ranges::transform(system.elements, std::back_inserter(lengths),
                                [](const ssp::Element* element) { return element->name.size(); });
         std::ranges::sort(lengths);
-        const auto repeated = std::ranges::unique(lengths);
-        lengths.erase(repeated.begin(), repeated.end());
+        lengths.erase(std::unique(lengths.begin(), lengths.end()), lengths.end());
     }
     return lengths;
 }

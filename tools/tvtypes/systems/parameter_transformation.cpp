@@ -13,10 +13,6 @@ namespace tvtool::systems {
 using exchange::BaseType;
 using ssp::TransformationKind;
 
-bool isReal(BaseType base) { return base == BaseType::Float64 || base == BaseType::Float32; }
-
-bool isInteger(BaseType base) { return base >= BaseType::Int8 && base <= BaseType::UInt64; }
-
 std::string mappingKey(std::string_view source, TransformationKind kind) {
     if (kind == TransformationKind::Boolean) {
         return readBoolean(source) ? "true" : "false";

@@ -61,9 +61,6 @@ std::string shownText(const ParameterValue& value, bool isScaled);
 /// Returns a text that the sources of a mapping for the same value share.
 std::string mappingKey(std::string_view source, ssp::TransformationKind kind);
 
-bool isReal(exchange::BaseType base);
-bool isInteger(exchange::BaseType base); ///< an enumeration is none
-
 /// Returns whether a transformation takes values of a base type.
 bool takes(ssp::TransformationKind transformation, exchange::BaseType base);
 

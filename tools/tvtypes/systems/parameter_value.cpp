@@ -43,6 +43,10 @@ bool isHex(std::string_view text) {
 
 } // namespace
 
+bool isReal(BaseType base) { return base == BaseType::Float64 || base == BaseType::Float32; }
+
+bool isInteger(BaseType base) { return base >= BaseType::Int8 && base <= BaseType::UInt64; }
+
 ExactValue readExact(std::string_view word) {
     const std::optional<double> nearest = exchange::parseNumber<double>(word);
     const bool isNegative = word.starts_with('-');

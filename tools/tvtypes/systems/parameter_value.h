@@ -17,6 +17,9 @@
 
 namespace tvtool::systems {
 
+bool isReal(exchange::BaseType base);
+bool isInteger(exchange::BaseType base); ///< an enumeration is none
+
 /// The number of a value. Decimals are exact; those that a double cannot hold, or that are longer
 /// than is useful, are the nearest double, which may be infinite.
 struct ExactValue {

@@ -26,8 +26,18 @@ using text::quoted;
 /// A connector or variable at one place: its instance and its name there.
 using TargetKey = std::pair<std::uint32_t, std::string_view>;
 
-std::string placeText(const ssp::ParameterSet& set, const ssp::Parameter& parameter) {
-    return fmt::format("{}:{}", set.file->path, parameter.place.line);
+std::string_view fileName(const ssp::File& file) {
+    const std::string_view path = file.path;
+    return path.substr(path.rfind('/') + 1);
+}
+
+/// Returns "a.ssv:4", or with the whole path if the other file has the same name.
+std::string placeText(const Assignment& assignment, const Assignment& other) {
+    const ssp::File& file = *assignment.set->file;
+    const bool isSame = &file != other.set->file && fileName(file) == fileName(*other.set->file);
+    return fmt::format("{}:{}",
+                       text::shortened(isSame ? std::string_view(file.path) : fileName(file)),
+                       assignment.parameter->place.line);
 }
 
 /// Returns `system "A"`, `component "A.B"` or "the system".
@@ -68,7 +78,9 @@ class ParameterChecks {
     /// The bindings of a set without a mapping: where its names were looked up.
     struct SetUse {
         std::vector<bool> isMatched; ///< by parameter, in any of the bindings
-        bool isAnyMatched = false;
+        std::size_t matches = 0;     ///< number of bindings with a match
+        /// The bindings without any, and the instances that have them.
+        std::vector<std::pair<const ssp::ParameterBinding*, std::uint32_t>> idle;
         std::string where; ///< the element of the first binding
     };
 
@@ -118,6 +130,7 @@ class ParameterChecks {
             use.isMatched.resize(set.parameters.size());
             use.where = elementText(paths_.element(instance), paths_.path(instance));
         }
+        bool isAnyMatched = false;
         std::string name(binding.prefix);
         for (std::size_t i = 0; i < set.parameters.size(); ++i) {
             const ssp::Parameter& parameter = set.parameters[i];
@@ -129,7 +142,12 @@ class ParameterChecks {
             const bool isMatched =
                 assign({&set, &parameter, nullptr, nullptr, &binding, 0, {}}, instance, name);
             use.isMatched[i] = use.isMatched[i] || isMatched;
-            use.isAnyMatched = use.isAnyMatched || isMatched;
+            isAnyMatched = isAnyMatched || isMatched;
+        }
+        if (isAnyMatched) {
+            ++use.matches;
+        } else {
+            use.idle.emplace_back(&binding, instance);
         }
     }
 
@@ -214,25 +232,35 @@ class ParameterChecks {
         }
     }
 
-    static void reportUnmatched(const ssp::ParameterSet& set, const SetUse& use) {
+    /// A parameter that has a target in one of the bindings of its set is not unmatched.
+    void reportUnmatched(const ssp::ParameterSet& set, const SetUse& use) {
         findings::Findings& findings = set.file->findings;
-        if (!use.isAnyMatched && set.parameters.size() > 1) {
+        if (use.matches == 0 && set.parameters.size() > 1) {
             const ssp::Parameter& first = set.parameters.front();
-            findings.addWithCause(Code::ParameterUnmatched, first.place,
-                                  {SubjectKind::Parameter, first.name}, use.where,
-                                  "none of the {} parameters of set {} is the name of anything in "
-                                  "{}",
-                                  set.parameters.size(), quoted(set.name), use.where);
+            findings.addWithCause(
+                Code::ParameterUnmatched, first.place, {SubjectKind::Parameter, first.name},
+                use.where, "none of the {} parameters of set {} is the name of anything in {}",
+                set.parameters.size(), quoted(set.name), use.where);
             return;
         }
         for (std::size_t i = 0; i < set.parameters.size(); ++i) {
             const ssp::Parameter& parameter = set.parameters[i];
-            if (!use.isMatched[i] && !parameter.name.empty()) {
+            if (!use.isMatched[i] && isFirst(set, i)) {
                 findings.addWithCause(Code::ParameterUnmatched, parameter.place,
                                       {SubjectKind::Parameter, parameter.name}, use.where,
                                       "parameter {} is the name of nothing in {}",
                                       quoted(parameter.name), use.where);
             }
+        }
+        if (use.matches == 0 || set.parameters.empty()) {
+            return;
+        }
+        for (const auto& [binding, instance] : use.idle) {
+            const ssp::Element& element = paths_.element(instance);
+            element.file->file.findings.addWithCause(
+                Code::ParameterUnmatched, binding->place, {SubjectKind::Element, element.name},
+                set.name, "no parameter of set {} is the name of anything in {}", quoted(set.name),
+                elementText(element, paths_.path(instance)));
         }
     }
 
@@ -287,13 +315,13 @@ class ParameterChecks {
             if (isReported) {
                 continue;
             }
-            const std::string place = placeText(*used.set, *used.parameter);
+            const std::string place = placeText(used, lost);
             rows_[i].codes.push_back(Code::ParameterOverridden);
             lost.set->file->findings.add(
                 Code::ParameterOverridden, lost.parameter->place,
                 {SubjectKind::Parameter, lost.parameter->name},
                 "parameter {} is set at {} and {}; {}, {}, is used", text::quoted(rows_[i].target),
-                placeText(*lost.set, *lost.parameter), place,
+                placeText(lost, used), place,
                 lost.level == used.level ? "the later one" : "that of the higher system", place);
         }
     }
