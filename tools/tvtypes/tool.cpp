@@ -92,6 +92,7 @@ int runTool(int argc, const char* const* argv, const Streams& streams) {
         app.set_version_flag("-V,--version", fmt::format("tvtypes {} ({})", libtv_types_version,
                                                          libtv_types_build_date));
         app.require_subcommand(0, 1);
+        addCheck(app, console);
         addConvert(app, console);
         addDims(app, console);
         addFixpt(app, console);

@@ -26,6 +26,7 @@ struct Console : Streams {
 };
 
 /// A command does its work when the command line that names it has been read.
+void addCheck(CLI::App& app, Console& console);
 void addConvert(CLI::App& app, Console& console);
 void addDims(CLI::App& app, Console& console);
 void addFixpt(CLI::App& app, Console& console);

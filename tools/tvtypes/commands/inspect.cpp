@@ -1,23 +1,19 @@
 // tvtypes inspect: reports the interface and the data types of a model, and what is wrong with it.
 #include "commands/commands.h"
+#include "commands/finding_options.h"
 #include "commands/usage_error.h"
 #include "files/output_file.h"
 #include "findings/selection.h"
 #include "findings/text.h"
 #include "fmi/description_files.h"
-#include "output/failure.h"
 #include "output/json.h"
-#include "output/shortening.h"
 #include "output/terminal.h"
 #include "page/page.h"
 #include "report/inspection.h"
-#include "text/quote.h"
-#include "text/safe_text.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <map>
 #include <memory>
 #include <ostream>
@@ -34,88 +30,24 @@ using report::VariableOrder;
 
 struct Options {
     std::vector<std::string> files;
-    std::vector<std::string> select;
-    std::vector<std::string> ignore;
+    FindingOptions findings;
     std::string html; ///< path of the page; empty for none
     report::Options report;
-    bool isQuiet = false;
-    bool isStrict = false;
     bool isJson = false;
     bool listsVariables = false; ///< whether the call says which variables to list
 };
-
-/// The sums over several files.
-struct Total {
-    std::size_t files = 0;
-    std::size_t unreadable = 0;
-    std::size_t withErrors = 0;
-    std::size_t errors = 0;
-    std::size_t warnings = 0;
-    std::size_t notes = 0;
-
-    void add(const findings::Findings& found) {
-        withErrors += found.count(Severity::Error) > 0 ? 1 : 0;
-        errors += found.count(Severity::Error);
-        warnings += found.count(Severity::Warning);
-        notes += found.count(Severity::Note);
-    }
-
-    std::string text() const {
-        return fmt::format("{}: {} with errors, {} unreadable; {}",
-                           text::counted(files, "file", "files"), withErrors, unreadable,
-                           findings::countsText(errors, warnings, notes));
-    }
-
-    boost::json::object json() const {
-        return {{"files", files},   {"unreadable", unreadable}, {"withErrors", withErrors},
-                {"errors", errors}, {"warnings", warnings},     {"notes", notes}};
-    }
-};
-
-/// The last file that is being read, in a line of the terminal that is overwritten.
-class Progress {
-  public:
-    Progress(const Console& console, std::size_t files) : os_(console.err), files_(files) {
-        isShown_ = console.errIsTerminal && files > 1;
-    }
-    ~Progress() { clear(); }
-    Progress(const Progress&) = delete;
-    Progress& operator=(const Progress&) = delete;
-
-    void show(std::size_t number, const std::string& file) {
-        if (isShown_) {
-            constexpr std::size_t widest = 60;
-            const std::string name = output::shortenedInTheMiddle(text::safeText(file), widest);
-            os_ << fmt::format("\r\x1b[K[{}/{}] {}", number, files_, name) << std::flush;
-        }
-    }
-    void clear() {
-        if (isShown_) {
-            os_ << "\r\x1b[K" << std::flush;
-        }
-    }
-
-  private:
-    std::ostream& os_;
-    std::size_t files_;
-    bool isShown_;
-};
-
-void raiseStatus(Console& console, int status) {
-    console.status = std::max(console.status, status);
-}
 
 class Inspector {
   public:
     Inspector(const Options& options, Console& console)
         : options_(options),
           console_(console),
-          selection_(options.select, options.ignore),
-          printer_({console.colour, options.report.showsAllFindings}, console.out) {}
+          selection_(options.findings.select, options.findings.ignore),
+          printer_({console.colour, options.findings.showsAll}, console.out) {}
 
     void inspectFile(const std::string& file) {
         try {
-            print(*readModel(file), file, !options_.isQuiet);
+            print(*readModel(file), file, !options_.findings.isQuiet);
         } catch (const files::ReadError& error) {
             reportUnreadable(file, error, console_);
         }
@@ -137,9 +69,11 @@ class Inspector {
                     throw files::ReadError(file.error);
                 }
                 const std::unique_ptr<model::Model> model = readModel(file.path);
-                total_.add(model->findings);
+                total_.add(model->findings.count(Severity::Error),
+                           model->findings.count(Severity::Warning),
+                           model->findings.count(Severity::Note));
                 progress.clear();
-                print(*model, file.path, options_.listsVariables && !options_.isQuiet);
+                print(*model, file.path, options_.listsVariables && !options_.findings.isQuiet);
             } catch (const files::ReadError& error) {
                 progress.clear();
                 printUnreadable(file.path, error);
@@ -161,9 +95,8 @@ class Inspector {
     /// Prints the report of a model, with its sections or only its summary and its findings.
     void print(const model::Model& model, const std::string& file, bool hasSections) {
         const findings::Findings& found = model.findings;
-        const bool fails = found.count(Severity::Error) > 0 ||
-                           (options_.isStrict && found.count(Severity::Warning) > 0);
-        raiseStatus(console_, fails ? ExitProblems : ExitClean);
+        raiseStatus(console_, options_.findings.statusOf(found.count(Severity::Error),
+                                                         found.count(Severity::Warning)));
         if (!options_.html.empty()) {
             writePage(model, file);
             return;
@@ -173,7 +106,7 @@ class Inspector {
             tvtool::print(inspection, options_.isJson, console_);
             return;
         }
-        if (!options_.isQuiet) {
+        if (!options_.findings.isQuiet) {
             const report::Variables variables(model, {VariableChoice::None, {}});
             output::printWrapped(report::summaryText(model, file, variables), 4, console_.out);
         }
@@ -191,24 +124,14 @@ class Inspector {
 
     void printUnreadable(const std::string& file, const files::ReadError& error) {
         ++total_.unreadable;
-        raiseStatus(console_, ExitUnusable);
-        if (options_.isJson) {
-            output::printJson(
-                output::envelope("inspect",
-                                 {{"error", output::failureObject(
-                                                {error.what(), file, error.line, error.column})}}),
-                console_.out);
-        } else {
-            findings::printError(file, error.line, error.column, error.what(), console_.colour,
-                                 console_.out);
-        }
+        tvtool::printUnreadable("inspect", file, error, options_.isJson, console_);
     }
 
     void printTotal() {
         if (options_.isJson) {
             output::printJson(output::envelope("inspect", {{"total", total_.json()}}),
                               console_.out);
-        } else if (!options_.isQuiet) {
+        } else if (!options_.findings.isQuiet) {
             output::printWrapped(total_.text(), 4, console_.out);
         }
     }
@@ -263,21 +186,6 @@ void addListing(CLI::App& command, Options& options) {
     command.add_flag("--ids", options.report.showsIds, "Show the ids that the library assigns");
 }
 
-void addFindings(CLI::App& command, Options& options) {
-    command
-        .add_option("--select", options.select,
-                    "Report only findings with these codes: patterns, separated by commas")
-        ->type_name("GLOB")
-        ->allow_extra_args(false);
-    command.add_option("--ignore", options.ignore, "Do not report findings with these codes")
-        ->type_name("GLOB")
-        ->allow_extra_args(false);
-    command.add_flag("--quiet", options.isQuiet, "Print the findings only");
-    command.add_flag("--strict", options.isStrict, "Exit with 1 for warnings too");
-    command.add_flag("--all", options.report.showsAllFindings,
-                     "Print each finding, however many there are");
-}
-
 } // namespace
 
 void addInspect(CLI::App& app, Console& console) {
@@ -292,7 +200,7 @@ void addInspect(CLI::App& app, Console& console) {
         ->type_name("")
         ->required();
     addListing(command, *options);
-    addFindings(command, *options);
+    addFindingOptions(command, options->findings);
     command.add_flag("--json", options->isJson, "Print one JSON object for each file");
     command
         .add_option("--html", options->html,
@@ -304,6 +212,7 @@ void addInspect(CLI::App& app, Console& console) {
                    "call is wrong.");
     command.callback([options, &command, &console] {
         checkExclusion(command, "--html", {"--json", "--quiet"});
+        options->report.showsAllFindings = options->findings.showsAll;
         options->listsVariables = command.count("--variables") + command.count("--filter") > 0;
         inspect(*options, console);
     });

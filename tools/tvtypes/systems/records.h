@@ -113,6 +113,27 @@ struct CheckedSystem {
     std::vector<ParameterRow> parameters;
     std::vector<StructRow> structs;
 
+    /// Removes the findings whose code does not satisfy the predicate.
+    template <class Predicate>
+    void retain(Predicate predicate) {
+        for (ssp::SystemFile& file : package->systems) {
+            file.file.findings.retain(predicate);
+        }
+        for (ssp::File& file : package->others) {
+            file.findings.retain(predicate);
+        }
+        for (ssp::Model& model : package->models) {
+            model.file.findings.retain(predicate);
+        }
+        const auto isRemoved = [&](findings::Code code) { return !predicate(code); };
+        for (ConnectionRow& row : connections) {
+            std::erase_if(row.codes, isRemoved);
+        }
+        for (ParameterRow& row : parameters) {
+            std::erase_if(row.codes, isRemoved);
+        }
+    }
+
     /// Returns all files, in the order of their findings in a report.
     std::vector<const ssp::File*> files() const;
 };
