@@ -32,7 +32,7 @@ constexpr const char* choices = R"(
 - A connector of kind `constant` matches a variable of FMI 2 and 3 with that variability, whatever
   its causality. Inputs of a model can be set by parameters, as they have start values.
 - A connector without a unit has that of the variable of its model. A connector of a system has the
-  type and the unit of what it is connected with inside, by connections without a transformation.
+  type and the unit of what it is connected with inside, unless the conversion is suppressed.
 - Factors of units that differ by less than 1e-9 are the same. If one of the ends is a relative
   quantity, offsets of units are dropped.
 - Where a unit has no definition, names are compared by their meaning: N.m and Nm are the same.

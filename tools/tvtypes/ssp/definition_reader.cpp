@@ -108,9 +108,9 @@ void DefinitionReader::endUnit() {
 }
 
 void DefinitionReader::use(std::string_view unit, std::string_view enumeration,
-                           const Place& place) {
+                           const Definitions& scope) {
     if (!unit.empty() || !enumeration.empty()) {
-        uses_.push_back({unit, enumeration, place});
+        uses_.push_back({&scope, unit, enumeration, element_.place()});
     }
 }
 
@@ -131,7 +131,11 @@ void DefinitionReader::checkUses(const Definitions& scope) {
                          quoted(enumeration.name));
         }
     }
+    // Those of an inner scope are the last ones, and have been removed.
     for (const Use& use : uses_) {
+        if (use.scope != &scope) {
+            continue;
+        }
         if (!use.unit.empty() && !units.contains(use.unit)) {
             findings.add(Code::UnitUndefined, use.place, {SubjectKind::Unit, use.unit},
                          "unit {} is not defined in the file", quoted(use.unit));
@@ -142,7 +146,7 @@ void DefinitionReader::checkUses(const Definitions& scope) {
                          "enumeration {} is not defined in the file", quoted(use.enumeration));
         }
     }
-    uses_.clear();
+    std::erase_if(uses_, [&](const Use& use) { return use.scope == &scope; });
 }
 
 } // namespace tvtool::ssp

@@ -19,15 +19,16 @@ class DefinitionReader {
     void endEnumeration();
     void endUnit();
 
-    /// Keeps the names that a type uses; empty for none.
-    void use(std::string_view unit, std::string_view enumeration, const Place& place);
+    /// Keeps the names that the type of the element uses; empty for none.
+    void use(std::string_view unit, std::string_view enumeration, const Definitions& scope);
 
-    /// Checks that the names used since the last call are defined, and that no name is defined
-    /// twice.
+    /// Checks that the names used in a scope are defined, and that no name is defined twice. Called
+    /// at the end of the scope, which contains no scope that is open.
     void checkUses(const Definitions& scope);
 
   private:
     struct Use {
+        const Definitions* scope = nullptr;
         std::string_view unit;
         std::string_view enumeration;
         Place place;

@@ -292,7 +292,7 @@ class Reader : public exchange::XmlHandler {
             break;
         }
         readType(xml_, rule, signal_);
-        definitions_.use(signal_.type->unit, signal_.type->enumeration, xml_.place());
+        definitions_.use(signal_.type->unit, signal_.type->enumeration, *scopes_.back());
     }
 
     void startBinding() {

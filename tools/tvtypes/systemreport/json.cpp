@@ -57,13 +57,18 @@ json::object endObject(const End& end) {
     if (end.indices != nullptr) {
         indices = json::value_from(*end.indices);
     }
-    return {{"element", jsonValue(end.elementName)},
-            {"connector", end.connectorName},
-            {"indices", std::move(indices)},
-            {"kind", jsonValue(ssp::kindName(end.kind))},
-            {"type", jsonValue(end.typeName)},
-            {"unit", jsonValue(end.unit)},
-            {"dimensions", jsonValue(end.dimensionText)}};
+    return {
+        {"element", jsonValue(end.elementName)},
+        {"connector", end.connectorName},
+        {"indices", std::move(indices)},
+        {"kind", jsonValue(ssp::kindName(end.kind))},
+        {"type", end.base == exchange::BaseType::Enumeration ? json::value("Enumeration")
+                                                             : jsonValue(end.typeName)},
+        {"enumeration", end.base == exchange::BaseType::Enumeration && end.typeName != "Enumeration"
+                            ? jsonValue(end.typeName)
+                            : json::value(nullptr)},
+        {"unit", jsonValue(end.unit)},
+        {"dimensions", jsonValue(end.dimensionText)}};
 }
 
 json::array codeNames(const std::vector<findings::Code>& codes) {

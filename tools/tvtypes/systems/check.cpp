@@ -36,9 +36,7 @@ class PackageCheck {
     }
 
     std::unique_ptr<CheckedSystem> check() && {
-        for (const ssp::SystemFile& file : package().systems) {
-            addElements(file.root(), "", 0);
-        }
+        addElements(package().systems.front().root(), "", 0);
         countParameters();
         checkDefinitions();
         checkModels();
@@ -53,7 +51,8 @@ class PackageCheck {
   private:
     ssp::Package& package() { return *result_->package; }
 
-    /// Adds an element and those below it. The depth is limited while the file is read.
+    /// Adds an element and those below it, also those of another file, whose path is that of the
+    /// first component that refers to it. The depth is limited while the files are read.
     void addElements(const ssp::Element& element, const std::string& path, std::size_t depth) {
         result_->elements.push_back({&element, path, depth});
         paths_.emplace(&element, path);
@@ -65,6 +64,11 @@ class PackageCheck {
         for (const ssp::Element* const inner : element.elements) {
             addElements(*inner, fmt::format("{}{}{}", path, path.empty() ? "" : ".", inner->name),
                         depth + 1);
+        }
+        const ssp::Element* const system = element.system;
+        const bool isInOtherFile = system != nullptr && system == &system->file->root();
+        if (isInOtherFile && !paths_.contains(system)) {
+            addElements(*system, path, depth + 1);
         }
     }
 

@@ -278,14 +278,13 @@ std::vector<const End*> Connectors::endsInside(const ssp::Element& system, std::
     References& known = entry->second;
     if (isNew) {
         const auto add = [&](const ssp::EndReference& own, const ssp::EndReference& other) {
-            // What is restricted to indices or transformed differs from the connector.
+            // What is restricted to indices differs from the connector.
             if (!own.element && !own.indices && !other.indices) {
                 known[own.connector].push_back(&other);
             }
         };
         for (const ssp::Connection& connection : system.connections) {
-            if (connection.transformation.kind == ssp::TransformationKind::None &&
-                !connection.suppressesUnitConversion) {
+            if (!connection.suppressesUnitConversion) {
                 add(connection.start, connection.end);
                 add(connection.end, connection.start);
             }
