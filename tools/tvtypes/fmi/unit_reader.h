@@ -41,11 +41,8 @@ class UnitReader {
         unit_.base =
             exchange::readBaseUnit([this](std::string_view name) { return numberText(name); },
                                    [this](std::string_view name, const char* text,
-                                          const char* kind) { addInvalid(name, text, kind); });
-        if (unit_.base && unit_.base->factor == 0) {
-            element_.add(Code::UnitFactorZero, "factor is 0");
-            unit_.base.reset();
-        }
+                                          const char* kind) { addInvalid(name, text, kind); },
+                                   [this] { addZeroFactor(); });
     }
 
     void readDisplayUnit() {
@@ -130,10 +127,14 @@ class UnitReader {
     double readFactor() {
         const double factor = readNumber(Attribute::Factor, "factor", 1);
         if (factor == 0) {
-            element_.add(Code::UnitFactorZero, "factor is 0");
-            isValid_ = false;
+            addZeroFactor();
         }
         return factor;
+    }
+
+    void addZeroFactor() {
+        element_.add(Code::UnitFactorZero, "factor is 0");
+        isValid_ = false;
     }
 
     using Code = findings::Code;
