@@ -1,5 +1,6 @@
 // Each folder of tests/inputs contains a description and, in the file "expected", the result of its
-// inspection. Each file of tests/tools/calls contains calls of the tool, as "$ ARGUMENTS" and lines
+// inspection. Each folder of tests/systems is a system, with the result of its check in the same
+// form. Each file of tests/tools/calls contains calls of the tool, as "$ ARGUMENTS" and lines
 // "< TEXT" of standard input, and their results:
 //   status N    the exit status
 //   out TEXT    standard output has the text
@@ -23,9 +24,9 @@ namespace {
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
-std::vector<std::string> defects() {
+std::vector<std::string> foldersIn(const char* directory) {
     std::vector<std::string> names;
-    for (const fs::directory_entry& folder : fs::directory_iterator(TVTYPES_TEST_INPUTS)) {
+    for (const fs::directory_entry& folder : fs::directory_iterator(directory)) {
         names.push_back(folder.path().filename().string());
     }
     std::ranges::sort(names);
@@ -101,22 +102,37 @@ void checkInvariants(const Outcome& outcome, bool isJson) {
     }));
 }
 
-class Inputs : public testing::TestWithParam<std::string> {};
-
-TEST_P(Inputs, MatchExpectations) {
-    const fs::path folder = fs::path(TVTYPES_TEST_INPUTS) / GetParam();
-    const std::string input = inputIn(folder);
-    const Outcome text = run({"inspect", "--ids", "--all", input});
-    checkExpectations(linesOf(folder / "expected"), text);
+/// Checks the text that a call prints, and that with --json its status is the same.
+void checkReports(std::vector<std::string> call, const fs::path& expected) {
+    const Outcome text = run(call);
+    checkExpectations(linesOf(expected), text);
     checkInvariants(text, false);
 
-    const Outcome json = run({"inspect", "--json", input});
+    call.emplace_back("--json");
+    const Outcome json = run(call);
     checkInvariants(json, true);
     EXPECT_EQ(json.status, text.status);
     EXPECT_EQ(json.err, text.err);
 }
 
-INSTANTIATE_TEST_SUITE_P(Tool, Inputs, testing::ValuesIn(defects()),
+class Inputs : public testing::TestWithParam<std::string> {};
+
+TEST_P(Inputs, MatchExpectations) {
+    const fs::path folder = fs::path(TVTYPES_TEST_INPUTS) / GetParam();
+    checkReports({"inspect", "--ids", "--all", inputIn(folder)}, folder / "expected");
+}
+
+INSTANTIATE_TEST_SUITE_P(Tool, Inputs, testing::ValuesIn(foldersIn(TVTYPES_TEST_INPUTS)),
+                         [](const auto& info) { return info.param; });
+
+class Systems : public testing::TestWithParam<std::string> {};
+
+TEST_P(Systems, MatchExpectations) {
+    const fs::path folder = fs::path(TVTYPES_TEST_SYSTEMS) / GetParam();
+    checkReports({"check", "--all", folder.string()}, folder / "expected");
+}
+
+INSTANTIATE_TEST_SUITE_P(Tool, Systems, testing::ValuesIn(foldersIn(TVTYPES_TEST_SYSTEMS)),
                          [](const auto& info) { return info.param; });
 
 class Calls : public testing::TestWithParam<const char*> {};

@@ -25,10 +25,10 @@ std::optional<double> readFinite(std::string_view name, const char* text, double
 }
 
 /// Reads the powers, the factor and the offset of an element BaseUnit. Returns nothing if one of
-/// them is invalid; a factor of 0 is returned.
+/// them is invalid, or the factor is 0, which `addZero` is called for.
 /// \param attribute returns the text of an attribute by its name; null if it is missing
-template <class Attribute, class AddInvalid>
-std::optional<BaseUnit> readBaseUnit(Attribute attribute, AddInvalid addInvalid) {
+template <class Attribute, class AddInvalid, class AddZero>
+std::optional<BaseUnit> readBaseUnit(Attribute attribute, AddInvalid addInvalid, AddZero addZero) {
     BaseUnit base;
     bool isValid = true;
     for (std::size_t i = 0; i < base.powers.size(); ++i) {
@@ -44,6 +44,10 @@ std::optional<BaseUnit> readBaseUnit(Attribute attribute, AddInvalid addInvalid)
     const auto offset = readFinite("offset", attribute("offset"), 0, addInvalid);
     base.factor = factor.value_or(1);
     base.offset = offset.value_or(0);
+    if (base.factor == 0) {
+        addZero();
+        isValid = false;
+    }
     return isValid && factor && offset ? std::optional(base) : std::nullopt;
 }
 

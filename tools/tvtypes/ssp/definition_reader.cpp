@@ -91,11 +91,8 @@ void DefinitionReader::readBaseUnit() {
         exchange::readBaseUnit([this](std::string_view name) { return element_.attribute(name); },
                                [this](std::string_view name, const char* text, const char* kind) {
                                    element_.addInvalid(name, text, kind);
-                               });
-    if (unit_.base && unit_.base->factor == 0) {
-        element_.add(Code::UnitFactorZero, "factor is 0");
-        unit_.base.reset();
-    }
+                               },
+                               [this] { element_.add(Code::UnitFactorZero, "factor is 0"); });
 }
 
 void DefinitionReader::endUnit() {
