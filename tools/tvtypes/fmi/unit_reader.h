@@ -41,11 +41,8 @@ class UnitReader {
         unit_.base =
             exchange::readBaseUnit([this](std::string_view name) { return numberText(name); },
                                    [this](std::string_view name, const char* text,
-                                          const char* kind) { addInvalid(name, text, kind); });
-        if (unit_.base && unit_.base->factor == 0) {
-            element_.add(Code::UnitFactorZero, "factor is 0");
-            unit_.base.reset();
-        }
+                                          const char* kind) { addInvalid(name, text, kind); },
+                                   [this] { element_.add(Code::UnitFactorZero, "factor is 0"); });
     }
 
     void readDisplayUnit() {
