@@ -109,7 +109,8 @@ class Records {
         NameIndex names;
         TypeTable table;
         Connectors connectors(names, table);
-        return checkParameters(package_, connectors, names);
+        UnitConversions conversions;
+        return checkParameters(package_, connectors, names, conversions);
     }
 
     /// Returns the codes of the findings in the file of the sets, sorted.

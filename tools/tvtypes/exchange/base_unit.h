@@ -25,11 +25,10 @@ std::optional<double> readFinite(std::string_view name, const char* text, double
 }
 
 /// Reads the powers, the factor and the offset of an element BaseUnit. Returns nothing if one of
-/// them is invalid, or the factor is 0, which `addZeroFactor` is called for.
+/// them is invalid, or the factor is 0, which `addZero` is called for.
 /// \param attribute returns the text of an attribute by its name; null if it is missing
-template <class Attribute, class AddInvalid, class AddZeroFactor>
-std::optional<BaseUnit> readBaseUnit(Attribute attribute, AddInvalid addInvalid,
-                                     AddZeroFactor addZeroFactor) {
+template <class Attribute, class AddInvalid, class AddZero>
+std::optional<BaseUnit> readBaseUnit(Attribute attribute, AddInvalid addInvalid, AddZero addZero) {
     BaseUnit base;
     bool isValid = true;
     for (std::size_t i = 0; i < base.powers.size(); ++i) {
@@ -42,13 +41,13 @@ std::optional<BaseUnit> readBaseUnit(Attribute attribute, AddInvalid addInvalid,
         base.powers[i] = power.value_or(0);
     }
     const auto factor = readFinite("factor", attribute("factor"), 1, addInvalid);
-    if (factor == 0.0) {
-        addZeroFactor();
-        isValid = false;
-    }
     const auto offset = readFinite("offset", attribute("offset"), 0, addInvalid);
     base.factor = factor.value_or(1);
     base.offset = offset.value_or(0);
+    if (base.factor == 0) {
+        addZero();
+        isValid = false;
+    }
     return isValid && factor && offset ? std::optional(base) : std::nullopt;
 }
 

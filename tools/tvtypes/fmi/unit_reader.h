@@ -42,7 +42,7 @@ class UnitReader {
             exchange::readBaseUnit([this](std::string_view name) { return numberText(name); },
                                    [this](std::string_view name, const char* text,
                                           const char* kind) { addInvalid(name, text, kind); },
-                                   [this] { addZeroFactor(); });
+                                   [this] { element_.add(Code::UnitFactorZero, "factor is 0"); });
     }
 
     void readDisplayUnit() {
@@ -127,14 +127,10 @@ class UnitReader {
     double readFactor() {
         const double factor = readNumber(Attribute::Factor, "factor", 1);
         if (factor == 0) {
-            addZeroFactor();
+            element_.add(Code::UnitFactorZero, "factor is 0");
+            isValid_ = false;
         }
         return factor;
-    }
-
-    void addZeroFactor() {
-        element_.add(Code::UnitFactorZero, "factor is 0");
-        isValid_ = false;
     }
 
     using Code = findings::Code;

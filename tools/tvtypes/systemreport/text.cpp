@@ -39,12 +39,18 @@ std::string nameText(const End& end) {
     return text;
 }
 
-/// Returns a text that both ends have, or "a -> b".
-std::string atBothEnds(std::string_view source, std::string_view target) {
+/// Returns a text that both ends have, or "a -> b". \param absent the text of an end without one
+std::string atBothEnds(std::string_view source, std::string_view target, const char* absent) {
     if (source == target) {
         return std::string(source);
     }
-    return fmt::format("{} -> {}", source.empty() ? "?" : source, target.empty() ? "?" : target);
+    return fmt::format("{} -> {}", source.empty() ? absent : source,
+                       target.empty() ? absent : target);
+}
+
+/// Returns the dimensions of what flows; empty for a scalar.
+std::string_view dimensionsOf(const End& end) {
+    return end.indices == nullptr ? std::string_view(end.dimensionText) : std::string_view();
 }
 
 /// Returns the codes of the errors and warnings, each once.
@@ -73,17 +79,19 @@ const Columns<ConnectionRow> connectionColumns{
         .atLeast(narrowestName),
     Column<ConnectionRow>("type", none,
                           [](const ConnectionRow& row) {
-                              return atBothEnds(row.source.typeName, row.target.typeName);
+                              return atBothEnds(row.source.typeName, row.target.typeName, "?");
                           })
         .shortenedTo(longestCell),
-    Column<ConnectionRow>(
-        "unit", none,
-        [](const ConnectionRow& row) { return atBothEnds(row.source.unit, row.target.unit); })
+    Column<ConnectionRow>("unit", none,
+                          [](const ConnectionRow& row) {
+                              return atBothEnds(row.source.unit, row.target.unit, "none");
+                          })
         .shortenedTo(longestCell)
         .ifAny(),
     Column<ConnectionRow>("dimensions", none,
                           [](const ConnectionRow& row) {
-                              return atBothEnds(row.source.dimensionText, row.target.dimensionText);
+                              return atBothEnds(dimensionsOf(row.source), dimensionsOf(row.target),
+                                                "scalar");
                           })
         .shortenedTo(longestCell)
         .ifAny()

@@ -5,10 +5,12 @@
 #include "systems/connector_checks.h"
 #include "systems/sizes.h"
 
-#include <map>
+#include <boost/container_hash/hash.hpp>
+
 #include <set>
 #include <string_view>
 #include <tuple>
+#include <unordered_map>
 #include <vector>
 
 namespace tvtool::systems {
@@ -17,8 +19,9 @@ namespace tvtool::systems {
 /// other.
 class ConnectionChecks {
   public:
-    ConnectionChecks(Connectors& connectors, NameIndex& names, Sizes& sizes)
-        : connectors_(connectors), names_(names), sizes_(sizes) {}
+    ConnectionChecks(Connectors& connectors, NameIndex& names, Sizes& sizes,
+                     UnitConversions& conversions)
+        : connectors_(connectors), names_(names), sizes_(sizes), conversions_(conversions) {}
 
     /// Returns the row of a connection of a system.
     ConnectionRow check(const ssp::Element& system, const ssp::Connection& connection);
@@ -39,7 +42,9 @@ class ConnectionChecks {
     Connectors& connectors_;
     NameIndex& names_;
     Sizes& sizes_;
-    std::map<std::tuple<const ssp::Element*, const ssp::Element*, std::string_view>, Inflows>
+    UnitConversions& conversions_;
+    using Target = std::tuple<const ssp::Element*, const ssp::Element*, std::string_view>;
+    std::unordered_map<Target, Inflows, boost::hash<Target>>
         inflows_; ///< by system, owner and name
 };
 

@@ -251,16 +251,6 @@ class AssignmentCheck {
 
 } // namespace
 
-const UnitConversion& UnitConversions::between(const UnitEnd& source, const UnitEnd& target) {
-    const auto [entry, isNew] =
-        known_.try_emplace({source.name, source.definition, target.name, target.definition,
-                            source.isRelative || target.isRelative});
-    if (isNew) {
-        entry->second = convertUnits(source, target);
-    }
-    return entry->second;
-}
-
 void checkAssignment(const Assignment& assignment, const End& end,
                      const std::optional<TargetSizes>& sizes, bool isValid, ParameterTables& tables,
                      ParameterRow& row) {

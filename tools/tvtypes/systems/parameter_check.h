@@ -30,21 +30,10 @@ struct Assignment {
 /// The sizes of the dimensions of a target, where they are known.
 using TargetSizes = std::vector<std::optional<std::uint64_t>>;
 
-/// Conversions between units that were looked up.
-class UnitConversions {
-  public:
-    const UnitConversion& between(const UnitEnd& source, const UnitEnd& target);
-
-  private:
-    using Key = std::tuple<std::string_view, const void*, std::string_view, const void*, bool>;
-
-    std::map<Key, UnitConversion> known_;
-};
-
 /// What the checks of all parameters share.
 struct ParameterTables {
     NameIndex& names;
-    UnitConversions conversions;
+    UnitConversions& conversions;
     ItemIndex items;
 };
 

@@ -52,10 +52,11 @@ std::string elementText(const ssp::Element& element, const std::string& path) {
 
 class ParameterChecks {
   public:
-    ParameterChecks(const ssp::Package& package, Connectors& connectors, NameIndex& names)
+    ParameterChecks(const ssp::Package& package, Connectors& connectors, NameIndex& names,
+                    UnitConversions& conversions)
         : package_(package),
           connectors_(connectors),
-          tables_{names, {}, {}},
+          tables_{names, conversions, {}},
           paths_(package.systems.front().root(), names) {}
 
     std::vector<ParameterRow> check() {
@@ -391,8 +392,8 @@ class ParameterChecks {
 } // namespace
 
 std::vector<ParameterRow> checkParameters(const ssp::Package& package, Connectors& connectors,
-                                          NameIndex& names) {
-    return ParameterChecks(package, connectors, names).check();
+                                          NameIndex& names, UnitConversions& conversions) {
+    return ParameterChecks(package, connectors, names, conversions).check();
 }
 
 } // namespace tvtool::systems

@@ -15,6 +15,6 @@ namespace tvtool::systems {
 /// \return a row for each target of each parameter, in the order of the bindings: those of a system
 ///         before those of its elements
 std::vector<ParameterRow> checkParameters(const ssp::Package& package, Connectors& connectors,
-                                          NameIndex& names);
+                                          NameIndex& names, UnitConversions& conversions);
 
 } // namespace tvtool::systems

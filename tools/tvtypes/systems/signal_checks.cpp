@@ -32,8 +32,9 @@ std::string itemList(const std::vector<const Item*>& items) {
 
 class SignalCheck {
   public:
-    explicit SignalCheck(const ConnectionReport& report)
+    SignalCheck(const ConnectionReport& report, UnitConversions& conversions)
         : report_(report),
+          conversions_(conversions),
           row_(report.row),
           source_(report.row.source),
           target_(report.row.target),
@@ -56,7 +57,7 @@ class SignalCheck {
     void addEffect(Effect effect) { row_.effects.push_back(effect); }
 
     void checkUnits() {
-        const UnitConversion conversion = convertUnits(unitOf(source_), unitOf(target_));
+        const UnitConversion& conversion = conversions_.between(unitOf(source_), unitOf(target_));
         const bool differs =
             conversion.relation != UnitRelation::None && conversion.relation != UnitRelation::Same;
         if (!differs) {
@@ -288,6 +289,7 @@ class SignalCheck {
     }
 
     const ConnectionReport& report_;
+    UnitConversions& conversions_;
     ConnectionRow& row_;
     const End& source_;
     const End& target_;
@@ -301,8 +303,8 @@ std::string endText(const End& end) {
     return end.elementName.empty() ? connector : text::shortened(end.elementName) + "." + connector;
 }
 
-void checkSignal(const ConnectionReport& report) {
-    SignalCheck(report).check();
+void checkSignal(const ConnectionReport& report, UnitConversions& conversions) {
+    SignalCheck(report, conversions).check();
     checkTransformation(report);
 }
 

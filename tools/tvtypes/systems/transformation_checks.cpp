@@ -159,9 +159,9 @@ void checkTransformation(const ConnectionReport& report) {
     }
     for (const End* const end : {&report.row.source, &report.row.target}) {
         if (end->base != BaseType::None && !isTransformed(transformation.kind, end->base)) {
-            return report.addAt(transformation.place, Code::TransformationType,
-                                "a {}, and {} is {}", kindText(transformation.kind),
-                                text::quoted(endText(*end)), end->typeName);
+            return report.addAt(transformation.place, Code::TransformationType, "{}, and {} is {}",
+                                kindText(transformation.kind), text::quoted(endText(*end)),
+                                end->typeName);
         }
     }
     if (transformation.kind != TransformationKind::Linear) {

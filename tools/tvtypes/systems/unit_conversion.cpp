@@ -107,11 +107,21 @@ UnitConversion convertUnits(const UnitEnd& source, const UnitEnd& target) {
                : convertNamed(source, target);
 }
 
+const UnitConversion& UnitConversions::between(const UnitEnd& source, const UnitEnd& target) {
+    const auto [entry, isNew] =
+        known_.try_emplace({source.name, source.definition, target.name, target.definition,
+                            source.isRelative || target.isRelative});
+    if (isNew) {
+        entry->second = convertUnits(source, target);
+    }
+    return entry->second;
+}
+
 std::string conversionText(const UnitConversion& conversion) {
-    std::string text = conversion.factor == 1 ? "x" : fmt::format("{} * x", conversion.factor);
+    std::string text = conversion.factor == 1 ? "x" : fmt::format("{:.12g} * x", conversion.factor);
     if (conversion.offset != 0) {
-        text +=
-            fmt::format(" {} {}", conversion.offset < 0 ? '-' : '+', std::abs(conversion.offset));
+        text += fmt::format(" {} {:.12g}", conversion.offset < 0 ? '-' : '+',
+                            std::abs(conversion.offset));
     }
     return text;
 }

@@ -5,9 +5,11 @@
 #include "exchange/records.h"
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 namespace tvtool::systems {
 
@@ -39,7 +41,19 @@ struct UnitConversion {
 /// definition is missing, compares the names, and by the unit database what they mean.
 UnitConversion convertUnits(const UnitEnd& source, const UnitEnd& target);
 
-/// Returns "0.001 * x + 273.15".
+/// Conversions between units that were looked up.
+class UnitConversions {
+  public:
+    /// Returns what convertUnits() does.
+    const UnitConversion& between(const UnitEnd& source, const UnitEnd& target);
+
+  private:
+    using Key = std::tuple<std::string_view, const void*, std::string_view, const void*, bool>;
+
+    std::map<Key, UnitConversion> known_;
+};
+
+/// Returns "0.001 * x + 273.15", with at most 12 digits, as definitions are rounded.
 std::string conversionText(const UnitConversion& conversion);
 
 } // namespace tvtool::systems
