@@ -1,5 +1,6 @@
 """Validates the JSON of all commands against docs/schema: of each call of tests/tools/calls, with
---json, and of inspect and layout for each description of tests/inputs and examples.
+--json, of inspect and layout for each description of tests/inputs and examples, and of check for
+each system of tests/systems and examples.
 
 usage: validate.py TOOL SOURCE_DIRECTORY
 """
@@ -107,6 +108,12 @@ validate(["inspect", "--json", str(source / "examples")])
 validate(["dims", "--json", "[2,N+N]", "1/(N-N)", "2*N", "N+N"])
 validate(["unit", "--json", "--complete", "newt"])
 validate(["dims", "--json", "--facts", str(source / "examples/filter_bank.facts")])
+
+systems = [str(file.parent) for folder in ("tests/systems", "examples")
+           for file in sorted(source.glob(folder + "/*/SystemStructure.ssd"))]
+for system in systems:
+    validate(["check", "--json", system])
+validate(["check", "--json", *systems[:2], "/no/such/file"])
 
 for name, schema in schemas.items():
     for member in {member for member, _ in properties(schema)} - members[name]:
