@@ -33,8 +33,10 @@ constexpr std::size_t longestLabel = 40;
 
 // Graphviz without fonts has the widths of three families. Those of Courier, 0.6 of the size, are
 // the widths of all fonts with a fixed pitch, so texts fit their boxes whichever is used.
+//
+// The older ranking fails on cycles through several clusters, and the process with it.
 constexpr const char* head = R"(digraph "system" {{
-graph [rankdir=LR, nodesep=0.3, ranksep=0.7, pad=0.1, labeljust=l, id="system-graph", {0}]
+graph [rankdir=LR, newrank=true, nodesep=0.3, ranksep=0.7, pad=0.1, labeljust=l, id="system-graph", {0}]
 node [shape=plain, fontsize=9, {0}]
 edge [fontsize=8, arrowsize=0.6, color="#44525f", {0}]
 )";
@@ -226,14 +228,14 @@ class Graph {
                                fmt::format(detailFont, dotLabel(system.name, longestLabel));
         add("subgraph cluster_{0} {{\ngraph [id=\"element-{0}\", label=<{1}>, tooltip={2}, "
             "style=\"rounded,filled\", color=\"#9aa4ae\", fillcolor=\"{3}\", fontsize=10]\n",
-            index, title, dotString(elementTip(index)), depthColor(index));
+            index, title, dotTooltip(elementTip(index)), depthColor(index));
         const Node& node = nodes_[index];
         for (std::size_t i = 0; i < node.ports.size(); ++i) {
             add("e{0}p{1} [id=\"element-{0}-connector-{1}\", shape=box, style=\"rounded,filled\", "
                 "fillcolor=\"#ffffff\", color=\"#9aa4ae\", height=0.2, width=0.2, "
                 "margin=\"0.08,0.03\", label=<{2}>, tooltip={3}]\n",
                 index, i, dotLabel(node.ports[i].name, longestLabel),
-                dotString(node.ports[i].name));
+                dotTooltip(node.ports[i].name));
         }
         for (const ssp::Element* const element : system.elements) {
             element->kind == ElementKind::System ? addSystem(*element, "") : addBox(*element);
@@ -263,15 +265,17 @@ class Graph {
     void addBox(const ssp::Element& element) {
         const std::size_t index = indices_.at(&element);
         const Node& node = nodes_[index];
-        std::string title = dotLabel(element.name, longestLabel);
-        for (const std::string& line : boxDetails(element)) {
-            title += "<br/>" + fmt::format(detailFont, dotLabel(line, longestLabel));
-        }
         const bool isDictionary = element.kind == ElementKind::DictionaryReference;
         add("e{0} [id=\"element-{0}\", tooltip={1}, label=<<table border=\"1\" cellborder=\"0\" "
-            "cellspacing=\"0\" cellpadding=\"4\" color=\"#44525f\" bgcolor=\"#ffffff\">"
-            "<tr><td colspan=\"2\" bgcolor=\"{2}\"><font point-size=\"10\">{3}</font></td></tr>",
-            index, dotString(elementTip(index)), isDictionary ? "#e4dfcf" : "#cfdcea", title);
+            "cellspacing=\"0\" cellpadding=\"4\" color=\"#44525f\" bgcolor=\"#ffffff\">",
+            index, dotTooltip(elementTip(index)));
+        add("<tr><td colspan=\"2\" bgcolor=\"{}\"><font point-size=\"10\">{}</font>",
+            isDictionary ? "#e4dfcf" : "#cfdcea", dotLabel(element.name, longestLabel));
+        for (const std::string& line : boxDetails(element)) {
+            add("<br/><font point-size=\"3\"> </font><br/>{}",
+                fmt::format(detailFont, dotLabel(line, longestLabel)));
+        }
+        text_ += "</td></tr>";
         addPortRows(node);
         const auto declared =
             std::ranges::count_if(element.connectors, [&](const ssp::Connector& c) {
@@ -329,7 +333,7 @@ class Graph {
         if (!label.empty()) {
             add(", label=<{}>", label);
         }
-        add(", tooltip={0}, labeltooltip={0}", dotString(tip));
+        add(", tooltip={0}, labeltooltip={0}", dotTooltip(tip));
         if (edge.worst && findings::ruleOf(*edge.worst).severity != Severity::Note) {
             const bool isError = findings::ruleOf(*edge.worst).severity == Severity::Error;
             add(", color=\"{0}\", fontcolor=\"{0}\", penwidth=1.6",

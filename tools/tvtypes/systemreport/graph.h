@@ -23,21 +23,21 @@ enum class GraphDetail : std::uint8_t {
 std::string dotText(const systems::CheckedSystem& system,
                     GraphDetail detail = GraphDetail::Connectors);
 
-/// The most connections that svgText() draws one by one, and the most elements with connectors.
-/// The layout of one more takes some seconds.
+/// The most connections that svgText() draws one by one.
 inline constexpr std::size_t mostDrawnConnections = 300;
-inline constexpr std::size_t mostDetailedElements = 300;
-/// The most elements, and pairs of connected elements, that it draws at all.
+/// The most elements, and pairs of connected elements, that it draws at all. The layout of as many
+/// takes a second or two.
 inline constexpr std::size_t mostDrawnElements = 500;
+inline constexpr std::size_t mostDrawnPairs = 1000;
 
 enum class SvgForm : std::uint8_t {
     Document,
     Element ///< without XML declaration and document type, for an HTML page
 };
 
-/// Returns the graph as a picture in SVG, laid out by Graphviz; with GraphDetail::Elements if it is
-/// large. Ids are those of the DOT text. Throws a text::ArgumentError if it is too large, or cannot
-/// be laid out. Not to be called by two threads at once.
+/// Returns the graph as a picture in SVG, laid out by Graphviz in a child process; with
+/// GraphDetail::Elements if it is large or cannot be laid out otherwise. Ids are those of the DOT
+/// text. Throws a text::ArgumentError if it is too large, or cannot be laid out.
 std::string svgText(const systems::CheckedSystem& system, SvgForm form = SvgForm::Document);
 
 } // namespace tvtool::systemreport
