@@ -162,7 +162,7 @@ TEST(SystemGraph, SimplifiesAndRefusesLargeSystems) {
     EXPECT_THAT(dotText(*large), HasSubstr("\"connection-2999\""));
 }
 
-/// Cycles through several nested systems, which the layout of Graphviz without newrank rejects.
+/// Cycles within and across nested systems.
 TEST(SystemGraph, DrawsCyclesOfNestedSystems) {
     std::string elements;
     std::string connections;

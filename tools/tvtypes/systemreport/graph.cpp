@@ -89,7 +89,7 @@ bool isLeftSide(const End& end, bool isSource) {
 
 std::string numberText(double number) { return fmt::format("{:.6g}", number); }
 
-/// Returns the conversion, the losses, or else the error or warning of a connection, in lines.
+/// Returns the conversion, the losses and the error of a connection, or else the warning, in lines.
 std::vector<std::string> edgeLines(const ConnectionRow& row, std::optional<findings::Code> worst) {
     std::vector<std::string> lines;
     for (const Effect effect : row.effects) {
@@ -115,8 +115,13 @@ std::vector<std::string> edgeLines(const ConnectionRow& row, std::optional<findi
             lines.emplace_back("may overflow");
         }
     }
-    if (lines.empty() && worst && findings::ruleOf(*worst).severity != Severity::Note) {
-        lines.emplace_back(findings::ruleOf(*worst).name);
+    if (worst) {
+        const findings::Rule& rule = findings::ruleOf(*worst);
+        const bool isNamed = rule.severity == Severity::Error ||
+                             (rule.severity == Severity::Warning && lines.empty());
+        if (isNamed) {
+            lines.emplace_back(rule.name);
+        }
     }
     return lines;
 }
