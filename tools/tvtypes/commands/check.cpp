@@ -1,13 +1,18 @@
 // tvtypes check: reports what flows between the models of a system, and what is wrong with it.
 #include "commands/commands.h"
 #include "commands/finding_options.h"
+#include "commands/usage_error.h"
+#include "files/output_file.h"
 #include "findings/selection.h"
 #include "output/json.h"
 #include "output/terminal.h"
+#include "page/page.h"
+#include "systemreport/graph.h"
 #include "systemreport/report.h"
 #include "text/parse_error.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 #include <map>
 #include <memory>
@@ -22,10 +27,15 @@ using findings::Severity;
 using systemreport::ConnectionChoice;
 using systemreport::countFindings;
 
+constexpr const char* svgEnding = ".svg";
+constexpr const char* dotEnding = ".dot";
+
 struct Options {
     std::vector<std::string> files;
     FindingOptions findings;
     systemreport::Options report;
+    std::string html;  ///< path of the page; empty for none
+    std::string graph; ///< path of the picture; empty for none
     bool isJson = false;
 };
 
@@ -78,11 +88,20 @@ class Checker {
         return checked;
     }
 
-    /// Prints the report of a system, with its sections or only its summary and its findings.
+    /// Writes the files that the call asks for, and prints the report of a system unless one is its
+    /// page: with its sections, or only its summary and its findings.
     void print(const systems::CheckedSystem& checked, const std::string& file, bool hasSections) {
         raiseStatus(console_,
                     options_.findings.statusOf(countFindings(checked, Severity::Error),
                                                countFindings(checked, Severity::Warning)));
+        if (!options_.graph.empty()) {
+            const bool isDot = options_.graph.ends_with(dotEnding);
+            writeFile(options_.graph, file,
+                      isDot ? systemreport::dotText(checked) : systemreport::svgText(checked));
+        }
+        if (!options_.html.empty()) {
+            return writeFile(options_.html, file, page::htmlPage({checked, file, options_.report}));
+        }
         if (hasSections || options_.isJson) {
             const systemreport::Report report{checked, file, options_.report};
             return tvtool::print(report, options_.isJson, console_);
@@ -92,6 +111,13 @@ class Checker {
         }
         systemreport::printFindings(checked, options_.findings.showsAll, console_.colour,
                                     console_.out);
+    }
+
+    static void writeFile(const std::string& path, const std::string& input,
+                          const std::string& text) {
+        files::OutputFile output(path, input, files::InPlace::Refused);
+        output.write(text.data(), text.size());
+        output.commit();
     }
 
     const Options& options_;
@@ -110,6 +136,19 @@ void check(const Options& options, Console& console) {
         }
     } catch (const text::ParseError& error) {
         reportUnreadable(error, console);
+    }
+}
+
+void checkFiles(const CLI::App& command, const Options& options) {
+    checkExclusion(command, "--html", {"--json", "--quiet"});
+    for (const char* const option : {"--html", "--graph"}) {
+        if (command.count(option) > 0 && options.files.size() > 1) {
+            throw UsageError(fmt::format("{} takes one FILE", option));
+        }
+    }
+    if (command.count("--graph") > 0 && !options.graph.ends_with(svgEnding) &&
+        !options.graph.ends_with(dotEnding)) {
+        throw UsageError("--graph writes a file whose name ends with .svg or .dot");
     }
 }
 
@@ -137,11 +176,22 @@ void addCheck(CLI::App& app, Console& console) {
                                                         {"findings", ConnectionChoice::Findings},
                                                         {"none", ConnectionChoice::None}}));
     addFindingOptions(command, options->findings);
+    command
+        .add_option("--graph", options->graph,
+                    "Also draw the system into this file, as a picture or in the language of "
+                    "Graphviz")
+        ->type_name("OUT.svg|OUT.dot");
     command.add_flag("--json", options->isJson, "Print one JSON object for each file");
+    command
+        .add_option("--html", options->html,
+                    "Write an HTML page with the picture and all tables into this file instead; - "
+                    "is the standard output")
+        ->type_name("OUT");
     command.footer("Several files get a line each, their findings and a total.\n"
                    "Exit status: 0 no errors, 1 errors in a system, 2 a file cannot be read or the "
                    "call is wrong.");
-    command.callback([options, choice, &console] {
+    command.callback([options, choice, &command, &console] {
+        checkFiles(command, *options);
         options->report.isChosen = choice->count() > 0;
         options->report.showsAllFindings = options->findings.showsAll;
         check(*options, console);

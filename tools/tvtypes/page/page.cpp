@@ -4,6 +4,8 @@
 #include "model/memory_map.h"
 #include "output/json.h"
 #include "page/page_html.h"
+#include "systemreport/graph.h"
+#include "text/argument_error.h"
 #include "text/safe_text.h"
 
 #include <boost/algorithm/string/replace.hpp>
@@ -34,10 +36,10 @@ std::string printed(Print print) {
     return std::move(stream).str();
 }
 
-std::string titleText(const report::Inspection& inspection) {
-    const std::string file = text::safeText(inspection.file);
-    const std::string_view model = inspection.description().modelName;
-    return model.empty() ? file : fmt::format("{} ({})", text::safeText(model), file);
+/// Returns a title: the name of what a file describes, and the file.
+std::string titleText(std::string_view name, const std::string& file) {
+    return name.empty() ? text::safeText(file)
+                        : fmt::format("{} ({})", text::safeText(name), text::safeText(file));
 }
 
 /// Returns the pictures of the structs that no other struct contains.
@@ -54,12 +56,13 @@ boost::json::object layouts(const report::Inspection& inspection) {
     return {{"omitted", maps.structs.size() - pictures.size()}, {"pictures", std::move(pictures)}};
 }
 
-/// Returns the JSON of the inspection, with a member "layouts", as the content of a script element:
-/// without "<", so without the end of the element and the beginning of a comment.
-std::string scriptData(const report::Inspection& inspection) {
-    std::string object = printed([&](std::ostream& os) { report::printJson(inspection, os); });
+/// Returns the JSON that a function prints, with further members, as the content of a script
+/// element: without "<", so without the end of the element and the beginning of a comment.
+template <class Print>
+std::string scriptData(Print print, const boost::json::object& members) {
+    std::string object = printed(print);
     object.erase(object.rfind('}'));
-    object += ",\"layouts\":" + output::jsonText(layouts(inspection)) + '}';
+    object += ',' + output::jsonText(members).substr(1);
     boost::replace_all(object, "<", "\\u003c");
     return object;
 }
@@ -71,6 +74,41 @@ std::string htmlText(std::string text) {
     return text;
 }
 
+/// What differs between pages, as HTML.
+struct Contents {
+    std::string title;
+    std::string_view parts; ///< what the page has with scripts
+    std::string findings;   ///< a plain list
+    std::string report;     ///< JSON
+    std::string_view script;
+};
+
+std::string filledTemplate(const Contents& contents) {
+    const std::pair<std::string_view, std::string_view> parts[] = {
+        {"{{title}}", contents.title},       {"{{contents}}", contents.parts},
+        {"{{findings}}", contents.findings}, {"{{report}}", contents.report},
+        {"{{views}}", contents.script},
+    };
+    std::string html;
+    std::string_view rest = pageHtml;
+    // The parts are appended and never searched, as they may contain such marks.
+    for (std::size_t mark = rest.find("{{"); mark != std::string_view::npos;
+         mark = rest.find("{{")) {
+        html += rest.substr(0, mark);
+        rest.remove_prefix(mark);
+        const auto part = std::ranges::find_if(
+            parts, [&](const auto& entry) { return rest.starts_with(entry.first); });
+        if (part == std::end(parts)) {
+            html += "{{";
+            rest.remove_prefix(2);
+        } else {
+            html += part->second;
+            rest.remove_prefix(part->first.size());
+        }
+    }
+    return html += rest;
+}
+
 std::string plainList(const report::Inspection& inspection) {
     return printed([&](std::ostream& os) {
         os << report::summaryText(inspection.model, inspection.file, inspection.variables)
@@ -80,32 +118,44 @@ std::string plainList(const report::Inspection& inspection) {
     });
 }
 
+std::string plainList(const systemreport::Report& report) {
+    return printed([&](std::ostream& os) {
+        os << systemreport::summaryText(report.checked, report.file) << "\n\n";
+        systemreport::printFindings(report.checked, true, false, os);
+    });
+}
+
+/// Returns the picture of the system, or why there is none.
+boost::json::object pictureMembers(const systems::CheckedSystem& checked) {
+    try {
+        return {{"picture", systemreport::svgText(checked, systemreport::SvgForm::Element)},
+                {"pictureError", nullptr}};
+    } catch (const text::ArgumentError& error) {
+        return {{"picture", nullptr}, {"pictureError", error.what()}};
+    }
+}
+
 } // namespace
 
 std::string htmlPage(const report::Inspection& inspection) {
-    const std::pair<std::string_view, std::string> contents[] = {
-        {"{{title}}", htmlText(titleText(inspection))},
-        {"{{findings}}", htmlText(plainList(inspection))},
-        {"{{report}}", scriptData(inspection)},
-    };
-    std::string html;
-    std::string_view rest = pageHtml;
-    // The contents are appended and never searched, as they may contain such marks.
-    for (std::size_t mark = rest.find("{{"); mark != std::string_view::npos;
-         mark = rest.find("{{")) {
-        html += rest.substr(0, mark);
-        rest.remove_prefix(mark);
-        const auto content = std::ranges::find_if(
-            contents, [&](const auto& entry) { return rest.starts_with(entry.first); });
-        if (content == std::end(contents)) {
-            html += "{{";
-            rest.remove_prefix(2);
-        } else {
-            html += content->second;
-            rest.remove_prefix(content->first.size());
-        }
-    }
-    return html += rest;
+    return filledTemplate({htmlText(titleText(inspection.description().modelName, inspection.file)),
+                           "tables of the variables, types and units, and pictures of the structs",
+                           htmlText(plainList(inspection)),
+                           scriptData([&](std::ostream& os) { report::printJson(inspection, os); },
+                                      {{"layouts", layouts(inspection)}}),
+                           modelScript});
+}
+
+std::string htmlPage(const systemreport::Report& report) {
+    systemreport::Report all = report;
+    all.options.connections = systemreport::ConnectionChoice::All;
+    return filledTemplate(
+        {htmlText(titleText(all.checked.package->systems.front().name, all.file)),
+         "a picture of the system, and tables of its connections, parameters and elements",
+         htmlText(plainList(all)),
+         scriptData([&](std::ostream& os) { systemreport::printJson(all, os); },
+                    pictureMembers(all.checked)),
+         systemScript});
 }
 
 } // namespace tvtool::page
