@@ -109,8 +109,8 @@ validate(["dims", "--json", "[2,N+N]", "1/(N-N)", "2*N", "N+N"])
 validate(["unit", "--json", "--complete", "newt"])
 validate(["dims", "--json", "--facts", str(source / "examples/filter_bank.facts")])
 
-systems = [str(file.parent) for folder in ("tests/systems", "examples")
-           for file in sorted(source.glob(folder + "/*/SystemStructure.ssd"))]
+systems = [str(file) for folder in ("tests/systems/*", "examples")
+           for file in sorted(source.glob(folder + "/*.ssd"))]
 for system in systems:
     validate(["check", "--json", system])
 validate(["check", "--json", *systems[:2], "/no/such/file"])

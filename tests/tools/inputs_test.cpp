@@ -162,12 +162,28 @@ INSTANTIATE_TEST_SUITE_P(Tool, Calls,
                          [](const auto& info) { return std::string(info.param); });
 
 TEST(Examples, AreClean) {
-    for (const char* const name :
-         {"vehicle_suspension.xml", "motor_drive.xml", "thermal_plant.xml", "vehicle.xml"}) {
+    for (const char* const name : {"vehicle_suspension.xml", "motor_drive.xml", "thermal_plant.xml",
+                                   "vehicle.xml", "vehicle/controller.xml"}) {
         const Outcome outcome = run({"inspect", std::string(TVTYPES_EXAMPLES "/") + name});
         EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
         EXPECT_THAT(outcome.out, HasSubstr("no errors, no warnings, no notes"));
     }
+}
+
+TEST(Examples, SystemHasMistakesOfAllKinds) {
+    const Outcome outcome = run({"check", "--json", TVTYPES_EXAMPLES "/vehicle.ssd"});
+    EXPECT_EQ(outcome.status, 1) << outcome.err;
+    const boost::json::object report = outcome.json();
+    std::vector<std::string> codes;
+    for (const boost::json::value& finding : report.at("findings").as_array()) {
+        if (finding.at("severity") != "note") {
+            codes.emplace_back(finding.at("code").as_string());
+        }
+    }
+    EXPECT_THAT(codes, testing::UnorderedElementsAre(
+                           "dimension-contradiction", "unit-factor", "connector-unit",
+                           "enumeration-value", "mapping-incomplete", "type-lossy",
+                           "unit-suppressed", "parameter-range", "mapping-target-unmatched"));
 }
 
 } // namespace

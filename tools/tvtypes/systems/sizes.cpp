@@ -139,7 +139,7 @@ void Sizes::state(int left, int right, const ConnectionReport& report) {
     const TVBlock& block = blocks_.emplace_back(TVBlock{report.name(), line});
     const auto objection = facts_.state({left, dims::Relation::Equal, right, &block, line});
     if (objection) {
-        report.add(Code::DimensionContradiction, "{} is {}, which cannot be: {}",
+        report.add(Code::DimensionContradiction, "the sizes {} and {} cannot be equal: {}",
                    text::shortened(table_.getDisplayString(left)),
                    text::shortened(table_.getDisplayString(right)), objection->reason.text());
     }
