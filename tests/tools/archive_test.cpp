@@ -9,6 +9,9 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <fstream>
+#include <functional>
+#include <iterator>
 
 namespace tvtool {
 
@@ -91,7 +94,8 @@ TEST_F(ArchiveTest, RejectsDamagedArchive) {
 
 /// Collects the first attribute of each element.
 struct FirstAttributes : exchange::XmlHandler {
-    void startElement(std::string_view, const char* const* attributes, exchange::Position) override {
+    void startElement(std::string_view, const char* const* attributes,
+                      exchange::Position) override {
         values.emplace_back(*attributes == nullptr ? "" : attributes[1]);
     }
     void endElement() override {}
@@ -153,6 +157,56 @@ TEST(Xml, LimitsTimeAndMemory) {
             EXPECT_EQ(error.line, row.line) << row.sentence;
             EXPECT_EQ(error.column, row.column) << row.sentence;
         }
+    }
+}
+
+/// Returns the bytes of a file.
+std::string bytesOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::string systemWith(const std::string& components) {
+    return "<ssd:SystemStructureDescription version=\"2.0\" name=\"s\" "
+           "xmlns:ssd=\"http://ssp-standard.org/SSP1/SystemStructureDescription\"><ssd:System "
+           "name=\"r\"><ssd:Elements>" +
+           components + "</ssd:Elements></ssd:System></ssd:SystemStructureDescription>";
+}
+
+std::string componentOf(const std::string& source) {
+    return "<ssd:Component name=\"" + std::to_string(std::hash<std::string>()(source)) +
+           "\" source=\"" + source + "\"/>";
+}
+
+TEST_F(ArchiveTest, ReadsPackagesOfSystems) {
+    constexpr const char* systemName = "SystemStructure.ssd";
+    const std::string fmu = bytesOf(folder.writeArchive("a.fmu", {{name, good}}));
+    const std::string variant = systemWith(componentOf("in/a.fmu"));
+    const std::string inner = bytesOf(folder.writeArchive(
+        "inner.ssp", {{systemName, variant}, {"B.ssd", variant}, {"in/a.fmu", fmu}}));
+    const std::string large(1 << 20, ' ');
+    const std::pair<ArchiveEntries, const char*> rows[] = {
+        {{{systemName, systemWith(componentOf("a.fmu") + componentOf("inner.ssp") +
+                                  componentOf("inner.ssp#B.ssd"))},
+          {"a.fmu", fmu},
+          {"inner.ssp", inner}},
+         "3 systems, 5 components; no errors, no warnings, no notes"},
+        {{{systemName, systemWith(componentOf("inner.ssp#C.ssd"))}, {"inner.ssp", inner}},
+         "has no system description C.ssd [component-unreadable]"},
+        {{{systemName, systemWith(componentOf("../a.fmu") + componentOf("x/..%2f../a.fmu"))},
+          {"../a.fmu", fmu}},
+         "2 errors, no warnings"},
+        {{{systemName, systemWith(componentOf("a.fmu"))}, {"a.fmu", fmu.substr(0, fmu.size() / 2)}},
+         "cannot be opened as one"},
+        {{{systemName, systemWith(componentOf("a.fmu"))}, {"a.fmu", large}},
+         "a.fmu:1: the XML text ends too early [component-unreadable]"}};
+    for (const auto& [entries, part] : rows) {
+        const Outcome outcome = run({"check", folder.writeArchive("s.ssp", entries)});
+        EXPECT_THAT(outcome.out, HasSubstr(part));
+    }
+    for (const ArchiveEntries& entries :
+         {ArchiveEntries{{"Other.ssd", variant}}, ArchiveEntries{{systemName, "<a>"}}}) {
+        EXPECT_EQ(run({"check", folder.writeArchive("s.ssp", entries)}).status, 2);
     }
 }
 

@@ -109,8 +109,8 @@ class Records {
         NameIndex names;
         TypeTable table;
         Connectors connectors(names, table);
-        UnitConversions conversions;
-        return checkParameters(package_, connectors, names, conversions);
+        Comparisons comparisons;
+        return checkParameters(package_, connectors, names, comparisons);
     }
 
     /// Returns the codes of the findings in the file of the sets, sorted.

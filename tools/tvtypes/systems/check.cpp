@@ -40,7 +40,7 @@ class PackageCheck {
         countParameters();
         checkDefinitions();
         checkModels();
-        result_->parameters = checkParameters(package(), connectors_, names_, conversions_);
+        result_->parameters = checkParameters(package(), connectors_, names_, comparisons_);
         checkConnections();
         StructTypes structs(connectors_, types_);
         result_->structs = checkStructs(result_->connections, structs);
@@ -124,7 +124,7 @@ class PackageCheck {
 
     void checkConnections() {
         Sizes sizes(paths_, result_->parameters, names_);
-        ConnectionChecks checks(connectors_, names_, sizes, conversions_);
+        ConnectionChecks checks(connectors_, names_, sizes, comparisons_);
         ConnectedNames connected;
         for (const ElementRow& row : result_->elements) {
             for (const ssp::Connection& connection : row.element->connections) {
@@ -160,7 +160,7 @@ class PackageCheck {
     TypeTable types_;
     model::Units units_;
     Connectors connectors_{names_, types_};
-    UnitConversions conversions_;
+    Comparisons comparisons_;
 };
 
 } // namespace

@@ -44,7 +44,7 @@ ConnectionRow ConnectionChecks::check(const ssp::Element& system,
     if (checkDirection(row, report)) {
         checkInflow(report);
     }
-    checkSignal(report, conversions_);
+    checkSignal(report, comparisons_);
     sizes_.check(report);
     return row;
 }

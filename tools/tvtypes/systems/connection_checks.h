@@ -3,6 +3,7 @@
 #pragma once
 
 #include "systems/connector_checks.h"
+#include "systems/signal_checks.h"
 #include "systems/sizes.h"
 
 #include <boost/container_hash/hash.hpp>
@@ -20,8 +21,8 @@ namespace tvtool::systems {
 class ConnectionChecks {
   public:
     ConnectionChecks(Connectors& connectors, NameIndex& names, Sizes& sizes,
-                     UnitConversions& conversions)
-        : connectors_(connectors), names_(names), sizes_(sizes), conversions_(conversions) {}
+                     Comparisons& comparisons)
+        : connectors_(connectors), names_(names), sizes_(sizes), comparisons_(comparisons) {}
 
     /// Returns the row of a connection of a system.
     ConnectionRow check(const ssp::Element& system, const ssp::Connection& connection);
@@ -42,7 +43,7 @@ class ConnectionChecks {
     Connectors& connectors_;
     NameIndex& names_;
     Sizes& sizes_;
-    UnitConversions& conversions_;
+    Comparisons& comparisons_;
     using Target = std::tuple<const ssp::Element*, const ssp::Element*, std::string_view>;
     std::unordered_map<Target, Inflows, boost::hash<Target>>
         inflows_; ///< by system, owner and name

@@ -14,7 +14,6 @@ namespace {
 using exchange::BaseType;
 using findings::Code;
 using ssp::Kind;
-using text::quoted;
 
 const fmi::TypeDefinition* typeOf(const fmi::Variable& variable,
                                   const fmi::Description& description) {
@@ -241,8 +240,8 @@ void Connectors::addInside(End& end, const ssp::Element& system) {
             Code::ConnectorAmbiguous, end.connector->place,
             {findings::SubjectKind::Connector, end.connectorName},
             "connector {} of the system has no {}, and is connected with {} ({}) and {} ({})",
-            quoted(end.connectorName), thing, quoted(nameOf(first)), text::shortened(ofFirst),
-            quoted(nameOf(second)), text::shortened(ofSecond));
+            text::quoted(end.connectorName), thing, text::quoted(nameOf(first)),
+            text::shortened(ofFirst), text::quoted(nameOf(second)), text::shortened(ofSecond));
     };
     if (end.base == BaseType::None) {
         const auto [first, other] = onlyOne(

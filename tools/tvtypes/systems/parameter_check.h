@@ -2,6 +2,7 @@
 /// Check of a parameter at one of its targets.
 #pragma once
 
+#include "systems/item_index.h"
 #include "systems/parameter_names.h"
 #include "systems/parameter_type.h"
 #include "systems/parameter_value.h"
@@ -34,7 +35,7 @@ using TargetSizes = std::vector<std::optional<std::uint64_t>>;
 struct ParameterTables {
     NameIndex& names;
     UnitConversions& conversions;
-    ItemIndex items;
+    ItemIndex& items;
 };
 
 /// Checks whether the target can be set, and the type, the unit and the dimensions of the

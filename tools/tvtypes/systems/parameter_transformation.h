@@ -2,6 +2,7 @@
 /// Conversion of the values of a parameter into those of its target.
 #pragma once
 
+#include "systems/item_index.h"
 #include "systems/parameter_value.h"
 #include "systems/unit_conversion.h"
 

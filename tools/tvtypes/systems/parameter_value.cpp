@@ -43,10 +43,6 @@ bool isHex(std::string_view text) {
 
 } // namespace
 
-bool isReal(BaseType base) { return base == BaseType::Float64 || base == BaseType::Float32; }
-
-bool isInteger(BaseType base) { return base >= BaseType::Int8 && base <= BaseType::UInt64; }
-
 ExactValue readExact(std::string_view word) {
     const std::optional<double> nearest = exchange::parseNumber<double>(word);
     const bool isNegative = word.starts_with('-');
@@ -75,8 +71,6 @@ std::string shownText(const ExactValue& value) {
     }
 }
 
-exact::Number decimalOf(double number) { return exact::parseDecimal(fmt::format("{}", number)); }
-
 bool readBoolean(std::string_view text) {
     const std::string_view word = exchange::trimmed(text);
     return word == "true" || word == "1";
@@ -99,34 +93,6 @@ bool isParameterValue(std::string_view text, BaseType base) {
     default:
         return exchange::isValue(exchange::trimmed(text), base);
     }
-}
-
-const ItemIndex::Maps& ItemIndex::mapsOf(const std::vector<exchange::Item>& items) {
-    const auto [entry, isNew] = maps_.try_emplace(&items);
-    Maps& maps = entry->second;
-    if (isNew) {
-        for (const exchange::Item& item : items) {
-            maps.byName.try_emplace(item.name, &item);
-            if (item.value) {
-                maps.byValue.try_emplace(*item.value, &item);
-            }
-        }
-    }
-    return maps;
-}
-
-const exchange::Item* ItemIndex::named(const std::vector<exchange::Item>& items,
-                                       std::string_view name) {
-    const Maps& maps = mapsOf(items);
-    const auto found = maps.byName.find(name);
-    return found == maps.byName.end() ? nullptr : found->second;
-}
-
-const exchange::Item* ItemIndex::withValue(const std::vector<exchange::Item>& items,
-                                           std::int64_t value) {
-    const Maps& maps = mapsOf(items);
-    const auto found = maps.byValue.find(value);
-    return found == maps.byValue.end() ? nullptr : found->second;
 }
 
 std::string joinedValues(std::span<const std::string_view> values) {

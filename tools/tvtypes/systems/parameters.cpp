@@ -53,10 +53,10 @@ std::string elementText(const ssp::Element& element, const std::string& path) {
 class ParameterChecks {
   public:
     ParameterChecks(const ssp::Package& package, Connectors& connectors, NameIndex& names,
-                    UnitConversions& conversions)
+                    Comparisons& comparisons)
         : package_(package),
           connectors_(connectors),
-          tables_{names, conversions, {}},
+          tables_{names, comparisons.conversions, comparisons.items},
           paths_(package.systems.front().root(), names) {}
 
     std::vector<ParameterRow> check() {
@@ -392,8 +392,8 @@ class ParameterChecks {
 } // namespace
 
 std::vector<ParameterRow> checkParameters(const ssp::Package& package, Connectors& connectors,
-                                          NameIndex& names, UnitConversions& conversions) {
-    return ParameterChecks(package, connectors, names, conversions).check();
+                                          NameIndex& names, Comparisons& comparisons) {
+    return ParameterChecks(package, connectors, names, comparisons).check();
 }
 
 } // namespace tvtool::systems

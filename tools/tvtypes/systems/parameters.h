@@ -4,6 +4,7 @@
 
 #include "systems/connectors.h"
 #include "systems/records.h"
+#include "systems/signal_checks.h"
 
 #include <vector>
 
@@ -15,6 +16,6 @@ namespace tvtool::systems {
 /// \return a row for each target of each parameter, in the order of the bindings: those of a system
 ///         before those of its elements
 std::vector<ParameterRow> checkParameters(const ssp::Package& package, Connectors& connectors,
-                                          NameIndex& names, UnitConversions& conversions);
+                                          NameIndex& names, Comparisons& comparisons);
 
 } // namespace tvtool::systems

@@ -18,13 +18,12 @@ using exchange::BaseType;
 using exchange::Item;
 using findings::Code;
 using ssp::TransformationKind;
-using text::quoted;
 
 /// Returns the names of items, at most three.
 std::string itemList(const std::vector<const Item*>& items) {
     std::string text;
     for (std::size_t i = 0; i < std::min<std::size_t>(items.size(), 3); ++i) {
-        text += fmt::format("{}{} ({})", i > 0 ? ", " : "", quoted(items[i]->name),
+        text += fmt::format("{}{} ({})", i > 0 ? ", " : "", text::quoted(items[i]->name),
                             items[i]->value.value_or(0));
     }
     return items.size() > 3 ? text + ", ..." : text;
@@ -32,9 +31,9 @@ std::string itemList(const std::vector<const Item*>& items) {
 
 class SignalCheck {
   public:
-    SignalCheck(const ConnectionReport& report, UnitConversions& conversions)
+    SignalCheck(const ConnectionReport& report, Comparisons& comparisons)
         : report_(report),
-          conversions_(conversions),
+          comparisons_(comparisons),
           row_(report.row),
           source_(report.row.source),
           target_(report.row.target),
@@ -57,14 +56,15 @@ class SignalCheck {
     void addEffect(Effect effect) { row_.effects.push_back(effect); }
 
     void checkUnits() {
-        const UnitConversion& conversion = conversions_.between(unitOf(source_), unitOf(target_));
+        const UnitConversion& conversion =
+            comparisons_.conversions.between(unitOf(source_), unitOf(target_));
         const bool differs =
             conversion.relation != UnitRelation::None && conversion.relation != UnitRelation::Same;
         if (!differs) {
             return;
         }
         const std::string units =
-            fmt::format("{} and {}", quoted(source_.unit), quoted(target_.unit));
+            fmt::format("{} and {}", text::quoted(source_.unit), text::quoted(target_.unit));
         if (row_.record->suppressesUnitConversion) {
             return checkSuppressed(conversion, units);
         }
@@ -72,7 +72,7 @@ class SignalCheck {
         case UnitRelation::Converted:
             setConversion(conversion);
             return report_.add(Code::UnitConversion, "converted from {} to {}: {}",
-                               quoted(source_.unit), quoted(target_.unit),
+                               text::quoted(source_.unit), text::quoted(target_.unit),
                                conversionText(conversion));
         case UnitRelation::RadianDiffers:
             if (conversion.factor != 1 || conversion.offset != 0) {
@@ -100,8 +100,8 @@ class SignalCheck {
             return end.definition == nullptr || !end.definition->isDefined || !end.definition->base;
         };
         return isMissing(source_) && isMissing(target_) ? std::string("each of them")
-               : isMissing(source_)                     ? quoted(source_.unit)
-                                                        : quoted(target_.unit);
+               : isMissing(source_)                     ? text::quoted(source_.unit)
+                                                        : text::quoted(target_.unit);
     }
 
     void setConversion(const UnitConversion& conversion) {
@@ -122,7 +122,8 @@ class SignalCheck {
             report_.add(Code::UnitSuppressed,
                         "the conversion from {} to {} is suppressed; it is {}, and the value is "
                         "wrong without it",
-                        quoted(source_.unit), quoted(target_.unit), conversionText(conversion));
+                        text::quoted(source_.unit), text::quoted(target_.unit),
+                        conversionText(conversion));
         } else if (conversion.relation != UnitRelation::RadianDiffers) {
             report_.add(Code::UnitSuppressed, "the conversion between {} is suppressed; {}", units,
                         conversion.reason);
@@ -188,11 +189,9 @@ class SignalCheck {
         if (source_.items == nullptr) {
             return lossBetween(BaseType::Int32, to);
         }
-        TypeLoss loss;
-        for (const Item& item : *source_.items) {
-            loss.range = loss.range || (item.value && !fits(*item.value, to));
-        }
-        return loss;
+        const auto range = comparisons_.items.range(*source_.items);
+        const bool isInRange = !range || (fits(range->first, to) && fits(range->second, to));
+        return {!isInRange, false, false};
     }
 
     static bool fits(std::int64_t value, BaseType to) {
@@ -224,22 +223,15 @@ class SignalCheck {
             source_.typeId == target_.typeId) {
             return;
         }
-        std::vector<const Item*> missing;
-        std::vector<const Item*> renamed;
-        for (const Item& item : *source_.items) {
-            const auto other = std::ranges::find(*target_.items, item.value, &Item::value);
-            if (other == target_.items->end()) {
-                missing.push_back(&item);
-            } else if (other->name != item.name) {
-                renamed.push_back(&item);
-            }
-        }
+        const auto& [missing, others, renamed] =
+            comparisons_.items.differences(*source_.items, *target_.items);
         if (!missing.empty()) {
             report_.add(Code::EnumerationItems, "{} of {} has no value in {}", itemList(missing),
-                        quoted(source_.typeName), quoted(target_.typeName));
+                        text::quoted(source_.typeName), text::quoted(target_.typeName));
         } else if (!renamed.empty()) {
             report_.add(Code::EnumerationItems, "{} of {} has another name in {}",
-                        itemList(renamed), quoted(source_.typeName), quoted(target_.typeName));
+                        itemList(renamed), text::quoted(source_.typeName),
+                        text::quoted(target_.typeName));
         } else {
             addEffect(Effect::Widened);
         }
@@ -256,7 +248,7 @@ class SignalCheck {
         // A mapping is checked with its entries.
         if (transformation_ == TransformationKind::None) {
             report_.add(Code::EnumerationValue, "{} flows into the enumeration {}{}",
-                        source_.typeName, quoted(target_.typeName),
+                        source_.typeName, text::quoted(target_.typeName),
                         target_.items == nullptr
                             ? ""
                             : fmt::format(", which has {}",
@@ -271,8 +263,8 @@ class SignalCheck {
         const std::string_view from = mimeType(source_);
         const std::string_view to = mimeType(target_);
         if (!from.empty() && !to.empty() && from != to) {
-            report_.add(Code::BinaryType, "the types of the binaries are {} and {}", quoted(from),
-                        quoted(to));
+            report_.add(Code::BinaryType, "the types of the binaries are {} and {}",
+                        text::quoted(from), text::quoted(to));
         }
     }
 
@@ -283,13 +275,13 @@ class SignalCheck {
         const std::string_view from = interval(source_);
         const std::string_view to = interval(target_);
         if (source_.isSystem != target_.isSystem && !from.empty() && !to.empty() && from != to) {
-            report_.add(Code::ClockInterval, "intervalVariability is {} and {}", quoted(from),
-                        quoted(to));
+            report_.add(Code::ClockInterval, "intervalVariability is {} and {}", text::quoted(from),
+                        text::quoted(to));
         }
     }
 
     const ConnectionReport& report_;
-    UnitConversions& conversions_;
+    Comparisons& comparisons_;
     ConnectionRow& row_;
     const End& source_;
     const End& target_;
@@ -303,9 +295,9 @@ std::string endText(const End& end) {
     return end.elementName.empty() ? connector : text::shortened(end.elementName) + "." + connector;
 }
 
-void checkSignal(const ConnectionReport& report, UnitConversions& conversions) {
-    SignalCheck(report, conversions).check();
-    checkTransformation(report);
+void checkSignal(const ConnectionReport& report, Comparisons& comparisons) {
+    SignalCheck(report, comparisons).check();
+    checkTransformation(report, comparisons.items);
 }
 
 } // namespace tvtool::systems

@@ -21,7 +21,6 @@ namespace tvtool::systems {
 namespace {
 
 using findings::Code;
-using text::quoted;
 
 constexpr std::size_t mostNames = 3;
 
@@ -115,8 +114,8 @@ class StructChecks {
                 continue;
             }
             ConnectionReport{row, row.system->file->file.findings}.add(
-                Code::StructCrossed, "{} leads to {}, and {} to {}", quoted(name), quoted(target),
-                quoted(other->second), quoted(name));
+                Code::StructCrossed, "{} leads to {}, and {} to {}", text::quoted(name),
+                text::quoted(target), text::quoted(other->second), text::quoted(name));
         }
     }
 
@@ -132,7 +131,7 @@ class StructChecks {
             if (!connected_.contains({row.system, row.target.element, connector->name})) {
                 ++missingCount;
                 if (missing.size() < mostNames) {
-                    missing.push_back(quoted(structName(connector->name).element));
+                    missing.push_back(text::quoted(structName(connector->name).element));
                 }
             }
         }
@@ -144,7 +143,7 @@ class StructChecks {
         row.system->file->file.findings.add(
             Code::StructPartial, row.record->place, {findings::SubjectKind::Struct, path},
             "{} of {} elements of struct {} are connected with {}, and {}{} with nothing", count,
-            target.connectors.size(), quoted(path), quoted(structText(row.source)),
+            target.connectors.size(), text::quoted(path), text::quoted(structText(row.source)),
             fmt::join(missing, ", "),
             missingCount > missing.size()
                 ? fmt::format(" and {} more", missingCount - missing.size())

@@ -20,13 +20,6 @@ using exchange::Item;
 using findings::Code;
 using ssp::MapEntry;
 using ssp::TransformationKind;
-using text::quoted;
-
-bool isReal(BaseType base) { return base == BaseType::Float64 || base == BaseType::Float32; }
-
-bool isInteger(BaseType base) {
-    return isNumeric(base) && !isReal(base) && base != BaseType::Boolean;
-}
 
 /// Returns whether values of the type can take part in the transformation.
 bool isTransformed(TransformationKind kind, BaseType base) {
@@ -72,8 +65,9 @@ std::string itemText(const Item& item, TransformationKind kind) {
 
 class MappingCheck {
   public:
-    explicit MappingCheck(const ConnectionReport& report)
+    MappingCheck(const ConnectionReport& report, ItemIndex& items)
         : report_(report),
+          items_(items),
           source_(report.row.source),
           target_(report.row.target),
           mapping_(report.row.record->transformation) {}
@@ -91,10 +85,10 @@ class MappingCheck {
         const auto target = normalized(entry.target, mapping_.kind);
         if (!source || (source_.items != nullptr && !isItem(*source_.items, *source))) {
             report_.addAt(entry.place, Code::MappingSource, "{} is no value of {}",
-                          quoted(entry.source), source_.typeName);
+                          text::quoted(entry.source), source_.typeName);
         } else if (!mapped_.insert(*source).second) {
             report_.addAt(entry.place, Code::MappingRepeated, "a second entry maps {}",
-                          quoted(entry.source));
+                          text::quoted(entry.source));
         }
         const bool isInRange =
             target &&
@@ -103,13 +97,16 @@ class MappingCheck {
                  : target_.base == BaseType::None || exchange::isValue(*target, target_.base));
         if (!isInRange) {
             report_.addAt(entry.place, Code::MappingTarget, "{} is no value of {}",
-                          quoted(entry.target), target_.typeName);
+                          text::quoted(entry.target), target_.typeName);
         }
     }
 
     bool isItem(const std::vector<Item>& items, const std::string& value) const {
-        return std::ranges::any_of(
-            items, [&](const Item& item) { return itemText(item, mapping_.kind) == value; });
+        if (mapping_.kind != TransformationKind::Integer) {
+            return items_.named(items, value) != nullptr;
+        }
+        const auto number = exchange::parseNumber<std::int64_t>(value);
+        return number && items_.withValue(items, *number) != nullptr;
     }
 
     /// A value without an entry is kept.
@@ -121,29 +118,32 @@ class MappingCheck {
             }
             return;
         }
-        if (source_.items != nullptr) {
+        if (source_.items != nullptr && target_.items != nullptr) {
+            const ItemDifferences& lacking = items_.differences(*source_.items, *target_.items);
             std::vector<std::string> kept;
-            for (const Item& item : *source_.items) {
-                const std::string text = itemText(item, mapping_.kind);
-                if (!mapped_.contains(text) &&
-                    (target_.items != nullptr && !isItem(*target_.items, text))) {
-                    kept.push_back(quoted(item.name));
+            for (const Item* const item : mapping_.kind == TransformationKind::Integer
+                                              ? lacking.withoutValue
+                                              : lacking.withoutName) {
+                if (kept.size() < mostNames && !mapped_.contains(itemText(*item, mapping_.kind))) {
+                    kept.push_back(text::quoted(item->name));
                 }
             }
             if (!kept.empty()) {
-                kept.resize(std::min<std::size_t>(kept.size(), 3));
-                report_.add(Code::MappingIncomplete,
-                            "the mapping has no entry for {}, which {} lacks",
-                            fmt::format("{}", fmt::join(kept, ", ")), quoted(target_.typeName));
+                report_.add(
+                    Code::MappingIncomplete, "the mapping has no entry for {}, which {} lacks",
+                    fmt::format("{}", fmt::join(kept, ", ")), text::quoted(target_.typeName));
             }
         } else if (target_.base == BaseType::Enumeration && isInteger(source_.base)) {
             report_.add(Code::MappingIncomplete,
                         "integers without an entry are kept, and need not be items of {}",
-                        quoted(target_.typeName));
+                        text::quoted(target_.typeName));
         }
     }
 
+    static constexpr std::size_t mostNames = 3;
+
     const ConnectionReport& report_;
+    ItemIndex& items_;
     const End& source_;
     const End& target_;
     const ssp::Transformation& mapping_;
@@ -152,7 +152,7 @@ class MappingCheck {
 
 } // namespace
 
-void checkTransformation(const ConnectionReport& report) {
+void checkTransformation(const ConnectionReport& report, ItemIndex& items) {
     const ssp::Transformation& transformation = report.row.record->transformation;
     if (transformation.kind == TransformationKind::None) {
         return;
@@ -165,7 +165,7 @@ void checkTransformation(const ConnectionReport& report) {
         }
     }
     if (transformation.kind != TransformationKind::Linear) {
-        MappingCheck(report).check();
+        MappingCheck(report, items).check();
     }
 }
 

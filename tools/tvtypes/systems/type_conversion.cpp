@@ -39,7 +39,6 @@ constexpr int builtInId(BaseType base) {
     }
 }
 
-bool isFloating(BaseType base) { return base == BaseType::Float64 || base == BaseType::Float32; }
 bool isUnsigned(BaseType base) {
     return base == BaseType::UInt8 || base == BaseType::UInt16 || base == BaseType::UInt32 ||
            base == BaseType::UInt64 || base == BaseType::Boolean;
@@ -129,10 +128,9 @@ TypeLoss lossByLibrary(BaseType source, BaseType target) {
     // which the library does not count as overflows.
     loss.range = any(limits.bounds, [&](const Value& value) { return probe.overflows(value); }) ||
                  (any(limits.bounds, isLost) &&
-                  (target == BaseType::Boolean || (isFloating(source) && isFloating(target))));
-    loss.fraction =
-        !isFloating(target) && target != BaseType::Boolean && any(limits.fractions, isLost);
-    loss.digits = isFloating(target) && any(limits.digits, isLost);
+                  (target == BaseType::Boolean || (isReal(source) && isReal(target))));
+    loss.fraction = !isReal(target) && target != BaseType::Boolean && any(limits.fractions, isLost);
+    loss.digits = isReal(target) && any(limits.digits, isLost);
     return loss;
 }
 
@@ -145,9 +143,9 @@ TypeLoss lossOfWide(BaseType source, BaseType target) {
         return {};
     }
     if (is64Bit(source)) {
-        return isFloating(target) ? TypeLoss{false, false, true} : TypeLoss{true, false, false};
+        return isReal(target) ? TypeLoss{false, false, true} : TypeLoss{true, false, false};
     }
-    if (isFloating(source)) {
+    if (isReal(source)) {
         return {true, true, false};
     }
     return {target == BaseType::UInt64 && !isUnsigned(source), false, false};
@@ -156,6 +154,12 @@ TypeLoss lossOfWide(BaseType source, BaseType target) {
 } // namespace
 
 bool isNumeric(BaseType base) { return builtInId(base) != noId || is64Bit(base); }
+
+bool isReal(BaseType base) { return base == BaseType::Float64 || base == BaseType::Float32; }
+
+bool isInteger(BaseType base) {
+    return isNumeric(base) && !isReal(base) && base != BaseType::Boolean;
+}
 
 TypeLoss lossBetween(BaseType source, BaseType target) {
     assert(isNumeric(source) && isNumeric(target));

@@ -15,8 +15,10 @@ struct TypeLoss {
     bool operator==(const TypeLoss&) const = default;
 };
 
-/// Returns whether a base type is a number or Boolean; an enumeration is none.
+/// Return whether a base type is a number or Boolean, and of which kind; an enumeration is none.
 bool isNumeric(exchange::BaseType base);
+bool isReal(exchange::BaseType base);
+bool isInteger(exchange::BaseType base); ///< Boolean and enumerations are none
 
 /// Returns what values of one numeric type can lose in another one. Between the types of the
 /// library its conversion decides, on the values at which a type ends; integers of 64 bits are none

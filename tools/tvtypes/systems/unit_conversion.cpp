@@ -25,9 +25,6 @@ const BaseUnit* baseOf(const UnitEnd& end) {
     return isDefined ? &*end.definition->base : nullptr;
 }
 
-/// Returns the decimal that a double was written as, not the binary fraction next to it.
-exact::Number decimal(double number) { return exact::parseDecimal(fmt::format("{}", number)); }
-
 UnitConversion conversion(const exact::Number& factor, const exact::Number& offset) {
     UnitConversion result;
     const bool isSame = offset == 0 && exact::areClose(factor, 1, tolerance);
@@ -56,10 +53,11 @@ UnitConversion convertDefined(const BaseUnit& source, const BaseUnit& target, bo
     if (!std::equal(source.powers.begin(), source.powers.begin() + radian, target.powers.begin())) {
         return incompatible(dimensionText(source), dimensionText(target));
     }
-    const exact::Number divisor = decimal(target.factor);
+    const exact::Number divisor = decimalOf(target.factor);
     const exact::Number offset =
-        isRelative ? 0 : exact::Number((decimal(source.offset) - decimal(target.offset)) / divisor);
-    UnitConversion result = conversion(decimal(source.factor) / divisor, offset);
+        isRelative ? 0
+                   : exact::Number((decimalOf(source.offset) - decimalOf(target.offset)) / divisor);
+    UnitConversion result = conversion(decimalOf(source.factor) / divisor, offset);
     if (source.powers[radian] != target.powers[radian]) {
         result.relation = UnitRelation::RadianDiffers;
     }
@@ -95,6 +93,8 @@ UnitConversion convertNamed(const UnitEnd& source, const UnitEnd& target) {
 }
 
 } // namespace
+
+exact::Number decimalOf(double number) { return exact::parseDecimal(fmt::format("{}", number)); }
 
 UnitConversion convertUnits(const UnitEnd& source, const UnitEnd& target) {
     if (source.name.empty() || target.name.empty()) {

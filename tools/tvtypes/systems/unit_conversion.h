@@ -2,6 +2,7 @@
 /// Conversion between the units of two ends.
 #pragma once
 
+#include "exact/number.h"
 #include "exchange/records.h"
 
 #include <cstdint>
@@ -35,6 +36,9 @@ struct UnitConversion {
     double offset = 0;
     std::string reason; ///< what is known of incompatible and undecided units
 };
+
+/// Returns the exact value of the decimal that a finite double was written as.
+exact::Number decimalOf(double number);
 
 /// Compares the units of a source and a target by their definitions: value2 = (factor1 * value1 +
 /// offset1 - offset2) / factor2. Offsets are ignored if one of the ends is relative. Where a
