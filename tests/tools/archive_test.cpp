@@ -3,10 +3,12 @@
 
 #include "exchange/xml.h"
 #include "exchange/zip_input.h"
+#include "ssp/package.h"
 
 #include <boost/algorithm/string/replace.hpp>
 #include <fmt/format.h>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <array>
 #include <fstream>
@@ -17,6 +19,7 @@ namespace tvtool {
 
 namespace {
 
+namespace fs = std::filesystem;
 using testing::HasSubstr;
 
 const std::string good = description3("", "<Int8 name=\"a\" valueReference=\"1\"/>");
@@ -184,6 +187,8 @@ TEST_F(ArchiveTest, ReadsPackagesOfSystems) {
     const std::string variant = systemWith(componentOf("in/a.fmu"));
     const std::string inner = bytesOf(folder.writeArchive(
         "inner.ssp", {{systemName, variant}, {"B.ssd", variant}, {"in/a.fmu", fmu}}));
+    const std::string onlyVariant = bytesOf(
+        folder.writeArchive("b.ssp", {{"B.ssd", systemWith("<ssd:Component name=\"c\"/>")}}));
     const std::string large(1 << 20, ' ');
     const std::pair<ArchiveEntries, const char*> rows[] = {
         {{{systemName, systemWith(componentOf("a.fmu") + componentOf("inner.ssp") +
@@ -193,6 +198,8 @@ TEST_F(ArchiveTest, ReadsPackagesOfSystems) {
          "3 systems, 5 components; no errors, no warnings, no notes"},
         {{{systemName, systemWith(componentOf("inner.ssp#C.ssd"))}, {"inner.ssp", inner}},
          "has no system description C.ssd [component-unreadable]"},
+        {{{systemName, systemWith(componentOf("b.ssp#B.ssd"))}, {"b.ssp", onlyVariant}},
+         "2 systems, 2 components; no errors, no warnings, no notes"},
         {{{systemName, systemWith(componentOf("../a.fmu") + componentOf("x/..%2f../a.fmu"))},
           {"../a.fmu", fmu}},
          "2 errors, no warnings"},
@@ -208,6 +215,29 @@ TEST_F(ArchiveTest, ReadsPackagesOfSystems) {
          {ArchiveEntries{{"Other.ssd", variant}}, ArchiveEntries{{systemName, "<a>"}}}) {
         EXPECT_EQ(run({"check", folder.writeArchive("s.ssp", entries)}).status, 2);
     }
+}
+
+TEST_F(ArchiveTest, UnpacksFilesOfSystemsOnceAndUpToALimit) {
+    const std::string fmu = bytesOf(folder.writeArchive("a.fmu", {{name, good}}));
+    const std::string system =
+        systemWith(componentOf("a.fmu") + componentOf("./a.fmu") + componentOf("x/../a.fmu"));
+    const std::string path =
+        folder.writeArchive("s.ssp", {{"SystemStructure.ssd", system}, {"a.fmu", fmu}});
+    const std::size_t total = system.size() + fmu.size() + good.size();
+    for (const std::size_t limit : {total, total - 1, total - good.size() - 1}) {
+        const auto package = ssp::readPackage(path, limit);
+        EXPECT_EQ(package->models.size(), limit == total ? 1 : 0);
+        for (const ssp::Element* const component : package->systems.front().root().elements) {
+            EXPECT_EQ(component->model != nullptr, limit == total);
+        }
+    }
+    EXPECT_THROW(ssp::readPackage(path, system.size() - 1), files::ReadError);
+}
+
+TEST_F(ArchiveTest, ReadsRegularFilesOfSystemsOnly) {
+    const fs::path system = folder.write("s.ssd", systemWith(componentOf("pipe")));
+    ASSERT_EQ(mkfifo((system.parent_path() / "pipe").c_str(), 0600), 0);
+    EXPECT_THAT(run({"check", system.string()}).out, HasSubstr("[source-missing]"));
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tvtool::exchange {
@@ -70,7 +71,18 @@ std::optional<std::uint64_t> findEntry(zip_t& archive, std::string_view name) {
     return index < 0 ? std::nullopt : std::optional(static_cast<std::uint64_t>(index));
 }
 
-std::shared_ptr<std::FILE> readIntoMemory(const Source& source, std::uint64_t& left) {
+Source counted(Source source, Allowance& allowance) {
+    return [source = std::move(source), &allowance](std::span<char> buffer) {
+        const std::size_t count = source(buffer);
+        if (count > allowance.left) {
+            throw files::ReadError(allowance.excess);
+        }
+        allowance.left -= count;
+        return count;
+    };
+}
+
+std::shared_ptr<std::FILE> readIntoMemory(const Source& source) {
     constexpr std::size_t piece = 64 * 1024;
     const auto bytes = std::make_shared<std::vector<char>>();
     for (bool isLast = false; !isLast;) {
@@ -79,10 +91,6 @@ std::shared_ptr<std::FILE> readIntoMemory(const Source& source, std::uint64_t& l
         const std::size_t count = source(std::span(*bytes).subspan(end));
         bytes->resize(end + count);
         isLast = count == 0;
-        if (count > left) {
-            throw files::ReadError("the archives of the system unpack to too many bytes");
-        }
-        left -= count;
     }
     // An empty buffer cannot be opened.
     bytes->reserve(1);

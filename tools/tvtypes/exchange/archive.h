@@ -25,8 +25,17 @@ Source openEntry(const std::shared_ptr<zip>& archive, std::uint64_t index, std::
 /// Returns the index of the entry with this name.
 std::optional<std::uint64_t> findEntry(zip& archive, std::string_view name);
 
-/// Reads a stream into memory, as a file that can be positioned. Takes at most `maxSize` bytes from
-/// the total that is left, and throws a files::ReadError beyond it.
-std::shared_ptr<std::FILE> readIntoMemory(const Source& source, std::uint64_t& left);
+/// The bytes that may still be read from several streams.
+struct Allowance {
+    std::uint64_t left = 0;
+    const char* excess; ///< sentence of the error beyond it
+};
+
+/// Returns the stream, which takes its bytes from an allowance and throws a files::ReadError beyond
+/// it. \param allowance must outlive the stream
+Source counted(Source source, Allowance& allowance);
+
+/// Reads a stream into memory, as a file that can be positioned.
+std::shared_ptr<std::FILE> readIntoMemory(const Source& source);
 
 } // namespace tvtool::exchange

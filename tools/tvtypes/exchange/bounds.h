@@ -42,8 +42,10 @@ inline constexpr Bound connectorBound{1'000'000, "connectors"};
 inline constexpr Bound connectionBound{500'000, "connections"};
 inline constexpr Bound parameterBound{500'000, "parameters"};
 inline constexpr Bound mappingBound{500'000, "entries of mappings"};
+/// Of all references to dictionaries in files of their own, each of which has a copy.
+inline constexpr Bound dictionaryBound{1'000'000, "entries of dictionaries"};
 inline constexpr Bound packageLevelBound{100, "levels of systems in files of their own"};
-/// Files that one system refers to.
+/// Different files that one system refers to.
 inline constexpr Bound fileBound{10'000, "files"};
 
 /// Throws files::ReadError if a count exceeds its bound.

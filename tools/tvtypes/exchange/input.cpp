@@ -16,7 +16,8 @@ namespace tvtool::exchange {
 namespace {
 
 /// An archive in a pipe is read into memory.
-constexpr std::uint64_t largestPipedArchive = std::uint64_t{1} << 30;
+constexpr Allowance pipedArchive{
+    std::uint64_t{1} << 30, "is an archive of more than 1024 MiB, which is read from a file only"};
 
 std::string errorText(int errorNumber) { return std::generic_category().message(errorNumber); }
 
@@ -85,15 +86,16 @@ Input openInput(const std::string& path) {
     if (isArchive(head) && std::fseek(file.get(), 0, SEEK_SET) == 0) {
         return {file, nullptr};
     }
-    std::uint64_t left = largestPipedArchive;
-    return isArchive(head) ? Input{readIntoMemory(withHead(head, rest), left), nullptr}
-                           : Input{nullptr, withHead(head, rest)};
+    Allowance allowance = pipedArchive;
+    return isArchive(head)
+               ? Input{readIntoMemory(counted(withHead(head, rest), allowance)), nullptr}
+               : Input{nullptr, withHead(head, rest)};
 }
 
-Input openInput(Source source, std::uint64_t& left) {
+Input openInput(Source source) {
     const std::string head = readHead(source);
     source = withHead(head, std::move(source));
-    return isArchive(head) ? Input{readIntoMemory(source, left), nullptr}
+    return isArchive(head) ? Input{readIntoMemory(source), nullptr}
                            : Input{nullptr, std::move(source)};
 }
 

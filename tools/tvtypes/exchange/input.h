@@ -19,8 +19,7 @@ struct Input {
 /// Opens a file; `-` is standard input. Throws a files::ReadError, also for an empty file.
 Input openInput(const std::string& path);
 
-/// Same for the entry of an archive. One that is an archive itself is read into memory, see
-/// readIntoMemory().
-Input openInput(Source source, std::uint64_t& left);
+/// Same for the entry of an archive. One that is an archive itself is read into memory.
+Input openInput(Source source);
 
 } // namespace tvtool::exchange

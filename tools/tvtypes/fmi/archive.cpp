@@ -90,8 +90,12 @@ zip_uint64_t findDescription(zip_t* archive, findings::Findings& findings) {
 
 exchange::Source openArchive(std::shared_ptr<std::FILE> file, findings::Findings& findings,
                              std::uint64_t maxSize) {
-    const std::shared_ptr<zip_t> archive =
-        exchange::openZip(std::move(file), exchange::longestDirectory);
+    return openArchive(exchange::openZip(std::move(file), exchange::longestDirectory), findings,
+                       maxSize);
+}
+
+exchange::Source openArchive(const std::shared_ptr<zip_t>& archive, findings::Findings& findings,
+                             std::uint64_t maxSize) {
     return exchange::openEntry(archive, findDescription(archive.get(), findings), descriptionName,
                                maxSize);
 }

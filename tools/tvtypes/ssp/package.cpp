@@ -3,8 +3,10 @@
 #include "exchange/bounds.h"
 #include "fmi/reader.h"
 #include "fmi/source.h"
+#include "ssp/archives.h"
 #include "ssp/nesting.h"
 #include "ssp/reader.h"
+#include "ssp/removal.h"
 #include "ssp/source_path.h"
 #include "ssp/store.h"
 #include "text/quote.h"
@@ -14,6 +16,9 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
+#include <memory>
+#include <optional>
+#include <tuple>
 #include <utility>
 
 namespace tvtool::ssp {
@@ -26,14 +31,9 @@ using findings::SubjectKind;
 
 constexpr const char* defaultName = "SystemStructure.ssd";
 constexpr const char* descriptionName = "modelDescription.xml";
-constexpr std::uint64_t mostUnpacked = std::uint64_t{512} << 20;
 
-constexpr std::string_view modelType = "application/x-fmu-sharedlibrary";
 constexpr std::string_view systemType = "application/x-ssp-definition";
 constexpr std::string_view packageType = "application/x-ssp-package";
-
-/// A file by its store and its path there.
-using FileKey = std::pair<const Store*, std::string>;
 
 /// A file that a source names.
 struct Located {
@@ -42,59 +42,25 @@ struct Located {
     std::string fragment;
 };
 
-/// Removes a system that could not be read, which is the last one, with the records in it.
-class Removal {
-  public:
-    explicit Removal(Package& package)
-        : package_(package),
-          sets_(package.sets.size()),
-          mappings_(package.mappings.size()),
-          dictionaries_(package.dictionaries.size()) {}
-    ~Removal() {
-        if (isActive_) {
-            shrink(package_.sets, sets_);
-            shrink(package_.mappings, mappings_);
-            shrink(package_.dictionaries, dictionaries_);
-            package_.systems.pop_back();
-        }
-    }
-    Removal(const Removal&) = delete;
-    Removal& operator=(const Removal&) = delete;
-
-    void cancel() { isActive_ = false; }
-
-  private:
-    template <class Records>
-    static void shrink(Records& records, std::size_t size) {
-        while (records.size() > size) {
-            records.pop_back();
-        }
-    }
-
-    Package& package_;
-    std::size_t sets_;
-    std::size_t mappings_;
-    std::size_t dictionaries_;
-    bool isActive_ = true;
-};
-
 class PackageReader {
   public:
+    explicit PackageReader(std::uint64_t maxUnpacked) : archives_(maxUnpacked) {}
+
     std::unique_ptr<Package> read(const std::string& path) && {
         std::error_code ignored;
         if (fs::is_directory(path, ignored)) {
-            const Store& store = stores_.emplace_back(fs::path(path));
+            const Store& store = store_.emplace(fs::path(path));
             const std::string name = systemIn(path);
             readSystem(store, name, store.open(name).source, store.shownPath(name));
         } else {
             exchange::Input input = exchange::openInput(path);
             if (input.archive) {
                 const Store& store =
-                    stores_.emplace_back(std::move(input.archive), path, unpackedLeft_);
+                    store_.emplace(std::move(input.archive), path, archives_.unpacked());
                 readSystem(store, defaultName, openDefault(store), store.shownPath(defaultName));
             } else {
                 const fs::path file(path);
-                const Store& store = stores_.emplace_back(file.parent_path());
+                const Store& store = store_.emplace(file.parent_path());
                 readSystem(store, file.filename().string(), input.source, path);
             }
         }
@@ -106,7 +72,7 @@ class PackageReader {
     /// Returns the name of the system description in a folder.
     static std::string systemIn(const std::string& folder) {
         std::error_code ignored;
-        if (fs::exists(fs::path(folder) / defaultName, ignored)) {
+        if (fs::is_regular_file(fs::path(folder) / defaultName, ignored)) {
             return defaultName;
         }
         std::vector<std::string> names;
@@ -154,28 +120,52 @@ class PackageReader {
         if (reference.kind == ReferenceKind::Component && reference.source.starts_with('#')) {
             return resolveInFile(reference, references);
         }
-        if (reference.kind == ReferenceKind::Component && !isReadable(reference.type) &&
-            !reference.source.empty()) {
-            return add(Code::ComponentSkipped, reference, "component {} is of type {}",
-                       text::quoted(reference.element->name), text::quoted(reference.type));
+        if (!isReadable(reference) && !reference.source.empty()) {
+            return addSkipped(reference);
         }
         const Located located = locate(reference, store, path);
         if (located.store == nullptr) {
             return;
         }
-        try {
-            exchange::checkBound(++files_, exchange::fileBound);
-            read(reference, located);
-        } catch (const files::ReadError& error) {
-            add(Code::ComponentUnreadable, reference, "{}{}: {}",
-                located.store->shownPath(located.path),
-                error.line == 0 ? "" : fmt::format(":{}", error.line), error.what());
+        std::string& fault =
+            faults_[{reference.kind, {located.store, located.path}, located.fragment}];
+        if (fault.empty()) {
+            try {
+                return read(reference, located);
+            } catch (const files::ReadError& error) {
+                fault = fmt::format("{}{}: {}", located.store->shownPath(located.path),
+                                    error.line == 0 ? "" : fmt::format(":{}", error.line),
+                                    error.what());
+            }
+        }
+        add(Code::ComponentUnreadable, reference, "{}", fault);
+    }
+
+    /// Returns whether a source is of a type of the standard that is read.
+    static bool isReadable(const SourceReference& reference) {
+        const std::string_view type = reference.type;
+        switch (reference.kind) {
+        case ReferenceKind::Set:
+            return type.empty() || type == "application/x-ssp-parameter-set";
+        case ReferenceKind::Mapping:
+            return type.empty() || type == "application/x-ssp-parameter-mapping";
+        case ReferenceKind::Dictionary:
+            return type.empty() || type == "application/x-ssp-signal-dictionary";
+        default:
+            return type.empty() || type == "application/x-fmu-sharedlibrary" ||
+                   type == systemType || type == packageType;
         }
     }
 
-    static bool isReadable(std::string_view type) {
-        return type.empty() || type == modelType || type == systemType || type == packageType;
+    static void addSkipped(const SourceReference& reference) {
+        const bool isComponent = reference.kind == ReferenceKind::Component;
+        add(Code::ComponentSkipped, reference, "{} {} is of type {}",
+            isComponent ? "component" : "source",
+            text::quoted(isComponent ? reference.element->name : reference.source),
+            text::quoted(reference.type));
     }
+
+    void countFile() { exchange::checkBound(++files_, exchange::fileBound); }
 
     template <class... Arguments>
     static void add(Code code, const SourceReference& reference,
@@ -186,13 +176,13 @@ class PackageReader {
     }
 
     void resolveInFile(const SourceReference& reference, const References& references) {
-        const std::string_view id = reference.source.substr(1);
-        const auto found = std::ranges::find(references.systems, id, &Identified::id);
+        const std::string id = resolveSource("", reference.source).fragment;
+        const auto found = references.systems.find(id);
         if (found == references.systems.end()) {
             return add(Code::SourceMissing, reference, "no system of the file has the id {}",
                        text::quoted(id));
         }
-        reference.element->system = found->system;
+        reference.element->system = found->second;
     }
 
     /// Returns the file of a source; faults are findings.
@@ -228,7 +218,7 @@ class PackageReader {
                 "source {} is above the folder of the system description",
                 text::quoted(reference.source));
         }
-        const std::string inFolder = resolved.path + '/' + descriptionName;
+        const std::string inFolder = pathIn(resolved.path, descriptionName);
         if (base->hasFile(resolved.path)) {
             return {base, std::move(resolved.path), std::move(resolved.fragment)};
         }
@@ -244,38 +234,25 @@ class PackageReader {
     Located innerStore(const SourceReference& reference, const Store& store,
                        const std::string& path) {
         const std::string_view source = reference.element->source.value_or("");
-        if (source.empty() || isAbsolute(source)) {
+        if (source.empty() || source.starts_with('#') || isAbsolute(source)) {
             add(Code::SourceMissing, reference, "the component has no file that {} could be in",
                 text::quoted(reference.source));
             return {};
         }
         const std::string component = resolveSource(folderOf(path), source).path;
-        if (store.hasFile(component + '/' + descriptionName)) {
-            return {&store, component + '/', {}};
+        if (store.hasFile(pathIn(component, descriptionName))) {
+            return {&store, pathIn(component, ""), {}};
         }
         if (component.starts_with("../") && store.isArchive()) {
             return {};
         }
         try {
-            return {&archiveStore(store, component), {}, {}};
+            return {&archives_.get({&store, component}), {}, {}};
         } catch (const files::ReadError& error) {
             add(Code::ComponentUnreadable, reference, "{}: {}", store.shownPath(component),
                 error.what());
             return {};
         }
-    }
-
-    const Store& archiveStore(const Store& store, const std::string& path) {
-        const auto [entry, isNew] = archives_.try_emplace({&store, path}, nullptr);
-        if (entry->second == nullptr) {
-            exchange::Input input = store.open(path);
-            if (!input.archive) {
-                throw files::ReadError("is no archive");
-            }
-            entry->second = &stores_.emplace_back(std::move(input.archive), store.shownPath(path),
-                                                  unpackedLeft_);
-        }
-        return *entry->second;
     }
 
     void read(const SourceReference& reference, const Located& located) {
@@ -292,11 +269,21 @@ class PackageReader {
             return;
         case ReferenceKind::Dictionary:
             const SignalDictionary& read = readOnce(dictionaries_, located, &readDictionary);
+            exchange::checkBound(dictionaryEntries_ += sizeOf(read), exchange::dictionaryBound);
             reference.dictionary->file = read.file;
             reference.dictionary->definitions = read.definitions;
             reference.dictionary->entries = read.entries;
             return;
         }
+    }
+
+    /// Returns the number of records in a dictionary.
+    static std::size_t sizeOf(const SignalDictionary& dictionary) {
+        std::size_t size = dictionary.entries.size() + dictionary.definitions.units.size();
+        for (const Enumeration& enumeration : dictionary.definitions.enumerations) {
+            size += enumeration.items.size() + 1;
+        }
+        return size;
     }
 
     /// Reads a file of its own, unless it has been read. One that cannot be read has no record.
@@ -307,6 +294,7 @@ class PackageReader {
         if (const auto found = known.find(key); found != known.end()) {
             return *found->second;
         }
+        countFile();
         const exchange::Input input = located.store->open(located.path);
         if (!input.source) {
             throw files::ReadError("is an archive");
@@ -323,36 +311,42 @@ class PackageReader {
         const FileKey key{located.store, located.path};
         if (const auto known = models_.find(key); known != models_.end()) {
             component.model = known->second;
-        } else if (isSystem(reference, located)) {
-            component.system = &readInnerSystem(reference, *located.store, located.path);
-        } else if (isPackage(*located.store, located.path)) {
-            const Store& inner = archiveStore(*located.store, located.path);
+            return checkImplementation(component, reference);
+        }
+        if (isSystem(reference, located)) {
+            component.system = &readInnerSystem(*located.store, located.path);
+            return;
+        }
+        Opened opened = archives_.open(key);
+        const bool isInner = isPackage(reference, located, opened.archive);
+        // An archive in memory is unpacked once. One in a folder is opened again if need be, as a
+        // process has few open files.
+        if (isInner || located.store->isArchive()) {
+            archives_.keep(opened, key);
+        }
+        if (isInner) {
             component.system = &readInnerSystem(
-                reference, inner, located.fragment.empty() ? defaultName : located.fragment);
-        } else {
-            component.model = &readModel(located);
-            models_.emplace(key, component.model);
+                *opened.archive, located.fragment.empty() ? defaultName : located.fragment);
+            return;
         }
-        if (component.model != nullptr) {
-            checkImplementation(component, reference);
-        }
+        component.model = &readModel(located, std::move(opened));
+        models_.emplace(key, component.model);
+        checkImplementation(component, reference);
     }
 
     static bool isSystem(const SourceReference& reference, const Located& located) {
         return reference.type == systemType || located.path.ends_with(".ssd");
     }
 
-    /// Returns whether a file is an archive with a system.
-    bool isPackage(const Store& store, const std::string& path) {
-        if (path.ends_with(".xml")) {
-            return false;
-        }
-        const bool isArchive = store.open(path).archive != nullptr;
-        return isArchive && archiveStore(store, path).hasFile(defaultName);
+    /// Returns whether a component is an archive with a system.
+    static bool isPackage(const SourceReference& reference, const Located& located,
+                          const Store* archive) {
+        return archive != nullptr &&
+               (reference.type == packageType || archive->hasFile(defaultName) ||
+                (!located.fragment.empty() && archive->hasFile(located.fragment)));
     }
 
-    const Element& readInnerSystem(const SourceReference& reference, const Store& store,
-                                   const std::string& path) {
+    const Element& readInnerSystem(const Store& store, const std::string& path) {
         const FileKey key{&store, path};
         if (const auto known = systems_.find(key); known != systems_.end()) {
             return known->second->root();
@@ -360,17 +354,20 @@ class PackageReader {
         if (!store.hasFile(path)) {
             throw files::ReadError(fmt::format("has no system description {}", path));
         }
-        static_cast<void>(reference);
+        countFile();
         return readSystem(store, path, store.open(path).source, store.shownPath(path)).root();
     }
 
-    const Model& readModel(const Located& located) {
-        exchange::Input input = located.store->open(located.path);
+    const Model& readModel(const Located& located, Opened opened) {
+        countFile();
         Model model;
         model.file.path = located.store->shownPath(located.path);
         const exchange::Source source =
-            input.archive ? fmi::openArchive(std::move(input.archive), model.file.findings)
-                          : std::move(input.source);
+            opened.archive != nullptr
+                ? exchange::counted(
+                      fmi::openArchive(opened.archive->archive(), model.file.findings),
+                      archives_.unpacked())
+                : std::move(opened.text);
         std::unique_ptr<fmi::Description> description =
             fmi::readDescription(source, model.file.findings, fmi::Versions::All);
         fmi::checkDescription(*description, model.file.findings);
@@ -394,9 +391,10 @@ class PackageReader {
     }
 
     std::unique_ptr<Package> package_ = std::make_unique<Package>();
-    std::uint64_t unpackedLeft_ = mostUnpacked;
-    std::deque<Store> stores_;
-    std::map<FileKey, const Store*> archives_;
+    Archives archives_;
+    std::optional<Store> store_; ///< that of the call
+    /// Sentences about files that cannot be read; empty for others.
+    std::map<std::tuple<ReferenceKind, FileKey, std::string>, std::string> faults_;
     std::map<FileKey, SystemFile*> systems_;
     std::map<FileKey, const Model*> models_;
     std::map<FileKey, const ParameterSet*> sets_;
@@ -404,10 +402,13 @@ class PackageReader {
     std::map<FileKey, const SignalDictionary*> dictionaries_;
     std::size_t depth_ = 0;
     std::size_t files_ = 0;
+    std::size_t dictionaryEntries_ = 0;
 };
 
 } // namespace
 
-std::unique_ptr<Package> readPackage(const std::string& path) { return PackageReader().read(path); }
+std::unique_ptr<Package> readPackage(const std::string& path, std::uint64_t maxUnpacked) {
+    return PackageReader(maxUnpacked).read(path);
+}
 
 } // namespace tvtool::ssp

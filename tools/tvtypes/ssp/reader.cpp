@@ -217,7 +217,7 @@ class Reader : public exchange::XmlHandler {
         }
         elements_.push_back(&element);
         if (node == Node::System && xml_.has("id")) {
-            target_.references->systems.push_back({xml_.text("id"), &element});
+            target_.references->systems.emplace(xml_.text("id"), &element);
         }
         if (node == Node::Component) {
             readComponent(element);

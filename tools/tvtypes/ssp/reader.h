@@ -6,6 +6,7 @@
 #include "ssp/records.h"
 
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace tvtool::ssp {
@@ -25,16 +26,11 @@ struct SourceReference {
     Place place;
 };
 
-/// An element with an id, which a source such as #id can refer to.
-struct Identified {
-    std::string_view id;
-    Element* system = nullptr;
-};
-
 /// What is left to resolve in a system file.
 struct References {
     std::vector<SourceReference> sources;
-    std::vector<Identified> systems;
+    /// Systems by id, which a source such as #id can refer to.
+    std::unordered_map<std::string_view, Element*> systems;
 };
 
 /// Read a file whose root element is of the given kind into the package. Faults of elements are

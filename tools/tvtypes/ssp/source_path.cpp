@@ -70,6 +70,10 @@ SourcePath resolveSource(std::string_view folder, std::string_view source) {
     return result;
 }
 
+std::string pathIn(const std::string& folder, std::string_view name) {
+    return folder + (folder.empty() ? "" : "/") + std::string(name);
+}
+
 std::string folderOf(std::string_view path) {
     const std::size_t slash = path.rfind('/');
     return std::string(path.substr(0, slash == std::string_view::npos ? 0 : slash + 1));

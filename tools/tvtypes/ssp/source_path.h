@@ -22,6 +22,9 @@ bool isAbsolute(std::string_view source);
 /// for the folder of the system itself
 SourcePath resolveSource(std::string_view folder, std::string_view source);
 
+/// Returns the path of a file in a folder, which is empty for that of the system itself.
+std::string pathIn(const std::string& folder, std::string_view name);
+
 /// Returns the folder of a path, with a slash at its end.
 std::string folderOf(std::string_view path);
 

@@ -10,10 +10,10 @@ namespace tvtool::ssp {
 
 namespace fs = std::filesystem;
 
-Store::Store(std::shared_ptr<std::FILE> archive, std::string name, std::uint64_t& left)
+Store::Store(std::shared_ptr<std::FILE> archive, std::string name, exchange::Allowance& allowance)
     : archive_(exchange::openZip(std::move(archive), exchange::longestDirectory)),
       name_(std::move(name)),
-      left_(&left) {}
+      allowance_(&allowance) {}
 
 std::string Store::shownPath(std::string_view path) const {
     return isArchive() ? name_ + '/' + std::string(path)
@@ -26,9 +26,8 @@ bool Store::hasFile(const std::string& path) const {
         return false;
     }
     std::error_code ignored;
-    return isArchive()
-               ? exchange::findEntry(*archive_, path).has_value()
-               : fs::exists(folder_ / path, ignored) && !fs::is_directory(folder_ / path, ignored);
+    return isArchive() ? exchange::findEntry(*archive_, path).has_value()
+                       : fs::is_regular_file(folder_ / path, ignored);
 }
 
 exchange::Input Store::open(const std::string& path) const {
@@ -39,7 +38,8 @@ exchange::Input Store::open(const std::string& path) const {
     if (!index) {
         throw files::ReadError("is not in the archive");
     }
-    return exchange::openInput(exchange::openEntry(archive_, *index, path), *left_);
+    return exchange::openInput(
+        exchange::counted(exchange::openEntry(archive_, *index, path), *allowance_));
 }
 
 } // namespace tvtool::ssp
