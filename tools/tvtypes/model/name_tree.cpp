@@ -16,10 +16,10 @@ namespace tvtool::model {
 
 namespace {
 
+using exchange::noIndex;
 using findings::Code;
 using findings::SubjectKind;
 using fmi::NamePart;
-using exchange::noIndex;
 using fmi::StructuredName;
 using text::quoted;
 

@@ -32,7 +32,7 @@ struct Instance {
     std::uint32_t firstIndex = 0; ///< in NameTree::indices
     std::uint32_t indexCount = 0;
     std::uint32_t firstVariable =
-        exchange::noIndex;                      ///< the first variable that is or is in the instance
+        exchange::noIndex; ///< the first variable that is or is in the instance
     std::uint32_t variable = exchange::noIndex; ///< the variable that the instance is
     std::uint32_t firstMember = exchange::noIndex;
     std::uint32_t lastMember = exchange::noIndex;
@@ -64,8 +64,8 @@ std::vector<int> arraySizes(const NameTree& tree, const Member& member);
 /// fastest, as in the values of an array in FMI.
 std::vector<std::uint32_t> arrayOrder(const NameTree& tree, const Member& member);
 
-/// Returns the instance with a name, the first one where indices are omitted; exchange::noIndex if there
-/// is none.
+/// Returns the instance with a name, the first one where indices are omitted; exchange::noIndex if
+/// there is none.
 std::uint32_t findInstance(const NameTree& tree, std::string_view name);
 
 } // namespace tvtool::model

@@ -17,9 +17,9 @@ namespace tvtool::model {
 
 namespace {
 
+using exchange::noIndex;
 using findings::Code;
 using findings::SubjectKind;
-using exchange::noIndex;
 using text::quoted;
 using TVTypeSys::INVALID_DATA_TYPE_ID;
 

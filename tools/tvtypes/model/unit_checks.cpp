@@ -185,8 +185,9 @@ bool checkMeaning(const Checked& checked, NamedMeaning& named, findings::Finding
     return found.empty();
 }
 
-void checkDisplayUnit(const exchange::DisplayUnit& display, const exchange::UnitDefinition& definition,
-                      const Expansion& unit, findings::Findings& findings) {
+void checkDisplayUnit(const exchange::DisplayUnit& display,
+                      const exchange::UnitDefinition& definition, const Expansion& unit,
+                      findings::Findings& findings) {
     NamedMeaning named = meaningOfName(display.name);
     const Checked checked{
         fmt::format("display unit {} of unit {}", quoted(display.name), quoted(definition.name)),

@@ -42,7 +42,8 @@ std::string baseUnitText(const exchange::BaseUnit& base);
 /// differences up to a millionth are ignored, and those of rounding to six digits or more. If they
 /// agree with another meaning of an ambiguous name, `named` becomes that meaning, and there is a
 /// note.
-bool checkUnit(const exchange::UnitDefinition& unit, NamedMeaning& named, findings::Findings& findings);
+bool checkUnit(const exchange::UnitDefinition& unit, NamedMeaning& named,
+               findings::Findings& findings);
 
 /// Same for the display units of a definition.
 void checkDisplayUnits(const exchange::UnitDefinition& unit, const NamedMeaning& named,
