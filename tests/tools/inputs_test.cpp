@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <tuple>
 
 namespace tvtool {
 
@@ -184,6 +185,24 @@ TEST(Examples, SystemHasMistakesOfAllKinds) {
                            "dimension-contradiction", "unit-factor", "connector-unit",
                            "enumeration-value", "mapping-incomplete", "type-lossy",
                            "unit-suppressed", "parameter-range", "mapping-target-unmatched"));
+}
+
+TEST(Examples, SystemIsDrawn) {
+    const TemporaryFolder folder;
+    for (const auto& [name, beginning, part] :
+         {std::tuple("a.svg", "<?xml", "id=\"connection&#45;21\""),
+          std::tuple("a.dot", "digraph", "id=\"connection-21\""),
+          std::tuple("a.html", "<!DOCTYPE html>", "id=\\\"connection&#45;21\\\"")}) {
+        const std::string path = folder.write(name, "");
+        const bool isPage = std::string_view(name) == "a.html";
+        const Outcome outcome =
+            run({"check", TVTYPES_EXAMPLES "/vehicle.ssd", isPage ? "--html" : "--graph", path});
+        EXPECT_EQ(outcome.status, 1) << outcome.err;
+        EXPECT_EQ(outcome.out.empty(), isPage);
+        const std::string text = readFile(path);
+        EXPECT_THAT(text, testing::StartsWith(beginning));
+        EXPECT_THAT(text, HasSubstr(part));
+    }
 }
 
 } // namespace

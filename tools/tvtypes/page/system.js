@@ -110,28 +110,34 @@ const page = {
 const rowsByPlace = new Map();
 const elementsByFile = new Map();
 
+const placeText = (kind, {line, file}, name) => JSON.stringify([kind, line, file, name]);
+
+/// The name of a connection in findings.
+const connectionName = ({source, target}) =>
+  `${endText({...source, indices: null})} -> ${endText({...target, indices: null})}`;
+
 function indexPlaces() {
-  for (const [kind, rows] of [["connection", report.connections], ["parameter", report.parameters]]) {
-    for (const row of rows) {
-      const place = `${kind} ${row.line} ${row.file}`;
-      rowsByPlace.set(place, [...rowsByPlace.get(place) ?? [], row]);
+  const add = (kind, row, name) => {
+    for (const place of [placeText(kind, row, name), placeText(kind, row)]) {
+      if (!rowsByPlace.has(place)) rowsByPlace.set(place, row);
     }
-  }
+  };
+  for (const row of report.connections) add("connection", row, connectionName(row));
+  for (const row of report.parameters) add("parameter", row, row.target);
   for (const row of report.components) {
-    elementsByFile.set(row.file, [...elementsByFile.get(row.file) ?? [], row]);
+    if (!elementsByFile.has(row.file)) elementsByFile.set(row.file, []);
+    elementsByFile.get(row.file).push(row);
   }
   for (const rows of elementsByFile.values()) rows.sort((a, b) => a.line - b.line);
 }
 
-/// The rows on the line of the finding, of which its name selects one if there are several; else
-/// the element whose lines contain that of the finding.
+/// Returns the row on the line of the finding, by its name if there are several; else the element
+/// whose lines contain that of the finding.
 function subjectRow(finding) {
-  const {subject: {kind, name}, file, line} = finding;
-  const rows = rowsByPlace.get(`${kind} ${line} ${file}`) ?? [];
-  const names = (row) => [row.target, row.target.connector && `${endText({...row.source, indices: null})} -> ${endText({...row.target, indices: null})}`];
-  const row = rows.find((candidate) => names(candidate).includes(name)) ?? rows[0];
+  const {kind, name} = finding.subject;
+  const row = rowsByPlace.get(placeText(kind, finding, name)) ?? rowsByPlace.get(placeText(kind, finding));
   if (row || (kind !== "element" && kind !== "connector")) return row;
-  return elementsByFile.get(file)?.findLast((candidate) => candidate.line <= line);
+  return elementsByFile.get(finding.file)?.findLast(({line}) => line <= finding.line);
 }
 
 // ---- The picture ----

@@ -8,10 +8,10 @@
 #include "ssp/signal_reader.h"
 #include "text/quote.h"
 
+#include <boost/unordered/unordered_flat_set.hpp>
 #include <fmt/format.h>
 
 #include <optional>
-#include <unordered_set>
 
 namespace tvtool::ssp {
 
@@ -398,7 +398,7 @@ class Reader : public exchange::XmlHandler {
     DefinitionReader definitions_{xml_};
     Signal signal_; ///< the open connector, entry or parameter
     Transformation* transformation_ = nullptr;
-    std::unordered_set<std::pair<const void*, std::string_view>, PairHash> names_;
+    boost::unordered_flat_set<std::pair<const void*, std::string_view>> names_;
     std::size_t connectors_ = 0;
     std::size_t connections_ = 0;
     std::size_t parameters_ = 0;

@@ -4,9 +4,7 @@
 
 #include "ssp/element_text.h"
 
-#include <functional>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace tvtool::ssp {
@@ -18,13 +16,6 @@ struct Signal {
     std::vector<std::string_view>* values = nullptr; ///< of a parameter
 
     bool isConnector() const { return values == nullptr; }
-};
-
-struct PairHash {
-    std::size_t operator()(const std::pair<const void*, std::string_view>& pair) const {
-        return std::hash<const void*>()(pair.first) * 31 +
-               std::hash<std::string_view>()(pair.second);
-    }
 };
 
 /// Read the attributes of the element. Invalid values are errors. \{

@@ -7,11 +7,11 @@
 #include "systems/sizes.h"
 
 #include <boost/container_hash/hash.hpp>
+#include <boost/unordered/unordered_flat_map.hpp>
 
 #include <set>
 #include <string_view>
 #include <tuple>
-#include <unordered_map>
 #include <vector>
 
 namespace tvtool::systems {
@@ -45,7 +45,7 @@ class ConnectionChecks {
     Sizes& sizes_;
     Comparisons& comparisons_;
     using Target = std::tuple<const ssp::Element*, const ssp::Element*, std::string_view>;
-    std::unordered_map<Target, Inflows, boost::hash<Target>>
+    boost::unordered_flat_map<Target, Inflows, boost::hash<Target>>
         inflows_; ///< by system, owner and name
 };
 

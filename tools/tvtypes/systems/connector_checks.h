@@ -4,16 +4,16 @@
 
 #include "systems/connectors.h"
 
-#include <set>
+#include <boost/unordered/unordered_flat_map.hpp>
+#include <boost/unordered/unordered_flat_set.hpp>
+
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 
 namespace tvtool::systems {
 
 /// The names of the connectors of each element that connections refer to.
 using ConnectedNames =
-    std::unordered_map<const ssp::Element*, std::unordered_set<std::string_view>>;
+    boost::unordered_flat_map<const ssp::Element*, boost::unordered_flat_set<std::string_view>>;
 
 /// Compares the connectors of a component or a reference to a dictionary with what they stand for:
 /// variables of a model, connectors of a system, entries of a dictionary. Connectors that match

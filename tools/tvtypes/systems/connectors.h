@@ -7,6 +7,8 @@
 #include "systems/type_table.h"
 #include "systems/unit_conversion.h"
 
+#include <boost/unordered/unordered_flat_map.hpp>
+
 #include <deque>
 #include <memory>
 #include <string_view>
@@ -53,12 +55,12 @@ class Connectors {
     static void addMissing(End& end, const End& other);
     std::vector<const End*> endsInside(const ssp::Element& system, std::string_view name);
 
-    using Ends = std::unordered_map<std::string_view, std::unique_ptr<End>>;
+    using Ends = boost::unordered_flat_map<std::string_view, std::unique_ptr<End>>;
     using References = std::unordered_map<std::string_view, std::vector<const ssp::EndReference*>>;
 
     NameIndex& names_;
     TypeTable& types_;
-    std::unordered_map<const ssp::Element*, Ends> ends_;
+    boost::unordered_flat_map<const ssp::Element*, Ends> ends_;
     /// What each connector of a system is connected with inside.
     std::unordered_map<const ssp::Element*, References> references_;
 };

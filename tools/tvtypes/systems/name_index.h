@@ -4,9 +4,10 @@
 
 #include "ssp/records.h"
 
+#include <boost/unordered/unordered_flat_map.hpp>
+
 #include <cstdint>
 #include <string_view>
-#include <unordered_map>
 
 namespace tvtool::systems {
 
@@ -26,15 +27,16 @@ class NameIndex {
 
   private:
     template <class Record>
-    using ByName = std::unordered_map<std::string_view, const Record*>;
+    using ByName = boost::unordered_flat_map<std::string_view, const Record*>;
     template <class Owner, class Record>
-    using ByOwner = std::unordered_map<const Owner*, ByName<Record>>;
+    using ByOwner = boost::unordered_flat_map<const Owner*, ByName<Record>>;
 
     ByOwner<ssp::Element, ssp::Element> elements_;
     ByOwner<ssp::Element, ssp::Connector> connectors_;
     ByOwner<ssp::SignalDictionary, ssp::Connector> entries_;
     ByOwner<ssp::Model, fmi::Variable> variables_;
-    std::unordered_map<const ssp::Model*, std::unordered_map<std::uint64_t, const fmi::Variable*>>
+    boost::unordered_flat_map<const ssp::Model*,
+                              boost::unordered_flat_map<std::uint64_t, const fmi::Variable*>>
         sizes_;
     ByOwner<ssp::Definitions, exchange::UnitDefinition> units_;
     ByOwner<ssp::Definitions, ssp::Enumeration> enumerations_;

@@ -50,7 +50,6 @@ class StructChecks {
         Map<GroupKey, std::size_t> indices;
         for (std::size_t i = 0; i < connections_.size(); ++i) {
             const ConnectionRow& row = connections_[i];
-            connected_.emplace(row.system, row.target.element, row.target.connectorName);
             const StructName source = structName(row.source.connectorName);
             const StructName target = structName(row.target.connectorName);
             if (source.path.empty() || target.path.empty() || row.source.connector == nullptr ||
@@ -119,12 +118,22 @@ class StructChecks {
         }
     }
 
+    /// Collects the targets of all connections, at the first call.
+    void collectConnected() {
+        if (connected_.empty()) {
+            for (const ConnectionRow& row : connections_) {
+                connected_.emplace(row.system, row.target.element, row.target.connectorName);
+            }
+        }
+    }
+
     void checkCompleteness(const std::vector<std::size_t>& group, std::size_t count,
                            const ConnectorStruct& target) {
         ConnectionRow& row = connections_[group.front()];
         if (2 * count < target.connectors.size()) {
             return;
         }
+        collectConnected();
         std::vector<std::string> missing;
         std::size_t missingCount = 0;
         for (const ssp::Connector* const connector : target.connectors) {
