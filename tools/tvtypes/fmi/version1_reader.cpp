@@ -23,6 +23,8 @@ std::string_view attribute(const char* const* attributes, std::string_view name)
     return {};
 }
 
+bool isTrue(std::string_view text) { return text == "true" || text == "1"; }
+
 /// Returns the base type of Real, Integer, ..., also of RealType, IntegerType, ...
 BaseType baseOf(std::string_view name) {
     constexpr std::pair<std::string_view, BaseType> bases[] = {
@@ -63,7 +65,9 @@ void Version1Reader::startElement(std::string_view name, const char* const* attr
     const std::string_view parent = open_.empty() ? "" : open_.back();
     const auto known = std::ranges::find(readNames, name);
     open_.push_back(known == readNames.end() ? std::string_view() : *known);
-    if (parent == "TypeDefinitions" && name == "Type") {
+    if (open_.size() == 1 && name == "Implementation") {
+        description_.interfaces.emplace_back("CoSimulation");
+    } else if (parent == "TypeDefinitions" && name == "Type") {
         TypeDefinition& type = description_.types.emplace_back();
         exchange::checkBound(description_.types.size(), exchange::typeBound);
         type.name = description_.texts.keep(attribute(attributes, "name"));
@@ -86,6 +90,9 @@ void Version1Reader::startElement(std::string_view name, const char* const* attr
 
 void Version1Reader::endElement() {
     if (open_.empty()) {
+        if (description_.interfaces.empty()) {
+            description_.interfaces.emplace_back("ModelExchange");
+        }
         return resolveTypes();
     }
     open_.pop_back();
@@ -108,7 +115,7 @@ void Version1Reader::readType(std::string_view name, const char* const* attribut
     type.base = baseOf(name);
     type.min = description_.texts.intern(attribute(attributes, "min"));
     type.max = description_.texts.intern(attribute(attributes, "max"));
-    type.isRelative = attribute(attributes, "relativeQuantity") == "true";
+    type.isRelative = isTrue(attribute(attributes, "relativeQuantity"));
     typeUnits_.back() = unitIndex(attribute(attributes, "unit"));
 }
 
@@ -123,6 +130,7 @@ void Version1Reader::readBase(std::string_view name, const char* const* attribut
     for (const char* const* i = attributes; *i != nullptr; i += 2) {
         variable.hasStart = variable.hasStart || std::string_view(*i) == "start";
     }
+    variable.isRelative = isTrue(attribute(attributes, "relativeQuantity"));
     variable.min = description_.texts.intern(attribute(attributes, "min"));
     variable.max = description_.texts.intern(attribute(attributes, "max"));
     variable.unit = unitIndex(attribute(attributes, "unit"));

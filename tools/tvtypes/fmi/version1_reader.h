@@ -14,7 +14,8 @@ namespace tvtool::fmi {
 
 /// Reads the names, types, causalities and units of the variables, without any check. Units have no
 /// definitions. Parameters are those with that variability; an output that is a parameter or a
-/// constant has the variability fixed or constant.
+/// constant has the variability fixed or constant. A description with an element Implementation is
+/// one for co-simulation.
 class Version1Reader {
   public:
     explicit Version1Reader(Description& description) : description_(description) {}

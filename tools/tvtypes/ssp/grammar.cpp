@@ -176,7 +176,8 @@ bool hasAttribute(const ElementRule& rule, std::string_view name) {
 }
 
 bool isNewAttribute(const ElementRule& rule, std::string_view name) {
-    return rule.node == Node::Connection && (name == "startIndices" || name == "endIndices");
+    return (rule.node == Node::Connection && (name == "startIndices" || name == "endIndices")) ||
+           (rule.name == "ConnectorGeometry" && (name == "systemInnerX" || name == "systemInnerY"));
 }
 
 } // namespace tvtool::ssp

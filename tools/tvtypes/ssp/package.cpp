@@ -381,7 +381,7 @@ class PackageReader {
     static void checkImplementation(const Element& component, const SourceReference& reference) {
         const std::string_view wanted = component.implementation;
         const fmi::Description& description = *component.model->description;
-        if (wanted.empty() || wanted == "any" || description.majorVersion == 1) {
+        if (wanted.empty() || wanted == "any") {
             return;
         }
         if (std::ranges::count(description.interfaces, wanted) == 0) {

@@ -11,6 +11,7 @@
 #include <boost/unordered/unordered_flat_set.hpp>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <optional>
 
 namespace tvtool::ssp {
@@ -51,6 +52,7 @@ class Reader : public exchange::XmlHandler {
         const auto [vocabulary, local] = namespaces_.enter(name, attributes, place);
         const ElementRule* const rule = findRule(vocabulary, local, place);
         if (rule == nullptr || rule->node == Node::Skipped) {
+            addNewAttributes(rule, attributes, place);
             namespaces_.leave();
             ++skipped_;
             return;
@@ -98,6 +100,16 @@ class Reader : public exchange::XmlHandler {
                                      "element {} is of another namespace and is skipped",
                                      quoted(place.element));
         return nullptr;
+    }
+
+    /// Adds errors about the attributes of a skipped element that are new in version 2.0.
+    void addNewAttributes(const ElementRule* rule, const char* const* attributes,
+                          const Place& place) const {
+        for (; rule != nullptr && *attributes != nullptr; attributes += 2) {
+            if (isNewAttribute(*rule, *attributes)) {
+                xml_.addNewFeature(place, fmt::format("attribute {}", *attributes));
+            }
+        }
     }
 
     const char* rootName() const {
@@ -184,11 +196,29 @@ class Reader : public exchange::XmlHandler {
             definitions_.checkUses(*scopes_.back());
             scopes_.pop_back();
             return;
-        case Node::Connector:
-        case Node::Entry:
         case Node::Parameter:
+            if (signal_.type->base == BaseType::None) {
+                const Parameter& parameter = set->parameters.back();
+                xml_.findings().add(Code::ElementMissing, parameter.place,
+                                    {SubjectKind::Parameter, parameter.name},
+                                    "parameter {} has no type", quoted(parameter.name));
+            }
             signal_ = {};
             return;
+        case Node::Connector:
+        case Node::Entry:
+            signal_ = {};
+            return;
+        case Node::Binding:
+            return checkContent(bindingContent_, elements_.back()->bindings.back().set != nullptr,
+                                "the binding has neither a source nor a parameter set");
+        case Node::BindingMapping:
+            return checkContent(mappingContent_,
+                                elements_.back()->bindings.back().mapping != nullptr,
+                                "the mapping of the binding has neither a source nor entries");
+        case Node::DictionaryPlace:
+            return checkContent(dictionaryContent_, dictionaryContent_.isRead,
+                                "the dictionary has neither a source nor content");
         default:
             return;
         }
@@ -229,6 +259,15 @@ class Reader : public exchange::XmlHandler {
     void readComponent(Element& component) {
         component.type = xml_.text("type");
         component.implementation = xml_.text("implementation");
+        if (component.type.starts_with("text/x-modelica")) {
+            xml_.addNewFeature(component.place, "type text/x-modelica");
+        }
+        constexpr std::string_view implementations[] = {"", "any", "CoSimulation", "ModelExchange",
+                                                        "ScheduledExecution"};
+        if (std::ranges::count(implementations, component.implementation) == 0) {
+            xml_.addInvalid("implementation", component.implementation, "implementation");
+            component.implementation = {};
+        }
         if (component.implementation == "ScheduledExecution") {
             xml_.addNewFeature(component.place, "implementation ScheduledExecution");
         }
@@ -300,6 +339,7 @@ class Reader : public exchange::XmlHandler {
         ParameterBinding& binding = owner.bindings.emplace_back();
         binding.prefix = xml_.text("prefix");
         binding.place = xml_.place();
+        bindingContent_ = startContent("application/x-ssp-parameter-set");
         if (xml_.has("source")) {
             addSource(ReferenceKind::Set, owner.bindings.size() - 1);
         }
@@ -308,8 +348,27 @@ class Reader : public exchange::XmlHandler {
     void startBindingMapping() {
         Element& owner = *elements_.back();
         owner.bindings.back().hasMapping = true;
+        mappingContent_ = startContent("application/x-ssp-parameter-mapping");
         if (xml_.has("source")) {
             addSource(ReferenceKind::Mapping, owner.bindings.size() - 1);
+        }
+    }
+
+    /// An element that has a source, or else content.
+    struct Content {
+        Place place;
+        bool isRequired = false; ///< as there is no source, and the type is one that is read
+        bool isRead = false;
+    };
+
+    Content startContent(std::string_view standardType) const {
+        const std::string_view type = xml_.text("type");
+        return {xml_.place(), !xml_.has("source") && (type.empty() || type == standardType)};
+    }
+
+    void checkContent(const Content& content, bool isThere, const char* sentence) const {
+        if (content.isRequired && !isThere) {
+            xml_.findings().add(Code::ElementMissing, content.place, {}, "{}", sentence);
         }
     }
 
@@ -330,7 +389,7 @@ class Reader : public exchange::XmlHandler {
         }
         set = &target_.package.sets.emplace_back();
         set->file = &target_.file;
-        set->name = xml_.text("name");
+        set->name = xml_.required("name");
         scopes_.push_back(&set->definitions);
         if (!elements_.empty()) {
             elements_.back()->bindings.back().set = set;
@@ -373,6 +432,7 @@ class Reader : public exchange::XmlHandler {
         dictionary->name = xml_.required("name");
         dictionary->place = xml_.place();
         system.dictionaries.push_back(dictionary);
+        dictionaryContent_ = startContent("application/x-ssp-signal-dictionary");
         if (xml_.has("source")) {
             addSource(ReferenceKind::Dictionary, 0);
         }
@@ -384,6 +444,7 @@ class Reader : public exchange::XmlHandler {
             dictionary = &target_.package.dictionaries.emplace_back();
             dictionary->file = &target_.file;
         }
+        dictionaryContent_.isRead = true;
         scopes_.push_back(&dictionary->definitions);
     }
 
@@ -398,6 +459,9 @@ class Reader : public exchange::XmlHandler {
     DefinitionReader definitions_{xml_};
     Signal signal_; ///< the open connector, entry or parameter
     Transformation* transformation_ = nullptr;
+    Content bindingContent_; ///< of the open binding, as those below
+    Content mappingContent_;
+    Content dictionaryContent_;
     boost::unordered_flat_set<std::pair<const void*, std::string_view>> names_;
     std::size_t connectors_ = 0;
     std::size_t connections_ = 0;
