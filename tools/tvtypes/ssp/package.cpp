@@ -4,6 +4,7 @@
 #include "fmi/reader.h"
 #include "fmi/source.h"
 #include "ssp/archives.h"
+#include "ssp/location.h"
 #include "ssp/nesting.h"
 #include "ssp/reader.h"
 #include "ssp/removal.h"
@@ -27,20 +28,11 @@ namespace {
 
 namespace fs = std::filesystem;
 using findings::Code;
-using findings::SubjectKind;
 
 constexpr const char* defaultName = "SystemStructure.ssd";
-constexpr const char* descriptionName = "modelDescription.xml";
 
 constexpr std::string_view systemType = "application/x-ssp-definition";
 constexpr std::string_view packageType = "application/x-ssp-package";
-
-/// A file that a source names.
-struct Located {
-    const Store* store = nullptr; ///< null if there is none, which is a finding
-    std::string path;
-    std::string fragment;
-};
 
 class PackageReader {
   public:
@@ -123,7 +115,7 @@ class PackageReader {
         if (!isReadable(reference) && !reference.source.empty()) {
             return addSkipped(reference);
         }
-        const Located located = locate(reference, store, path);
+        const Located located = locate(reference, store, path, archives_);
         if (located.store == nullptr) {
             return;
         }
@@ -138,7 +130,7 @@ class PackageReader {
                                     error.what());
             }
         }
-        add(Code::ComponentUnreadable, reference, "{}", fault);
+        addFinding(reference, Code::ComponentUnreadable, "{}", fault);
     }
 
     /// Returns whether a source is of a type of the standard that is read.
@@ -159,100 +151,22 @@ class PackageReader {
 
     static void addSkipped(const SourceReference& reference) {
         const bool isComponent = reference.kind == ReferenceKind::Component;
-        add(Code::ComponentSkipped, reference, "{} {} is of type {}",
-            isComponent ? "component" : "source",
-            text::quoted(isComponent ? reference.element->name : reference.source),
-            text::quoted(reference.type));
+        addFinding(reference, Code::ComponentSkipped, "{} {} is of type {}",
+                   isComponent ? "component" : "source",
+                   text::quoted(isComponent ? reference.element->name : reference.source),
+                   text::quoted(reference.type));
     }
 
     void countFile() { exchange::checkBound(++files_, exchange::fileBound); }
-
-    template <class... Arguments>
-    static void add(Code code, const SourceReference& reference,
-                    fmt::format_string<Arguments...> sentence, Arguments&&... arguments) {
-        reference.element->file->file.findings.addWithCause(
-            code, reference.place, {SubjectKind::Element, reference.element->name},
-            reference.source, sentence, std::forward<Arguments>(arguments)...);
-    }
 
     void resolveInFile(const SourceReference& reference, const References& references) {
         const std::string id = resolveSource("", reference.source).fragment;
         const auto found = references.systems.find(id);
         if (found == references.systems.end()) {
-            return add(Code::SourceMissing, reference, "no system of the file has the id {}",
-                       text::quoted(id));
+            return addFinding(reference, Code::SourceMissing, "no system of the file has the id {}",
+                              text::quoted(id));
         }
         reference.element->system = found->second;
-    }
-
-    /// Returns the file of a source; faults are findings.
-    Located locate(const SourceReference& reference, const Store& store, const std::string& path) {
-        if (reference.source.empty()) {
-            add(Code::SourceEmpty, reference, "the source is empty");
-            return {};
-        }
-        if (isAbsolute(reference.source)) {
-            add(Code::SourceAbsolute, reference, "source {} is absolute, and is not read",
-                text::quoted(reference.source));
-            return {};
-        }
-        const Store* base = &store;
-        std::string folder = folderOf(path);
-        if (reference.isInComponent) {
-            const Located component = innerStore(reference, store, path);
-            if (component.store == nullptr) {
-                return {};
-            }
-            base = component.store;
-            folder = component.path;
-        }
-        SourcePath resolved = resolveSource(folder, reference.source);
-        const bool isAbove = resolved.path == ".." || resolved.path.starts_with("../");
-        if (isAbove && base->isArchive()) {
-            add(Code::SourceOutside, reference, "source {} is outside of the archive",
-                text::quoted(reference.source));
-            return {};
-        }
-        if (isAbove) {
-            add(Code::SourceParent, reference,
-                "source {} is above the folder of the system description",
-                text::quoted(reference.source));
-        }
-        const std::string inFolder = pathIn(resolved.path, descriptionName);
-        if (base->hasFile(resolved.path)) {
-            return {base, std::move(resolved.path), std::move(resolved.fragment)};
-        }
-        if (reference.kind == ReferenceKind::Component && base->hasFile(inFolder)) {
-            return {base, inFolder, {}};
-        }
-        add(Code::SourceMissing, reference, "there is no file {}",
-            text::quoted(base->shownPath(resolved.path)));
-        return {};
-    }
-
-    /// Returns the archive or the folder of a component, for files inside it.
-    Located innerStore(const SourceReference& reference, const Store& store,
-                       const std::string& path) {
-        const std::string_view source = reference.element->source.value_or("");
-        if (source.empty() || source.starts_with('#') || isAbsolute(source)) {
-            add(Code::SourceMissing, reference, "the component has no file that {} could be in",
-                text::quoted(reference.source));
-            return {};
-        }
-        const std::string component = resolveSource(folderOf(path), source).path;
-        if (store.hasFile(pathIn(component, descriptionName))) {
-            return {&store, pathIn(component, ""), {}};
-        }
-        if (component.starts_with("../") && store.isArchive()) {
-            return {};
-        }
-        try {
-            return {&archives_.get({&store, component}), {}, {}};
-        } catch (const files::ReadError& error) {
-            add(Code::ComponentUnreadable, reference, "{}: {}", store.shownPath(component),
-                error.what());
-            return {};
-        }
     }
 
     void read(const SourceReference& reference, const Located& located) {
@@ -385,8 +299,8 @@ class PackageReader {
             return;
         }
         if (std::ranges::count(description.interfaces, wanted) == 0) {
-            add(Code::ImplementationMissing, reference, "the model of component {} has no {}",
-                text::quoted(component.name), wanted);
+            addFinding(reference, Code::ImplementationMissing,
+                       "the model of component {} has no {}", text::quoted(component.name), wanted);
         }
     }
 

@@ -6,12 +6,12 @@
 #include "ssp/grammar.h"
 #include "ssp/namespaces.h"
 #include "ssp/signal_reader.h"
+#include "ssp/structure_reader.h"
 #include "text/quote.h"
 
 #include <boost/unordered/unordered_flat_set.hpp>
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <optional>
 
 namespace tvtool::ssp {
@@ -136,7 +136,7 @@ class Reader : public exchange::XmlHandler {
         case Node::System:
         case Node::Component:
         case Node::DictionaryReference:
-            return startElementOfSystem(rule.node);
+            return structure_.start(rule.node);
         case Node::Connector:
             return startConnector();
         case Node::Type:
@@ -145,11 +145,12 @@ class Reader : public exchange::XmlHandler {
         case Node::Value:
             return readSignal(rule);
         case Node::Binding:
-            return startBinding();
+            return structure_.startBinding();
         case Node::BindingMapping:
-            return startBindingMapping();
+            return structure_.startBindingMapping();
         case Node::Connection:
-            return startConnection();
+            transformation_ = &structure_.startConnection().transformation;
+            return;
         case Node::MappingEntry:
             return startMappingEntry();
         case Node::Linear:
@@ -184,8 +185,7 @@ class Reader : public exchange::XmlHandler {
         case Node::System:
         case Node::Component:
         case Node::DictionaryReference:
-            elements_.pop_back();
-            return;
+            return structure_.end();
         case Node::Enumeration:
             return definitions_.endEnumeration();
         case Node::Unit:
@@ -210,93 +210,24 @@ class Reader : public exchange::XmlHandler {
             signal_ = {};
             return;
         case Node::Binding:
-            return checkContent(bindingContent_, elements_.back()->bindings.back().set != nullptr,
-                                "the binding has neither a source nor a parameter set");
+            return structure_.endBinding();
         case Node::BindingMapping:
-            return checkContent(mappingContent_,
-                                elements_.back()->bindings.back().mapping != nullptr,
-                                "the mapping of the binding has neither a source nor entries");
+            return structure_.endBindingMapping();
         case Node::DictionaryPlace:
-            return checkContent(dictionaryContent_, dictionaryContent_.isRead,
-                                "the dictionary has neither a source nor content");
+            return structure_.endDictionary(hasDictionary_);
         default:
             return;
         }
     }
 
-    void startElementOfSystem(Node node) {
-        SystemFile& file = *target_.system;
-        exchange::checkBound(file.elements.size() + 1, exchange::systemElementBound);
-        exchange::checkBound(elements_.size() + 1, exchange::systemLevelBound);
-        Element& element = file.elements.emplace_back();
-        element.kind = node == Node::System      ? ElementKind::System
-                       : node == Node::Component ? ElementKind::Component
-                                                 : ElementKind::DictionaryReference;
-        element.file = &file;
-        // The root system need not be named by others.
-        element.name = elements_.empty() ? xml_.text("name") : xml_.required("name");
-        element.place = xml_.place();
-        xml_.subject = {SubjectKind::Element, element.name};
-        if (!elements_.empty()) {
-            Element& parent = *elements_.back();
-            if (!names_.emplace(&parent, element.name).second) {
-                xml_.add(Code::ElementNameRepeated, "a second element has the name {}",
-                         quoted(element.name));
-            }
-            parent.elements.push_back(&element);
-        }
-        elements_.push_back(&element);
-        if (node == Node::System && xml_.has("id")) {
-            target_.references->systems.emplace(xml_.text("id"), &element);
-        }
-        if (node == Node::Component) {
-            readComponent(element);
-        } else if (node == Node::DictionaryReference) {
-            element.dictionaryName = xml_.required("dictionary");
-        }
-    }
-
-    void readComponent(Element& component) {
-        component.type = xml_.text("type");
-        component.implementation = xml_.text("implementation");
-        if (component.type.starts_with("text/x-modelica")) {
-            xml_.addNewFeature(component.place, "type text/x-modelica");
-        }
-        constexpr std::string_view implementations[] = {"", "any", "CoSimulation", "ModelExchange",
-                                                        "ScheduledExecution"};
-        if (std::ranges::count(implementations, component.implementation) == 0) {
-            xml_.addInvalid("implementation", component.implementation, "implementation");
-            component.implementation = {};
-        }
-        if (component.implementation == "ScheduledExecution") {
-            xml_.addNewFeature(component.place, "implementation ScheduledExecution");
-        }
-        if (xml_.has("source")) {
-            component.source = xml_.text("source");
-            if (component.source->starts_with('#')) {
-                xml_.addNewFeature(component.place, "a source in the same file");
-            }
-            target_.references->sources.push_back({ReferenceKind::Component, &component, 0, nullptr,
-                                                   *component.source, component.type, false,
-                                                   component.place});
-        }
-    }
-
     void startConnector() {
-        Element& owner = *elements_.back();
-        exchange::checkBound(++connectors_, exchange::connectorBound);
-        Connector& connector = owner.connectors.emplace_back();
-        readConnector(xml_, connector);
+        Connector& connector = structure_.startConnector();
         signal_ = {&connector.type, &connector.dimensions, nullptr};
-        if (!connector.name.empty() && !names_.emplace(&owner.connectors, connector.name).second) {
-            xml_.add(Code::ConnectorRepeated, "{} has a second connector {}", quoted(owner.name),
-                     quoted(connector.name));
-        }
     }
 
     void startEntry() {
         SignalDictionary& owner = *dictionary;
-        exchange::checkBound(++connectors_, exchange::connectorBound);
+        exchange::checkBound(++dictionaryEntries_, exchange::connectorBound);
         Connector& entry = owner.entries.emplace_back();
         entry.name = xml_.required("name");
         entry.place = xml_.place();
@@ -334,55 +265,6 @@ class Reader : public exchange::XmlHandler {
         definitions_.use(signal_.type->unit, signal_.type->enumeration, *scopes_.back());
     }
 
-    void startBinding() {
-        Element& owner = *elements_.back();
-        ParameterBinding& binding = owner.bindings.emplace_back();
-        binding.prefix = xml_.text("prefix");
-        binding.place = xml_.place();
-        bindingContent_ = startContent("application/x-ssp-parameter-set");
-        if (xml_.has("source")) {
-            addSource(ReferenceKind::Set, owner.bindings.size() - 1);
-        }
-    }
-
-    void startBindingMapping() {
-        Element& owner = *elements_.back();
-        owner.bindings.back().hasMapping = true;
-        mappingContent_ = startContent("application/x-ssp-parameter-mapping");
-        if (xml_.has("source")) {
-            addSource(ReferenceKind::Mapping, owner.bindings.size() - 1);
-        }
-    }
-
-    /// An element that has a source, or else content.
-    struct Content {
-        Place place;
-        bool isRequired = false; ///< as there is no source, and the type is one that is read
-        bool isRead = false;
-    };
-
-    Content startContent(std::string_view standardType) const {
-        const std::string_view type = xml_.text("type");
-        return {xml_.place(), !xml_.has("source") && (type.empty() || type == standardType)};
-    }
-
-    void checkContent(const Content& content, bool isThere, const char* sentence) const {
-        if (content.isRequired && !isThere) {
-            xml_.findings().add(Code::ElementMissing, content.place, {}, "{}", sentence);
-        }
-    }
-
-    void addSource(ReferenceKind kind, std::size_t binding) {
-        const std::string_view base = xml_.text("sourceBase");
-        if (!base.empty() && base != "SSD" && base != "component") {
-            xml_.addForAttribute(Code::ValueInvalid, "sourceBase",
-                                 "sourceBase {} is neither SSD nor component", quoted(base));
-        }
-        target_.references->sources.push_back({kind, elements_.back(), binding, dictionary,
-                                               xml_.text("source"), xml_.text("type"),
-                                               base == "component", xml_.place()});
-    }
-
     void startSet() {
         if (open_.size() == 2) {
             xml_.readVersion();
@@ -391,8 +273,8 @@ class Reader : public exchange::XmlHandler {
         set->file = &target_.file;
         set->name = xml_.required("name");
         scopes_.push_back(&set->definitions);
-        if (!elements_.empty()) {
-            elements_.back()->bindings.back().set = set;
+        if (Element* const owner = structure_.current()) {
+            owner->bindings.back().set = set;
         }
     }
 
@@ -402,13 +284,13 @@ class Reader : public exchange::XmlHandler {
         }
         mapping = &target_.package.mappings.emplace_back();
         mapping->file = &target_.file;
-        if (!elements_.empty()) {
-            elements_.back()->bindings.back().mapping = mapping;
+        if (Element* const owner = structure_.current()) {
+            owner->bindings.back().mapping = mapping;
         }
     }
 
     void startMappingEntry() {
-        exchange::checkBound(++entries_, exchange::mappingBound);
+        exchange::checkBound(++mappingEntries_, exchange::mappingBound);
         MappingEntry& entry = mapping->entries.emplace_back();
         entry.source = xml_.required("source");
         entry.target = xml_.required("target");
@@ -417,25 +299,11 @@ class Reader : public exchange::XmlHandler {
         transformation_ = &entry.transformation;
     }
 
-    void startConnection() {
-        Element& system = *elements_.back();
-        exchange::checkBound(++connections_, exchange::connectionBound);
-        Connection& connection = system.connections.emplace_back();
-        readConnection(xml_, connection);
-        transformation_ = &connection.transformation;
-    }
-
     void startDictionaryPlace() {
-        Element& system = *elements_.back();
         dictionary = &target_.package.dictionaries.emplace_back();
         dictionary->file = &target_.file;
-        dictionary->name = xml_.required("name");
-        dictionary->place = xml_.place();
-        system.dictionaries.push_back(dictionary);
-        dictionaryContent_ = startContent("application/x-ssp-signal-dictionary");
-        if (xml_.has("source")) {
-            addSource(ReferenceKind::Dictionary, 0);
-        }
+        hasDictionary_ = false;
+        structure_.startDictionary(*dictionary);
     }
 
     void startDictionary() {
@@ -444,29 +312,26 @@ class Reader : public exchange::XmlHandler {
             dictionary = &target_.package.dictionaries.emplace_back();
             dictionary->file = &target_.file;
         }
-        dictionaryContent_.isRead = true;
+        hasDictionary_ = true;
         scopes_.push_back(&dictionary->definitions);
     }
 
     Target target_;
     Node root_;
     ElementText xml_;
+    StructureReader structure_{xml_, target_.system, target_.references};
     Namespaces namespaces_;
     std::vector<Node> open_{Node::Document};
-    std::uint64_t skipped_ = 0;      ///< number of open elements that are skipped
-    std::vector<Element*> elements_; ///< the open ones
+    std::uint64_t skipped_ = 0; ///< number of open elements that are skipped
     std::vector<Definitions*> scopes_;
     DefinitionReader definitions_{xml_};
     Signal signal_; ///< the open connector, entry or parameter
     Transformation* transformation_ = nullptr;
-    Content bindingContent_; ///< of the open binding, as those below
-    Content mappingContent_;
-    Content dictionaryContent_;
-    boost::unordered_flat_set<std::pair<const void*, std::string_view>> names_;
-    std::size_t connectors_ = 0;
-    std::size_t connections_ = 0;
+    bool hasDictionary_ = false; ///< whether a dictionary in a system has been read
+    boost::unordered_flat_set<std::pair<const void*, std::string_view>> names_; ///< of entries
+    std::size_t dictionaryEntries_ = 0;
     std::size_t parameters_ = 0;
-    std::size_t entries_ = 0;
+    std::size_t mappingEntries_ = 0;
 };
 
 } // namespace
