@@ -17,6 +17,9 @@ TargetType targetType(const End& end) {
 
 std::string forbiddenReason(const fmi::Variable& variable, int majorVersion) {
     const fmi::Causality causality = fmi::causalityOf(variable);
+    if (variable.variability == fmi::Variability::Constant) {
+        return "is constant";
+    }
     if (majorVersion == 1) {
         return causality == fmi::Causality::Input || variable.hasStart
                    ? ""
@@ -27,9 +30,6 @@ std::string forbiddenReason(const fmi::Variable& variable, int majorVersion) {
     }
     if (causality == fmi::Causality::Independent) {
         return "is the independent variable";
-    }
-    if (variable.variability == fmi::Variability::Constant) {
-        return "is constant";
     }
     if (causality == fmi::Causality::Input ||
         fmi::initialOf(variable, majorVersion) != fmi::Initial::Calculated) {
