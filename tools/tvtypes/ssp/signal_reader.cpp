@@ -2,7 +2,6 @@
 
 #include "exchange/base_unit.h"
 #include "exchange/values.h"
-#include "text/quote.h"
 
 #include <array>
 #include <optional>
@@ -14,7 +13,6 @@ namespace {
 using exchange::BaseType;
 using findings::Code;
 using findings::SubjectKind;
-using text::quoted;
 
 /// In the order of Kind.
 constexpr std::array<std::string_view, 11> kindNames{"",
