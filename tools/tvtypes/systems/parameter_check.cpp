@@ -1,5 +1,6 @@
 #include "systems/parameter_check.h"
 
+#include "systems/mapping_key.h"
 #include "systems/parameter_transformation.h"
 #include "systems/parameter_value_check.h"
 #include "text/quote.h"

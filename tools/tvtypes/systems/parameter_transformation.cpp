@@ -1,47 +1,22 @@
 #include "systems/parameter_transformation.h"
 
 #include "exchange/values.h"
+#include "systems/mapping_key.h"
 #include "text/quote.h"
 
 #include <fmt/format.h>
 
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace tvtool::systems {
 
 using exchange::BaseType;
 using ssp::TransformationKind;
 
-std::string mappingKey(std::string_view source, TransformationKind kind) {
-    if (kind == TransformationKind::Boolean) {
-        return readBoolean(source) ? "true" : "false";
-    }
-    if (kind == TransformationKind::Integer) {
-        const auto number = exchange::parseNumber<std::int64_t>(source);
-        return number ? fmt::format("{}", *number) : std::string(source);
-    }
-    return std::string(source);
-}
-
 std::string shownText(const ParameterValue& value, bool isScaled) {
     return value.isNumber && isScaled ? shownText(value.number) : text::shortened(value.text);
-}
-
-bool takes(TransformationKind transformation, BaseType base) {
-    switch (transformation) {
-    case TransformationKind::None:
-        return true;
-    case TransformationKind::Linear:
-        return isReal(base);
-    case TransformationKind::Boolean:
-        return base == BaseType::Boolean;
-    case TransformationKind::Integer:
-        return isInteger(base) || base == BaseType::Enumeration;
-    case TransformationKind::Enumeration:
-        return base == BaseType::Enumeration;
-    }
-    return false;
 }
 
 ParameterTransformation::ParameterTransformation(BaseType base,
@@ -61,7 +36,9 @@ ParameterTransformation::ParameterTransformation(BaseType base,
     }
     mapping_ = transformation->kind;
     for (const ssp::MapEntry& entry : transformation->entries) {
-        mapped_.emplace(mappingKey(entry.source, mapping_), entry.target);
+        if (auto key = mappingKey(entry.source, mapping_)) {
+            mapped_.emplace(*std::move(key), entry.target);
+        }
     }
 }
 
@@ -81,8 +58,8 @@ ParameterValue ParameterTransformation::apply(std::string_view text, ItemIndex& 
         item = value.isNumber ? fmt::format("{}", *found->value) : "";
     }
     std::string_view number = item.empty() ? exchange::trimmed(text) : item;
-    if (!mapped_.empty()) {
-        const auto mapped = mapped_.find(mappingKey(number, mapping_));
+    if (const auto key = mappingKey(number, mapping_); key && !mapped_.empty()) {
+        const auto mapped = mapped_.find(*key);
         if (mapped != mapped_.end()) {
             value.text = mapped->second;
             number = mapped->second;

@@ -59,10 +59,4 @@ class ParameterTransformation {
 /// Returns "30" of a number that was scaled, else the text, shortened.
 std::string shownText(const ParameterValue& value, bool isScaled);
 
-/// Returns a text that the sources of a mapping for the same value share.
-std::string mappingKey(std::string_view source, ssp::TransformationKind kind);
-
-/// Returns whether a transformation takes values of a base type.
-bool takes(ssp::TransformationKind transformation, exchange::BaseType base);
-
 } // namespace tvtool::systems

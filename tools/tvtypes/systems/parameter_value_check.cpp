@@ -1,6 +1,7 @@
 #include "systems/parameter_value_check.h"
 
 #include "exchange/values.h"
+#include "systems/mapping_key.h"
 #include "text/quote.h"
 
 #include <fmt/format.h>
@@ -187,7 +188,9 @@ mappingFaults(const ssp::Transformation& mapping,
     }
     std::unordered_set<std::string> sources;
     for (const ssp::MapEntry& entry : mapping.entries) {
-        if (!sources.insert(mappingKey(entry.source, mapping.kind)).second) {
+        const std::string key =
+            mappingKey(entry.source, mapping.kind).value_or(std::string(entry.source));
+        if (!sources.insert(key).second) {
             faults.push_back({Code::MappingRepeated, &entry,
                               fmt::format("has a second entry for {}", quoted(entry.source))});
         }

@@ -1,5 +1,6 @@
 // The transformation of a connection.
 #include "exchange/values.h"
+#include "systems/mapping_key.h"
 #include "systems/signal_checks.h"
 #include "systems/type_conversion.h"
 #include "text/quote.h"
@@ -21,40 +22,12 @@ using findings::Code;
 using ssp::MapEntry;
 using ssp::TransformationKind;
 
-/// Returns whether values of the type can take part in the transformation.
-bool isTransformed(TransformationKind kind, BaseType base) {
-    switch (kind) {
-    case TransformationKind::Linear:
-        return isReal(base);
-    case TransformationKind::Boolean:
-        return base == BaseType::Boolean;
-    case TransformationKind::Integer:
-        return isInteger(base) || base == BaseType::Enumeration;
-    default:
-        return base == BaseType::Enumeration;
-    }
-}
-
 const char* kindText(TransformationKind kind) {
     constexpr const char* texts[] = {"", "LinearTransformation takes real numbers",
                                      "BooleanMappingTransformation takes Booleans",
                                      "IntegerMappingTransformation takes integers and enumerations",
                                      "EnumerationMappingTransformation takes enumerations"};
     return texts[static_cast<std::size_t>(kind)];
-}
-
-/// Returns a value in the form in which equal values are equal texts; empty if it is invalid.
-std::optional<std::string> normalized(std::string_view value, TransformationKind kind) {
-    if (kind == TransformationKind::Boolean) {
-        return !exchange::isValue(value, BaseType::Boolean) ? std::nullopt
-               : value == "true" || value == "1"            ? std::optional<std::string>("true")
-                                                            : std::optional<std::string>("false");
-    }
-    if (kind == TransformationKind::Integer) {
-        const auto number = exchange::parseNumber<std::int64_t>(value);
-        return number ? std::optional(std::to_string(*number)) : std::nullopt;
-    }
-    return std::string(value);
 }
 
 /// Returns how an item is written in the entries of a mapping.
@@ -81,8 +54,8 @@ class MappingCheck {
 
   private:
     void checkEntry(const MapEntry& entry) {
-        const auto source = normalized(entry.source, mapping_.kind);
-        const auto target = normalized(entry.target, mapping_.kind);
+        const auto source = mappingKey(entry.source, mapping_.kind);
+        const auto target = mappingKey(entry.target, mapping_.kind);
         if (!source || (source_.items != nullptr && !isItem(*source_.items, *source))) {
             report_.addAt(entry.place, Code::MappingSource, "{} is no value of {}",
                           text::quoted(entry.source), source_.typeName);
@@ -158,7 +131,7 @@ void checkTransformation(const ConnectionReport& report, ItemIndex& items) {
         return;
     }
     for (const End* const end : {&report.row.source, &report.row.target}) {
-        if (end->base != BaseType::None && !isTransformed(transformation.kind, end->base)) {
+        if (end->base != BaseType::None && !takes(transformation.kind, end->base)) {
             return report.addAt(transformation.place, Code::TransformationType, "{}, and {} is {}",
                                 kindText(transformation.kind), text::quoted(endText(*end)),
                                 end->typeName);
