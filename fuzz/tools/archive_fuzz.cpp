@@ -20,9 +20,9 @@ constexpr std::uint64_t maxSize = std::uint64_t{1} << 20;
 
 void unpack(const std::string& path) {
     findings::Findings findings;
-    const exchange::Source source = fmi::openArchive(
-        std::shared_ptr<std::FILE>(std::fopen(path.c_str(), "rb"), &std::fclose), findings,
-        maxSize);
+    const exchange::Source source =
+        fmi::openArchive(std::shared_ptr<std::FILE>(std::fopen(path.c_str(), "rb"), &std::fclose),
+                         findings, maxSize);
     std::array<char, 4096> buffer{};
     std::uint64_t total = 0;
     while (const std::size_t count = source(buffer)) {
