@@ -16,6 +16,8 @@
 
 #include <algorithm>
 #include <fstream>
+#include <functional>
+#include <random>
 #include <tuple>
 
 namespace tvtool {
@@ -135,6 +137,53 @@ TEST_P(Systems, MatchExpectations) {
 
 INSTANTIATE_TEST_SUITE_P(Tool, Systems, testing::ValuesIn(foldersIn(TVTYPES_TEST_SYSTEMS)),
                          [](const auto& info) { return info.param; });
+
+/// Changes a text at random: a byte, a part that is left out or repeated, or the end.
+std::string damaged(std::string text, std::mt19937& random) {
+    const auto pick = [&](std::size_t below) {
+        return std::uniform_int_distribution<std::size_t>(0, below)(random);
+    };
+    const std::size_t begin = pick(text.size() - 1);
+    const std::size_t count = pick(std::min<std::size_t>(80, text.size() - begin));
+    switch (pick(3)) {
+    case 0:
+        text[begin] = static_cast<char>(pick(255));
+        return text;
+    case 1:
+        return text.erase(begin, count);
+    case 2:
+        return text.insert(pick(text.size()), text.substr(begin, count));
+    default:
+        return text.substr(0, begin);
+    }
+}
+
+TEST_P(Systems, AreReportedWithDamageInAnyFile) {
+    std::mt19937 random(static_cast<unsigned>(std::hash<std::string>()(GetParam())));
+    const TemporaryFolder folder;
+    const fs::path copy = fs::path(folder.write("system", "")).parent_path() / "copy";
+    fs::copy(fs::path(TVTYPES_TEST_SYSTEMS) / GetParam(), copy, fs::copy_options::recursive);
+    fs::remove(copy / "expected");
+    std::vector<fs::path> files;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(copy)) {
+        if (entry.is_regular_file()) {
+            files.push_back(entry.path());
+        }
+    }
+    std::ranges::sort(files);
+    for (int i = 0; i < 25; ++i) {
+        const fs::path& file = files[static_cast<std::size_t>(i) % files.size()];
+        const std::string text = readFile(file.string());
+        std::ofstream(file) << damaged(text, random);
+        SCOPED_TRACE(fmt::format("{}:\n{}", file.string(), readFile(file.string())));
+        const Outcome outcome = run({"check", "--all", copy.string()});
+        checkInvariants(outcome, false);
+        const Outcome json = run({"check", "--json", copy.string()});
+        checkInvariants(json, true);
+        EXPECT_EQ(json.status, outcome.status);
+        std::ofstream(file) << text;
+    }
+}
 
 class Calls : public testing::TestWithParam<const char*> {};
 

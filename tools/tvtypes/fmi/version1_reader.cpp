@@ -4,15 +4,22 @@
 #include "exchange/values.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <utility>
 
 namespace tvtool::fmi {
 
 namespace {
 
-constexpr std::array<std::string_view, 5> readNames{"TypeDefinitions", "Type", "EnumerationType",
-                                                    "ModelVariables", "ScalarVariable"};
+constexpr std::string_view rootName = "fmiModelDescription";
+
+/// Elements whose content is read, each with the element that it has to be in.
+constexpr std::pair<std::string_view, std::string_view> readElements[] = {
+    {rootName, "TypeDefinitions"},
+    {"TypeDefinitions", "Type"},
+    {"Type", "EnumerationType"},
+    {rootName, "ModelVariables"},
+    {"ModelVariables", "ScalarVariable"}};
 
 std::string_view attribute(const char* const* attributes, std::string_view name) {
     for (; *attributes != nullptr; attributes += 2) {
@@ -62,10 +69,11 @@ Causality causalityIn(std::string_view text, bool isParameter) {
 
 void Version1Reader::startElement(std::string_view name, const char* const* attributes,
                                   exchange::Position position) {
-    const std::string_view parent = open_.empty() ? "" : open_.back();
-    const auto known = std::ranges::find(readNames, name);
-    open_.push_back(known == readNames.end() ? std::string_view() : *known);
-    if (open_.size() == 1 && name == "Implementation") {
+    const std::string_view parent = open_.empty() ? rootName : open_.back();
+    const auto* const known = std::ranges::find(
+        readElements, std::pair<std::string_view, std::string_view>(parent, name));
+    open_.push_back(known == std::end(readElements) ? std::string_view() : known->second);
+    if (parent == rootName && name == "Implementation") {
         description_.interfaces.emplace_back("CoSimulation");
     } else if (parent == "TypeDefinitions" && name == "Type") {
         TypeDefinition& type = description_.types.emplace_back();
