@@ -198,6 +198,11 @@ TEST_F(ArchiveTest, ReadsPackagesOfSystems) {
          "3 systems, 5 components; no errors, no warnings, no notes"},
         {{{systemName, systemWith(componentOf("inner.ssp#C.ssd"))}, {"inner.ssp", inner}},
          "has no system description C.ssd [component-unreadable]"},
+        {{{systemName, systemWith("<ssd:Component name=\"c\"><ssd:ParameterBindings>"
+                                  "<ssd:ParameterBinding source=\"p.ssv\"/>"
+                                  "</ssd:ParameterBindings></ssd:Component>")},
+          {"p.ssv", "<x:ParameterSet xmlns:x=\"urn:x\" version=\"1.0\" name=\"p\"/>"}},
+         "\"x:ParameterSet\" is of another namespace [component-unreadable]"},
         {{{systemName, systemWith(componentOf("b.ssp#B.ssd"))}, {"b.ssp", onlyVariant}},
          "2 systems, 2 components; no errors, no warnings, no notes"},
         {{{systemName, systemWith(componentOf("../a.fmu") + componentOf("x/..%2f../a.fmu"))},

@@ -85,6 +85,10 @@ class Reader : public exchange::XmlHandler {
             throw files::ReadError(
                 fmt::format("the root element is {}, not {}", quoted(place.element), rootName()));
         }
+        if (parent == Node::Document && vocabulary == Vocabulary::Foreign) {
+            throw files::ReadError(
+                fmt::format("the root element {} is of another namespace", quoted(place.element)));
+        }
         if (parent == Node::InlineValues || parent == Node::BindingMapping ||
             parent == Node::DictionaryPlace || vocabulary != Vocabulary::Foreign) {
             if (rule == nullptr) {
