@@ -34,13 +34,18 @@ constexpr const char* footer =
     "  N > 2     # Gain1\n"
     "  sizes.n == 2*N\n"
     "  sizes.n > 4 ?\n"
-    "What --list prints is such a file, and what dims and inspect print with --json is read as "
-    "one.\n"
+    "Sizes are whole numbers that are not negative, unless the file begins with the line\n"
+    "integer off; then they are any fractions. Quotients are exact: N/2 is not rounded. Lists are\n"
+    "compared by their numbers of elements. All linear facts are solved together; products of\n"
+    "sizes without values are solved as far as substitution leads.\n"
+    "What --list prints is such a file, and what dims, inspect and check print with --json is\n"
+    "read as one.\n"
     "\n"
     "  tvtypes dims \"(2*N + 4)/2\" N+2\n"
     "  tvtypes dims --facts model.facts --list\n"
     "\n"
-    "Exit status: 0 nothing is wrong, 1 facts contradict each other, 2 a text is no expression or\n"
+    "Exit status: 0 no contradiction was found, 1 facts contradict each other, 2 a text is no "
+    "expression or\n"
     "no fact, the file cannot be read or the call is wrong.";
 
 void showDims(const Options& options, Console& console) {

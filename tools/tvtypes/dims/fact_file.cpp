@@ -1,5 +1,6 @@
 #include "dims/fact_file.h"
 
+#include "dims/fact_lines.h"
 #include "dims/fact_list.h"
 #include "dims/fact_store.h"
 #include "dims/names.h"
@@ -11,6 +12,7 @@
 #include "text/quote.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -30,108 +32,11 @@ namespace {
 
 constexpr std::size_t mostFaults = 20;
 
-/// Room for two expressions of 1 MiB, and blanks.
-constexpr std::size_t longestLine = std::size_t{4} << 20;
+/// The longest text of a size in a note, in bytes.
+constexpr std::size_t longest = 60;
 
-/// Reads the lines of a text one at a time.
-class Lines {
-  public:
-    explicit Lines(std::istream& is) : is_(is), buffer_(longestLine + 2) {
-        files::throwOnFailure(is);
-    }
-
-    /// Returns false at the end. The line is valid until the next call.
-    bool next(std::string_view& line) {
-        try {
-            is_.getline(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
-        } catch (const std::ios_base::failure& failure) {
-            throw files::ReadError(files::failureText(failure));
-        }
-        const auto count = static_cast<std::size_t>(is_.gcount());
-        if (is_.fail() && count == 0) {
-            return false;
-        }
-        ++number_;
-        if (is_.fail()) {
-            throw files::ReadError(fmt::format("the line is longer than {} MiB", longestLine >> 20),
-                                   number_, longestLine + 1);
-        }
-        // gcount() includes the line break, which is not stored.
-        line = {buffer_.data(), is_.eof() ? count : count - 1};
-        if (constexpr std::string_view mark = "\xEF\xBB\xBF";
-            number_ == 1 && line.starts_with(mark)) {
-            line.remove_prefix(mark.size());
-        }
-        if (const std::size_t zero = line.find('\0'); zero != std::string_view::npos) {
-            throw files::ReadError("is no text: there is a byte of value 0", number_, zero + 1);
-        }
-        return true;
-    }
-
-    std::uint64_t number() const { return number_; }
-
-  private:
-    std::istream& is_;
-    std::vector<char> buffer_;
-    std::uint64_t number_ = 0;
-};
-
-struct Side {
-    std::string text;
-    std::size_t position = 0; ///< in the line
-};
-
-struct FactLine {
-    Side left;
-    std::string_view relation; ///< "==", ">" or "<"
-    Side right;
-    bool isQuestion = false;
-    std::string block; ///< empty if the line names none
-};
-
-/// Returns the text from one position to another without the blanks around it.
-Side sideAt(std::string_view line, std::size_t begin, std::size_t end) {
-    constexpr std::string_view blanks = " \t\r\v\f";
-    const std::size_t first = std::min(line.find_first_not_of(blanks, begin), end);
-    const std::string_view text = line.substr(first, end - first);
-    return {std::string(text.substr(0, text.find_last_not_of(blanks) + 1)), first};
-}
-
-/// Splits a line; empty for a blank line and a comment. Throws a text::ParseError.
-std::optional<FactLine> splitLine(std::string_view line) {
-    const auto check = [line](bool isValid, const char* sentence, std::size_t position) {
-        if (!isValid) {
-            throw text::ParseError(sentence, std::string(line), position);
-        }
-    };
-    const std::string masked = withoutQuotedNames(line);
-    const std::size_t hash = std::min(masked.find('#'), line.size());
-    const Side fact = sideAt(line, 0, hash);
-    if (fact.text.empty()) {
-        return std::nullopt;
-    }
-    FactLine split;
-    split.isQuestion = fact.text.back() == '?';
-    split.block = hash < line.size() ? sideAt(line, hash + 1, line.size()).text : "";
-
-    constexpr std::string_view signs = "=<>!";
-    const std::size_t end = fact.position + fact.text.size() - (split.isQuestion ? 1 : 0);
-    const std::string_view text = line.substr(0, end);
-    const std::string_view plain = std::string_view(masked).substr(0, end);
-    const std::size_t begin = plain.find_first_of(signs);
-    check(begin != std::string_view::npos, "a relation is missing: ==, > or <", end);
-    const std::size_t behind = std::min(plain.find_first_not_of(signs, begin), end);
-    split.relation = text.substr(begin, behind - begin);
-    check(split.relation == "==" || split.relation == ">" || split.relation == "<",
-          "there is no such relation; it is ==, > or <", begin);
-    split.left = sideAt(text, 0, begin);
-    split.right = sideAt(text, behind, end);
-    check(!split.left.text.empty(), "the left side is missing", begin);
-    check(!split.right.text.empty(), "the right side is missing", end);
-    const std::size_t another = plain.find_first_of(signs, behind);
-    check(another == std::string_view::npos, "a line has one relation", another);
-    return split;
-}
+/// The id of "NOSYMBOLIC"; that of "INHERIT" is below it.
+constexpr int noSymbolicId = 0;
 
 class FactReader {
   public:
@@ -141,13 +46,15 @@ class FactReader {
         } else {
             readLines(is);
         }
-        report_.facts = store_.statedBy(blocks_);
+        report_.facts = store_->statedBy(blocks_);
+        report_.undecided = store_->undecidedLines();
+        addUndecidedNote();
         return std::move(report_);
     }
 
   private:
     void readLines(std::istream& is) {
-        Lines lines(is);
+        FactLines lines(is);
         std::string_view line;
         while (!report_.lastLine && lines.next(line)) {
             processLine(line, {}, lines.number());
@@ -157,7 +64,11 @@ class FactReader {
     /// Reads the facts of a report in JSON. Their lines are their places in the list, from 1.
     void readList(std::istream& is) {
         std::uint64_t number = 0;
-        for (const ListedFact& fact : readFactList(is)) {
+        const FactList list = readFactList(is);
+        if (!list.areWhole) {
+            allowAnySizes();
+        }
+        for (const ListedFact& fact : list.facts) {
             ++number;
             for (std::size_t i = 0; i < fact.blocks.size() && !report_.lastLine; ++i) {
                 processLine(fact.text, fact.blocks[i], number);
@@ -168,6 +79,9 @@ class FactReader {
     /// \param block what states the fact if the line names no block
     void processLine(std::string_view line, const std::string& block, std::uint64_t number) {
         try {
+            if (applySetting(line)) {
+                return;
+            }
             if (std::optional<FactLine> split = splitLine(line)) {
                 split->block = split->block.empty() ? block : split->block;
                 process(*split, number);
@@ -175,17 +89,35 @@ class FactReader {
         } catch (const text::ParseError& error) {
             addFault(number, line, error.position, error.what());
         }
-        if (store_.isExhausted()) {
-            addFault(number, line, 0, "there are more ways between sizes than can be searched");
-        }
-        if (store_.isExhausted() || report_.faults.size() == mostFaults) {
+        if (report_.faults.size() == mostFaults) {
             report_.lastLine = number;
         }
     }
 
+    /// Returns whether a line is a setting, and applies it. Throws a text::ParseError.
+    bool applySetting(std::string_view line) {
+        if (!isSetting(line, "integer off")) {
+            return false;
+        }
+        if (report_.stated > 0 || !report_.answers.empty()) {
+            throw text::ParseError("\"integer off\" comes before the first fact", std::string(line),
+                                   line.find_first_not_of(" \t"));
+        }
+        allowAnySizes();
+        return true;
+    }
+
+    void allowAnySizes() {
+        report_.areWhole = false;
+        store_.emplace(table_, Sizes::Any);
+    }
+
     void process(const FactLine& line, std::uint64_t number) {
-        const int left = registerSide(line.left, number);
-        const int right = registerSide(line.right, number);
+        const RegisteredSide leftSide = registerSide(line.left, number);
+        const RegisteredSide rightSide = registerSide(line.right, number);
+        const int left = leftSide.size;
+        const int right = rightSide.size;
+        const bool isCompared = compareShapes(leftSide, rightSide, number);
         const std::string text =
             fmt::format("{} {} {}", line.left.text, line.relation, line.right.text);
         Fact fact{left, line.relation == "==" ? Relation::Equal : Relation::Greater, right, nullptr,
@@ -194,34 +126,106 @@ class FactReader {
             std::swap(fact.left, fact.right);
         }
         if (line.isQuestion) {
-            report_.answers.push_back(store_.ask(fact));
+            report_.answers.push_back(store_->ask(fact));
             report_.answers.back().text = text;
             return;
         }
         ++report_.stated;
         fact.block = blockNamed(line.block, number);
-        if (auto objection = store_.state(fact)) {
+        auto objection = store_->state(fact);
+        if (objection && objection->isDoubtful) {
+            addNote(number, "the library refuses this, by {}", objection->reason.text());
+        } else if (objection) {
             objection->text = text;
             report_.objections.push_back(*std::move(objection));
-        } else if (left == right) {
-            report_.notes.push_back({number, "both sides are the same, so this says nothing"});
+        } else if (left == right && !isCompared) {
+            addNote(number, "both sides are the same, so this says nothing");
         }
     }
 
-    /// Returns the id of a side's size. Throws a text::ParseError with the position in the line.
-    int registerSide(const Side& side, std::uint64_t number) {
+    struct RegisteredSide {
+        int dims = 0; ///< without lists inside lists
+        int size = 0;
+    };
+
+    /// Registers a side. Throws a text::ParseError with the position in the line.
+    RegisteredSide registerSide(const Side& side, std::uint64_t number) {
         try {
             const RegisteredDims dims = registerDims(side.text, table_);
-            if (!dims.obstacle.empty()) {
-                constexpr std::size_t longest = 60;
-                report_.notes.push_back(
-                    {number, fmt::format("{} stays, at least in part, as it is: {}",
-                                         text::shortened(side.text, longest), dims.obstacle)});
+            if (dims.id <= noSymbolicId) {
+                throw text::ParseError(side.text + " stands for a size that is not known yet, so "
+                                                   "there are no facts about it",
+                                       side.text, 0);
             }
-            return sizeOf(table_, dims.simplified);
+            if (dims.isDivisionByZero) {
+                throw text::ParseError(dims.obstacle, side.text, 0);
+            }
+            if (!dims.obstacle.empty()) {
+                addNote(number, "{} stays, at least in part, as it is: {}",
+                        text::shortened(side.text, longest), dims.obstacle);
+            }
+            const int flat = flattened(table_, dims.simplified);
+            if (flat != dims.simplified) {
+                addNote(number, "{} is read as {}", sizeText(dims.simplified), sizeText(flat));
+            }
+            const int size = sizeOf(table_, flat);
+            if (const std::optional<int> divisor = store_->namedDivisor(size)) {
+                addNote(number, "the divisor {0} is multiplied out, if {0} is not 0",
+                        sizeText(*divisor));
+            }
+            return {flat, size};
         } catch (const text::ParseError& error) {
             throw text::ParseError(error.what(), side.text, side.position + error.position);
         }
+    }
+
+    /// Adds a note if lists of different shapes are compared, and returns whether they are.
+    bool compareShapes(const RegisteredSide& left, const RegisteredSide& right,
+                       std::uint64_t number) {
+        const auto isList = [](const RegisteredSide& side) { return side.dims != side.size; };
+        if (left.dims == right.dims || (!isList(left) && !isList(right))) {
+            return false;
+        }
+        if (left.size == right.size) {
+            addNote(number, "{} and {} are different shapes, but both have {} elements",
+                    sizeText(left.dims), sizeText(right.dims), sizeText(left.size));
+        } else {
+            addNote(number, "lists are compared by their numbers of elements, {} and {}",
+                    sizeText(left.size), sizeText(right.size));
+        }
+        return true;
+    }
+
+    template <class... Arguments>
+    void addNote(std::uint64_t number, fmt::format_string<Arguments...> format,
+                 Arguments&&... arguments) {
+        DimsNote note{number, fmt::format(format, std::forward<Arguments>(arguments)...)};
+        // Both sides of a fact can have the same divisor.
+        if (report_.notes.empty() || report_.notes.back() != note) {
+            report_.notes.push_back(std::move(note));
+        }
+    }
+
+    /// Adds a note at the first line that was not decided.
+    void addUndecidedNote() {
+        constexpr std::size_t mostLines = 10;
+        const std::vector<std::uint64_t>& lines = report_.undecided;
+        if (lines.empty()) {
+            return;
+        }
+        std::vector<std::uint64_t> first(
+            lines.begin(),
+            lines.begin() + static_cast<std::ptrdiff_t>(std::min(lines.size(), mostLines)));
+        std::string text = fmt::format("{}", fmt::join(first, ", "));
+        if (lines.size() > mostLines) {
+            text += fmt::format(" and {} more", lines.size() - mostLines);
+        }
+        addNote(lines.front(), "not decided, since it takes too much work: {} {}",
+                lines.size() == 1 ? "line" : "lines", text);
+    }
+
+    std::string sizeText(int id) {
+        return text::shortened(decodeNames(table_.getDisplayString(id)), longest);
     }
 
     const TVBlock* blockNamed(const std::string& name, std::uint64_t line) {
@@ -242,7 +246,7 @@ class FactReader {
     }
 
     TVTypeSys::SymbolicDimsTable table_;
-    FactStore store_{table_};
+    std::optional<FactStore> store_{std::in_place, table_};
     std::deque<TVBlock> blocks_; ///< with stable addresses
     std::unordered_map<std::string, const TVBlock*> namedBlocks_;
     FactReport report_;

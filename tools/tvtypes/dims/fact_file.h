@@ -13,9 +13,8 @@
 namespace tvtool::dims {
 
 /// Registers the facts of a file and answers its questions in the order of the lines. An invalid
-/// line is a fault; reading is given up after 20 faults, or when searches take too long. Throws a
-/// files::ReadError if the stream cannot be read, or for a byte of value 0 or a line longer than
-/// 4 MiB.
+/// line is a fault; reading is given up after 20 faults. Throws a files::ReadError if the stream
+/// cannot be read, or for a byte of value 0 or a line longer than 4 MiB.
 FactReport readFacts(std::istream& is);
 
 /// The same for the file with this name. Throws a files::ReadError also if it cannot be opened.

@@ -71,14 +71,18 @@ bool beginsLikeList(std::istream& is) {
     }
 }
 
-std::vector<ListedFact> readFactList(std::istream& is) {
+FactList readFactList(std::istream& is) {
     json::value report;
     try {
         report = readJson(is);
     } catch (const std::ios_base::failure& failure) {
         throw files::ReadError(files::failureText(failure));
     }
-    std::vector<ListedFact> facts;
+    FactList list;
+    if (const json::object* const object = report.if_object()) {
+        const json::value* const integer = object->if_contains("integer");
+        list.areWhole = integer == nullptr || !integer->is_bool() || integer->get_bool();
+    }
     for (const json::value& entry : arrayIn(report, "facts")) {
         ListedFact fact;
         for (const json::value& block : arrayIn(entry, "blocks")) {
@@ -88,9 +92,9 @@ std::vector<ListedFact> readFactList(std::istream& is) {
             fact.blocks.emplace_back();
         }
         fact.text = stringIn(entry.get_object().if_contains("text"));
-        facts.push_back(std::move(fact));
+        list.facts.push_back(std::move(fact));
     }
-    return facts;
+    return list;
 }
 
 } // namespace tvtool::dims

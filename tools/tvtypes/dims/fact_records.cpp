@@ -6,7 +6,11 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <algorithm>
+
 namespace tvtool::dims {
+
+bool DimsReason::isDoubtful() const { return std::ranges::any_of(steps, &DimsStep::isDoubtful); }
 
 std::string DimsReason::text() const {
     if (!sentence.empty()) {
@@ -21,8 +25,11 @@ std::string DimsReason::text() const {
             step.block.empty()
                 ? ""
                 : fmt::format(", {}", text::safeText(text::shortened(step.block, longestText)));
-        texts.push_back(text::safeText(step.text) +
-                        (step.line ? fmt::format(" (line {}{})", *step.line, block) : ""));
+        texts.push_back(fmt::format("{} (line {}{}{})", text::safeText(step.text), step.line, block,
+                                    step.isDoubtful ? ", which cannot hold" : ""));
+    }
+    if (!conclusion.empty()) {
+        texts.push_back(text::safeText(conclusion));
     }
     return fmt::format("{}", fmt::join(texts, ", "));
 }

@@ -15,18 +15,23 @@ namespace tvtool::dims {
 /// The longest text of a dimension, in bytes, that reports show in full.
 inline constexpr std::size_t longestText = 200;
 
-/// A step of a chain of facts, shortened.
+/// A fact in a reason, shortened.
 struct DimsStep {
     std::string text;
-    std::optional<std::uint64_t> line; ///< empty for the order of two numbers, as 5 > 3
-    std::string block;                 ///< empty if there is none
+    std::uint64_t line = 0;
+    std::string block;       ///< empty if there is none
+    bool isDoubtful = false; ///< whether the fact contradicts others
 };
 
-/// The reason for a result: a chain of facts, or else a sentence.
+/// The reason for a result: facts, or else a sentence.
 struct DimsReason {
-    std::vector<DimsStep> steps;
-    std::size_t omitted = 0; ///< number of steps left out in the middle
+    std::vector<DimsStep> steps; ///< a chain, or the fewest facts that the result follows from
+    std::size_t omitted = 0;     ///< number of steps left out in the middle
+    std::string conclusion;      ///< what follows from the facts together; may be empty
     std::string sentence;
+
+    /// Returns whether a fact is doubtful, of those that are not left out.
+    bool isDoubtful() const;
 
     /// Returns the reason in one line, safe to print.
     std::string text() const;
@@ -38,8 +43,10 @@ struct DimsAnswer {
     std::uint64_t line = 0;
     std::string text;
     Known library = Known::Nothing; ///< by the library
-    Known all = Known::Nothing;     ///< by the library, else by all facts and numbers together
+    Known all = Known::Nothing;     ///< by all facts together that do not contradict others
     DimsReason reason;
+    /// Why the library answers, if it does by facts of which one cannot hold.
+    std::optional<DimsReason> doubt;
 };
 
 /// A fact that contradicts others.
@@ -48,6 +55,8 @@ struct DimsObjection {
     std::string text;
     std::string block;
     bool isRefused = false; ///< whether the library rejected the fact
+    /// Whether only the library contradicts, by a fact that cannot hold itself.
+    bool isDoubtful = false;
     DimsReason reason;
 };
 
@@ -61,6 +70,8 @@ struct DimsFact {
 struct DimsNote {
     std::uint64_t line = 0;
     std::string sentence;
+
+    friend bool operator==(const DimsNote&, const DimsNote&) = default;
 };
 
 /// A line that cannot be parsed.
@@ -80,6 +91,8 @@ struct FactReport {
     std::vector<DimsNote> notes;
     std::vector<DimsFact> facts;
     std::vector<DimsFault> faults;
+    std::vector<std::uint64_t> undecided;  ///< lines that take too much work
+    bool areWhole = true;                  ///< whether sizes are whole numbers, not negative
     std::optional<std::uint64_t> lastLine; ///< the line after which reading was given up
 };
 

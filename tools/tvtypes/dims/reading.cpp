@@ -67,8 +67,8 @@ std::set<unsigned long> partsOf(unsigned long id, const TV::SymbolicExprTable& e
     return parts;
 }
 
-/// Returns the reason why an expression has no simplest form.
-std::string simplificationObstacle(unsigned long id, TV::SymbolicExprTable& expressions) {
+/// Stores in the dimension why an expression has no simplest form.
+void findObstacle(RegisteredDims& dims, unsigned long id, TV::SymbolicExprTable& expressions) {
     const TV::SymbolicExprSimplify simplify(expressions);
     const TV::SymbolicExprPrinter print(expressions);
     // Limits the time, because a divisor may take long to multiply out.
@@ -77,7 +77,8 @@ std::string simplificationObstacle(unsigned long id, TV::SymbolicExprTable& expr
         const TV::SymbolicExpr& expr = expressions.get(part);
         for (unsigned long a = 0; a < expr.getNumArgs(); ++a) {
             if (expressions.get(expr.getArg(a)).isMultiExpr()) {
-                return "a list stands inside arithmetic";
+                dims.obstacle = "a list stands inside arithmetic";
+                return;
             }
         }
         if (expr.op() == TV::SymbolicDivideOp && divisorsLeft-- > 0) {
@@ -85,13 +86,16 @@ std::string simplificationObstacle(unsigned long id, TV::SymbolicExprTable& expr
             const unsigned long divisor = simplify.simplify(expr.getArg(1), isSimplified);
             if (expressions.get(divisor).isNumValue() && print(expressions.get(divisor)) == "0") {
                 constexpr std::size_t longest = 60;
-                return fmt::format(
-                    "it divides by {}, which is 0",
-                    text::shortened(decodeNames(print(expressions.get(expr.getArg(1)))), longest));
+                const std::string text = decodeNames(print(expressions.get(expr.getArg(1))));
+                dims.isDivisionByZero = true;
+                dims.obstacle = text == "0" ? "division by zero"
+                                            : fmt::format("division by zero: {} is 0",
+                                                          text::shortened(text, longest));
+                return;
             }
         }
     }
-    return "it has too many terms to be multiplied out";
+    dims.obstacle = "it has too many terms to be multiplied out";
 }
 
 std::optional<exact::Integer> integerAt(const TVTypeSys::SymbolicDimsTable& table,
@@ -119,7 +123,7 @@ RegisteredDims registerDims(const std::string& text, TVTypeSys::SymbolicDimsTabl
     dims.id = table.registerSymbolicDimsExpr(encoded.text.c_str());
     dims.simplified = dims.id;
     if (isSimplified == 0) {
-        dims.obstacle = simplificationObstacle(written, expressions);
+        findObstacle(dims, written, expressions);
     }
     if (simplest != written) {
         try {
@@ -145,6 +149,26 @@ int sizeOf(const TVTypeSys::SymbolicDimsTable& table, int id) {
         }
     }
     return dims.getSize().getId();
+}
+
+int flattened(TVTypeSys::SymbolicDimsTable& table, int id) {
+    std::vector<int> entries;
+    std::vector<int> pending{id};
+    while (!pending.empty()) {
+        const int next = pending.back();
+        pending.pop_back();
+        const TV::SymbolicExpr& expression =
+            table.getSymbolicExpr(static_cast<unsigned long>(next) + 1);
+        if (!expression.isMultiExpr()) {
+            entries.push_back(next);
+            continue;
+        }
+        for (unsigned long i = expression.getNumInputs(); i > 0; --i) {
+            pending.push_back(static_cast<int>(expression.getInput(i - 1)) - 1);
+        }
+    }
+    return entries.size() == 1 ? entries.front()
+                               : TVTypeSys::SymbolicDimsND(table, entries).getId();
 }
 
 std::optional<exact::Number> numberOf(const TVTypeSys::SymbolicDimsTable& table, int id) {

@@ -15,9 +15,10 @@
 namespace tvtool::dims {
 
 struct RegisteredDims {
-    int id = 0;           ///< of the dimension as written
-    int simplified = 0;   ///< id of its simplest form
-    std::string obstacle; ///< why it, or a part of it, has no simplest form; else empty
+    int id = 0;                    ///< of the dimension as written
+    int simplified = 0;            ///< id of its simplest form
+    std::string obstacle;          ///< why it, or a part of it, has no simplest form; else empty
+    bool isDivisionByZero = false; ///< whether this is the obstacle
 };
 
 /// Registers an expression and its simplest form in a table. Throws a text::ParseError.
@@ -25,6 +26,9 @@ RegisteredDims registerDims(const std::string& text, TVTypeSys::SymbolicDimsTabl
 
 /// Returns the id of the number of elements: of a list, the product of its entries.
 int sizeOf(const TVTypeSys::SymbolicDimsTable& table, int id);
+
+/// Returns the id of a list without lists inside: [2, 3, 4] for [[2, 3], 4].
+int flattened(TVTypeSys::SymbolicDimsTable& table, int id);
 
 /// Returns the value of a simplified dimension; empty if it has names or more than 4000 digits.
 std::optional<exact::Number> numberOf(const TVTypeSys::SymbolicDimsTable& table, int id);

@@ -77,11 +77,13 @@ const output::Columns<DimsStep> stepColumns{
     {none, "text", &DimsStep::text},
     {none, "line", &DimsStep::line},
     {none, "block", &DimsStep::block},
+    {none, "doubtful", &DimsStep::isDoubtful},
 };
 
 const output::Columns<DimsReason> reasonColumns{
     {none, "steps", output::rowsOf(&DimsReason::steps, stepColumns)},
     {none, "omitted", &DimsReason::omitted},
+    {none, "conclusion", &DimsReason::conclusion},
     {none, "sentence", &DimsReason::sentence},
 };
 
@@ -96,6 +98,11 @@ const output::Columns<DimsAnswer> answerColumns{
     {none, "answer", [](const DimsAnswer& answer) { return answerName(answer.library); }},
     {none, "follows", [](const DimsAnswer& answer) { return answerName(answer.all); }},
     {none, "because", reasonObject<DimsAnswer>},
+    {none, "doubt",
+     [](const DimsAnswer& answer) {
+         return answer.doubt ? boost::json::value(output::jsonObject(*answer.doubt, reasonColumns))
+                             : boost::json::value();
+     }},
 };
 
 const output::Columns<DimsObjection> objectionColumns{
@@ -117,23 +124,27 @@ const output::Columns<DimsFault> faultColumns{
 
 const output::Columns<FactReport> reportColumns{
     {none, "file", [](const FactReport& report) { return boost::json::value(report.file); }},
+    {none, "integer", &FactReport::areWhole},
     {none, "stated", &FactReport::stated},
     {none, "answers", output::rowsOf(&FactReport::answers, answerColumns)},
     {none, "contradictions", output::rowsOf(&FactReport::objections, objectionColumns)},
     {none, "notes", output::rowsOf(&FactReport::notes, noteColumns)},
     {none, "facts", output::rowsOf(&FactReport::facts, factColumns)},
     {none, "faults", output::rowsOf(&FactReport::faults, faultColumns)},
+    {none, "undecided",
+     [](const FactReport& report) { return boost::json::value_from(report.undecided); }},
     {none, "lastLine", &FactReport::lastLine},
 };
 
 std::string answerText(const DimsAnswer& answer) {
-    const std::string reason = answer.reason.text();
-    if (answer.library != DimsAnswer::Known::Nothing) {
-        return fmt::format("{}: {}", answerName(answer.library), reason);
-    }
+    const std::string library = answer.doubt
+                                    ? fmt::format("{} in the library, by {}; ",
+                                                  answerName(answer.library), answer.doubt->text())
+                                : answer.library == answer.all ? ""
+                                                               : "not known to the library; ";
     return answer.all == DimsAnswer::Known::Nothing
-               ? "not known"
-               : fmt::format("not known to the library; {}: {}", answerName(answer.all), reason);
+               ? library + answerName(answer.all)
+               : fmt::format("{}{}: {}", library, answerName(answer.all), answer.reason.text());
 }
 
 std::string objectionText(const DimsObjection& objection) {
@@ -219,7 +230,10 @@ void printSummary(const FactReport& report, bool colour, std::ostream& os) {
     os << fmt::format("{}: {}, {}, {}\n", text::safeText(report.file),
                       text::counted(report.stated, "fact", "facts"),
                       text::counted(report.answers.size(), "question", "questions"),
-                      text::counted(report.objections.size(), "contradiction", "contradictions"));
+                      text::counted(report.objections.size(), "contradiction", "contradictions") +
+                          (report.undecided.empty()
+                               ? ""
+                               : fmt::format(", {} not decided", report.undecided.size())));
     printRecords(
         "Answers", output::bold(colour), report.file, report.answers,
         [](const DimsAnswer& answer) {
@@ -265,7 +279,7 @@ void printText(const FactReport& report, bool isListed, bool colour, std::ostrea
     for (std::string line; std::getline(summary, line);) {
         os << (line.empty() ? "" : "# ") << line << '\n';
     }
-    os << '\n';
+    os << (report.areWhole ? "\n" : "\ninteger off\n");
     printFacts(report.facts, os);
 }
 

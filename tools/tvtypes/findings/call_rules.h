@@ -20,7 +20,8 @@ inline constexpr Rule callRules[] = {
      "A line of a file of facts cannot be parsed, and is skipped.", "Correct the line.",
      "lines cannot be parsed"},
     {Code::FactRemark, "fact-remark", Severity::Note, Area::Call,
-     "A line of a file of facts has no effect, or a size in it is not simplified.",
+     "A line of a file of facts has no effect, is understood in a certain way, or is not "
+     "decided.",
      "Nothing has to be done.", "lines have remarks"},
     {Code::TypeRemark, "type-remark", Severity::Note, Area::Call,
      "A numeric type differs from what its name or its options suggest.", "Nothing has to be done.",

@@ -49,9 +49,10 @@ Dimensions::Dimensions(const fmi::Description& description, findings::Findings& 
             add(i);
         }
     }
-    if (facts_.isExhausted()) {
+    if (!facts_.undecidedLines().empty()) {
         findings.add(Code::SizeLimit, {"ModelVariables"}, {},
-                     "there are more facts about sizes than are compared");
+                     "{} about sizes not decided, since that takes too much work",
+                     text::counted(facts_.undecidedLines().size(), "fact is", "facts are"));
     }
 }
 

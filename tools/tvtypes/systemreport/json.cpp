@@ -1,5 +1,6 @@
 // The report of a system as JSON. Long lists are printed as they are computed.
 #include "findings/json.h"
+#include "dims/fact_columns.h"
 #include "output/columns.h"
 #include "systemreport/report.h"
 
@@ -130,6 +131,9 @@ class JsonReport {
         });
         printList("structs", checked_.structs, [](const StructRow& row) {
             return output::jsonText(output::jsonObject(row, structColumns));
+        });
+        printList("facts", checked_.facts, [](const dims::DimsFact& fact) {
+            return output::jsonText(output::jsonObject(fact, dims::factColumns));
         });
         printFindings();
         printCount("errors", Severity::Error);

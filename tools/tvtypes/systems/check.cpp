@@ -140,6 +140,7 @@ class PackageCheck {
         for (const ElementRow& row : result_->elements) {
             checkConnectors(*row.element, connected, connectors_, names_);
         }
+        result_->facts = sizes.facts();
     }
 
     void sortFindings() {

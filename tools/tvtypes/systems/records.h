@@ -3,6 +3,7 @@
 /// to print.
 #pragma once
 
+#include "dims/fact_records.h"
 #include "findings/rules.h"
 #include "ssp/records.h"
 
@@ -112,6 +113,7 @@ struct CheckedSystem {
     std::vector<ConnectionRow> connections;
     std::vector<ParameterRow> parameters;
     std::vector<StructRow> structs;
+    std::vector<dims::DimsFact> facts; ///< about sizes
 
     /// Removes the findings whose code does not satisfy the predicate.
     template <class Predicate>

@@ -137,11 +137,20 @@ void Sizes::state(int left, int right, const ConnectionReport& report) {
     }
     const std::uint64_t line = report.row.record->place.line;
     const TVBlock& block = blocks_.emplace_back(TVBlock{report.name(), line});
+    const std::size_t undecided = facts_.undecidedLines().size();
     const auto objection = facts_.state({left, dims::Relation::Equal, right, &block, line});
+    if (facts_.undecidedLines().size() > undecided) {
+        report.add(Code::SizeLimit,
+                   "the sizes {} and {} are not compared, since that takes too "
+                   "much work",
+                   text::shortened(dims::decodeNames(table_.getDisplayString(left))),
+                   text::shortened(dims::decodeNames(table_.getDisplayString(right))));
+    }
     if (objection) {
         report.add(Code::DimensionContradiction, "the sizes {} and {} cannot be equal: {}",
-                   text::shortened(table_.getDisplayString(left)),
-                   text::shortened(table_.getDisplayString(right)), objection->reason.text());
+                   text::shortened(dims::decodeNames(table_.getDisplayString(left))),
+                   text::shortened(dims::decodeNames(table_.getDisplayString(right))),
+                   objection->reason.text());
     }
 }
 

@@ -31,6 +31,9 @@ class Sizes {
     /// Checks indices, ranks and sizes of a connection, whose direction is known.
     void check(const ConnectionReport& report);
 
+    /// Returns the facts that connections and parameters have stated.
+    std::vector<dims::DimsFact> facts() const { return facts_.statedBy(blocks_); }
+
   private:
     bool checkIndices(const End& end, const ConnectionReport& report) const;
     void compare(const ssp::Dimension& source, const ssp::Dimension& target, std::size_t index,
