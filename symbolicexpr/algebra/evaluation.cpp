@@ -34,7 +34,8 @@ class Evaluation {
             const bool operandsHaveValues = readOperands(stack_.back());
             Result result = operandsHaveValues ? compute(stack_.back()) : std::nullopt;
             if (stack_.size() == 1) {
-                return {std::move(result), operandsHaveValues};
+                const bool isDistinct = result && hasDistinctOperands(stack_.back(), *result);
+                return {std::move(result), operandsHaveValues, isDistinct};
             }
             // Without a value for an operand there is none for the root.
             if (!result || !limits::admits(*result) || !isWithinWork(*result)) {
@@ -109,6 +110,20 @@ class Evaluation {
             }
         }
         return operands;
+    }
+
+    /// Whether no two operands of a sum, whose values have been read, have a term in common.
+    bool hasDistinctOperands(const Frame& frame, const Fraction& sum) const {
+        std::size_t terms = 0;
+        for (const Multiple& addend : values_) {
+            const bool isSingle = addend.times.isOne() || addend.times.isMinusOne();
+            if (!isSingle || !addend.fraction->denominator.isConstant() ||
+                addend.fraction->numerator.isZero()) {
+                return false;
+            }
+            terms += addend.fraction->numerator.terms().size();
+        }
+        return isSum(contents_[frame.id].op()) && sum.numerator.terms().size() == terms;
     }
 
     /// Whether an expression is used as one operand: it was simplified, and is not one that further

@@ -13,6 +13,8 @@ namespace TV {
 struct Value {
     std::optional<Fraction> fraction;
     bool operandsHaveValues; ///< whether only the result itself has no value
+    /// Whether no two operands of a sum have a term in common, so that none can be combined.
+    bool hasDistinctOperands = false;
 };
 
 /// Evaluates arithmetic as a rational function of its names. There is no value where the expression

@@ -31,6 +31,9 @@ class NormalForms : public SymbolicExprTable::Contents::Memo {
         std::size_t leastTerms = 0;
         /// Value of a canonical form of arithmetic; null for all others.
         std::unique_ptr<const Fraction> fraction = nullptr;
+        /// For arithmetic that evaluation gives no canonical form: whether equal operands were
+        /// combined.
+        bool isCombined = false;
     };
 
     /// Returns the memoised result; null if the expression has not been simplified.

@@ -1,12 +1,21 @@
 #include <symbolicexpr/simplify.h>
 
 #include "algebra/canonical_form.h"
+#include "algebra/equal_operands.h"
 #include "algebra/evaluation.h"
 #include "algebra/limits.h"
 #include "algebra/normal_forms.h"
+#include "algebra/residues.h"
 #include "table/contents.h"
 #include "table/operands.h"
 
+#include <boost/unordered/unordered_flat_set.hpp>
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace TV {
@@ -34,7 +43,7 @@ class Simplifier {
             if (forms_.find(id) != nullptr) {
                 open.pop_back();
             } else if (isArithmetic(expr)) {
-                simplifyArithmetic(id);
+                simplifyArithmetic(id, open);
             } else if (!pushUnsimplified(expr, open)) {
                 simplifyOperands(id, expr);
             }
@@ -48,22 +57,113 @@ class Simplifier {
                expr.op() != SymbolicGreaterThanOp;
     }
 
-    void simplifyArithmetic(std::uint32_t id) {
+    void simplifyArithmetic(std::uint32_t id, std::vector<std::uint32_t>& open) {
+        if (const auto known = failed_.find(id); known != failed_.end()) {
+            combineOperands(id, known->second, open);
+            return;
+        }
         const std::size_t least = leastTerms(contents_[id]);
         if (least > limits::maximumTerms) {
-            forms_.add(id, {id, false, true, least, nullptr});
+            Failure failure({id, false, true, least, nullptr});
+            if (sharesOperand(contents_[id])) {
+                failed_.emplace(id, std::move(failure));
+            } else {
+                forms_.add(id, std::move(failure.entry));
+            }
             return;
         }
         Value value = evaluate(id, contents_, forms_);
         if (!value.fraction || !limits::admits(*value.fraction)) {
             const bool isPolynomial = value.fraction && value.fraction->denominator.isConstant();
-            forms_.add(id, {id, false, value.operandsHaveValues,
-                            isPolynomial ? value.fraction->numerator.terms().size() : 0, nullptr});
+            Failure failure({id, false, value.operandsHaveValues,
+                             isPolynomial ? value.fraction->numerator.terms().size() : 0, nullptr});
+            if (value.hasDistinctOperands) {
+                forms_.add(id, std::move(failure.entry));
+            } else {
+                failed_.emplace(id, std::move(failure));
+            }
             return;
         }
         const std::uint32_t simplified = internCanonicalForm(*value.fraction, table_);
         forms_.addCanonical(simplified, std::move(*value.fraction));
         forms_.add(id, {simplified, true});
+    }
+
+    /// An expression without a canonical form.
+    struct Failure {
+        NormalForms::Entry entry;              ///< if no operands are combined
+        std::optional<std::uint32_t> combined; ///< id of the expression with combined operands
+        bool areOperandsOpen = false;          ///< whether the operands were pushed
+
+        explicit Failure(NormalForms::Entry uncombined) : entry(std::move(uncombined)) {}
+    };
+
+    /// Combines equal operands of an expression without a canonical form, in steps: its operands
+    /// are simplified first, as long as few of them fail, and then the result.
+    void combineOperands(std::uint32_t id, Failure& failure, std::vector<std::uint32_t>& open) {
+        if (!failure.combined) {
+            const OperandTree tree(id, contents_);
+            if (!failure.areOperandsOpen && failed_.size() < mostFailures) {
+                failure.areOperandsOpen = true;
+                const std::size_t size = open.size();
+                std::copy_if(tree.leaves().begin(), tree.leaves().end(), std::back_inserter(open),
+                             [this](std::uint32_t leaf) { return forms_.find(leaf) == nullptr; });
+                if (open.size() > size) {
+                    return;
+                }
+            }
+            failure.combined =
+                residues_.valueOf(id) ? tree.combined(table_, forms_, residues_) : id;
+        }
+        if (failure.combined == id) {
+            forms_.add(id, std::move(failure.entry));
+        } else if (const NormalForms::Entry* result = forms_.find(*failure.combined)) {
+            NormalForms::Entry entry{result->simplified, result->isCanonical, result->isTooLong,
+                                     result->leastTerms, nullptr};
+            entry.isCombined = true;
+            forms_.add(id, std::move(entry));
+        } else {
+            open.push_back(*failure.combined);
+        }
+    }
+
+    /// Returns whether a sum has operands in common with the operand of a long sum.
+    bool sharesOperand(const SymbolicExpr& expr) const {
+        const auto left = static_cast<std::uint32_t>(expr.getArg(0));
+        const auto right = static_cast<std::uint32_t>(expr.getArg(1));
+        const bool isLeftLonger = forms_.find(left)->leastTerms != 0;
+        const std::uint32_t shorter = isLeftLonger ? right : left;
+        if (forms_.find(forms_.find(shorter)->simplified)->fraction->numerator.isZero()) {
+            return true;
+        }
+        boost::unordered_flat_set<std::uint32_t> operands;
+        walkSum(shorter, [&operands](std::uint32_t operand) {
+            operands.insert(operand);
+            return true;
+        });
+        return !walkSum(isLeftLonger ? left : right,
+                        [&operands](std::uint32_t operand) { return !operands.contains(operand); });
+    }
+
+    /// Calls a function for the operators and operands of a nested sum until it returns false.
+    /// Returns whether it did for none of them.
+    template <class Function>
+    bool walkSum(std::uint32_t root, const Function& function) const {
+        std::vector<std::uint32_t> pending{root};
+        for (std::size_t visits = 0; !pending.empty() && visits < mostVisits; ++visits) {
+            const std::uint32_t id = pending.back();
+            pending.pop_back();
+            if (!function(id)) {
+                return false;
+            }
+            const SymbolicExpr& expr = contents_[id];
+            const bool isSum = expr.op() == SymbolicPlusOp || expr.op() == SymbolicMinusOp ||
+                               expr.op() == SymbolicUnaryMinusOp;
+            for (unsigned long i = 0; isSum && i < expr.getNumArgs(); ++i) {
+                pending.push_back(static_cast<std::uint32_t>(expr.getArg(i)));
+            }
+        }
+        return true;
     }
 
     /// Returns a lower bound of the terms of a sum, of which one operand is known to be too long:
@@ -116,9 +216,16 @@ class Simplifier {
         forms_.add(id, {simplified, isCanonical});
     }
 
+    /// The expressions without a canonical form whose operands are simplified, in one call.
+    static constexpr std::size_t mostFailures = 100;
+    /// The operators of a sum that are searched for equal operands.
+    static constexpr std::size_t mostVisits = std::size_t(1) << 20;
+
     const SymbolicExprTable& table_;
     SymbolicExprTable::Contents& contents_;
     NormalForms& forms_;
+    Residues residues_{contents_};
+    std::unordered_map<std::uint32_t, Failure> failed_;
 };
 
 } // namespace

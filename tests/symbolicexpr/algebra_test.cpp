@@ -187,7 +187,7 @@ TEST_F(SymbolicAlgebra, RespectsLimits) {
         // Over the common denominator each coefficient would be as long as all denominators.
         {joined(20'000, '+', [&](int i) { return quotient(name(i), i); }), false},
         {joined(3'000, '+', [&](int i) { return quotient("N", i); }), true},
-        {"(z+1)*(" + power("x", 100'000) + "+y)/((z-1)*(" + power("x", 100'000) + "+y))", false},
+        {"(z+1)*(" + power("x", 100'000) + "+y)/((z-1)*(" + power("x", 100'000) + "+y))", true},
         {"(" + power("x", 100'001) + "-x)/(" + power("x", 100'000) + "-1)", true},
         {std::string(500'000, '7') + "*" + std::string(500'000, '3') + "*N", true},
         {"(x-1)*(y-1)*(z-1)*" + joined(3, '*', geometric), true}, // (x^16-1)*...

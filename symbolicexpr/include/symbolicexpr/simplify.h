@@ -23,6 +23,14 @@ namespace TV {
 /// expansion gives more than 4,096 terms, 2^20 factors or 2^22 bits of coefficients, or if a common
 /// factor of polynomials in several names of degree over 512 would have to be computed.
 ///
+/// Beyond these limits equal operands of sums, products and quotients are still combined, and
+/// cancel, without being multiplied out: for an X with more than 4,096 terms too, `X-X` is 0, `X/X`
+/// is 1 and `(X+1)-1` is `X`. Operands are equal if their simplified forms are; nested sums have
+/// one list of operands, and so have nested products and quotients. This is left out where a
+/// divisor is not known to differ from zero. It takes a time proportional to n log n for n
+/// operators; the operands of at most 100 expressions beyond the limits are simplified on their
+/// own.
+///
 /// Polynomials and large integers are computed by FLINT and GMP, which end the process if they
 /// cannot allocate memory. So as much as a computation may need is allocated and released before it
 /// starts, and simplification throws std::bad_alloc, with nothing added, if that fails. The process
