@@ -1,5 +1,7 @@
 #include "support.h"
 
+#include "exact/number.h"
+
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
@@ -137,6 +139,107 @@ TEST(DimsFacts, MatchesTransitiveClosure) {
         EXPECT_EQ(answers, expected) << text;
         EXPECT_TRUE(json.at("contradictions").as_array().empty()) << text;
     }
+}
+
+/// Random expressions of five names, with their values for one choice of the names.
+class RandomSizes {
+  public:
+    explicit RandomSizes(unsigned seed) : random_(seed) {
+        for (int& value : values_) {
+            value = pick(1, 12);
+        }
+    }
+
+    struct Size {
+        std::string text;
+        exact::Number value;
+    };
+
+    Size size() {
+        Size size = term();
+        for (int terms = pick(0, 2); terms > 0; --terms) {
+            const Size next = term();
+            const bool isSum = pick(0, 2) > 0;
+            size.text += (isSum ? "+" : "-") + next.text;
+            size.value += isSum ? next.value : exact::Number(-next.value);
+        }
+        if (pick(0, 3) == 0) {
+            const int divisor = pick(2, 4);
+            return {fmt::format("({})/{}", size.text, divisor), size.value / divisor};
+        }
+        return size;
+    }
+
+    int pick(int least, int most) {
+        return std::uniform_int_distribution<int>(least, most)(random_);
+    }
+
+  private:
+    Size name() {
+        const auto index = static_cast<std::size_t>(pick(0, 4));
+        return {std::string(1, static_cast<char>('A' + index)), values_.at(index)};
+    }
+
+    Size term() {
+        const Size first = name();
+        switch (pick(0, 3)) {
+        case 0: {
+            const Size second = name();
+            return {first.text + "*" + second.text, first.value * second.value};
+        }
+        case 1: {
+            const int factor = pick(1, 9);
+            return {fmt::format("{}*{}", factor, first.text), first.value * factor};
+        }
+        case 2: {
+            const int number = pick(0, 20);
+            return {std::to_string(number), number};
+        }
+        default:
+            return first;
+        }
+    }
+
+    std::mt19937 random_;
+    std::array<int, 5> values_{};
+};
+
+TEST(DimsFacts, AcceptsFactsThatHoldTogether) {
+    int answers = 0;
+    for (unsigned seed = 0; seed < 60; ++seed) {
+        RandomSizes random(seed);
+        std::string text;
+        std::vector<bool> holds;
+        for (int line = 0; line < 14; ++line) {
+            RandomSizes::Size left = random.size();
+            const RandomSizes::Size right = random.size();
+            if (random.pick(0, 1) == 0) {
+                // Makes both sides equal.
+                const exact::Number difference = right.value - left.value;
+                left.text += fmt::format("{}{}", difference < 0 ? "" : "+", difference.str());
+                left.value = right.value;
+            }
+            if (line % 3 == 2) {
+                const bool isEqual = random.pick(0, 1) == 0;
+                text += fmt::format("{} {} {} ?\n", left.text, isEqual ? "==" : ">", right.text);
+                holds.push_back(isEqual ? left.value == right.value : left.value > right.value);
+            } else {
+                const char* const relation = left.value == right.value  ? "=="
+                                             : left.value > right.value ? ">"
+                                                                        : "<";
+                text += fmt::format("{} {} {}\n", left.text, relation, right.text);
+            }
+        }
+        const boost::json::object json = run({"dims", "--facts", "-", "--json"}, text).json();
+        EXPECT_TRUE(json.at("contradictions").as_array().empty()) << text;
+        ASSERT_EQ(json.at("answers").as_array().size(), holds.size()) << text;
+        for (std::size_t i = 0; i < holds.size(); ++i) {
+            const boost::json::value& answer = json.at("answers").at(i);
+            EXPECT_NE(answer.at("follows"), holds[i] ? "no" : "yes") << text << answer.at("text");
+            answers += answer.at("follows") == "not known" ? 0 : 1;
+        }
+    }
+    EXPECT_GT(answers, 50);
 }
 
 TEST(DimsFacts, ReadsItsOwnLists) {
