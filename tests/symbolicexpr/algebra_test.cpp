@@ -17,13 +17,6 @@ using Value = std::optional<boost::multiprecision::cpp_rational>;
 
 class SymbolicAlgebra : public ExpressionTest {
   protected:
-    unsigned long simplify(unsigned long id) {
-        const unsigned long simplified = SymbolicExprSimplify(table).simplify(id, isSimplified);
-        unsigned long again = 0;
-        EXPECT_EQ(simplified, SymbolicExprSimplify(table).simplify(simplified, again));
-        EXPECT_EQ(isSimplified, again);
-        return simplified;
-    }
     std::string simplified(const std::string& text) { return print(simplify(parse(text))); }
 
     /// Evaluates an expression at a point that is derived from the names; no value on division by
@@ -53,8 +46,6 @@ class SymbolicAlgebra : public ExpressionTest {
             return -*left;
         }
     }
-
-    unsigned long isSimplified = 0;
 };
 
 TEST_F(SymbolicAlgebra, ProducesCanonicalForms) {

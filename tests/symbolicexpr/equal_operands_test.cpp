@@ -42,14 +42,6 @@ const std::string pairsOfOperands[][2] = {{longSum, otherSum},   {longSum, other
 
 class EqualOperands : public ExpressionTest {
   protected:
-    unsigned long simplify(unsigned long id) {
-        const unsigned long simplified = SymbolicExprSimplify(table).simplify(id, isSimplified);
-        unsigned long again = 0;
-        EXPECT_EQ(simplified, SymbolicExprSimplify(table).simplify(simplified, again));
-        EXPECT_EQ(isSimplified, again);
-        return simplified;
-    }
-
     // Parses a text after replacing X and Y.
     unsigned long parseWith(const std::string (&operands)[2], const std::string& form) {
         std::string text;
@@ -58,8 +50,6 @@ class EqualOperands : public ExpressionTest {
         }
         return parse(text);
     }
-
-    unsigned long isSimplified = 0;
 };
 
 TEST_F(EqualOperands, CancelOrCombine) {

@@ -6,6 +6,7 @@
 #include <symbolicexpr/expr.h>
 #include <symbolicexpr/parser.h>
 #include <symbolicexpr/printer.h>
+#include <symbolicexpr/simplify.h>
 
 #include <gtest/gtest.h>
 
@@ -43,6 +44,15 @@ class ExpressionTest : public testing::Test {
         }
     }
 
+    // Sets isSimplified. The result must be its own simplified form.
+    unsigned long simplify(unsigned long id) {
+        const unsigned long simplified = TV::SymbolicExprSimplify(table).simplify(id, isSimplified);
+        unsigned long again = 0;
+        EXPECT_EQ(simplified, TV::SymbolicExprSimplify(table).simplify(simplified, again));
+        EXPECT_EQ(isSimplified, again);
+        return simplified;
+    }
+
     std::string print(unsigned long id, int rank = 0) const {
         return TV::SymbolicExprPrinter(table, rank)(table.get(id));
     }
@@ -69,4 +79,5 @@ class ExpressionTest : public testing::Test {
     }
 
     TV::SymbolicExprTable table;
+    unsigned long isSimplified = 0;
 };

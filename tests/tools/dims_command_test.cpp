@@ -270,6 +270,7 @@ TEST(DimsFacts, ReportsPositionInInvalidLine) {
         {"2*N <= M+K # x",
          ":1:5: there is no relation <=; for whole numbers, write 2*N < M+K + 1\n"},
         {"N == INHERIT", ":1:6: INHERIT stands for a size that is not known yet, so there are"},
+        {"N > [2, 3+INHERIT]", ":1:11: INHERIT stands for a size that is not known yet"},
         {"NOSYMBOLIC > 2", ":1:1: NOSYMBOLIC stands for a size that is not known yet"},
         {"\r\n  N 2 # x", ":2:6: a relation is missing: ==, > or <"},
         {" > 2", ":1:2: the left side is missing"},

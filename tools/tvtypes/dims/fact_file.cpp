@@ -35,9 +35,6 @@ constexpr std::size_t mostFaults = 20;
 /// The longest text of a size in a note, in bytes.
 constexpr std::size_t longest = 60;
 
-/// The id of "NOSYMBOLIC"; that of "INHERIT" is below it.
-constexpr int noSymbolicId = 0;
-
 class FactReader {
   public:
     FactReport read(std::istream& is) {
@@ -143,6 +140,20 @@ class FactReader {
         }
     }
 
+    /// Throws a text::ParseError for the names of sizes that are not known yet.
+    static void refusePlaceholders(const std::string& text) {
+        const EncodedText encoded = encodeNames(text);
+        for (const char* const name : {"INHERIT", "NOSYMBOLIC"}) {
+            const std::size_t position = findName(encoded.text, name);
+            if (position != std::string::npos) {
+                throw text::ParseError(fmt::format("{} stands for a size that is not known yet, so "
+                                                   "there are no facts about it",
+                                                   name),
+                                       text, encoded.givenPosition(position));
+            }
+        }
+    }
+
     struct RegisteredSide {
         int dims = 0; ///< without lists inside lists
         int size = 0;
@@ -152,11 +163,7 @@ class FactReader {
     RegisteredSide registerSide(const Side& side, std::uint64_t number) {
         try {
             const RegisteredDims dims = registerDims(side.text, table_);
-            if (dims.id <= noSymbolicId) {
-                throw text::ParseError(side.text + " stands for a size that is not known yet, so "
-                                                   "there are no facts about it",
-                                       side.text, 0);
-            }
+            refusePlaceholders(side.text);
             if (dims.isDivisionByZero) {
                 throw text::ParseError(dims.obstacle, side.text, 0);
             }
@@ -210,18 +217,15 @@ class FactReader {
     void addUndecidedNote() {
         constexpr std::size_t mostLines = 10;
         const std::vector<std::uint64_t>& lines = report_.undecided;
-        if (lines.empty()) {
-            return;
+        if (lines.size() == 1) {
+            addNote(lines.front(), "this takes too much work, and is not decided");
+        } else if (!lines.empty()) {
+            const std::size_t shown = std::min(lines.size(), mostLines);
+            addNote(
+                lines.front(), "lines {}{} take too much work, and are not decided",
+                fmt::join(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(shown), ", "),
+                lines.size() > shown ? fmt::format(" and {} more", lines.size() - shown) : "");
         }
-        std::vector<std::uint64_t> first(
-            lines.begin(),
-            lines.begin() + static_cast<std::ptrdiff_t>(std::min(lines.size(), mostLines)));
-        std::string text = fmt::format("{}", fmt::join(first, ", "));
-        if (lines.size() > mostLines) {
-            text += fmt::format(" and {} more", lines.size() - mostLines);
-        }
-        addNote(lines.front(), "not decided, since it takes too much work: {} {}",
-                lines.size() == 1 ? "line" : "lines", text);
     }
 
     std::string sizeText(int id) {

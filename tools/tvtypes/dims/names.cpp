@@ -154,6 +154,17 @@ std::string nameInExpression(std::string_view name) {
     return !name.empty() && dottedEnd(name, 0) == name.size() ? std::string(name) : inQuotes(name);
 }
 
+std::size_t findName(std::string_view expression, std::string_view name) {
+    for (std::size_t begin = 0; begin < expression.size();) {
+        const std::size_t end = identifierEnd(expression, begin);
+        if (expression.substr(begin, end - begin) == name) {
+            return begin;
+        }
+        begin = end > begin ? end : begin + 1;
+    }
+    return std::string_view::npos;
+}
+
 std::string withoutQuotedNames(std::string_view line) {
     std::string masked(line);
     for (std::size_t begin = masked.find('"'); begin != std::string::npos;) {

@@ -35,6 +35,10 @@ std::string decodeNames(std::string_view text);
 /// points between them.
 std::string nameInExpression(std::string_view name);
 
+/// Returns the position of a name in an expression in the grammar of the library; npos if the
+/// expression does not have it.
+std::size_t findName(std::string_view expression, std::string_view name);
+
 /// Returns a line of the same length, in which the names in quotes have no character of a meaning.
 std::string withoutQuotedNames(std::string_view line);
 

@@ -227,13 +227,18 @@ void printJson(const std::vector<DimsDetails>& dimensions, std::ostream& os) {
 namespace {
 
 void printSummary(const FactReport& report, bool colour, std::ostream& os) {
-    os << fmt::format("{}: {}, {}, {}\n", text::safeText(report.file),
+    os << fmt::format("{}: {}, {}", text::safeText(report.file),
                       text::counted(report.stated, "fact", "facts"),
-                      text::counted(report.answers.size(), "question", "questions"),
-                      text::counted(report.objections.size(), "contradiction", "contradictions") +
-                          (report.undecided.empty()
-                               ? ""
-                               : fmt::format(", {} not decided", report.undecided.size())));
+                      text::counted(report.answers.size(), "question", "questions"));
+    // What is not decided can be a contradiction.
+    if (report.undecided.empty() || !report.objections.empty()) {
+        os << ", " << text::counted(report.objections.size(), "contradiction", "contradictions");
+    }
+    if (!report.undecided.empty()) {
+        os << fmt::format(", {} not decided",
+                          text::counted(report.undecided.size(), "line", "lines"));
+    }
+    os << '\n';
     printRecords(
         "Answers", output::bold(colour), report.file, report.answers,
         [](const DimsAnswer& answer) {
