@@ -8,7 +8,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <random>
+#include <ranges>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -167,8 +169,9 @@ class Elimination {
 template <class HasSolution>
 class Comparison {
   public:
-    Comparison(Domain domain, HasSolution hasSolution)
-        : solver_(domain), hasSolution_(hasSolution) {}
+    /// \param isUnbounded whether the model has all solutions, also those of few constraints
+    Comparison(Domain domain, HasSolution hasSolution, bool isUnbounded)
+        : solver_(domain), hasSolution_(hasSolution), isUnbounded_(isUnbounded) {}
 
     /// States a fact. Returns false if it contradicts others and the solver has not found that.
     bool state(const Constraint& constraint) {
@@ -182,6 +185,11 @@ class Comparison {
                 evidence.push_back(stated_[fact]);
             }
             EXPECT_FALSE(hasSolution_(evidence));
+            for (std::size_t i = 0; isUnbounded_ && i < evidence.size(); ++i) {
+                std::vector<Constraint> fewer = evidence;
+                fewer.erase(fewer.begin() + static_cast<std::ptrdiff_t>(i));
+                EXPECT_TRUE(hasSolution_(fewer)) << "the evidence is not the smallest";
+            }
             return true;
         }
         accepted_.push_back(constraint);
@@ -208,6 +216,7 @@ class Comparison {
   private:
     FactSolver solver_;
     HasSolution hasSolution_;
+    bool isUnbounded_;
     std::vector<Constraint> stated_;
     std::vector<Constraint> accepted_;
 };
@@ -220,7 +229,7 @@ TEST(Solver, MatchesExhaustiveSearch) {
         for (unsigned seed = 0; seed < 150; ++seed) {
             SCOPED_TRACE(testing::Message() << static_cast<int>(kind) << ' ' << seed);
             RandomConstraints random(kind, seed);
-            Comparison comparison(Domain::Whole, Box::hasSolution);
+            Comparison comparison(Domain::Whole, Box::hasSolution, false);
             for (Unknown i = 0; i < unknowns; ++i) {
                 comparison.state(Box::side(i));
             }
@@ -248,12 +257,91 @@ TEST(Solver, MatchesEliminationOverFractions) {
         for (unsigned seed = 0; seed < 150; ++seed) {
             SCOPED_TRACE(testing::Message() << static_cast<int>(domain) << ' ' << seed);
             RandomConstraints random(seed % 2 == 0 ? Kind::Sums : Kind::Differences, seed);
-            Comparison comparison(domain, hasSolution);
+            Comparison comparison(domain, hasSolution, true);
             for (int i = 0; i < 6; ++i) {
                 EXPECT_TRUE(comparison.state(random.next()));
             }
             for (int i = 0; i < 3; ++i) {
                 EXPECT_TRUE(comparison.ask(random.next()));
+            }
+        }
+    }
+}
+
+/// Reference model for differences: the heaviest paths between all nodes (Floyd and Warshall).
+class HeaviestPaths {
+  public:
+    static constexpr Differences::Node nodes = 5;
+
+    struct Edge {
+        Differences::Node greater;
+        Differences::Node lesser;
+        Value weight;
+    };
+
+    static bool haveCycle(const std::vector<Edge>& edges) {
+        std::array<std::array<std::optional<Value>, nodes>, nodes> paths;
+        const auto raise = [&paths](Differences::Node from, Differences::Node to, Value weight) {
+            std::optional<Value>& path = paths.at(from).at(to);
+            path = path && weight < *path ? *path : weight;
+        };
+        for (const Edge& edge : edges) {
+            raise(edge.lesser, edge.greater, edge.weight);
+        }
+        for (Differences::Node via = 0; via < nodes; ++via) {
+            for (Differences::Node from = 0; from < nodes; ++from) {
+                for (Differences::Node to = 0; to < nodes; ++to) {
+                    if (paths.at(from).at(via) && paths.at(via).at(to)) {
+                        raise(from, to, *paths.at(from).at(via) + *paths.at(via).at(to));
+                    }
+                }
+            }
+        }
+        return std::ranges::any_of(std::views::iota(Differences::Node{0}, nodes), [&](auto node) {
+            return paths.at(node).at(node) && Value{} < *paths.at(node).at(node);
+        });
+    }
+};
+
+TEST(Differences, MatchHeaviestPaths) {
+    std::mt19937 random(1);
+    const auto pick = [&](int least, int most) {
+        return std::uniform_int_distribution<int>(least, most)(random);
+    };
+    const auto node = [&] { return static_cast<Differences::Node>(pick(0, 4)); };
+    for (int graph = 0; graph < 200; ++graph) {
+        Work work(1'000'000);
+        Differences differences(work);
+        std::vector<HeaviestPaths::Edge> edges;
+        std::vector<std::size_t> marks;
+        for (int step = 0; step < 20; ++step) {
+            if (!edges.empty() && pick(0, 5) == 0) {
+                const auto kept = static_cast<std::size_t>(pick(0, static_cast<int>(edges.size())));
+                differences.undo(kept < marks.size() ? marks[kept] : differences.mark());
+                edges.resize(kept);
+                marks.resize(kept);
+            }
+            HeaviestPaths::Edge edge{node(), node(), {pick(-4, 3), pick(0, 1)}};
+            if (edge.greater == edge.lesser) {
+                continue;
+            }
+            const std::size_t mark = differences.mark();
+            const auto cycle = differences.add(edge.greater, edge.lesser, edge.weight,
+                                               static_cast<Reason>(edges.size()));
+            edges.push_back(edge);
+            ASSERT_EQ(cycle.has_value(), HeaviestPaths::haveCycle(edges));
+            if (cycle) {
+                Value sum;
+                for (const Reason reason : *cycle) {
+                    sum += edges[reason].weight;
+                }
+                EXPECT_LT(Value{}, sum);
+                edges.pop_back();
+            } else {
+                marks.push_back(mark);
+            }
+            for (const auto& [greater, lesser, weight] : edges) {
+                EXPECT_FALSE(differences.value(greater) < differences.value(lesser) + weight);
             }
         }
     }
