@@ -10,7 +10,6 @@
 #include <cstdint>
 #include <optional>
 #include <random>
-#include <ranges>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -297,9 +296,12 @@ class HeaviestPaths {
                 }
             }
         }
-        return std::ranges::any_of(std::views::iota(Differences::Node{0}, nodes), [&](auto node) {
-            return paths.at(node).at(node) && Value{} < *paths.at(node).at(node);
-        });
+        for (Differences::Node node = 0; node < nodes; ++node) {
+            if (paths.at(node).at(node) && Value{} < *paths.at(node).at(node)) {
+                return true;
+            }
+        }
+        return false;
     }
 };
 

@@ -25,7 +25,7 @@ struct DimsStep {
 
 /// The reason for a result: facts, or else a sentence.
 struct DimsReason {
-    std::vector<DimsStep> steps; ///< a chain, or the fewest facts that the result follows from
+    std::vector<DimsStep> steps; ///< a chain, or facts that together give the result
     std::size_t omitted = 0;     ///< number of steps left out in the middle
     std::string conclusion;      ///< what follows from the facts together; may be empty
     std::string sentence;

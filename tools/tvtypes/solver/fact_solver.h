@@ -1,5 +1,5 @@
 /// \file
-/// Facts in connected components, and the smallest reasons for what follows from them.
+/// Facts in connected components, and the reasons for what follows from them.
 #pragma once
 
 #include "solver/solver.h"
