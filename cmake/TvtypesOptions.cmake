@@ -8,6 +8,12 @@ target_compile_options(tvtypes_options INTERFACE
   # The same source must give the same digits on every machine.
   -ffp-contract=off)
 
+# The warning is about headers, and takes a source that is compiled with others for one.
+if(CMAKE_UNITY_BUILD)
+  target_compile_options(tvtypes_options INTERFACE
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+endif()
+
 if(TVTYPES_WARNINGS_AS_ERRORS)
   target_compile_options(tvtypes_options INTERFACE -Werror)
 endif()

@@ -13,7 +13,7 @@ namespace {
 using Registration = TableTest;
 
 // Records its calls, and rejects names that begin with "bad".
-class Callback : public ClientDataTypeCheckCallback {
+class RecordingCallback : public ClientDataTypeCheckCallback {
   public:
     void checkRegisteredType(DataType* dataType, const char* blockPath) override {
         const std::string name = dataType->getName();
@@ -106,7 +106,7 @@ TEST_F(Registration, ReturnsDiagnostic) {
 }
 
 TEST_F(Registration, CallbackCanRejectTypes) {
-    const auto callback = boost::make_shared<Callback>();
+    const auto callback = boost::make_shared<RecordingCallback>();
     table.setClientDataTypeCheckCallback(callback);
     table.registerDataType("good", clientSource, "m/Gain");
     table.registerDataType("good", clientSource, "m/Sum");
