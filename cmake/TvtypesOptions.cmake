@@ -6,7 +6,9 @@ add_library(tvtypes_options INTERFACE)
 target_compile_options(tvtypes_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion
   # The same source must give the same digits on every machine.
-  -ffp-contract=off)
+  -ffp-contract=off
+  # And the same bytes in every folder.
+  -ffile-prefix-map=${PROJECT_BINARY_DIR}=build -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
 
 # The warning is about headers, and takes a source that is compiled with others for one.
 if(CMAKE_UNITY_BUILD)
