@@ -69,6 +69,15 @@ TEST(FixedPointRecord, OrderDependsOnTheMode) {
     }
 }
 
+TEST(FixedPointRecord, ModesHaveNames) {
+    const char* const names[] = {"FXP_DT_FIXPT",  "FXP_DT_SCALED_DOUBLE", "FXP_DT_DOUBLE",
+                                 "FXP_DT_SINGLE", "FXP_DT_BOOLEAN",       "UNKNOWN"};
+    for (int mode = 0; mode < 6; ++mode) {
+        const fxpDataTypeProp record{modeOf(mode), 0, 8, 0, 1.0, 0.0, 0};
+        EXPECT_STREQ(names[mode], fxpDtpGetClassName(&record));
+    }
+}
+
 TEST(FixedPointRecord, DisplayWritesAllFieldsInOrder) {
     const fxpDataTypeProp record{modeOf(7), 0, 16, -4, 1.5, -2.0, 1};
     testing::internal::CaptureStdout();

@@ -51,6 +51,8 @@ TEST(DataTypeTable, InitialTypes) {
         EXPECT_EQ(isNumeric ? -10 : id, type.getIdAliasedToForTesting());
         EXPECT_EQ(!isNumeric, type.groundHasNonZeroStoredValue());
         EXPECT_TRUE(type.getAliasedToLocked());
+        // Atomic built-in types have one byte.
+        EXPECT_EQ(isNumeric && size == 1, type.isAtomic());
         EXPECT_EQ(id != 0 && id != 1, type.getDefaultGround());
         EXPECT_EQ(!isPredefined, table.checkForBuiltInDataType(id));
         EXPECT_EQ(isPredefined, table.isPredefinedDataType(id));
@@ -64,7 +66,9 @@ TEST(DataTypeTable, InitialTypes) {
     }
     EXPECT_EQ(nullptr, table.getNameOfBuiltInDataType(-1));
     EXPECT_EQ(-10, table.getBuiltInDataType("auto"));
-    EXPECT_TRUE(BuiltInDataTypes[3].isAtomic() && !BuiltInDataTypes[5].isAtomic());
+    for (const DataType& type : BuiltInDataTypes) {
+        EXPECT_EQ(type.getSize() == 1, type.isAtomic()) << type.getName();
+    }
     EXPECT_EQ(13, PreDefinedDataTypes[4].getStorageId());
     std::ostringstream os;
     os << std::hex << table;
