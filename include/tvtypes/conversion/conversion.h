@@ -41,6 +41,9 @@
 #include <tvtypes/export.h>
 #include <tvtypes/fixedpoint/properties.h>
 
+/// \addtogroup conversion
+/// @{
+
 struct _tvDataTypeAccess_tag;
 
 /// A conversion function of one pair of types: converts `dstCount` elements.
@@ -102,3 +105,5 @@ extern template TVTYPES_API double ScalarConvergentPreInt<double>(double x);
 extern template TVTYPES_API float ScalarConvergentPreInt<float>(float x);
 
 } // namespace utdtypeconv
+
+/// @}
