@@ -48,8 +48,8 @@ _tvtypes_list() {
 }
 
 _tvtypes() {
-    local command=${COMP_WORDS[1]-} current=${COMP_WORDS[COMP_CWORD]} quote= options= valued=
-    local previous='' word i position=0 marked=
+    local command=${COMP_WORDS[1]-} current=${COMP_WORDS[COMP_CWORD]} quote='' options='' valued=''
+    local previous='' word i position=0 marked=''
     COMPREPLY=()
     # Quotes and backslashes are those of the line, not of the argument.
     if [[ $current == [\"\']* ]]; then
