@@ -13,4 +13,4 @@ extern TVTYPES_API const char libtv_types_build_date[];
 /// Returns the instruction set that the conversions of this process use, the highest that both the
 /// processor and the operating system support: "x86-64", "x86-64-v2", "x86-64-v3" or "x86-64-v4";
 /// "portable" on other architectures. The text is never freed.
-TVTYPES_API const char* libtv_types_instruction_set() noexcept;
+TVTYPES_API const char* getInstructionSetName() noexcept;

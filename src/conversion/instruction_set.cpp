@@ -74,9 +74,7 @@ const Kernel& bestKernel() { return bestLevel().kernel; }
 
 } // namespace TVTypeSys::conversion
 
-const char* libtv_types_instruction_set() noexcept {
-    return TVTypeSys::conversion::bestLevel().name;
-}
+const char* getInstructionSetName() noexcept { return TVTypeSys::conversion::bestLevel().name; }
 
 #else
 
@@ -84,6 +82,6 @@ const Kernel& bestKernel() { return kernelPlain; }
 
 } // namespace TVTypeSys::conversion
 
-const char* libtv_types_instruction_set() noexcept { return "portable"; }
+const char* getInstructionSetName() noexcept { return "portable"; }
 
 #endif

@@ -22,7 +22,7 @@ TEST(CommandLine, PrintsHelpAndVersion) {
     }
     const std::string version = run({"--version"}).out;
     EXPECT_THAT(version, HasSubstr(libtv_types_version));
-    EXPECT_THAT(version, HasSubstr(libtv_types_instruction_set()));
+    EXPECT_THAT(version, HasSubstr(getInstructionSetName()));
     // The heading is a line, too.
     EXPECT_THAT(version,
                 HasSubstr(std::to_string(run({"unit", "--list"}).lines().size() - 1) + " units"));

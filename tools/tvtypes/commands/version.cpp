@@ -27,7 +27,7 @@ std::string databaseText() {
 
 std::string versionText() {
     return fmt::format("tvtypes {} ({})\ninstruction set: {}\nunit database: {}",
-                       libtv_types_version, libtv_types_build_date, libtv_types_instruction_set(),
+                       libtv_types_version, libtv_types_build_date, getInstructionSetName(),
                        databaseText());
 }
 
