@@ -30,6 +30,15 @@ function(add_documents ROOT PACKAGE)
   file(REMOVE ${CHANGES})
 endfunction()
 
+# Debian has manual pages compressed.
+function(compress_manual_pages ROOT)
+  file(GLOB_RECURSE PAGES ${ROOT}/usr/share/man/*.1)
+  foreach(PAGE ${PAGES})
+    compress(${PAGE} ${PAGE}.gz)
+    file(REMOVE ${PAGE})
+  endforeach()
+endfunction()
+
 # In folders that the loader searches by default, programs and libraries need no search path but that
 # of the plugins, which Debian has in a folder of their own.
 function(shorten_search_paths ROOT)
@@ -55,6 +64,7 @@ if(CPACK_GENERATOR STREQUAL "DEB")
     string(TOUPPER ${COMPONENT} UPPER)
     set(ROOT ${CPACK_TEMPORARY_DIRECTORY}/${COMPONENT})
     add_documents(${ROOT} ${CPACK_DEBIAN_${UPPER}_PACKAGE_NAME})
+    compress_manual_pages(${ROOT})
     shorten_search_paths(${ROOT})
   endforeach()
 endif()

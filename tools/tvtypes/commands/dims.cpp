@@ -1,4 +1,5 @@
 // tvtypes dims: simplification of dimensions, and checks of facts about them.
+#include "commands/argument_type.h"
 #include "commands/commands.h"
 #include "commands/usage_error.h"
 #include "dims/fact_file.h"
@@ -104,7 +105,7 @@ void addDims(CLI::App& app, Console& console) {
         .add_option("--facts", options->file,
                     "State the facts in this file and answer its questions; - is the standard "
                     "input")
-        ->type_name("FILE");
+        ->type_name(fileType("FILE", {".facts", ".json"}));
     command.add_flag("--list", options->list, "With --facts: list them, with their blocks");
     command.add_flag("--json", options->json, "Print one JSON object");
     command.footer(footer);

@@ -1,4 +1,5 @@
 // tvtypes layout: reports or draws the memory layout of the structs of a model.
+#include "commands/argument_type.h"
 #include "commands/commands.h"
 #include "files/output_file.h"
 #include "findings/text.h"
@@ -99,7 +100,7 @@ void addLayout(CLI::App& app, Console& console) {
             .add_option("--svg", options->svg,
                         "Draw a picture into this file instead, which cannot be FILE; - is "
                         "standard output")
-            ->type_name("OUT");
+            ->type_name(fileType("OUT", {".svg"}));
     command.add_flag("--json", options->json, "Print one JSON object")->excludes(svg);
     command.add_flag("--all", options->all, "Print every finding about structs on its own");
     command.footer(footer);
