@@ -184,12 +184,17 @@ class Views {
         }
     }
 
+    int resolved(int typeId) const { return table_->getDataTypeAliasedThruTo(typeId)->getId(); }
+
     void readNode(int index) {
         const int count = static_cast<int>(model_.nodes.size());
         const int instance = index / count;
         const Node& node = model_.nodes[static_cast<std::size_t>(index % count)];
         require(nodes_->getName(index) == node.name);
-        require(nodes_->getDataTypeId(index) == node.typeId);
+        // The element of a struct is made once, with the alias by which it is read first.
+        const int type = nodes_->getDataTypeId(index);
+        require(type == node.typeId ||
+                (node.element == nullptr && resolved(type) == resolved(node.typeId)));
         require(nodes_->getOffset(index) == instance * size_ + node.offset);
         require(nodes_->getVarDimsOffset(index) == node.varDimsOffset);
         require(nodes_->getRawElementIdx(index) ==

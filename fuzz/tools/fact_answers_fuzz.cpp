@@ -127,7 +127,7 @@ void check(const std::vector<Line>& lines, const dims::FactReport& report) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    constexpr std::size_t mostLines = 12;
+    constexpr std::size_t mostLines = 8;
     FuzzedDataProvider input(data, size);
     std::vector<Line> lines;
     std::string text;
