@@ -4,6 +4,7 @@
 #include "dims/report.h"
 #include "files/read_error.h"
 #include "support/output.h"
+#include "text/safe_text.h"
 
 #include <cstdint>
 #include <set>
@@ -22,10 +23,11 @@ dims::FactReport readText(const std::string& text) {
     return report;
 }
 
+/// Returns the facts as they are printed.
 std::multiset<std::string> factTexts(const dims::FactReport& report) {
     std::multiset<std::string> texts;
     for (const dims::DimsFact& fact : report.facts) {
-        texts.insert(fact.text);
+        texts.insert(text::safeText(fact.text));
     }
     return texts;
 }
