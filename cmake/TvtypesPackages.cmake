@@ -1,8 +1,8 @@
 # Packages, as scripts/package builds them: three of Debian, one for each component, and one archive
 # of all that can be unpacked anywhere.
 set(CPACK_PACKAGE_NAME tvtypes)
-# Each package has a description of its own.
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY)
+# Each package has a description of its own; CPack puts a summary of another text before it.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_PACKAGE_VENDOR "libtv_types developers")
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_RESOURCE_FILE_README ${PROJECT_SOURCE_DIR}/README.md)
