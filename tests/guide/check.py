@@ -8,7 +8,7 @@ usage: check.py PROGRAM TOOL SOURCE_DIRECTORY PAGE
   a copy of examples/; the lines after a command are what it prints, also to standard error, where a
   line "..." stands for any number of lines. A command has to exit with 0 or 1, unless `echo $?`
   follows. The blocks of a page share the folder.
-- A `text FILE` block is the contents of a file of that folder.
+- A `text FILE` or `python FILE` block is the contents of a file of that folder.
 - Each line of a `cmake` block has to occur in a project that the tests of installations build.
 - Links to files of the project have to lead to one.
 """
@@ -120,7 +120,7 @@ class Page:
             environment = {"PATH": path, "HOME": folder, "LC_ALL": "C.UTF-8"}
             for block in self.blocks:
                 kind, _, file = block.info.partition(" ")
-                if kind == "text" and file:
+                if kind in ("text", "python") and file:
                     pathlib.Path(folder, file).write_text("\n".join(block.lines) + "\n", encoding="utf-8")
                 elif kind == "console":
                     self.check_console(block, folder, environment)
