@@ -47,10 +47,12 @@ def page_source(page, includes):
         elif block.info == "cpp global":
             declarations += located(page, lines)
         elif block.info == "cpp program":
+            if block.lines[-1] != "}":
+                raise SystemExit(f"{page}:{block.line}: the block has to end with that of main")
             programs += 1
             name = f"program{programs}"
             lines = [(number, MAIN.sub(f"int {name}()", text)) for number, text in lines]
-            declarations += located(page, lines)
+            declarations += [*located(page, lines[:-1]), "return 0;", "}"]  # as main has it
             body += [f"if (const int status = {name}(); status != 0) {{", "return status;", "}"]
         else:
             raise SystemExit(f"{page}:{block.line}: cpp blocks are global, program or neither")
