@@ -83,8 +83,8 @@ class Page:
             if expected:
                 self.fail(expected[0][0], "an output without a cpp block")
             return
-        result = subprocess.run([self.program, self.path.stem], stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                                text=True, encoding="utf-8", timeout=60)
+        result = subprocess.run([self.program, self.path.stem], stdout=subprocess.PIPE,
+                                stderr=subprocess.STDOUT, text=True, encoding="utf-8", timeout=60)
         if result.returncode != 0:
             self.fail(1, f"the examples exit with {result.returncode}")
         self.compare(1, "the program", expected, result.stdout.splitlines())
@@ -101,8 +101,9 @@ class Page:
                 return
         script = "".join(f"{{ {text}\n}} 2>&1; status=$?; printf '\\036%d\\036\\n' $status; (exit $status)\n"
                          for _, text, _ in commands)
-        result = subprocess.run(["bash", "-c", script], cwd=folder, env=environment, stdout=subprocess.PIPE,
-                                stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL, timeout=120)
+        result = subprocess.run(["bash", "-c", script], cwd=folder, env=environment,
+                                stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                                stdin=subprocess.DEVNULL, timeout=120)
         pieces = END_OF_COMMAND.split(result.stdout.decode("utf-8"))
         for index, (line, text, expected) in enumerate(commands):
             if 2 * index + 1 >= len(pieces):

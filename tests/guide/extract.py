@@ -66,10 +66,10 @@ def main():
     pages = [page for page in map(pathlib.Path, names) if has_program(page)]
     includes = dict.fromkeys(["#include <cstring>"])
     sources = [line for page in pages for line in page_source(page, includes)]
-    calls = [
-        f'if (argc == 2 && std::strcmp(argv[1], "{page.stem}") == 0) {{ return {function_name(page)}::run(); }}'
-        for page in pages
-    ]
+    calls = []
+    for page in pages:
+        calls += [f'if (argc == 2 && std::strcmp(argv[1], "{page.stem}") == 0) {{',
+                  f"return {function_name(page)}::run();", "}"]
     lines = [*includes, "", *sources, f'#line 1 "{out}"', "int main(int argc, char** argv) {", *calls,
              "return 2;", "}", ""]
     pathlib.Path(out).write_text("\n".join(lines), encoding="utf-8")
