@@ -99,8 +99,8 @@ class Page:
             else:
                 self.fail(number, "a console block begins with a command")
                 return
-        script = "".join(f"{{ {text}\n}} 2>&1; status=$?; printf '\\036%d\\036\\n' $status; (exit $status)\n"
-                         for _, text, _ in commands)
+        mark = "status=$?; printf '\\036%d\\036\\n' $status; (exit $status)"
+        script = "".join(f"{{ {text}\n}} 2>&1; {mark}\n" for _, text, _ in commands)
         result = subprocess.run(["bash", "-c", script], cwd=folder, env=environment,
                                 stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                                 stdin=subprocess.DEVNULL, timeout=120)
@@ -122,13 +122,14 @@ class Page:
             for block in self.blocks:
                 kind, _, file = block.info.partition(" ")
                 if kind in ("text", "python") and file:
-                    pathlib.Path(folder, file).write_text("\n".join(block.lines) + "\n", encoding="utf-8")
+                    contents = "".join(f"{line}\n" for line in block.lines)
+                    pathlib.Path(folder, file).write_text(contents, encoding="utf-8")
                 elif kind == "console":
                     self.check_console(block, folder, environment)
 
     def check_cmake(self):
-        known = {line.strip() for project in PROJECTS for file in self.source.glob(f"{project}/CMakeLists.txt")
-                 for line in file.read_text().splitlines()}
+        files = [file for project in PROJECTS for file in self.source.glob(f"{project}/CMakeLists.txt")]
+        known = {line.strip() for file in files for line in file.read_text().splitlines()}
         for block in self.blocks:
             for number, line in enumerate(block.lines, block.line):
                 if block.info == "cmake" and line.strip() not in known:
