@@ -21,6 +21,7 @@
 
 namespace tvtool {
 
+namespace checkCommand {
 namespace {
 
 using findings::Severity;
@@ -153,8 +154,10 @@ void checkFiles(const CLI::App& command, const Options& options) {
 }
 
 } // namespace
+} // namespace checkCommand
 
 void addCheck(CLI::App& app, Console& console) {
+    using namespace checkCommand;
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "check", "Show what flows between the models of a system, and what is wrong with it");

@@ -18,6 +18,7 @@
 
 namespace tvtool {
 
+namespace completionCommand {
 namespace {
 
 using usage::Offer;
@@ -112,8 +113,10 @@ void complete(const CLI::App& app, const Options& options, Console& console) {
 }
 
 } // namespace
+} // namespace completionCommand
 
 void addCompletion(CLI::App& app, Console& console) {
+    using namespace completionCommand;
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "completion", "Print the script by which a shell completes calls of the tool");

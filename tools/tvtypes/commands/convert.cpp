@@ -21,6 +21,7 @@
 
 namespace tvtool {
 
+namespace convertCommand {
 namespace {
 
 using namespace convert;
@@ -181,8 +182,10 @@ void execute(const Options& options, Console& console) {
 }
 
 } // namespace
+} // namespace convertCommand
 
 void addConvert(CLI::App& app, Console& console) {
+    using namespace convertCommand;
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "convert", "Convert values between the built-in types, and tell what that loses");

@@ -17,6 +17,7 @@
 
 namespace tvtool {
 
+namespace dimsCommand {
 namespace {
 
 struct Options {
@@ -94,8 +95,10 @@ void showFacts(const Options& options, Console& console) {
 }
 
 } // namespace
+} // namespace dimsCommand
 
 void addDims(CLI::App& app, Console& console) {
+    using namespace dimsCommand;
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "dims", "Simplify dimensions that are expressions, and check facts about them");

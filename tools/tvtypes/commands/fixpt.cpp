@@ -20,6 +20,7 @@
 
 namespace tvtool {
 
+namespace fixptCommand {
 namespace {
 
 struct Options {
@@ -155,8 +156,10 @@ void checkCall(const CLI::App& command) {
 }
 
 } // namespace
+} // namespace fixptCommand
 
 void addFixpt(CLI::App& app, Console& console) {
+    using namespace fixptCommand;
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "fixpt", "Show what numeric types are, and how values are stored in them");

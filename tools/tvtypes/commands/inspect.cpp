@@ -22,6 +22,7 @@
 
 namespace tvtool {
 
+namespace inspectCommand {
 namespace {
 
 using findings::Severity;
@@ -183,8 +184,10 @@ void addListing(CLI::App& command, Options& options) {
 }
 
 } // namespace
+} // namespace inspectCommand
 
 void addInspect(CLI::App& app, Console& console) {
+    using namespace inspectCommand;
     const auto options = std::make_shared<Options>();
     CLI::App& command =
         *app.add_subcommand("inspect", "Show the interface and the data types of a model, and what "

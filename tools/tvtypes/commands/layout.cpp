@@ -16,6 +16,7 @@
 
 namespace tvtool {
 
+namespace layoutCommand {
 namespace {
 
 struct Options {
@@ -83,8 +84,10 @@ void layOut(const Options& options, Console& console) {
 }
 
 } // namespace
+} // namespace layoutCommand
 
 void addLayout(CLI::App& app, Console& console) {
+    using namespace layoutCommand;
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "layout", "Show where in memory the elements of the structs of a model lie");

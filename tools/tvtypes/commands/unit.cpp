@@ -24,6 +24,7 @@
 
 namespace tvtool {
 
+namespace unitCommand {
 namespace {
 
 struct Options {
@@ -167,8 +168,10 @@ void execute(const Options& options, Console& console) {
 }
 
 } // namespace
+} // namespace unitCommand
 
 void addUnit(CLI::App& app, Console& console) {
+    using namespace unitCommand;
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "unit", "Show what units mean and how they convert, and look for units");
