@@ -4,7 +4,8 @@ include(CMakePackageConfigHelpers)
 set(TVTYPES_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/tvtypes)
 set(TVTYPES_PKGCONFIG_DIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-install(EXPORT tvtypes-targets NAMESPACE tvtypes:: DESTINATION ${TVTYPES_CMAKE_DIR})
+install(EXPORT tvtypes-targets NAMESPACE tvtypes:: DESTINATION ${TVTYPES_CMAKE_DIR}
+  COMPONENT development)
 
 configure_package_config_file(cmake/tvtypes-config.cmake.in
   ${PROJECT_BINARY_DIR}/tvtypes-config.cmake INSTALL_DESTINATION ${TVTYPES_CMAKE_DIR})
@@ -13,7 +14,7 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/tvtypes-config-version.cm
 install(FILES
   ${PROJECT_BINARY_DIR}/tvtypes-config.cmake
   ${PROJECT_BINARY_DIR}/tvtypes-config-version.cmake
-  DESTINATION ${TVTYPES_CMAKE_DIR})
+  DESTINATION ${TVTYPES_CMAKE_DIR} COMPONENT development)
 
 # Paths are relative to the file, so that the prefix can be moved.
 file(RELATIVE_PATH TVTYPES_PKGCONFIG_PREFIX
@@ -26,4 +27,5 @@ else()
   set(TVTYPES_PKGCONFIG_REQUIRES ${TVTYPES_INSTALLED_PLATFORM_PACKAGE})
 endif()
 configure_file(cmake/tvtypes.pc.in ${PROJECT_BINARY_DIR}/tvtypes.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/tvtypes.pc DESTINATION ${TVTYPES_PKGCONFIG_DIR})
+install(FILES ${PROJECT_BINARY_DIR}/tvtypes.pc DESTINATION ${TVTYPES_PKGCONFIG_DIR}
+  COMPONENT development)

@@ -6,7 +6,15 @@ add_library(tvtypes_options INTERFACE)
 target_compile_options(tvtypes_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion
   # The same source must give the same digits on every machine.
-  -ffp-contract=off)
+  -ffp-contract=off
+  # And the same bytes in every folder.
+  -ffile-prefix-map=${PROJECT_BINARY_DIR}=build -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
+
+# The warning is about headers, and takes a source that is compiled with others for one.
+if(CMAKE_UNITY_BUILD)
+  target_compile_options(tvtypes_options INTERFACE
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+endif()
 
 if(TVTYPES_WARNINGS_AS_ERRORS)
   target_compile_options(tvtypes_options INTERFACE -Werror)
@@ -27,6 +35,13 @@ function(tvtypes_shared_library TARGET)
   endif()
   set_target_properties(${TARGET} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${SOVERSION})
 endfunction()
+
+# With TVTYPES_DEBUG_INTERFACES, what abidw describes. The places of variables, which it does not need,
+# differ from build to build.
+set(TVTYPES_INTERFACE_OPTIONS)
+if(TVTYPES_DEBUG_INTERFACES)
+  set(TVTYPES_INTERFACE_OPTIONS -g -fno-var-tracking)
+endif()
 
 # quick_to_compile(TARGET HEADERS...): less optimisation outside of releases, for targets that take
 # far longer to compile than to run, and HEADERS precompiled. The preset asan-ubsan compiles without

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
-#include <limits>
 
 namespace tvdata {
 
@@ -34,7 +33,6 @@ constexpr std::array<std::string_view, 2> reserved{"unitless", "inherit"};
 
 /// Largest parts of the nearest form of a factor without an exact one. By default, the product with
 /// the parts of a foot, 762/25, still fits 32 bits; a precise factor uses all 32 bits.
-constexpr std::int32_t largestPart = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t largestDefaultPart = largestPart / 768;
 
 void checkName(std::string_view kind, const std::string& name) {
@@ -58,12 +56,6 @@ Form selectForm(const Exact& factor, std::optional<int> exponent, bool precise) 
 Powers withoutZeros(Powers powers) {
     std::erase_if(powers, [](const auto& entry) { return entry.second == 0; });
     return powers;
-}
-
-void multiply(Powers& product, const Powers& factor, int power) {
-    for (const auto& [name, exponent] : factor) {
-        product[name] += power * exponent;
-    }
 }
 
 void append(std::vector<std::string>& list, const std::vector<std::string>& more) {

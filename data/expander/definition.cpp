@@ -115,12 +115,6 @@ Number takeFactor(Reader& reader) {
     return reader.take('^') ? raised(number, reader.takePower()) : number;
 }
 
-void multiply(Powers& product, const Powers& factor, int sign) {
-    for (const auto& [name, power] : factor) {
-        product[name] += sign * power;
-    }
-}
-
 Powers takeExpression(Reader& reader);
 
 Powers takeTerm(Reader& reader) {
@@ -196,6 +190,12 @@ Definition parseDefinition(std::string_view text) {
     }
     definition.expression = text;
     return definition;
+}
+
+void multiply(Powers& product, const Powers& factor, int power) {
+    for (const auto& [name, exponent] : factor) {
+        product[name] += power * exponent;
+    }
 }
 
 Powers parseExpression(std::string_view text) {

@@ -33,6 +33,9 @@ Definition parseDefinition(std::string_view text);
 /// group, which the library accepts only if it is all of the outer group.
 Powers parseExpression(std::string_view text);
 
+/// Multiplies a product by a factor to an integer power.
+void multiply(Powers& product, const Powers& factor, int power);
+
 /// Formats an expression with these powers: "kg*m^2/(A*s^3)". A power of 0 is formatted as "m/m".
 std::string formatExpression(const Powers& powers);
 

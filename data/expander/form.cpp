@@ -5,13 +5,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <limits>
 
 namespace tvdata {
 
 namespace {
-
-constexpr std::int32_t largestPart = std::numeric_limits<std::int32_t>::max();
 
 struct Fraction {
     Integer numerator;

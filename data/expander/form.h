@@ -5,10 +5,14 @@
 #include "number.h"
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <vector>
 
 namespace tvdata {
+
+/// The largest numerator and denominator of a Form.
+constexpr std::int32_t largestPart = std::numeric_limits<std::int32_t>::max();
 
 /// The number numerator / denominator * 10^exponent.
 struct Form {

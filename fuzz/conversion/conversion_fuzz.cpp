@@ -1,6 +1,8 @@
-// Converts any bytes between built-in types, real or complex, at any address, and compares the
-// result with the reference model of the tests. Buffers end where the last element does.
-#include "reference.h"
+// Converts any bytes between built-in types, real or complex, at any address, in all modes, and
+// compares the result with the reference model of the tests. Buffers end where the last element
+// does.
+#include "conversion/reference.h"
+#include "support/require.h"
 
 #include <tvtypes/datatype.h>
 #include <tvtypes/functions.h>
@@ -17,13 +19,15 @@
 
 namespace {
 
+using fuzzing::require;
+
 constexpr int booleanId = 8;
 
 /// Parts of an element: values of one type, at any address.
 class Vector {
   public:
     Vector(std::size_t parts, int id, std::size_t offset)
-        : id_(id), offset_(offset), bytes_(offset + parts * reference::sizeOf(id)) {}
+        : id_(id), offset_(offset), bytes_(offset + parts * reference::sizeOf(id), unwritten) {}
 
     std::byte* data() { return bytes_.data() + offset_; }
     std::size_t size() const { return bytes_.size() - offset_; }
@@ -37,7 +41,18 @@ class Vector {
                                                      std::signbit(held) == std::signbit(value));
     }
 
+    /// Returns whether the bytes in front of the values are as they were.
+    bool isIntactBefore() const {
+        return std::all_of(bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(offset_),
+                           [](std::byte one) { return one == unwritten; });
+    }
+    bool isUnwritten() const {
+        return std::ranges::all_of(bytes_, [](std::byte one) { return one == unwritten; });
+    }
+
   private:
+    static constexpr std::byte unwritten{0xA5};
+
     int id_;
     std::size_t offset_;
     std::vector<std::byte> bytes_;
@@ -45,6 +60,7 @@ class Vector {
 
 struct Call {
     reference::Conversion conversion;
+    int overflow; ///< as requested; the conversion has 0 where that has no effect
     bool srcIsComplex;
     bool dstIsComplex;
     bool checkLoss;
@@ -61,16 +77,10 @@ struct Call {
     bool convert(const std::byte* src, std::byte* dst) const {
         return tvConvertBuiltInDTypeVectWithCheck(
             src, srcCount, conversion.srcId, srcIsComplex, dst, dstCount, conversion.dstId,
-            dstIsComplex, fxpModeOverflow_tag(conversion.overflow),
-            fxpModeRounding_tag(conversion.rounding), checkLoss);
+            dstIsComplex, fxpModeOverflow_tag(overflow), fxpModeRounding_tag(conversion.rounding),
+            checkLoss);
     }
 };
-
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
 
 void checkValues(const Call& call, Vector& src, Vector& dst, bool isKept) {
     bool expectKept = true;
@@ -111,18 +121,43 @@ void checkOverflow(const Call& call, Vector& src) {
                             call.srcIsComplex, c.dstId, fxpModeRounding_tag(c.rounding)));
 }
 
+/// Ids and modes without a conversion write nothing.
+int checkInvalid(Call call, Vector& src, Vector& dst) {
+    const reference::Conversion valid = call.conversion;
+    for (const int id : {-1, reference::typeCount}) {
+        call.conversion.srcId = id;
+        require(!call.convert(src.data(), dst.data()));
+        call.conversion = valid;
+        call.conversion.dstId = id;
+        require(!call.convert(src.data(), dst.data()));
+        call.conversion = valid;
+    }
+    if (reference::isFloat(valid.srcId) && !reference::isFloat(valid.dstId) &&
+        valid.dstId != booleanId) {
+        call.conversion.rounding = 7;
+        require(!call.convert(src.data(), dst.data()));
+    }
+    require(dst.isUnwritten());
+    return 0;
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzedDataProvider input(data, size);
-    static const std::vector<reference::Conversion> all = reference::allConversions();
     Call call{};
-    call.conversion = all[input.ConsumeIntegralInRange<std::size_t>(0, all.size() - 1)];
-    const reference::Conversion& c = call.conversion;
+    reference::Conversion& c = call.conversion;
+    c.srcId = input.ConsumeIntegralInRange(0, reference::typeCount - 1);
+    c.dstId = input.ConsumeIntegralInRange(0, reference::typeCount - 1);
+    call.overflow = input.ConsumeIntegralInRange(0, 1);
+    c.overflow = c.srcId == booleanId ? 0 : call.overflow;
+    c.rounding = input.ConsumeIntegralInRange(0, 6);
     call.srcIsComplex = input.ConsumeBool();
     call.dstIsComplex = input.ConsumeBool();
     call.checkLoss = input.ConsumeBool();
     const bool replicates = input.ConsumeBool();
+    const bool isCounted = input.ConsumeBool();
+    const bool isInvalid = input.ConsumeIntegralInRange(0, 31) == 31;
     const auto copies = input.ConsumeIntegralInRange<unsigned long>(0, 3000);
     const auto srcOffset = input.ConsumeIntegralInRange<std::size_t>(0, 15);
     const auto dstOffset = input.ConsumeIntegralInRange<std::size_t>(0, 15);
@@ -137,7 +172,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Vector src(call.srcCount * call.srcParts(), c.srcId, srcOffset);
     std::memcpy(src.data(), bytes.data(), src.size());
     Vector dst(call.dstCount * call.dstParts(), c.dstId, dstOffset);
+    if (isInvalid) {
+        return checkInvalid(call, src, dst);
+    }
+    if (replicates && !isCounted && !call.joinsParts()) {
+        call.srcCount = 0; // as 1
+    }
     const bool isKept = call.convert(src.data(), dst.data());
+    require(dst.isIntactBefore());
     require(std::memcmp(src.data(), bytes.data(), src.size()) == 0);
     checkValues(call, src, dst, isKept);
     checkOverflow(call, src);

@@ -1,5 +1,7 @@
 // Any sequence of operations on a table of types, with a client's hook that throws or changes the
 // table. After each operation ids, names and alias chains agree; an error changes nothing.
+#include "support/require.h"
+
 #include <tvtypes/datatypetable.h>
 
 #include <fnd/except.h>
@@ -17,16 +19,11 @@
 namespace {
 
 using namespace TVTypeSys;
+using fuzzing::require;
 
 constexpr auto clientSource = static_cast<DataTypeSource>(2);
 constexpr int noType = -10;
 constexpr int firstClientId = 14;
-
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
 
 /// A table in which types of a client replace others of the same name, on request.
 class Table : public DataTypeTable {

@@ -1,5 +1,5 @@
 /// \file
-/// All exported plain functions that belong to no class, and the two version texts.
+/// All exported plain functions that belong to no class, and the texts about the version.
 #pragma once
 
 #include <tvtypes/conversion/comparators.h>

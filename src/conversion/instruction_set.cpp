@@ -1,5 +1,7 @@
 #include "conversion/instruction_set.h"
 
+#include <tvtypes/version.h>
+
 #if defined(__x86_64__)
 #include <cpuid.h>
 #endif
@@ -50,23 +52,36 @@ bool hasLevel4() {
            __builtin_cpu_supports("avx512vl");
 }
 
-} // namespace
+struct Level {
+    const Kernel& kernel;
+    const char* name;
+};
 
-const Kernel& bestKernel() {
+Level bestLevel() {
     __builtin_cpu_init();
     if (!hasLevel2()) {
-        return kernelX86V1;
+        return {kernelX86V1, "x86-64"};
     }
     if (!hasLevel3()) {
-        return kernelX86V2;
+        return {kernelX86V2, "x86-64-v2"};
     }
-    return hasLevel4() ? kernelX86V4 : kernelX86V3;
+    return hasLevel4() ? Level{kernelX86V4, "x86-64-v4"} : Level{kernelX86V3, "x86-64-v3"};
 }
+
+} // namespace
+
+const Kernel& bestKernel() { return bestLevel().kernel; }
+
+} // namespace TVTypeSys::conversion
+
+const char* getInstructionSetName() noexcept { return TVTypeSys::conversion::bestLevel().name; }
 
 #else
 
 const Kernel& bestKernel() { return kernelPlain; }
 
-#endif
-
 } // namespace TVTypeSys::conversion
+
+const char* getInstructionSetName() noexcept { return "portable"; }
+
+#endif

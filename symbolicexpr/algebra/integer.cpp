@@ -72,13 +72,6 @@ void Integer::divideExactly(const Integer& divisor) {
     *this = quotient.integer();
 }
 
-bool Integer::operator==(const Integer& other) const {
-    if (!big_ || !other.big_) {
-        return value_ == other.value_ && !big_ == !other.big_;
-    }
-    return fmpz_equal(big_->value, other.big_->value) != 0;
-}
-
 std::size_t Integer::bits() const {
     return big_ ? fmpz_bits(big_->value) : FLINT_BIT_COUNT(magnitude(value_));
 }

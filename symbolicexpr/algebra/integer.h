@@ -35,8 +35,6 @@ class Integer {
     /// \pre The divisor is not zero and leaves no remainder.
     void divideExactly(const Integer& divisor);
 
-    bool operator==(const Integer& other) const;
-
     /// Returns the value if it is from 0 to 2^32-1.
     std::optional<std::uint32_t> asExponent() const {
         if (big_ || value_ < 0 || value_ > UINT32_MAX) {

@@ -93,13 +93,6 @@ Polynomial::Polynomial(std::uint32_t name) {
     terms_.front().monomial.degree = 1;
 }
 
-bool Polynomial::operator==(const Polynomial& other) const {
-    return std::equal(terms_.begin(), terms_.end(), other.terms_.begin(), other.terms_.end(),
-                      [](const Term& a, const Term& b) {
-                          return a.coefficient == b.coefficient && a.monomial == b.monomial;
-                      });
-}
-
 void Polynomial::negate() {
     for (Term& term : terms_) {
         term.coefficient.negate();

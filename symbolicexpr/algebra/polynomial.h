@@ -72,8 +72,6 @@ class Polynomial {
         return isZero() ? Integer() : terms_.front().coefficient;
     }
 
-    bool operator==(const Polynomial& other) const;
-
     void negate();
     void multiplyBy(const Integer& factor);
     /// \pre The divisor divides each term.

@@ -1,5 +1,6 @@
 // Factors of compounds in many spellings, compared with the definitions of their units.
 #include "fault.h"
+#include "support/random_seed.h"
 #include "unit_sources.h"
 
 #include <tvtypes/units.h>
@@ -21,7 +22,7 @@ namespace TVTypeSys {
 
 namespace {
 
-std::mt19937 generator(17); // NOLINT: the same texts in every run
+std::mt19937 generator; // NOLINT: seeded by each FactorCheck
 
 template <class Range>
 const auto& randomElement(const Range& range) {
@@ -90,6 +91,8 @@ std::string respelt(const std::string& text) {
 /// Registers texts and finds those whose factor is wrong, although it has no precision flag.
 class FactorCheck {
   public:
+    FactorCheck() { generator.seed(randomSeed(17)); }
+
     void add(const std::string& text, double factor) {
         if (++count_ % 1000 == 0) {
             table_.resetToBuiltin();

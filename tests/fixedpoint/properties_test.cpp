@@ -11,7 +11,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 const double notANumber = std::numeric_limits<double>::quiet_NaN();
 const double belowTwo = std::nextafter(2.0, 0.0);
 
-fxpModeDataType mode(int value) { return static_cast<fxpModeDataType>(value); }
+fxpModeDataType modeOf(int value) { return static_cast<fxpModeDataType>(value); }
 
 } // namespace
 
@@ -32,8 +32,8 @@ TEST(FixedPointRecord, ValidationDependsOnTheMode) {
         {{FXP_DT_SINGLE, 1, 32, 0, 1.0, 0.0, 0}, true},
         {{FXP_DT_BOOLEAN, 0, 8, 0, 1.0, 0.0, 0}, true},
         {{FXP_DT_BOOLEAN, 1, 8, 0, 1.0, 0.0, 0}, false},
-        {{mode(-1), 1, 16, 0, 1.0, 0.0, 0}, false},
-        {{mode(5), 1, 16, 0, 1.0, 0.0, 0}, false}};
+        {{modeOf(-1), 1, 16, 0, 1.0, 0.0, 0}, false},
+        {{modeOf(5), 1, 16, 0, 1.0, 0.0, 0}, false}};
     for (const auto& [r, isValid] : cases) {
         EXPECT_EQ(isValid, r.validateFxpDTProp()) << fxpDataTypeToIdentifierString_NoCache(&r);
         // The unsigned overload differs for negative word lengths only.
@@ -69,8 +69,17 @@ TEST(FixedPointRecord, OrderDependsOnTheMode) {
     }
 }
 
+TEST(FixedPointRecord, ModesHaveNames) {
+    const char* const names[] = {"FXP_DT_FIXPT",  "FXP_DT_SCALED_DOUBLE", "FXP_DT_DOUBLE",
+                                 "FXP_DT_SINGLE", "FXP_DT_BOOLEAN",       "UNKNOWN"};
+    for (int mode = 0; mode < 6; ++mode) {
+        const fxpDataTypeProp record{modeOf(mode), 0, 8, 0, 1.0, 0.0, 0};
+        EXPECT_STREQ(names[mode], fxpDtpGetClassName(&record));
+    }
+}
+
 TEST(FixedPointRecord, DisplayWritesAllFieldsInOrder) {
-    const fxpDataTypeProp record{mode(7), 0, 16, -4, 1.5, -2.0, 1};
+    const fxpDataTypeProp record{modeOf(7), 0, 16, -4, 1.5, -2.0, 1};
     testing::internal::CaptureStdout();
     EXPECT_TRUE(fxpDtpPreAssert(true, &record));
     EXPECT_FALSE(fxpDtpPreAssert(false, &record));

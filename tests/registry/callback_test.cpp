@@ -15,9 +15,9 @@ int plain(DataTypeTable& table, const std::string& name) {
 
 // Performs steps when a type named "New" is registered: "+A" registers a type; "14>new" makes a
 // type an alias.
-class Callback : public ClientDataTypeCheckCallback {
+class ScriptedCallback : public ClientDataTypeCheckCallback {
   public:
-    Callback(DataTypeTable& table, const char* steps) : table_(table), steps_(steps) {}
+    ScriptedCallback(DataTypeTable& table, const char* steps) : table_(table), steps_(steps) {}
     void checkRegisteredType(DataType* dataType, const char* /*blockPath*/) override {
         if (dataType->getName() != std::string("New")) {
             return;
@@ -77,7 +77,7 @@ std::string listing(DataTypeTable& table) {
 
 } // namespace
 
-TEST(Callback, MayChangeTable) {
+TEST(ScriptedCallback, MayChangeTable) {
     const char* const none = "no error";
     const char* const rejected = "InvalidDataTypeId(-2)";
     const struct {
@@ -111,7 +111,7 @@ TEST(Callback, MayChangeTable) {
         plain(table, "P");
         const int target = c.replaces ? plain(table, "New") : 14;
         table.registerAliasDataType("Q", clientSource, target, nullptr);
-        table.setClientDataTypeCheckCallback(boost::make_shared<Callback>(table, c.steps));
+        table.setClientDataTypeCheckCallback(boost::make_shared<ScriptedCallback>(table, c.steps));
         int id = 0;
         EXPECT_ERROR(c.error, id = plain(table, "New"));
         EXPECT_EQ(c.error != none ? 0 : c.replaces ? 15 : 16, id);
@@ -122,13 +122,14 @@ TEST(Callback, MayChangeTable) {
     }
 }
 
-TEST(Callback, OtherExceptionsKeepNewTypes) {
+TEST(ScriptedCallback, OtherExceptionsKeepNewTypes) {
     for (const bool replaces : {false, true}) {
         ReplacingTable table;
         if (replaces) {
             plain(table, "New");
         }
-        table.setClientDataTypeCheckCallback(boost::make_shared<Callback>(table, "+Other failed"));
+        table.setClientDataTypeCheckCallback(
+            boost::make_shared<ScriptedCallback>(table, "+Other failed"));
         EXPECT_THROW(plain(table, "New"), std::runtime_error);
         EXPECT_EQ(replaces ? "New New Other" : "New Other", listing(table));
     }

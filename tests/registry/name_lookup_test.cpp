@@ -1,4 +1,5 @@
 // Lookups by name against a linear scan of the records.
+#include "support/random_seed.h"
 #include "table_fixture.h"
 
 #include <random>
@@ -45,7 +46,7 @@ bool isAliased(DataTypeTable& table, int id) {
 } // namespace
 
 TEST(NameLookup, MatchesLinearScan) {
-    std::mt19937 random(3);
+    std::mt19937 random(randomSeed(3));
     const auto pick = [&random](int count) {
         return std::uniform_int_distribution<int>(0, count - 1)(random);
     };

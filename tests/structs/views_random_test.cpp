@@ -2,6 +2,7 @@
 // search from the first element at each level of nesting. And the views of struct types that are
 // too deep for recursion and too wide for a search from the start at each index.
 #include "structs/struct_fixture.h"
+#include "support/random_seed.h"
 
 #include <algorithm>
 #include <map>
@@ -184,7 +185,7 @@ class RandomViewsTest : public StructTest {
         return indices;
     }
 
-    std::mt19937 random{20};
+    std::mt19937 random{randomSeed(20)};
     std::map<std::tuple<int, int, bool>, int> offsets; // that have been read, for each type
 };
 

@@ -1,4 +1,5 @@
 #include "expression_fixture.h"
+#include "support/random_seed.h"
 
 #include <symbolicexpr/simplify.h>
 
@@ -102,7 +103,7 @@ TEST_F(EqualOperands, KeepTheRest) {
 // Sums and differences of names are still zero when a name is replaced by an operand that cannot
 // be expanded.
 TEST_F(EqualOperands, AreTreatedAsNames) {
-    std::mt19937 random(1);
+    std::mt19937 random(randomSeed(1));
     for (int i = 0; i < 200; ++i) {
         const auto& operands = pairsOfOperands[random() % std::size(pairsOfOperands)];
         std::vector<std::string> terms;

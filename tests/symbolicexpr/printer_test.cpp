@@ -1,4 +1,5 @@
 #include "expression_fixture.h"
+#include "support/random_seed.h"
 
 #include <algorithm>
 #include <random>
@@ -28,7 +29,7 @@ class SymbolicPrinter : public ExpressionTest {
         return SymbolicNDExpr(table, entries).getId(table);
     }
 
-    std::mt19937 random{20260101};
+    std::mt19937 random{randomSeed(20260101)};
 };
 
 TEST_F(SymbolicPrinter, OmitsRedundantParentheses) {

@@ -20,8 +20,13 @@ TEST(CommandLine, PrintsHelpAndVersion) {
         EXPECT_THAT(outcome.out, HasSubstr("inspect"));
         EXPECT_EQ(outcome.err, "");
     }
-    EXPECT_THAT(run({"--version"}).out, HasSubstr(libtv_types_version));
-    EXPECT_EQ(run({"-V"}).out, run({"--version"}).out);
+    const std::string version = run({"--version"}).out;
+    EXPECT_THAT(version, HasSubstr(libtv_types_version));
+    EXPECT_THAT(version, HasSubstr(getInstructionSetName()));
+    // The heading is a line, too.
+    EXPECT_THAT(version,
+                HasSubstr(std::to_string(run({"unit", "--list"}).lines().size() - 1) + " units"));
+    EXPECT_EQ(run({"-V"}).out, version);
     const Outcome empty = run({});
     EXPECT_EQ(empty.status, 2);
     EXPECT_EQ(empty.out, "");

@@ -4,6 +4,7 @@
 #include "fixedpoint/identifier.h"
 #include "fixedpoint/quantization.h"
 #include "support.h"
+#include "support/random_seed.h"
 #include "text/parse_error.h"
 
 #include <tvtypes/datatypetable.h>
@@ -25,7 +26,7 @@ using testing::HasSubstr;
 Outcome fixpt(const std::string& call) { return run(split("fixpt " + call)); }
 
 TEST(Fixpt, ParsesNamesOfRandomRecords) {
-    std::mt19937_64 random(5);
+    std::mt19937_64 random(randomSeed(5));
     const auto pick = [&](auto... values) {
         return std::array{values...}[random() % sizeof...(values)];
     };
@@ -139,7 +140,7 @@ std::string converted(double value, convert::Type type, convert::Modes modes) {
 /// Returns random values and random ties of both signs, and all ties and integers at the limits of
 /// the integer types.
 std::vector<double> valuesToRound() {
-    std::mt19937_64 random(7);
+    std::mt19937_64 random(randomSeed(7));
     std::vector<double> values;
     for (int i = 0; i < 300; ++i) {
         const double size = std::ldexp(1.0, static_cast<int>(random() % 40) - 2);

@@ -3,6 +3,7 @@
 
 #include "exchange/xml.h"
 #include "model/memory_map.h"
+#include "support/random_seed.h"
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
@@ -99,7 +100,7 @@ TEST(Layout, ShowsNamesOfTheDescription) {
 
 TEST(Layout, LeavesAndPaddingFillTheStruct) {
     const TemporaryFolder folder;
-    std::mt19937 random(11);
+    std::mt19937 random(randomSeed(11));
     const char* const bases[] = {"Float64", "Float32", "Int8", "UInt16", "Boolean", "Int64"};
     std::string variables;
     for (int i = 0; i < 400; ++i) {

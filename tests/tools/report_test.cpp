@@ -3,6 +3,7 @@
 #include "findings/text.h"
 #include "output/shortening.h"
 #include "output/table.h"
+#include "support/random_seed.h"
 #include "text/glob.h"
 #include "text/safe_text.h"
 #include "text/utf8.h"
@@ -271,7 +272,7 @@ TEST(SeveralFiles, AreFoundOnceAndCounted) {
 }
 
 TEST(Shortening, KeepsDifferentTextsDifferent) {
-    std::mt19937 random(7);
+    std::mt19937 random(randomSeed(7));
     const auto choose = [&random](auto... choices) {
         const std::string all[] = {choices...};
         return all[random() % sizeof...(choices)];

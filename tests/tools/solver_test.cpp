@@ -1,6 +1,7 @@
 // The solver of facts against exhaustive search, and against elimination of inequalities.
 #include "solver/fact_solver.h"
 #include "solver/roots.h"
+#include "support/random_seed.h"
 
 #include <gtest/gtest.h>
 
@@ -30,7 +31,7 @@ enum class Kind { Differences, Sums, Products };
 
 class RandomConstraints {
   public:
-    RandomConstraints(Kind kind, unsigned seed) : kind_(kind), random_(seed) {}
+    RandomConstraints(Kind kind, unsigned seed) : kind_(kind), random_(randomSeed(seed)) {}
 
     Constraint next() {
         Constraint constraint{{}, pick(0, 1) == 0 ? Sign::Zero : Sign::Positive};
@@ -306,7 +307,7 @@ class HeaviestPaths {
 };
 
 TEST(Differences, MatchHeaviestPaths) {
-    std::mt19937 random(1);
+    std::mt19937 random(randomSeed(1));
     const auto pick = [&](int least, int most) {
         return std::uniform_int_distribution<int>(least, most)(random);
     };
@@ -352,7 +353,7 @@ TEST(Differences, MatchHeaviestPaths) {
 TEST(Solver, BoundsItsWork) {
     // Coefficients of a random system of equations grow with each elimination; the value of
     // a chain of squares doubles its digits.
-    std::mt19937 random(1);
+    std::mt19937 random(randomSeed(1));
     const auto pick = [&](int below) {
         return std::uniform_int_distribution<int>(0, below - 1)(random);
     };

@@ -5,6 +5,7 @@
 #include "model/model.h"
 #include "model/name_tree.h"
 #include "model/struct_layout.h"
+#include "support/random_seed.h"
 
 #include <fndut/alloc.h>
 
@@ -265,7 +266,7 @@ TEST(StructLayout, MatchesReferenceModel) {
         std::size_t alignment = 1;
         void pad(std::size_t unit) { bytes.resize((bytes.size() + unit - 1) / unit * unit); }
     };
-    std::mt19937 random(7);
+    std::mt19937 random(randomSeed(7));
     const auto pick = [&](int count) {
         return static_cast<int>(random() % static_cast<unsigned>(count));
     };

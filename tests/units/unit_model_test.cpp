@@ -94,6 +94,8 @@ TEST_F(UnitModel, DeterminesEquivalence) {
     ASSERT_EQ(other.size(), 1);
     EXPECT_NE(unspecified.compare(*other.begin()), 0);
     EXPECT_TRUE(unspecified.equivalentToUnit(*other.begin()));
+    const UnitBase& length = database().getAbstractUnit(u"length").begin()->get();
+    EXPECT_TRUE(unspecified.equivalentToUnit(length) && length.equivalentToUnit(unspecified));
 }
 
 TEST_F(UnitModel, CloneClearsPrecisionFlags) {

@@ -1,4 +1,5 @@
 // The parts of the unit database that clients may use by themselves.
+#include "support/random_seed.h"
 #include "units/database_fixture.h"
 
 #include <algorithm>
@@ -21,7 +22,7 @@ std::u16string randomText(std::mt19937& random, std::size_t longest) {
 }
 
 TEST(Trie, MatchesSetOfWords) {
-    std::mt19937 random(7);
+    std::mt19937 random(randomSeed(7));
     Trie trie;
     std::set<std::u16string> words;
     for (int i = 0; i < 200; ++i) {
@@ -71,7 +72,7 @@ TEST(Trie, HoldsLongWordsAndPartialPaths) {
 TEST(UnitBaseInstanceMapping, MatchesMultimaps) {
     std::size_t warnings = 0, expectedWarnings = 0;
     const auto before = tvsvSetWarningHandler([&](const tvsvDiagnosticImpl&) { ++warnings; });
-    std::mt19937 random(11);
+    std::mt19937 random(randomSeed(11));
     std::vector<std::unique_ptr<UnitBase>> units;
     std::array<std::multimap<std::u16string, const UnitBase*>, 3> expected;
     UnitBaseInstanceMapping mapping;

@@ -2,15 +2,12 @@
 
 #include "commands/call.h"
 #include "commands/commands.h"
-#include "commands/help.h"
 #include "commands/usage_error.h"
 #include "files/file_error.h"
 #include "output/json.h"
 #include "output/terminal.h"
 #include "text/quote.h"
 #include "text/safe_text.h"
-
-#include <tvtypes/functions.h>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -88,18 +85,8 @@ int runTool(int argc, const char* const* argv, const Streams& streams) {
     Console console{streams};
     output::setLineWidth(streams.out, streams.width);
     try {
-        CLI::App app("Works with the data types of block-diagram models.", "tvtypes");
-        app.set_version_flag("-V,--version", fmt::format("tvtypes {} ({})", libtv_types_version,
-                                                         libtv_types_build_date));
-        app.require_subcommand(0, 1);
-        addCheck(app, console);
-        addConvert(app, console);
-        addDims(app, console);
-        addFixpt(app, console);
-        addInspect(app, console);
-        addLayout(app, console);
-        addUnit(app, console);
-        formatHelp(app);
+        CLI::App app;
+        addCommands(app, console);
         const Call call({argv + 1, argv + argc});
         if (call.isEmpty()) {
             console.fail({}, app.help());

@@ -5,6 +5,9 @@
 
 #include <tvtypes/export.h>
 
+/// \addtogroup conversion
+/// @{
+
 struct _tvDataTypeAccess_tag;
 
 /// \cond
@@ -62,3 +65,5 @@ TVTYPES_DECLARE_COMPARATORS(boolean_T)
 }
 
 #undef TVTYPES_DECLARE_COMPARATORS
+
+/// @}

@@ -41,6 +41,9 @@
 #include <tvtypes/export.h>
 #include <tvtypes/fixedpoint/properties.h>
 
+/// \addtogroup conversion
+/// @{
+
 struct _tvDataTypeAccess_tag;
 
 /// A conversion function of one pair of types: converts `dstCount` elements.
@@ -51,9 +54,10 @@ struct _tvDataTypeAccess_tag;
 /// real drops them. A complex element is 1 in a `boolean` destination if either part is not zero.
 ///
 /// Returns false if `checkLoss` is true and something was lost: an element converted back differs
-/// from its source, the source is NaN, or a dropped imaginary part is not zero. The destination is
-/// written in full either way. The ids and modes are ignored: the selection of the function fixes
-/// them.
+/// from its source, the source is NaN, or a dropped imaginary part is not zero. Pairs whose
+/// destination holds every value of the source, such as single to double, check nothing. The
+/// destination is written in full either way. The ids and modes are ignored: the selection of the
+/// function fixes them.
 /// \pre Unless `dstCount` is 0, `src` has the elements described above and `dst` has room for the
 /// bytes of the table in conversion.h; they overlap only if the vector is converted in place. Only
 /// null pointers are checked, in builds with assertions.
@@ -102,3 +106,5 @@ extern template TVTYPES_API double ScalarConvergentPreInt<double>(double x);
 extern template TVTYPES_API float ScalarConvergentPreInt<float>(float x);
 
 } // namespace utdtypeconv
+
+/// @}

@@ -4,6 +4,9 @@
 
 #include <tvtypes/export.h>
 
+/// \addtogroup conversion
+/// @{
+
 struct oxArray_tag;
 class tvsvDiagnosticImpl;
 enum oxClassID : int;
@@ -50,3 +53,5 @@ namespace TVTypeConv {
 TVTYPES_API void tvConvertMatrixToEnumObjects(oxArray_tag*& array, const char* enumClassName);
 
 } // namespace TVTypeConv
+
+/// @}

@@ -5,6 +5,9 @@
 #include <tvtypes/export.h>
 #include <tvtypes/fixedpoint/properties.h>
 
+/// \addtogroup conversion
+/// @{
+
 namespace TVTypeSys::DataTypeConvOverflowUtilities {
 
 /// Returns whether any of `count` floating-point elements, rounded in this mode, is outside the
@@ -18,3 +21,5 @@ TVTYPES_API bool CheckFloatVectForConvOverflow(const Src* data, int count, bool 
                                                fxpModeRounding_tag rounding);
 
 } // namespace TVTypeSys::DataTypeConvOverflowUtilities
+
+/// @}

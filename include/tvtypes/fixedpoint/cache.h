@@ -21,6 +21,9 @@
 #include <map>
 #include <string>
 
+/// \addtogroup fixedpoint
+/// @{
+
 /// The strings of one record, each computed on first use, which any number of threads may do.
 class TVTYPES_API fxpDataTypeCachedStrings {
   public:
@@ -94,3 +97,5 @@ TVTYPES_API fxpDataTypeCachedStrings& fxpDataTypeCacheFindHash(const fxpDataType
 
 /// Returns the entry of any record in dtCacheMap, inserted if there is none.
 TVTYPES_API fxpDataTypeCachedStrings& fxpDataTypeCacheFindMap(const fxpDataTypeProp& record);
+
+/// @}

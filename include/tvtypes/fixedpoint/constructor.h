@@ -22,6 +22,9 @@
 #include <cstdint>
 #include <string>
 
+/// \addtogroup fixedpoint
+/// @{
+
 namespace FxpDT {
 
 /// The function that the string calls. Any other value acts as PreferFixdt.
@@ -71,3 +74,5 @@ TVTYPES_API std::string slopeAdjustmentFactorStr(const fxpDataTypeProp& record);
 
 /// Returns the bias as text.
 TVTYPES_API std::string biasStr(const fxpDataTypeProp& record);
+
+/// @}

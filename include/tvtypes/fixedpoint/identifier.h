@@ -25,6 +25,9 @@
 
 #include <string>
 
+/// \addtogroup fixedpoint
+/// @{
+
 /// Returns the name from the cache: the same object for equal records, valid until exit.
 /// \pre That of fixedpoint/cache.h.
 TVTYPES_API const std::string& fxpDataTypeToIdentifierString(const fxpDataTypeProp* record);
@@ -59,3 +62,5 @@ TVTYPES_API std::string numStrToIdentifierStr(std::string text);
 /// \pre `to` does not contain `from`, and replacing does not create occurrences forever: the call
 /// would not return. Unchecked.
 TVTYPES_API void strrep(std::string& text, const std::string& from, const std::string& to);
+
+/// @}

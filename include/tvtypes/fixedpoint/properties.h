@@ -13,6 +13,9 @@
 
 #include <cstdint>
 
+/// \addtogroup fixedpoint
+/// @{
+
 /// The kinds of numeric type.
 enum fxpModeDataType : std::int32_t {
     FXP_DT_FIXPT = 0,         ///< true fixed point
@@ -103,3 +106,5 @@ struct TVTYPES_API fxpDataTypeSortCompare {
     /// Returns whether `a` is ordered before `b`.
     bool operator()(const fxpDataTypeProp& a, const fxpDataTypeProp& b) const;
 };
+
+/// @}

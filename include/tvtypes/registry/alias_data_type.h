@@ -8,6 +8,9 @@
 #include <string>
 #include <vector>
 
+/// \addtogroup registry
+/// @{
+
 namespace TVTypeSys {
 
 /// A second name for another type of the same table. It forwards the getters of the definition to
@@ -120,3 +123,5 @@ class TVTYPES_API AliasDataType : public DataType {
 };
 
 } // namespace TVTypeSys
+
+/// @}

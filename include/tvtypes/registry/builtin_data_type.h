@@ -7,6 +7,9 @@
 
 #include <string>
 
+/// \addtogroup registry
+/// @{
+
 namespace TVTypeSys {
 
 /// Record of a built-in or predefined type.
@@ -54,3 +57,5 @@ extern TVTYPES_API BuiltInDataType PreDefinedDataTypes[5];
 /// @}
 
 } // namespace TVTypeSys
+
+/// @}

@@ -22,6 +22,9 @@
 #include <string>
 #include <vector>
 
+/// \addtogroup registry
+/// @{
+
 struct oxArray_tag;
 enum fxpModeRounding_tag : std::int32_t;
 
@@ -347,3 +350,5 @@ class TVTYPES_API DataType {
 TVTYPES_API std::ostream& operator<<(std::ostream& os, const DataType& dataType);
 
 } // namespace TVTypeSys
+
+/// @}

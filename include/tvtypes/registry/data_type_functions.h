@@ -2,6 +2,9 @@
 /// Functions that a client registers with a type to work on its values.
 #pragma once
 
+/// \addtogroup registry
+/// @{
+
 struct _tvDataTypeAccess_tag;
 struct ExternalSim_tag;
 
@@ -48,3 +51,5 @@ struct DataTypeFunctions {
 };
 
 } // namespace TVTypeSys
+
+/// @}

@@ -32,6 +32,9 @@
 #include <string>
 #include <vector>
 
+/// \addtogroup registry
+/// @{
+
 class StructDataType;
 class tvsvDiagnosticImpl;
 struct fxpDataTypeProp;
@@ -430,3 +433,5 @@ class TVTYPES_API DataTypeTable {
 TVTYPES_API std::ostream& operator<<(std::ostream& os, const DataTypeTable& table);
 
 } // namespace TVTypeSys
+
+/// @}

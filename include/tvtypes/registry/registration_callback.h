@@ -4,6 +4,9 @@
 
 #include <tvtypes/export.h>
 
+/// \addtogroup registry
+/// @{
+
 namespace TVTypeSys {
 
 class DataType;
@@ -32,3 +35,5 @@ class TVTYPES_API ClientDataTypeCheckCallback {
 };
 
 } // namespace TVTypeSys
+
+/// @}

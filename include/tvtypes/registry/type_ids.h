@@ -4,6 +4,9 @@
 
 #include <cstdint>
 
+/// \addtogroup registry
+/// @{
+
 /// Origin of a type. The values 2 and 3 are reserved for clients.
 enum DataTypeSource : std::int32_t {
     DataTypeSourceBuiltIn = 0,    ///< made by the table: "auto" and the built-in types
@@ -33,3 +36,5 @@ enum DataTypeQualifier : std::int32_t {
 
 using TVTypeSys::AUTO_DATA_TYPE_ID;
 using TVTypeSys::INVALID_DATA_TYPE_ID;
+
+/// @}

@@ -4,6 +4,9 @@
 
 #include <tvtypes/export.h>
 
+/// \addtogroup structs
+/// @{
+
 struct tvChecksumValue;
 
 namespace TVTypeSys {
@@ -25,5 +28,7 @@ DtGetStructDataTypeChecksum(const TVTypeSys::DataTypeTable* table, int id);
 /// Sets the checksum of a struct type.
 TVTYPES_API void DtSetStructDataTypeChecksum(TVTypeSys::DataTypeTable* table, int id,
                                              const tvChecksumValue& value);
+
+/// @}
 
 /// @}

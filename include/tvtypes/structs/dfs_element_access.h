@@ -9,6 +9,9 @@
 #include <utility>
 #include <vector>
 
+/// \addtogroup structs
+/// @{
+
 class StructElement;
 
 namespace TVTypeSys {
@@ -68,3 +71,5 @@ class TVTYPES_API DFSElementAccess : public StructElementAccess {
 };
 
 } // namespace TVTypeSys
+
+/// @}

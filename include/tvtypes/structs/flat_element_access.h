@@ -10,6 +10,9 @@
 #include <utility>
 #include <vector>
 
+/// \addtogroup structs
+/// @{
+
 namespace TVTypeSys {
 
 class DFSElementAccess;
@@ -41,3 +44,5 @@ class TVTYPES_API FlatElementAccess : public StructElementAccess {
 };
 
 } // namespace TVTypeSys
+
+/// @}

@@ -5,6 +5,9 @@
 #include <tvtypes/export.h>
 #include <tvtypes/structs/struct_element_access.h>
 
+/// \addtogroup structs
+/// @{
+
 class StructElement;
 
 namespace TVTypeSys {
@@ -50,3 +53,5 @@ class TVTYPES_API ImmediateElementAccess : public StructElementAccess {
 };
 
 } // namespace TVTypeSys
+
+/// @}

@@ -6,6 +6,9 @@
 
 #include <memory>
 
+/// \addtogroup structs
+/// @{
+
 namespace TVTypeSys {
 
 class DataTypeTable;
@@ -48,3 +51,5 @@ class TVTYPES_API RawElementAccess {
 };
 
 } // namespace TVTypeSys
+
+/// @}

@@ -11,6 +11,9 @@
 #include <string>
 #include <vector>
 
+/// \addtogroup structs
+/// @{
+
 namespace TVTypeSys {
 class DataTypeTable;
 class ElementWalk;
@@ -142,3 +145,5 @@ class TVTYPES_API StructDataType : public TVTypeSys::DataType {
     std::unique_ptr<TVTypeSys::ElementCache> elementCache_; // null until a node is read
     std::uint64_t layoutVersion_; // changes with the elements and the counts
 };
+
+/// @}

@@ -8,6 +8,9 @@
 #include <limits>
 #include <string>
 
+/// \addtogroup structs
+/// @{
+
 /// One element of a struct. The fields are public, and the setters store without a check.
 class TVTYPES_API StructElement {
   public:
@@ -82,3 +85,5 @@ struct TVTYPES_API DFSElementCache {
     int offset = -1;                  ///< in bytes; -1 until the first read
     int varDimsOffset = -1;           ///< -1 until the first read
 };
+
+/// @}

@@ -6,6 +6,9 @@
 
 #include <memory>
 
+/// \addtogroup structs
+/// @{
+
 namespace TVTypeSys {
 
 class DataTypeTable;
@@ -116,3 +119,5 @@ class TVTYPES_API StructElementAccess {
     bool isIdxValid(int index) override;
 
 } // namespace TVTypeSys
+
+/// @}

@@ -11,6 +11,9 @@
 #include <utility>
 #include <vector>
 
+/// \addtogroup symbolicdims
+/// @{
+
 class TVBlock;
 
 namespace TVTypeSys {
@@ -90,3 +93,5 @@ class TVTYPES_API SymbolicDimsConstraints {
 };
 
 } // namespace TVTypeSys
+
+/// @}

@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+/// \addtogroup symbolicdims
+/// @{
+
 class TVBlock;
 
 namespace TVTypeSys {
@@ -63,3 +66,5 @@ class TVTYPES_API Concat {
 
 } // namespace SymbolicDimsServices
 } // namespace TVTypeSys
+
+/// @}

@@ -15,6 +15,9 @@
 #include <utility>
 #include <vector>
 
+/// \addtogroup symbolicdims
+/// @{
+
 class TVBlock;
 class tvsvDiagnosticImpl;
 
@@ -173,3 +176,5 @@ class TVTYPES_API SymbolicDimsTable {
 TVTYPES_API std::ostream& operator<<(std::ostream& stream, const SymbolicDimsTable& table);
 
 } // namespace TVTypeSys
+
+/// @}

@@ -9,6 +9,9 @@
 #include <string>
 #include <vector>
 
+/// \addtogroup symbolicdims
+/// @{
+
 namespace TVTypeSys {
 
 class SymbolicDimsTable;
@@ -113,3 +116,5 @@ TVTYPES_API std::ostream& operator<<(std::ostream& stream, const SymbolicDims& d
 /// checked.
 TVTYPES_API std::vector<unsigned long>
 convertSymbDimsId2SymbolicExprId(const std::vector<int>& symbolicDimsIds);
+
+/// @}

@@ -16,6 +16,9 @@
 #include <string>
 #include <vector>
 
+/// \addtogroup units
+/// @{
+
 namespace TVTypeSys {
 
 class FundamentalUnits;
@@ -205,3 +208,5 @@ class TVTYPES_API UnitDatabase {
 TVTYPES_API std::ostream& operator<<(std::ostream& stream, const UnitDatabase& database);
 
 } // namespace TVTypeSys
+
+/// @}

@@ -20,6 +20,9 @@
 #include <string>
 #include <vector>
 
+/// \addtogroup units
+/// @{
+
 /// A product of powers of names.
 struct TVTYPES_API Monomial {
     std::vector<std::u16string> names; ///< in order of first appearance
@@ -52,3 +55,5 @@ struct TVTYPES_API Monomial {
 /// unchanged, if the text is not an expression or nests more than 1000 parentheses. Throws
 /// std::out_of_range for an unpaired surrogate. Linear in the length of any text.
 TVTYPES_API bool parseUnitExpr(const std::u16string& expression, Monomial& result);
+
+/// @}

@@ -7,6 +7,9 @@
 
 #include <boost/ptr_container/ptr_vector.hpp>
 
+/// \addtogroup units
+/// @{
+
 namespace TVTypeSys {
 
 /// Eight abstract units with one concrete unit each, and two abstract units without dimension. The
@@ -63,3 +66,5 @@ class TVTYPES_API FundamentalUnits {
 };
 
 } // namespace TVTypeSys
+
+/// @}

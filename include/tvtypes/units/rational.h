@@ -9,6 +9,9 @@
 #include <cstdint>
 #include <string>
 
+/// \addtogroup units
+/// @{
+
 namespace TVTypeSys {
 
 /// A fraction of two 32-bit integers times a power of ten: numerator / denominator * 10^exponent.
@@ -101,3 +104,5 @@ TVTYPES_API Rational Rational::safeConvertToRational<double>(double numerator, d
                                                              int exponent);
 
 } // namespace TVTypeSys
+
+/// @}

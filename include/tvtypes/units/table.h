@@ -13,6 +13,9 @@
 #include <memory>
 #include <string>
 
+/// \addtogroup units
+/// @{
+
 class tvsvDiagnosticImpl;
 struct Monomial;
 
@@ -155,3 +158,5 @@ class TVTYPES_API UnitTable {
 TVTYPES_API std::ostream& operator<<(std::ostream& stream, const UnitTable& table);
 
 } // namespace TVTypeSys
+
+/// @}

@@ -9,6 +9,9 @@
 #include <unordered_map>
 #include <vector>
 
+/// \addtogroup units
+/// @{
+
 namespace TVTypeSys {
 
 /// A node of a Trie: the last character of all words and prefixes that lead to it.
@@ -87,3 +90,5 @@ class TVTYPES_API Trie {
 };
 
 } // namespace TVTypeSys
+
+/// @}

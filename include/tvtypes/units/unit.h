@@ -21,6 +21,9 @@
 #include <string>
 #include <vector>
 
+/// \addtogroup units
+/// @{
+
 struct Monomial;
 
 namespace TVTypeSys {
@@ -273,3 +276,5 @@ class TVTYPES_API UnitFactory {
 };
 
 } // namespace TVTypeSys
+
+/// @}

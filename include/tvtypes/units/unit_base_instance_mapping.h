@@ -13,6 +13,9 @@
 #include <string_view>
 #include <vector>
 
+/// \addtogroup units
+/// @{
+
 namespace TVTypeSys {
 
 class UnitBase;
@@ -82,3 +85,5 @@ class TVTYPES_API UnitBaseInstanceMapping {
 };
 
 } // namespace TVTypeSys
+
+/// @}

@@ -1,5 +1,6 @@
 #include "commands/call.h"
 
+#include "commands/argument_type.h"
 #include "commands/usage_error.h"
 #include "text/quote.h"
 #include "text/suggestion.h"
@@ -108,7 +109,7 @@ class OptionCheck {
             throw UsageError(fmt::format("{} takes no argument", name), argument);
         }
         if (takesArgument && !hasArgument && (next == nullptr || isOption(*next))) {
-            const std::string type = option->get_type_name();
+            const std::string type = argumentOf(*option).name;
             const bool isText =
                 next != nullptr && *next != mark && command_.get_option_no_throw(*next) == nullptr;
             throw UsageError(fmt::format("{} needs an argument, as in {} {}{}", name, name, type,

@@ -1,4 +1,5 @@
 // tvtypes check: reports what flows between the models of a system, and what is wrong with it.
+#include "commands/argument_type.h"
 #include "commands/commands.h"
 #include "commands/finding_options.h"
 #include "commands/usage_error.h"
@@ -14,13 +15,13 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace tvtool {
 
+namespace checkCommand {
 namespace {
 
 using findings::Severity;
@@ -153,8 +154,10 @@ void checkFiles(const CLI::App& command, const Options& options) {
 }
 
 } // namespace
+} // namespace checkCommand
 
 void addCheck(CLI::App& app, Console& console) {
+    using namespace checkCommand;
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "check", "Show what flows between the models of a system, and what is wrong with it");
@@ -162,31 +165,29 @@ void addCheck(CLI::App& app, Console& console) {
         .add_option("FILE", options->files,
                     "Systems in the SSP standard: .ssp archives, .ssd files, or directories that "
                     "contain SystemStructure.ssd")
-        ->type_name("")
+        ->type_name(fileType("", {".ssp", ".ssd"}))
         ->required();
-    CLI::Option* const choice =
-        command
-            .add_option("--connections", options->report.connections,
-                        "Which connections to list: all (the default), converted (those that "
-                        "change the value), findings (those with errors and warnings) or none")
-            ->type_name("CHOICE")
-            ->transform(CLI::CheckedTransformer(
-                std::map<std::string, ConnectionChoice>{{"all", ConnectionChoice::All},
-                                                        {"converted", ConnectionChoice::Converted},
-                                                        {"findings", ConnectionChoice::Findings},
-                                                        {"none", ConnectionChoice::None}}));
+    CLI::Option* const choice = addChoice<ConnectionChoice>(
+        command, "--connections", options->report.connections,
+        "Which connections to list: all (the default), converted (those that change the value), "
+        "findings (those with errors and warnings) or none",
+        "CHOICE",
+        {{"all", ConnectionChoice::All},
+         {"converted", ConnectionChoice::Converted},
+         {"findings", ConnectionChoice::Findings},
+         {"none", ConnectionChoice::None}});
     addFindingOptions(command, options->findings);
     command
         .add_option("--graph", options->graph,
                     "Also draw the system into this file, as a picture or in the language of "
                     "Graphviz")
-        ->type_name("OUT.svg|OUT.dot");
+        ->type_name(fileType("OUT.svg|OUT.dot", {svgEnding, dotEnding}));
     command.add_flag("--json", options->isJson, "Print one JSON object for each file");
     command
         .add_option("--html", options->html,
                     "Write an HTML page with the picture and all tables into this file instead; - "
                     "is the standard output")
-        ->type_name("OUT");
+        ->type_name(fileType("OUT", {".html"}));
     command.footer("Several files get a line each, their findings and a total.\n"
                    "Exit status: 0 no errors, 1 errors in a system, 2 a file cannot be read or the "
                    "call is wrong.");

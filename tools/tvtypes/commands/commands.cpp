@@ -1,5 +1,7 @@
 #include "commands/commands.h"
 
+#include "commands/argument_type.h"
+#include "commands/help.h"
 #include "text/excerpt.h"
 #include "text/quote.h"
 #include "text/safe_text.h"
@@ -13,11 +15,28 @@
 
 namespace tvtool {
 
+void addCommands(CLI::App& app, Console& console) {
+    app.name("tvtypes");
+    app.description("Works with the data types of block-diagram models.");
+    app.set_version_flag("-V,--version", versionText,
+                         "Print the version, the instruction set in use, and the number of units");
+    app.require_subcommand(0, 1);
+    addCheck(app, console);
+    addCompletion(app, console);
+    addConvert(app, console);
+    addDims(app, console);
+    addFixpt(app, console);
+    addInspect(app, console);
+    addLayout(app, console);
+    addUnit(app, console);
+    formatHelp(app);
+}
+
 void addDescriptionFile(CLI::App& command, std::string& file) {
     command
         .add_option("FILE", file,
                     "A modelDescription.xml in FMI 2 or 3, or a .fmu archive that holds one")
-        ->type_name("")
+        ->type_name(fileType("", modelEndings))
         ->required();
 }
 

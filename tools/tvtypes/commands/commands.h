@@ -25,14 +25,21 @@ struct Console : Streams {
     void fail(output::Failure reason, const std::string& lines);
 };
 
+/// Gives the tool its name, its options, its commands, and its help.
+void addCommands(CLI::App& app, Console& console);
+
 /// A command does its work when the command line that names it has been read.
 void addCheck(CLI::App& app, Console& console);
+void addCompletion(CLI::App& app, Console& console);
 void addConvert(CLI::App& app, Console& console);
 void addDims(CLI::App& app, Console& console);
 void addFixpt(CLI::App& app, Console& console);
 void addInspect(CLI::App& app, Console& console);
 void addLayout(CLI::App& app, Console& console);
 void addUnit(CLI::App& app, Console& console);
+
+/// Returns the versions of the library and of what it uses, in lines without an end.
+std::string versionText();
 
 /// Adds the argument FILE: a model description, or an archive that contains one.
 void addDescriptionFile(CLI::App& command, std::string& file);

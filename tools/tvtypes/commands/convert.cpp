@@ -1,4 +1,5 @@
 // tvtypes convert: conversion of values between the built-in types.
+#include "commands/argument_type.h"
 #include "commands/commands.h"
 #include "commands/usage_error.h"
 #include "convert/conversion.h"
@@ -20,6 +21,7 @@
 
 namespace tvtool {
 
+namespace convertCommand {
 namespace {
 
 using namespace convert;
@@ -180,8 +182,10 @@ void execute(const Options& options, Console& console) {
 }
 
 } // namespace
+} // namespace convertCommand
 
 void addConvert(CLI::App& app, Console& console) {
+    using namespace convertCommand;
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "convert", "Convert values between the built-in types, and tell what that loses");
@@ -192,26 +196,29 @@ void addConvert(CLI::App& app, Console& console) {
     command
         .add_option("--from", options->from,
                     "What the values are; by default double, or what a NumPy file holds")
-        ->type_name("TYPE");
-    command.add_option("--to", options->to, "What they become")->type_name("TYPE");
+        ->type_name(choiceType("TYPE", storedTypeNames()));
+    command.add_option("--to", options->to, "What they become")
+        ->type_name(choiceType("TYPE", typeNames()));
     command
         .add_option("--round", options->rounding,
                     "zero (toward zero, the default), near (ties up), ceil, floor, round (ties "
                     "away from zero) or convergent (ties to even)")
-        ->type_name("MODE");
+        ->type_name(choiceType("MODE", namesOf(roundings)));
     command
         .add_option("--overflow", options->overflow,
                     "saturate (the default) or wrap values beyond the range of the type")
-        ->type_name("MODE");
-    command.add_option("--in", options->in, "Read the values from a file")->type_name("FILE");
+        ->type_name(choiceType("MODE", namesOf(overflows)));
+    command.add_option("--in", options->in, "Read the values from a file")
+        ->type_name(fileType("FILE", {".npy"}));
     command
         .add_option("--format", options->format,
                     "What that file is, whatever its name and its first bytes")
-        ->type_name("raw|npy");
-    command.add_option("--out", options->out, "Write the results to a file")->type_name("FILE");
+        ->type_name(choiceType({"raw", "npy"}));
+    command.add_option("--out", options->out, "Write the results to a file")
+        ->type_name(fileType("FILE", {".npy"}));
     command
         .add_option("--out-format", options->outFormat, "What that file becomes, whatever its name")
-        ->type_name("raw|npy");
+        ->type_name(choiceType({"raw", "npy"}));
     command.add_flag("--strict", options->strict, "Exit with 1 if a value lost something");
     command.add_flag("--table", options->table,
                      "Show each value under all modes, converted to int8 unless --to is given");

@@ -1,4 +1,5 @@
 // tvtypes dims: simplification of dimensions, and checks of facts about them.
+#include "commands/argument_type.h"
 #include "commands/commands.h"
 #include "commands/usage_error.h"
 #include "dims/fact_file.h"
@@ -16,6 +17,7 @@
 
 namespace tvtool {
 
+namespace dimsCommand {
 namespace {
 
 struct Options {
@@ -93,8 +95,10 @@ void showFacts(const Options& options, Console& console) {
 }
 
 } // namespace
+} // namespace dimsCommand
 
 void addDims(CLI::App& app, Console& console) {
+    using namespace dimsCommand;
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "dims", "Simplify dimensions that are expressions, and check facts about them");
@@ -104,7 +108,7 @@ void addDims(CLI::App& app, Console& console) {
         .add_option("--facts", options->file,
                     "State the facts in this file and answer its questions; - is the standard "
                     "input")
-        ->type_name("FILE");
+        ->type_name(fileType("FILE", {".facts", ".json"}));
     command.add_flag("--list", options->list, "With --facts: list them, with their blocks");
     command.add_flag("--json", options->json, "Print one JSON object");
     command.footer(footer);

@@ -1,5 +1,7 @@
 #include "commands/finding_options.h"
 
+#include "commands/argument_type.h"
+#include "findings/rules.h"
 #include "findings/text.h"
 #include "output/failure.h"
 #include "output/json.h"
@@ -15,13 +17,18 @@
 namespace tvtool {
 
 void addFindingOptions(CLI::App& command, FindingOptions& options) {
+    std::vector<std::string> names;
+    for (const findings::Rule& rule : findings::rules()) {
+        names.emplace_back(rule.name);
+    }
+    const std::string codes = choiceType("GLOB", names);
     command
         .add_option("--select", options.select,
                     "Report only findings with these codes: patterns, separated by commas")
-        ->type_name("GLOB")
+        ->type_name(codes)
         ->allow_extra_args(false);
     command.add_option("--ignore", options.ignore, "Do not report findings with these codes")
-        ->type_name("GLOB")
+        ->type_name(codes)
         ->allow_extra_args(false);
     command.add_flag("--quiet", options.isQuiet, "Print the findings only");
     command.add_flag("--strict", options.isStrict, "Exit with 1 for warnings too");

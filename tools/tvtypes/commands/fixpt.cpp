@@ -1,4 +1,5 @@
 // tvtypes fixpt: details of numeric types, and quantization of values.
+#include "commands/argument_type.h"
 #include "commands/commands.h"
 #include "commands/usage_error.h"
 #include "convert/names.h"
@@ -19,6 +20,7 @@
 
 namespace tvtool {
 
+namespace fixptCommand {
 namespace {
 
 struct Options {
@@ -110,13 +112,14 @@ void showQuantization(const Options& options, Console& console) {
 /// Adds the options that describe a type without a name.
 void addRecordOptions(CLI::App& command, fixedpoint::RecordTexts& texts) {
     const char* const group = "Options in the place of NAME";
-    const auto add = [&](const char* name, auto& text, const char* help, const char* type) {
+    const auto add = [&](const char* name, auto& text, const char* help, const std::string& type) {
         command.add_option(name, text, help)
             ->type_name(type)
             ->transform(withoutBlank)
             ->group(group);
     };
-    add("--signed", texts.signedness, "The signedness; 1 by default", "0|1|open");
+    add("--signed", texts.signedness, "The signedness; 1 by default",
+        choiceType({"0", "1", "open"}));
     add("--word-length", texts.wordLength, "The word length", "BITS");
     add("--slope", texts.slope, "The slope, a number or a power such as 2^-4", "S");
     add("--factor", texts.factor, "The slope's factor, from 1 to less than 2", "F");
@@ -153,8 +156,10 @@ void checkCall(const CLI::App& command) {
 }
 
 } // namespace
+} // namespace fixptCommand
 
 void addFixpt(CLI::App& app, Console& console) {
+    using namespace fixptCommand;
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "fixpt", "Show what numeric types are, and how values are stored in them");
@@ -179,7 +184,7 @@ void addFixpt(CLI::App& app, Console& console) {
         .add_option("--overflow", options->overflow,
                     "With --quantize: saturate (the default) or wrap values beyond the range of "
                     "the type")
-        ->type_name("MODE");
+        ->type_name(choiceType("MODE", convert::namesOf(convert::overflows)));
     command.add_flag("--json", options->json, "Print one JSON object");
     command.footer(footer);
     command.callback([options, &command, &console] {

@@ -1,5 +1,6 @@
 #include "commands/help.h"
 
+#include "commands/argument_type.h"
 #include "output/terminal.h"
 
 #include <CLI/CLI.hpp>
@@ -51,10 +52,8 @@ class HelpFormatter : public CLI::Formatter {
     }
 
     std::string make_option_opts(const CLI::Option* option) const override {
-        // The name of the type is followed by the values that are checked.
-        const std::string type = option->get_type_name();
-        return (type.empty() ? "" : " " + type.substr(0, type.find(':'))) +
-               (option->get_expected_max() > 1 ? " ..." : "");
+        const std::string type = option->get_positional() ? "" : argumentOf(*option).name;
+        return (type.empty() ? "" : " " + type) + (option->get_expected_max() > 1 ? " ..." : "");
     }
     std::string make_option_desc(const CLI::Option* option) const override {
         return wrappedDescription(option->get_description());
@@ -87,7 +86,7 @@ void formatHelp(CLI::App& app) {
     }
     app.footer("tvtypes help COMMAND, or tvtypes COMMAND --help, shows how to call a command. "
                "Arguments that begin with a minus and are no options go behind --. With --json, "
-               "every command prints one JSON object, also for an error.");
+               "every command but completion prints one JSON object, also for an error.");
 }
 
 } // namespace tvtool

@@ -1,4 +1,5 @@
 // tvtypes inspect: reports the interface and the data types of a model, and what is wrong with it.
+#include "commands/argument_type.h"
 #include "commands/commands.h"
 #include "commands/finding_options.h"
 #include "commands/usage_error.h"
@@ -14,7 +15,6 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <map>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -22,6 +22,7 @@
 
 namespace tvtool {
 
+namespace inspectCommand {
 namespace {
 
 using findings::Severity;
@@ -159,36 +160,34 @@ void inspect(const Options& options, Console& console) {
 }
 
 void addListing(CLI::App& command, Options& options) {
-    command
-        .add_option("--variables", options.report.variables,
-                    "Which variables to list: interface (inputs, outputs and parameters; the "
-                    "default), all or none")
-        ->type_name("CHOICE")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, VariableChoice>{{"all", VariableChoice::All},
-                                                  {"interface", VariableChoice::Interface},
-                                                  {"none", VariableChoice::None}}));
+    addChoice<VariableChoice>(command, "--variables", options.report.variables,
+                              "Which variables to list: interface (inputs, outputs and parameters; "
+                              "the default), all or none",
+                              "CHOICE",
+                              {{"all", VariableChoice::All},
+                               {"interface", VariableChoice::Interface},
+                               {"none", VariableChoice::None}});
     command
         .add_option("--filter", options.report.filters,
                     "List the variables whose names match a pattern with *, ? and [...]")
         ->type_name("GLOB")
         ->allow_extra_args(false);
-    command
-        .add_option("--sort", options.report.order,
-                    "Order of the variables: line (of the description; the default), name, type "
-                    "or unit")
-        ->type_name("KEY")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, VariableOrder>{{"line", VariableOrder::Line},
-                                                 {"name", VariableOrder::Name},
-                                                 {"type", VariableOrder::Type},
-                                                 {"unit", VariableOrder::Unit}}));
+    addChoice<VariableOrder>(command, "--sort", options.report.order,
+                             "Order of the variables: line (of the description; the default), "
+                             "name, type or unit",
+                             "KEY",
+                             {{"line", VariableOrder::Line},
+                              {"name", VariableOrder::Name},
+                              {"type", VariableOrder::Type},
+                              {"unit", VariableOrder::Unit}});
     command.add_flag("--ids", options.report.showsIds, "Show the ids that the library assigns");
 }
 
 } // namespace
+} // namespace inspectCommand
 
 void addInspect(CLI::App& app, Console& console) {
+    using namespace inspectCommand;
     const auto options = std::make_shared<Options>();
     CLI::App& command =
         *app.add_subcommand("inspect", "Show the interface and the data types of a model, and what "
@@ -197,7 +196,7 @@ void addInspect(CLI::App& app, Console& console) {
         .add_option("FILE", options->files,
                     "Descriptions (modelDescription.xml in FMI 2 or 3), .fmu archives, directories "
                     "that contain them, or - for standard input")
-        ->type_name("")
+        ->type_name(fileType("", modelEndings))
         ->required();
     addListing(command, *options);
     addFindingOptions(command, options->findings);
@@ -206,7 +205,7 @@ void addInspect(CLI::App& app, Console& console) {
         .add_option("--html", options->html,
                     "Write an HTML page with all variables into this file instead; - is the "
                     "standard output")
-        ->type_name("OUT");
+        ->type_name(fileType("OUT", {".html"}));
     command.footer("Several files, or a directory, get a line each, their findings and a total.\n"
                    "Exit status: 0 no errors, 1 errors in a model, 2 a file cannot be read or the "
                    "call is wrong.");

@@ -1,4 +1,5 @@
 // tvtypes layout: reports or draws the memory layout of the structs of a model.
+#include "commands/argument_type.h"
 #include "commands/commands.h"
 #include "files/output_file.h"
 #include "findings/text.h"
@@ -15,6 +16,7 @@
 
 namespace tvtool {
 
+namespace layoutCommand {
 namespace {
 
 struct Options {
@@ -82,8 +84,10 @@ void layOut(const Options& options, Console& console) {
 }
 
 } // namespace
+} // namespace layoutCommand
 
 void addLayout(CLI::App& app, Console& console) {
+    using namespace layoutCommand;
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "layout", "Show where in memory the elements of the structs of a model lie");
@@ -99,7 +103,7 @@ void addLayout(CLI::App& app, Console& console) {
             .add_option("--svg", options->svg,
                         "Draw a picture into this file instead, which cannot be FILE; - is "
                         "standard output")
-            ->type_name("OUT");
+            ->type_name(fileType("OUT", {".svg"}));
     command.add_flag("--json", options->json, "Print one JSON object")->excludes(svg);
     command.add_flag("--all", options->all, "Print every finding about structs on its own");
     command.footer(footer);

@@ -1,4 +1,5 @@
 // tvtypes unit: details of units, conversion factors, and search.
+#include "commands/argument_type.h"
 #include "commands/commands.h"
 #include "commands/usage_error.h"
 #include "files/output_file.h"
@@ -23,6 +24,7 @@
 
 namespace tvtool {
 
+namespace unitCommand {
 namespace {
 
 struct Options {
@@ -166,15 +168,17 @@ void execute(const Options& options, Console& console) {
 }
 
 } // namespace
+} // namespace unitCommand
 
 void addUnit(CLI::App& app, Console& console) {
+    using namespace unitCommand;
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand(
         "unit", "Show what units mean and how they convert, and look for units");
     command
         .add_option("UNIT", options->units,
                     "Show all about these units; with values before two units, convert the values")
-        ->type_name("")
+        ->type_name(typeText({"", usage::Offer::Units}))
         ->transform(withoutBlank);
     command.add_flag("--factor", options->factor,
                      "Show the factor from the first of two units to the second");
@@ -183,16 +187,16 @@ void addUnit(CLI::App& app, Console& console) {
     command
         .add_option("--complete", options->prefix,
                     "List the names, symbols and aliases that begin like this")
-        ->type_name("PREFIX");
+        ->type_name(typeText({"PREFIX", usage::Offer::Units}));
     command
         .add_option("--search", options->word,
                     "List the units of which this stands in a name, an alias or the quantity")
         ->type_name("WORD");
     command.add_flag("--list", options->list, "List all units");
     command.add_option("--system", options->system, "With --list: those of a system only")
-        ->type_name("NAME");
+        ->type_name(typeText({"NAME", usage::Offer::Systems}));
     command.add_option("--quantity", options->quantity, "With --list: those that measure this")
-        ->type_name("NAME");
+        ->type_name(typeText({"NAME", usage::Offer::Quantities}));
     command.add_flag("--json", options->json, "Print one JSON object");
     command.footer(footer);
     command.callback([options, &command, &console] {

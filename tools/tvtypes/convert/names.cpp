@@ -87,6 +87,10 @@ const char* typeName(StoredType type) {
                                    : types[builtIns - 1 + static_cast<std::size_t>(type.wide)].name;
 }
 
+std::vector<std::string> typeNames() { return namesOf(std::span(types).first<builtIns>()); }
+
+std::vector<std::string> storedTypeNames() { return namesOf(types); }
+
 Type parseType(std::string_view option, std::string_view name) {
     const std::span builtInTypes = std::span(types).first<builtIns>();
     return static_cast<Type>(findNamed(builtInTypes, option, name) - builtInTypes.begin());

@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tvtool::convert {
 
@@ -63,6 +64,18 @@ struct Named {
 };
 extern const std::array<Named<fxpModeRounding_tag>, 6> roundings;
 extern const std::array<Named<fxpModeOverflow_tag>, 2> overflows;
+
+template <class Rows>
+std::vector<std::string> namesOf(const Rows& rows) {
+    std::vector<std::string> names;
+    for (const auto& row : rows) {
+        names.emplace_back(row.name);
+    }
+    return names;
+}
+/// Returns the names of the built-in types, and of those that inputs may have.
+std::vector<std::string> typeNames();
+std::vector<std::string> storedTypeNames();
 
 /// Returns the type or mode with this name. Throws a text::ArgumentError that lists the valid
 /// names.

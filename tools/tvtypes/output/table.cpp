@@ -20,7 +20,7 @@ namespace {
 constexpr std::string_view emptyCell = "-";
 constexpr std::size_t separatorWidth = 2;
 /// The narrowest column with shortened cells.
-constexpr std::size_t narrowest = 5;
+constexpr std::size_t narrowestColumn = 5;
 /// The width up to which the cells of a column are aligned. Wider ones move the rest of their line,
 /// since otherwise one cell could make every line of the table as long.
 constexpr std::size_t widestAligned = 120;
@@ -120,7 +120,7 @@ std::vector<std::string_view> fit(std::vector<Shown>& columns, std::size_t lineW
         if (last->column->omission == 0) {
             static_cast<void>(narrow(columns, lineWidth, narrowValue, narrowestValue) ||
                               narrow(columns, lineWidth, narrowestValue, narrowestValue) ||
-                              narrow(columns, lineWidth, narrowest, narrowestValue));
+                              narrow(columns, lineWidth, narrowestColumn, narrowestValue));
             break;
         }
         omitted.insert(omitted.begin(), last->column->heading);

@@ -13,7 +13,7 @@ namespace tvtool::output {
 
 namespace {
 
-constexpr std::size_t narrowest = 80;
+constexpr std::size_t narrowestLine = 80;
 
 /// Returns the index of the width among the values that streams keep for their users.
 int widthIndex() {
@@ -30,11 +30,12 @@ std::size_t lineWidthOf(int descriptor) {
     const char* const variable = std::getenv("COLUMNS");
     if (const auto columns = text::parseNumber<unsigned short>(variable == nullptr ? "" : variable);
         columns && *columns > 0) {
-        return std::max<std::size_t>(*columns, narrowest);
+        return std::max<std::size_t>(*columns, narrowestLine);
     }
     winsize size{};
-    return ioctl(descriptor, TIOCGWINSZ, &size) == 0 ? std::max<std::size_t>(size.ws_col, narrowest)
-                                                     : narrowest;
+    return ioctl(descriptor, TIOCGWINSZ, &size) == 0
+               ? std::max<std::size_t>(size.ws_col, narrowestLine)
+               : narrowestLine;
 }
 
 // The value 0 is that of streams for which no width was set.

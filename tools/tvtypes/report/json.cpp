@@ -27,7 +27,7 @@ json::array aliasNames(const VariableRow& row) {
     return names;
 }
 
-const Columns<VariableRow> variableColumns{
+const Columns<VariableRow> jsonVariableColumns{
     {none, "name", &VariableRow::name},
     {none, "causality", &VariableRow::causality},
     {none, "variability", &VariableRow::variability},
@@ -173,7 +173,7 @@ class JsonReport {
         printList("variables", VariableRows(inspection_.variables, listed),
                   [this](const VariableRow& row) {
                       buffer_.clear();
-                      output::appendJsonObject(row, variableColumns, buffer_);
+                      output::appendJsonObject(row, jsonVariableColumns, buffer_);
                       os_ << buffer_;
                   });
     }

@@ -88,7 +88,7 @@ json::array effectNames(const ConnectionRow& row) {
     return names;
 }
 
-const Columns<StructRow> structColumns{
+const Columns<StructRow> jsonStructColumns{
     {none, "source", &StructRow::source},       {none, "target", &StructRow::target},
     {none, "connected", &StructRow::connected}, {none, "elements", &StructRow::elements},
     {none, "sameType", &StructRow::isSameType},
@@ -130,7 +130,7 @@ class JsonReport {
             return output::jsonText(parameterObject(row));
         });
         printList("structs", checked_.structs, [](const StructRow& row) {
-            return output::jsonText(output::jsonObject(row, structColumns));
+            return output::jsonText(output::jsonObject(row, jsonStructColumns));
         });
         printList("facts", checked_.facts, [](const dims::DimsFact& fact) {
             return output::jsonText(output::jsonObject(fact, dims::factColumns));

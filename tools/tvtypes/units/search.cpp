@@ -50,8 +50,11 @@ std::vector<UnitWord> completions(const std::string& prefix) {
         database.getAutoCompleteUnitSuggestions(by, text::toUtf16(prefix), found);
         for (const std::u16string& word : found) {
             const UnitBase::ReferenceSet units = database.getUnit(word);
-            words.push_back({text::toUtf8(word), kind,
-                             units.empty() ? "" : text::toUtf8(units.begin()->get().name)});
+            words.push_back({text::toUtf8(word), kind, "", ""});
+            if (!units.empty()) {
+                words.back().unit = text::toUtf8(units.begin()->get().name);
+                words.back().quantity = quantityName(units.begin()->get());
+            }
         }
     }
     std::ranges::stable_sort(words, {}, &UnitWord::word);

@@ -21,6 +21,7 @@ struct UnitWord {
     std::string word;
     const char* kind = ""; ///< "name", "symbol" or "alias"
     std::string unit;      ///< name of the unit
+    std::string quantity;
 };
 
 /// Returns the names, symbols and aliases that begin with a prefix, sorted.
