@@ -29,15 +29,6 @@ struct Common {
     }
 };
 
-/// The range of integers that single represents without gaps.
-template <class I>
-struct Common<I, real32_T> {
-    static constexpr Unsigned<I> lowest = isSigned<I> ? Unsigned<I>(-0x1000000) : Unsigned<I>(0);
-    static constexpr uint64_T greatestDistance = isSigned<I> ? 0x1FFFFFF : 0xFFFFFF;
-
-    static Unsigned<I> distance(I x) { return static_cast<Unsigned<I>>(x) - lowest; }
-};
-
 /// Casts with detection of loss.
 template <class S, class D>
 struct ExactCast {
@@ -61,8 +52,10 @@ struct ExactCast {
     static bool castBlock(const Stored<S>* src, Stored<D>* dst, int count) {
         if constexpr (!isFloat<S> && !isFloat<D>) {
             return castIntegers(src, dst, count);
+        } else if constexpr (!isFloat<S> && (isSigned<S> || convertsToUnsigned)) {
+            return castAndReturn(src, dst, count);
         } else if constexpr (!isFloat<S>) {
-            return castIntegers(src, dst, count) || castAndCompare(src, dst, count);
+            return castHalves(src, dst, count);
         } else if constexpr (isFloat<D>) {
             return castAndCompare(src, dst, count);
         } else if constexpr (sizeof(D) == 4 && !isSigned<D>) {
@@ -110,6 +103,40 @@ struct ExactCast {
             const int32_T integer = integerOf(x - twoTo31);
             dst[i].value = static_cast<D>(static_cast<uint32_T>(integer) ^ 0x80000000U);
             remainders |= bitsOf((static_cast<real_T>(integer) + twoTo31) - x);
+        }
+        return isZero(remainders);
+    }
+
+    // From 32-bit integers to single. The least int32 is kept, as it is noInteger.
+    TVTYPES_LOOP static bool castAndReturn(const Stored<S>* src, Stored<D>* dst, int count) {
+        const int length = boundedLength(count);
+        uint32_T differences = 0;
+        TVTYPES_INDEPENDENT
+        for (int i = 0; i < length; ++i) {
+            const S x = src[i].value;
+            const D y = static_cast<D>(x);
+            dst[i].value = y;
+            if constexpr (isSigned<S>) {
+                differences |= static_cast<uint32_T>(integerOf(y) ^ x);
+            } else {
+                differences |= static_cast<S>(y < D(twoTo32) ? y : D(0)) ^ x;
+            }
+        }
+        return differences == 0;
+    }
+
+    // From uint32 to single: the sum of two halves, which are exact, is rounded as the whole is.
+    TVTYPES_LOOP static bool castHalves(const Stored<S>* src, Stored<D>* dst, int count) {
+        const int length = boundedLength(count);
+        Unsigned<D> remainders = 0;
+        TVTYPES_INDEPENDENT
+        for (int i = 0; i < length; ++i) {
+            const S x = src[i].value;
+            const D upper = static_cast<D>(static_cast<int32_T>(x >> 16U)) * D(0x1p16);
+            const D lower = static_cast<D>(static_cast<int32_T>(x & 0xFFFFU));
+            const D y = upper + lower;
+            dst[i].value = y;
+            remainders |= bitsOf((y - upper) - lower);
         }
         return isZero(remainders);
     }

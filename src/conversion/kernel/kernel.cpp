@@ -23,16 +23,31 @@ bool conversionFunction(const void* src, void* dst, Count srcCount, Count dstCou
     return convert(src, dst, srcCount, dstCount, srcIsComplex, dstIsComplex, checkLoss, loops);
 }
 
-/// The loops of one conversion function, null where it has none.
-template <class S, class D, auto convert, auto convertByIntegers, auto castExactly>
-struct Loops {
-    static constexpr ConversionLoops value = {&elementType<S>, &elementType<D>, convert,
-                                              convertByIntegers, castExactly};
+/// A conversion without rounding; `convert` is null for a copy, `castExactly` if nothing is lost.
+template <class S, class D, auto convert, auto castExactly>
+struct PlainLoops {
+    static constexpr ConversionLoops value = {
+        &elementType<S>, &elementType<D>, convert, nullptr, RoundingDirection::ToNearest,
+        castExactly};
 };
+template <class S, class D, auto convert, auto castExactly>
+constexpr ConversionFcn plainFunction =
+    conversionFunction<convertVector, PlainLoops<S, D, convert, castExactly>::value>;
 
-template <class S, class D, auto convert, auto convertByIntegers, auto castExactly>
-constexpr ConversionFcn functionOf =
-    conversionFunction<convertVector, Loops<S, D, convert, convertByIntegers, castExactly>::value>;
+/// The faster loop of a conversion; null if there is none.
+template <class Conversion>
+constexpr auto quickLoop = convertElementsQuickly<Conversion>;
+template <class Conversion>
+requires(!Conversion::isQuick) constexpr auto quickLoop<Conversion> = nullptr;
+
+/// A conversion from floating point to the integer type D.
+template <class Conversion, class D>
+struct RoundingLoops {
+    using S = typename Conversion::Source;
+    static constexpr ConversionLoops value = {
+        &elementType<S>,       &elementType<D>,       convertElements<Conversion>,
+        quickLoop<Conversion>, Conversion::direction, ExactCast<S, D>::cast};
+};
 
 /// A pair to which no mode matters.
 template <ConversionFcn function>
@@ -55,7 +70,7 @@ constexpr auto castLoop<S, D> = nullptr;
 
 /// The destination holds every value of S.
 template <class S, class D>
-constexpr ConversionPair exact = inAllModes<functionOf<S, D, castLoop<S, D>, nullptr, nullptr>>;
+constexpr ConversionPair exact = inAllModes<plainFunction<S, D, castLoop<S, D>, nullptr>>;
 
 /// The same type.
 template <class S>
@@ -64,13 +79,13 @@ constexpr ConversionPair same = exact<S, S>;
 /// The destination is a floating-point type with fewer digits.
 template <class S, class D>
 constexpr ConversionPair inexact =
-    inAllModes<functionOf<S, D, castLoop<S, D>, nullptr, ExactCast<S, D>::cast>>;
+    inAllModes<plainFunction<S, D, castLoop<S, D>, ExactCast<S, D>::cast>>;
 
 /// Between integers; the destination does not hold every value of S.
 template <class S, class D>
 constexpr ConversionFcn overflowFunctions[][overflowModes] = {
-    {functionOf<S, D, castLoop<S, D>, nullptr, ExactCast<S, D>::cast>,
-     functionOf<S, D, convertElements<Saturate<S, D>>, nullptr, ExactCast<S, D>::cast>}};
+    {plainFunction<S, D, castLoop<S, D>, ExactCast<S, D>::cast>,
+     plainFunction<S, D, convertElements<Saturate<S, D>>, ExactCast<S, D>::cast>}};
 template <class S, class D>
 constexpr ConversionPair overflow = {overflowFunctions<S, D>, false, true};
 
@@ -79,8 +94,7 @@ template <class S, class D>
 struct RoundingFunctions {
     template <class Conversion>
     static constexpr ConversionFcn function =
-        functionOf<S, D, convertElements<Conversion>, convertByIntegers<Conversion>,
-                   ExactCast<S, D>::cast>;
+        conversionFunction<convertVector, RoundingLoops<Conversion, D>::value>;
 
     template <class... Modes>
     struct InModes {

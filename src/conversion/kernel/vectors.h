@@ -33,9 +33,11 @@ struct ConversionLoops {
     const ElementType* dst;
     /// Converts elements of any value; null if the conversion is a copy.
     void (*convert)(const void* source, void* destination, Count count);
-    /// Faster form of `convert`: false, with the destination unspecified, if it does not apply to
-    /// all elements of the block. Null if there is none.
-    bool (*convertByIntegers)(const void* source, void* destination, int count);
+    /// Faster form of `convert` for blocks: false, with the destination unspecified, if it does not
+    /// apply to all elements. Null if there is none.
+    bool (*convertQuickly)(const void* source, void* destination, int count);
+    /// In which the arithmetic has to round, for all loops.
+    RoundingDirection direction;
     /// Casts elements up to the first block with one that is not kept, and returns their number;
     /// beyond them the destination is unspecified. Null if the destination holds every value of the
     /// source.
@@ -53,16 +55,16 @@ struct Cursor {
     }
 };
 
-/// Converts elements by way of their int32 if all elements of a block have one.
+/// Converts blocks of elements by the faster form where that applies.
 TVTYPES_LOOP void convertByBlocks(const ConversionLoops& loops, Cursor at, Count count) {
-    // After a block with values without an int32, the next ones are likely to have some too.
+    // After a block to which it does not apply, it is likely not to apply to the next ones either.
     constexpr int blocksBeforeRetry = 8;
     int blocksToSkip = 0;
     const Count srcSize = loops.src->size;
     const Count dstSize = loops.dst->size;
     while (count > 0) {
         const int length = nextBlock(count);
-        if (blocksToSkip == 0 && !loops.convertByIntegers(at.src, at.dst, length)) {
+        if (blocksToSkip == 0 && !loops.convertQuickly(at.src, at.dst, length)) {
             blocksToSkip = blocksBeforeRetry;
         }
         const Count converted = static_cast<Count>(length);
@@ -77,7 +79,7 @@ TVTYPES_LOOP void convertByBlocks(const ConversionLoops& loops, Cursor at, Count
 
 /// Converts elements without a check.
 inline void convertUnchecked(const ConversionLoops& loops, Cursor at, Count count) {
-    if (loops.convertByIntegers != nullptr) {
+    if (loops.convertQuickly != nullptr) {
         convertByBlocks(loops, at, count);
     } else if (loops.convert != nullptr) {
         loops.convert(at.src, at.dst, count);
@@ -192,7 +194,7 @@ bool convertInPlace(Cursor at, Count srcSize, Count dstSize, Count count, bool c
 TVTYPES_LOOP bool convertVector(const void* src, void* dst, Count srcCount, Count dstCount,
                                 bool srcIsComplex, bool dstIsComplex, bool checkLoss,
                                 const ConversionLoops& loops) {
-    const DefaultEnvironment environment;
+    const DefaultEnvironment environment(loops.direction);
     const Cursor at = {static_cast<const unsigned char*>(src), static_cast<unsigned char*>(dst)};
     const bool checks = checkLoss && loops.castExactly != nullptr;
     if (dstCount == 0) {
