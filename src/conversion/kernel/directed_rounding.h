@@ -66,16 +66,16 @@ inline int32_T integerOf(S x) {
 /// last bits.
 inline constexpr real_T sumOffset = 0x1.8p52;
 
-/// Rounds in a mode. \pre The arithmetic rounds in `direction`.
-template <class Mode, class S>
+/// Rounds in a mode. \pre The arithmetic rounds in `direction`: to nearest unless `isDirected`.
+template <class Mode, class S, bool isDirected>
 class Rounding {
   public:
     static constexpr RoundingDirection direction =
-        hasDirectedRounding ? stepsOf<Mode>.direction : RoundingDirection::ToNearest;
+        isDirected ? stepsOf<Mode>.direction : RoundingDirection::ToNearest;
 
     /// Returns a value that integerOf converts to the rounded value of x.
     S prepared(S x) const {
-        if constexpr (!hasDirectedRounding) {
+        if constexpr (!isDirected) {
             return Mode::whole(x);
         } else if constexpr (stepsOf<Mode>.addend == Addend::Half) {
             return x + half_;
@@ -114,7 +114,7 @@ class Rounding {
     // Not a constant, since the compiler computes sums of constants in the default direction.
     static S unknownHalf() {
         S half = S(0.5);
-        if constexpr (hasDirectedRounding) {
+        if constexpr (isDirected) {
             asm("" : "+x"(half));
         }
         return half;

@@ -7,6 +7,14 @@
 
 namespace {
 
+/// Converts one element.
+template <class Conversion>
+void convertElement(const void* source, void* destination) {
+    const Conversion conversion{};
+    const auto x = elements<typename Conversion::Source>(source)->value;
+    elements<typename Conversion::Destination>(destination)->value = conversion.convert(x);
+}
+
 /// Converts elements of any value.
 template <class Conversion>
 TVTYPES_LOOP void convertElements(const void* source, void* destination, Count count) {

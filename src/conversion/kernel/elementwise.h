@@ -2,8 +2,8 @@
 /// Conversion of one element. `convert(x)` takes every value. Most conversions from floating point
 /// to integers also have convertQuickly(x, evidence), which takes fewer steps, and
 /// isValid(evidence), which says whether it has converted every element of a loop. Conversions with
-/// rounding need arithmetic that rounds in `direction`, the others the default environment. No
-/// branches, so that loops vectorise.
+/// rounding need arithmetic that rounds in `direction` if they are directed. All others need the
+/// default environment. No branches, so that loops vectorise.
 #pragma once
 
 #include "conversion/kernel/bounds.h"
@@ -60,12 +60,12 @@ inline D integerWithin(S x) {
 
 /// Rounds and wraps: the rounded value modulo the range of D; NaN and infinities give 0. In two's
 /// complement the sign of D does not matter, so D is unsigned.
-template <class S, class D, class Mode>
+template <class S, class D, class Mode, bool isDirected>
 struct RoundAndWrap {
     static_assert(isFloat<S> && !isSigned<D>);
     using Source = S;
     using Destination = D;
-    static constexpr RoundingDirection direction = Rounding<Mode, S>::direction;
+    static constexpr RoundingDirection direction = Rounding<Mode, S, isDirected>::direction;
     /// Whether noInteger is right for all values without an int32: such singles are multiples of
     /// 256.
     static constexpr bool isTotal = sizeof(S) == 4 && sizeof(D) == 1;
@@ -75,7 +75,7 @@ struct RoundAndWrap {
 #else
     static constexpr bool bySums = false;
 #endif
-    Rounding<Mode, S> rounding;
+    Rounding<Mode, S, isDirected> rounding;
 
     D convert(S x) const {
         if constexpr (isTotal) {
@@ -159,13 +159,13 @@ inline D clampedTo(int32_T x) {
 }
 
 /// Rounds and saturates; NaN gives 0.
-template <class S, class D, class Mode>
+template <class S, class D, class Mode, bool isDirected>
 struct RoundAndSaturate {
     static_assert(isFloat<S> && !isFloat<D>);
     using Source = S;
     using Destination = D;
-    static constexpr RoundingDirection direction = Rounding<Mode, S>::direction;
-    Rounding<Mode, S> rounding;
+    static constexpr RoundingDirection direction = Rounding<Mode, S, isDirected>::direction;
+    Rounding<Mode, S, isDirected> rounding;
 
     // Clamps first: the bounds are integers, so that rounding cannot leave the range again.
     D convert(S x) const {

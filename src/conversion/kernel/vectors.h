@@ -31,13 +31,16 @@ inline constexpr ElementType elementType = {sizeof(T), isRealValued<T>, takeReal
 struct ConversionLoops {
     const ElementType* src;
     const ElementType* dst;
-    /// Converts elements of any value; null if the conversion is a copy.
+    /// Converts one element, in the default environment. Null, as the next two, for a copy.
+    void (*convertOne)(const void* source, void* destination);
+    /// Converts elements of any value, with arithmetic that rounds in `direction`.
     void (*convert)(const void* source, void* destination, Count count);
     /// Faster form of `convert` for blocks: false, with the destination unspecified, if it does not
     /// apply to all elements. Null if there is none.
     bool (*convertQuickly)(const void* source, void* destination, int count);
-    /// In which the arithmetic has to round, for all loops.
     RoundingDirection direction;
+    /// Whether convertOne has floating-point arithmetic, which depends on the environment.
+    bool hasArithmetic;
     /// Casts elements up to the first block with one that is not kept, and returns their number;
     /// beyond them the destination is unspecified. Null if the destination holds every value of the
     /// source.
@@ -108,11 +111,27 @@ inline bool convertParts(const ConversionLoops& loops, Cursor at, Count count, b
     return true;
 }
 
+/// Converts one element without a check.
+inline void convertPart(const ConversionLoops& loops, Cursor at) {
+    if (loops.convertOne != nullptr) {
+        loops.convertOne(at.src, at.dst);
+    } else {
+        __builtin_memcpy(at.dst, at.src, loops.dst->size);
+    }
+}
+
+/// Converts an element and replicates it.
 TVTYPES_LOOP bool convertScalar(const ConversionLoops& loops, Cursor at, Count count,
                                 bool srcIsComplex, bool dstIsComplex, bool checkLoss) {
     unsigned char element[2 * largestElement] = {};
     const Count parts = srcIsComplex && dstIsComplex ? 2 : 1;
-    bool kept = convertParts(loops, {at.src, element}, parts, checkLoss);
+    bool kept = !checkLoss || loops.castExactly(at.src, element, parts) == parts;
+    if (!checkLoss || !kept) {
+        convertPart(loops, {at.src, element});
+        if (parts == 2) {
+            convertPart(loops, {at.src + loops.src->size, element + loops.dst->size});
+        }
+    }
     if (checkLoss && srcIsComplex && !dstIsComplex) {
         kept = loops.src->isRealValued(at.src, 1) && kept;
     }
@@ -194,15 +213,26 @@ bool convertInPlace(Cursor at, Count srcSize, Count dstSize, Count count, bool c
 TVTYPES_LOOP bool convertVector(const void* src, void* dst, Count srcCount, Count dstCount,
                                 bool srcIsComplex, bool dstIsComplex, bool checkLoss,
                                 const ConversionLoops& loops) {
-    const DefaultEnvironment environment(loops.direction);
     const Cursor at = {static_cast<const unsigned char*>(src), static_cast<unsigned char*>(dst)};
     const bool checks = checkLoss && loops.castExactly != nullptr;
     if (dstCount == 0) {
         return true;
     }
     if (srcCount <= 1) {
+        const bool isOne = dstCount == 1 && !dstIsComplex && !checks;
+        // For one element, reading the environment takes longer than its conversion.
+        if (isOne && !loops.hasArithmetic) {
+            convertPart(loops, at);
+            return true;
+        }
+        const DefaultEnvironment environment;
+        if (isOne) {
+            convertPart(loops, at);
+            return true;
+        }
         return convertScalar(loops, at, dstCount, srcIsComplex, dstIsComplex, checks);
     }
+    const DefaultEnvironment environment(loops.direction);
     if (src == dst) {
         return convertInPlace(
             at, loops.src->size * (srcIsComplex ? 2 : 1), loops.dst->size * (dstIsComplex ? 2 : 1),
