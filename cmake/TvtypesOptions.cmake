@@ -36,6 +36,13 @@ function(tvtypes_shared_library TARGET)
   set_target_properties(${TARGET} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${SOVERSION})
 endfunction()
 
+# With TVTYPES_DEBUG_INTERFACES, what abidw describes. The places of variables, which it does not need,
+# differ from build to build.
+set(TVTYPES_INTERFACE_OPTIONS)
+if(TVTYPES_DEBUG_INTERFACES)
+  set(TVTYPES_INTERFACE_OPTIONS -g -fno-var-tracking)
+endif()
+
 # quick_to_compile(TARGET HEADERS...): less optimisation outside of releases, for targets that take
 # far longer to compile than to run, and HEADERS precompiled. The preset asan-ubsan compiles without
 # precompiled headers, which finds missing includes.
