@@ -58,7 +58,9 @@ struct ExactCast {
             return castHalves(src, dst, count);
         } else if constexpr (isFloat<D>) {
             return castAndCompare(src, dst, count);
-        } else if constexpr (sizeof(D) == 4 && !isSigned<D>) {
+        } else if constexpr (isSame<D, uint32_T> && sizeof(S) == 8) {
+            return castBySums(src, dst, count);
+        } else if constexpr (isSame<D, uint32_T>) {
             return castByIntegers(src, dst, count) || castShifted(src, dst, count);
         } else {
             return castByIntegers(src, dst, count);
@@ -91,6 +93,22 @@ struct ExactCast {
             remainders |= bitsOf(static_cast<S>(integer) - x);
         }
         return distances <= Common<int32_T, D>::greatestDistance && isZero(remainders);
+    }
+
+    // From double to uint32, whose values are the last bits of a sum.
+    TVTYPES_LOOP static bool castBySums(const Stored<S>* src, Stored<D>* dst, int count) {
+        const int length = boundedLength(count);
+        uint64_T others = 0;
+        uint64_T remainders = 0;
+        TVTYPES_INDEPENDENT
+        for (int i = 0; i < length; ++i) {
+            const S x = src[i].value;
+            const S sum = x + sumOffset;
+            dst[i].value = static_cast<D>(bitsOf(sum));
+            others |= bitsOf(sum) ^ bitsOf(sumOffset);
+            remainders |= bitsOf((sum - sumOffset) - x);
+        }
+        return others <= BoundOf<D>::ub && isZero(remainders);
     }
 
     // The values of uint32_T, shifted down by half its range into that of int32_T.
