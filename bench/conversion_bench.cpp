@@ -74,7 +74,8 @@ std::vector<Rival> findRivals(const Case& timed, const Buffers& buffers) {
         unchecked.checked = false;
         rivals.push_back({"to_unchecked", conversion(convert, unchecked, buffers)});
     }
-    if (timed.cell.roundingMatters && timed.cell.rounding == FXP_ROUND_ROUND) {
+    if (timed.cell.roundingMatters &&
+        (timed.cell.rounding == FXP_ROUND_ROUND || timed.cell.rounding == FXP_ROUND_NEAR)) {
         rivals.push_back(
             {"to_floor", conversion(timed.cell.function(FXP_ROUND_FLOOR), timed, buffers)});
     }

@@ -81,7 +81,9 @@ struct RatioRow {
 
 constexpr RatioRow ownRatios[] = {
     {"ties away from zero to toward negative infinity", "to_floor",
-     [](const Case& c) { return plain(c); }},
+     [](const Case& c) { return plain(c) && c.cell.rounding == FXP_ROUND_ROUND; }},
+    {"ties toward positive infinity to toward negative infinity", "to_floor",
+     [](const Case& c) { return plain(c) && c.cell.rounding == FXP_ROUND_NEAR; }},
     {"checked to unchecked: real, kept", "to_unchecked",
      [](const Case& c) { return isReal(c) && c.data == Data::Kept; }},
     {"checked to unchecked: real, lossy", "to_unchecked",

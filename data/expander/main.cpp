@@ -9,29 +9,35 @@
 
 namespace {
 
-void expand(const std::string& target, int count, const char* const* sources) {
+void write(const std::string& target, const std::string& text) {
+    std::ofstream file(target, std::ios::binary | std::ios::trunc);
+    file << text << std::flush;
+    if (!file) {
+        throw tvdata::Fault(target + ": cannot be written");
+    }
+}
+
+void expand(const std::string& database, const std::string& definitions, int count,
+            const char* const* sources) {
     tvdata::Catalogue catalogue;
     tvdata::CompoundFactors compounds(catalogue);
     for (int i = 0; i < count; ++i) {
         tvdata::readSourceFile(sources[i], catalogue, compounds);
     }
     catalogue.checkCommonUnits();
-    std::ofstream file(target, std::ios::binary | std::ios::trunc);
-    file << tvdata::databaseText(catalogue, compounds) << std::flush;
-    if (!file) {
-        throw tvdata::Fault(target + ": cannot be written");
-    }
+    write(database, tvdata::databaseText(catalogue, compounds));
+    write(definitions, tvdata::definitionsText(catalogue));
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 3) {
-        fmt::print(stderr, "usage: tvtypes_expand_units TARGET SOURCE...\n");
+    if (argc < 4) {
+        fmt::print(stderr, "usage: tvtypes_expand_units DATABASE DEFINITIONS SOURCE...\n");
         return 2;
     }
     try {
-        expand(argv[1], argc - 2, argv + 2);
+        expand(argv[1], argv[2], argc - 3, argv + 3);
     } catch (const std::exception& error) {
         fmt::print(stderr, "tvtypes_expand_units: {}\n", error.what());
         return 1;

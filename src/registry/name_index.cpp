@@ -13,6 +13,9 @@ namespace TVTypeSys {
 
 namespace {
 
+/// Greater than every position.
+constexpr std::uint32_t none = UINT32_MAX;
+
 /// Returns whether getName returns `name`, which is terminated by zero; null counts as "".
 bool hasName(const DataType& record, std::string_view name) {
     const char* current = record.getName();
@@ -33,20 +36,23 @@ bool NameIndex::isClientRecord(const DataType& record) {
            type != typeid(AutoDataType);
 }
 
-std::optional<std::size_t> NameIndex::find(std::string_view name) const {
-    std::optional<std::size_t> first;
-    if (const auto found = firstPositions_.find(makeKey(name)); found != firstPositions_.end()) {
-        first = found->second;
-    }
+int NameIndex::idOf(std::string_view name) const {
+    const auto found = firsts_.find(makeKey(name));
+    const First first = found != firsts_.end() ? found->second : First{none, INVALID_DATA_TYPE_ID};
+    return clientRecords_.empty() ? first.id : idAmongClientRecords(name, first);
+}
+
+/// Returns the id of the first record with the name: of `first`, or of a client's class before it.
+int NameIndex::idAmongClientRecords(std::string_view name, First first) const {
     for (const std::uint32_t position : clientRecords_) {
-        if (first && position > *first) {
+        if (position > first.position) {
             break;
         }
         if (hasName(*records_[position], name)) {
-            return position;
+            return records_[position]->getId();
         }
     }
-    return first;
+    return first.id;
 }
 
 void NameIndex::addLast() { add(records_.size() - 1); }
@@ -63,10 +69,11 @@ void NameIndex::add(std::size_t position) {
 void NameIndex::addName(std::size_t position, const DataType& record) {
     const auto place = static_cast<std::uint32_t>(position);
     const char* const text = record.name_.c_str();
-    const auto [entry, isNew] = firstPositions_.try_emplace(makeKey(text), place);
-    if (!isNew && place < entry->second) {
+    const First first{place, record.getId()};
+    const auto [entry, isNew] = firsts_.try_emplace(makeKey(text), first);
+    if (!isNew && place < entry->second.position) {
         entry->first.text = text;
-        entry->second = place;
+        entry->second = first;
     }
 }
 
@@ -76,9 +83,9 @@ void NameIndex::removeLast() {
         clientRecords_.pop_back();
         return;
     }
-    const auto entry = firstPositions_.find(makeKey(records_[last]->name_.c_str()));
-    if (entry->second == last) {
-        firstPositions_.erase(entry);
+    const auto entry = firsts_.find(makeKey(records_[last]->name_.c_str()));
+    if (entry->second.position == last) {
+        firsts_.erase(entry);
     }
 }
 
@@ -97,14 +104,14 @@ void NameIndex::replace(std::size_t position, const DataType& newRecord) {
         return;
     }
     const char* const text = newRecord.name_.c_str();
-    const auto entry = firstPositions_.find(makeKey(text));
-    if (entry->second == position) {
+    const auto entry = firsts_.find(makeKey(text));
+    if (entry->second.position == position) {
         entry->first.text = text;
     }
 }
 
 void NameIndex::rebuild() {
-    firstPositions_.clear();
+    firsts_.clear();
     clientRecords_.clear();
     for (std::size_t position = 0; position < records_.size(); ++position) {
         add(position);

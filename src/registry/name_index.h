@@ -9,13 +9,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string_view>
 #include <vector>
 
 namespace TVTypeSys {
 
-/// Returns what a scan of the records from position 0 would: the first position of a name.
+/// Finds what a scan of the records from position 0 would: the first record with a name.
 ///
 /// A hash table holds the records of the library's own classes, whose names do not change. A record
 /// of a client's class may override getName and return another name at each call, so every lookup
@@ -31,8 +30,8 @@ class NameIndex {
     /// Makes an empty index of `records`, which must outlive it.
     explicit NameIndex(const Records& records) : records_(records) {}
 
-    /// Returns the first position of a name.
-    std::optional<std::size_t> find(std::string_view name) const;
+    /// Returns the id of the first record with a name, or INVALID_DATA_TYPE_ID.
+    int idOf(std::string_view name) const;
 
     /// Returns whether a record of a client's class is in the table.
     bool hasClientRecords() const { return !clientRecords_.empty(); }
@@ -69,13 +68,20 @@ class NameIndex {
         std::size_t operator()(const Key& key) const noexcept { return key.hash; }
     };
 
+    /// The first record with a name. Its id is here too, so that a lookup does not read the record.
+    struct First {
+        std::uint32_t position;
+        std::int32_t id;
+    };
+
     static Key makeKey(std::string_view name);
+    int idAmongClientRecords(std::string_view name, First first) const;
     static bool isClientRecord(const DataType& record);
     void add(std::size_t position);
     void addName(std::size_t position, const DataType& record);
 
     const Records& records_;
-    boost::unordered_flat_map<Key, std::uint32_t, KeyHash> firstPositions_;
+    boost::unordered_flat_map<Key, First, KeyHash> firsts_;
     // Positions of the records of clients' classes, in ascending order.
     std::vector<std::uint32_t> clientRecords_;
 };

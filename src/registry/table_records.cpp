@@ -25,8 +25,7 @@ DataType* DataTypeTable::recordAt(std::size_t position) const {
 }
 
 int DataTypeTable::getDataTypeId(const char* name) const {
-    const auto position = nameIndex_->find(name == nullptr ? "" : name);
-    return position ? dataTypes_[*position]->getId() : INVALID_DATA_TYPE_ID;
+    return nameIndex_->idOf(name == nullptr ? "" : name);
 }
 
 int DataTypeTable::getNumDataTypes() const { return static_cast<int>(dataTypes_.size()); }

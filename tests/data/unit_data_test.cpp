@@ -80,12 +80,21 @@ std::optional<Meaning> meaningOf(const std::string& text) {
     return meaning;
 }
 
-/// Records of a variable of the database file.
-boost::json::array records(std::string_view variable) {
-    const auto path = fnd::filesystem::get_install_path() + UnitDatabase::unitDBPath;
-    std::ifstream file{std::filesystem::path(std::u16string(path))};
+/// Records of a variable of a file in the folder of the database.
+boost::json::array records(const char* fileName, std::string_view variable) {
+    const auto database = fnd::filesystem::get_install_path() + UnitDatabase::unitDBPath;
+    std::ifstream file(std::filesystem::path(std::u16string(database)).replace_filename(fileName));
     const std::string text((std::istreambuf_iterator<char>(file)), {});
     return boost::json::parse(text).at(variable).as_array();
+}
+
+/// Records of the definitions of units or quantities, by name.
+std::map<std::string, boost::json::value> definitions(std::string_view variable) {
+    std::map<std::string, boost::json::value> byName;
+    for (const auto& record : records("unitdefinitions.oxd", variable)) {
+        byName.emplace(record.at("Name").as_string(), record);
+    }
+    return byName;
 }
 
 std::string field(const boost::json::value& record, std::string_view name) {
@@ -179,11 +188,14 @@ TEST(UnitData, CompoundAliasesMatchTheirText) {
     EXPECT_GE(count, 100);
 }
 
-// Factors of the file through its expressions, from the field "Exact" if there is one.
+// Factors of the database through its expressions, from the field "Exact" if there is one.
 TEST(UnitData, ExactFieldsMatchDefinitions) {
     std::map<std::string, tvdata::Number, std::less<>> factors;
+    std::map<std::string, boost::json::value> defined = definitions("units");
     int measured = 0;
-    for (const auto& record : records("units")) {
+    for (const auto& record : records("unitdatabase.oxd", "units")) {
+        const boost::json::value& definition =
+            defined.try_emplace(field(record, "Name"), boost::json::object()).first->second;
         const std::string symbol = field(record, "Symbol");
         SCOPED_TRACE(symbol);
         const auto part = [&](const std::string& name) {
@@ -191,13 +203,14 @@ TEST(UnitData, ExactFieldsMatchDefinitions) {
         };
         tvdata::Number factor{
             tvdata::valueOf({part("Numerator"), part("Denominator"), part("Base10Exponent")})};
-        if (const std::string exact = field(record, "Exact"); !exact.empty()) {
+        if (const std::string exact = field(definition, "Exact"); !exact.empty()) {
             const std::regex exponent("e([-0-9]+)");
-            const auto defined = tvdata::parseNumber(std::regex_replace(exact, exponent, "*10^$1"));
-            EXPECT_LT(abs(factor.rational / defined.value() - 1), tvdata::raised(Exact(10), -12));
-            factor = defined;
+            const auto number = tvdata::parseNumber(std::regex_replace(exact, exponent, "*10^$1"));
+            EXPECT_LT(abs(factor.rational / number.value() - 1), tvdata::raised(Exact(10), -12));
+            factor = number;
         }
-        if (const std::string uncertainty = field(record, "Uncertainty"); !uncertainty.empty()) {
+        if (const std::string uncertainty = field(definition, "Uncertainty");
+            !uncertainty.empty()) {
             factor.uncertainty = Exact(std::stod(uncertainty));
             ++measured;
         }
@@ -225,10 +238,13 @@ TEST(UnitData, ListsCommonUnits) {
             coherent.insert(unit.quantity);
         }
     }
-    for (const auto& record : records("abstractUnits")) {
-        const std::string name = field(record, "Name");
+    std::map<std::string, boost::json::value> common = definitions("quantities");
+    EXPECT_LT(30, common.size());
+    for (const tvdata::Quantity& quantity : catalogue().quantities()) {
+        const std::string& name = quantity.name;
         SCOPED_TRACE(name);
-        const auto symbols = tvdata::splitList(field(record, "Common"));
+        const auto symbols = tvdata::splitList(
+            field(common.try_emplace(name, boost::json::object()).first->second, "Common"));
         EXPECT_TRUE(!symbols.empty() || unitCounts[name] <= 1);
         EXPECT_EQ(std::set(symbols.begin(), symbols.end()).size(), symbols.size());
         for (const std::string& symbol : symbols) {

@@ -66,7 +66,10 @@ TEST(DataType, PropertiesAreWriteOnce) {
     DataType type = plainType();
     EXPECT_ERROR("CannotSetPropertiesBeforeSettingSize(T)", type.setProperties("abcd"));
     EXPECT_ERROR("InvalidDataTypePropertiesSize(T, -8)", type.setPropertiesSize(-8));
-    EXPECT_NO_ERROR((type.setPropertiesSize(0), type.setProperties(nullptr)));
+    EXPECT_NO_ERROR(type.setPropertiesSize(0));
+    EXPECT_TRUE(type.getAliasedToLocked());
+    type.setAliasedToLocked(false);
+    EXPECT_NO_ERROR(type.setProperties(nullptr));
     EXPECT_TRUE(type.getAliasedToLocked());
     EXPECT_NO_ERROR((type.setPropertiesSize(4), type.setPropertiesSize(4)));
     EXPECT_ERROR("CannotModifyDataTypePropertiesSize(T, 4, -8)", type.setPropertiesSize(-8));

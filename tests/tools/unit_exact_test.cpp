@@ -24,8 +24,16 @@ namespace {
 namespace json = boost::json;
 using testing::HasSubstr;
 
-std::string databasePath() {
-    return text::toUtf8(fnd::filesystem::get_install_path() + TVTypeSys::UnitDatabase::unitDBPath);
+/// The path of a file in the folder of the database, relative to the root of an installation.
+std::string relativePath(const char* fileName) {
+    return std::filesystem::path(TVTypeSys::UnitDatabase::unitDBPath.substr(1))
+        .replace_filename(fileName)
+        .string();
+}
+
+json::value readInstalled(const char* fileName) {
+    const std::string root = text::toUtf8(fnd::filesystem::get_install_path());
+    return json::parse(readFile(root + '/' + relativePath(fileName)));
 }
 
 TEST(ExactNumbers, RoundsLikeTheParserOfC) {
@@ -90,13 +98,20 @@ TEST(UnitDefinitions, AreParsedAndFormatted) {
 
 using Float = boost::multiprecision::cpp_bin_float_100;
 
-/// Computes factors of units from the records of the database file, to 100 digits.
+/// Computes factors of units from the records of the database and of definitions, to 100 digits.
 class ReferenceModel {
   public:
-    explicit ReferenceModel(const json::array& units) {
+    ReferenceModel(const json::array& units, const json::array& definitions) {
+        std::map<std::string, std::string> symbols;
         for (const json::value& unit : units) {
-            byKey_[std::string(unit.at("Name").as_string())] = unit.as_object();
-            byKey_[std::string(unit.at("Symbol").as_string())] = unit.as_object();
+            const std::string name(unit.at("Name").as_string());
+            symbols[name] = unit.at("Symbol").as_string();
+            byKey_[name] = byKey_[symbols[name]] = unit.as_object();
+        }
+        for (const json::value& definition : definitions) {
+            const std::string name(definition.at("Name").as_string());
+            byKey_.at(name)["Exact"] = byKey_.at(symbols.at(name))["Exact"] =
+                definition.at("Exact");
         }
     }
 
@@ -139,9 +154,9 @@ class ReferenceModel {
 };
 
 TEST(UnitFactors, AreRoundedCorrectly) {
-    const json::value database = json::parse(readFile(databasePath()));
+    const json::value database = readInstalled("unitdatabase.oxd");
     const json::array& units = database.at("units").as_array();
-    const ReferenceModel model(units);
+    const ReferenceModel model(units, readInstalled("unitdefinitions.oxd").at("units").as_array());
     TVTypeSys::UnitTable table;
     std::mt19937 random(randomSeed(17));
     int pairs = 0;
@@ -168,24 +183,22 @@ TEST(UnitFactors, AreRoundedCorrectly) {
     }
 }
 
-/// An installation with a changed unit database, which the process uses.
-class ChangedDatabase {
+/// An installation with a further definition, which the process uses.
+class FurtherDefinition {
   public:
-    ChangedDatabase(const std::string& symbol, const char* field, const char* value) {
-        json::value database = json::parse(readFile(databasePath()));
-        for (json::value& unit : database.at("units").as_array()) {
-            if (unit.at("Symbol").as_string() == symbol) {
-                unit.as_object()[field] = value;
-            }
-        }
-        namespace fs = std::filesystem;
-        const fs::path root = fs::path(folder_.write("root", "")).parent_path();
-        const std::string path = text::toUtf8(TVTypeSys::UnitDatabase::unitDBPath).substr(1);
-        fs::create_directories((root / path).parent_path());
-        folder_.write(path, json::serialize(database));
+    FurtherDefinition(const char* name, const char* factor) {
+        json::value definitions = readInstalled("unitdefinitions.oxd");
+        definitions.at("units").as_array().push_back({{"Name", name}, {"Exact", factor}});
+        const std::string path = relativePath("unitdefinitions.oxd");
+        const std::filesystem::path root =
+            std::filesystem::path(folder_.write("root", "")).parent_path();
+        std::filesystem::create_directories((root / path).parent_path());
+        folder_.write(path, json::serialize(definitions));
+        folder_.write(relativePath("unitdatabase.oxd"),
+                      json::serialize(readInstalled("unitdatabase.oxd")));
         moveTo(root.u16string());
     }
-    ~ChangedDatabase() { moveTo(u""); }
+    ~FurtherDefinition() { moveTo(u""); }
 
   private:
     static void moveTo(const std::u16string& root) {
@@ -205,7 +218,7 @@ TEST(UnitFactors, OfTheLibraryAreComparedWithDefinitions) {
                 {"0.025400000001", 0, "factor is 0.0254, a relative difference of 3.9e-11"},
                 {"0.0254001", 1, "the library's factor is wrong: 0.0254"}};
     for (const auto& row : rows) {
-        const ChangedDatabase database("in", "Exact", row.definition);
+        const FurtherDefinition definition("inch", row.definition);
         const Outcome outcome = run({"unit", "--factor", "in", "m"});
         EXPECT_EQ(outcome.status, row.status) << row.definition;
         EXPECT_EQ(outcome.out, fmt::format("{}\n", row.definition));
@@ -214,7 +227,7 @@ TEST(UnitFactors, OfTheLibraryAreComparedWithDefinitions) {
         EXPECT_THAT(run({"unit", "in"}).out, HasSubstr(row.note));
         EXPECT_EQ(run({"unit", "2", "in", "m"}).err.empty(), row.status == 0);
     }
-    const ChangedDatabase database("in", "Exact", "pi*");
+    const FurtherDefinition definition("inch", "pi*");
     expectRejection(run({"unit", "in"}), "inch of the database is malformed");
 }
 

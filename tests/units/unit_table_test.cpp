@@ -37,6 +37,10 @@ TEST_F(UnitTableTest, NamesCompositeUnits) {
     EXPECT_EQ(made.display, "kN*\u00b0C/(m*min^-2)");
     EXPECT_EQ(made.expression, u"kN*degC/(meter*min^-2)");
     EXPECT_EQ(made.baseScalingFactor.toString(), "36/1*1e5");
+    for (const auto& [unit, term] : made.fundamentalExprAST) { // of degC too
+        EXPECT_EQ(term.secondary, 0);
+    }
+    EXPECT_EQ(made.exprTermMap.begin()->second.secondary, 0);
     // Blanks are part of a token.
     EXPECT_EQ(table.getUnit(id("meter / s"))->symbol, u"meter / s");
     EXPECT_TRUE(table.getUnit(table.registerUnit("m*m", false))->fundamentalExprAST.empty());

@@ -7,31 +7,39 @@
 
 namespace {
 
+/// Converts one element.
+template <class Conversion>
+void convertElement(const void* source, void* destination) {
+    const Conversion conversion{};
+    const auto x = elements<typename Conversion::Source>(source)->value;
+    elements<typename Conversion::Destination>(destination)->value = conversion.convert(x);
+}
+
 /// Converts elements of any value.
 template <class Conversion>
 TVTYPES_LOOP void convertElements(const void* source, void* destination, Count count) {
     const auto* src = elements<typename Conversion::Source>(source);
     auto* dst = elements<typename Conversion::Destination>(destination);
+    const Conversion conversion{};
     TVTYPES_INDEPENDENT
     for (Count i = 0; i < count; ++i) {
-        dst[i].value = Conversion::convert(src[i].value);
+        dst[i].value = conversion.convert(src[i].value);
     }
 }
 
-/// Converts elements by way of their int32, in fewer steps. Returns false, with the destination
-/// unspecified, unless every element has one.
+/// Converts elements in fewer steps. Returns false, with the destination unspecified, if some have
+/// values that these do not convert.
 template <class Conversion>
-TVTYPES_LOOP bool convertByIntegers(const void* source, void* destination, int count) {
+TVTYPES_LOOP bool convertElementsQuickly(const void* source, void* destination, int count) {
     const auto* src = elements<typename Conversion::Source>(source);
     auto* dst = elements<typename Conversion::Destination>(destination);
-    int32_T least = 0;
+    const Conversion conversion{};
+    typename Conversion::Evidence evidence = 0;
     TVTYPES_INDEPENDENT
     for (int i = 0; i < count; ++i) {
-        const int32_T integer = Conversion::integer(src[i].value);
-        least = integer < least ? integer : least;
-        dst[i].value = Conversion::narrowed(integer);
+        dst[i].value = conversion.convertQuickly(src[i].value, evidence);
     }
-    return least != noInteger;
+    return Conversion::isValid(evidence);
 }
 
 /// Returns whether all imaginary parts of a complex vector are zero.

@@ -57,6 +57,10 @@ inline constexpr bool isSame<A, A> = true;
 inline uint64_T bitsOf(real_T x) { return __builtin_bit_cast(uint64_T, x); }
 inline uint32_T bitsOf(real32_T x) { return __builtin_bit_cast(uint32_T, x); }
 
+/// The floating-point value with these bits.
+inline real_T valueOf(uint64_T bits) { return __builtin_bit_cast(real_T, bits); }
+inline real32_T valueOf(uint32_T bits) { return __builtin_bit_cast(real32_T, bits); }
+
 /// The unsigned type with a size in bytes.
 template <unsigned long size>
 struct UnsignedOfSize;

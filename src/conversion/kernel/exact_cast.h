@@ -29,15 +29,6 @@ struct Common {
     }
 };
 
-/// The range of integers that single represents without gaps.
-template <class I>
-struct Common<I, real32_T> {
-    static constexpr Unsigned<I> lowest = isSigned<I> ? Unsigned<I>(-0x1000000) : Unsigned<I>(0);
-    static constexpr uint64_T greatestDistance = isSigned<I> ? 0x1FFFFFF : 0xFFFFFF;
-
-    static Unsigned<I> distance(I x) { return static_cast<Unsigned<I>>(x) - lowest; }
-};
-
 /// Casts with detection of loss.
 template <class S, class D>
 struct ExactCast {
@@ -61,11 +52,15 @@ struct ExactCast {
     static bool castBlock(const Stored<S>* src, Stored<D>* dst, int count) {
         if constexpr (!isFloat<S> && !isFloat<D>) {
             return castIntegers(src, dst, count);
+        } else if constexpr (!isFloat<S> && (isSigned<S> || convertsToUnsigned)) {
+            return castAndReturn(src, dst, count);
         } else if constexpr (!isFloat<S>) {
-            return castIntegers(src, dst, count) || castAndCompare(src, dst, count);
+            return castHalves(src, dst, count);
         } else if constexpr (isFloat<D>) {
             return castAndCompare(src, dst, count);
-        } else if constexpr (sizeof(D) == 4 && !isSigned<D>) {
+        } else if constexpr (isSame<D, uint32_T> && sizeof(S) == 8) {
+            return castBySums(src, dst, count);
+        } else if constexpr (isSame<D, uint32_T>) {
             return castByIntegers(src, dst, count) || castShifted(src, dst, count);
         } else {
             return castByIntegers(src, dst, count);
@@ -100,6 +95,22 @@ struct ExactCast {
         return distances <= Common<int32_T, D>::greatestDistance && isZero(remainders);
     }
 
+    // From double to uint32, whose values are the last bits of a sum.
+    TVTYPES_LOOP static bool castBySums(const Stored<S>* src, Stored<D>* dst, int count) {
+        const int length = boundedLength(count);
+        uint64_T others = 0;
+        uint64_T remainders = 0;
+        TVTYPES_INDEPENDENT
+        for (int i = 0; i < length; ++i) {
+            const S x = src[i].value;
+            const S sum = x + sumOffset;
+            dst[i].value = static_cast<D>(bitsOf(sum));
+            others |= bitsOf(sum) ^ bitsOf(sumOffset);
+            remainders |= bitsOf((sum - sumOffset) - x);
+        }
+        return others <= BoundOf<D>::ub && isZero(remainders);
+    }
+
     // The values of uint32_T, shifted down by half its range into that of int32_T.
     TVTYPES_LOOP static bool castShifted(const Stored<S>* src, Stored<D>* dst, int count) {
         const int length = boundedLength(count);
@@ -110,6 +121,40 @@ struct ExactCast {
             const int32_T integer = integerOf(x - twoTo31);
             dst[i].value = static_cast<D>(static_cast<uint32_T>(integer) ^ 0x80000000U);
             remainders |= bitsOf((static_cast<real_T>(integer) + twoTo31) - x);
+        }
+        return isZero(remainders);
+    }
+
+    // From 32-bit integers to single. The least int32 is kept, as it is noInteger.
+    TVTYPES_LOOP static bool castAndReturn(const Stored<S>* src, Stored<D>* dst, int count) {
+        const int length = boundedLength(count);
+        uint32_T differences = 0;
+        TVTYPES_INDEPENDENT
+        for (int i = 0; i < length; ++i) {
+            const S x = src[i].value;
+            const D y = static_cast<D>(x);
+            dst[i].value = y;
+            if constexpr (isSigned<S>) {
+                differences |= static_cast<uint32_T>(integerOf(y) ^ x);
+            } else {
+                differences |= static_cast<S>(y < D(twoTo32) ? y : D(0)) ^ x;
+            }
+        }
+        return differences == 0;
+    }
+
+    // From uint32 to single: the sum of two halves, which are exact, is rounded as the whole is.
+    TVTYPES_LOOP static bool castHalves(const Stored<S>* src, Stored<D>* dst, int count) {
+        const int length = boundedLength(count);
+        Unsigned<D> remainders = 0;
+        TVTYPES_INDEPENDENT
+        for (int i = 0; i < length; ++i) {
+            const S x = src[i].value;
+            const D upper = static_cast<D>(static_cast<int32_T>(x >> 16U)) * D(0x1p16);
+            const D lower = static_cast<D>(static_cast<int32_T>(x & 0xFFFFU));
+            const D y = upper + lower;
+            dst[i].value = y;
+            remainders |= bitsOf((y - upper) - lower);
         }
         return isZero(remainders);
     }

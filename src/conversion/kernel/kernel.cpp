@@ -23,16 +23,53 @@ bool conversionFunction(const void* src, void* dst, Count srcCount, Count dstCou
     return convert(src, dst, srcCount, dstCount, srcIsComplex, dstIsComplex, checkLoss, loops);
 }
 
-/// The loops of one conversion function, null where it has none.
-template <class S, class D, auto convert, auto convertByIntegers, auto castExactly>
-struct Loops {
-    static constexpr ConversionLoops value = {&elementType<S>, &elementType<D>, convert,
-                                              convertByIntegers, castExactly};
+/// A conversion without rounding; `castExactly` is null if nothing is lost.
+template <class S, class D, class Conversion, auto castExactly>
+struct PlainLoops {
+    static constexpr ConversionLoops value = {&elementType<S>,
+                                              &elementType<D>,
+                                              convertElement<Conversion>,
+                                              convertElements<Conversion>,
+                                              nullptr,
+                                              RoundingDirection::ToNearest,
+                                              isFloat<S> || isFloat<D>,
+                                              castExactly};
 };
 
-template <class S, class D, auto convert, auto convertByIntegers, auto castExactly>
-constexpr ConversionFcn functionOf =
-    conversionFunction<convertVector, Loops<S, D, convert, convertByIntegers, castExactly>::value>;
+/// The cast of a pair of types, if that leaves all bits as they are.
+template <class S, class D, auto castExactly>
+requires(isSame<S, D> ||
+         (!isFloat<S> && !isFloat<D> &&
+          sizeof(S) == sizeof(D))) struct PlainLoops<S, D, SharedCast<S, D>, castExactly> {
+    static constexpr ConversionLoops value = {
+        &elementType<S>, &elementType<D>, nullptr, nullptr, nullptr, RoundingDirection::ToNearest,
+        false,           castExactly};
+};
+
+template <class S, class D, class Conversion, auto castExactly>
+constexpr ConversionFcn plainFunction =
+    conversionFunction<convertVector, PlainLoops<S, D, Conversion, castExactly>::value>;
+
+/// The faster loop of a conversion; null if there is none.
+template <class Conversion>
+constexpr auto quickLoop = convertElementsQuickly<Conversion>;
+template <class Conversion>
+requires(!Conversion::isQuick) constexpr auto quickLoop<Conversion> = nullptr;
+
+/// A conversion from floating point to the integer type D: in directed arithmetic, and of one
+/// element in the default environment.
+template <class Conversion, class OneConversion, class D>
+struct RoundingLoops {
+    using S = typename Conversion::Source;
+    static constexpr ConversionLoops value = {&elementType<S>,
+                                              &elementType<D>,
+                                              convertElement<OneConversion>,
+                                              convertElements<Conversion>,
+                                              quickLoop<Conversion>,
+                                              Conversion::direction,
+                                              true,
+                                              ExactCast<S, D>::cast};
+};
 
 /// A pair to which no mode matters.
 template <ConversionFcn function>
@@ -40,22 +77,11 @@ constexpr ConversionFcn onlyFunction[][overflowModes] = {{function}};
 template <ConversionFcn function>
 constexpr ConversionPair inAllModes = {onlyFunction<function>, false, false};
 
-/// Whether a cast leaves all bits as they are.
-template <class S, class D>
-constexpr bool isCopy = isSame<S, D> || (!isFloat<S> && !isFloat<D> && sizeof(S) == sizeof(D));
-
-/// The loop of a cast; null for a copy.
-template <class S, class D>
-constexpr auto castLoop = convertElements<SharedCast<S, D>>;
-template <class S, class D>
-requires isCopy<S, D>
-constexpr auto castLoop<S, D> = nullptr;
-
 // The kinds of pairs.
 
 /// The destination holds every value of S.
 template <class S, class D>
-constexpr ConversionPair exact = inAllModes<functionOf<S, D, castLoop<S, D>, nullptr, nullptr>>;
+constexpr ConversionPair exact = inAllModes<plainFunction<S, D, SharedCast<S, D>, nullptr>>;
 
 /// The same type.
 template <class S>
@@ -64,30 +90,30 @@ constexpr ConversionPair same = exact<S, S>;
 /// The destination is a floating-point type with fewer digits.
 template <class S, class D>
 constexpr ConversionPair inexact =
-    inAllModes<functionOf<S, D, castLoop<S, D>, nullptr, ExactCast<S, D>::cast>>;
+    inAllModes<plainFunction<S, D, SharedCast<S, D>, ExactCast<S, D>::cast>>;
 
 /// Between integers; the destination does not hold every value of S.
 template <class S, class D>
 constexpr ConversionFcn overflowFunctions[][overflowModes] = {
-    {functionOf<S, D, castLoop<S, D>, nullptr, ExactCast<S, D>::cast>,
-     functionOf<S, D, convertElements<Saturate<S, D>>, nullptr, ExactCast<S, D>::cast>}};
+    {plainFunction<S, D, SharedCast<S, D>, ExactCast<S, D>::cast>,
+     plainFunction<S, D, Saturate<S, D>, ExactCast<S, D>::cast>}};
 template <class S, class D>
 constexpr ConversionPair overflow = {overflowFunctions<S, D>, false, true};
 
 /// From floating point to integers.
 template <class S, class D>
 struct RoundingFunctions {
-    template <class Conversion>
+    template <template <class, class, class, bool> class Conversion, class Result, class Mode>
     static constexpr ConversionFcn function =
-        functionOf<S, D, convertElements<Conversion>, convertByIntegers<Conversion>,
-                   ExactCast<S, D>::cast>;
+        conversionFunction<convertVector,
+                           RoundingLoops<Conversion<S, Result, Mode, hasDirectedRounding>,
+                                         Conversion<S, Result, Mode, false>, D>::value>;
 
     template <class... Modes>
     struct InModes {
         static_assert(sizeof...(Modes) == roundingModes);
         static constexpr ConversionFcn value[][overflowModes] = {
-            {function<RoundAndWrap<S, Unsigned<D>, Modes>>,
-             function<RoundAndSaturate<S, D, Modes>>}...};
+            {function<RoundAndWrap, Unsigned<D>, Modes>, function<RoundAndSaturate, D, Modes>}...};
     };
 };
 template <class S, class D>

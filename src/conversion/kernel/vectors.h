@@ -31,11 +31,16 @@ inline constexpr ElementType elementType = {sizeof(T), isRealValued<T>, takeReal
 struct ConversionLoops {
     const ElementType* src;
     const ElementType* dst;
-    /// Converts elements of any value; null if the conversion is a copy.
+    /// Converts one element, in the default environment. Null, as the next two, for a copy.
+    void (*convertOne)(const void* source, void* destination);
+    /// Converts elements of any value, with arithmetic that rounds in `direction`.
     void (*convert)(const void* source, void* destination, Count count);
-    /// Faster form of `convert`: false, with the destination unspecified, if it does not apply to
-    /// all elements of the block. Null if there is none.
-    bool (*convertByIntegers)(const void* source, void* destination, int count);
+    /// Faster form of `convert` for blocks: false, with the destination unspecified, if it does not
+    /// apply to all elements. Null if there is none.
+    bool (*convertQuickly)(const void* source, void* destination, int count);
+    RoundingDirection direction;
+    /// Whether convertOne has floating-point arithmetic, which depends on the environment.
+    bool hasArithmetic;
     /// Casts elements up to the first block with one that is not kept, and returns their number;
     /// beyond them the destination is unspecified. Null if the destination holds every value of the
     /// source.
@@ -53,16 +58,16 @@ struct Cursor {
     }
 };
 
-/// Converts elements by way of their int32 if all elements of a block have one.
+/// Converts blocks of elements by the faster form where that applies.
 TVTYPES_LOOP void convertByBlocks(const ConversionLoops& loops, Cursor at, Count count) {
-    // After a block with values without an int32, the next ones are likely to have some too.
+    // After a block to which it does not apply, it is likely not to apply to the next ones either.
     constexpr int blocksBeforeRetry = 8;
     int blocksToSkip = 0;
     const Count srcSize = loops.src->size;
     const Count dstSize = loops.dst->size;
     while (count > 0) {
         const int length = nextBlock(count);
-        if (blocksToSkip == 0 && !loops.convertByIntegers(at.src, at.dst, length)) {
+        if (blocksToSkip == 0 && !loops.convertQuickly(at.src, at.dst, length)) {
             blocksToSkip = blocksBeforeRetry;
         }
         const Count converted = static_cast<Count>(length);
@@ -77,7 +82,7 @@ TVTYPES_LOOP void convertByBlocks(const ConversionLoops& loops, Cursor at, Count
 
 /// Converts elements without a check.
 inline void convertUnchecked(const ConversionLoops& loops, Cursor at, Count count) {
-    if (loops.convertByIntegers != nullptr) {
+    if (loops.convertQuickly != nullptr) {
         convertByBlocks(loops, at, count);
     } else if (loops.convert != nullptr) {
         loops.convert(at.src, at.dst, count);
@@ -106,11 +111,27 @@ inline bool convertParts(const ConversionLoops& loops, Cursor at, Count count, b
     return true;
 }
 
+/// Converts one element without a check.
+inline void convertPart(const ConversionLoops& loops, Cursor at) {
+    if (loops.convertOne != nullptr) {
+        loops.convertOne(at.src, at.dst);
+    } else {
+        __builtin_memcpy(at.dst, at.src, loops.dst->size);
+    }
+}
+
+/// Converts an element and replicates it.
 TVTYPES_LOOP bool convertScalar(const ConversionLoops& loops, Cursor at, Count count,
                                 bool srcIsComplex, bool dstIsComplex, bool checkLoss) {
     unsigned char element[2 * largestElement] = {};
     const Count parts = srcIsComplex && dstIsComplex ? 2 : 1;
-    bool kept = convertParts(loops, {at.src, element}, parts, checkLoss);
+    bool kept = !checkLoss || loops.castExactly(at.src, element, parts) == parts;
+    if (!checkLoss || !kept) {
+        convertPart(loops, {at.src, element});
+        if (parts == 2) {
+            convertPart(loops, {at.src + loops.src->size, element + loops.dst->size});
+        }
+    }
     if (checkLoss && srcIsComplex && !dstIsComplex) {
         kept = loops.src->isRealValued(at.src, 1) && kept;
     }
@@ -192,15 +213,26 @@ bool convertInPlace(Cursor at, Count srcSize, Count dstSize, Count count, bool c
 TVTYPES_LOOP bool convertVector(const void* src, void* dst, Count srcCount, Count dstCount,
                                 bool srcIsComplex, bool dstIsComplex, bool checkLoss,
                                 const ConversionLoops& loops) {
-    const DefaultEnvironment environment;
     const Cursor at = {static_cast<const unsigned char*>(src), static_cast<unsigned char*>(dst)};
     const bool checks = checkLoss && loops.castExactly != nullptr;
     if (dstCount == 0) {
         return true;
     }
     if (srcCount <= 1) {
+        const bool isOne = dstCount == 1 && !dstIsComplex && !checks;
+        // For one element, reading the environment takes longer than its conversion.
+        if (isOne && !loops.hasArithmetic) {
+            convertPart(loops, at);
+            return true;
+        }
+        const DefaultEnvironment environment;
+        if (isOne) {
+            convertPart(loops, at);
+            return true;
+        }
         return convertScalar(loops, at, dstCount, srcIsComplex, dstIsComplex, checks);
     }
+    const DefaultEnvironment environment(loops.direction);
     if (src == dst) {
         return convertInPlace(
             at, loops.src->size * (srcIsComplex ? 2 : 1), loops.dst->size * (dstIsComplex ? 2 : 1),

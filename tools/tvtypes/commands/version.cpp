@@ -1,9 +1,9 @@
 // tvtypes --version
 #include "commands/commands.h"
 #include "text/safe_text.h"
+#include "units/definitions.h"
 
 #include <tvtypes/functions.h>
-#include <tvtypes/units.h>
 
 #include <fmt/format.h>
 
@@ -13,11 +13,9 @@ namespace tvtool {
 
 namespace {
 
-/// Counts the units of the database file, which the library has to read for that.
 std::string databaseText() {
     try {
-        return fmt::format("{} units",
-                           TVTypeSys::UnitDatabase::getUnitDatabase()->getAllUnits().size());
+        return fmt::format("{} units", units::definitions().unitCount());
     } catch (const std::exception& error) {
         return text::inOneLine(error.what());
     }

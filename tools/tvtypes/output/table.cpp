@@ -140,7 +140,9 @@ class LinePrinter {
         blanks_ = separatorWidth + (align == Align::Left ? padding : 0);
     }
 
+    /// Prints a heading, without blanks at its end.
     void print(fmt::text_style style, std::ostream& os) {
+        line_.resize(line_.find_last_not_of(' ') + 1);
         os << fmt::format(style, "{}", line_) << '\n';
         clear();
     }

@@ -27,6 +27,8 @@ struct CloseFile {
 
 using Records = std::unique_ptr<oxArray_tag, TOxArrayDeleter>;
 
+constexpr double maximumUnits = 1e9;
+
 /// Calls `read` with each record that has a text in the field.
 template <class Reading>
 void forEachRecord(oxdFile_tag* file, const char* variable, const char* field,
@@ -87,11 +89,18 @@ Definitions::Definitions(const std::u16string& path) {
     if (file == nullptr) {
         throw std::runtime_error(fmt::format("{}: {}", text::toUtf8(path), oxdLastError()));
     }
+    const Records database(oxdGetVariable(file.get(), "database"));
+    const double count = oxGetScalar(oxGetField(database.get(), 0, "Units"));
+    if (!(count >= 0 && count < maximumUnits)) {
+        throw std::runtime_error(
+            fmt::format("{}: the number of units is missing", text::toUtf8(path)));
+    }
+    unitCount_ = static_cast<std::size_t>(count);
     forEachRecord(file.get(), "units", "Exact", [this](const auto& textOf) {
         texts_.emplace(textOf("Name"),
                        Texts{text::toUtf8(textOf("Exact")), text::toUtf8(textOf("Uncertainty"))});
     });
-    forEachRecord(file.get(), "abstractUnits", "Common", [this](const auto& textOf) {
+    forEachRecord(file.get(), "quantities", "Common", [this](const auto& textOf) {
         common_.emplace(textOf("Name"), splitAtCommas(textOf("Common")));
     });
 }
@@ -122,8 +131,9 @@ const std::vector<std::u16string>& Definitions::commonUnits(const std::u16string
 
 const Definitions& definitions() {
     static std::pair<std::u16string, std::unique_ptr<const Definitions>> loaded;
-    const std::u16string path =
-        fnd::filesystem::get_install_path() + TVTypeSys::UnitDatabase::unitDBPath;
+    std::u16string path = fnd::filesystem::get_install_path();
+    const std::u16string& database = TVTypeSys::UnitDatabase::unitDBPath;
+    path.append(database, 0, database.rfind(u'/')).append(u"/unitdefinitions.oxd");
     if (loaded.second == nullptr || loaded.first != path) {
         loaded = {path, std::make_unique<const Definitions>(path)};
     }

@@ -5,6 +5,7 @@
 
 #include "exact/number.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -28,8 +29,11 @@ Definition parseDefinition(std::string_view text);
 
 class Definitions {
   public:
-    /// Reads a unit database file. Throws a std::runtime_error if it cannot be read.
+    /// Reads the file. Throws a std::runtime_error if it cannot be read.
     explicit Definitions(const std::u16string& path);
+
+    /// Returns the number of units of the database.
+    std::size_t unitCount() const { return unitCount_; }
 
     /// Returns the definition of a database unit; empty if its scaling is exact. Throws a
     /// std::runtime_error for a malformed one.
@@ -45,12 +49,14 @@ class Definitions {
         std::string uncertainty; ///< empty for an exact factor
     };
 
+    std::size_t unitCount_ = 0;
     std::unordered_map<std::u16string, Texts> texts_; ///< by name of the unit
     std::map<std::u16string, std::vector<std::u16string>> common_;
 };
 
-/// Returns the definitions in the file from which the library loads the units of the process. The
-/// file is read at the first call, and again if the root of the installation has changed since.
+/// Returns the definitions of the installation from which the library loads the units of the
+/// process. The file is read at the first call, and again if the root of the installation has
+/// changed since.
 const Definitions& definitions();
 
 } // namespace tvtool::units

@@ -5,8 +5,11 @@
 
 #include <tvtypes/units.h>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
-#include <unordered_map>
+#include <set>
+#include <utility>
 
 namespace tvtool::units {
 
@@ -18,19 +21,31 @@ using TVTypeSys::UnitDatabase;
 /// No name is as long, in bytes.
 constexpr std::size_t longestName = 80;
 
-using NamesByFoldedName = std::unordered_map<std::string, std::vector<std::string>>;
-
-/// All names by their text without case. The database is read once, and so is this.
-const NamesByFoldedName& namesByFoldedName() {
-    static const NamesByFoldedName& names = *[] {
-        auto created = std::make_unique<NamesByFoldedName>();
-        for (const std::string& word : unitWords()) {
-            (*created)[text::foldCase(word)].push_back(word);
-        }
-        return created.release();
-    }();
-    return names;
+bool isAscii(std::string_view text) {
+    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 128; });
 }
+
+/// All names, some of them several times. The database is read once, and so are they.
+struct Names {
+    std::vector<std::string> ascii;
+    std::vector<std::pair<std::string, std::string>> others; ///< with the text without case
+
+    static const Names& get() {
+        static const Names& names = *[] {
+            auto created = std::make_unique<Names>();
+            forEachUnitWord([&](std::string word) {
+                if (isAscii(word)) {
+                    created->ascii.push_back(std::move(word));
+                } else {
+                    std::string folded = text::foldCase(word);
+                    created->others.emplace_back(std::move(word), std::move(folded));
+                }
+            });
+            return created.release();
+        }();
+        return names;
+    }
+};
 
 const UnitBase* findUnitBase(std::string_view text) {
     const UnitBase::ReferenceSet units =
@@ -70,8 +85,23 @@ std::vector<std::string> caseVariants(std::string_view text) {
     if (text.size() > longestName) {
         return {};
     }
-    const auto found = namesByFoldedName().find(text::foldCase(text));
-    return found == namesByFoldedName().end() ? std::vector<std::string>() : found->second;
+    // A search, since an index of all names takes longer than the few searches of a call.
+    const std::string folded = text::foldCase(text);
+    const auto isLetterInCase = [](char letter, char foldedLetter) {
+        return letter == foldedLetter ||
+               (letter >= 'A' && letter <= 'Z' && letter - 'A' + 'a' == foldedLetter);
+    };
+    const auto folds = [&](const std::string& name) {
+        return std::ranges::equal(name, folded, isLetterInCase);
+    };
+    std::set<std::string> variants;
+    std::ranges::copy_if(Names::get().ascii, std::inserter(variants, variants.end()), folds);
+    for (const auto& [name, foldedName] : Names::get().others) {
+        if (foldedName == folded) {
+            variants.insert(name);
+        }
+    }
+    return {variants.begin(), variants.end()};
 }
 
 } // namespace tvtool::units

@@ -189,7 +189,7 @@ std::string toolPage(const Tool& tool, ManualPage page) {
     page.section("FILES");
     page.paragraph("Below the directory in which the tool is installed:");
     page.item(italic("share/tvtypes/toolbox/torvane/torvane_foundation/unitdatabase.oxd"),
-              "The unit database.");
+              "The unit database. Beside it, unitdefinitions.oxd has the exact definitions.");
     page.item(italic("share/tvtypes/schema/"),
               "The schemas of the objects that are printed with --json.");
     page.section("SEE ALSO");
