@@ -1,10 +1,8 @@
 /// \file
-/// Rounding modes. The only statement of what each mode does: the kernels, the overflow check and
-/// the exported scalar function are built on it.
-///
-/// `Mode::whole(x)` is the rounded value in the type of x, with NaN and infinities unchanged. None
-/// branches, so that loops over them vectorise. The kernels include this file: see
-/// conversion/kernel/elements.h for what that forbids.
+/// Rounding modes. `Mode::whole(x)` is the rounded value in the type of x, with NaN and infinities
+/// unchanged, for arithmetic that rounds to nearest. It does not branch, so that loops over it
+/// vectorise. The kernels include this file: see conversion/kernel/elements.h for what that
+/// forbids.
 #pragma once
 
 #include "conversion/kernel/elements.h"

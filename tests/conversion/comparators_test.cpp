@@ -48,12 +48,14 @@ TYPED_TEST(ComparatorTest, ComparesValues) {
         for (const Element b : values) {
             const auto lhs = behindOneByte<Element>({a, b, a});
             const auto rhs = behindOneByte<Element>({b, a, a});
-            // Two elements, then none.
-            unsigned char out[] = {9, 9, 9};
+            // One element, two, then none.
+            unsigned char out[3] = {};
             const auto expect = [&](bool first, bool second, const auto& test, auto... extra) {
-                for (const int count : {2, 0, -1}) {
+                std::memset(out, 9, sizeof out);
+                for (const int count : {1, 2, 0, -1}) {
                     EXPECT_EQ(1, test(nullptr, nullptr, 0, count, lhs.data() + 1, extra..., out));
-                    const unsigned char expected[] = {first, second, 9};
+                    const unsigned char behind = count == 1 ? 9 : second;
+                    const unsigned char expected[] = {first, behind, 9};
                     EXPECT_EQ(0, std::memcmp(expected, out, 3));
                 }
             };

@@ -37,7 +37,7 @@ template <> inline constexpr Steps stepsOf<Round>      = {RoundingDirection::Tow
 template <> inline constexpr Steps stepsOf<Convergent> = {RoundingDirection::ToNearest,  Addend::Nothing};
 // clang-format on
 
-/// Whether a mode rounds values and their opposites to opposites.
+/// Whether the direction of a mode depends on the sign of the value.
 template <class Mode>
 inline constexpr bool dependsOnSign = stepsOf<Mode>.direction == RoundingDirection::TowardZero;
 
