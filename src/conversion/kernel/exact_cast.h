@@ -61,7 +61,7 @@ struct ExactCast {
         } else if constexpr (isSame<D, uint32_T> && sizeof(S) == 8) {
             return castBySums(src, dst, count);
         } else if constexpr (isSame<D, uint32_T>) {
-            return castByIntegers(src, dst, count) || castShifted(src, dst, count);
+            return castByIntegers(src, dst, count) || castBySums(src, dst, count);
         } else {
             return castByIntegers(src, dst, count);
         }
@@ -95,34 +95,20 @@ struct ExactCast {
         return distances <= Common<int32_T, D>::greatestDistance && isZero(remainders);
     }
 
-    // From double to uint32, whose values are the last bits of a sum.
+    // To uint32, whose values are the last bits of a sum.
     TVTYPES_LOOP static bool castBySums(const Stored<S>* src, Stored<D>* dst, int count) {
         const int length = boundedLength(count);
         uint64_T others = 0;
         uint64_T remainders = 0;
         TVTYPES_INDEPENDENT
         for (int i = 0; i < length; ++i) {
-            const S x = src[i].value;
-            const S sum = x + sumOffset;
+            const real_T x = src[i].value;
+            const real_T sum = x + sumOffset;
             dst[i].value = static_cast<D>(bitsOf(sum));
             others |= bitsOf(sum) ^ bitsOf(sumOffset);
             remainders |= bitsOf((sum - sumOffset) - x);
         }
         return others <= BoundOf<D>::ub && isZero(remainders);
-    }
-
-    // The values of uint32_T, shifted down by half its range into that of int32_T.
-    TVTYPES_LOOP static bool castShifted(const Stored<S>* src, Stored<D>* dst, int count) {
-        const int length = boundedLength(count);
-        uint64_T remainders = 0;
-        TVTYPES_INDEPENDENT
-        for (int i = 0; i < length; ++i) {
-            const real_T x = src[i].value;
-            const int32_T integer = integerOf(x - twoTo31);
-            dst[i].value = static_cast<D>(static_cast<uint32_T>(integer) ^ 0x80000000U);
-            remainders |= bitsOf((static_cast<real_T>(integer) + twoTo31) - x);
-        }
-        return isZero(remainders);
     }
 
     // From 32-bit integers to single. The least int32 is kept, as it is noInteger.

@@ -57,8 +57,8 @@ std::string described(const Command& command) {
     return singleQuoted(command.name + ":" + withBackslashes(command.description, ":\\"));
 }
 
-/// Returns the part of a specification behind the name: a message, and an action that adds the
-/// candidates.
+/// Returns what _arguments takes behind the name of an option: a message, and an action that adds
+/// the candidates.
 std::string argumentPart(const Argument& argument) {
     std::string action = " ";
     if (argument.offer == Offer::Choices) {
@@ -75,26 +75,27 @@ std::string argumentPart(const Argument& argument) {
     return fmt::format(":{}:{}", withBackslashes(argument.name, ":\\"), action);
 }
 
-std::string specification(const std::string& spec) {
-    return " \\\n                " + singleQuoted(spec);
+/// Returns an argument of _arguments, on a line of its own.
+std::string callArgument(const std::string& text) {
+    return " \\\n                " + singleQuoted(text);
 }
 
 std::string branch(const Command& command) {
-    std::string specs;
+    std::string callArguments;
     forEachName(command, [&](const Option& option, const std::string& name) {
         const std::string others =
             option.names.size() > 1 ? fmt::format("({})", fmt::join(option.names, " ")) : "";
-        specs += specification(fmt::format(
+        callArguments += callArgument(fmt::format(
             "{}{}{}[{}]{}", option.isRepeated ? "*" : others, name,
             option.takesArgument() ? "=" : "", withBackslashes(option.description, "[]\\"),
             option.takesArgument() ? argumentPart(option.argument) : ""));
     });
     for (const Option& positional : command.positionals) {
-        specs +=
-            specification((positional.isRepeated ? "*" : "") + argumentPart(positional.argument));
+        callArguments +=
+            callArgument((positional.isRepeated ? "*" : "") + argumentPart(positional.argument));
     }
     return fmt::format("        {})\n            _arguments -S :{}\n            ;;\n", command.name,
-                       specs);
+                       callArguments);
 }
 
 } // namespace
