@@ -20,8 +20,8 @@ inline constexpr bool hasDirectedRounding = false;
 /// What rounding begins with.
 enum class Addend { Nothing, Half, HalfWithSign };
 
-/// A sum with the addend, rounded in the direction, is the rounded value. The sum may itself be
-/// rounded in that direction, which takes it across no integer.
+/// The sum of a value and the addend, rounded in the direction to an integer, is the rounded value.
+/// That the sum is first rounded in the same direction to a floating-point number changes nothing.
 struct Steps {
     RoundingDirection direction;
     Addend addend;

@@ -26,24 +26,31 @@ bool conversionFunction(const void* src, void* dst, Count srcCount, Count dstCou
 /// A conversion without rounding; `castExactly` is null if nothing is lost.
 template <class S, class D, class Conversion, auto castExactly>
 struct PlainLoops {
-    static constexpr ConversionLoops value = {&elementType<S>,
-                                              &elementType<D>,
-                                              convertElement<Conversion>,
-                                              convertElements<Conversion>,
-                                              nullptr,
-                                              RoundingDirection::ToNearest,
-                                              isFloat<S> || isFloat<D>,
-                                              castExactly};
+    static constexpr ConversionLoops value = {.src = &elementType<S>,
+                                              .dst = &elementType<D>,
+                                              .convertOne = convertElement<Conversion>,
+                                              .convert = convertElements<Conversion>,
+                                              .convertQuickly = nullptr,
+                                              .direction = RoundingDirection::ToNearest,
+                                              .hasArithmetic = isFloat<S> || isFloat<D>,
+                                              .castExactly = castExactly};
 };
 
-/// The cast of a pair of types, if that leaves all bits as they are.
+/// Whether a cast leaves all bits as they are.
+template <class S, class D>
+constexpr bool isCopy = isSame<S, D> || (!isFloat<S> && !isFloat<D> && sizeof(S) == sizeof(D));
+
 template <class S, class D, auto castExactly>
-requires(isSame<S, D> ||
-         (!isFloat<S> && !isFloat<D> &&
-          sizeof(S) == sizeof(D))) struct PlainLoops<S, D, SharedCast<S, D>, castExactly> {
-    static constexpr ConversionLoops value = {
-        &elementType<S>, &elementType<D>, nullptr, nullptr, nullptr, RoundingDirection::ToNearest,
-        false,           castExactly};
+requires isCopy<S, D>
+struct PlainLoops<S, D, SharedCast<S, D>, castExactly> {
+    static constexpr ConversionLoops value = {.src = &elementType<S>,
+                                              .dst = &elementType<D>,
+                                              .convertOne = nullptr,
+                                              .convert = nullptr,
+                                              .convertQuickly = nullptr,
+                                              .direction = RoundingDirection::ToNearest,
+                                              .hasArithmetic = false,
+                                              .castExactly = castExactly};
 };
 
 template <class S, class D, class Conversion, auto castExactly>
@@ -61,14 +68,14 @@ requires(!Conversion::isQuick) constexpr auto quickLoop<Conversion> = nullptr;
 template <class Conversion, class OneConversion, class D>
 struct RoundingLoops {
     using S = typename Conversion::Source;
-    static constexpr ConversionLoops value = {&elementType<S>,
-                                              &elementType<D>,
-                                              convertElement<OneConversion>,
-                                              convertElements<Conversion>,
-                                              quickLoop<Conversion>,
-                                              Conversion::direction,
-                                              true,
-                                              ExactCast<S, D>::cast};
+    static constexpr ConversionLoops value = {.src = &elementType<S>,
+                                              .dst = &elementType<D>,
+                                              .convertOne = convertElement<OneConversion>,
+                                              .convert = convertElements<Conversion>,
+                                              .convertQuickly = quickLoop<Conversion>,
+                                              .direction = Conversion::direction,
+                                              .hasArithmetic = true,
+                                              .castExactly = ExactCast<S, D>::cast};
 };
 
 /// A pair to which no mode matters.

@@ -13,6 +13,8 @@ namespace tvtool {
 
 namespace {
 
+/// The number of units is read from the file of definitions, since loading the database takes
+/// longer than all else.
 std::string databaseText() {
     try {
         return fmt::format("{} units", units::definitions().unitCount());
