@@ -147,7 +147,7 @@ py::dtype dtypeOf(Element element) {
     py::list fields;
     fields.append(py::make_tuple("real", part));
     fields.append(py::make_tuple("imag", part));
-    return py::dtype::from_args(std::move(fields));
+    return py::dtype::from_args(fields);
 }
 
 Element parseDtype(const py::handle& dtype) {

@@ -9,7 +9,7 @@
 #include <tv_services/diagnostics.h>
 
 #include <exception>
-#include <new>
+#include <utility>
 
 namespace tvpython {
 
@@ -39,7 +39,7 @@ void setLibraryError(const fnd::except::IException& error) {
 
 void translate(std::exception_ptr thrown) {
     try {
-        std::rethrow_exception(thrown);
+        std::rethrow_exception(std::move(thrown));
     } catch (const fnd::except::IException& error) {
         setLibraryError(error);
     } catch (const tvtool::text::ParseError& error) {

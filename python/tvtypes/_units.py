@@ -84,9 +84,10 @@ class UnitConversion:
         if not isinstance(self.factor, Fraction):
             return self.factor, 1.0, float(self.offset)
         denominator = math.lcm(self.factor.denominator, self.offset.denominator)
-        integers = (self.factor * denominator, denominator, self.offset * denominator)
-        if all(abs(integer) <= 2**53 for integer in integers):
-            return float(integers[0]), float(integers[1]), float(integers[2])
+        numerator, offset = self.factor * denominator, self.offset * denominator
+        largest: Fraction | int = max(abs(numerator), Fraction(denominator), abs(offset))
+        if largest <= 2**53:
+            return float(numerator), float(denominator), float(offset)
         return float(self.factor), 1.0, float(self.offset)
 
     def __repr__(self) -> str:

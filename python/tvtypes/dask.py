@@ -20,6 +20,7 @@ from dask.highlevelgraph import HighLevelGraph
 
 import tvtypes
 
+from ._convert import Overflow, Rounding
 from ._losses import Index, LossReport
 from ._units import Unit
 
@@ -64,8 +65,8 @@ def convert(
     array: Any,
     dtype: npt.DTypeLike,
     *,
-    rounding: str = "convergent",
-    overflow: str = "saturate",
+    rounding: Rounding = "convergent",
+    overflow: Overflow = "saturate",
     report: bool = False,
 ) -> Any:
     """Convert a Dask array to a built-in type.
@@ -103,7 +104,7 @@ def convert(
     (dtype('int8'), 145, [(0,), (1,), (2,), (3,), (4,)])
     """
     array = da.asanyarray(array)
-    modes = {"rounding": rounding, "overflow": overflow}
+    modes: dict[str, Any] = {"rounding": rounding, "overflow": overflow}
     # An empty array is converted for the dtype, and so that wrong arguments are refused at once.
     empty = tvtypes.convert(np.empty((0,) * array.ndim, array.dtype), dtype, **modes)
     if not report:
@@ -151,7 +152,7 @@ def convert_units(
 
 
 def _converted_with_report(
-    array: Any, empty: npt.NDArray[Any], modes: dict[str, str]
+    array: Any, empty: npt.NDArray[Any], modes: dict[str, Any]
 ) -> tuple[Any, LazyLossReport]:
     token = tokenize(array, empty.dtype, modes)
     pairs, results = f"convert-with-report-{token}", f"convert-{token}"
