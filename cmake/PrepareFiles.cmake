@@ -39,6 +39,16 @@ function(compress_manual_pages ROOT)
   endforeach()
 endfunction()
 
+# keep_plugin_path(FILE ROOT PACKAGE): a search path of the plugins alone.
+function(keep_plugin_path FILE ROOT PACKAGE)
+  file(READ_ELF ${FILE} RUNPATH PATHS)
+  list(FILTER PATHS EXCLUDE REGEX "ORIGIN")
+  file(RPATH_SET FILE ${FILE} NEW_RPATH "${PATHS}")
+  file(WRITE ${ROOT}/usr/share/lintian/overrides/${PACKAGE}
+    "# The plugins of Graphviz that are linked are in a folder of their own.\n"
+    "${PACKAGE}: custom-library-search-path\n")
+endfunction()
+
 # In folders that the loader searches by default, programs and libraries need no search path but that
 # of the plugins, which Debian has in a folder of their own.
 function(shorten_search_paths ROOT)
@@ -50,12 +60,11 @@ function(shorten_search_paths ROOT)
   endforeach()
   set(TOOL ${ROOT}/usr/bin/tvtypes)
   if(EXISTS ${TOOL})
-    file(READ_ELF ${TOOL} RUNPATH PATHS)
-    list(FILTER PATHS EXCLUDE REGEX "ORIGIN")
-    file(RPATH_SET FILE ${TOOL} NEW_RPATH "${PATHS}")
-    file(WRITE ${ROOT}/usr/share/lintian/overrides/tvtypes
-      "# The plugins of Graphviz that the tool links are in a folder of their own.\n"
-      "tvtypes: custom-library-search-path\n")
+    keep_plugin_path(${TOOL} ${ROOT} tvtypes)
+  endif()
+  file(GLOB MODULE ${ROOT}/usr/lib/python3/dist-packages/tvtypes/_native.*.so)
+  if(MODULE)
+    keep_plugin_path(${MODULE} ${ROOT} python3-tvtypes)
   endif()
 endfunction()
 

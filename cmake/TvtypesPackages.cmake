@@ -1,5 +1,5 @@
-# Packages, as scripts/package builds them: three of Debian, one for each component, and one archive
-# of all that can be unpacked anywhere.
+# Packages, as scripts/package builds them: four of Debian, one for each component, and one archive of
+# all that can be unpacked anywhere.
 set(CPACK_PACKAGE_NAME tvtypes)
 # Each package has a description of its own; CPack puts a summary of another text before it.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
@@ -13,7 +13,7 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/PrepareFiles.cmake)
 
 set(CPACK_GENERATOR DEB TGZ)
-set(CPACK_COMPONENTS_ALL library development tool)
+set(CPACK_COMPONENTS_ALL library development tool python)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_ARCHIVE_COMPONENT_INSTALL OFF)
 
@@ -60,6 +60,23 @@ Reads interface descriptions of models in the FMI format and systems of
 models in the SSP format, and reports what is wrong. It also converts units
 and values between data types, and shows fixed-point types and the layout
 of structs.")
+
+# The module is compiled for one version of Python. Packages of Python are compiled to bytecode when
+# they are installed.
+set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-tvtypes)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS ON)
+math(EXPR TVTYPES_NEXT_PYTHON "${TVTYPES_PYTHON_MINOR} + 1")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "${LIBRARY_PACKAGE} ${EXACT_VERSION}, \
+python3 (>= 3.${TVTYPES_PYTHON_MINOR}), python3 (<< 3.${TVTYPES_NEXT_PYTHON}), python3-numpy")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-dask, python3-distributed")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
+  ${PROJECT_SOURCE_DIR}/cmake/debian/python/postinst
+  ${PROJECT_SOURCE_DIR}/cmake/debian/python/prerm)
+set(CPACK_COMPONENT_PYTHON_DESCRIPTION "types, units and conversions of models - package for Python
+Conversion of NumPy arrays between built-in types, on one machine or by Dask
+on many; fixed-point types, physical units, struct types and symbolic sizes;
+the reports of the tool tvtypes as objects.")
 
 set(CPACK_COMPONENT_LIBRARY_REQUIRED ON)
 include(CPack)

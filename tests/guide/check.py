@@ -117,8 +117,10 @@ class Page:
     def check_consoles(self):
         with tempfile.TemporaryDirectory() as folder:
             shutil.copytree(self.source / "examples", pathlib.Path(folder) / "examples")
-            path = f"{pathlib.Path(self.tool).parent}:{os.environ['PATH']}"
-            environment = {"PATH": path, "HOME": folder, "LC_ALL": "C.UTF-8"}
+            # With Debian's Python, for which the package is built.
+            path = f"{pathlib.Path(self.tool).parent}:/usr/bin:{os.environ['PATH']}"
+            environment = {"PATH": path, "HOME": folder, "LC_ALL": "C.UTF-8",
+                           "PYTHONPATH": os.environ.get("PYTHONPATH", "")}
             for block in self.blocks:
                 kind, _, file = block.info.partition(" ")
                 if kind in ("text", "python") and file:

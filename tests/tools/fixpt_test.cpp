@@ -131,7 +131,7 @@ std::string converted(double value, convert::Type type, convert::Modes modes) {
     std::array<std::byte, 8> from{};
     std::array<std::byte, 8> to{};
     std::memcpy(from.data(), &value, sizeof value);
-    convert::Conversion({convert::Type::Double}, type, modes).convert(from.data(), to.data(), 1);
+    convert::Conversion({convert::Type::Double}, {type}, modes).convert(from.data(), to.data(), 1);
     std::string text;
     convert::appendElement(text, {type}, to.data());
     return text;

@@ -141,7 +141,8 @@ void printReport(const Options& options, const Source& source, const Conversion&
 }
 
 void convertValues(const Options& options, Source& source, Console& console) {
-    Conversion conversion(source.element(), parseType("--to", options.to),
+    Conversion conversion(source.element(),
+                          destinationOf(source.element(), parseType("--to", options.to)),
                           {parseOverflow("--overflow", options.overflow),
                            parseRounding("--round", options.rounding)});
     const Element element = conversion.destination();

@@ -86,7 +86,7 @@ DistinctModes distinctModes(Type source, Type destination) {
 
 /// Returns the converted value with a mark for a loss.
 std::string resultCell(Element source, const std::byte* value, Type destination, Modes modes) {
-    Conversion conversion(source, destination, modes);
+    Conversion conversion(source, destinationOf(source, destination), modes);
     std::array<std::byte, 16> result{};
     conversion.convert(value, result.data(), 1);
     std::string text;
@@ -127,12 +127,12 @@ std::string Losses::summary() const {
     return sentence;
 }
 
-Conversion::Conversion(Element source, Type destination, Modes modes)
-    : source_(source), destination_{destination, source.isComplex}, modes_(modes) {
+Element destinationOf(Element source, Type destination) {
     if (source.isComplex && !isFloating(destination)) {
         throw Error(
             fmt::format("complex elements become double or single, not {}", typeName(destination)));
     }
+    return {destination, source.isComplex};
 }
 
 void Conversion::convert(const std::byte* from, std::byte* to, std::size_t count) {
@@ -158,25 +158,45 @@ void Conversion::convert(const std::byte* from, std::byte* to, std::size_t count
 }
 
 bool Conversion::convertExactly(const std::byte* from, std::byte* to, std::size_t count) const {
-    return tvConvertBuiltInDTypeVectWithCheck(
+    const bool isExact = tvConvertBuiltInDTypeVectWithCheck(
         from, count, static_cast<int>(source_.type), source_.isComplex, to, count,
         static_cast<int>(destination_.type), destination_.isComplex, modes_.overflow,
         modes_.rounding, true);
+    return isExact && !dropsImaginaryPart(from, count);
+}
+
+/// Returns whether an imaginary part that is not zero has no place in the destination. The library
+/// checks none of a pair whose destination has every value of the source.
+bool Conversion::dropsImaginaryPart(const std::byte* from, std::size_t count) const {
+    if (!source_.isComplex || destination_.isComplex || destination_.type == Type::Boolean) {
+        return false;
+    }
+    const std::size_t size = sizeOf(source_.type);
+    for (std::size_t i = 0; i < count; ++i) {
+        if (valueOf(source_.type, from + (2 * i + 1) * size) != 0) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool Conversion::overflows(const std::byte* element) const {
     return TVTypeSys::DataType::CheckForOverflowDuringDataTypeConversion(
-        element, 1, static_cast<int>(source_.type), source_.isComplex,
+        element, 1, static_cast<int>(source_.type), source_.isComplex && destination_.isComplex,
         static_cast<int>(destination_.type), modes_.rounding);
 }
 
 void Conversion::addError(const std::byte* from, const std::byte* to, std::uint64_t index) {
-    const auto difference = [&](std::size_t part) {
-        return valueOf(destination_.type, to + part * sizeOf(destination_.type)) -
-               valueOf(source_.type, from + part * sizeOf(source_.type));
+    const auto part = [](Element element, const std::byte* value, bool isImaginary) {
+        return !isImaginary        ? valueOf(element.type, value)
+               : element.isComplex ? valueOf(element.type, value + sizeOf(element.type))
+                                   : 0;
     };
-    const double error =
-        source_.isComplex ? std::hypot(difference(0), difference(1)) : std::abs(difference(0));
+    const auto difference = [&](bool isImaginary) {
+        return part(destination_, to, isImaginary) - part(source_, from, isImaginary);
+    };
+    const double error = source_.isComplex ? std::hypot(difference(false), difference(true))
+                                           : std::abs(difference(false));
     if (std::isfinite(error) && (!losses_.greatestError || error > losses_.greatestError->value)) {
         losses_.greatestError = {error, index};
     }

@@ -42,11 +42,15 @@ struct Losses {
     std::string summary() const;
 };
 
+/// Returns the destination of a conversion that keeps complex elements complex. Throws an Error for
+/// those and a destination other than double and single, since files have no complex integers.
+Element destinationOf(Element source, Type destination);
+
 /// Converts the elements of one vector in blocks.
 class Conversion {
   public:
-    /// Throws an Error for complex elements and a destination other than double and single.
-    Conversion(Element source, Type destination, Modes modes);
+    Conversion(Element source, Element destination, Modes modes)
+        : source_(source), destination_(destination), modes_(modes) {}
 
     Element source() const { return source_; }
     Element destination() const { return destination_; }
@@ -57,6 +61,7 @@ class Conversion {
   private:
     /// Converts elements and returns whether all of them kept their values.
     bool convertExactly(const std::byte* from, std::byte* to, std::size_t count) const;
+    bool dropsImaginaryPart(const std::byte* from, std::size_t count) const;
     bool overflows(const std::byte* element) const;
     void addError(const std::byte* from, const std::byte* to, std::uint64_t index);
     void countNonFinite(const std::byte* from, std::size_t count);

@@ -116,25 +116,40 @@ exact::Integer wrapped(const exact::Integer& integer, const Grid& grid) {
                       : exact::Integer(grid.least + offset);
 }
 
+bool overflows(const exact::Integer& integer, const Grid& grid) {
+    return integer < grid.least || integer > grid.greatest;
+}
+
+/// Returns a rounded integer as the type stores it.
+exact::Integer inRange(const exact::Integer& integer, const Grid& grid,
+                       fxpModeOverflow_tag overflow) {
+    return !overflows(integer, grid)       ? integer
+           : overflow == FXP_OVERFLOW_WRAP ? wrapped(integer, grid)
+           : integer < grid.least          ? grid.least
+                                           : grid.greatest;
+}
+
 /// Stores a rounded integer; `number` is the value before rounding.
 QuantizedRow store(const exact::Integer& integer, const exact::Number& number, const Grid& grid,
-                   bool wraps) {
-    const bool overflows = integer < grid.least || integer > grid.greatest;
-    const exact::Integer stored = !overflows             ? integer
-                                  : wraps                ? wrapped(integer, grid)
-                                  : integer < grid.least ? grid.least
-                                                         : grid.greatest;
+                   fxpModeOverflow_tag overflow) {
+    const exact::Integer stored = inRange(integer, grid, overflow);
     const exact::Number value = grid.value(stored);
     return {"", exact::decimalText(stored), exact::decimalText(value),
             exact::decimalText(value - number),
-            !overflows ? ""
-            : wraps    ? "wrapped"
-                       : "saturated"};
+            !overflows(integer, grid)       ? ""
+            : overflow == FXP_OVERFLOW_WRAP ? "wrapped"
+                                            : "saturated"};
 }
 
-QuantizedValue quantizeValue(const std::string& text, const Grid& grid, bool wraps) {
+/// Splits a number, in units of the slope, at the next lower integer.
+Parts partsOf(const exact::Number& number, const Grid& grid) {
+    return splitAtFloor((number - grid.bias) / grid.slope);
+}
+
+QuantizedValue quantizeValue(const std::string& text, const Grid& grid,
+                             fxpModeOverflow_tag overflow) {
     const exact::Number number = exact::parseDecimal(text);
-    const Parts parts = splitAtFloor((number - grid.bias) / grid.slope);
+    const Parts parts = partsOf(number, grid);
     // Six modes of rounding have at most two results: rounded down, and up.
     std::array<std::optional<QuantizedRow>, 2> rows;
     QuantizedValue value{text, {}};
@@ -142,12 +157,27 @@ QuantizedValue quantizeValue(const std::string& text, const Grid& grid, bool wra
         const bool isUp = roundsUp(parts, rounding.value);
         std::optional<QuantizedRow>& row = rows[isUp ? 1 : 0];
         if (!row) {
-            row = store(parts.floor + (isUp ? 1 : 0), number, grid, wraps);
+            row = store(parts.floor + (isUp ? 1 : 0), number, grid, overflow);
         }
         row->rounding = rounding.name;
         value.rows.push_back(*row);
     }
     return value;
+}
+
+} // namespace
+
+std::optional<Grid> makeGrid(const fxpDataTypeProp& record) {
+    if (record.DataTypeMode != FXP_DT_FIXPT || isOpen(record) || record.WordLength > mostBits ||
+        !isSmall(record.FixedExponent)) {
+        return std::nullopt;
+    }
+    const auto bits = static_cast<unsigned>(record.WordLength);
+    const exact::Integer below = record.Signedness == 1
+                                     ? exact::Integer(exact::Integer(1) << (bits - 1))
+                                     : exact::Integer(0);
+    return Grid{-below, (exact::Integer(1) << bits) - 1 - below, exactSlope(record),
+                exact::Number(record.Bias)};
 }
 
 Grid requireGrid(fxpDataTypeProp record) {
@@ -177,19 +207,10 @@ Grid requireGrid(fxpDataTypeProp record) {
                     name, mostBits, mostBits, mostBits));
 }
 
-} // namespace
-
-std::optional<Grid> makeGrid(const fxpDataTypeProp& record) {
-    if (record.DataTypeMode != FXP_DT_FIXPT || isOpen(record) || record.WordLength > mostBits ||
-        !isSmall(record.FixedExponent)) {
-        return std::nullopt;
-    }
-    const auto bits = static_cast<unsigned>(record.WordLength);
-    const exact::Integer below = record.Signedness == 1
-                                     ? exact::Integer(exact::Integer(1) << (bits - 1))
-                                     : exact::Integer(0);
-    return Grid{-below, (exact::Integer(1) << bits) - 1 - below, exactSlope(record),
-                exact::Number(record.Bias)};
+exact::Integer storedInteger(const exact::Number& number, const Grid& grid,
+                             fxpModeRounding_tag rounding, fxpModeOverflow_tag overflow) {
+    const Parts parts = partsOf(number, grid);
+    return inRange(parts.floor + (roundsUp(parts, rounding) ? 1 : 0), grid, overflow);
 }
 
 exact::Number exactSlope(const fxpDataTypeProp& record) {
@@ -231,7 +252,7 @@ Quantization quantize(const std::vector<std::string>& values, const fxpDataTypeP
     const Grid grid = requireGrid(record);
     Quantization result{fxpDataTypeToIdentifierString(&record), valueRange(record), {}};
     for (const std::string& text : values) {
-        result.values.push_back(quantizeValue(text, grid, overflow == FXP_OVERFLOW_WRAP));
+        result.values.push_back(quantizeValue(text, grid, overflow));
     }
     return result;
 }

@@ -29,6 +29,13 @@ constexpr int mostBits = 4096;
 /// mostBits.
 std::optional<Grid> makeGrid(const fxpDataTypeProp& record);
 
+/// Same, but throws a std::invalid_argument with the reason if there is no grid.
+Grid requireGrid(fxpDataTypeProp record);
+
+/// Returns the stored integer of a number, in exact arithmetic.
+exact::Integer storedInteger(const exact::Number& number, const Grid& grid,
+                             fxpModeRounding_tag rounding, fxpModeOverflow_tag overflow);
+
 /// Returns the slope. The exponent must be within mostBits.
 exact::Number exactSlope(const fxpDataTypeProp& record);
 
