@@ -192,7 +192,7 @@ class TypeTable:
     """All types of a model, by name and by id.
 
     A new table has ``"auto"``, the nine built-in and the five predefined types. Ids count from -1,
-    ``"auto"``; a table is a collection of its types in the order of their ids. A table is used by
+    ``"auto"``; a table is a collection of its types in the order of their ids.
     one thread at a time.
 
     Examples

@@ -13,7 +13,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <map>
 #include <memory>
+#include <mutex>
 #include <stdexcept>
 #include <utility>
 
@@ -130,14 +132,18 @@ const std::vector<std::u16string>& Definitions::commonUnits(const std::u16string
 }
 
 const Definitions& definitions() {
-    static std::pair<std::u16string, std::unique_ptr<const Definitions>> loaded;
+    // Kept, since callers have references. The package for Python calls from several threads.
+    static std::mutex mutex;
+    static std::map<std::u16string, const Definitions> loaded;
     std::u16string path = fnd::filesystem::get_install_path();
     const std::u16string& database = TVTypeSys::UnitDatabase::unitDBPath;
     path.append(database, 0, database.rfind(u'/')).append(u"/unitdefinitions.oxd");
-    if (loaded.second == nullptr || loaded.first != path) {
-        loaded = {path, std::make_unique<const Definitions>(path)};
+    const std::lock_guard lock(mutex);
+    auto found = loaded.find(path);
+    if (found == loaded.end()) {
+        found = loaded.try_emplace(path, path).first;
     }
-    return *loaded.second;
+    return found->second;
 }
 
 } // namespace tvtool::units

@@ -55,8 +55,8 @@ class Definitions {
 };
 
 /// Returns the definitions of the installation from which the library loads the units of the
-/// process. The file is read at the first call, and again if the root of the installation has
-/// changed since.
+/// process. The file is read at the first call for an installation. Threads may call it at the same
+/// time.
 const Definitions& definitions();
 
 } // namespace tvtool::units
