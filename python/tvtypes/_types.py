@@ -193,7 +193,6 @@ class TypeTable:
 
     A new table has ``"auto"``, the nine built-in and the five predefined types. Ids count from -1,
     ``"auto"``; a table is a collection of its types in the order of their ids.
-    one thread at a time.
 
     Examples
     --------
