@@ -169,7 +169,10 @@ Element parseDtype(const py::handle& dtype) {
     }
     try {
         return elementOf(py::dtype::from_args(py::reinterpret_borrow<py::object>(dtype)));
-    } catch (const py::error_already_set&) {
+    } catch (const py::error_already_set& error) {
+        if (!error.matches(PyExc_TypeError) && !error.matches(PyExc_ValueError)) {
+            throw;
+        }
         refuse(py::repr(dtype));
     }
 }
@@ -180,7 +183,6 @@ Vector vectorOf(const py::handle& values) {
     if (!vector.array) {
         throw ArgumentError("the values are not an array, nor can NumPy make one of them");
     }
-    vector.isScalar = vector.array.ndim() == 0;
     const py::dtype dtype = vector.array.dtype();
     const Wide wide = wideOf(dtype);
     vector.element = wide == Wide::None ? elementOf(dtype) : Element{Type::Double, false};

@@ -33,7 +33,6 @@ struct Vector {
     py::array array; ///< in the order of rows or of columns; owns the memory
     Element element;
     bool isByColumns = false; ///< whether the first index varies fastest
-    bool isScalar = false;    ///< whether the array has no dimensions
 
     const void* data() const { return array.data(); }
     std::size_t size() const { return static_cast<std::size_t>(array.size()); }

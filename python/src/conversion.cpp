@@ -116,8 +116,9 @@ py::array checkedOut(const py::object& out, const Vector& source, Element elemen
     return array;
 }
 
-/// Returns whether the result can be written to `out` while the source is read.
-bool canWriteTo(const py::array& out, const Vector& source) {
+/// Returns whether the result can be written to `out` while the source is read. With a report, an
+/// element is read again after it has been converted.
+bool canWriteTo(const py::array& out, const Vector& source, bool report) {
     const int order = source.isByColumns ? py::array::f_style : py::array::c_style;
     if ((out.flags() & order) == 0) {
         return false;
@@ -126,7 +127,7 @@ bool canWriteTo(const py::array& out, const Vector& source) {
     const auto* to = static_cast<const char*>(out.data());
     const bool isApart = to >= from + source.array.nbytes() || from >= to + out.nbytes();
     // In place, elements may not become larger.
-    return isApart || (to == from && out.itemsize() <= source.array.itemsize());
+    return isApart || (!report && to == from && out.itemsize() <= source.array.itemsize());
 }
 
 py::object convert(const py::object& values, const py::object& dtype, std::string_view rounding,
@@ -136,7 +137,7 @@ py::object convert(const py::object& values, const py::object& dtype, std::strin
     const Vector source = vectorOf(values);
     const bool hasOut = !out.is_none();
     const py::array given = hasOut ? checkedOut(out, source, element) : py::array();
-    const bool isDirect = hasOut && canWriteTo(given, source);
+    const bool isDirect = hasOut && canWriteTo(given, source, report);
     py::array result = isDirect ? given : newArrayLike(source, dtypeOf(element));
 
     py::object losses;

@@ -114,6 +114,11 @@ def test_out_in_the_memory_of_the_array():
         memory = values.copy()
         out = memory.view(np.int8)[offset : offset + 8]
         np.testing.assert_array_equal(tvtypes.convert(memory, np.int8, out=out), wanted)
+        memory = values.copy()
+        out = memory.view(np.int8)[offset : offset + 8]
+        _, losses = tvtypes.convert(memory, np.int8, out=out, report=True)
+        np.testing.assert_array_equal(out, wanted)
+        assert losses == tvtypes.convert(values, np.int8, report=True)[1]
     grown = np.arange(16, dtype=np.int8)
     source = grown[:2].copy()
     tvtypes.convert(grown[:2], np.float64, out=grown.view(np.float64))
@@ -206,8 +211,13 @@ def test_arguments_of_other_types():
         tvtypes.convert([1.0])
     with pytest.raises(TypeError):
         tvtypes.convert([1.0], "int8", "floor")
-    with pytest.raises(TypeError):
-        tvtypes.convert([1.0], "int8", rounding=3)
+    for call in (
+        lambda: tvtypes.convert([1.0], "int8", rounding=None),
+        lambda: tvtypes.FixedPoint(16),
+        lambda: tvtypes.unit(3),
+    ):
+        with pytest.raises(TypeError, match=r"\bstr\b"):
+            call()
     with pytest.raises(tvtypes.Error):
         tvtypes.convert([[1.0], [2.0, 3.0]], "int8")
 

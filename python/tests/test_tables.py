@@ -84,6 +84,7 @@ def test_large_views_are_read_in_order():
         (lambda t: t.alias("New", 99), "99"),
         (lambda t: t.struct("S", []), "has a type S already"),
         (lambda t: t.struct("New", [Element("e", "nothing")]), "no type nothing"),
+        (lambda t: t.struct("New", 2 * [Element("e", "int8")]), "two elements e"),
         (lambda t: t.struct("New", [Element("e", "int8", (2, 0))]), "below 1"),
         (lambda t: t.struct("New", [Element("e", "int8", (2**20, 2**20))]), "more than"),
         (lambda t: t.struct("New", [Element("e", "int8", unit="nosuchunit")]), "not known"),

@@ -82,6 +82,8 @@ def convert(array, dtype, *, rounding="convergent", overflow="saturate", out=Non
     >>> tvtypes.convert([0.5, 1.5, -200.0], "int8", rounding="ceil", overflow="wrap")
     array([ 1,  2, 56], dtype=int8)
     """
+    if not (isinstance(rounding, str) and isinstance(overflow, str)):
+        raise TypeError("rounding and overflow are names, as str")
     return _native.convert(array, dtype, rounding, overflow, out, report)
 
 

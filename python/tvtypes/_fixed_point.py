@@ -71,6 +71,8 @@ class FixedPoint:
             "bias": bias,
         }
         given = {key: str(value) for key, value in keywords.items() if value is not None}
+        if name is not None and not isinstance(name, str):
+            raise TypeError(f"the name of a fixed-point type is a str, not {type(name).__name__}")
         if name is not None and given:
             raise Error(f"a name excludes {', '.join(given)}")
         if name is None and "word_length" not in given:

@@ -246,6 +246,11 @@ class TypeTable:
             The name is no identifier or exists already, or an element is refused. No type is
             registered then.
         """
+        elements = [Element(*each) for each in elements]
+        names = [element.name for element in elements]
+        if len(set(names)) < len(names):
+            twice = next(each for each in names if names.count(each) > 1)
+            raise Error(f"the struct has two elements {twice}")
         texts = [
             _native.ElementTexts(
                 element.name,
@@ -256,7 +261,7 @@ class TypeTable:
                 element.minimum,
                 element.maximum,
             )
-            for element in (Element(*each) for each in elements)
+            for element in elements
         ]
         return DataType(self, self._table.register_struct(name, texts))
 

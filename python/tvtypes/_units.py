@@ -114,6 +114,8 @@ class Unit:
     __slots__ = ("text", "_details")
 
     def __init__(self, text: str) -> None:
+        if not isinstance(text, str):
+            raise TypeError(f"a unit is written as str, not {type(text).__name__}")
         self.text = text
         self._details = report("unit", "--", text)["units"][0]
 
