@@ -70,6 +70,15 @@ def test_many_blocks_and_none():
     assert scalar.compute() == 2 and losses.compute().lost == 1
 
 
+def test_blocks_of_unknown_sizes():
+    array = da.from_array(np.arange(10), chunks=4)
+    array = array[array > 2]
+    assert tvtypes.dask.convert(array, "int8").compute().tolist() == list(range(3, 10))
+    with pytest.raises(tvtypes.Error, match="compute_chunk_sizes"):
+        tvtypes.dask.convert(array, "int8", report=True)
+    assert tvtypes.dask.convert(da.asarray(7), "int8").compute() == 7
+
+
 def test_persisted_results():
     lazy, losses = dask.persist(*tvtypes.dask.convert(array_of((25, 35)), "int8", report=True))
     np.testing.assert_array_equal(lazy.compute(), tvtypes.convert(values(), "int8"))

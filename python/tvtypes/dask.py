@@ -90,7 +90,8 @@ def convert(
     Raises
     ------
     Error
-        A dtype or a mode is refused, before anything is computed.
+        A dtype or a mode is refused, or there is to be a report for blocks of unknown sizes. Nothing
+        has been computed then.
 
     Examples
     --------
@@ -106,10 +107,15 @@ def convert(
     array = da.asanyarray(array)
     modes: dict[str, Any] = {"rounding": rounding, "overflow": overflow}
     # An empty array is converted for the dtype, and so that wrong arguments are refused at once.
-    empty = tvtypes.convert(np.empty((0,) * array.ndim, array.dtype), dtype, **modes)
+    empty = tvtypes.convert(np.zeros((0,) * array.ndim, array.dtype), dtype, **modes)
     if not report:
         return array.map_blocks(
             tvtypes.convert, empty.dtype, **modes, dtype=empty.dtype, meta=np.asarray(empty)
+        )
+    if np.isnan(array.shape).any():
+        raise tvtypes.Error(
+            "a report has indices in the array, and sizes of its blocks are not known; "
+            "array.compute_chunk_sizes() computes them"
         )
     return _converted_with_report(array, empty, modes)
 
@@ -144,7 +150,7 @@ def convert_units(
     array = da.asanyarray(array)
     units = {"differences": differences}
     empty = tvtypes.convert_units(
-        np.empty((0,) * array.ndim, array.dtype), str(source), str(destination), **units
+        np.zeros((0,) * array.ndim, array.dtype), str(source), str(destination), **units
     )
     return array.map_blocks(
         tvtypes.convert_units, str(source), str(destination), **units, meta=np.asarray(empty)
