@@ -1,6 +1,9 @@
 """Conversions of Dask arrays, by threads and by processes of a cluster."""
 
 import doctest
+import pathlib
+import subprocess
+import sys
 import warnings
 
 import dask
@@ -114,6 +117,15 @@ def test_errors_of_workers(cluster):
     wide = da.from_array(np.array([0, 2**53 + 1]), chunks=1)
     with pytest.raises(tvtypes.Error, match="is no double"):
         tvtypes.dask.convert(wide, "double").compute(scheduler=cluster)
+
+
+def test_example_of_a_large_array():
+    program = pathlib.Path(__file__).parents[1] / "examples" / "large_array.py"
+    result = subprocess.run(
+        [sys.executable, program, "0.1"], capture_output=True, text=True, check=True, timeout=120
+    )
+    assert result.stdout.splitlines()[0] == "0.1 GB to int16, from -32768 to 32767"
+    assert "100% Completed" in result.stderr
 
 
 def test_examples():
