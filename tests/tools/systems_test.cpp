@@ -128,6 +128,7 @@ TEST(UnitConversion, IsThatOfTheDefinitions) {
     check({"N.m", nullptr}, {"Nm", nullptr}, UnitRelation::Same, 1, 0);
     check({"mm", nullptr}, {"m", nullptr}, UnitRelation::Undecided, 1, 0);
     check({"a", &a}, {"xyz", nullptr}, UnitRelation::Undecided, 1, 0);
+    check({"1/s", nullptr}, {"0/s", nullptr}, UnitRelation::Undecided, 1, 0);
 }
 
 } // namespace

@@ -100,6 +100,7 @@ TEST(UnitCommand, ReportsPositionOfInvalidUnit) {
         {"u^41", "its factor is beyond the rational numbers of the library"},
         {"kg*m)", "column 5: expected a sign such as *, / or ^, or the end\n  kg*m)\n      ^\n"},
         {"0*m", "zero times a unit is not a unit"},
+        {"km/(0*m)", "column 5: expected a divisor other than 0"},
         {"m^\x1b[31m", "  m^\\u001b[31m\n    ^\n"}};
     for (const auto& [text, error] : rows) {
         // Valid units are shown although another one is invalid.

@@ -33,9 +33,6 @@ std::string FoundUnit::label() const {
 FoundUnit findUnit(const std::string& text, TVTypeSys::UnitTable& table) {
     FoundUnit found;
     found.reading = readWithSuggestions(text);
-    if (found.reading.factor == 0) {
-        throw text::ParseError("zero times a unit is not a unit", text, 0);
-    }
     try {
         found.unit = table.getUnit(table.registerUnit(found.reading.expression.c_str(), true));
     } catch (const boost::bad_rational&) {

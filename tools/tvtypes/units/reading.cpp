@@ -124,9 +124,7 @@ std::optional<Reading> readExpression(std::string_view text) {
     return reading;
 }
 
-} // namespace
-
-Reading readUnit(std::string_view text) {
+Reading readAny(std::string_view text) {
     if (std::optional<Reading> reading = readExpression(text)) {
         return *std::move(reading);
     }
@@ -140,6 +138,16 @@ Reading readUnit(std::string_view text) {
     }
     checkBeginning(text, trimmedText);
     return withNote(text, readSpelling(text));
+}
+
+} // namespace
+
+Reading readUnit(std::string_view text) {
+    Reading reading = readAny(text);
+    if (reading.factor == 0) {
+        throw text::ParseError("zero times a unit is not a unit", std::string(text), 0);
+    }
+    return reading;
 }
 
 } // namespace tvtool::units

@@ -17,9 +17,10 @@ namespace tvtool::units {
 inline constexpr const char* unitless = "unitless";
 
 struct Reading {
-    std::string expression;   ///< in the grammar of the library
-    bool isAsWritten = true;  ///< whether the expression is the text without its blanks
-    exact::Number factor = 1; ///< product of the numbers in the text, which expressions cannot hold
+    std::string expression;  ///< in the grammar of the library
+    bool isAsWritten = true; ///< whether the expression is the text without its blanks
+    /// Product of the numbers in the text, which expressions cannot hold; not 0.
+    exact::Number factor = 1;
     /// What was read if the text is not an expression of the library, then the reasons where
     /// something was guessed; also remarks about expressions that are easily mistaken. Sentences.
     std::vector<std::string> notes;

@@ -401,6 +401,9 @@ class Parser {
                      factor.followsDivisor, factor.qualifier});
                 continue;
             }
+            if (factor.number == 0 && power < 0) {
+                fail(factor.position, "a divisor other than 0");
+            }
             const std::optional<exact::Number> number = exact::power(factor.number, power);
             const std::optional<exact::Number> product =
                 number ? exact::product(spelling.factor, *number) : std::nullopt;
