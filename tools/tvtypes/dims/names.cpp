@@ -1,11 +1,16 @@
 #include "dims/names.h"
 
 #include "text/parse_error.h"
+#include "text/utf16.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <charconv>
+#include <cstdint>
 #include <iterator>
+#include <optional>
+#include <system_error>
 
 namespace tvtool::dims {
 
@@ -47,11 +52,33 @@ std::size_t quotedEnd(std::string_view text, std::size_t begin) {
     return std::string_view::npos;
 }
 
+/// Returns the 16-bit character of an escape such as \u001b at a position; empty for another text.
+std::optional<char16_t> escapedCharacter(std::string_view text, std::size_t position) {
+    constexpr std::size_t digits = 4;
+    const std::string_view escape = text.substr(position, 2 + digits);
+    std::uint16_t character = 0;
+    if (escape.size() < 2 + digits || !escape.starts_with("\\u")) {
+        return std::nullopt;
+    }
+    const char* const end = escape.data() + escape.size();
+    const auto [next, error] = std::from_chars(escape.data() + 2, end, character, 16);
+    return error == std::errc() && next == end ? std::optional(char16_t{character}) : std::nullopt;
+}
+
 std::string unquoted(std::string_view quoted) {
     std::string name;
-    for (std::size_t i = 1; i + 1 < quoted.size(); ++i) {
+    for (std::size_t i = 1; i + 1 < quoted.size();) {
+        // Escapes that follow each other may be the two halves of a character.
+        std::u16string characters;
+        for (; const auto character = escapedCharacter(quoted, i); i += 6) {
+            characters += *character;
+        }
+        if (!characters.empty()) {
+            name += text::toUtf8(characters);
+            continue;
+        }
         i += quoted[i] == '\\' ? 1 : 0;
-        name += quoted[i];
+        name += quoted[i++];
     }
     return name;
 }

@@ -3,7 +3,8 @@
 ///
 /// The grammar of the library has identifiers only. In expressions of the tool a name may also have
 /// points, as sizes.n, or be any text in double quotes, as "a[1].n", with \" and \\ for a quote and
-/// a backslash. The tool registers such a name as an identifier that encodes it.
+/// a backslash, and \uXXXX for others as in JSON, as reports print them. The tool registers such a
+/// name as an identifier that encodes it.
 #pragma once
 
 #include <cstddef>
