@@ -28,6 +28,9 @@ StructDataType* findStruct(const DataTypeTable& table, int id) {
 }
 
 StructDataType* resolveStruct(const DataTypeTable& table, int id) {
+    if (StructDataType* const plain = table.plainStruct(id)) {
+        return plain;
+    }
     DataType* const type = table.getDataTypeAliasedThruTo(id);
     if (!type->getIsType(DataTypeQualifierStruct)) {
         return nullptr;

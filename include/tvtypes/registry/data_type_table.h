@@ -387,6 +387,8 @@ class TVTYPES_API DataTypeTable {
     /// @}
 
   private:
+    friend StructDataType* resolveStruct(const DataTypeTable& table, int id);
+
     struct ReleaseMemory {
         void operator()(void* memory) const noexcept;
     };
@@ -416,6 +418,7 @@ class TVTYPES_API DataTypeTable {
     int convert(const DataType& type, int dstId, int srcId, int count, const void* src,
                 const void* extra, void* dst) const;
     const StructDataType& structRecord(int id) const;
+    TVTYPES_LOCAL StructDataType* plainStruct(int id) const;
 
     boost::shared_ptr<ClientDataTypeCheckCallback> clientCheckCallback_;
     std::vector<std::unique_ptr<DataType>> dataTypes_;
