@@ -114,20 +114,21 @@ Instance splitIndex(const StructDataType& type, int dfsIdx) {
     return {dfsIdx / count, dfsIdx % count};
 }
 
-StructElement& nodeElement(const DataTypeTable& table, const Root& root, ElementWalk& walk,
-                           int dfsIdx) {
+StructElement& nodeElement(const DataTypeTable& table, const Root& root,
+                           std::shared_ptr<ViewPositions>& positions, int dfsIdx) {
     const Instance instance = splitIndex(root.type, dfsIdx);
     DFSElementCache& node = *root.type.getCachedElement(dfsIdx);
     if (node.element != nullptr) {
         return *node.element;
     }
     if (instance.number > 0) {
-        node.element = &nodeElement(table, root, walk, instance.index);
+        node.element = &nodeElement(table, root, positions, instance.index);
         return *node.element;
     }
     if (dfsIdx == 0) {
         return rootElement(root);
     }
+    ElementWalk& walk = ViewPositions::get(positions, root).depthFirst;
     const Place place = walk.find(table, root, dfsIdx);
     const std::vector<Level>& path = walk.path();
     const bool isNested = place.element < 0;
@@ -153,19 +154,20 @@ StructElement& nodeElement(const DataTypeTable& table, const Root& root, Element
     return *element;
 }
 
-int nodeOffset(const DataTypeTable& table, const Root& root, ElementWalk& walk,
-               const OffsetKind& kind, int dfsIdx) {
+int nodeOffset(const DataTypeTable& table, const Root& root,
+               std::shared_ptr<ViewPositions>& positions, const OffsetKind& kind, int dfsIdx) {
     const Instance instance = splitIndex(root.type, dfsIdx);
     DFSElementCache& node = *root.type.getCachedElement(dfsIdx);
     if (node.*kind.ofNode != -1) {
         return node.*kind.ofNode;
     }
     if (instance.number > 0) {
-        const long long inInstance = nodeOffset(table, root, walk, kind, instance.index);
+        const long long inInstance = nodeOffset(table, root, positions, kind, instance.index);
         node.*kind.ofNode =
             truncateToInt(inInstance + copyOffset(table, kind, root.typeId, instance.number));
         return node.*kind.ofNode;
     }
+    ElementWalk& walk = ViewPositions::get(positions, root).depthFirst;
     const Place place = walk.find(table, root, dfsIdx);
     const std::vector<Level>& path = walk.path();
     const Entries entries(path, path.size(), dfsIdx);
