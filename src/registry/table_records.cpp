@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cassert>
 #include <string_view>
-#include <typeinfo>
 #include <utility>
 
 namespace TVTypeSys {
@@ -23,21 +22,6 @@ DataType* DataTypeTable::record(int id) const {
 DataType* DataTypeTable::recordAt(std::size_t position) const {
     assert(position < dataTypes_.size());
     return dataTypes_[position].get();
-}
-
-/// Returns the type `id` if its record is of the class StructDataType itself and a struct, else
-/// null. That class overrides no getter that is read here, so the fields have what the getters
-/// return. An alias, and a record of a client's class, must be asked through the virtual getters.
-StructDataType* DataTypeTable::plainStruct(int id) const {
-    const std::size_t position = static_cast<std::size_t>(id) + 1;
-    if (position >= dataTypes_.size()) {
-        return nullptr;
-    }
-    DataType& dataType = *dataTypes_[position];
-    // The class last: comparing two different ones compares their names.
-    const bool isPlain = dataType.qualifier_ == DataTypeQualifierStruct && dataType.id_ == id &&
-                         typeid(dataType) == typeid(StructDataType);
-    return isPlain ? static_cast<StructDataType*>(&dataType) : nullptr;
 }
 
 int DataTypeTable::getDataTypeId(const char* name) const {

@@ -13,9 +13,6 @@ namespace TVTypeSys {
 
 namespace {
 
-// Id of a type that is not determined yet. Unlike "auto" it has no record.
-constexpr int undeterminedTypeId = -2;
-
 std::span<const int> dimensionSpan(const StructElement& element) {
     const bool hasAny = element.dimensions != nullptr && element.numDimensions > 0;
     return {element.dimensions, hasAny ? static_cast<std::size_t>(element.numDimensions) : 0};
@@ -23,14 +20,7 @@ std::span<const int> dimensionSpan(const StructElement& element) {
 
 } // namespace
 
-StructDataType* findStruct(const DataTypeTable& table, int id) {
-    return id == AUTO_DATA_TYPE_ID || id == undeterminedTypeId ? nullptr : resolveStruct(table, id);
-}
-
 StructDataType* resolveStruct(const DataTypeTable& table, int id) {
-    if (StructDataType* const plain = table.plainStruct(id)) {
-        return plain;
-    }
     DataType* const type = table.getDataTypeAliasedThruTo(id);
     if (!type->getIsType(DataTypeQualifierStruct)) {
         return nullptr;

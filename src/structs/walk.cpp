@@ -65,8 +65,10 @@ Place ElementWalk::find(const DataTypeTable& table, const Root& root, int index)
 
 /// Returns whether the type of a level is still the one with its id, with the same elements.
 bool ElementWalk::isCurrent(const DataTypeTable& table, const Level& level) const {
-    const StructDataType* const type =
-        table.isDataTypeIdValid(level.typeId) ? findStruct(table, level.typeId) : nullptr;
+    const StructDataType* type = StructLookup::plain(table, level.typeId);
+    if (type == nullptr && table.isDataTypeIdValid(level.typeId)) {
+        type = findStruct(table, level.typeId);
+    }
     return type == level.type && version(*type) == level.version;
 }
 

@@ -387,7 +387,7 @@ class TVTYPES_API DataTypeTable {
     /// @}
 
   private:
-    friend StructDataType* resolveStruct(const DataTypeTable& table, int id);
+    friend class StructLookup;
 
     struct ReleaseMemory {
         void operator()(void* memory) const noexcept;
@@ -418,7 +418,6 @@ class TVTYPES_API DataTypeTable {
     int convert(const DataType& type, int dstId, int srcId, int count, const void* src,
                 const void* extra, void* dst) const;
     const StructDataType& structRecord(int id) const;
-    TVTYPES_LOCAL StructDataType* plainStruct(int id) const;
 
     boost::shared_ptr<ClientDataTypeCheckCallback> clientCheckCallback_;
     std::vector<std::unique_ptr<DataType>> dataTypes_;
