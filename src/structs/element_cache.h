@@ -21,7 +21,11 @@ class ElementCache {
     DFSElementCache& operator[](int dfsIdx) {
         const int number = dfsIdx >> pageBits;
         if (number != lastNumber_) {
-            last_ = &page(number);
+            Page& page = this->page(number);
+            if (number == lastNumber_ + 1) {
+                prefetchElements(page);
+            }
+            last_ = &page;
             lastNumber_ = number;
         }
         return (*last_)[static_cast<std::size_t>(dfsIdx & (pageSize - 1))];
@@ -32,6 +36,15 @@ class ElementCache {
     static constexpr int pageBits = 3;
     static constexpr int pageSize = 1 << pageBits;
     using Page = std::array<DFSElementCache, pageSize>;
+
+    /// The elements of a deep hierarchy are far apart: reading them in order waits for each.
+    static void prefetchElements(const Page& page) {
+        for (const DFSElementCache& node : page) {
+            if (node.element != nullptr) {
+                __builtin_prefetch(&node.element->dataTypeId);
+            }
+        }
+    }
 
     Page& page(int number) {
         if (number == 0) {
