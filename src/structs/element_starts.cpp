@@ -43,6 +43,10 @@ Step ElementStarts::find(const DataTypeTable& table, const StructDataType& type,
     if (index < numbering_->first || index >= end()) {
         throwInvalidIndex(type, index);
     }
+    // Indices are mostly read in ascending order.
+    if (index >= entries_[lastFound_].end) {
+        ++lastFound_;
+    }
     if (index < startOf(lastFound_) || index >= entries_[lastFound_].end) {
         const auto found = std::ranges::upper_bound(entries_, index, {}, &Entry::end);
         lastFound_ = static_cast<std::size_t>(found - entries_.begin());

@@ -66,9 +66,10 @@ StructElement& nestedElement(const std::vector<Level>& path) {
 /// the root alone if there are more than ElementWalk::maxShallow. Adds empty entries.
 class Entries {
   public:
-    Entries(const std::vector<Level>& path, std::size_t levels, int dfsIdx)
+    Entries(DFSElementCache& ofRoot, const std::vector<Level>& path, std::size_t levels, int dfsIdx)
         : count_(levels <= ElementWalk::maxShallow ? levels : 1) {
-        for (std::size_t level = 0; level < count_; ++level) {
+        entries_[0] = &ofRoot;
+        for (std::size_t level = 1; level < count_; ++level) {
             entries_[level] = path[level].type->getCachedElement(dfsIdx - path[level].start);
         }
     }
@@ -133,7 +134,7 @@ StructElement& nodeElement(const DataTypeTable& table, const Root& root,
     const std::vector<Level>& path = walk.path();
     const bool isNested = place.element < 0;
     // The entries of a nested struct are those of its element.
-    const Entries entries(path, path.size() - (isNested ? 1 : 0), dfsIdx);
+    const Entries entries(node, path, path.size() - (isNested ? 1 : 0), dfsIdx);
     const std::size_t known =
         entries.firstKnown<StructElement*>(&DFSElementCache::element, nullptr);
     StructElement* element = nullptr;
@@ -170,7 +171,7 @@ int nodeOffset(const DataTypeTable& table, const Root& root,
     ElementWalk& walk = ViewPositions::get(positions, root).depthFirst;
     const Place place = walk.find(table, root, dfsIdx);
     const std::vector<Level>& path = walk.path();
-    const Entries entries(path, path.size(), dfsIdx);
+    const Entries entries(node, path, path.size(), dfsIdx);
     std::size_t level = entries.firstKnown(kind.ofNode, -1);
     int offset = 0;
     if (level < entries.size()) {
