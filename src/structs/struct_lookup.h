@@ -21,9 +21,10 @@ class StructLookup {
             return nullptr;
         }
         DataType& type = *table.dataTypes_[position];
-        // The class last: comparing two different ones compares their names.
+        // By address: comparing two classes otherwise compares their names. A class with a second
+        // address would be asked through the getters.
         const bool isPlain = type.qualifier_ == DataTypeQualifierStruct && type.id_ == id &&
-                             typeid(type) == typeid(StructDataType);
+                             &typeid(type) == &typeid(StructDataType);
         return isPlain ? static_cast<StructDataType*>(&type) : nullptr;
     }
 };
