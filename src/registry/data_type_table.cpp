@@ -13,9 +13,9 @@ namespace TVTypeSys {
 
 namespace {
 
-// Number of types for which a new table has room: 4 KiB, and no growth while a small model is
-// registered.
-constexpr std::size_t initialCapacity = 120;
+// Number of types for which a new table has room: 7 KiB, and no growth while a small model is
+// registered. A power of two, from which the vector of records grows as from one record.
+constexpr std::size_t initialCapacity = 128;
 
 } // namespace
 
