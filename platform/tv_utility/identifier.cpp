@@ -32,12 +32,11 @@ bool tvIsValidANSICIdentifier(const char* text, bool acceptReservedWords) {
     if (text == nullptr || !isLetter(*text)) {
         return false;
     }
-    const std::string_view name = text;
-    for (const char c : name) {
-        if (!isLetterOrDigit[static_cast<unsigned char>(c)]) {
-            return false;
-        }
+    const char* end = text;
+    while (isLetterOrDigit[static_cast<unsigned char>(*end)]) {
+        ++end;
     }
-    return acceptReservedWords ||
-           std::find(reservedWords.begin(), reservedWords.end(), name) == reservedWords.end();
+    return *end == '\0' &&
+           (acceptReservedWords || std::find(reservedWords.begin(), reservedWords.end(),
+                                             std::string_view(text, end)) == reservedWords.end());
 }

@@ -11,6 +11,14 @@
 
 namespace TVTypeSys {
 
+namespace {
+
+// Number of types for which a new table has room: 7 KiB, and no growth while a small model is
+// registered. A power of two, from which the vector of records grows as from one record.
+constexpr std::size_t initialCapacity = 128;
+
+} // namespace
+
 ClientDataTypeCheckCallback::~ClientDataTypeCheckCallback() = default;
 
 void DataTypeTable::ReleaseMemory::operator()(void* memory) const noexcept {
@@ -18,13 +26,14 @@ void DataTypeTable::ReleaseMemory::operator()(void* memory) const noexcept {
 }
 
 DataTypeTable::DataTypeTable()
-    : nameIndex_(std::make_unique<NameIndex>(dataTypes_)),
+    : nameIndex_(std::make_unique<NameIndex>(dataTypes_, initialCapacity)),
       dataTypeAccess_(
           static_cast<_tvDataTypeAccess_tag*>(allocateZeroed(sizeof(_tvDataTypeAccess_tag)))) {
     if (dataTypeAccess_ == nullptr) {
         throwError(general::MemoryAllocErr());
     }
     dataTypeAccess_->table = this;
+    dataTypes_.reserve(initialCapacity);
     initialize();
 }
 

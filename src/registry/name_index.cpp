@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <functional>
 #include <typeinfo>
 
 namespace TVTypeSys {
@@ -15,6 +14,33 @@ namespace {
 
 /// Greater than every position.
 constexpr std::uint32_t none = UINT32_MAX;
+
+/// Returns the first `count` bytes of a text, at most eight, as a number.
+std::uint64_t load(const char* text, std::size_t count) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text, count);
+    return word;
+}
+
+/// Returns a hash of a name. Each registration computes two, so it is inline and takes eight
+/// characters at a time; the last word overlaps the one before it.
+std::uint32_t hashOf(std::string_view name) {
+    std::uint64_t hash = name.size();
+    const auto mix = [&hash](std::uint64_t word) {
+        hash = (hash ^ word) * 0x9E3779B97F4A7C15U;
+        hash ^= hash >> 32;
+    };
+    if (name.size() < sizeof(std::uint64_t)) {
+        mix(load(name.data(), name.size()));
+    } else {
+        const char* const last = name.data() + name.size() - sizeof(std::uint64_t);
+        for (const char* next = name.data(); next < last; next += sizeof(std::uint64_t)) {
+            mix(load(next, sizeof(std::uint64_t)));
+        }
+        mix(load(last, sizeof(std::uint64_t)));
+    }
+    return static_cast<std::uint32_t>(hash);
+}
 
 /// Returns whether getName returns `name`, which is terminated by zero; null counts as "".
 bool hasName(const DataType& record, std::string_view name) {
@@ -25,8 +51,7 @@ bool hasName(const DataType& record, std::string_view name) {
 } // namespace
 
 NameIndex::Key NameIndex::makeKey(std::string_view name) {
-    return {name.data(), static_cast<std::uint32_t>(name.size()),
-            static_cast<std::uint32_t>(std::hash<std::string_view>()(name))};
+    return {name.data(), static_cast<std::uint32_t>(name.size()), hashOf(name)};
 }
 
 bool NameIndex::isClientRecord(const DataType& record) {

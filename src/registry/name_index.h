@@ -27,8 +27,10 @@ class NameIndex {
   public:
     using Records = std::vector<std::unique_ptr<DataType>>;
 
-    /// Makes an empty index of `records`, which must outlive it.
-    explicit NameIndex(const Records& records) : records_(records) {}
+    /// Makes an empty index of `records`, which must outlive it, with room for `capacity` names.
+    NameIndex(const Records& records, std::size_t capacity) : records_(records) {
+        firsts_.reserve(capacity);
+    }
 
     /// Returns the id of the first record with a name, or INVALID_DATA_TYPE_ID.
     int idOf(std::string_view name) const;

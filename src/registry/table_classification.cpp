@@ -39,12 +39,16 @@ void DataTypeTable::setDataTypeStorageId(int id, int storageId) {
 }
 
 bool DataTypeTable::isInstrinsicFixptName(const char* name, int* wordLength) {
-    const std::string_view text = name == nullptr ? std::string_view() : name;
-    const std::string_view prefix = text.substr(0, 4);
-    if (prefix != "sfix" && prefix != "ufix" && prefix != "flts" && prefix != "fltu") {
+    // Every name that is registered is checked, and the first characters decide for most.
+    const auto startsWith = [name](const char(&prefix)[5]) {
+        return name[0] == prefix[0] && name[1] == prefix[1] && name[2] == prefix[2] &&
+               name[3] == prefix[3];
+    };
+    if (name == nullptr ||
+        !(startsWith("sfix") || startsWith("ufix") || startsWith("flts") || startsWith("fltu"))) {
         return false;
     }
-    const std::string_view rest = text.substr(4);
+    const std::string_view rest = name + 4;
     if (rest.empty() || rest.front() < '0' || rest.front() > '9') {
         return false;
     }

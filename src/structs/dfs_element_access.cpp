@@ -47,7 +47,7 @@ DFSElementAccess::DFSElementAccess(const DataTypeTable* table, int dataTypeId)
 
 StructElement* DFSElementAccess::getStructElement(int dfsIdx) {
     const Root root = findRoot(table(), dataTypeId());
-    return &nodeElement(table(), root, depthFirstWalk(root), dfsIdx);
+    return &nodeElement(table(), root, positions(), dfsIdx);
 }
 
 int DFSElementAccess::getNumElements() {
@@ -65,12 +65,12 @@ bool DFSElementAccess::isIdxValid(int /*index*/) { return true; }
 
 int DFSElementAccess::getOffset(int index) {
     const Root root = findRoot(table(), dataTypeId());
-    return nodeOffset(table(), root, depthFirstWalk(root), byteOffset, index);
+    return nodeOffset(table(), root, positions(), byteOffset, index);
 }
 
 int DFSElementAccess::getVarDimsOffset(int index) {
     const Root root = findRoot(table(), dataTypeId());
-    return nodeOffset(table(), root, depthFirstWalk(root), varDimsOffset, index);
+    return nodeOffset(table(), root, positions(), varDimsOffset, index);
 }
 
 void DFSElementAccess::computeDataTypeIdAndIndex(int dfsIdx, int* immediateIdx, int* copyIdx,

@@ -13,19 +13,12 @@ namespace TVTypeSys {
 
 namespace {
 
-// Id of a type that is not determined yet. Unlike "auto" it has no record.
-constexpr int undeterminedTypeId = -2;
-
 std::span<const int> dimensionSpan(const StructElement& element) {
     const bool hasAny = element.dimensions != nullptr && element.numDimensions > 0;
     return {element.dimensions, hasAny ? static_cast<std::size_t>(element.numDimensions) : 0};
 }
 
 } // namespace
-
-StructDataType* findStruct(const DataTypeTable& table, int id) {
-    return id == AUTO_DATA_TYPE_ID || id == undeterminedTypeId ? nullptr : resolveStruct(table, id);
-}
 
 StructDataType* resolveStruct(const DataTypeTable& table, int id) {
     DataType* const type = table.getDataTypeAliasedThruTo(id);

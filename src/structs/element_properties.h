@@ -2,18 +2,25 @@
 /// Checked access to struct types and elements, and values computed from one element.
 #pragma once
 
+#include "structs/struct_lookup.h"
+
 #include <tvtypes/structs/struct_data_type.h>
 
 namespace TVTypeSys {
-
-class DataTypeTable;
 
 /// Returns the struct type at the end of the alias chain of `id`, or null if that is another type.
 /// Throws InvalidDataTypeId.
 StructDataType* resolveStruct(const DataTypeTable& table, int id);
 
 /// Same, but returns null for -1 and -2, which are no structs in the numberings.
-StructDataType* findStruct(const DataTypeTable& table, int id);
+inline StructDataType* findStruct(const DataTypeTable& table, int id) {
+    // Id of a type that is not determined yet. Unlike "auto" it has no record.
+    constexpr int undeterminedTypeId = -2;
+    if (StructDataType* const plain = StructLookup::plain(table, id)) {
+        return plain;
+    }
+    return id == AUTO_DATA_TYPE_ID || id == undeterminedTypeId ? nullptr : resolveStruct(table, id);
+}
 
 /// Same as findStruct, but throws InvalidDataTypeId where findStruct returns null.
 StructDataType& requireStruct(const DataTypeTable& table, int id);

@@ -11,6 +11,9 @@ namespace {
 // Clamps starts, so that sums cannot overflow; above every index.
 constexpr std::int64_t maxStart = std::int64_t{1} << 40;
 
+// Room for the entries of most structs, so that they are allocated once.
+constexpr std::size_t initialCapacity = 8;
+
 ElementSpan depthFirstSpan(const DataTypeTable& table, const StructElement& element) {
     const StructDataType* const type = findStruct(table, element.dataTypeId);
     if (type == nullptr) {
@@ -37,14 +40,21 @@ Step ElementStarts::find(const DataTypeTable& table, const StructDataType& type,
     while (end() <= index && entries_.size() < type.getElements().size()) {
         addNext(table, type);
     }
-    const auto found = std::ranges::upper_bound(entries_, index, {}, &Entry::end);
-    if (index < numbering_->first || found == entries_.end()) {
+    if (index < numbering_->first || index >= end()) {
         throwInvalidIndex(type, index);
     }
-    const ElementSpan& span = found->span;
-    const auto element = static_cast<int>(found - entries_.begin());
+    // Indices are mostly read in ascending order.
+    if (index >= entries_[lastFound_].end) {
+        ++lastFound_;
+    }
+    if (index < startOf(lastFound_) || index >= entries_[lastFound_].end) {
+        const auto found = std::ranges::upper_bound(entries_, index, {}, &Entry::end);
+        lastFound_ = static_cast<std::size_t>(found - entries_.begin());
+    }
+    const ElementSpan& span = entries_[lastFound_].span;
+    const auto element = static_cast<int>(lastFound_);
     const int typeId = requireElement(type, element).dataTypeId;
-    const auto start = static_cast<int>(this->start(table, type, element));
+    const auto start = static_cast<int>(startOf(lastFound_));
     const std::int64_t inCopies = index - start - span.own;
     if (inCopies < 0) {
         return {element, std::nullopt, typeId, start, 0};
@@ -62,11 +72,15 @@ std::int64_t ElementStarts::start(const DataTypeTable& table, const StructDataTy
     while (entries_.size() < static_cast<std::size_t>(element)) {
         addNext(table, type);
     }
-    return element == 0 ? numbering_->first : entries_[static_cast<std::size_t>(element) - 1].end;
+    return startOf(static_cast<std::size_t>(element));
 }
 
 void ElementStarts::addNext(const DataTypeTable& table, const StructDataType& type) {
-    const ElementSpan span = numbering_->span(table, *type.getElements()[entries_.size()]);
+    const std::vector<StructElement*>& elements = type.getElements();
+    if (entries_.empty()) {
+        entries_.reserve(std::min(elements.size(), initialCapacity));
+    }
+    const ElementSpan span = numbering_->span(table, *elements[entries_.size()]);
     const std::int64_t size = span.own + span.copies * span.copySize;
     entries_.push_back({span, std::min(end() + size, maxStart)});
 }

@@ -60,10 +60,15 @@ class ElementStarts {
     };
 
     std::int64_t end() const { return entries_.empty() ? numbering_->first : entries_.back().end; }
+    std::int64_t startOf(std::size_t entry) const {
+        return entry == 0 ? numbering_->first : entries_[entry - 1].end;
+    }
     void addNext(const DataTypeTable& table, const StructDataType& type);
 
     const Numbering* numbering_;
     std::vector<Entry> entries_;
+    // Entry of the last index that was found: the next one is mostly in it or behind it.
+    std::size_t lastFound_ = 0;
 };
 
 } // namespace TVTypeSys

@@ -66,9 +66,10 @@ StructElement& nestedElement(const std::vector<Level>& path) {
 /// the root alone if there are more than ElementWalk::maxShallow. Adds empty entries.
 class Entries {
   public:
-    Entries(const std::vector<Level>& path, std::size_t levels, int dfsIdx)
+    Entries(DFSElementCache& ofRoot, const std::vector<Level>& path, std::size_t levels, int dfsIdx)
         : count_(levels <= ElementWalk::maxShallow ? levels : 1) {
-        for (std::size_t level = 0; level < count_; ++level) {
+        entries_[0] = &ofRoot;
+        for (std::size_t level = 1; level < count_; ++level) {
             entries_[level] = path[level].type->getCachedElement(dfsIdx - path[level].start);
         }
     }
@@ -114,25 +115,26 @@ Instance splitIndex(const StructDataType& type, int dfsIdx) {
     return {dfsIdx / count, dfsIdx % count};
 }
 
-StructElement& nodeElement(const DataTypeTable& table, const Root& root, ElementWalk& walk,
-                           int dfsIdx) {
+StructElement& nodeElement(const DataTypeTable& table, const Root& root,
+                           std::shared_ptr<ViewPositions>& positions, int dfsIdx) {
     const Instance instance = splitIndex(root.type, dfsIdx);
     DFSElementCache& node = *root.type.getCachedElement(dfsIdx);
     if (node.element != nullptr) {
         return *node.element;
     }
     if (instance.number > 0) {
-        node.element = &nodeElement(table, root, walk, instance.index);
+        node.element = &nodeElement(table, root, positions, instance.index);
         return *node.element;
     }
     if (dfsIdx == 0) {
         return rootElement(root);
     }
+    ElementWalk& walk = ViewPositions::get(positions, root).depthFirst;
     const Place place = walk.find(table, root, dfsIdx);
     const std::vector<Level>& path = walk.path();
     const bool isNested = place.element < 0;
     // The entries of a nested struct are those of its element.
-    const Entries entries(path, path.size() - (isNested ? 1 : 0), dfsIdx);
+    const Entries entries(node, path, path.size() - (isNested ? 1 : 0), dfsIdx);
     const std::size_t known =
         entries.firstKnown<StructElement*>(&DFSElementCache::element, nullptr);
     StructElement* element = nullptr;
@@ -153,22 +155,23 @@ StructElement& nodeElement(const DataTypeTable& table, const Root& root, Element
     return *element;
 }
 
-int nodeOffset(const DataTypeTable& table, const Root& root, ElementWalk& walk,
-               const OffsetKind& kind, int dfsIdx) {
+int nodeOffset(const DataTypeTable& table, const Root& root,
+               std::shared_ptr<ViewPositions>& positions, const OffsetKind& kind, int dfsIdx) {
     const Instance instance = splitIndex(root.type, dfsIdx);
     DFSElementCache& node = *root.type.getCachedElement(dfsIdx);
     if (node.*kind.ofNode != -1) {
         return node.*kind.ofNode;
     }
     if (instance.number > 0) {
-        const long long inInstance = nodeOffset(table, root, walk, kind, instance.index);
+        const long long inInstance = nodeOffset(table, root, positions, kind, instance.index);
         node.*kind.ofNode =
             truncateToInt(inInstance + copyOffset(table, kind, root.typeId, instance.number));
         return node.*kind.ofNode;
     }
+    ElementWalk& walk = ViewPositions::get(positions, root).depthFirst;
     const Place place = walk.find(table, root, dfsIdx);
     const std::vector<Level>& path = walk.path();
-    const Entries entries(path, path.size(), dfsIdx);
+    const Entries entries(node, path, path.size(), dfsIdx);
     std::size_t level = entries.firstKnown(kind.ofNode, -1);
     int offset = 0;
     if (level < entries.size()) {

@@ -97,5 +97,5 @@ DFSElementCache* StructDataType::getCachedElement(int dfsIdx) {
     if (elementCache_ == nullptr) {
         elementCache_ = std::make_unique<TVTypeSys::ElementCache>();
     }
-    return &elementCache_->nodes[dfsIdx];
+    return &(*elementCache_)[dfsIdx];
 }

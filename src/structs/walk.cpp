@@ -30,13 +30,7 @@ Place ElementWalk::find(const DataTypeTable& table, const Root& root, int index)
     while (!path_.empty() && (index < path_.back().start || index >= path_.back().end)) {
         path_.pop_back();
     }
-    // The levels whose types are read below and by offsetInParent. A nested type may have been
-    // replaced in the table since the last call.
-    const auto shallow =
-        path_.begin() + static_cast<std::ptrdiff_t>(std::min(path_.size(), maxShallow));
-    const auto isCurrentLevel = [&](const Level& level) { return isCurrent(table, level); };
-    if (path_.empty() || path_.front().typeId != root.typeId || !isCurrent(table, path_.back()) ||
-        !std::all_of(path_.begin(), shallow, isCurrentLevel)) {
+    if (path_.empty() || path_.front().typeId != root.typeId || !isPathCurrent(table)) {
         path_.clear();
         Level level;
         level.type = &root.type;
@@ -63,11 +57,20 @@ Place ElementWalk::find(const DataTypeTable& table, const Root& root, int index)
     }
 }
 
-/// Returns whether the type of a level is still the one with its id, with the same elements.
-bool ElementWalk::isCurrent(const DataTypeTable& table, const Level& level) const {
-    const StructDataType* const type =
-        table.isDataTypeIdValid(level.typeId) ? findStruct(table, level.typeId) : nullptr;
-    return type == level.type && version(*type) == level.version;
+/// Returns whether the types that find and offsetInParent read are still those with their ids, with
+/// the same elements. A nested type may have been replaced in the table since the last call.
+bool ElementWalk::isPathCurrent(const DataTypeTable& table) const {
+    const auto isCurrent = [&table](const Level& level) {
+        const StructDataType* type = StructLookup::plain(table, level.typeId);
+        if (type == nullptr && table.isDataTypeIdValid(level.typeId)) {
+            type = findStruct(table, level.typeId);
+        }
+        return type == level.type && version(*type) == level.version;
+    };
+    const std::size_t shallow = std::min(path_.size(), maxShallow);
+    return std::all_of(path_.begin(), path_.begin() + static_cast<std::ptrdiff_t>(shallow),
+                       isCurrent) &&
+           (path_.size() == shallow || isCurrent(path_.back()));
 }
 
 /// Adds the level of a copy to the path.

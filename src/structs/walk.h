@@ -92,7 +92,7 @@ class ElementWalk {
     ElementStarts& starts(const StructDataType& type);
 
   private:
-    bool isCurrent(const DataTypeTable& table, const Level& level) const;
+    bool isPathCurrent(const DataTypeTable& table) const;
     void enter(const DataTypeTable& table, const Step& step);
 
     struct TypeStarts {

@@ -305,6 +305,7 @@ class TVTYPES_API DataType {
     friend class BuiltInDataType;
     friend class DataTypeTable;
     friend class NameIndex;
+    friend class StructLookup;
 
     struct ReleaseMemory {
         void operator()(void* memory) const noexcept;

@@ -387,6 +387,8 @@ class TVTYPES_API DataTypeTable {
     /// @}
 
   private:
+    friend class StructLookup;
+
     struct ReleaseMemory {
         void operator()(void* memory) const noexcept;
     };

@@ -17,7 +17,7 @@
 namespace TVTypeSys {
 class DataTypeTable;
 class ElementWalk;
-struct ElementCache;
+class ElementCache;
 } // namespace TVTypeSys
 
 /// A checksum of four words.
