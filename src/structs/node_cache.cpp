@@ -4,8 +4,10 @@
 // type, memory would be quadratic in the depth.
 #include "structs/node_cache.h"
 
+#include "structs/element_cache.h"
 #include "structs/element_properties.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 
@@ -60,6 +62,42 @@ StructElement& nestedElement(const std::vector<Level>& path) {
         storeOwned(std::move(element), node);
     }
     return *node.element;
+}
+
+/// Returns the level of the struct that owns the element of a place: the innermost one, or the one
+/// around it for a nested struct.
+std::size_t ownerLevel(const Place& place, const std::vector<Level>& path) {
+    return path.size() - (place.element < 0 ? 2 : 1);
+}
+
+/// Returns whether an element is the one that its place has now. Cached elements stay the same when
+/// the element, or the type that owns it, is replaced.
+bool isCurrent(const StructElement& element, const Place& place, const std::vector<Level>& path) {
+    if (place.element < 0) {
+        const Level& parent = path[path.size() - 2];
+        const DFSElementCache& node = *parent.type->getCachedElement(place.start - parent.start);
+        return node.ownsElement && node.element == &element;
+    }
+    const std::vector<StructElement*>& elements = place.type->getElements();
+    const auto index = static_cast<std::size_t>(place.element);
+    return index < elements.size() && elements[index] == &element;
+}
+
+/// Shares an element that the type of level `source` has cached with the caches of the first
+/// `levels` levels.
+void shareElement(const StructElement& element, const Place& place, const std::vector<Level>& path,
+                  std::size_t levels, std::size_t source) {
+    const auto cache = [&path](std::size_t level) -> ElementCache& {
+        return ElementCache::of(*path[level].type);
+    };
+    const bool hasOwner = isCurrent(element, place, path);
+    for (std::size_t level = 0; level < levels; ++level) {
+        if (hasOwner) {
+            cache(level).share(cache(ownerLevel(place, path)));
+        } else {
+            cache(level).shareAllOf(cache(source));
+        }
+    }
 }
 
 /// Cache entries of one node in the types of the first `levels` structs on the path to it, or in
@@ -137,9 +175,11 @@ StructElement& nodeElement(const DataTypeTable& table, const Root& root,
     const Entries entries(node, path, path.size() - (isNested ? 1 : 0), dfsIdx);
     const std::size_t known =
         entries.firstKnown<StructElement*>(&DFSElementCache::element, nullptr);
+    std::size_t source = ownerLevel(place, path);
     StructElement* element = nullptr;
     if (known < entries.size()) {
         element = entries[known].element;
+        source = known;
     } else if (isNested) {
         element = &nestedElement(path);
     } else {
@@ -148,6 +188,9 @@ StructElement& nodeElement(const DataTypeTable& table, const Root& root,
             innermost.element = &requireElement(*place.type, place.element);
         }
         element = innermost.element;
+    }
+    if (const std::size_t levels = std::min(known, source); levels > 0) {
+        shareElement(*element, place, path, levels, source);
     }
     for (std::size_t level = 0; level < known; ++level) {
         entries[level].element = element;

@@ -22,7 +22,11 @@ StructDataType::StructDataType(int id, const std::string& name, DataTypeSource s
     DataType::setType(TVTypeSys::DataTypeQualifierStruct);
 }
 
-StructDataType::~StructDataType() = default;
+StructDataType::~StructDataType() {
+    if (elementCache_ != nullptr) {
+        TVTypeSys::ElementCache::retire(std::move(elementCache_), std::move(ownedElements_));
+    }
+}
 
 std::vector<int> StructDataType::dependsOn() const {
     std::vector<int> ids;
@@ -94,8 +98,5 @@ void StructDataType::setDtChecksumValue(const tvChecksumValue& value) { checksum
 bool StructDataType::isBusType() const { return false; }
 
 DFSElementCache* StructDataType::getCachedElement(int dfsIdx) {
-    if (elementCache_ == nullptr) {
-        elementCache_ = std::make_unique<TVTypeSys::ElementCache>();
-    }
-    return &(*elementCache_)[dfsIdx];
+    return &TVTypeSys::ElementCache::of(*this)[dfsIdx];
 }

@@ -57,8 +57,9 @@ Place ElementWalk::find(const DataTypeTable& table, const Root& root, int index)
     }
 }
 
-/// Returns whether the types that find and offsetInParent read are still those with their ids, with
-/// the same elements. A nested type may have been replaced in the table since the last call.
+/// Returns whether the types that are read by the path (the shallow ones, the innermost one and the
+/// one around it) are still those with their ids, with the same elements. A nested type may have
+/// been replaced in the table since the last call.
 bool ElementWalk::isPathCurrent(const DataTypeTable& table) const {
     const auto isCurrent = [&table](const Level& level) {
         const StructDataType* type = StructLookup::plain(table, level.typeId);
@@ -67,10 +68,10 @@ bool ElementWalk::isPathCurrent(const DataTypeTable& table) const {
         }
         return type == level.type && version(*type) == level.version;
     };
-    const std::size_t shallow = std::min(path_.size(), maxShallow);
-    return std::all_of(path_.begin(), path_.begin() + static_cast<std::ptrdiff_t>(shallow),
-                       isCurrent) &&
-           (path_.size() == shallow || isCurrent(path_.back()));
+    const auto shallow = static_cast<std::ptrdiff_t>(std::min(path_.size(), maxShallow));
+    const auto lastTwo = static_cast<std::ptrdiff_t>(path_.size()) - 2;
+    return std::all_of(path_.begin(), path_.begin() + shallow, isCurrent) &&
+           std::all_of(path_.begin() + std::max(shallow, lastTwo), path_.end(), isCurrent);
 }
 
 /// Adds the level of a copy to the path.

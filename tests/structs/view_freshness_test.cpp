@@ -137,7 +137,70 @@ TEST(ViewFreshness, MatchesNewViewsAfterChanges) {
         change(kept);
         change(renewed);
         EXPECT_EQ(renewed.read(1, false), kept.read(1, true));
+        // Nodes whose elements may be those of destroyed types.
+        EXPECT_EQ(renewed.read(0, false), kept.read(0, true));
     }
+}
+
+// A chain of nested structs, each with a leaf in front of the next struct.
+class ChainTest : public StructTest {
+  protected:
+    StructDataType& add(std::size_t level) {
+        StructDataType& type = addStruct("S" + std::to_string(++types_), 2);
+        fill(type, 0, type.getName(), 1);
+        fill(type, 1, "in" + std::to_string(types_), level == 0 ? 0 : ids[level - 1]);
+        count(type);
+        return type;
+    }
+
+    void replace(std::size_t level) {
+        StructDataType& replacement = add(level);
+        table.replaceDataType(&structAt(ids[level]), &replacement);
+    }
+
+    std::vector<int> ids;
+
+  private:
+    int types_ = 0;
+};
+
+// Elements stay as they were first read when the types that own them are destroyed, at depths with
+// a cache in each struct (4 levels) and without (20).
+TEST_F(ChainTest, CachedElementsOfReplacedTypes) {
+    for (const std::size_t depth : {4U, 20U}) {
+        SCOPED_TRACE(depth);
+        ids.clear();
+        for (std::size_t level = 0; level < depth; ++level) {
+            ids.push_back(add(level).getId());
+            DFSElementAccess view(&table, ids[level]);
+            const auto names = [&view] {
+                std::string all;
+                for (int node = 0; node < view.getNumElements(); ++node) {
+                    all += std::string(" ") + view.getName(node);
+                }
+                return all;
+            };
+            const std::string before = names();
+            if (level > 0) {
+                // The next level reads the element through the cache of this one.
+                replace(level - 1);
+            }
+            EXPECT_EQ(before, names());
+        }
+    }
+}
+
+// The path that a view keeps ends in a struct deeper than those it checks one by one.
+TEST_F(ChainTest, ReplacedParentOfInnermostStruct) {
+    constexpr std::size_t depth = 20;
+    for (std::size_t level = 0; level < depth; ++level) {
+        ids.push_back(add(level).getId());
+    }
+    DFSElementAccess view(&table, ids.back());
+    constexpr int innermost = 2 * (depth - 1);
+    EXPECT_STREQ("S1", view.getName(innermost + 1));
+    replace(1);
+    EXPECT_STREQ("in21", view.getName(innermost));
 }
 
 TEST(ViewFreshness, StructsThatAreNoLongerStructs) {

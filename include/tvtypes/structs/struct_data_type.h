@@ -130,6 +130,7 @@ class TVTYPES_API StructDataType : public TVTypeSys::DataType {
 
   private:
     friend class TVTypeSys::ElementWalk;
+    friend class TVTypeSys::ElementCache;
 
     int numFlatElements_ = 0;
     int numRawElements_ = 0;

@@ -21,11 +21,14 @@ struct ViewPositions;
 /// client has set.
 ///
 /// Elements and offsets of depth-first nodes and the table of the leaves are cached in the struct
-/// types and stay as they were first read (StructDataType::getCachedElement); everything else is
-/// read from the elements. A view keeps the positions that it has computed, in memory proportional
-/// to the elements of the types that it has read and to the depth of nesting. It computes them
-/// again when the type of the view gets new elements or counts; after other changes of elements,
-/// such as their dimensions, use a new view.
+/// types and stay as they were first read (StructDataType::getCachedElement), also when a nested
+/// type is replaced or removed: its elements stay allocated as long as the structs around it that
+/// have cached them. Everything else is read from the elements.
+///
+/// A view keeps the positions that it has computed, in memory proportional to the elements of the
+/// types that it has read and to the depth of nesting. It computes them again when the type of the
+/// view gets new elements or counts; after other changes of elements, such as their dimensions, use
+/// a new view.
 ///
 /// Reading n indices in ascending or descending order through one view takes time proportional to n
 /// and to the elements. Any other read searches for the index from the root: in time logarithmic in
