@@ -41,14 +41,6 @@ StructDataType& requireStruct(const DataTypeTable& table, int id) {
     return *type;
 }
 
-StructElement& requireElement(const StructDataType& type, int index) {
-    const std::vector<StructElement*>& elements = type.getElements();
-    if (index < 0 || static_cast<std::size_t>(index) >= elements.size()) {
-        throwInvalidIndex(type, index);
-    }
-    return *elements[static_cast<std::size_t>(index)];
-}
-
 int typeSize(const DataTypeTable& table, int id) {
     table.checkDataTypeId(id);
     return table.getDataTypeAt(static_cast<std::size_t>(id) + 1)->getSize();

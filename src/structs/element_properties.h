@@ -16,7 +16,7 @@ StructDataType* resolveStruct(const DataTypeTable& table, int id);
 inline StructDataType* findStruct(const DataTypeTable& table, int id) {
     // Id of a type that is not determined yet. Unlike "auto" it has no record.
     constexpr int undeterminedTypeId = -2;
-    if (StructDataType* const plain = StructLookup::plain(table, id)) {
+    if (StructDataType* const plain = StructLookup(table).find(id)) {
         return plain;
     }
     return id == AUTO_DATA_TYPE_ID || id == undeterminedTypeId ? nullptr : resolveStruct(table, id);
@@ -25,8 +25,17 @@ inline StructDataType* findStruct(const DataTypeTable& table, int id) {
 /// Same as findStruct, but throws InvalidDataTypeId where findStruct returns null.
 StructDataType& requireStruct(const DataTypeTable& table, int id);
 
+/// Throws InvalidStructIndex.
+[[noreturn]] void throwInvalidIndex(const StructDataType& type, int index);
+
 /// Returns an element of a struct. Throws InvalidStructIndex.
-StructElement& requireElement(const StructDataType& type, int index);
+inline StructElement& requireElement(const StructDataType& type, int index) {
+    const std::vector<StructElement*>& elements = StructLookup::elements(type);
+    if (index < 0 || static_cast<std::size_t>(index) >= elements.size()) {
+        throwInvalidIndex(type, index);
+    }
+    return *elements[static_cast<std::size_t>(index)];
+}
 
 /// Returns the size of one value of a type in bytes. Throws InvalidDataTypeId.
 int typeSize(const DataTypeTable& table, int id);
@@ -37,9 +46,6 @@ bool isScalar(const StructElement& element);
 /// Returns the product of the dimensions; complexWidth doubles it for a complex element.
 int width(const StructElement& element);
 int complexWidth(const StructElement& element);
-
-/// Throws InvalidStructIndex.
-[[noreturn]] void throwInvalidIndex(const StructDataType& type, int index);
 
 /// Truncates to int, in two's complement: sums and products of values that clients set may
 /// overflow.

@@ -78,7 +78,7 @@ bool isCurrent(const StructElement& element, const Place& place, const std::vect
         const DFSElementCache& node = *parent.type->getCachedElement(place.start - parent.start);
         return node.ownsElement && node.element == &element;
     }
-    const std::vector<StructElement*>& elements = place.type->getElements();
+    const std::vector<StructElement*>& elements = StructLookup::elements(*place.type);
     const auto index = static_cast<std::size_t>(place.element);
     return index < elements.size() && elements[index] == &element;
 }

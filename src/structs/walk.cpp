@@ -61,17 +61,21 @@ Place ElementWalk::find(const DataTypeTable& table, const Root& root, int index)
 /// one around it) are still those with their ids, with the same elements. A nested type may have
 /// been replaced in the table since the last call.
 bool ElementWalk::isPathCurrent(const DataTypeTable& table) const {
-    const auto isCurrent = [&table](const Level& level) {
-        const StructDataType* type = StructLookup::plain(table, level.typeId);
-        if (type == nullptr && table.isDataTypeIdValid(level.typeId)) {
-            type = findStruct(table, level.typeId);
-        }
-        return type == level.type && version(*type) == level.version;
-    };
     const auto shallow = static_cast<std::ptrdiff_t>(std::min(path_.size(), maxShallow));
     const auto lastTwo = static_cast<std::ptrdiff_t>(path_.size()) - 2;
-    return std::all_of(path_.begin(), path_.begin() + shallow, isCurrent) &&
-           std::all_of(path_.begin() + std::max(shallow, lastTwo), path_.end(), isCurrent);
+    const auto areCurrent = [&](const auto& find) {
+        const auto isCurrent = [&find](const Level& level) {
+            const StructDataType* const type = find(level.typeId);
+            return type == level.type && version(*type) == level.version;
+        };
+        return std::all_of(path_.begin(), path_.begin() + shallow, isCurrent) &&
+               std::all_of(path_.begin() + std::max(shallow, lastTwo), path_.end(), isCurrent);
+    };
+    // First without calls, which is enough for most paths.
+    return areCurrent([lookup = StructLookup(table)](int id) { return lookup.find(id); }) ||
+           areCurrent([&table](int id) {
+               return table.isDataTypeIdValid(id) ? findStruct(table, id) : nullptr;
+           });
 }
 
 /// Adds the level of a copy to the path.
@@ -108,7 +112,8 @@ int ElementWalk::offsetInParent(const DataTypeTable& table, const OffsetKind& ki
 
 int ElementWalk::pathOffset(const DataTypeTable& table, const OffsetKind& kind) const {
     long long offset = path_.back().deepOffsets[kind.index];
-    for (std::size_t level = 1; level < std::min(path_.size(), maxShallow); ++level) {
+    const std::size_t shallow = std::min(path_.size(), maxShallow);
+    for (std::size_t level = 1; level < shallow; ++level) {
         offset += offsetInParent(table, kind, level);
     }
     return truncateToInt(offset);

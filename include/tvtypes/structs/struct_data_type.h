@@ -18,6 +18,7 @@ namespace TVTypeSys {
 class DataTypeTable;
 class ElementWalk;
 class ElementCache;
+class StructLookup;
 } // namespace TVTypeSys
 
 /// A checksum of four words.
@@ -131,6 +132,7 @@ class TVTYPES_API StructDataType : public TVTypeSys::DataType {
   private:
     friend class TVTypeSys::ElementWalk;
     friend class TVTypeSys::ElementCache;
+    friend class TVTypeSys::StructLookup;
 
     int numFlatElements_ = 0;
     int numRawElements_ = 0;
